@@ -1,0 +1,23 @@
+# Compile settings shared by every target; link BrimloOptions privately.
+option(BRIMLO_COVERAGE "Instrument for gcov" OFF)
+set(BRIMLO_SANITIZE "" CACHE STRING "Value for -fsanitize")
+
+add_library(BrimloOptions INTERFACE)
+target_include_directories(BrimloOptions INTERFACE ${CMAKE_SOURCE_DIR}/Sources)
+target_compile_options(BrimloOptions INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Wold-style-cast)
+if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+    # A designated initializer that leaves out defaulted fields is the house's way to build a value.
+    target_compile_options(BrimloOptions INTERFACE -Wno-missing-designated-field-initializers)
+else()
+    target_compile_options(BrimloOptions INTERFACE -Wno-missing-field-initializers)
+endif()
+if(BRIMLO_SANITIZE)
+    target_compile_options(BrimloOptions INTERFACE
+        -fsanitize=${BRIMLO_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    target_link_options(BrimloOptions INTERFACE -fsanitize=${BRIMLO_SANITIZE})
+endif()
+if(BRIMLO_COVERAGE)
+    target_compile_options(BrimloOptions INTERFACE --coverage)
+    target_link_options(BrimloOptions INTERFACE --coverage)
+endif()
