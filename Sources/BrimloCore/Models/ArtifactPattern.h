@@ -1,0 +1,32 @@
+#pragma once
+
+#include "BrimloCore/Models/Persona.h"
+#include "BrimloCore/Models/Risk.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace Brimlo {
+
+/// A rule that finds build output inside projects rather than at fixed paths.
+///
+/// Identified by `id`.
+struct ArtifactPattern {
+    std::string id;  ///< Stable dotted words, for example "artifact.node_modules".
+    std::string name;
+    std::string group;
+    std::vector<Persona> personas;
+    Risk risk = Risk::review;
+    std::string regenerates;
+    std::optional<std::string> officialCommand;  ///< The rebuild command.
+    std::vector<std::string> names;     ///< Folder names; one that holds a star is a wildcard.
+    std::vector<std::string> suffixes;  ///< Endings of folder names.
+    std::vector<std::string>
+        markers;  ///< Wildcards for siblings that prove a project; none needed when empty.
+    std::vector<std::string> excludes;  ///< Wildcards for names that never match.
+
+    bool operator==(const ArtifactPattern&) const = default;
+};
+
+}  // namespace Brimlo

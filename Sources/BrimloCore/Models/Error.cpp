@@ -1,0 +1,15 @@
+#include "BrimloCore/Models/Error.h"
+
+#include <system_error>
+
+namespace Brimlo {
+
+Error Error::fromSystem(int code) {
+    return {
+        .domain = kSystemErrorDomain,
+        .code = code,
+        .description = std::generic_category().message(code),
+    };
+}
+
+}  // namespace Brimlo

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "BrimloCore/Models/Persona.h"
+#include "BrimloCore/Models/Risk.h"
+
+#include <cstdint>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace Brimlo {
+
+/// One thing that can be cleaned. Identified by `path`.
+struct SuggestionItem {
+    std::string path;       ///< Absolute, or a "docker:" pseudo path.
+    std::int64_t size = 0;  ///< Allocated bytes.
+    std::optional<std::int64_t>
+        idleDays;                       ///< Days since the entry's or the project's last activity.
+    std::optional<std::string> detail;  ///< For artifacts the project's folder name.
+    std::optional<std::string> subtitle;  ///< A line under the path.
+
+    bool operator==(const SuggestionItem&) const = default;
+
+    /// The path as a "file:" address, percent-encoded byte by byte.
+    [[nodiscard]] std::string url() const;
+};
+
+/// What one rule or pattern found.
+struct Suggestion {
+    std::string id;  ///< The rule's or pattern's id.
+    std::string name;
+    std::string group;
+    std::vector<Persona> personas;
+    Risk risk = Risk::review;
+    std::string regenerates;
+    std::optional<std::string> officialCommand;
+    std::vector<std::string>
+        runningApps;  ///< Those of `quitApps` that run now, as the rule spells them.
+    std::vector<SuggestionItem> items;       ///< Sorted by size, largest first.
+    std::set<std::string> preselectedPaths;  ///< Which items start ticked.
+
+    bool operator==(const Suggestion&) const = default;
+
+    /// The sum of the items' sizes in bytes.
+    [[nodiscard]] std::int64_t totalSize() const;
+};
+
+}  // namespace Brimlo
