@@ -1,0 +1,45 @@
+#include "BrimloCore/Platform/Linux/DataFolders.h"
+
+#include "BrimloCore/Platform/HomeFolder.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdlib>
+
+namespace Brimlo::Platform {
+
+namespace {
+
+std::string variable(const char* name) {
+    const char* value = std::getenv(name);  // NOLINT(concurrency-mt-unsafe): set at start only
+    return value != nullptr ? value : "";
+}
+
+}  // namespace
+
+std::string dataHome() {
+    const std::string folder = variable("XDG_DATA_HOME");
+    return folder.starts_with('/') ? folder : homeFolder() + "/.local/share";
+}
+
+std::vector<std::string> dataFolders() {
+    const std::string list = variable("XDG_DATA_DIRS");
+    std::vector<std::string> folders =
+        splitFolders(list.empty() ? "/usr/local/share:/usr/share" : list);
+    folders.insert(folders.begin(), dataHome());
+    return folders;
+}
+
+std::vector<std::string> splitFolders(std::string_view list) {
+    std::vector<std::string> folders;
+    while (!list.empty()) {
+        const std::size_t end = std::min(list.find(':'), list.size());
+        if (list.starts_with('/')) {
+            folders.emplace_back(list.substr(0, end));
+        }
+        list.remove_prefix(std::min(end + 1, list.size()));
+    }
+    return folders;
+}
+
+}  // namespace Brimlo::Platform

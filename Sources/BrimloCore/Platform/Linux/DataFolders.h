@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The folders of the XDG Base Directory Specification 0.8.
+namespace Brimlo::Platform {
+
+/// `$XDG_DATA_HOME`, by default "~/.local/share". A relative value counts as unset.
+[[nodiscard]] std::string dataHome();
+
+/// `dataHome` and the folders of `$XDG_DATA_DIRS`, the most important first.
+[[nodiscard]] std::vector<std::string> dataFolders();
+
+/// The absolute folders in a list separated by colons.
+[[nodiscard]] std::vector<std::string> splitFolders(std::string_view list);
+
+}  // namespace Brimlo::Platform

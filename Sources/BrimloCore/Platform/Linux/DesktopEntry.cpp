@@ -1,0 +1,138 @@
+#include "BrimloCore/Platform/Linux/DesktopEntry.h"
+
+#include "BrimloCore/Platform/Linux/DataFolders.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <system_error>
+
+#include <unistd.h>
+
+namespace Brimlo::Platform {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Folders that many programs share, so that a neighbour in them tells nothing.
+constexpr std::array<std::string_view, 8> kSharedFolders{
+    "/bin", "/sbin", "/usr/bin", "/usr/sbin", "/usr/local/bin", "/usr/games", "/snap/bin", ""};
+
+/// Programs that start many applications, so that a process of theirs tells nothing either.
+constexpr std::array<std::string_view, 11> kLaunchers{
+    "sh", "bash", "dash", "zsh", "flatpak", "snap", "perl", "java", "node", "gjs-console", "wine"};
+
+bool isLauncher(const std::string& program) {
+    const std::string name = std::filesystem::path{program}.filename().string();
+    return name.starts_with("python") || std::ranges::find(kLaunchers, name) != kLaunchers.end();
+}
+
+/// No desktop entry is longer; what is longer is something else.
+constexpr std::size_t kLongestFile = std::size_t{256} << 10U;
+
+/// The first word of a command line, its quotes taken off.
+std::string firstWord(std::string_view command) {
+    if (command.starts_with('"')) {
+        command.remove_prefix(1);
+        return std::string{command.substr(0, command.find('"'))};
+    }
+    return std::string{command.substr(0, command.find(' '))};
+}
+
+/// Where a program of this name or path lies, links resolved.
+std::optional<std::string> locate(const std::string& program) {
+    const char* path = std::getenv("PATH");  // NOLINT(concurrency-mt-unsafe): set at start only
+    const std::vector<std::string> folders =
+        program.contains('/') ? std::vector<std::string>{""} : splitFolders(path ? path : "");
+    for (const std::string& folder : folders) {
+        std::error_code error;
+        const fs::path found =
+            fs::canonical(folder.empty() ? program : folder + "/" + program, error);
+        if (!error && access(found.c_str(), X_OK) == 0) {
+            return found.string();
+        }
+    }
+    return std::nullopt;
+}
+
+/// The word that names the application's own program, behind "env" and its assignments.
+std::string programWord(std::string_view command) {
+    std::string word = firstWord(command);
+    if (fs::path{word}.filename() != "env") {
+        return word;
+    }
+    while (true) {
+        const std::size_t space = command.find(' ');
+        if (space == std::string_view::npos) {
+            return word;
+        }
+        command.remove_prefix(space + 1);
+        word = firstWord(command);
+        if (!word.contains('=') && !word.starts_with('-')) {
+            return word;
+        }
+    }
+}
+
+}  // namespace
+
+bool DesktopEntry::starts(std::string_view path) const {
+    if (path == program) {
+        return true;
+    }
+    const std::string_view folder = path.substr(0, path.rfind('/'));
+    return folder == std::string_view{program}.substr(0, program.rfind('/')) &&
+           std::ranges::find(kSharedFolders, folder) == kSharedFolders.end();
+}
+
+std::optional<DesktopEntry> DesktopEntry::parse(std::string_view text) {
+    std::string name;
+    std::string command;
+    bool isMainGroup = false;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        const std::string_view line = text.substr(0, end);
+        text.remove_prefix(std::min(end + 1, text.size()));
+        if (line.starts_with('[')) {
+            isMainGroup = line.starts_with("[Desktop Entry]");
+        } else if (isMainGroup && line.starts_with("Name=")) {
+            name = line.substr(5);
+        } else if (isMainGroup && line.starts_with("Exec=")) {
+            command = line.substr(5);
+        }
+    }
+    const std::optional<std::string> program = locate(programWord(command));
+    if (name.empty() || !program || isLauncher(*program)) {
+        return std::nullopt;
+    }
+    return DesktopEntry{.name = name, .program = *program};
+}
+
+std::vector<DesktopEntry> DesktopEntry::installed() {
+    std::vector<DesktopEntry> entries;
+    for (const std::string& folder : dataFolders()) {
+        std::error_code error;
+        for (fs::directory_iterator file{folder + "/applications", error}, end;
+             !error && file != end;
+             file.increment(error)) {
+            std::error_code sizeError;
+            if (file->path().extension() != ".desktop" ||
+                file->file_size(sizeError) > kLongestFile || sizeError) {
+                continue;
+            }
+            std::ifstream stream{file->path()};
+            const std::string text{std::istreambuf_iterator<char>{stream}, {}};
+            if (auto entry = parse(text)) {
+                entries.push_back(*std::move(entry));
+            }
+        }
+    }
+    return entries;
+}
+
+}  // namespace Brimlo::Platform

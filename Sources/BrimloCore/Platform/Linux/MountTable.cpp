@@ -1,0 +1,79 @@
+#include "BrimloCore/Platform/Linux/MountTable.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstddef>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace Brimlo::Platform {
+
+namespace {
+
+/// Space, tab, line end and backslash stand in the table as three octal digits.
+std::string unescaped(std::string_view text) {
+    std::string result;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char* digits = text.data() + i + 1;
+        unsigned byte = 0;
+        if (text[i] == '\\' && text.size() - i > 3 &&
+            std::from_chars(digits, digits + 3, byte, 8).ptr == digits + 3) {
+            result += static_cast<char>(byte);
+            i += 3;
+        } else {
+            result += text[i];
+        }
+    }
+    return result;
+}
+
+}  // namespace
+
+MountTable MountTable::read() {
+    std::ifstream file{"/proc/self/mountinfo"};
+    return parse(std::string{std::istreambuf_iterator<char>{file}, {}});
+}
+
+MountTable MountTable::parse(std::string_view text) {
+    MountTable table;
+    std::istringstream lines{std::string{text}};
+    for (std::string line; std::getline(lines, line);) {
+        // id, parent id, device, root within the file system, mount point, …
+        std::istringstream fields{line};
+        std::uint64_t id = 0;
+        std::string parent;
+        std::string device;
+        std::string root;
+        std::string point;
+        if (fields >> id >> parent >> device >> root >> point) {
+            table.mounts_.push_back({id, unescaped(point)});
+        }
+    }
+    return table;
+}
+
+std::optional<std::string> MountTable::mountPoint(std::uint64_t id) const {
+    const auto found = std::ranges::find(mounts_, id, &Mount::id);
+    return found == mounts_.end() ? std::nullopt : std::optional{found->point};
+}
+
+bool MountTable::hasMountAtOrBelow(std::string_view path) const {
+    return std::ranges::any_of(mounts_, [&](const Mount& mount) {
+        const std::string_view point = mount.point;
+        return point.starts_with(path) &&
+               (point.size() == path.size() || point[path.size()] == '/');
+    });
+}
+
+std::uint64_t mountID(int descriptor) {
+    struct statx status {};
+    const bool isKnown = statx(descriptor, "", AT_EMPTY_PATH, STATX_MNT_ID, &status) == 0 &&
+                         (status.stx_mask & STATX_MNT_ID) != 0;
+    return isKnown ? status.stx_mnt_id : 0;
+}
+
+}  // namespace Brimlo::Platform

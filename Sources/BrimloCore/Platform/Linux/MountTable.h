@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Brimlo::Platform {
+
+/// The mounts that this process sees (proc(5), /proc/PID/mountinfo).
+class MountTable {
+public:
+    /// As it is now.
+    [[nodiscard]] static MountTable read();
+
+    [[nodiscard]] static MountTable parse(std::string_view text);
+
+    /// Where the mount with this id (`stx_mnt_id` of statx(2)) is attached.
+    [[nodiscard]] std::optional<std::string> mountPoint(std::uint64_t id) const;
+
+    /// Whether something is mounted on `path` or below it.
+    [[nodiscard]] bool hasMountAtOrBelow(std::string_view path) const;
+
+private:
+    struct Mount {
+        std::uint64_t id;
+        std::string point;
+    };
+    std::vector<Mount> mounts_;
+};
+
+/// The id of the mount that an open file lies on; 0 when the kernel does not tell.
+[[nodiscard]] std::uint64_t mountID(int descriptor);
+
+}  // namespace Brimlo::Platform

@@ -1,0 +1,158 @@
+#include "BrimloCore/Platform/Linux/RemoveTree.h"
+
+#include "BrimloCore/Platform/DirectoryReader.h"
+#include "BrimloCore/Platform/FileIdentity.h"
+#include "BrimloCore/Platform/Linux/MountTable.h"
+#include "BrimloCore/Platform/Posix/Descriptor.h"
+
+#include <cerrno>
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace Brimlo::Platform {
+
+namespace {
+
+constexpr int kOpenFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
+
+/// A folder on the way down: what is left to delete in it, and what it must still be when the
+/// walk comes back to it.
+struct Level {
+    std::string name;  ///< In the level above.
+    FileIdentity identity;
+    std::vector<std::string> folders;
+};
+
+std::unexpected<Error> failure() {
+    return std::unexpected(Error::fromSystem(errno));
+}
+
+/// Opens a folder for reading, with its permissions widened when that is what it takes.
+Descriptor openForRemoval(int parent, const std::string& name) {
+    Descriptor folder{openat(parent, name.c_str(), kOpenFlags)};
+    if (!folder && errno == EACCES && makeWritable(parent, name)) {
+        folder = Descriptor{openat(parent, name.c_str(), kOpenFlags)};
+    }
+    return folder;
+}
+
+/// Walks down a tree and deletes it on the way up, one open folder at a time.
+class Removal {
+public:
+    explicit Removal(int parent)
+        : parent_(parent)
+        , mount_(mountID(parent)) {}
+
+    std::expected<void, Error> run(const std::string& name) {
+        auto result = enter(parent_, name);
+        while (result && !levels_.empty()) {
+            std::vector<std::string>& folders = levels_.back().folders;
+            if (folders.empty()) {
+                result = leave();
+            } else {
+                const std::string next = std::move(folders.back());
+                folders.pop_back();
+                result = enter(folder_.number(), next);
+            }
+        }
+        return result;
+    }
+
+private:
+    /// Opens a folder and deletes all in it but its folders, which it notes.
+    std::expected<void, Error> enter(int parent, const std::string& name) {
+        Descriptor folder = openForRemoval(parent, name);
+        struct stat status {};
+        if (!folder || fstat(folder.number(), &status) != 0) {
+            return failure();
+        }
+        if (mountID(folder.number()) != mount_) {
+            errno = EBUSY;
+            return failure();
+        }
+        Level level{
+            .name = name, .identity = {status.st_dev,                 status.st_ino},
+                 .folders = {                             }
+        };
+        std::vector<std::string> others;
+        if (!readDirectory(folder.number(), EntryDetail::kind, [&](const DirectoryEntry& entry) {
+                (entry.isDirectory ? level.folders : others).emplace_back(entry.name);
+            })) {
+            return failure();
+        }
+        if ((status.st_mode & S_IRWXU) != S_IRWXU && !(level.folders.empty() && others.empty())) {
+            fchmod(folder.number(), S_IRWXU);
+        }
+        for (const std::string& other : others) {
+            if (unlinkat(folder.number(), other.c_str(), 0) != 0 && errno != ENOENT) {
+                return failure();
+            }
+        }
+        levels_.push_back(std::move(level));
+        folder_ = std::move(folder);
+        return {};
+    }
+
+    /// Goes back to the folder above and deletes the one that has been emptied.
+    std::expected<void, Error> leave() {
+        const Level done = std::move(levels_.back());
+        levels_.pop_back();
+        int above = parent_;
+        if (!levels_.empty()) {
+            folder_ = Descriptor{openat(folder_.number(), "..", kOpenFlags)};
+            above = folder_.number();
+            struct stat status {};
+            if (!folder_ || fstat(above, &status) != 0) {
+                return failure();
+            }
+            if (levels_.back().identity != FileIdentity{status.st_dev, status.st_ino}) {
+                errno = ESTALE;  // Somebody moved the tree while it was being deleted.
+                return failure();
+            }
+        }
+        if (unlinkat(above, done.name.c_str(), AT_REMOVEDIR) != 0) {
+            return failure();
+        }
+        return {};
+    }
+
+    int parent_;
+    std::uint64_t mount_;
+    Descriptor folder_;  ///< The folder of the last level.
+    std::vector<Level> levels_;
+};
+
+}  // namespace
+
+std::expected<void, Error> removeTree(int parent, const std::string& name) {
+    struct stat status {};
+    if (fstatat(parent, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) {
+        return failure();
+    }
+    if (S_ISDIR(status.st_mode)) {
+        return Removal{parent}.run(name);
+    }
+    if (unlinkat(parent, name.c_str(), 0) != 0) {
+        return failure();
+    }
+    return {};
+}
+
+bool makeWritable(int parent, const std::string& name) {
+    const Descriptor folder{
+        openat(parent, name.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC)};
+    if (!folder) {
+        return false;
+    }
+    // A descriptor opened for its path alone has no fchmod; this name of it stands for the very
+    // folder and not for whatever its path leads to by now.
+    const std::string self = "/proc/self/fd/" + std::to_string(folder.number());
+    return chmod(self.c_str(), S_IRWXU) == 0;
+}
+
+}  // namespace Brimlo::Platform

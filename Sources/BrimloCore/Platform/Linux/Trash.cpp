@@ -1,0 +1,254 @@
+#include "BrimloCore/Platform/Trash.h"
+
+#include "BrimloCore/Platform/Linux/DataFolders.h"
+#include "BrimloCore/Platform/Linux/MountTable.h"
+#include "BrimloCore/Platform/Linux/TrashFolder.h"
+#include "BrimloCore/Platform/Linux/TrashInfo.h"
+#include "BrimloCore/Platform/Posix/Descriptor.h"
+#include "BrimloCore/Platform/Posix/OpenFolder.h"
+
+#include <cctype>
+#include <cerrno>
+#include <cstdio>
+#include <ctime>
+#include <string_view>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace Brimlo::Platform {
+
+namespace {
+
+std::unexpected<Error> refuse(int code, std::string phrase) {
+    return std::unexpected(
+        Error{.domain = kSystemErrorDomain, .code = code, .description = std::move(phrase)});
+}
+
+/// The reason of a failed system call as a phrase.
+std::string phrase(int code) {
+    switch (code) {
+        case EXDEV:
+            return "it lies on another volume or layer than its Trash, and nothing is copied there";
+        case EACCES:
+        case EPERM:
+            return "no permission to move it";
+        case EROFS:
+            return "its volume can't be written to";
+        case ENOSPC:
+        case EDQUOT:
+            return "the disk is too full to move it to the Trash";
+        case ENOENT:
+            return "no longer exists";
+        case EBUSY:
+            return "it is in use by the system";
+        case EINVAL:
+            return "its file system can't move it without the danger of overwriting";
+        case ELOOP:
+        case ENOTDIR:
+            return "the folder around it changed meanwhile";
+        default: {
+            std::string words = Error::fromSystem(code).description;
+            words.front() =
+                static_cast<char>(std::tolower(static_cast<unsigned char>(words.front())));
+            return words;
+        }
+    }
+}
+
+std::unexpected<Error> failure() {
+    const int code = errno;
+    return refuse(code, phrase(code));
+}
+
+/// Whether this user may take the item out of the folder, and if not, why. Asked before anything
+/// is written.
+std::expected<void, Error> mayLeave(int folder, const struct stat& item) {
+    struct stat status {};
+    if (fstat(folder, &status) != 0 || faccessat(folder, ".", W_OK | X_OK, AT_EACCESS) != 0) {
+        return errno == EROFS ? failure() : refuse(EACCES, "no permission to change its folder");
+    }
+    const uid_t user = geteuid();
+    const bool isSticky = (status.st_mode & S_ISVTX) != 0;
+    if (isSticky && user != 0 && user != item.st_uid && user != status.st_uid) {
+        return refuse(EPERM, "it belongs to somebody else");
+    }
+    return {};
+}
+
+/// Makes the folder's last changes last through a power cut.
+void sync(int folder) {
+    const Descriptor readable{openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
+    if (readable) {
+        fsync(readable.number());
+    }
+}
+
+bool writeNote(int file, std::string_view text) {
+    while (!text.empty()) {
+        const ssize_t count = write(file, text.data(), text.size());
+        if (count < 0 && errno != EINTR) {
+            return false;
+        }
+        text.remove_prefix(count < 0 ? 0 : static_cast<std::size_t>(count));
+    }
+    return fsync(file) == 0;
+}
+
+FileIdentity identityOf(const struct stat& status) {
+    return {.device = status.st_dev, .inode = status.st_ino};
+}
+
+}  // namespace
+
+std::string homeTrash() {
+    return dataHome() + "/Trash/files";
+}
+
+struct TrashMove::State {
+    Descriptor folder;  ///< The item's.
+    std::string name;   ///< The item's name in it.
+    FileIdentity identity;
+    TrashFolder trash;
+    std::string trashName;  ///< The item's name in the Trash; its note is there already.
+    std::optional<std::string> destination;
+    bool keepsNote = false;
+
+    [[nodiscard]] std::string noteName() const { return trashName + std::string{kTrashInfoSuffix}; }
+
+    ~State() {
+        if (!trashName.empty() && !keepsNote) {
+            unlinkat(trash.info.number(), noteName().c_str(), 0);
+        }
+    }
+
+    std::expected<void, Error> find(const Request& request);
+    std::expected<void, Error> makePlace(const Request& request);
+    std::expected<void, Error> writeNoteAs(const std::string& candidate, const TrashInfo& info);
+};
+
+/// Opens the item's folder and makes sure that the item in it is the one that was judged.
+std::expected<void, Error> TrashMove::State::find(const Request& request) {
+    const std::size_t slash = request.path.rfind('/');
+    name = request.path.substr(slash + 1);
+    auto opened = openFolder(std::string_view{request.path}.substr(0, slash));
+    if (!opened) {
+        return refuse(opened.error().code, phrase(opened.error().code));
+    }
+    folder = *std::move(opened);
+    const Descriptor item{openat(folder.number(), name.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC)};
+    struct stat status {};
+    if (!item || fstat(item.number(), &status) != 0) {
+        return failure();
+    }
+    identity = identityOf(status);
+    if (identity != request.identity) {
+        return refuse(ESTALE, "it is not the item that was reviewed");
+    }
+    if (mountID(item.number()) != mountID(folder.number()) ||
+        MountTable::read().hasMountAtOrBelow(request.path)) {
+        return refuse(EBUSY, "a volume is mounted on it or inside it");
+    }
+    return mayLeave(folder.number(), status);
+}
+
+/// Reserves a free name in the Trash by writing the note of the item.
+std::expected<void, Error> TrashMove::State::makePlace(const Request& request) {
+    const std::size_t skipped =
+        trash.base.empty() ? 0 : trash.base.size() + (trash.base == "/" ? 0 : 1);
+    const TrashInfo info{.path = request.path.substr(skipped), .entryID = request.entryID};
+    constexpr int kMostNames = 10'000;
+    for (int attempt = 1; attempt <= kMostNames; ++attempt) {
+        const std::string candidate = nameInTrash(name, attempt);
+        auto written = writeNoteAs(candidate, info);
+        if (written) {
+            destination = trash.path + "/files/" + trashName;
+            return {};
+        }
+        if (written.error().code != EEXIST) {
+            return written;
+        }
+    }
+    return refuse(EEXIST, "the Trash holds too many items of this name");
+}
+
+std::expected<void, Error> TrashMove::State::writeNoteAs(
+    const std::string& candidate, const TrashInfo& info) {
+    const std::string note = candidate + std::string{kTrashInfoSuffix};
+    const Descriptor file{openat(
+        trash.info.number(),
+        note.c_str(),
+        O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
+        0600)};
+    if (!file) {
+        return failure();
+    }
+    trashName = candidate;  // From here on the note is removed with this object.
+    struct stat status {};
+    if (fstatat(trash.files.number(), candidate.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0) {
+        // An item that lost its note; it keeps its place.
+        unlinkat(trash.info.number(), note.c_str(), 0);
+        trashName.clear();
+        return refuse(EEXIST, phrase(EEXIST));
+    }
+    if (!writeNote(file.number(), info.text(std::time(nullptr)))) {
+        return failure();
+    }
+    return {};
+}
+
+TrashMove::TrashMove(std::unique_ptr<State> state)
+    : state_(std::move(state)) {}
+TrashMove::TrashMove(TrashMove&&) noexcept = default;
+TrashMove& TrashMove::operator=(TrashMove&&) noexcept = default;
+TrashMove::~TrashMove() = default;
+
+const std::optional<std::string>& TrashMove::destination() const {
+    return state_->destination;
+}
+
+std::expected<TrashMove, Error> TrashMove::prepare(const Request& request) {
+    auto state = std::make_unique<State>();
+    if (auto found = state->find(request); !found) {
+        return std::unexpected(found.error());
+    }
+    auto trash = TrashFolder::forItemsIn(state->folder.number(), request.path);
+    if (!trash) {
+        return std::unexpected(trash.error());
+    }
+    state->trash = *std::move(trash);
+    if (auto made = state->makePlace(request); !made) {
+        return std::unexpected(made.error());
+    }
+    return TrashMove{std::move(state)};
+}
+
+std::expected<TrashedItem, Error> TrashMove::commit() {
+    const int files = state_->trash.files.number();
+    const char* name = state_->name.c_str();
+    const char* trashName = state_->trashName.c_str();
+    const int folder = state_->folder.number();
+    if (renameat2(folder, name, files, trashName, RENAME_NOREPLACE) != 0) {
+        return failure();
+    }
+    TrashedItem item{.path = state_->destination, .warning = std::nullopt};
+    struct stat status {};
+    if (fstatat(files, trashName, &status, AT_SYMLINK_NOFOLLOW) != 0 ||
+        identityOf(status) != state_->identity) {
+        // Something else took the item's name in the last moment.
+        if (renameat2(files, trashName, folder, name, RENAME_NOREPLACE) == 0) {
+            return refuse(ESTALE, "it is not the item that was reviewed");
+        }
+        item.warning = "another item stood in its place and lies in the Trash now";
+    }
+    state_->keepsNote = true;
+    // In this order, so that a power cut leaves the item in at least one of the two places.
+    sync(folder);
+    fsync(files);
+    fsync(state_->trash.info.number());
+    return item;
+}
+
+}  // namespace Brimlo::Platform

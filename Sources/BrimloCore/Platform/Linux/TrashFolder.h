@@ -1,0 +1,28 @@
+#pragma once
+
+#include "BrimloCore/Models/Error.h"
+#include "BrimloCore/Platform/Posix/Descriptor.h"
+
+#include <expected>
+#include <string>
+#include <string_view>
+
+namespace Brimlo::Platform {
+
+/// One Trash of the freedesktop.org Trash Specification 1.0, its folders open.
+///
+/// Each folder is the user's own, no link, and closed to the writing of others; else it is not
+/// used.
+struct TrashFolder {
+    std::string path;  ///< The folder that holds "files" and "info".
+    std::string base;  ///< What the paths in its notes are relative to; empty for absolute.
+    Descriptor files;
+    Descriptor info;
+
+    /// The Trash of the volume of a folder, made when it is missing: the home Trash where that is
+    /// on the same mount, else the one at the top of the mount.
+    [[nodiscard]] static std::expected<TrashFolder, Error> forItemsIn(
+        int folder, std::string_view folderPath);
+};
+
+}  // namespace Brimlo::Platform

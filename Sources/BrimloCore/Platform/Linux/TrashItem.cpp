@@ -1,0 +1,117 @@
+#include "BrimloCore/Platform/TrashItem.h"
+
+#include "BrimloCore/Platform/Linux/RemoveTree.h"
+#include "BrimloCore/Platform/Linux/TrashInfo.h"
+#include "BrimloCore/Platform/Posix/Descriptor.h"
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace Brimlo::Platform::TrashItem {
+
+namespace {
+
+std::unexpected<Error> failure(int code = errno) {
+    return std::unexpected(Error::fromSystem(code));
+}
+
+/// The folder "files" of the Trash that an item lies in, and the item's name there.
+struct Place {
+    Descriptor files;
+    std::string name;
+
+    explicit Place(const std::string& trashPath)
+        : name(trashPath.substr(trashPath.rfind('/') + 1)) {
+        const std::string folder = trashPath.substr(0, trashPath.size() - name.size());
+        files = Descriptor{open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
+    }
+
+    /// The note's path from "files".
+    [[nodiscard]] std::string note() const {
+        return "../info/" + name + std::string{kTrashInfoSuffix};
+    }
+};
+
+/// The folder beside "files" in which other programs too put what is being deleted.
+Descriptor openExpunged(int files) {
+    mkdirat(files, "../expunged", 0700);
+    return Descriptor{
+        openat(files, "../expunged", O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC)};
+}
+
+/// Moves an item within the Trash. A folder's own permissions can forbid that to all but root.
+bool moveAside(int from, const std::string& name, int to, const std::string& newName) {
+    const auto move = [&] {
+        return renameat2(from, name.c_str(), to, newName.c_str(), RENAME_NOREPLACE) == 0;
+    };
+    return move() || (errno == EACCES && makeWritable(from, name) && move());
+}
+
+}  // namespace
+
+std::optional<std::string> entryID(const std::string& trashPath) {
+    const Place place{trashPath};
+    const Descriptor note{openat(
+        place.files.number(),
+        place.note().c_str(),
+        O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC)};
+    std::array<char, 16384> text{};  // A path of 4,096 bytes is three times as long when encoded.
+    const ssize_t length = note ? read(note.number(), text.data(), text.size()) : -1;
+    if (length <= 0) {
+        return std::nullopt;
+    }
+    const auto info = TrashInfo::parse({text.data(), static_cast<std::size_t>(length)});
+    return info ? info->entryID : std::nullopt;
+}
+
+std::expected<void, Error> putBack(const std::string& trashPath, const std::string& path) {
+    const Place place{trashPath};
+    const std::size_t slash = path.rfind('/');
+    const Descriptor target{
+        open(path.substr(0, slash + 1).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
+    if (!place.files || !target) {
+        return failure();
+    }
+    const int files = place.files.number();
+    const std::string name = path.substr(slash + 1);
+    if (renameat2(files, place.name.c_str(), target.number(), name.c_str(), RENAME_NOREPLACE) !=
+        0) {
+        return failure();
+    }
+    fsync(target.number());
+    fsync(files);
+    unlinkat(files, place.note().c_str(), 0);
+    return {};
+}
+
+std::expected<void, Error> remove(const std::string& trashPath, const FileIdentity& identity) {
+    const Place place{trashPath};
+    const int files = place.files.number();
+    const Descriptor expunged = openExpunged(files);
+    if (!expunged) {
+        return failure();
+    }
+    // Under a name that nobody else uses, what was looked at is what is deleted.
+    const std::string aside = "brimlo-" + std::to_string(getpid()) + "-" + identity.text();
+    if (!moveAside(files, place.name, expunged.number(), aside)) {
+        return failure();
+    }
+    struct stat status {};
+    const bool isMeant =
+        fstatat(expunged.number(), aside.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
+        FileIdentity{status.st_dev, status.st_ino} == identity;
+    auto removed = isMeant ? removeTree(expunged.number(), aside) : failure(ESTALE);
+    if (removed) {
+        unlinkat(files, place.note().c_str(), 0);
+    } else {
+        moveAside(expunged.number(), aside, files, place.name);
+    }
+    return removed;
+}
+
+}  // namespace Brimlo::Platform::TrashItem
