@@ -1,0 +1,132 @@
+#include "BrimloCore/Support/AtomicFile.h"
+
+#include "BrimloCore/Platform/Posix/Descriptor.h"
+#include "BrimloCore/Support/Path.h"
+#include "BrimloCore/Support/Uuid.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace Brimlo {
+
+namespace {
+
+using Platform::Descriptor;
+
+std::unexpected<Error> failure() {
+    return std::unexpected(Error::fromSystem(errno));
+}
+
+bool writeAll(int file, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(file, bytes.data(), bytes.size());
+        if (written < 0 && errno != EINTR) {
+            return false;
+        }
+        bytes.remove_prefix(written < 0 ? 0 : static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+void syncFolder(const std::string& path) {
+    const Descriptor folder{open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
+    if (folder) {
+        fsync(folder.number());
+    }
+}
+
+}  // namespace
+
+AtomicFile::AtomicFile(std::string path, std::string temporary)
+    : path_(std::move(path))
+    , temporary_(std::move(temporary)) {}
+
+AtomicFile::AtomicFile(AtomicFile&& other) noexcept
+    : path_(std::move(other.path_))
+    , temporary_(std::exchange(other.temporary_, {})) {}
+
+AtomicFile::~AtomicFile() {
+    if (!temporary_.empty()) {
+        unlink(temporary_.c_str());
+    }
+}
+
+std::expected<AtomicFile, Error> AtomicFile::prepare(std::string path, std::string_view bytes) {
+    if (!Path::isUsable(path)) {
+        return std::unexpected(Error::fromSystem(EINVAL));
+    }
+    std::string temporary = path + "." + Uuid::random().text().substr(0, 8) + ".tmp";
+    const Descriptor file{
+        open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0600)};
+    if (!file) {
+        return failure();
+    }
+    AtomicFile prepared{std::move(path), std::move(temporary)};
+    if (!writeAll(file.number(), bytes) || fsync(file.number()) != 0) {
+        return failure();
+    }
+    return prepared;
+}
+
+std::expected<void, Error> AtomicFile::publish() {
+    if (rename(temporary_.c_str(), path_.c_str()) != 0) {
+        return failure();
+    }
+    temporary_.clear();
+    syncFolder(std::filesystem::path(path_).parent_path().string());
+    return {};
+}
+
+std::expected<void, Error> AtomicFile::write(std::string path, std::string_view bytes) {
+    auto prepared = prepare(std::move(path), bytes);
+    return prepared ? prepared->publish() : std::unexpected(prepared.error());
+}
+
+std::expected<std::string, Error> readFile(const std::string& path, std::size_t limit) {
+    if (!Path::isUsable(path)) {
+        return std::unexpected(Error::fromSystem(EINVAL));
+    }
+    const Descriptor file{open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)};
+    struct stat status {};
+    if (!file || fstat(file.number(), &status) != 0) {
+        return failure();
+    }
+    if (!S_ISREG(status.st_mode)) {
+        return std::unexpected(Error::fromSystem(S_ISDIR(status.st_mode) ? EISDIR : EINVAL));
+    }
+    const auto expected = static_cast<std::size_t>(status.st_size);
+    std::string bytes(std::min(expected, limit) + 1, '\0');
+    std::size_t length = 0;
+    while (length <= limit) {
+        const ssize_t count = read(file.number(), bytes.data() + length, bytes.size() - length);
+        if (count == 0) {
+            bytes.resize(length);
+            return bytes;
+        }
+        if (count < 0 && errno != EINTR) {
+            return failure();
+        }
+        length += count < 0 ? 0 : static_cast<std::size_t>(count);
+        if (length == bytes.size()) {
+            bytes.resize(std::min(bytes.size() * 2, limit + 1));  // It grew, or tells no size.
+        }
+    }
+    return std::unexpected(Error::fromSystem(EFBIG));
+}
+
+void preserveCorrupt(const std::string& path) {
+    const std::string target = path + ".corrupt";
+    std::error_code ignored;
+    std::filesystem::remove(target, ignored);
+    std::filesystem::copy_file(path, target, ignored);
+    chmod(target.c_str(), 0600);
+}
+
+}  // namespace Brimlo

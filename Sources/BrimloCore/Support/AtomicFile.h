@@ -1,0 +1,51 @@
+#pragma once
+
+#include "BrimloCore/Models/Error.h"
+
+#include <cstddef>
+#include <expected>
+#include <string>
+#include <string_view>
+
+namespace Brimlo {
+
+/// New content for a file, complete and on the disk under a temporary name beside it, waiting to
+/// replace the file in one step. Never published, it is removed.
+class AtomicFile {
+public:
+    /// Writes `bytes` beside `path` and waits until the disk has them. The file will be readable
+    /// by its owner alone.
+    [[nodiscard]] static std::expected<AtomicFile, Error> prepare(
+        std::string path, std::string_view bytes);
+
+    AtomicFile(AtomicFile&& other) noexcept;
+    AtomicFile& operator=(AtomicFile&&) = delete;
+    AtomicFile(const AtomicFile&) = delete;
+    AtomicFile& operator=(const AtomicFile&) = delete;
+    ~AtomicFile();
+
+    /// Puts the content in place. Call once.
+    [[nodiscard]] std::expected<void, Error> publish();
+
+    /// `prepare` and `publish` in one.
+    [[nodiscard]] static std::expected<void, Error> write(std::string path, std::string_view bytes);
+
+private:
+    AtomicFile(std::string path, std::string temporary);
+
+    std::string path_;
+    std::string temporary_;  ///< Empty when there is nothing left to remove.
+};
+
+/// The whole content of a regular file of at most `limit` bytes.
+///
+/// Fails with EFBIG for a longer one, and with EINVAL for what is no regular file, such as a pipe
+/// that nobody writes to.
+[[nodiscard]] std::expected<std::string, Error> readFile(
+    const std::string& path, std::size_t limit);
+
+/// Copies a file that could not be understood to the same name plus ".corrupt", over an earlier
+/// copy. Errors are ignored.
+void preserveCorrupt(const std::string& path);
+
+}  // namespace Brimlo

@@ -1,0 +1,105 @@
+#include "BrimloCore/Support/Iso8601.h"
+
+#include <array>
+#include <charconv>
+#include <cstddef>
+#include <cstdio>
+
+namespace Brimlo::Iso8601 {
+
+namespace {
+
+using std::chrono::days;
+using std::chrono::hours;
+using std::chrono::minutes;
+using std::chrono::seconds;
+using std::chrono::sys_seconds;
+
+/// Takes numbers and separators off the front of a text, and remembers whether all of them fitted.
+class Scanner {
+public:
+    explicit Scanner(std::string_view text)
+        : rest_(text) {}
+
+    unsigned number(std::size_t digits) {
+        unsigned value = 0;
+        const char* end = rest_.data() + digits;
+        if (rest_.size() < digits || rest_.front() == '-' ||
+            std::from_chars(rest_.data(), end, value).ptr != end) {
+            failed_ = true;
+            return 0;
+        }
+        rest_.remove_prefix(digits);
+        return value;
+    }
+
+    bool accept(char c) {
+        if (!rest_.starts_with(c)) {
+            return false;
+        }
+        rest_.remove_prefix(1);
+        return true;
+    }
+
+    void expect(char c) { failed_ |= !accept(c); }
+
+    [[nodiscard]] bool succeeded() const { return !failed_ && rest_.empty(); }
+
+private:
+    std::string_view rest_;
+    bool failed_ = false;
+};
+
+}  // namespace
+
+std::string format(sys_seconds date) {
+    const auto day = std::chrono::floor<days>(date);
+    const std::chrono::year_month_day ymd{day};
+    const std::chrono::hh_mm_ss time{date - day};
+    std::array<char, 40> text{};
+    const int length = std::snprintf(
+        text.data(),
+        text.size(),
+        "%04d-%02u-%02uT%02d:%02d:%02dZ",
+        static_cast<int>(ymd.year()),
+        static_cast<unsigned>(ymd.month()),
+        static_cast<unsigned>(ymd.day()),
+        static_cast<int>(time.hours().count()),
+        static_cast<int>(time.minutes().count()),
+        static_cast<int>(time.seconds().count()));
+    return {text.data(), static_cast<std::size_t>(length)};
+}
+
+std::optional<sys_seconds> parse(std::string_view text) {
+    Scanner scanner{text};
+    const std::chrono::year year{static_cast<int>(scanner.number(4))};
+    scanner.expect('-');
+    const std::chrono::month month{scanner.number(2)};
+    scanner.expect('-');
+    const std::chrono::day day{scanner.number(2)};
+    scanner.expect('T');
+    const unsigned hour = scanner.number(2);
+    scanner.expect(':');
+    const unsigned minute = scanner.number(2);
+    scanner.expect(':');
+    const unsigned second = scanner.number(2);
+
+    seconds offset{0};
+    if (!scanner.accept('Z')) {
+        const bool isWest = scanner.accept('-');
+        if (!isWest) {
+            scanner.expect('+');
+        }
+        offset = hours{scanner.number(2)};
+        scanner.accept(':');
+        offset += minutes{scanner.number(2)};
+        offset = isWest ? -offset : offset;
+    }
+    const std::chrono::year_month_day ymd{year, month, day};
+    if (!scanner.succeeded() || !ymd.ok() || hour > 23 || minute > 59 || second > 60) {
+        return std::nullopt;
+    }
+    return std::chrono::sys_days{ymd} + hours{hour} + minutes{minute} + seconds{second} - offset;
+}
+
+}  // namespace Brimlo::Iso8601

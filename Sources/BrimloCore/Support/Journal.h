@@ -1,0 +1,75 @@
+#pragma once
+
+#include "BrimloCore/Models/Error.h"
+#include "BrimloCore/Platform/Posix/Descriptor.h"
+#include "BrimloCore/Support/AtomicFile.h"
+#include "BrimloCore/Support/JournalEntry.h"
+
+#include <expected>
+#include <functional>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace Brimlo {
+
+/// The persistent record of every disposal, shared with the other processes of the user.
+///
+/// Holds no entries in memory: the file is the only copy, and each change is an exclusive
+/// read-modify-write of the whole of it. Locks the threads of this process first, then the other
+/// processes, through `path` + ".lock". A damaged file is copied to `path` + ".corrupt" and read
+/// as far as it can be. Any thread; each call blocks while another process holds the lock.
+class Journal {
+    /// Keeps out the other threads and then the other processes.
+    struct Lock {
+        std::unique_lock<std::mutex> threads;
+        Platform::Descriptor processes;  ///< Closing it gives the advisory lock up.
+    };
+
+public:
+    /// An entry that is on the disk but not yet in the journal, with the locks held. Dropped, it
+    /// leaves the journal as it was.
+    class Pending {
+    public:
+        /// Puts the journal with `entry` in place. Costs no more than a rename when `entry` is the
+        /// one prepared; one that turned out differently is written anew. A failure is not
+        /// reported.
+        void publish(const JournalEntry& entry) &&;
+
+    private:
+        friend class Journal;
+        Pending(Lock lock, std::string path, std::vector<JournalEntry> entries, AtomicFile file);
+
+        Lock lock_;
+        std::string path_;
+        std::vector<JournalEntry> entries_;  ///< The new one last.
+        AtomicFile file_;
+    };
+
+    /// `path` is the journal's file. Nothing is read yet.
+    explicit Journal(std::string path);
+
+    /// All entries that can be read, newest first; entries of one date in file order.
+    [[nodiscard]] std::vector<JournalEntry> entries();
+
+    /// Adds an entry at the end. A failure is not reported and leaves the file as it was.
+    void append(const JournalEntry& entry);
+
+    /// Applies `body` to the first entry with this id, if there is one. A failure is not reported
+    /// and leaves the file as it was.
+    void update(const Uuid& id, const std::function<void(JournalEntry&)>& body);
+
+    /// Writes the journal with `entry` at its end beside the old one, so that nothing but a rename
+    /// is left to do once the item has gone: a full disk shows before the item moves, not after.
+    [[nodiscard]] std::expected<Pending, Error> prepare(const JournalEntry& entry);
+
+private:
+    [[nodiscard]] Lock lock();
+    [[nodiscard]] std::expected<std::vector<JournalEntry>, Error> load() const;
+    void mutate(const std::function<void(std::vector<JournalEntry>&)>& body);
+
+    std::mutex mutex_;
+    std::string path_;
+};
+
+}  // namespace Brimlo

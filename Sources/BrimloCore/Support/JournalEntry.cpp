@@ -1,0 +1,115 @@
+#include "BrimloCore/Support/JournalEntry.h"
+
+#include "BrimloCore/Support/Iso8601.h"
+#include "BrimloCore/Support/Text.h"
+
+#include <string_view>
+#include <utility>
+
+#include <boost/json/serialize.hpp>
+
+namespace Brimlo {
+
+namespace {
+
+using Json::FieldReader;
+
+std::optional<Uuid> readUuid(FieldReader& reader, std::string_view key) {
+    const std::optional<std::string> text = reader.optionalText(key);
+    if (!text) {
+        return std::nullopt;
+    }
+    const std::optional<Uuid> id = Uuid::parse(*text);
+    if (!id) {
+        reader.fail(key, "is not an identifier");
+    }
+    return id;
+}
+
+std::chrono::sys_seconds readDate(FieldReader& reader) {
+    const auto date = Iso8601::parse(reader.text("date"));
+    if (!date) {
+        reader.fail("date", "is not a date");
+    }
+    return date.value_or(std::chrono::sys_seconds{});
+}
+
+void encodeKey(std::string& out, std::string_view key) {
+    out += out.ends_with('{') ? "\"" : ",\"";
+    out += key;
+    out += "\":";
+}
+
+void encodeText(std::string& out, std::string_view key, std::string_view text) {
+    encodeKey(out, key);
+    // One ill-formed byte would make the whole journal unreadable.
+    out += Text::isValid(text) ? boost::json::serialize(text)
+                               : boost::json::serialize(Text::printable(text));
+}
+
+void encodeIfPresent(
+    std::string& out, std::string_view key, const std::optional<std::string>& text) {
+    if (text) {
+        encodeText(out, key, *text);
+    }
+}
+
+void encodeFlag(std::string& out, std::string_view key, bool flag) {
+    encodeKey(out, key);
+    out += flag ? "true" : "false";
+}
+
+}  // namespace
+
+JournalEntry JournalEntry::make(Disposal disposal) {
+    return {
+        .id = Uuid::random(),
+        .date = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now()),
+        .originalPath = std::move(disposal.originalPath),
+        .trashPath = std::move(disposal.trashPath),
+        .size = disposal.size,
+        .ruleID = std::move(disposal.ruleID),
+        .trashID = std::move(disposal.trashID),
+        .batchID = disposal.batchID,
+    };
+}
+
+std::expected<JournalEntry, std::string> JournalEntry::decode(const Json::Value& value) {
+    FieldReader reader{value};
+    static_cast<void>(reader.required("id"));
+    const Uuid id = readUuid(reader, "id").value_or(Uuid{});
+    JournalEntry entry{
+        .id = id,
+        .date = readDate(reader),
+        .originalPath = reader.text("originalPath"),
+        .trashPath = reader.optionalText("trashPath"),
+        .size = reader.number("size"),
+        .ruleID = reader.optionalText("ruleID"),
+        .undone = reader.flag("undone"),
+        .purgedFromTrash = reader.flag("purgedFromTrash"),
+        .trashID = reader.optionalText("trashID"),
+        .batchID = readUuid(reader, "batchID").value_or(id),
+    };
+    if (reader.error()) {
+        return std::unexpected(*reader.error());
+    }
+    return entry;
+}
+
+void JournalEntry::encode(std::string& out) const {
+    out += '{';
+    encodeText(out, "id", id.text());
+    encodeText(out, "date", Iso8601::format(date));
+    encodeText(out, "originalPath", originalPath);
+    encodeIfPresent(out, "trashPath", trashPath);
+    encodeKey(out, "size");
+    out += std::to_string(size);
+    encodeIfPresent(out, "ruleID", ruleID);
+    encodeFlag(out, "undone", undone);
+    encodeFlag(out, "purgedFromTrash", purgedFromTrash);
+    encodeIfPresent(out, "trashID", trashID);
+    encodeText(out, "batchID", batchID.text());
+    out += '}';
+}
+
+}  // namespace Brimlo

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "BrimloCore/Support/Json.h"
+#include "BrimloCore/Support/Uuid.h"
+
+#include <chrono>
+#include <cstdint>
+#include <expected>
+#include <optional>
+#include <string>
+
+namespace Brimlo {
+
+/// The record of one disposal.
+struct JournalEntry {
+    Uuid id;
+    std::chrono::sys_seconds date;         ///< When the item was disposed of.
+    std::string originalPath;              ///< As the plan spelled it; for Docker the pseudo path.
+    std::optional<std::string> trashPath;  ///< Where the Trash put it; absent for Docker.
+    std::int64_t size = 0;                 ///< Allocated bytes, as the plan had them.
+    std::optional<std::string> ruleID;     ///< The rule that proposed it.
+    bool undone = false;                   ///< It has been restored.
+    bool purgedFromTrash = false;          ///< It is known to be gone from the Trash.
+    std::optional<std::string> trashID;    ///< Its identity in the Trash: "device:inode".
+    Uuid batchID;                          ///< Shared by all entries of one clean.
+
+    bool operator==(const JournalEntry&) const = default;
+
+    /// Whether the item is in the Trash, as far as the journal knows.
+    [[nodiscard]] bool isRestorable() const { return !undone && !purgedFromTrash && trashPath; }
+
+    /// What a disposal that happens now is told by; `id` and `date` are made here.
+    struct Disposal {
+        std::string originalPath;
+        std::optional<std::string> trashPath;
+        std::int64_t size = 0;
+        std::optional<std::string> ruleID;
+        std::optional<std::string> trashID;
+        Uuid batchID;
+    };
+    [[nodiscard]] static JournalEntry make(Disposal disposal);
+
+    /// The entry in a JSON object. An entry without "batchID" is a batch of its own.
+    [[nodiscard]] static std::expected<JournalEntry, std::string> decode(const Json::Value& value);
+
+    /// Appends the entry's JSON object to `out`, keys in the order of the fields, absent ones
+    /// left out.
+    void encode(std::string& out) const;
+};
+
+}  // namespace Brimlo

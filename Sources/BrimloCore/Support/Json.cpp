@@ -1,0 +1,210 @@
+#include "BrimloCore/Support/Json.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+
+#include <boost/json/parser.hpp>
+#include <boost/json/serialize.hpp>
+
+namespace Brimlo::Json {
+
+namespace {
+
+void appendPretty(std::string& out, const Value& value, std::size_t indent);
+
+/// Appends the elements between two brackets, one a line.
+template <typename Elements, typename Append>
+void appendLines(
+    std::string& out,
+    std::string_view brackets,
+    const Elements& elements,
+    std::size_t indent,
+    Append append) {
+    out += brackets.front();
+    const char* separator = "\n";
+    for (const auto& element : elements) {
+        out += separator;
+        out.append(indent + 2, ' ');
+        append(element);
+        separator = ",\n";
+    }
+    if (!elements.empty()) {
+        out += '\n';
+        out.append(indent, ' ');
+    }
+    out += brackets.back();
+}
+
+void appendObject(std::string& out, const Object& object, std::size_t indent) {
+    std::vector<const Object::value_type*> fields;
+    fields.reserve(object.size());
+    for (const auto& field : object) {
+        fields.push_back(&field);
+    }
+    std::ranges::sort(fields, {}, [](const auto* field) { return std::string_view{field->key()}; });
+    appendLines(out, "{}", fields, indent, [&](const auto* field) {
+        out += boost::json::serialize(field->key());
+        out += ": ";
+        appendPretty(out, field->value(), indent + 2);
+    });
+}
+
+void appendPretty(std::string& out, const Value& value, std::size_t indent) {
+    if (const Object* object = value.if_object()) {
+        appendObject(out, *object, indent);
+    } else if (const Array* array = value.if_array()) {
+        appendLines(out, "[]", *array, indent, [&](const Value& element) {
+            appendPretty(out, element, indent + 2);
+        });
+    } else {
+        out += boost::json::serialize(value);
+    }
+}
+
+std::string asString(const boost::json::string& text) {
+    return {text.data(), text.size()};
+}
+
+}  // namespace
+
+std::expected<Value, std::string> parse(std::string_view text) {
+    boost::json::parser parser;
+    boost::json::error_code error;
+    const std::size_t used = parser.write(text.data(), text.size(), error);
+    if (error) {
+        return std::unexpected(
+            "not valid JSON: " + error.message() + " at byte " + std::to_string(used));
+    }
+    return parser.release();
+}
+
+std::string compact(const Value& value) {
+    return boost::json::serialize(value);
+}
+
+std::string pretty(const Value& value) {
+    std::string out;
+    appendPretty(out, value, 0);
+    out += '\n';
+    return out;
+}
+
+std::optional<std::int64_t> integer(const Value& value) {
+    if (const std::int64_t* number = value.if_int64()) {
+        return *number;
+    }
+    // The parser gives whole numbers up to 2^63 - 1 as above; beyond the range of exact doubles
+    // nothing else can be a whole number that was meant.
+    constexpr double kExactLimit = 9007199254740992.0;
+    const double* number = value.if_double();
+    if (number != nullptr && std::abs(*number) <= kExactLimit && std::trunc(*number) == *number) {
+        return static_cast<std::int64_t>(*number);
+    }
+    return std::nullopt;
+}
+
+FieldReader::FieldReader(const Value& value)
+    : object_(value.if_object()) {
+    if (object_ == nullptr) {
+        error_ = "is not an object";
+    }
+}
+
+const Value* FieldReader::optional(std::string_view key) const {
+    if (object_ == nullptr) {
+        return nullptr;
+    }
+    const Value* value = object_->if_contains(key);
+    return value == nullptr || value->is_null() ? nullptr : value;
+}
+
+const Value* FieldReader::required(std::string_view key) {
+    const Value* value = optional(key);
+    if (value == nullptr) {
+        fail(key, "is missing");
+    }
+    return value;
+}
+
+void FieldReader::fail(std::string_view key, std::string_view reason) {
+    if (!error_) {
+        error_ = "field \"" + std::string{key} + "\": " + std::string{reason};
+    }
+}
+
+std::optional<std::string> FieldReader::optionalText(std::string_view key) {
+    const Value* value = optional(key);
+    if (value == nullptr) {
+        return std::nullopt;
+    }
+    if (!value->is_string()) {
+        fail(key, "is not a text");
+        return std::nullopt;
+    }
+    return asString(value->get_string());
+}
+
+std::string FieldReader::text(std::string_view key) {
+    return required(key) == nullptr ? std::string{} : optionalText(key).value_or("");
+}
+
+std::vector<std::string> FieldReader::textsOrNone(std::string_view key) {
+    const Value* value = optional(key);
+    if (value == nullptr) {
+        return {};
+    }
+    const Array* array = value->if_array();
+    if (array == nullptr) {
+        fail(key, "is not a list");
+        return {};
+    }
+    std::vector<std::string> texts;
+    texts.reserve(array->size());
+    for (const Value& element : *array) {
+        if (!element.is_string()) {
+            fail(key, "item " + std::to_string(texts.size()) + " is not a text");
+            return {};
+        }
+        texts.push_back(asString(element.get_string()));
+    }
+    return texts;
+}
+
+std::vector<std::string> FieldReader::texts(std::string_view key) {
+    return required(key) == nullptr ? std::vector<std::string>{} : textsOrNone(key);
+}
+
+std::optional<std::int64_t> FieldReader::optionalNumber(std::string_view key) {
+    const Value* value = optional(key);
+    if (value == nullptr) {
+        return std::nullopt;
+    }
+    const std::optional<std::int64_t> number = integer(*value);
+    if (!number) {
+        fail(key, "is not a whole number");
+    }
+    return number;
+}
+
+std::int64_t FieldReader::number(std::string_view key) {
+    return required(key) == nullptr ? 0 : optionalNumber(key).value_or(0);
+}
+
+bool FieldReader::flagOr(std::string_view key, bool fallback) {
+    const Value* value = optional(key);
+    if (value == nullptr) {
+        return fallback;
+    }
+    if (!value->is_bool()) {
+        fail(key, "is neither true nor false");
+        return fallback;
+    }
+    return value->get_bool();
+}
+
+bool FieldReader::flag(std::string_view key) {
+    return required(key) != nullptr && flagOr(key, false);
+}
+
+}  // namespace Brimlo::Json

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Unicode text held as UTF-8. Ill-formed bytes are taken as replacement characters.
+namespace Brimlo::Text {
+
+/// Whether the bytes are well-formed UTF-8.
+[[nodiscard]] bool isValid(std::string_view text);
+
+/// The canonical decomposition (Unicode Standard Annex 15, form D). Two texts are canonically
+/// equivalent exactly when these are equal.
+[[nodiscard]] std::string decomposed(std::string_view text);
+
+/// Lower-cased by Unicode's rules without regard to a language, then decomposed.
+[[nodiscard]] std::string lowered(std::string_view text);
+
+/// Lower-cased by Unicode's rules without regard to a language.
+[[nodiscard]] std::string lowercased(std::string_view text);
+
+/// The user-perceived characters (Unicode Standard Annex 29), as views into `text`.
+[[nodiscard]] std::vector<std::string_view> characters(std::string_view text);
+
+/// The number of user-perceived characters.
+[[nodiscard]] std::size_t characterCount(std::string_view text);
+
+/// Whether a user-perceived character is a letter or a number, going by its first code point.
+[[nodiscard]] bool isLetterOrNumber(std::string_view character);
+
+/// Without spaces and tabs at both ends; line ends stay.
+[[nodiscard]] std::string_view trimmed(std::string_view text);
+
+/// Fit to be shown on one line: ill-formed bytes and control characters become U+FFFD.
+[[nodiscard]] std::string printable(std::string_view text);
+
+}  // namespace Brimlo::Text
