@@ -1,0 +1,30 @@
+#pragma once
+
+#include "BrimloCore/Models/CleanupRule.h"
+#include "BrimloCore/Models/Lossy.h"
+#include "BrimloCore/UserRules/RuleValidation.h"
+
+#include <expected>
+#include <string>
+#include <vector>
+
+/// Files of rules that come from anywhere.
+namespace Brimlo::UserRules {
+
+/// The elements of a rule file, bad ones with their errors; none when it holds no rules.
+///
+/// Fails, with the reason, when the file can't be read or is no rule pack at all.
+[[nodiscard]] std::expected<std::vector<Lossy<CleanupRule>>, std::string> readRules(
+    const std::string& path);
+
+/// A rule of a file, by its id or else its position, and what is wrong with it.
+struct FileVerdict {
+    std::string id;
+    RuleValidation validation;
+};
+
+/// Judges each rule of a file as it stands there. Writes nothing. Fails as `readRules` does.
+[[nodiscard]] std::expected<std::vector<FileVerdict>, std::string> validateFile(
+    const std::string& path);
+
+}  // namespace Brimlo::UserRules

@@ -1,0 +1,125 @@
+#include "BrimloCore/UserRules/RuleValidation.h"
+
+#include "BrimloCore/Support/Safety.h"
+#include "BrimloCore/Support/StoragePaths.h"
+#include "BrimloCore/Support/Text.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+
+namespace Brimlo::UserRules {
+
+namespace {
+
+constexpr std::string_view kWildcards = "*?[";
+constexpr std::string_view kProtected = "protected location";
+
+/// The words by which a warning is known to demand the rating Review.
+constexpr std::string_view kPersonalFolder = "personal folder";
+
+bool isPlainLetter(char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
+}
+
+bool isValidID(std::string_view id) {
+    const auto isAllowed = [](char c) {
+        return isPlainLetter(c) || c == '.' || c == '_' || c == '-';
+    };
+    return !id.empty() && isPlainLetter(id.front()) && std::ranges::all_of(id, isAllowed) &&
+           !id.contains("..");
+}
+
+/// The part of a pattern before its first wildcard, up to the last whole component.
+std::string literalPrefix(std::string_view path) {
+    const std::size_t wildcard = path.find_first_of(kWildcards);
+    if (wildcard == std::string_view::npos) {
+        return std::string{path};
+    }
+    const std::string_view before = path.substr(0, wildcard);
+    return std::string{before.substr(0, std::min(before.rfind('/'), before.size()))};
+}
+
+bool hasParentComponent(std::string_view path) {
+    return ("/" + std::string{path} + "/").contains("/../");
+}
+
+void validatePath(std::string_view written, bool contentsOnly, RuleValidation& result) {
+    const std::string path{Text::trimmed(written)};
+    const auto fail = [&](std::string_view words) {
+        result.errors.push_back(path + std::string{words});
+    };
+    if (path.empty()) {
+        return fail("A path is empty.");
+    }
+    if (!path.starts_with('~') && !path.starts_with('/')) {
+        return fail(": use a full path starting with ~/ or /.");
+    }
+    if (hasParentComponent(path)) {
+        return fail(": '..' is not allowed.");
+    }
+    const std::string full = StoragePaths::expandTilde(path);
+    const std::string prefix = literalPrefix(full);
+    const bool isWild = prefix != full;
+    if (prefix.empty() || prefix == "/" || prefix == StoragePaths::home()) {
+        return fail(
+            ": too broad. Point at a specific folder or file, not the whole disk or your home "
+            "folder.");
+    }
+    if (isWild) {
+        // Anything that the pattern can match lies beside this.
+        if (const auto reason = Safety::refusal(prefix + "/x")) {
+            return fail(": matches inside a location Brimlo never touches (" + *reason + ").");
+        }
+    } else if (const auto reason = Safety::refusal(full)) {
+        return fail(": Brimlo never deletes this location (" + *reason + ").");
+    }
+    if ((isWild || contentsOnly) && Safety::refusal(prefix) == kProtected) {
+        result.warnings.push_back(
+            path +
+            " lists everything inside a personal folder. Treat this rule as Review and check the "
+            "list carefully.");
+    }
+}
+
+bool isProtectedFolder(std::string_view path) {
+    return !path.contains('*') && Safety::refusal(StoragePaths::expandTilde(path)) == kProtected;
+}
+
+}  // namespace
+
+RuleValidation validate(const CleanupRule& rule) {
+    RuleValidation result;
+    if (!isValidID(rule.id)) {
+        result.errors.emplace_back(
+            "The rule id may only contain letters, digits, '.', '_' and '-'.");
+    }
+    if (Text::trimmed(rule.name).empty()) {
+        result.errors.emplace_back("Give the rule a name.");
+    }
+    constexpr std::size_t kShortestSentence = 10;
+    if (Text::characterCount(Text::trimmed(rule.regenerates)) < kShortestSentence) {
+        result.errors.emplace_back(
+            "Describe in a sentence what happens after deletion (what recreates it, or that it "
+            "will be gone).");
+    }
+    if (rule.paths.empty()) {
+        result.errors.emplace_back("Add at least one path.");
+    }
+    for (const std::string& path : rule.paths) {
+        validatePath(path, rule.contentsOnly, result);
+    }
+    if (rule.contentsOnly && std::ranges::any_of(rule.paths, isProtectedFolder)) {
+        result.warnings.emplace_back(
+            "Contents-only on a personal folder removes everything inside it.");
+    }
+    const auto isPersonal = [](std::string_view text) { return text.contains(kPersonalFolder); };
+    if (rule.risk != Risk::review && std::ranges::any_of(result.warnings, isPersonal)) {
+        result.errors.emplace_back(
+            "Rules that match everything inside Documents, Desktop, Downloads, Pictures, Movies "
+            "or Music must be rated Review.");
+    }
+    return result;
+}
+
+}  // namespace Brimlo::UserRules

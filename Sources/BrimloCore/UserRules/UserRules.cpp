@@ -1,0 +1,175 @@
+#include "BrimloCore/UserRules/UserRules.h"
+
+#include "BrimloCore/Support/AtomicFile.h"
+#include "BrimloCore/Support/Folders.h"
+#include "BrimloCore/Support/Path.h"
+#include "BrimloCore/Support/RuleJson.h"
+#include "BrimloCore/Support/StoragePaths.h"
+#include "BrimloCore/Support/Text.h"
+#include "BrimloCore/Support/Uuid.h"
+#include "BrimloCore/UserRules/RuleFile.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstddef>
+#include <utility>
+
+#include <unistd.h>
+
+namespace Brimlo::UserRules {
+
+namespace {
+
+constexpr int kInvalidRule = 10;
+
+std::string joined(const std::vector<std::string>& texts, std::string_view separator) {
+    std::string result;
+    for (const std::string& text : texts) {
+        result += result.empty() ? "" : separator;
+        result += text;
+    }
+    return result;
+}
+
+std::string rulePath(std::string_view id, const std::string& directory) {
+    return directory + "/" + std::string{id} + ".json";
+}
+
+void loadFile(const std::string& directory, const std::string& file, Loaded& loaded) {
+    auto elements = readRules(directory + "/" + file);
+    if (!elements) {
+        loaded.issues.push_back(file + ": " + elements.error());
+        return;
+    }
+    std::size_t position = 0;
+    for (Lossy<CleanupRule>& element : *elements) {
+        if (!element.value) {
+            loaded.issues.push_back(
+                file + " rule #" + std::to_string(position) + ": " +
+                element.error.value_or("invalid"));
+        } else if (const RuleValidation verdict = validate(*element.value); !verdict.isValid()) {
+            loaded.issues.push_back(
+                file + " " + element.value->id + ": " + joined(verdict.errors, "; "));
+        } else {
+            loaded.rules.push_back(*std::move(element.value));
+        }
+        ++position;
+    }
+}
+
+}  // namespace
+
+bool isCustom(std::string_view id) {
+    return id.starts_with(kIDPrefix);
+}
+
+std::string defaultDirectory() {
+    std::string folder = StoragePaths::support() + "/Rules";
+    static_cast<void>(Folders::create(folder, Folders::Access::ownerOnly));
+    return folder;
+}
+
+Loaded load(const std::string& directory) {
+    std::vector<std::string> files = Folders::names(directory).value_or(std::vector<std::string>{});
+    // A name that is all ending has none: ".json" is a hidden file called so.
+    std::erase_if(
+        files, [](const std::string& file) { return !file.ends_with(".json") || file == ".json"; });
+    std::ranges::sort(files);
+    Loaded loaded;
+    for (const std::string& file : files) {
+        loadFile(directory, file, loaded);
+    }
+    return loaded;
+}
+
+std::expected<void, Error> save(const CleanupRule& rule, const std::string& directory) {
+    if (const RuleValidation verdict = validate(rule); !verdict.isValid()) {
+        return std::unexpected(Error{
+            .domain = kErrorDomain,
+            .code = kInvalidRule,
+            .description = joined(verdict.errors, "\n"),
+        });
+    }
+    if (auto made = Folders::create(directory, Folders::Access::ownerOnly); !made) {
+        return made;
+    }
+    const Json::Object pack{
+        {"pack",    "custom"                           },
+        {"version", 1                                  },
+        {"rules",   Json::Array{RuleJson::encode(rule)}},
+    };
+    return AtomicFile::write(rulePath(rule.id, directory), Json::pretty(pack));
+}
+
+std::expected<void, Error> remove(std::string_view id, const std::string& directory) {
+    if (id.contains('/') || id.contains("..") || !Path::isUsable(id)) {
+        return {};
+    }
+    if (unlink(rulePath(id, directory).c_str()) != 0) {
+        return std::unexpected(Error::fromSystem(errno));
+    }
+    return {};
+}
+
+CleanupRule make(Draft draft) {
+    std::ranges::transform(draft.paths, draft.paths.begin(), tildeForm);
+    const bool hasGroup = draft.group && !draft.group->empty();
+    return {
+        .id = draft.id ? *draft.id : newID(draft.name),
+        .name = draft.name,
+        .group = hasGroup ? *draft.group : draft.name,
+        .personas = std::move(draft.personas),
+        .risk = draft.risk,
+        .paths = std::move(draft.paths),
+        .regenerates = std::move(draft.regenerates),
+        .officialCommand = std::move(draft.officialCommand),
+        .quitApps = std::move(draft.quitApps),
+        .contentsOnly = draft.contentsOnly,
+        .excludes = std::move(draft.excludes),
+        .minAgeDays = draft.minAgeDays,
+        .domain = "Custom rules",
+        .confidence = Confidence::community,
+    };
+}
+
+std::string tildeForm(std::string_view path) {
+    const std::string home = StoragePaths::home();
+    if (path == home || path.starts_with(home + "/")) {
+        return "~" + std::string{path.substr(home.size())};
+    }
+    return std::string{path};
+}
+
+std::string slug(std::string_view text) {
+    constexpr std::size_t kMostCharacters = 40;
+    const std::string lower = Text::lowercased(text);
+    std::vector<std::string_view> kept;
+    bool isGap = false;
+    for (const std::string_view character : Text::characters(lower)) {
+        if (!Text::isLetterOrNumber(character)) {
+            isGap = !kept.empty();
+            continue;
+        }
+        if (isGap) {
+            kept.emplace_back("-");
+            isGap = false;
+        }
+        kept.push_back(character);
+    }
+    if (kept.empty()) {
+        return "rule";
+    }
+    kept.resize(std::min(kept.size(), kMostCharacters));
+    std::string result;
+    for (const std::string_view character : kept) {
+        result += character;
+    }
+    return result;
+}
+
+std::string newID(std::string_view name) {
+    const std::string digits = Text::lowercased(Uuid::random().text().substr(0, 4));
+    return std::string{kIDPrefix} + slug(name) + "-" + digits;
+}
+
+}  // namespace Brimlo::UserRules

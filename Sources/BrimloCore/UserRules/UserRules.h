@@ -1,0 +1,74 @@
+#pragma once
+
+#include "BrimloCore/Models/CleanupRule.h"
+#include "BrimloCore/Models/Error.h"
+#include "BrimloCore/UserRules/RuleValidation.h"
+
+#include <cstdint>
+#include <expected>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The rules that the user wrote: one JSON file a rule in a folder of their own. The folder is
+/// the truth; every reader loads it anew.
+namespace Brimlo::UserRules {
+
+/// What the ids of the user's own rules begin with.
+inline constexpr std::string_view kIDPrefix = "custom.";
+
+[[nodiscard]] bool isCustom(std::string_view id);
+
+/// The folder of the user's rules; made if need be, a failure to do so is ignored.
+[[nodiscard]] std::string defaultDirectory();
+
+struct Loaded {
+    std::vector<CleanupRule> rules;   ///< In the order of the files' names, then within the file.
+    std::vector<std::string> issues;  ///< What could not be read or is not valid, and where.
+};
+
+/// The valid rules in all ".json" files of a folder. One that is missing holds none.
+[[nodiscard]] Loaded load(const std::string& directory);
+
+/// Writes a rule to its file, over an earlier one of the same id.
+///
+/// Fails with code 10 of the domain "Brimlo" and the errors, a line each, when the rule is not
+/// valid.
+[[nodiscard]] std::expected<void, Error> save(
+    const CleanupRule& rule, const std::string& directory);
+
+/// Deletes a rule's file for good; fails when there is none. An id that could lead out of the
+/// folder is passed over.
+[[nodiscard]] std::expected<void, Error> remove(std::string_view id, const std::string& directory);
+
+/// What an author tells of a rule.
+struct Draft {
+    std::optional<std::string> id;  ///< Made from the name when absent.
+    std::string name;
+    std::optional<std::string> group;  ///< The name when absent or empty.
+    std::vector<std::string> paths;
+    Risk risk = Risk::review;
+    std::string regenerates;
+    std::vector<std::string> quitApps;
+    bool contentsOnly = false;
+    std::vector<std::string> excludes;
+    std::optional<std::int64_t> minAgeDays;
+    std::optional<std::string> officialCommand;
+    std::vector<Persona> personas;
+};
+
+/// A rule as an author's own rules are: its paths in tilde form, with the evidence of a report.
+[[nodiscard]] CleanupRule make(Draft draft);
+
+/// The path with the home folder written as "~".
+[[nodiscard]] std::string tildeForm(std::string_view path);
+
+/// Lower-case letters and numbers of any script with single hyphens between, at most 40
+/// characters; "rule" when nothing is left.
+[[nodiscard]] std::string slug(std::string_view text);
+
+/// An id for a new rule of this name: "custom.", its slug, and four random hex digits.
+[[nodiscard]] std::string newID(std::string_view name);
+
+}  // namespace Brimlo::UserRules
