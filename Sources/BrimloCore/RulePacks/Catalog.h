@@ -1,0 +1,55 @@
+#pragma once
+
+#include "BrimloCore/Catalog/ArtifactCatalog.h"
+#include "BrimloCore/Models/CleanupRule.h"
+#include "BrimloCore/Models/Persona.h"
+#include "BrimloCore/Models/Risk.h"
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace Brimlo::ArtifactCatalog {
+
+/// The built-in patterns and those of the packs, each id once: at its first place, with its last
+/// content. Made once per process.
+[[nodiscard]] const std::vector<ArtifactPattern>& all();
+
+}  // namespace Brimlo::ArtifactCatalog
+
+/// Which rules exist right now: the compiled tables, the packs and the user's own, each id once.
+namespace Brimlo::Catalog {
+
+/// All rules but the user's. Made once per process.
+[[nodiscard]] const std::vector<CleanupRule>& builtInRules();
+
+/// All rules, switched-off ones too. Reads the user's rules at each call.
+[[nodiscard]] std::vector<CleanupRule> rules();
+
+/// What is wrong with the user's rules. Reads them at each call.
+[[nodiscard]] std::vector<std::string> userRuleIssues();
+
+/// The packs that were read, and what was wrong with them.
+[[nodiscard]] const std::vector<std::string>& packNames();
+[[nodiscard]] const std::vector<std::string>& packIssues();
+
+[[nodiscard]] std::size_t artifactPatternCount();
+
+/// What a list shows of a pattern.
+struct ArtifactSummary {
+    std::string id;
+    std::string name;
+    std::string group;
+    std::vector<Persona> personas;
+    Risk risk = Risk::review;
+};
+[[nodiscard]] std::vector<ArtifactSummary> artifactSummaries();
+
+/// Whether a rule with weak evidence loses the rating that lets it be preselected.
+enum class UnsupportedSafe { keep, lowerToRebuild };
+
+/// Each id once, at its first place, with its last content.
+[[nodiscard]] std::vector<CleanupRule> merge(
+    std::vector<CleanupRule> rules, UnsupportedSafe unsupported);
+
+}  // namespace Brimlo::Catalog

@@ -1,0 +1,54 @@
+#include "BrimloCore/RulePacks/RulePacks.h"
+
+#include "BrimloCore/Support/RuleJson.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+#include <utility>
+
+namespace Brimlo::RulePacks {
+
+namespace {
+
+/// Moves the good elements to `target` and notes the bad ones by their position.
+template <typename T>
+void collect(
+    std::optional<std::vector<Lossy<T>>> elements,
+    const std::string& prefix,
+    std::vector<T>& target,
+    std::vector<std::string>& issues) {
+    std::size_t position = 0;
+    for (Lossy<T>& element : elements.value_or(std::vector<Lossy<T>>{})) {
+        if (element.value) {
+            target.push_back(*std::move(element.value));
+        } else {
+            issues.push_back(
+                prefix + std::to_string(position) + " skipped: " + element.error.value_or("?"));
+        }
+        ++position;
+    }
+}
+
+}  // namespace
+
+Loaded load(std::span<const Source> sources) {
+    std::vector<Source> sorted{sources.begin(), sources.end()};
+    std::ranges::stable_sort(sorted, {}, &Source::fileName);
+    Loaded loaded;
+    for (const Source& source : sorted) {
+        const std::string fileName{source.fileName};
+        auto pack = RuleJson::decodePack(source.text);
+        if (!pack) {
+            loaded.issues.push_back(fileName + ": " + pack.error());
+            continue;
+        }
+        collect(std::move(pack->rules), fileName + ": rule #", loaded.rules, loaded.issues);
+        collect(
+            std::move(pack->artifacts), fileName + ": artifact #", loaded.artifacts, loaded.issues);
+        loaded.names.push_back(std::move(pack->pack));
+    }
+    return loaded;
+}
+
+}  // namespace Brimlo::RulePacks
