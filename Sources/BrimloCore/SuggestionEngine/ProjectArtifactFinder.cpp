@@ -1,0 +1,238 @@
+#include "BrimloCore/SuggestionEngine/ProjectArtifactFinder.h"
+
+#include "BrimloCore/Platform/DirectoryReader.h"
+#include "BrimloCore/Platform/Posix/Descriptor.h"
+#include "BrimloCore/RulePacks/Catalog.h"
+#include "BrimloCore/SuggestionEngine/ArtifactMatcher.h"
+#include "BrimloCore/Support/AtomicFile.h"
+#include "BrimloCore/Support/Days.h"
+#include "BrimloCore/Support/Path.h"
+#include "BrimloCore/Support/StoragePaths.h"
+#include "BrimloCore/Support/Text.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <ctime>
+#include <unordered_set>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace Brimlo::ProjectArtifactFinder {
+
+namespace {
+
+using Platform::Descriptor;
+
+const std::unordered_set<std::string_view>& skipDirs() {
+    static const std::unordered_set<std::string_view> kNames{
+        "Library",
+        ".Trash",
+        "Applications",
+        "node_modules",
+        ".git",
+        "Pods",
+        "DerivedData",
+        ".cache",
+        ".npm",
+        ".gradle",
+        ".pub-cache",
+        ".cargo",
+        ".rustup",
+        ".nvm",
+        ".android",
+        ".m2",
+        "go",
+    };
+    return kNames;
+}
+
+constexpr std::array<std::string_view, 6> kBundleSuffixes{
+    ".app", ".photoslibrary", ".fcpbundle", ".imovielibrary", ".xcarchive", ".lrdata"};
+
+/// The files that speak for a project's activity.
+constexpr std::array<std::string_view, 12> kManifests{
+    "package.json",
+    "pubspec.yaml",
+    "Cargo.toml",
+    "Podfile",
+    "Package.swift",
+    "build.gradle",
+    "build.gradle.kts",
+    "pom.xml",
+    "pyproject.toml",
+    "requirements.txt",
+    "mix.exs",
+    "go.mod",
+};
+
+/// The files in a git directory that change when somebody works.
+constexpr std::array<std::string_view, 4> kGitFiles{"index", "HEAD", "FETCH_HEAD", "logs/HEAD"};
+
+/// The first second of the year 1, as remote as a date needs to be.
+constexpr std::time_t kDistantPast = -62'135'769'600;
+
+bool isSkipped(std::string_view name) {
+    const auto endsName = [&](std::string_view suffix) { return name.ends_with(suffix); };
+    return name.starts_with('.') || skipDirs().contains(name) ||
+           std::ranges::any_of(kBundleSuffixes, endsName);
+}
+
+bool isManifest(std::string_view name) {
+    return std::ranges::find(kManifests, name) != kManifests.end() ||
+           name.ends_with(".xcodeproj") || name.ends_with(".uproject");
+}
+
+/// The names in a folder, in the order of the directory. They lie behind one another in one
+/// buffer, as a walk meets hundreds of thousands of them and keeps next to none.
+struct Listing {
+    std::string buffer;
+    std::vector<std::string_view> names;
+    std::vector<std::string_view> folders;
+
+    explicit Listing(int directory) {
+        std::vector<std::pair<std::size_t, bool>> starts;
+        // What an error cuts short counts as far as it was read.
+        Platform::readDirectory(
+            directory, Platform::EntryDetail::kind, [&](const Platform::DirectoryEntry& entry) {
+                starts.emplace_back(buffer.size(), entry.isDirectory);
+                buffer.append(entry.name).push_back('\0');
+            });
+        names.reserve(starts.size());
+        for (const auto& [start, isDirectory] : starts) {
+            names.emplace_back(buffer.data() + start);
+            if (isDirectory) {
+                folders.push_back(names.back());
+            }
+        }
+    }
+};
+
+class Walk {
+public:
+    Walk(int maxDepth, const ScanControl* control)
+        : matcher_(ArtifactCatalog::all())
+        , maxDepth_(maxDepth)
+        , control_(control) {}
+
+    void enter(int parent, const char* name, int depth) {
+        if ((control_ != nullptr && control_->isCancelled()) || depth > maxDepth_) {
+            return;
+        }
+        const int noFollow = depth > 0 ? O_NOFOLLOW : 0;
+        const Descriptor folder{
+            openat(parent, name, O_RDONLY | O_DIRECTORY | O_CLOEXEC | noFollow)};
+        if (!folder) {
+            return;
+        }
+        const Listing listing{folder.number()};
+        std::optional<std::int64_t> idle;
+        for (const std::string_view child : listing.folders) {
+            const auto matches = matcher_.matches(child, listing.names);
+            if (!matches.empty() && !idle) {
+                idle = idleDays(path_, listing.names);
+            }
+            for (const ArtifactPattern* pattern : matches) {
+                found.push_back({pattern->id, path_ + "/" + std::string{child}, path_, *idle});
+            }
+            if (matches.empty() && !isSkipped(child)) {
+                const std::size_t length = path_.size();
+                path_.append("/").append(child);
+                enter(folder.number(), child.data(), depth + 1);
+                path_.resize(length);
+            }
+        }
+    }
+
+    void start(const std::string& root) {
+        path_ = root;
+        enter(AT_FDCWD, root.c_str(), 0);
+    }
+
+    std::vector<FoundArtifact> found;
+
+private:
+    ArtifactMatcher matcher_;
+    int maxDepth_;
+    const ScanControl* control_;
+    std::string path_;  ///< Of the folder that the walk is in.
+};
+
+/// The git directory that a file in place of ".git" names.
+std::optional<std::string> linkedGitDirectory(const std::string& folder) {
+    constexpr std::string_view kKey = "gitdir:";
+    constexpr std::string_view kSpace = " \t\r\n\v\f";
+    constexpr std::size_t kLongestFile = 65536;
+    const auto text = readFile(folder + "/.git", kLongestFile);
+    if (!text || !Text::isValid(*text) || !text->starts_with(kKey)) {
+        return std::nullopt;
+    }
+    std::string_view value = std::string_view{*text}.substr(kKey.size());
+    value.remove_prefix(std::min(value.find_first_not_of(kSpace), value.size()));
+    value = value.substr(0, value.find_last_not_of(kSpace) + 1);
+    return value.starts_with('/') ? std::string{value} : folder + "/" + std::string{value};
+}
+
+}  // namespace
+
+std::vector<FoundArtifact> find(
+    const std::vector<std::string>& roots, int maxDepth, const ScanControl* control) {
+    Walk walk{maxDepth, control};
+    for (const std::string& root : roots) {
+        walk.start(root);
+    }
+    return std::move(walk.found);
+}
+
+std::int64_t idleDays(const std::string& project, const std::vector<std::string_view>& siblings) {
+    std::vector<std::string> files;
+    for (const std::string_view name : siblings) {
+        if (isManifest(name)) {
+            files.push_back(project + "/" + std::string{name});
+        }
+    }
+    if (const auto git = gitDirectory(project)) {
+        for (const std::string_view name : kGitFiles) {
+            files.push_back(*git + "/" + std::string{name});
+        }
+    }
+    std::time_t latest = kDistantPast;
+    struct stat status {};
+    for (const std::string& file : files) {
+        if (stat(file.c_str(), &status) == 0) {
+            latest = std::max(latest, status.st_mtime);
+        }
+    }
+    if (latest == kDistantPast && stat(project.c_str(), &status) == 0) {
+        latest = status.st_mtime;
+    }
+    return Days::since(latest, std::time(nullptr));
+}
+
+std::optional<std::string> gitDirectory(const std::string& folder) {
+    constexpr int kMostLevels = 10;
+    const std::string home = StoragePaths::home();
+    std::string current = folder;
+    for (int level = 0; level < kMostLevels; ++level) {
+        const std::string git = current + "/.git";
+        struct stat status {};
+        if (stat(git.c_str(), &status) == 0) {
+            if (S_ISDIR(status.st_mode)) {
+                return git;
+            }
+            if (auto linked = linkedGitDirectory(current)) {
+                return linked;
+            }
+        }
+        const std::string parent{Path::parent(current)};
+        if (parent == current || parent == "/" || current == home) {
+            return std::nullopt;
+        }
+        current = parent;
+    }
+    return std::nullopt;
+}
+
+}  // namespace Brimlo::ProjectArtifactFinder

@@ -1,0 +1,88 @@
+#include "BrimloCore/SuggestionEngine/RuleTargets.h"
+
+#include "BrimloCore/DiskScanner/DiskScanner.h"
+#include "BrimloCore/Support/Days.h"
+#include "BrimloCore/Support/Folders.h"
+#include "BrimloCore/Support/Glob.h"
+#include "BrimloCore/Support/ParallelFor.h"
+#include "BrimloCore/Support/Safety.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <ctime>
+#include <functional>
+#include <string>
+#include <utility>
+
+#include <sys/stat.h>
+
+namespace Brimlo::SuggestionEngine {
+
+namespace {
+
+bool isExcluded(const std::string& name, const CleanupRule& rule) {
+    return std::ranges::any_of(
+        rule.excludes, [&](const std::string& pattern) { return Glob::matches(name, pattern); });
+}
+
+/// The entries that a rule means by one of its expanded paths.
+std::vector<std::string> entries(const std::string& path, const CleanupRule& rule) {
+    if (!rule.contentsOnly) {
+        return {path};
+    }
+    std::vector<std::string> entries;
+    for (const std::string& name : Folders::names(path).value_or(std::vector<std::string>{})) {
+        if (!isExcluded(name, rule)) {
+            entries.push_back(path + "/" + name);
+        }
+    }
+    return entries;
+}
+
+}  // namespace
+
+std::vector<SuggestionItem> targets(const CleanupRule& rule) {
+    const std::time_t now = std::time(nullptr);
+    std::vector<SuggestionItem> items;
+    for (const std::string& pattern : rule.paths) {
+        for (const std::string& path : Glob::expand(pattern)) {
+            if (Safety::refusal(path)) {
+                continue;
+            }
+            for (std::string& entry : entries(path, rule)) {
+                struct stat status {};
+                const bool exists = lstat(entry.c_str(), &status) == 0;
+                const bool isTooYoung =
+                    rule.minAgeDays && status.st_mtime > Days::before(now, *rule.minAgeDays);
+                if (exists && !isTooYoung) {
+                    items.push_back({
+                        .path = std::move(entry),
+                        .idleDays = Days::since(status.st_mtime, now),
+                    });
+                }
+            }
+        }
+    }
+    return items;
+}
+
+std::vector<SuggestionItem> size(std::vector<SuggestionItem> items) {
+    // Each call writes to an element of its own, so no lock is needed.
+    parallelFor(items.size(), [&](std::size_t i) {
+        items[i].size = DiskScanner::quickSize(items[i].path);
+        items[i].subtitle.reset();
+    });
+    return items;
+}
+
+}  // namespace Brimlo::SuggestionEngine
+
+namespace Brimlo::UserRules {
+
+std::vector<SuggestionItem> preview(const CleanupRule& rule) {
+    std::vector<SuggestionItem> items = SuggestionEngine::size(SuggestionEngine::targets(rule));
+    std::ranges::stable_sort(items, std::ranges::greater{}, &SuggestionItem::size);
+    return items;
+}
+
+}  // namespace Brimlo::UserRules
