@@ -1,0 +1,70 @@
+#include "BrimloCore/Cleaner/CleanPlan.h"
+
+#include "BrimloCore/Support/Safety.h"
+#include "BrimloCore/Support/Text.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <unordered_set>
+#include <utility>
+
+namespace Brimlo {
+
+namespace {
+
+struct Keyed {
+    std::string key;  ///< The form in which the item's path is compared.
+    std::size_t length;
+    const CleanItem* item;
+};
+
+/// Whether one of the folders above `key` is kept. The root is never looked up.
+bool hasKeptAncestor(std::string_view key, const std::unordered_set<std::string_view>& kept) {
+    for (std::size_t slash = key.rfind('/'); slash != std::string_view::npos && slash > 0;
+         slash = key.rfind('/')) {
+        key = key.substr(0, slash);
+        if (kept.contains(key)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+CleanPlan::CleanPlan(const std::vector<CleanItem>& items) {
+    std::vector<Keyed> keyed;
+    std::unordered_set<std::string> seen;
+    for (const CleanItem& item : items) {
+        std::string key = isPseudoPath(item.path) ? item.path : Safety::canonical(item.path);
+        if (seen.insert(key).second) {
+            const std::size_t length = Text::characterCount(key);
+            keyed.push_back({std::move(key), length, &item});
+        }
+    }
+    // A folder's key is shorter than that of anything in it, so it is met first.
+    std::ranges::stable_sort(keyed, {}, &Keyed::length);
+    std::unordered_set<std::string_view> kept;
+    for (const Keyed& entry : keyed) {
+        if (hasKeptAncestor(entry.key, kept)) {
+            dropped_.push_back(entry.item->path);
+        } else {
+            kept.insert(entry.key);
+            items_.push_back(*entry.item);
+        }
+    }
+}
+
+std::int64_t CleanPlan::totalBytes() const {
+    std::int64_t total = 0;
+    for (const CleanItem& item : items_) {
+        total += item.size;
+    }
+    return total;
+}
+
+bool isPseudoPath(std::string_view path) {
+    return path.starts_with("docker:");
+}
+
+}  // namespace Brimlo

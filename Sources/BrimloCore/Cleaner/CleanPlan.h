@@ -1,0 +1,49 @@
+#pragma once
+
+#include "BrimloCore/Models/Risk.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Brimlo {
+
+/// One thing to dispose of.
+struct CleanItem {
+    std::string path;                   ///< Absolute, or a "docker:" pseudo path.
+    std::int64_t size = 0;              ///< Allocated bytes that disposal is expected to give back.
+    std::optional<std::string> ruleID;  ///< The rule that proposed it; absent for manual choices.
+    std::optional<Risk> risk;           ///< That rule's rating.
+
+    bool operator==(const CleanItem&) const = default;
+};
+
+/// What is about to be disposed of: no path twice, and no item inside another.
+class CleanPlan {
+public:
+    /// Keeps the first item of each path and drops those that lie inside another item. Paths
+    /// compare in canonical form; the items keep the spelling they came with.
+    explicit CleanPlan(const std::vector<CleanItem>& items);
+
+    bool operator==(const CleanPlan&) const = default;
+
+    /// The shortest canonical path first.
+    [[nodiscard]] const std::vector<CleanItem>& items() const { return items_; }
+
+    /// The paths of the items left out because they lie inside another.
+    [[nodiscard]] const std::vector<std::string>& dropped() const { return dropped_; }
+
+    /// The sum of the items' sizes in bytes.
+    [[nodiscard]] std::int64_t totalBytes() const;
+
+private:
+    std::vector<CleanItem> items_;
+    std::vector<std::string> dropped_;
+};
+
+/// Whether a path stands for a Docker object and not for a file.
+[[nodiscard]] bool isPseudoPath(std::string_view path);
+
+}  // namespace Brimlo

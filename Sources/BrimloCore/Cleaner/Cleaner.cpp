@@ -1,0 +1,126 @@
+#include "BrimloCore/Cleaner/Cleaner.h"
+
+#include "BrimloCore/Platform/FileIdentity.h"
+#include "BrimloCore/Platform/Trash.h"
+#include "BrimloCore/Support/Safety.h"
+#include "BrimloCore/Support/Text.h"
+
+#include <cerrno>
+#include <string_view>
+#include <utility>
+
+// An item's way out: the gate judges it by the canonical text and with the links of its parent
+// resolved; its identity is taken; a place in the Trash is made; the journal with its entry is
+// written beside the old one; the item moves; the new journal takes the old one's place. Whenever
+// the process dies, the item is in one of the two places, and at most the one that has just moved
+// lacks its entry.
+
+namespace Brimlo {
+
+namespace {
+
+/// How often a new place in the Trash is tried when another program takes the one found.
+constexpr int kMostTries = 8;
+
+std::string line(const std::string& path, std::string_view reason) {
+    return path + ": " + std::string{reason};
+}
+
+/// Without trailing slashes, behind which the system would follow a link.
+std::string itself(const std::string& path) {
+    return path.substr(0, path.find_last_not_of('/') + 1);
+}
+
+bool isDiskFull(const Error& error) {
+    return error.domain == kSystemErrorDomain && (error.code == ENOSPC || error.code == EDQUOT);
+}
+
+}  // namespace
+
+Cleaner::Cleaner(std::shared_ptr<Journal> journal)
+    : journal_(std::move(journal)) {}
+
+CleanReport Cleaner::execute(
+    const CleanPlan& plan, DisposalMode /*mode*/, bool dryRun, const Progress& progress) {
+    const Uuid batchID = Uuid::random();
+    CleanReport report;
+    for (const CleanItem& item : plan.items()) {
+        if (const auto reason = Safety::refusal(item.path)) {
+            report.refused.push_back(line(item.path, *reason));
+            continue;
+        }
+        if (progress) {
+            progress(item.path);
+        }
+        if (dryRun) {
+            ++report.processed;
+        } else {
+            dispose(item, batchID, report);
+        }
+    }
+    return report;
+}
+
+void Cleaner::dispose(const CleanItem& item, const Uuid& batchID, CleanReport& report) {
+    const auto fail = [&](std::string_view reason) {
+        report.failures.push_back(line(item.path, reason));
+    };
+    const auto identity = Platform::FileIdentity::of(itself(item.path));
+    if (!identity) {
+        return fail("no longer exists");
+    }
+    const std::string resolved = Safety::resolvedParent(Safety::canonical(item.path));
+    if (!Text::isValid(item.path) || !Text::isValid(resolved)) {
+        return fail("its name is not valid text, so the journal could not bring it back");
+    }
+    JournalEntry entry = JournalEntry::make({
+        .originalPath = item.path,
+        .trashPath = std::nullopt,
+        .size = item.size,
+        .ruleID = item.ruleID,
+        .trashID = identity->text(),
+        .batchID = batchID,
+    });
+    const Platform::TrashMove::Request request{
+        .path = resolved,
+        .identity = *identity,
+        .entryID = entry.id.text(),
+    };
+    for (int attempt = 1;; ++attempt) {
+        auto move = Platform::TrashMove::prepare(request);
+        if (!move) {
+            return fail(move.error().description);
+        }
+        entry.trashPath = move->destination();
+        auto record = journal_->prepare(entry);
+        if (!record && isDiskFull(record.error())) {
+            return fail("the disk is too full to record the move");
+        }
+        const auto trashed = move->commit();
+        if (!trashed) {
+            if (trashed.error().code == EEXIST && attempt < kMostTries) {
+                continue;
+            }
+            return fail(trashed.error().description);
+        }
+        entry.trashPath = trashed->path;
+        entry.trashID = trashed->path ? Cleaner::identity(*trashed->path) : std::nullopt;
+        if (record) {
+            std::move(*record).publish(entry);
+        }
+        report.journalIDs.push_back(entry.id);
+        if (trashed->warning) {
+            return fail(*trashed->warning);
+        }
+        report.movedToTrashBytes += item.size;
+        ++report.processed;
+        return;
+    }
+}
+
+std::optional<std::string> Cleaner::identity(const std::string& path) {
+    const auto identity = Platform::FileIdentity::of(path);
+    return identity ? std::optional{identity->text()} : std::nullopt;
+}
+
+}  // namespace Brimlo
