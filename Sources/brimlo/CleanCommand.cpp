@@ -1,0 +1,204 @@
+#include "BrimloCore/Cleaner/Cleaner.h"
+#include "BrimloCore/RulePacks/Catalog.h"
+#include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
+#include "BrimloCore/Support/AppConfig.h"
+#include "BrimloCore/Support/Fmt.h"
+#include "BrimloCore/Support/Safety.h"
+#include "BrimloCore/Support/StoragePaths.h"
+#include "brimlo/Console.h"
+#include "brimlo/Interrupt.h"
+#include "brimlo/JsonForms.h"
+#include "brimlo/Tool.h"
+
+#include <memory>
+#include <set>
+
+namespace Brimlo {
+
+namespace {
+
+constexpr std::size_t kSizeWidth = 10;
+
+struct Arguments {
+    bool preselected = false;
+    bool safe = false;
+    std::vector<std::string> rules;
+    std::vector<std::string> paths;
+    bool dryRun = false;
+    bool yes = false;
+};
+
+/// Whether an item of a suggestion is meant by the arguments.
+bool isMeant(const SuggestionItem& item, const Suggestion& suggestion, const Arguments& arguments) {
+    if (arguments.preselected) {
+        return suggestion.preselectedPaths.contains(item.path);
+    }
+    if (arguments.safe) {
+        return suggestion.risk == Risk::safe && suggestion.runningApps.empty();
+    }
+    return std::ranges::find(arguments.rules, suggestion.id) != arguments.rules.end();
+}
+
+std::vector<CleanItem> suggestedItems(const Arguments& arguments) {
+    Console::Progress progress;
+    const SuggestionOptions options{
+        .staleDays = AppConfig::load().staleDays,
+        .onPhase = [&](std::string_view words) { progress.show(words); },
+    };
+    std::vector<CleanItem> items;
+    for (const Suggestion& suggestion : SuggestionEngine::generate(options)) {
+        for (const SuggestionItem& item : suggestion.items) {
+            if (isMeant(item, suggestion, arguments)) {
+                items.push_back({item.path, item.size, suggestion.id, suggestion.risk});
+            }
+        }
+    }
+    return items;
+}
+
+/// The paths that a person typed, measured. What is shown for review is what will be judged.
+std::vector<CleanItem> typedItems(const std::vector<std::string>& paths) {
+    std::vector<SuggestionItem> items;
+    for (const std::string& path : paths) {
+        items.push_back({.path = Safety::canonical(StoragePaths::expandTilde(path))});
+    }
+    std::vector<CleanItem> result;
+    for (const SuggestionItem& item : SuggestionEngine::size(std::move(items))) {
+        result.push_back({item.path, item.size, std::nullopt, std::nullopt});
+    }
+    return result;
+}
+
+/// The first of the rule ids that neither a rule nor a project pattern has.
+std::optional<std::string> unknownRule(const std::vector<std::string>& ids) {
+    if (ids.empty()) {
+        return std::nullopt;
+    }
+    std::set<std::string> known;
+    for (const CleanupRule& rule : Catalog::rules()) {
+        known.insert(rule.id);
+    }
+    for (const ArtifactPattern& pattern : ArtifactCatalog::all()) {
+        known.insert(pattern.id);
+    }
+    const auto isUnknown = [&](const std::string& id) { return !known.contains(id); };
+    const auto found = std::ranges::find_if(ids, isUnknown);
+    return found == ids.end() ? std::nullopt : std::optional{*found};
+}
+
+std::string total(const CleanPlan& plan) {
+    return Console::count(plan.items().size(), "item") + ", " + Fmt::bytes(plan.totalBytes());
+}
+
+void show(const CleanPlan& plan) {
+    for (const CleanItem& item : plan.items()) {
+        Console::line(
+            Console::right(Fmt::bytes(item.size), kSizeWidth) + "  " +
+            (item.risk ? Console::badge(*item.risk) + "  " : "") + Console::shortPath(item.path) +
+            Console::dim(item.ruleID ? "  " + *item.ruleID : ""));
+    }
+    for (const std::string& path : plan.dropped()) {
+        Console::line("   (inside another item: " + Console::shortPath(path) + ")");
+    }
+}
+
+void show(const CleanReport& report, bool dryRun) {
+    for (const std::string& line : report.refused) {
+        Console::line("refused  " + Console::shortPath(line));
+    }
+    for (const std::string& line : report.failures) {
+        Console::line("failed   " + Console::shortPath(line));
+    }
+    const std::string count = Console::count(static_cast<std::size_t>(report.processed), "item");
+    if (dryRun) {
+        Console::line(count + " would go to the Trash. Nothing was moved.");
+        return;
+    }
+    Console::line(
+        "Moved " + count + " to the Trash, " + Fmt::bytes(report.movedToTrashBytes) +
+        ". The space is free once the Trash is emptied.");
+    if (report.processed > 0) {
+        Console::line("\"brimlo undo --last\" puts everything back.");
+    }
+}
+
+CleanReport execute(const CleanPlan& plan, bool dryRun) {
+    if (!dryRun) {
+        Interrupt::finishFirst();
+    }
+    Cleaner cleaner{std::make_shared<Journal>(StoragePaths::journal())};
+    Console::Progress progress;
+    std::size_t done = 0;
+    return cleaner.execute(plan, DisposalMode::trash, dryRun, [&](const std::string& path) {
+        progress.show(
+            std::to_string(++done) + "/" + std::to_string(plan.items().size()) + "  " + path);
+    });
+}
+
+ExitCode run(const Arguments& arguments, const Tool& tool) {
+    if (const auto id = unknownRule(arguments.rules)) {
+        complain("No rule and no project pattern is called \"" + *id + "\".");
+        return ExitCode::wrongUsage;
+    }
+    if (!arguments.dryRun && !arguments.yes && (tool.isJson() || !Console::canAsk())) {
+        complain("Nobody can be asked here: say --yes to clean, or --dry-run to look.");
+        return ExitCode::wrongUsage;
+    }
+    const CleanPlan plan{
+        arguments.paths.empty() ? suggestedItems(arguments) : typedItems(arguments.paths)};
+    if (!tool.isJson()) {
+        show(plan);
+        if (plan.items().empty()) {
+            Console::line("Nothing to clean was found.");
+            return ExitCode::done;
+        }
+        std::fflush(stdout);
+        if (!arguments.dryRun && !arguments.yes &&
+            !Console::confirm("Move " + total(plan) + " to the Trash?")) {
+            Console::line("Nothing was moved.");
+            return ExitCode::done;
+        }
+    }
+    const CleanReport report = execute(plan, arguments.dryRun);
+    if (tool.isJson()) {
+        Json::Object document = JsonForms::report(report);
+        document.emplace("plan", JsonForms::plan(plan));
+        print(document);
+    } else {
+        show(report, arguments.dryRun);
+    }
+    if (Interrupt::wasNoted()) {
+        return ExitCode::interrupted;
+    }
+    return report.failures.empty() && report.refused.empty() ? ExitCode::done : ExitCode::problems;
+}
+
+}  // namespace
+
+void addCleanCommand(CLI::App& app, Tool& tool) {
+    const auto arguments = std::make_shared<Arguments>();
+    CLI::App* command =
+        tool.add(app, "clean", "Move things to the Trash, after showing them", [arguments, &tool] {
+            return run(*arguments, tool);
+        });
+    command->group(kCleanGroup);
+    CLI::Option_group* what = command->add_option_group("What to clean, one of");
+    what->require_option(1);
+    what->add_flag(
+        "--preselected", arguments->preselected, "All that \"brimlo suggest\" marks [x]");
+    what->add_flag(
+        "--safe", arguments->safe, "All that is rated Safe and belongs to no running app");
+    what->add_option("--rule", arguments->rules, "All that these rules or project patterns find")
+        ->type_name("ID");
+    what->add_option("paths", arguments->paths, "These files and folders")->type_name("PATH");
+    command->add_flag("--dry-run", arguments->dryRun, "Show what would go, and move nothing");
+    command->add_flag("--yes", arguments->yes, "Don't ask");
+    command->footer(
+        "Each item passes the safety gate once more and is recorded in the journal.\n"
+        "Examples:\n"
+        "  brimlo clean --preselected --dry-run\n"
+        "  brimlo clean --rule npm.cache --rule artifact.node_modules\n"
+        "  brimlo clean ~/Downloads/old.iso --yes");
+}
+
+}  // namespace Brimlo

@@ -1,0 +1,129 @@
+#include "brimlo/Console.h"
+
+#include "BrimloCore/Support/Text.h"
+#include "BrimloCore/UserRules/UserRules.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <iostream>
+
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+namespace Brimlo::Console {
+
+namespace {
+
+constexpr std::string_view kEraseLine = "\r\033[K";
+
+bool hasColour() {
+    static const bool kHasColour =
+        isatty(STDOUT_FILENO) == 1 &&
+        std::getenv("NO_COLOR") == nullptr;  // NOLINT(concurrency-mt-unsafe): set at start only
+    return kHasColour;
+}
+
+std::string styled(std::string_view code, std::string_view text) {
+    if (!hasColour()) {
+        return std::string{text};
+    }
+    return "\033[" + std::string{code} + "m" + std::string{text} + "\033[0m";
+}
+
+std::string blanks(std::string_view text, std::size_t width) {
+    const std::size_t used = Text::characterCount(text);
+    return std::string(width > used ? width - used : 0, ' ');
+}
+
+/// Columns of the terminal, or enough for a page where the output goes to a file.
+std::size_t terminalWidth() {
+    constexpr std::size_t kPageWidth = 100;
+    constexpr std::size_t kNarrowest = 40;
+    winsize size{};
+    const bool isKnown = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+    return isKnown ? std::max<std::size_t>(size.ws_col, kNarrowest) : kPageWidth;
+}
+
+}  // namespace
+
+void line(std::string_view text) {
+    std::fwrite(text.data(), 1, text.size(), stdout);
+    std::fputc('\n', stdout);
+}
+
+void paragraph(std::string_view text) {
+    constexpr std::string_view kIndent = "    ";
+    const std::size_t room = terminalWidth() - kIndent.size();
+    while (!text.empty()) {
+        std::size_t end = text.size();
+        if (end > room) {
+            const std::size_t space = text.rfind(' ', room);
+            end = space == std::string_view::npos ? std::min(text.find(' '), text.size()) : space;
+        }
+        line(std::string{kIndent} + dim(text.substr(0, end)));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+}
+
+std::string bold(std::string_view text) {
+    return styled("1", text);
+}
+
+std::string dim(std::string_view text) {
+    return styled("2", text);
+}
+
+std::string badge(Risk risk) {
+    constexpr std::size_t kWidth = 8;
+    const char* colour = risk == Risk::safe ? "32" : risk == Risk::rebuild ? "33" : "31";
+    return styled(colour, left(label(risk), kWidth));
+}
+
+std::string right(std::string_view text, std::size_t width) {
+    return blanks(text, width) + std::string{text};
+}
+
+std::string left(std::string_view text, std::size_t width) {
+    return std::string{text} + blanks(text, width);
+}
+
+std::string shortPath(std::string_view path) {
+    return Text::printable(UserRules::tildeForm(path));
+}
+
+std::string count(std::size_t number, std::string_view noun) {
+    return std::to_string(number) + " " + std::string{noun} + (number == 1 ? "" : "s");
+}
+
+bool canAsk() {
+    return isatty(STDIN_FILENO) == 1 && isatty(STDERR_FILENO) == 1;
+}
+
+bool confirm(std::string_view question) {
+    std::cerr << question << " [y/N] " << std::flush;
+    std::string answer;
+    std::getline(std::cin, answer);
+    const std::string word = Text::lowercased(Text::trimmed(answer));
+    return word == "y" || word == "yes";
+}
+
+Progress::~Progress() {
+    clear();
+}
+
+void Progress::clear() {
+    if (isShown_) {
+        std::cerr << kEraseLine << std::flush;
+        isShown_ = false;
+    }
+}
+
+void Progress::show(std::string_view words) {
+    if (isatty(STDERR_FILENO) == 1) {
+        isShown_ = true;
+        std::cerr << kEraseLine << Text::printable(words) << std::flush;
+    }
+}
+
+}  // namespace Brimlo::Console

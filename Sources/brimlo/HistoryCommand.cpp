@@ -1,0 +1,83 @@
+#include "BrimloCore/Support/Fmt.h"
+#include "BrimloCore/Support/HistoryBatch.h"
+#include "BrimloCore/Support/Journal.h"
+#include "BrimloCore/Support/StoragePaths.h"
+#include "brimlo/Console.h"
+#include "brimlo/JsonForms.h"
+#include "brimlo/Tool.h"
+
+#include <array>
+#include <ctime>
+
+namespace Brimlo {
+
+namespace {
+
+std::string localTime(std::chrono::sys_seconds date) {
+    const std::time_t seconds = date.time_since_epoch().count();
+    std::tm local{};
+    localtime_r(&seconds, &local);
+    std::array<char, 32> text{};
+    const std::size_t length = std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M", &local);
+    return {text.data(), length};
+}
+
+std::string_view state(const JournalEntry& entry) {
+    if (entry.undone) {
+        return "restored";
+    }
+    if (entry.purgedFromTrash) {
+        return "gone";
+    }
+    return entry.trashPath ? "in Trash" : "removed";
+}
+
+void show(const HistoryBatch& batch) {
+    std::int64_t total = 0;
+    for (const JournalEntry& entry : batch.items) {
+        total += entry.size;
+    }
+    Console::line(
+        Console::bold(localTime(batch.date())) + "  " + Console::count(batch.items.size(), "item") +
+        ", " + Fmt::bytes(total) + Console::dim("  batch " + batch.id.text()));
+    constexpr std::size_t kShownDigits = 8;
+    constexpr std::size_t kStateWidth = 8;
+    constexpr std::size_t kSizeWidth = 10;
+    for (const JournalEntry& entry : batch.items) {
+        Console::line(
+            "  " + Console::dim(entry.id.text().substr(0, kShownDigits)) + "  " +
+            Console::left(state(entry), kStateWidth) +
+            Console::right(Fmt::bytes(entry.size), kSizeWidth) + "  " +
+            Console::shortPath(entry.originalPath));
+    }
+    Console::line();
+}
+
+ExitCode run(const Tool& tool) {
+    const std::vector<JournalEntry> entries = Journal{StoragePaths::journal()}.entries();
+    if (tool.isJson()) {
+        Json::Array document;
+        for (const JournalEntry& entry : entries) {
+            document.push_back(JsonForms::entry(entry));
+        }
+        print(document);
+        return ExitCode::done;
+    }
+    if (entries.empty()) {
+        Console::line("Nothing has been cleaned yet.");
+    }
+    for (const HistoryBatch& batch : HistoryBatch::group(entries)) {
+        show(batch);
+    }
+    return ExitCode::done;
+}
+
+}  // namespace
+
+void addHistoryCommand(CLI::App& app, Tool& tool) {
+    CLI::App* command = tool.add(
+        app, "history", "Show what was cleaned and where it is now", [&tool] { return run(tool); });
+    command->group(kCleanGroup);
+}
+
+}  // namespace Brimlo

@@ -1,0 +1,120 @@
+#include "brimlo/JsonForms.h"
+
+#include "BrimloCore/Support/RuleJson.h"
+#include "BrimloCore/Support/Text.h"
+
+#include <string>
+
+namespace Brimlo::JsonForms {
+
+namespace {
+
+Json::Array paths(const auto& texts) {
+    Json::Array array;
+    for (const std::string& text : texts) {
+        array.push_back(path(text));
+    }
+    return array;
+}
+
+template <typename T>
+void addIfPresent(Json::Object& object, std::string_view key, const std::optional<T>& value) {
+    if (value) {
+        object.emplace(key, *value);
+    }
+}
+
+}  // namespace
+
+Json::Value path(std::string_view path) {
+    return Text::isValid(path) ? Json::Value(path) : Json::Value(Text::printable(path));
+}
+
+Json::Array items(const std::vector<SuggestionItem>& items) {
+    Json::Array array;
+    for (const SuggestionItem& item : items) {
+        Json::Object object{
+            {"path", path(item.path)},
+            {"size", item.size      }
+        };
+        addIfPresent(object, "idleDays", item.idleDays);
+        if (item.detail) {
+            object.emplace("detail", path(*item.detail));
+        }
+        addIfPresent(object, "subtitle", item.subtitle);
+        array.push_back(std::move(object));
+    }
+    return array;
+}
+
+Json::Object suggestion(const Suggestion& suggestion) {
+    Json::Array personas;
+    for (const Persona persona : suggestion.personas) {
+        personas.emplace_back(rawValue(persona));
+    }
+    Json::Object object{
+        {"id",          suggestion.id            },
+        {"name",        suggestion.name          },
+        {"group",       suggestion.group         },
+        {"personas",    std::move(personas)      },
+        {"risk",        rawValue(suggestion.risk)},
+        {"regenerates", suggestion.regenerates   },
+    };
+    addIfPresent(object, "officialCommand", suggestion.officialCommand);
+    object.emplace("runningApps", RuleJson::encode(suggestion.runningApps));
+    object.emplace("items", items(suggestion.items));
+    object.emplace("preselectedPaths", paths(suggestion.preselectedPaths));
+    object.emplace("totalSize", suggestion.totalSize());
+    return object;
+}
+
+Json::Object plan(const CleanPlan& plan) {
+    Json::Array array;
+    for (const CleanItem& item : plan.items()) {
+        Json::Object object{
+            {"path", path(item.path)},
+            {"size", item.size      }
+        };
+        addIfPresent(object, "ruleID", item.ruleID);
+        if (item.risk) {
+            object.emplace("risk", rawValue(*item.risk));
+        }
+        array.push_back(std::move(object));
+    }
+    return {
+        {"items",      std::move(array)     },
+        {"dropped",    paths(plan.dropped())},
+        {"totalBytes", plan.totalBytes()    },
+    };
+}
+
+Json::Object report(const CleanReport& report) {
+    Json::Array ids;
+    for (const Uuid& id : report.journalIDs) {
+        ids.emplace_back(id.text());
+    }
+    return {
+        {"movedToTrashBytes", report.movedToTrashBytes      },
+        {"freedNowBytes",     report.freedNowBytes          },
+        {"failures",          paths(report.failures)        },
+        {"refused",           paths(report.refused)         },
+        {"notes",             RuleJson::encode(report.notes)},
+        {"journalIDs",        std::move(ids)                },
+        {"processed",         report.processed              },
+    };
+}
+
+Json::Value entry(const JournalEntry& entry) {
+    std::string text;
+    entry.encode(text);
+    return Json::parse(text).value_or(Json::Value{});
+}
+
+Json::Object validation(const RuleValidation& validation) {
+    return {
+        {"errors",   RuleJson::encode(validation.errors)  },
+        {"warnings", RuleJson::encode(validation.warnings)},
+    };
+}
+
+}  // namespace Brimlo::JsonForms

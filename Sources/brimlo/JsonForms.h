@@ -1,0 +1,27 @@
+#pragma once
+
+#include "BrimloCore/Cleaner/CleanPlan.h"
+#include "BrimloCore/Cleaner/CleanReport.h"
+#include "BrimloCore/Models/Suggestion.h"
+#include "BrimloCore/Support/JournalEntry.h"
+#include "BrimloCore/Support/Json.h"
+#include "BrimloCore/UserRules/RuleValidation.h"
+
+#include <string_view>
+#include <vector>
+
+/// The types of the core as the tool's JSON documents show them: keys are the fields' names, an
+/// absent value has no key.
+namespace Brimlo::JsonForms {
+
+/// A path; bytes that are no text become U+FFFD.
+[[nodiscard]] Json::Value path(std::string_view path);
+
+[[nodiscard]] Json::Object suggestion(const Suggestion& suggestion);
+[[nodiscard]] Json::Array items(const std::vector<SuggestionItem>& items);
+[[nodiscard]] Json::Object plan(const CleanPlan& plan);
+[[nodiscard]] Json::Object report(const CleanReport& report);
+[[nodiscard]] Json::Value entry(const JournalEntry& entry);
+[[nodiscard]] Json::Object validation(const RuleValidation& validation);
+
+}  // namespace Brimlo::JsonForms

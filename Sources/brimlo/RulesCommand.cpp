@@ -1,0 +1,262 @@
+#include "BrimloCore/DisabledRules/DisabledRules.h"
+#include "BrimloCore/RulePacks/Catalog.h"
+#include "BrimloCore/SuggestionEngine/RuleTargets.h"
+#include "BrimloCore/Support/Fmt.h"
+#include "BrimloCore/Support/RuleJson.h"
+#include "BrimloCore/UserRules/RuleFile.h"
+#include "BrimloCore/UserRules/UserRules.h"
+#include "brimlo/Console.h"
+#include "brimlo/JsonForms.h"
+#include "brimlo/Tool.h"
+
+#include <memory>
+
+namespace Brimlo {
+
+namespace {
+
+constexpr std::size_t kSizeWidth = 10;
+
+void showRow(std::string_view state, Risk risk, const std::string& id, const std::string& name) {
+    constexpr std::size_t kStateWidth = 5;
+    constexpr std::size_t kIDWidth = 36;
+    Console::line(
+        Console::left(state, kStateWidth) + Console::badge(risk) + "  " +
+        Console::left(id, kIDWidth) + "  " + name);
+}
+
+ExitCode list(const Tool& tool) {
+    const std::set<std::string> disabled = DisabledRules::load();
+    Json::Array rules;
+    for (const CleanupRule& rule : Catalog::rules()) {
+        const bool isOff = disabled.contains(rule.id);
+        if (tool.isJson()) {
+            Json::Object object = RuleJson::encode(rule);
+            object.emplace("enabled", !isOff);
+            rules.push_back(std::move(object));
+        } else {
+            showRow(isOff ? "off" : "", rule.risk, rule.id, rule.name);
+        }
+    }
+    Json::Array artifacts;
+    for (const ArtifactPattern& pattern : ArtifactCatalog::all()) {
+        if (tool.isJson()) {
+            artifacts.push_back(RuleJson::encode(pattern));
+        } else {
+            showRow("", pattern.risk, pattern.id, pattern.name);
+        }
+    }
+    std::vector<std::string> issues = Catalog::packIssues();
+    const std::vector<std::string> userIssues = Catalog::userRuleIssues();
+    issues.insert(issues.end(), userIssues.begin(), userIssues.end());
+    for (const std::string& issue : issues) {
+        complain(issue);
+    }
+    if (tool.isJson()) {
+        print(Json::Object{
+            {"rules",     std::move(rules)        },
+            {"artifacts", std::move(artifacts)    },
+            {"issues",    RuleJson::encode(issues)},
+        });
+    }
+    return issues.empty() ? ExitCode::done : ExitCode::problems;
+}
+
+/// The rule or project pattern of this id as JSON, or nullopt.
+std::optional<Json::Object> find(const std::string& id) {
+    const std::vector<CleanupRule> rules = Catalog::rules();
+    const auto rule = std::ranges::find(rules, id, &CleanupRule::id);
+    if (rule != rules.end()) {
+        return RuleJson::encode(*rule);
+    }
+    const std::vector<ArtifactPattern>& patterns = ArtifactCatalog::all();
+    const auto pattern = std::ranges::find(patterns, id, &ArtifactPattern::id);
+    return pattern == patterns.end() ? std::nullopt : std::optional{RuleJson::encode(*pattern)};
+}
+
+ExitCode unknown(const std::string& id) {
+    complain("No rule is called \"" + id + "\".");
+    return ExitCode::wrongUsage;
+}
+
+ExitCode show(const std::string& id, const Tool& tool) {
+    const std::optional<Json::Object> rule = find(id);
+    if (!rule) {
+        return unknown(id);
+    }
+    if (tool.isJson()) {
+        print(*rule);
+        return ExitCode::done;
+    }
+    constexpr std::size_t kKeyWidth = 18;
+    for (const auto& [key, value] : *rule) {
+        if (const Json::Array* texts = value.if_array()) {
+            std::string_view shown = key;
+            for (const Json::Value& text : *texts) {
+                Console::line(Console::left(shown, kKeyWidth) + std::string{text.as_string()});
+                shown = "";
+            }
+        } else {
+            const Json::String* text = value.if_string();
+            Console::line(
+                Console::left(key, kKeyWidth) + (text ? std::string{*text} : Json::compact(value)));
+        }
+    }
+    return ExitCode::done;
+}
+
+ExitCode preview(const std::string& file, const Tool& tool) {
+    const auto elements = UserRules::readRules(file);
+    if (!elements) {
+        complain(file + ": " + elements.error());
+        return ExitCode::problems;
+    }
+    ExitCode exit = ExitCode::done;
+    Json::Array document;
+    for (std::size_t position = 0; position < elements->size(); ++position) {
+        const Lossy<CleanupRule>& element = (*elements)[position];
+        if (!element.value) {
+            complain("rule #" + std::to_string(position) + ": " + *element.error);
+            exit = ExitCode::problems;
+            continue;
+        }
+        const std::vector<SuggestionItem> items = UserRules::preview(*element.value);
+        if (tool.isJson()) {
+            document.push_back({
+                {"id",    element.value->id      },
+                {"items", JsonForms::items(items)}
+            });
+            continue;
+        }
+        Console::line(
+            Console::bold(element.value->id) + " matches " + Console::count(items.size(), "item"));
+        for (const SuggestionItem& item : items) {
+            Console::line(
+                Console::right(Fmt::bytes(item.size), kSizeWidth) + "  " +
+                Console::shortPath(item.path));
+        }
+    }
+    if (tool.isJson()) {
+        print(document);
+    }
+    return exit;
+}
+
+ExitCode validate(const std::string& file, const Tool& tool) {
+    const auto verdicts = UserRules::validateFile(file);
+    if (!verdicts) {
+        complain(file + ": " + verdicts.error());
+        return ExitCode::problems;
+    }
+    ExitCode exit = ExitCode::done;
+    Json::Array document;
+    for (const auto& [id, verdict] : *verdicts) {
+        if (!verdict.isValid()) {
+            exit = ExitCode::problems;
+        }
+        if (tool.isJson()) {
+            Json::Object object{
+                {"id", id}
+            };
+            for (auto& [key, value] : JsonForms::validation(verdict)) {
+                object.emplace(key, value);
+            }
+            document.push_back(std::move(object));
+            continue;
+        }
+        Console::line(Console::bold(id) + (verdict.isValid() ? " is valid" : " is not valid"));
+        for (const std::string& error : verdict.errors) {
+            Console::line("  error    " + error);
+        }
+        for (const std::string& warning : verdict.warnings) {
+            Console::line("  warning  " + warning);
+        }
+    }
+    if (tool.isJson()) {
+        print(document);
+    }
+    return exit;
+}
+
+/// A stale id, of a rule that no longer exists, may still be switched on.
+ExitCode setDisabled(const std::string& id, bool disabled, const Tool& tool) {
+    if (!find(id) && !DisabledRules::isDisabled(id)) {
+        return unknown(id);
+    }
+    DisabledRules::set(id, disabled);
+    if (DisabledRules::isDisabled(id) != disabled) {
+        complain("The change could not be saved.");
+        return ExitCode::problems;
+    }
+    if (tool.isJson()) {
+        print(Json::Object{
+            {"id",      id       },
+            {"enabled", !disabled}
+        });
+    } else {
+        Console::line(id + (disabled ? " is off." : " is on."));
+    }
+    return ExitCode::done;
+}
+
+ExitCode remove(const std::string& id, const Tool& tool) {
+    const std::string directory = UserRules::defaultDirectory();
+    if (!UserRules::isCustom(id)) {
+        complain("\"" + id + "\" is no rule of yours: they begin with \"custom.\".");
+        return ExitCode::wrongUsage;
+    }
+    if (const auto removed = UserRules::remove(id, directory); !removed) {
+        complain(
+            "The rule \"" + id + "\" could not be deleted: " + removed.error().description + ".");
+        return ExitCode::problems;
+    }
+    if (tool.isJson()) {
+        print(Json::Object{
+            {"id", id}
+        });
+    } else {
+        Console::line("Deleted " + id + ".");
+    }
+    return ExitCode::done;
+}
+
+/// Adds a command that takes one text.
+void addOne(
+    CLI::App& rules,
+    Tool& tool,
+    const std::string& name,
+    const std::string& description,
+    const std::string& argument,
+    const std::function<ExitCode(const std::string&)>& run) {
+    const auto text = std::make_shared<std::string>();
+    CLI::App* command = tool.add(rules, name, description, [text, run] { return run(*text); });
+    command->add_option(argument == "ID" ? "id" : "file", *text)->required()->type_name(argument);
+}
+
+}  // namespace
+
+void addRulesCommand(CLI::App& app, Tool& tool) {
+    CLI::App* rules = app.add_subcommand("rules", "Look at the rules, try your own, switch them");
+    rules->group(kSetUpGroup);
+    rules->require_subcommand(1);
+    tool.add(*rules, "list", "List all rules and project patterns", [&tool] { return list(tool); });
+    const auto add =
+        [&](const char* name, const char* description, const char* argument, auto run) {
+            addOne(
+                *rules, tool, name, description, argument, [run, &tool](const std::string& text) {
+                    return run(text, tool);
+                });
+        };
+    add("show", "Show one rule or project pattern", "ID", show);
+    add("preview", "Show what the rules of a file would match now", "FILE", preview);
+    add("validate", "Judge the rules of a file", "FILE", validate);
+    add("enable", "Switch a rule on", "ID", [](const std::string& id, const Tool& used) {
+        return setDisabled(id, false, used);
+    });
+    add("disable", "Switch a rule off", "ID", [](const std::string& id, const Tool& used) {
+        return setDisabled(id, true, used);
+    });
+    add("delete", "Delete a rule of your own for good", "ID", remove);
+}
+
+}  // namespace Brimlo

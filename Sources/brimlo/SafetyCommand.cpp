@@ -1,0 +1,56 @@
+#include "BrimloCore/Support/Safety.h"
+#include "BrimloCore/Support/StoragePaths.h"
+#include "brimlo/Console.h"
+#include "brimlo/JsonForms.h"
+#include "brimlo/Tool.h"
+
+#include <memory>
+
+namespace Brimlo {
+
+namespace {
+
+ExitCode run(const std::vector<std::string>& paths, const Tool& tool) {
+    ExitCode exit = ExitCode::done;
+    Json::Array document;
+    for (const std::string& path : paths) {
+        const std::string expanded = StoragePaths::expandTilde(path);
+        const std::string canonical = Safety::canonical(expanded);
+        const std::optional<std::string> refusal = Safety::refusal(expanded);
+        if (refusal) {
+            exit = ExitCode::problems;
+        }
+        if (tool.isJson()) {
+            document.push_back({
+                {"path",      JsonForms::path(path)                          },
+                {"canonical", JsonForms::path(canonical)                     },
+                {"refusal",   refusal ? Json::Value(*refusal) : Json::Value{}},
+            });
+        } else {
+            Console::line(
+                (refusal ? "refused  " : "may go   ") + Console::shortPath(canonical) +
+                (refusal ? ": " + *refusal : ""));
+        }
+    }
+    if (tool.isJson()) {
+        print(document);
+    }
+    return exit;
+}
+
+}  // namespace
+
+void addSafetyCommand(CLI::App& app, Tool& tool) {
+    const auto paths = std::make_shared<std::vector<std::string>>();
+    CLI::App* command = tool.add(
+        app, "safety", "Ask the safety gate whether paths may ever be removed", [paths, &tool] {
+            return run(*paths, tool);
+        });
+    command->group(kLookGroup);
+    command->add_option("paths", *paths, "Files and folders, existing or not")
+        ->required()
+        ->type_name("PATH");
+    command->footer("Exits with 1 when one of them is refused.");
+}
+
+}  // namespace Brimlo

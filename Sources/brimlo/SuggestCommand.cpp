@@ -1,0 +1,145 @@
+#include "BrimloCore/RulePacks/Catalog.h"
+#include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
+#include "BrimloCore/Support/AppConfig.h"
+#include "BrimloCore/Support/Fmt.h"
+#include "BrimloCore/Support/Text.h"
+#include "brimlo/Console.h"
+#include "brimlo/JsonForms.h"
+#include "brimlo/Tool.h"
+
+#include <map>
+#include <memory>
+#include <optional>
+
+namespace Brimlo {
+
+namespace {
+
+constexpr std::size_t kSizeWidth = 10;
+
+/// So many items of a suggestion are shown to a person; `--json` has them all.
+constexpr std::size_t kMostItems = 8;
+
+struct Arguments {
+    std::vector<Persona> personas;
+    std::optional<std::int64_t> staleDays;
+    bool noArtifacts = false;
+};
+
+std::map<std::string, Persona> personaWords() {
+    std::map<std::string, Persona> words;
+    for (const Persona persona : kAllPersonas) {
+        words.emplace(rawValue(persona), persona);
+    }
+    return words;
+}
+
+void show(const SuggestionItem& item, bool isPreselected) {
+    std::string line = isPreselected ? "    [x] " : "    [ ] ";
+    line +=
+        Console::right(Fmt::bytes(item.size), kSizeWidth) + "  " + Console::shortPath(item.path);
+    if (item.idleDays) {
+        const bool isToday = *item.idleDays < 1;
+        line += Console::dim((isToday ? "  changed " : "  idle ") + Fmt::days(*item.idleDays));
+    }
+    Console::line(line);
+}
+
+void show(const Suggestion& suggestion) {
+    Console::line(
+        Console::right(Fmt::bytes(suggestion.totalSize()), kSizeWidth) + "  " +
+        Console::badge(suggestion.risk) + "  " + Console::bold(suggestion.name) + " · " +
+        suggestion.group + Console::dim("  " + suggestion.id));
+    Console::paragraph(suggestion.regenerates);
+    if (suggestion.officialCommand) {
+        Console::line(Console::dim("    Its own command: " + *suggestion.officialCommand));
+    }
+    for (const std::string& app : suggestion.runningApps) {
+        Console::line("    " + app + " is running: close it first.");
+    }
+    std::size_t shown = 0;
+    for (const SuggestionItem& item : suggestion.items) {
+        if (shown++ == kMostItems) {
+            break;
+        }
+        show(item, suggestion.preselectedPaths.contains(item.path));
+    }
+    if (suggestion.items.size() > kMostItems) {
+        Console::line(
+            "        and " + Console::count(suggestion.items.size() - kMostItems, "more item"));
+    }
+    Console::line();
+}
+
+void showAll(const std::vector<Suggestion>& suggestions) {
+    std::int64_t total = 0;
+    std::int64_t preselected = 0;
+    for (const Suggestion& suggestion : suggestions) {
+        show(suggestion);
+        total += suggestion.totalSize();
+        for (const SuggestionItem& item : suggestion.items) {
+            preselected += suggestion.preselectedPaths.contains(item.path) ? item.size : 0;
+        }
+    }
+    if (suggestions.empty()) {
+        Console::line("Nothing to clean was found.");
+        return;
+    }
+    Console::line(
+        Console::bold(Fmt::bytes(total)) + " can be cleaned; " +
+        Console::bold(Fmt::bytes(preselected)) + " of it is preselected [x].");
+    Console::line("\"brimlo clean --preselected --dry-run\" shows what that would take.");
+}
+
+ExitCode run(const Arguments& arguments, const Tool& tool) {
+    Console::Progress progress;
+    SuggestionOptions options{
+        .staleDays = arguments.staleDays.value_or(AppConfig::load().staleDays),
+        .includeArtifacts = !arguments.noArtifacts,
+        .onPhase = [&](std::string_view words) { progress.show(words); },
+    };
+    if (!arguments.personas.empty()) {
+        options.personas.emplace(arguments.personas.begin(), arguments.personas.end());
+    }
+    const std::vector<Suggestion> suggestions = SuggestionEngine::generate(options);
+    progress.clear();
+    for (const std::string& issue : Catalog::userRuleIssues()) {
+        complain("a rule of yours is left out: " + issue);
+    }
+    if (!tool.isJson()) {
+        showAll(suggestions);
+        return ExitCode::done;
+    }
+    Json::Array document;
+    for (const Suggestion& suggestion : suggestions) {
+        document.push_back(JsonForms::suggestion(suggestion));
+    }
+    print(document);
+    return ExitCode::done;
+}
+
+}  // namespace
+
+void addSuggestCommand(CLI::App& app, Tool& tool) {
+    const auto arguments = std::make_shared<Arguments>();
+    CLI::App* command = tool.add(
+        app, "suggest", "List what can be cleaned, with sizes and ratings", [arguments, &tool] {
+            return run(*arguments, tool);
+        });
+    command->group(kLookGroup);
+    command->add_option("--persona", arguments->personas, "Only what is meant for this audience")
+        ->transform(CLI::CheckedTransformer(personaWords()).description("AUDIENCE"))
+        ->allow_extra_args(false);
+    command
+        ->add_option(
+            "--stale-days",
+            arguments->staleDays,
+            "Preselect projects idle for so many days (default: the setting stale-days)")
+        ->check(CLI::NonNegativeNumber);
+    command->add_flag(
+        "--no-artifacts", arguments->noArtifacts, "Leave out build output in projects");
+    command->footer(
+        "Nothing is changed. [x] marks what \"brimlo clean --preselected\" would take.");
+}
+
+}  // namespace Brimlo

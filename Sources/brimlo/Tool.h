@@ -1,0 +1,58 @@
+#pragma once
+
+#include "BrimloCore/Support/Json.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include <CLI/CLI.hpp>
+
+namespace Brimlo {
+
+/// How the tool ends, as scripts read it.
+enum class ExitCode { done = 0, problems = 1, wrongUsage = 2, interrupted = 130 };
+
+/// What the commands share: how they answer and how they end.
+class Tool {
+public:
+    using Run = std::function<ExitCode()>;
+
+    /// Adds a command with its `--json` to `parent`; once it is parsed, `run` is what `main` does.
+    CLI::App* add(
+        CLI::App& parent, const std::string& name, const std::string& description, Run run);
+
+    /// Whether the answer is one JSON document.
+    [[nodiscard]] bool isJson() const { return json_; }
+
+    /// Runs the command that was parsed.
+    [[nodiscard]] ExitCode run() const;
+
+private:
+    bool json_ = false;
+    Run run_;
+};
+
+/// Prints a JSON document on standard output.
+void print(const Json::Value& document);
+
+/// Prints a sentence on standard error, "brimlo: " before it.
+void complain(std::string_view sentence);
+
+/// The group under which the help lists the commands that change nothing, and so on.
+inline constexpr const char* kLookGroup = "Look";
+inline constexpr const char* kCleanGroup = "Clean and take back";
+inline constexpr const char* kSetUpGroup = "Set up";
+
+/// Each adds one command.
+void addSuggestCommand(CLI::App& app, Tool& tool);
+void addCleanCommand(CLI::App& app, Tool& tool);
+void addSizeCommand(CLI::App& app, Tool& tool);
+void addHistoryCommand(CLI::App& app, Tool& tool);
+void addUndoCommand(CLI::App& app, Tool& tool);
+void addTrashCommand(CLI::App& app, Tool& tool);
+void addSafetyCommand(CLI::App& app, Tool& tool);
+void addRulesCommand(CLI::App& app, Tool& tool);
+void addConfigCommand(CLI::App& app, Tool& tool);
+
+}  // namespace Brimlo

@@ -1,0 +1,95 @@
+#include "BrimloCore/Cleaner/Cleaner.h"
+#include "BrimloCore/Support/AppConfig.h"
+#include "BrimloCore/Support/Fmt.h"
+#include "BrimloCore/Support/StoragePaths.h"
+#include "brimlo/Console.h"
+#include "brimlo/Tool.h"
+
+#include <memory>
+
+namespace Brimlo {
+
+namespace {
+
+void show(
+    const Tool& tool, std::int64_t bytes, const std::string& before, const std::string& after) {
+    if (tool.isJson()) {
+        print(Json::Object{
+            {"bytes", bytes}
+        });
+    } else {
+        Console::line(before + Fmt::bytes(bytes) + after);
+    }
+}
+
+ExitCode size(const Tool& tool) {
+    show(tool, Cleaner::trashSize(), "", " in the Trash.");
+    return ExitCode::done;
+}
+
+ExitCode purge(std::optional<std::int64_t> olderThanDays, bool dryRun, const Tool& tool) {
+    Cleaner cleaner{std::make_shared<Journal>(StoragePaths::journal())};
+    const std::int64_t bytes =
+        cleaner.purgeOwnTrash(olderThanDays.value_or(AppConfig::load().trashRetentionDays), dryRun);
+    const char* after = " that Brimlo had moved to Trash.";
+    show(tool, bytes, dryRun ? "Would permanently remove " : "Permanently removed ", after);
+    return ExitCode::done;
+}
+
+ExitCode empty(bool yes, const Tool& tool) {
+    if (!yes && (tool.isJson() || !Console::canAsk())) {
+        complain("Nobody can be asked here: say --yes to empty the Trash.");
+        return ExitCode::wrongUsage;
+    }
+    if (!yes && !Console::confirm(
+                    "Delete " + Fmt::bytes(Cleaner::trashSize()) +
+                    " for good, also what other programs put in the Trash?")) {
+        Console::line("Nothing was deleted.");
+        return ExitCode::done;
+    }
+    const auto freed = Cleaner::emptyTrash();
+    if (!freed) {
+        complain("Could not empty Trash: " + freed.error().description + ".");
+        return ExitCode::problems;
+    }
+    show(tool, *freed, "Emptied Trash: freed ", ".");
+    return ExitCode::done;
+}
+
+}  // namespace
+
+void addTrashCommand(CLI::App& app, Tool& tool) {
+    CLI::App* trash = app.add_subcommand("trash", "Measure, purge or empty the Trash");
+    trash->group(kCleanGroup);
+    trash->require_subcommand(1);
+
+    tool.add(*trash, "size", "Measure the Trash", [&tool] { return size(tool); });
+
+    struct PurgeArguments {
+        std::optional<std::int64_t> olderThanDays;
+        bool dryRun = false;
+    };
+    const auto arguments = std::make_shared<PurgeArguments>();
+    CLI::App* purgeCommand =
+        tool.add(*trash, "purge", "Delete old items of Brimlo's own for good", [arguments, &tool] {
+            return purge(arguments->olderThanDays, arguments->dryRun, tool);
+        });
+    purgeCommand
+        ->add_option(
+            "--older-than",
+            arguments->olderThanDays,
+            "Only what was moved there before so many days (default: the setting "
+            "trash-retention-days)")
+        ->type_name("DAYS")
+        ->check(CLI::NonNegativeNumber);
+    purgeCommand->add_flag("--dry-run", arguments->dryRun, "Delete nothing");
+
+    const auto yes = std::make_shared<bool>(false);
+    CLI::App* emptyCommand =
+        tool.add(*trash, "empty", "Delete everything in the Trash for good", [yes, &tool] {
+            return empty(*yes, tool);
+        });
+    emptyCommand->add_flag("--yes", *yes, "Don't ask");
+}
+
+}  // namespace Brimlo

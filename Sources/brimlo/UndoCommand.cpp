@@ -1,0 +1,128 @@
+#include "BrimloCore/Cleaner/Cleaner.h"
+#include "BrimloCore/Support/HistoryBatch.h"
+#include "BrimloCore/Support/StoragePaths.h"
+#include "BrimloCore/Support/Text.h"
+#include "brimlo/Console.h"
+#include "brimlo/Interrupt.h"
+#include "brimlo/JsonForms.h"
+#include "brimlo/Tool.h"
+
+#include <memory>
+
+namespace Brimlo {
+
+namespace {
+
+struct Arguments {
+    std::vector<std::string> ids;
+    std::string batch;
+    bool last = false;
+};
+
+/// Whether the identifier begins with these characters, letter case aside.
+bool begins(const Uuid& id, const std::string& beginning) {
+    return Text::lowercased(id.text()).starts_with(Text::lowercased(beginning));
+}
+
+/// The only entry whose id begins so, or why there is none.
+std::expected<JournalEntry, std::string> find(
+    const std::vector<JournalEntry>& entries, const std::string& beginning) {
+    const auto isMeant = [&](const JournalEntry& entry) { return begins(entry.id, beginning); };
+    const auto found = std::ranges::find_if(entries, isMeant);
+    if (beginning.empty() || found == entries.end()) {
+        return std::unexpected("No entry of the journal has the id \"" + beginning + "\".");
+    }
+    if (std::find_if(found + 1, entries.end(), isMeant) != entries.end()) {
+        return std::unexpected("More than one entry has an id that begins with " + beginning + ".");
+    }
+    return *found;
+}
+
+/// What the arguments mean to restore, or what is wrong with them.
+std::expected<std::vector<JournalEntry>, std::string> meant(
+    const std::vector<JournalEntry>& entries, const Arguments& arguments) {
+    std::vector<JournalEntry> result;
+    for (const std::string& id : arguments.ids) {
+        auto entry = find(entries, id);
+        if (!entry) {
+            return std::unexpected(entry.error());
+        }
+        result.push_back(*std::move(entry));
+    }
+    if (!arguments.ids.empty()) {
+        return result;
+    }
+    const std::vector<HistoryBatch> batches = HistoryBatch::group(entries);
+    const auto found = std::ranges::find_if(batches, [&](const HistoryBatch& batch) {
+        return arguments.last ? batch.restorableCount() > 0 : begins(batch.id, arguments.batch);
+    });
+    if (found == batches.end()) {
+        return std::unexpected(
+            arguments.last ? "Nothing is left that could be put back."
+                           : "No clean has the batch id \"" + arguments.batch + "\".");
+    }
+    std::ranges::copy_if(found->items, std::back_inserter(result), &JournalEntry::isRestorable);
+    return result;
+}
+
+ExitCode run(const Arguments& arguments, const Tool& tool) {
+    const auto journal = std::make_shared<Journal>(StoragePaths::journal());
+    const auto entries = meant(journal->entries(), arguments);
+    if (!entries) {
+        complain(entries.error());
+        return ExitCode::problems;
+    }
+    Interrupt::finishFirst();
+    Cleaner cleaner{journal};
+    Json::Array restored;
+    Json::Array failures;
+    for (const JournalEntry& entry : *entries) {
+        const auto path = cleaner.undo(entry);
+        if (path) {
+            restored.push_back(JsonForms::path(*path));
+        } else {
+            failures.emplace_back(entry.originalPath + ": " + path.error().description);
+        }
+        if (!tool.isJson()) {
+            Console::line(
+                path ? "restored  " + Console::shortPath(*path)
+                     : "failed    " + Console::shortPath(entry.originalPath) + ": " +
+                           path.error().description);
+        }
+    }
+    const bool failed = !failures.empty();
+    if (tool.isJson()) {
+        print(Json::Object{
+            {"restored", std::move(restored)},
+            {"failures", std::move(failures)}
+        });
+    } else {
+        Console::line("Restored " + Console::count(restored.size(), "item") + ".");
+    }
+    if (Interrupt::wasNoted()) {
+        return ExitCode::interrupted;
+    }
+    return failed ? ExitCode::problems : ExitCode::done;
+}
+
+}  // namespace
+
+void addUndoCommand(CLI::App& app, Tool& tool) {
+    const auto arguments = std::make_shared<Arguments>();
+    CLI::App* command = tool.add(
+        app, "undo", "Put things back from the Trash to where they were", [arguments, &tool] {
+            return run(*arguments, tool);
+        });
+    command->group(kCleanGroup);
+    CLI::Option_group* what = command->add_option_group("What to restore, one of");
+    what->require_option(1);
+    what->add_option(
+            "ids", arguments->ids, "Entries of \"brimlo history\", by the beginning of their ids")
+        ->type_name("ID");
+    what->add_option("--batch", arguments->batch, "All items of this clean")->type_name("UUID");
+    what->add_flag("--last", arguments->last, "All items of the latest clean that can be restored");
+    command->footer(
+        "Nothing is overwritten: where something new stands, the item stays in the Trash.");
+}
+
+}  // namespace Brimlo

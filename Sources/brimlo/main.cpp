@@ -1,0 +1,44 @@
+#include "brimlo/Interrupt.h"
+#include "brimlo/Tool.h"
+
+#include <string>
+
+int main(int argc, char** argv) {
+    using namespace Brimlo;
+    Interrupt::install();
+
+    CLI::App app{"Finds what fills the disk and moves what can safely go to the Trash."};
+    app.name("brimlo");
+    app.set_version_flag("--version", "brimlo " BRIMLO_VERSION);
+    app.require_subcommand(1);
+    app.footer(
+        "Examples:\n"
+        "  brimlo suggest                  what can be cleaned, and how risky that is\n"
+        "  brimlo clean --safe --dry-run   what a clean of the safe part would take\n"
+        "  brimlo clean --safe --yes       take it to the Trash\n"
+        "  brimlo undo --last              put it all back\n"
+        "\n"
+        "Exit codes: 0 done, 1 done with problems, 2 wrong usage, 130 interrupted.\n"
+        "\"brimlo COMMAND --help\" tells more of a command.");
+
+    Tool tool;
+    addSuggestCommand(app, tool);
+    addSizeCommand(app, tool);
+    addSafetyCommand(app, tool);
+    addCleanCommand(app, tool);
+    addHistoryCommand(app, tool);
+    addUndoCommand(app, tool);
+    addTrashCommand(app, tool);
+    addRulesCommand(app, tool);
+    addConfigCommand(app, tool);
+
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::Success& success) {
+        return app.exit(success);
+    } catch (const CLI::ParseError& error) {
+        complain(error.what());
+        return static_cast<int>(ExitCode::wrongUsage);
+    }
+    return static_cast<int>(tool.run());
+}
