@@ -17,8 +17,6 @@ namespace Brimlo {
 
 namespace {
 
-constexpr std::size_t kSizeWidth = 10;
-
 struct Arguments {
     bool preselected = false;
     bool safe = false;
@@ -93,9 +91,8 @@ std::string total(const CleanPlan& plan) {
 void show(const CleanPlan& plan) {
     for (const CleanItem& item : plan.items()) {
         Console::line(
-            Console::right(Fmt::bytes(item.size), kSizeWidth) + "  " +
-            (item.risk ? Console::badge(*item.risk) + "  " : "") + Console::shortPath(item.path) +
-            Console::dim(item.ruleID ? "  " + *item.ruleID : ""));
+            Console::size(item.size) + "  " + (item.risk ? Console::badge(*item.risk) + "  " : "") +
+            Console::shortPath(item.path) + Console::dim(item.ruleID ? "  " + *item.ruleID : ""));
     }
     for (const std::string& path : plan.dropped()) {
         Console::line("   (inside another item: " + Console::shortPath(path) + ")");

@@ -1,5 +1,6 @@
 #include "brimlo/Console.h"
 
+#include "BrimloCore/Support/Fmt.h"
 #include "BrimloCore/Support/Text.h"
 #include "BrimloCore/UserRules/UserRules.h"
 
@@ -86,6 +87,11 @@ std::string right(std::string_view text, std::size_t width) {
 
 std::string left(std::string_view text, std::size_t width) {
     return std::string{text} + blanks(text, width);
+}
+
+std::string size(std::int64_t bytes) {
+    constexpr std::size_t kWidth = 10;
+    return right(Fmt::bytes(bytes), kWidth);
 }
 
 std::string shortPath(std::string_view path) {

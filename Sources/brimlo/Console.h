@@ -3,6 +3,7 @@
 #include "BrimloCore/Models/Risk.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -25,6 +26,9 @@ void paragraph(std::string_view text);
 /// The text with blanks before or behind it, so that it is `width` characters wide.
 [[nodiscard]] std::string right(std::string_view text, std::size_t width);
 [[nodiscard]] std::string left(std::string_view text, std::size_t width);
+
+/// A count of bytes, as wide as all others, so that they stand in a column.
+[[nodiscard]] std::string size(std::int64_t bytes);
 
 /// A path as a person would write it: the home folder as "~".
 [[nodiscard]] std::string shortPath(std::string_view path);

@@ -42,12 +42,10 @@ void show(const HistoryBatch& batch) {
         ", " + Fmt::bytes(total) + Console::dim("  batch " + batch.id.text()));
     constexpr std::size_t kShownDigits = 8;
     constexpr std::size_t kStateWidth = 8;
-    constexpr std::size_t kSizeWidth = 10;
     for (const JournalEntry& entry : batch.items) {
         Console::line(
             "  " + Console::dim(entry.id.text().substr(0, kShownDigits)) + "  " +
-            Console::left(state(entry), kStateWidth) +
-            Console::right(Fmt::bytes(entry.size), kSizeWidth) + "  " +
+            Console::left(state(entry), kStateWidth) + Console::size(entry.size) + "  " +
             Console::shortPath(entry.originalPath));
     }
     Console::line();

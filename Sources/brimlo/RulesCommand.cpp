@@ -1,7 +1,6 @@
 #include "BrimloCore/DisabledRules/DisabledRules.h"
 #include "BrimloCore/RulePacks/Catalog.h"
 #include "BrimloCore/SuggestionEngine/RuleTargets.h"
-#include "BrimloCore/Support/Fmt.h"
 #include "BrimloCore/Support/RuleJson.h"
 #include "BrimloCore/UserRules/RuleFile.h"
 #include "BrimloCore/UserRules/UserRules.h"
@@ -14,8 +13,6 @@
 namespace Brimlo {
 
 namespace {
-
-constexpr std::size_t kSizeWidth = 10;
 
 void showRow(std::string_view state, Risk risk, const std::string& id, const std::string& name) {
     constexpr std::size_t kStateWidth = 5;
@@ -131,9 +128,7 @@ ExitCode preview(const std::string& file, const Tool& tool) {
         Console::line(
             Console::bold(element.value->id) + " matches " + Console::count(items.size(), "item"));
         for (const SuggestionItem& item : items) {
-            Console::line(
-                Console::right(Fmt::bytes(item.size), kSizeWidth) + "  " +
-                Console::shortPath(item.path));
+            Console::line(Console::size(item.size) + "  " + Console::shortPath(item.path));
         }
     }
     if (tool.isJson()) {

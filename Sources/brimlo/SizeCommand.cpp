@@ -1,6 +1,5 @@
 #include "BrimloCore/Platform/FileIdentity.h"
 #include "BrimloCore/SuggestionEngine/RuleTargets.h"
-#include "BrimloCore/Support/Fmt.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "brimlo/Console.h"
 #include "brimlo/JsonForms.h"
@@ -29,22 +28,12 @@ ExitCode run(const std::vector<std::string>& paths, const Tool& tool) {
         progress.show("Measuring…");
         items = SuggestionEngine::size(std::move(items));
     }
-    Json::Array document;
-    constexpr std::size_t kSizeWidth = 10;
-    for (const SuggestionItem& item : items) {
-        if (tool.isJson()) {
-            document.push_back({
-                {"path", JsonForms::path(item.path)},
-                {"size", item.size                 }
-            });
-        } else {
-            Console::line(
-                Console::right(Fmt::bytes(item.size), kSizeWidth) + "  " +
-                Console::shortPath(item.path));
-        }
-    }
     if (tool.isJson()) {
-        print(document);
+        print(JsonForms::items(items));
+        return exit;
+    }
+    for (const SuggestionItem& item : items) {
+        Console::line(Console::size(item.size) + "  " + Console::shortPath(item.path));
     }
     return exit;
 }

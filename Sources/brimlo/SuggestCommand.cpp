@@ -7,37 +7,39 @@
 #include "brimlo/JsonForms.h"
 #include "brimlo/Tool.h"
 
-#include <map>
 #include <memory>
 #include <optional>
+#include <set>
 
 namespace Brimlo {
 
 namespace {
 
-constexpr std::size_t kSizeWidth = 10;
-
 /// So many items of a suggestion are shown to a person; `--json` has them all.
 constexpr std::size_t kMostItems = 8;
 
 struct Arguments {
-    std::vector<Persona> personas;
+    std::vector<std::string> personas;
     std::optional<std::int64_t> staleDays;
     bool noArtifacts = false;
 };
 
-std::map<std::string, Persona> personaWords() {
-    std::map<std::string, Persona> words;
+/// Takes the words of the audiences, and names them all where another word is given.
+CLI::Validator isAudience() {
+    std::string words;
     for (const Persona persona : kAllPersonas) {
-        words.emplace(rawValue(persona), persona);
+        words.append(words.empty() ? "" : ", ").append(rawValue(persona));
     }
-    return words;
+    const auto check = [words](const std::string& text) {
+        return personaFromRawValue(text) ? std::string{}
+                                         : "\"" + text + "\" is none of " + words + ".";
+    };
+    return {check, "AUDIENCE"};
 }
 
 void show(const SuggestionItem& item, bool isPreselected) {
     std::string line = isPreselected ? "    [x] " : "    [ ] ";
-    line +=
-        Console::right(Fmt::bytes(item.size), kSizeWidth) + "  " + Console::shortPath(item.path);
+    line += Console::size(item.size) + "  " + Console::shortPath(item.path);
     if (item.idleDays) {
         const bool isToday = *item.idleDays < 1;
         line += Console::dim((isToday ? "  changed " : "  idle ") + Fmt::days(*item.idleDays));
@@ -47,9 +49,9 @@ void show(const SuggestionItem& item, bool isPreselected) {
 
 void show(const Suggestion& suggestion) {
     Console::line(
-        Console::right(Fmt::bytes(suggestion.totalSize()), kSizeWidth) + "  " +
-        Console::badge(suggestion.risk) + "  " + Console::bold(suggestion.name) + " · " +
-        suggestion.group + Console::dim("  " + suggestion.id));
+        Console::size(suggestion.totalSize()) + "  " + Console::badge(suggestion.risk) + "  " +
+        Console::bold(suggestion.name) + " · " + suggestion.group +
+        Console::dim("  " + suggestion.id));
     Console::paragraph(suggestion.regenerates);
     if (suggestion.officialCommand) {
         Console::line(Console::dim("    Its own command: " + *suggestion.officialCommand));
@@ -99,7 +101,10 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
         .onPhase = [&](std::string_view words) { progress.show(words); },
     };
     if (!arguments.personas.empty()) {
-        options.personas.emplace(arguments.personas.begin(), arguments.personas.end());
+        options.personas.emplace();
+    }
+    for (const std::string& word : arguments.personas) {
+        options.personas->insert(*personaFromRawValue(word));  // Checked while it was parsed.
     }
     const std::vector<Suggestion> suggestions = SuggestionEngine::generate(options);
     progress.clear();
@@ -128,7 +133,7 @@ void addSuggestCommand(CLI::App& app, Tool& tool) {
         });
     command->group(kLookGroup);
     command->add_option("--persona", arguments->personas, "Only what is meant for this audience")
-        ->transform(CLI::CheckedTransformer(personaWords()).description("AUDIENCE"))
+        ->check(isAudience())
         ->allow_extra_args(false);
     command
         ->add_option(

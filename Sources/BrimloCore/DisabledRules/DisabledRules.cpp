@@ -3,6 +3,7 @@
 #include "BrimloCore/Support/AtomicFile.h"
 #include "BrimloCore/Support/Json.h"
 #include "BrimloCore/Support/StoragePaths.h"
+#include "BrimloCore/Support/Text.h"
 
 #include <cstddef>
 #include <mutex>
@@ -50,6 +51,9 @@ bool isDisabled(const std::string& id) {
 }
 
 void set(const std::string& id, bool disabled) {
+    if (!Text::isValid(id)) {
+        return;  // No rule is called so, and the file would be unreadable with it.
+    }
     const std::lock_guard guard{processLock()};
     std::set<std::string> ids = read();
     if (disabled) {

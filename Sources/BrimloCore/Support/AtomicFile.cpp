@@ -1,6 +1,7 @@
 #include "BrimloCore/Support/AtomicFile.h"
 
 #include "BrimloCore/Platform/Posix/Descriptor.h"
+#include "BrimloCore/Platform/Posix/WriteAndSync.h"
 #include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/Uuid.h"
 
@@ -22,17 +23,6 @@ using Platform::Descriptor;
 
 std::unexpected<Error> failure() {
     return std::unexpected(Error::fromSystem(errno));
-}
-
-bool writeAll(int file, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t written = ::write(file, bytes.data(), bytes.size());
-        if (written < 0 && errno != EINTR) {
-            return false;
-        }
-        bytes.remove_prefix(written < 0 ? 0 : static_cast<std::size_t>(written));
-    }
-    return true;
 }
 
 void syncFolder(const std::string& path) {
@@ -69,7 +59,7 @@ std::expected<AtomicFile, Error> AtomicFile::prepare(std::string path, std::stri
         return failure();
     }
     AtomicFile prepared{std::move(path), std::move(temporary)};
-    if (!writeAll(file.number(), bytes) || fsync(file.number()) != 0) {
+    if (!Platform::writeAndSync(file.number(), bytes)) {
         return failure();
     }
     return prepared;

@@ -98,7 +98,16 @@ std::expected<void, Error> save(const CleanupRule& rule, const std::string& dire
         {"version", 1                                  },
         {"rules",   Json::Array{RuleJson::encode(rule)}},
     };
-    return AtomicFile::write(rulePath(rule.id, directory), Json::pretty(pack));
+    const std::string text = Json::pretty(pack);
+    // The name of a file may be no text. Written all the same, it would make the rule unreadable.
+    if (!Text::isValid(text)) {
+        return std::unexpected(Error{
+            .domain = kErrorDomain,
+            .code = kInvalidRule,
+            .description = "The rule holds a text that is not valid UTF-8.",
+        });
+    }
+    return AtomicFile::write(rulePath(rule.id, directory), text);
 }
 
 std::expected<void, Error> remove(std::string_view id, const std::string& directory) {

@@ -34,7 +34,7 @@ struct Loaded {
 /// Writes a rule to its file, over an earlier one of the same id.
 ///
 /// Fails with code 10 of the domain "Brimlo" and the errors, a line each, when the rule is not
-/// valid.
+/// valid or holds what JSON cannot.
 [[nodiscard]] std::expected<void, Error> save(
     const CleanupRule& rule, const std::string& directory);
 

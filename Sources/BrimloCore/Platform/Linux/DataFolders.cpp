@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdlib>
+#include <filesystem>
 
 namespace Brimlo::Platform {
 
@@ -19,7 +20,12 @@ std::string variable(const char* name) {
 
 std::string dataHome() {
     const std::string folder = variable("XDG_DATA_HOME");
-    return folder.starts_with('/') ? folder : homeFolder() + "/.local/share";
+    const std::filesystem::path path =
+        folder.starts_with('/') ? folder : homeFolder() + "/.local/share";
+    // Paths in the Trash are compared as text, so they are spelled in one way. The last step drops
+    // what is empty behind a trailing slash.
+    const std::filesystem::path normal = path.lexically_normal();
+    return (normal.has_filename() ? normal : normal.parent_path()).string();
 }
 
 std::vector<std::string> dataFolders() {

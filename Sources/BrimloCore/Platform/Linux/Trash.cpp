@@ -6,6 +6,7 @@
 #include "BrimloCore/Platform/Linux/TrashInfo.h"
 #include "BrimloCore/Platform/Posix/Descriptor.h"
 #include "BrimloCore/Platform/Posix/OpenFolder.h"
+#include "BrimloCore/Platform/Posix/WriteAndSync.h"
 
 #include <cctype>
 #include <cerrno>
@@ -84,17 +85,6 @@ void sync(int folder) {
     if (readable) {
         fsync(readable.number());
     }
-}
-
-bool writeNote(int file, std::string_view text) {
-    while (!text.empty()) {
-        const ssize_t count = write(file, text.data(), text.size());
-        if (count < 0 && errno != EINTR) {
-            return false;
-        }
-        text.remove_prefix(count < 0 ? 0 : static_cast<std::size_t>(count));
-    }
-    return fsync(file) == 0;
 }
 
 FileIdentity identityOf(const struct stat& status) {
@@ -193,7 +183,7 @@ std::expected<void, Error> TrashMove::State::writeNoteAs(
         trashName.clear();
         return refuse(EEXIST, phrase(EEXIST));
     }
-    if (!writeNote(file.number(), info.text(std::time(nullptr)))) {
+    if (!writeAndSync(file.number(), info.text(std::time(nullptr)))) {
         return failure();
     }
     return {};
@@ -219,6 +209,9 @@ std::expected<TrashMove, Error> TrashMove::prepare(const Request& request) {
         return std::unexpected(trash.error());
     }
     state->trash = *std::move(trash);
+    if ((state->trash.path + "/files/").starts_with(request.path + "/")) {
+        return refuse(EINVAL, "the Trash itself lies inside it");
+    }
     if (auto made = state->makePlace(request); !made) {
         return std::unexpected(made.error());
     }

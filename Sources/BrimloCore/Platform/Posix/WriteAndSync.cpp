@@ -1,0 +1,21 @@
+#include "BrimloCore/Platform/Posix/WriteAndSync.h"
+
+#include <cerrno>
+#include <cstddef>
+
+#include <unistd.h>
+
+namespace Brimlo::Platform {
+
+bool writeAndSync(int descriptor, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = write(descriptor, bytes.data(), bytes.size());
+        if (count < 0 && errno != EINTR) {
+            return false;
+        }
+        bytes.remove_prefix(count < 0 ? 0 : static_cast<std::size_t>(count));
+    }
+    return fsync(descriptor) == 0;
+}
+
+}  // namespace Brimlo::Platform
