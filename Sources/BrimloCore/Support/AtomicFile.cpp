@@ -115,8 +115,10 @@ void preserveCorrupt(const std::string& path) {
     const std::string target = path + ".corrupt";
     std::error_code ignored;
     std::filesystem::remove(target, ignored);
-    std::filesystem::copy_file(path, target, ignored);
-    chmod(target.c_str(), 0600);
+    // What could not be removed is not the program's, and keeps its mode.
+    if (std::filesystem::copy_file(path, target, ignored)) {
+        chmod(target.c_str(), 0600);
+    }
 }
 
 }  // namespace Brimlo

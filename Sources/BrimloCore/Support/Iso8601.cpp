@@ -99,7 +99,12 @@ std::optional<sys_seconds> parse(std::string_view text) {
     if (!scanner.succeeded() || !ymd.ok() || hour > 23 || minute > 59 || second > 60) {
         return std::nullopt;
     }
-    return std::chrono::sys_days{ymd} + hours{hour} + minutes{minute} + seconds{second} - offset;
+    const sys_seconds date =
+        std::chrono::sys_days{ymd} + hours{hour} + minutes{minute} + seconds{second} - offset;
+    // An offset can lead out of the years of four digits, and so to a text that nobody could read.
+    constexpr std::chrono::sys_days kFirst = std::chrono::year{0} / 1 / 1;
+    constexpr std::chrono::sys_days kEnd = std::chrono::year{10'000} / 1 / 1;
+    return date >= kFirst && date < kEnd ? std::optional{date} : std::nullopt;
 }
 
 }  // namespace Brimlo::Iso8601

@@ -5,6 +5,9 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <string_view>
 #include <utility>
 
 #include <fcntl.h>
@@ -29,22 +32,46 @@ std::string encode(const std::vector<JournalEntry>& entries) {
     return text;
 }
 
+/// Makes the beginning of a journal's text a whole one, with `entry` at its end.
+void complete(std::string& text, const JournalEntry& entry) {
+    entry.encode(text);
+    text += ']';
+}
+
+enum class Condition { intact, someUnreadable, noList };
+
+/// Calls `visit` with each entry in the text of a journal that can be read. What was visited counts
+/// only when the text is a list to its end.
+template <typename Visit>
+Condition forEachEntry(std::string_view text, const Visit& visit) {
+    Condition condition = Condition::intact;
+    const bool isList = Json::forEachElement(text, [&](const Json::Value& element) {
+        if (auto entry = JournalEntry::decode(element)) {
+            visit(*std::move(entry));
+        } else {
+            condition = Condition::someUnreadable;
+        }
+    });
+    return isList ? condition : Condition::noList;
+}
+
 }  // namespace
 
 Journal::Pending::Pending(
-    Lock lock, std::string path, std::vector<JournalEntry> entries, AtomicFile file)
+    Lock lock, std::string path, std::string beginning, JournalEntry entry, AtomicFile file)
     : lock_(std::move(lock))
     , path_(std::move(path))
-    , entries_(std::move(entries))
+    , beginning_(std::move(beginning))
+    , entry_(std::move(entry))
     , file_(std::move(file)) {}
 
 void Journal::Pending::publish(const JournalEntry& entry) && {
-    if (entries_.back() == entry) {
+    if (entry_ == entry) {
         static_cast<void>(file_.publish());
         return;
     }
-    entries_.back() = entry;
-    static_cast<void>(AtomicFile::write(path_, encode(entries_)));
+    complete(beginning_, entry);
+    static_cast<void>(AtomicFile::write(path_, beginning_));
 }
 
 Journal::Journal(std::string path)
@@ -71,22 +98,37 @@ std::expected<std::vector<JournalEntry>, Error> Journal::load() const {
     if (!text) {
         return entries;
     }
-    const auto document = Json::parse(*text);
-    const Json::Array* elements = document ? document->if_array() : nullptr;
-    if (elements == nullptr) {
-        preserveCorrupt(path_);
-        return entries;
+    const Condition condition =
+        forEachEntry(*text, [&](JournalEntry&& entry) { entries.push_back(std::move(entry)); });
+    if (condition == Condition::noList) {
+        entries.clear();
     }
-    entries.reserve(elements->size());
-    for (const Json::Value& element : *elements) {
-        if (auto entry = JournalEntry::decode(element)) {
-            entries.push_back(*std::move(entry));
-        }
-    }
-    if (entries.size() < elements->size()) {
+    if (condition != Condition::intact) {
         preserveCorrupt(path_);
     }
     return entries;
+}
+
+/// The journal's text up to where the next entry goes. Of an intact file that is the file itself:
+/// writing thousands of entries anew to add one would cost more than the disk does.
+std::expected<std::string, Error> Journal::beginning() const {
+    std::int64_t count = 0;
+    std::string text = readFile(path_, kLongestFile).value_or("");
+    if (forEachEntry(text, [&](const JournalEntry&) { ++count; }) == Condition::intact) {
+        text.resize(text.rfind(']'));
+    } else {
+        const auto entries = load();
+        if (!entries) {
+            return std::unexpected(entries.error());
+        }
+        count = std::ssize(*entries);
+        text = encode(*entries);
+        text.pop_back();
+    }
+    if (count > 0) {
+        text += ',';
+    }
+    return text;
 }
 
 void Journal::mutate(const std::function<void(std::vector<JournalEntry>&)>& body) {
@@ -109,7 +151,9 @@ std::vector<JournalEntry> Journal::entries() {
 }
 
 void Journal::append(const JournalEntry& entry) {
-    mutate([&](std::vector<JournalEntry>& entries) { entries.push_back(entry); });
+    if (auto pending = prepare(entry)) {
+        std::move(*pending).publish(entry);
+    }
 }
 
 void Journal::update(const Uuid& id, const std::function<void(JournalEntry&)>& body) {
@@ -123,16 +167,18 @@ void Journal::update(const Uuid& id, const std::function<void(JournalEntry&)>& b
 
 std::expected<Journal::Pending, Error> Journal::prepare(const JournalEntry& entry) {
     Lock held = lock();
-    auto entries = load();
-    if (!entries) {
-        return std::unexpected(entries.error());
+    auto text = beginning();
+    if (!text) {
+        return std::unexpected(text.error());
     }
-    entries->push_back(entry);
-    auto file = AtomicFile::prepare(path_, encode(*entries));
+    const std::size_t beginningLength = text->size();
+    complete(*text, entry);
+    auto file = AtomicFile::prepare(path_, *text);
     if (!file) {
         return std::unexpected(file.error());
     }
-    return Pending{std::move(held), path_, *std::move(entries), *std::move(file)};
+    text->resize(beginningLength);
+    return Pending{std::move(held), path_, *std::move(text), entry, *std::move(file)};
 }
 
 }  // namespace Brimlo

@@ -38,11 +38,17 @@ public:
 
     private:
         friend class Journal;
-        Pending(Lock lock, std::string path, std::vector<JournalEntry> entries, AtomicFile file);
+        Pending(
+            Lock lock,
+            std::string path,
+            std::string beginning,
+            JournalEntry entry,
+            AtomicFile file);
 
         Lock lock_;
         std::string path_;
-        std::vector<JournalEntry> entries_;  ///< The new one last.
+        std::string beginning_;  ///< The journal's text up to the new entry.
+        JournalEntry entry_;     ///< The one prepared.
         AtomicFile file_;
     };
 
@@ -66,6 +72,7 @@ public:
 private:
     [[nodiscard]] Lock lock();
     [[nodiscard]] std::expected<std::vector<JournalEntry>, Error> load() const;
+    [[nodiscard]] std::expected<std::string, Error> beginning() const;
     void mutate(const std::function<void(std::vector<JournalEntry>&)>& body);
 
     std::mutex mutex_;

@@ -78,6 +78,10 @@ std::expected<JournalEntry, std::string> JournalEntry::decode(const Json::Value&
     FieldReader reader{value};
     static_cast<void>(reader.required("id"));
     const Uuid id = readUuid(reader, "id").value_or(Uuid{});
+    // A damaged file can hold millions of what is no entry at all: it is not read any further.
+    if (reader.error()) {
+        return std::unexpected(*reader.error());
+    }
     JournalEntry entry{
         .id = id,
         .date = readDate(reader),

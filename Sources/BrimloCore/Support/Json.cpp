@@ -1,9 +1,11 @@
 #include "BrimloCore/Support/Json.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 
+#include <boost/json/monotonic_resource.hpp>
 #include <boost/json/parser.hpp>
 #include <boost/json/serialize.hpp>
 
@@ -70,6 +72,8 @@ std::string asString(const boost::json::string& text) {
 
 std::expected<Value, std::string> parse(std::string_view text) {
     boost::json::parser parser;
+    // A document is read and dropped as a whole, so its values need not be freed one by one.
+    parser.reset(boost::json::make_shared_resource<boost::json::monotonic_resource>());
     boost::json::error_code error;
     const std::size_t used = parser.write(text.data(), text.size(), error);
     if (error) {
@@ -77,6 +81,49 @@ std::expected<Value, std::string> parse(std::string_view text) {
             "not valid JSON: " + error.message() + " at byte " + std::to_string(used));
     }
     return parser.release();
+}
+
+bool forEachElement(std::string_view text, const std::function<void(const Value&)>& visit) {
+    constexpr std::string_view kSpace = " \t\r\n";
+    // What follows the next space, or NUL at the end.
+    const auto next = [&] {
+        text.remove_prefix(std::min(text.find_first_not_of(kSpace), text.size()));
+        return text.empty() ? '\0' : text.front();
+    };
+    if (next() != '[') {
+        return false;
+    }
+    text.remove_prefix(1);
+    if (next() == ']') {
+        text.remove_prefix(1);
+        return next() == '\0' && text.empty();
+    }
+    boost::json::parse_options options;
+    --options.max_depth;  // The list around them is a level, too.
+    boost::json::parser parser({}, options);
+    // Elements are parsed in one place that stays in the processor's cache; the whole of a long
+    // list as one value costs several times the time.
+    std::array<unsigned char, 4096> buffer{};
+    boost::json::monotonic_resource memory(buffer.data(), buffer.size());
+    while (true) {
+        parser.reset(&memory);
+        boost::json::error_code error;
+        const std::size_t used = parser.write_some(text.data(), text.size(), error);
+        if (error) {
+            return false;
+        }
+        text.remove_prefix(used);
+        visit(parser.release());
+        memory.release();
+        const char separator = next();
+        text.remove_prefix(std::min<std::size_t>(text.size(), 1));
+        if (separator == ']') {
+            return next() == '\0' && text.empty();
+        }
+        if (separator != ',') {
+            return false;
+        }
+    }
 }
 
 std::string compact(const Value& value) {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <expected>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -24,6 +25,14 @@ using Value = boost::json::value;
 /// Refuses ill-formed text, nesting deeper than 32 and bytes after the end. The error says what
 /// is wrong and at which byte. The memory of the result is bounded by the length of the text.
 [[nodiscard]] std::expected<Value, std::string> parse(std::string_view text);
+
+/// Calls `visit` with each element of the list that a document is, in order, and returns whether
+/// the document is a list to its end. Refuses what `parse` refuses, though only when it gets there.
+///
+/// A value lives as long as the call it is handed to: a long list costs no more memory than its
+/// longest element.
+[[nodiscard]] bool forEachElement(
+    std::string_view text, const std::function<void(const Value&)>& visit);
 
 /// On one line without spaces, keys in the order in which they were added.
 [[nodiscard]] std::string compact(const Value& value);
