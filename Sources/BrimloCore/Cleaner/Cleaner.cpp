@@ -9,11 +9,14 @@
 #include <string_view>
 #include <utility>
 
-// An item's way out: the gate judges it by the canonical text and with the links of its parent
-// resolved; its identity is taken; a place in the Trash is made; the journal with its entry is
-// written beside the old one; the item moves; the new journal takes the old one's place. Whenever
-// the process dies, the item is in one of the two places, and at most the one that has just moved
+// An item's way out: its identity is taken and the links of its parent are resolved; the gate
+// judges it by both texts; a place in the Trash is made; the journal with its entry is written
+// beside the old one; the item moves; the new journal takes the old one's place. Whenever the
+// process dies, the item is in one of the two places, and at most the one that has just moved
 // lacks its entry.
+//
+// What the gate judged is what moves: nothing is resolved or looked up again after the verdict, so
+// that a parent that becomes a link meanwhile, or another item in the place, ends in a failure.
 
 namespace Brimlo {
 
@@ -37,6 +40,13 @@ bool isDiskFull(const Error& error) {
 
 }  // namespace
 
+/// An item as it was when the gate was asked.
+struct Cleaner::Judged {
+    const CleanItem& item;
+    std::string resolved;  ///< The canonical path, its parent free of links.
+    std::optional<Platform::FileIdentity> identity;
+};
+
 Cleaner::Cleaner(std::shared_ptr<Journal> journal)
     : journal_(std::move(journal)) {}
 
@@ -45,7 +55,13 @@ CleanReport Cleaner::execute(
     const Uuid batchID = Uuid::random();
     CleanReport report;
     for (const CleanItem& item : plan.items()) {
-        if (const auto reason = Safety::refusal(item.path)) {
+        const std::string canonical = Safety::canonical(item.path);
+        const Judged judged{
+            .item = item,
+            .resolved = Safety::resolvedParent(canonical),
+            .identity = Platform::FileIdentity::of(itself(item.path)),
+        };
+        if (const auto reason = Safety::refusal(canonical, judged.resolved)) {
             report.refused.push_back(line(item.path, *reason));
             continue;
         }
@@ -55,21 +71,20 @@ CleanReport Cleaner::execute(
         if (dryRun) {
             ++report.processed;
         } else {
-            dispose(item, batchID, report);
+            dispose(judged, batchID, report);
         }
     }
     return report;
 }
 
-void Cleaner::dispose(const CleanItem& item, const Uuid& batchID, CleanReport& report) {
+void Cleaner::dispose(const Judged& judged, const Uuid& batchID, CleanReport& report) {
+    const auto& [item, resolved, identity] = judged;
     const auto fail = [&](std::string_view reason) {
-        report.failures.push_back(line(item.path, reason));
+        report.failures.push_back(line(judged.item.path, reason));
     };
-    const auto identity = Platform::FileIdentity::of(itself(item.path));
     if (!identity) {
         return fail("no longer exists");
     }
-    const std::string resolved = Safety::resolvedParent(Safety::canonical(item.path));
     if (!Text::isValid(item.path) || !Text::isValid(resolved)) {
         return fail("its name is not valid text, so the journal could not bring it back");
     }

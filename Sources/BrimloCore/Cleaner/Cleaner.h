@@ -54,7 +54,9 @@ public:
     [[nodiscard]] static std::expected<std::int64_t, Error> emptyTrash();
 
 private:
-    void dispose(const CleanItem& item, const Uuid& batchID, CleanReport& report);
+    struct Judged;
+
+    void dispose(const Judged& judged, const Uuid& batchID, CleanReport& report);
 
     std::shared_ptr<Journal> journal_;
 };

@@ -60,14 +60,16 @@ std::expected<std::string, Error> Cleaner::undo(const JournalEntry& entry) {
     if (!found || !isItemOf(entry, *found)) {
         return failure(kNothingLeft, "Nothing left to restore from");
     }
-    if (FileIdentity::of(entry.originalPath)) {
+    // The plan's spelling may end in a slash or step through folders that are gone by now.
+    const std::string original = Path::standardized(entry.originalPath);
+    if (FileIdentity::of(original)) {
         return failure(kTargetExists, "Something already exists at " + entry.originalPath);
     }
-    const std::string parent{Path::parent(entry.originalPath)};
+    const std::string parent{Path::parent(original)};
     if (auto made = Folders::create(parent, Folders::Access::asUmaskAllows); !made) {
         return std::unexpected(made.error());
     }
-    const auto restored = Platform::TrashItem::putBack(*entry.trashPath, entry.originalPath);
+    const auto restored = Platform::TrashItem::putBack(*entry.trashPath, original);
     if (!restored && restored.error().code == EEXIST) {
         return failure(kTargetExists, "Something already exists at " + entry.originalPath);
     }
@@ -79,7 +81,8 @@ std::expected<std::string, Error> Cleaner::undo(const JournalEntry& entry) {
 }
 
 std::int64_t Cleaner::purgeOwnTrash(std::int64_t olderThanDays, bool dryRun) {
-    const auto now = std::chrono::system_clock::now();
+    // Dates are whole seconds: those before this instant are those before its next whole second.
+    const auto now = std::chrono::ceil<std::chrono::seconds>(std::chrono::system_clock::now());
     const std::time_t wholeNow = std::chrono::system_clock::to_time_t(now);
     const std::chrono::sys_seconds cutoff{
         std::chrono::seconds{Days::before(wholeNow, olderThanDays)}};

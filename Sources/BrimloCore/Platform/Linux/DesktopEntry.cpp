@@ -35,6 +35,13 @@ bool isLauncher(const std::string& program) {
 /// No desktop entry is longer; what is longer is something else.
 constexpr std::size_t kLongestFile = std::size_t{256} << 10U;
 
+/// Without the spaces that may stand around keys and values.
+std::string_view trimmed(std::string_view text) {
+    constexpr std::string_view kSpaces = " \t\r";
+    text.remove_prefix(std::min(text.find_first_not_of(kSpaces), text.size()));
+    return text.substr(0, text.find_last_not_of(kSpaces) + 1);
+}
+
 /// The first word of a command line, its quotes taken off.
 std::string firstWord(std::string_view command) {
     if (command.starts_with('"')) {
@@ -53,7 +60,7 @@ std::optional<std::string> locate(const std::string& program) {
         std::error_code error;
         const fs::path found =
             fs::canonical(folder.empty() ? program : folder + "/" + program, error);
-        if (!error && access(found.c_str(), X_OK) == 0) {
+        if (!error && fs::is_regular_file(found, error) && access(found.c_str(), X_OK) == 0) {
             return found.string();
         }
     }
@@ -100,10 +107,14 @@ std::optional<DesktopEntry> DesktopEntry::parse(std::string_view text) {
         text.remove_prefix(std::min(end + 1, text.size()));
         if (line.starts_with('[')) {
             isMainGroup = line.starts_with("[Desktop Entry]");
-        } else if (isMainGroup && line.starts_with("Name=")) {
-            name = line.substr(5);
-        } else if (isMainGroup && line.starts_with("Exec=")) {
-            command = line.substr(5);
+        } else if (const std::size_t sign = line.find('='); isMainGroup && sign < line.size()) {
+            const std::string_view key = trimmed(line.substr(0, sign));
+            const std::string_view value = trimmed(line.substr(sign + 1));
+            if (key == "Name") {
+                name = value;
+            } else if (key == "Exec") {
+                command = value;
+            }
         }
     }
     const std::optional<std::string> program = locate(programWord(command));

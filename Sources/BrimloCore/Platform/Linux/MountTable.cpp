@@ -1,11 +1,13 @@
 #include "BrimloCore/Platform/Linux/MountTable.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstddef>
 #include <fstream>
 #include <iterator>
 #include <sstream>
+#include <system_error>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -43,14 +45,18 @@ MountTable MountTable::parse(std::string_view text) {
     std::istringstream lines{std::string{text}};
     for (std::string line; std::getline(lines, line);) {
         // id, parent id, device, root within the file system, mount point, …
+        // Only the space parts fields: other white space may stand in a mount point as it is.
         std::istringstream fields{line};
+        std::array<std::string, 5> field;
+        for (std::string& next : field) {
+            std::getline(fields, next, ' ');
+        }
+        const std::string& number = field.front();
         std::uint64_t id = 0;
-        std::string parent;
-        std::string device;
-        std::string root;
-        std::string point;
-        if (fields >> id >> parent >> device >> root >> point) {
-            table.mounts_.push_back({id, unescaped(point)});
+        const auto parsed = std::from_chars(number.data(), number.data() + number.size(), id);
+        const bool isNumber = parsed.ec == std::errc{} && *parsed.ptr == '\0';
+        if (isNumber && !field.back().empty()) {
+            table.mounts_.push_back({id, unescaped(field.back())});
         }
     }
     return table;

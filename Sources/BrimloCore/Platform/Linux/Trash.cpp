@@ -212,6 +212,9 @@ std::expected<TrashMove, Error> TrashMove::prepare(const Request& request) {
     if ((state->trash.path + "/files/").starts_with(request.path + "/")) {
         return refuse(EINVAL, "the Trash itself lies inside it");
     }
+    if (state->trash.holds(state->folder.number())) {
+        return refuse(EINVAL, "it is part of the Trash or lies there already");
+    }
     if (auto made = state->makePlace(request); !made) {
         return std::unexpected(made.error());
     }

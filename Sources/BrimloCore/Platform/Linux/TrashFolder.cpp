@@ -3,6 +3,8 @@
 #include "BrimloCore/Platform/Linux/DataFolders.h"
 #include "BrimloCore/Platform/Linux/MountTable.h"
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <filesystem>
 #include <optional>
@@ -43,7 +45,8 @@ bool isPrivate(const struct stat& status) {
 
 /// Opens a folder of the Trash inside `parent`, and makes it first when it is missing.
 std::expected<Descriptor, Error> openPrivate(int parent, const std::string& name) {
-    mkdirat(parent, name.c_str(), 0700);
+    const bool isMissing = mkdirat(parent, name.c_str(), 0700) != 0 && errno != EEXIST;
+    const int reason = errno;
     Descriptor folder{openat(parent, name.c_str(), kOpenFlags)};
     struct stat status {};
     if (folder && fstat(folder.number(), &status) == 0) {
@@ -55,6 +58,7 @@ std::expected<Descriptor, Error> openPrivate(int parent, const std::string& name
     if (errno == ELOOP || errno == ENOTDIR) {
         return unsafe(name);
     }
+    errno = isMissing ? reason : errno;
     return failure("the Trash folder \"" + name + "\" could not be opened");
 }
 
@@ -134,6 +138,16 @@ std::expected<TrashFolder, Error> TrashFolder::forItemsIn(int folder, std::strin
         return failure("the top folder of its volume could not be found");
     }
     return openTopTrash(*top);
+}
+
+bool TrashFolder::holds(int folder) const {
+    struct stat wanted {};
+    const bool isKnown = fstat(folder, &wanted) == 0;
+    return isKnown && std::ranges::any_of(std::array{".", "..", "../info"}, [&](const char* name) {
+               struct stat status {};
+               return fstatat(files.number(), name, &status, AT_SYMLINK_NOFOLLOW) == 0 &&
+                      status.st_dev == wanted.st_dev && status.st_ino == wanted.st_ino;
+           });
 }
 
 }  // namespace Brimlo::Platform

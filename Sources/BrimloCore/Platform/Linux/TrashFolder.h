@@ -23,6 +23,9 @@ struct TrashFolder {
     /// on the same mount, else the one at the top of the mount.
     [[nodiscard]] static std::expected<TrashFolder, Error> forItemsIn(
         int folder, std::string_view folderPath);
+
+    /// Whether an open folder is the Trash, its "files" or its "info".
+    [[nodiscard]] bool holds(int folder) const;
 };
 
 }  // namespace Brimlo::Platform

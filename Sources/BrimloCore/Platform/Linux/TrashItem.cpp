@@ -7,6 +7,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <filesystem>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -16,33 +17,49 @@ namespace Brimlo::Platform::TrashItem {
 
 namespace {
 
+namespace fs = std::filesystem;
+
 std::unexpected<Error> failure(int code = errno) {
     return std::unexpected(Error::fromSystem(code));
 }
 
-/// The folder "files" of the Trash that an item lies in, and the item's name there.
+/// Where an item in the Trash lies. No folder of a Trash is a link: one that is could lead to
+/// things that nobody has thrown away.
 struct Place {
+    Descriptor trash;  ///< The folder that holds "files" and "info".
+    Descriptor info;
     Descriptor files;
-    std::string name;
+    std::string name;  ///< The item's in "files".
 
-    explicit Place(const std::string& trashPath)
-        : name(trashPath.substr(trashPath.rfind('/') + 1)) {
-        const std::string folder = trashPath.substr(0, trashPath.size() - name.size());
-        files = Descriptor{open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
+    explicit Place(const std::string& trashPath) {
+        const fs::path path{trashPath};
+        const fs::path folder = path.parent_path().parent_path();
+        const Descriptor above{
+            open(folder.parent_path().c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC)};
+        trash = openFolderIn(above, folder.filename());
+        info = openFolderIn(trash, "info");
+        // The last, so that its failure is the one that `errno` tells.
+        files = openFolderIn(trash, path.parent_path().filename());
+        name = path.filename();
     }
 
-    /// The note's path from "files".
-    [[nodiscard]] std::string note() const {
-        return "../info/" + name + std::string{kTrashInfoSuffix};
+    [[nodiscard]] std::string note() const { return name + std::string{kTrashInfoSuffix}; }
+
+    void removeNote() const { unlinkat(info.number(), note().c_str(), 0); }
+
+    /// The folder beside "files" in which other programs too put what is being deleted.
+    [[nodiscard]] Descriptor openExpunged() const {
+        mkdirat(trash.number(), "expunged", 0700);
+        return openFolderIn(trash, "expunged");
+    }
+
+private:
+    static Descriptor openFolderIn(const Descriptor& parent, const fs::path& folderName) {
+        constexpr int kFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
+        return parent ? Descriptor{openat(parent.number(), folderName.c_str(), kFlags)}
+                      : Descriptor{};
     }
 };
-
-/// The folder beside "files" in which other programs too put what is being deleted.
-Descriptor openExpunged(int files) {
-    mkdirat(files, "../expunged", 0700);
-    return Descriptor{
-        openat(files, "../expunged", O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC)};
-}
 
 /// Moves an item within the Trash. A folder's own permissions can forbid that to all but root.
 bool moveAside(int from, const std::string& name, int to, const std::string& newName) {
@@ -57,9 +74,7 @@ bool moveAside(int from, const std::string& name, int to, const std::string& new
 std::optional<std::string> entryID(const std::string& trashPath) {
     const Place place{trashPath};
     const Descriptor note{openat(
-        place.files.number(),
-        place.note().c_str(),
-        O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC)};
+        place.info.number(), place.note().c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC)};
     std::array<char, 16384> text{};  // A path of 4,096 bytes is three times as long when encoded.
     const ssize_t length = note ? read(note.number(), text.data(), text.size()) : -1;
     if (length <= 0) {
@@ -85,14 +100,14 @@ std::expected<void, Error> putBack(const std::string& trashPath, const std::stri
     }
     fsync(target.number());
     fsync(files);
-    unlinkat(files, place.note().c_str(), 0);
+    place.removeNote();
     return {};
 }
 
 std::expected<void, Error> remove(const std::string& trashPath, const FileIdentity& identity) {
     const Place place{trashPath};
     const int files = place.files.number();
-    const Descriptor expunged = openExpunged(files);
+    const Descriptor expunged = place.files ? place.openExpunged() : Descriptor{};
     if (!expunged) {
         return failure();
     }
@@ -107,7 +122,7 @@ std::expected<void, Error> remove(const std::string& trashPath, const FileIdenti
         FileIdentity{status.st_dev, status.st_ino} == identity;
     auto removed = isMeant ? removeTree(expunged.number(), aside) : failure(ESTALE);
     if (removed) {
-        unlinkat(files, place.note().c_str(), 0);
+        place.removeNote();
     } else {
         moveAside(expunged.number(), aside, files, place.name);
     }
