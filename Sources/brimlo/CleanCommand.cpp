@@ -60,7 +60,17 @@ std::vector<CleanItem> typedItems(const std::vector<std::string>& paths) {
     for (const std::string& path : paths) {
         items.push_back({.path = Safety::canonical(StoragePaths::expandTilde(path))});
     }
+    // What is refused anyway, the whole disk perhaps, is not measured.
+    const auto isRefused = [](const SuggestionItem& item) {
+        return Safety::refusal(item.path).has_value();
+    };
     std::vector<CleanItem> result;
+    for (const SuggestionItem& item : items) {
+        if (isRefused(item)) {
+            result.push_back({item.path, 0, std::nullopt, std::nullopt});
+        }
+    }
+    std::erase_if(items, isRefused);
     for (const SuggestionItem& item : SuggestionEngine::size(std::move(items))) {
         result.push_back({item.path, item.size, std::nullopt, std::nullopt});
     }
@@ -96,6 +106,9 @@ void show(const CleanPlan& plan) {
     }
     for (const std::string& path : plan.dropped()) {
         Console::line("   (inside another item: " + Console::shortPath(path) + ")");
+    }
+    if (!plan.items().empty()) {
+        Console::line(Console::bold(total(plan)));
     }
 }
 
@@ -135,6 +148,10 @@ CleanReport execute(const CleanPlan& plan, bool dryRun) {
 ExitCode run(const Arguments& arguments, const Tool& tool) {
     if (const auto id = unknownRule(arguments.rules)) {
         complain("No rule and no project pattern is called \"" + *id + "\".");
+        return ExitCode::wrongUsage;
+    }
+    if (std::ranges::find(arguments.paths, "") != arguments.paths.end()) {
+        complain("An empty path names nothing.");  // Not the current folder.
         return ExitCode::wrongUsage;
     }
     if (!arguments.dryRun && !arguments.yes && (tool.isJson() || !Console::canAsk())) {

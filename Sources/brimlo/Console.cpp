@@ -26,10 +26,8 @@ bool hasColour() {
 }
 
 std::string styled(std::string_view code, std::string_view text) {
-    if (!hasColour()) {
-        return std::string{text};
-    }
-    return "\033[" + std::string{code} + "m" + std::string{text} + "\033[0m";
+    const std::string shown = Text::printable(text);
+    return hasColour() ? "\033[" + std::string{code} + "m" + shown + "\033[0m" : shown;
 }
 
 std::string blanks(std::string_view text, std::size_t width) {
@@ -86,7 +84,7 @@ std::string right(std::string_view text, std::size_t width) {
 }
 
 std::string left(std::string_view text, std::size_t width) {
-    return std::string{text} + blanks(text, width);
+    return Text::printable(text) + blanks(text, width);
 }
 
 std::string size(std::int64_t bytes) {

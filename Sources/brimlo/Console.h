@@ -10,7 +10,8 @@
 /// What a person in a terminal sees.
 namespace Brimlo::Console {
 
-/// Prints a line on standard output. Paths in it have been through `shortPath`.
+/// Prints a line on standard output. Paths in it have been through `shortPath`, and all else that
+/// comes from files through one of the functions below or `Text::printable`.
 void line(std::string_view text = "");
 
 /// Prints a text dimly, set in by four blanks and broken between words at the terminal's width.

@@ -41,6 +41,8 @@ void install() {
 }
 
 void finishFirst() {
+    // A reader of standard output who has gone away is no reason to stop either.
+    std::signal(SIGPIPE, SIG_IGN);
     isFinishing = true;
 }
 

@@ -1,7 +1,9 @@
 #include "BrimloCore/DisabledRules/DisabledRules.h"
+#include "BrimloCore/Platform/FileIdentity.h"
 #include "BrimloCore/RulePacks/Catalog.h"
 #include "BrimloCore/SuggestionEngine/RuleTargets.h"
 #include "BrimloCore/Support/RuleJson.h"
+#include "BrimloCore/Support/Text.h"
 #include "BrimloCore/UserRules/RuleFile.h"
 #include "BrimloCore/UserRules/UserRules.h"
 #include "brimlo/Console.h"
@@ -19,7 +21,7 @@ void showRow(std::string_view state, Risk risk, const std::string& id, const std
     constexpr std::size_t kIDWidth = 36;
     Console::line(
         Console::left(state, kStateWidth) + Console::badge(risk) + "  " +
-        Console::left(id, kIDWidth) + "  " + name);
+        Console::left(id, kIDWidth) + "  " + Text::printable(name));
 }
 
 ExitCode list(const Tool& tool) {
@@ -90,13 +92,14 @@ ExitCode show(const std::string& id, const Tool& tool) {
         if (const Json::Array* texts = value.if_array()) {
             std::string_view shown = key;
             for (const Json::Value& text : *texts) {
-                Console::line(Console::left(shown, kKeyWidth) + std::string{text.as_string()});
+                Console::line(Console::left(shown, kKeyWidth) + Text::printable(text.as_string()));
                 shown = "";
             }
         } else {
             const Json::String* text = value.if_string();
             Console::line(
-                Console::left(key, kKeyWidth) + (text ? std::string{*text} : Json::compact(value)));
+                Console::left(key, kKeyWidth) +
+                (text != nullptr ? Text::printable(*text) : Json::compact(value)));
         }
     }
     return ExitCode::done;
@@ -161,10 +164,10 @@ ExitCode validate(const std::string& file, const Tool& tool) {
         }
         Console::line(Console::bold(id) + (verdict.isValid() ? " is valid" : " is not valid"));
         for (const std::string& error : verdict.errors) {
-            Console::line("  error    " + error);
+            Console::line("  error    " + Text::printable(error));
         }
         for (const std::string& warning : verdict.warnings) {
-            Console::line("  warning  " + warning);
+            Console::line("  warning  " + Text::printable(warning));
         }
     }
     if (tool.isJson()) {
@@ -199,6 +202,9 @@ ExitCode remove(const std::string& id, const Tool& tool) {
     if (!UserRules::isCustom(id)) {
         complain("\"" + id + "\" is no rule of yours: they begin with \"custom.\".");
         return ExitCode::wrongUsage;
+    }
+    if (!Platform::FileIdentity::of(directory + "/" + id + ".json")) {
+        return unknown(id);
     }
     if (const auto removed = UserRules::remove(id, directory); !removed) {
         complain(

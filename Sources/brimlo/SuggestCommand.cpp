@@ -50,14 +50,14 @@ void show(const SuggestionItem& item, bool isPreselected) {
 void show(const Suggestion& suggestion) {
     Console::line(
         Console::size(suggestion.totalSize()) + "  " + Console::badge(suggestion.risk) + "  " +
-        Console::bold(suggestion.name) + " · " + suggestion.group +
+        Console::bold(suggestion.name) + " · " + Text::printable(suggestion.group) +
         Console::dim("  " + suggestion.id));
     Console::paragraph(suggestion.regenerates);
     if (suggestion.officialCommand) {
         Console::line(Console::dim("    Its own command: " + *suggestion.officialCommand));
     }
     for (const std::string& app : suggestion.runningApps) {
-        Console::line("    " + app + " is running: close it first.");
+        Console::line("    " + Text::printable(app) + " is running: close it first.");
     }
     std::size_t shown = 0;
     for (const SuggestionItem& item : suggestion.items) {
@@ -140,7 +140,7 @@ void addSuggestCommand(CLI::App& app, Tool& tool) {
             "--stale-days",
             arguments->staleDays,
             "Preselect projects idle for so many days (default: the setting stale-days)")
-        ->check(CLI::NonNegativeNumber);
+        ->check(wholeNumber());
     command->add_flag(
         "--no-artifacts", arguments->noArtifacts, "Leave out build output in projects");
     command->footer(

@@ -2,7 +2,10 @@
 
 #include "BrimloCore/Support/Text.h"
 
+#include <charconv>
+#include <cstdint>
 #include <cstdio>
+#include <system_error>
 #include <utility>
 
 namespace Brimlo {
@@ -24,8 +27,20 @@ void print(const Json::Value& document) {
 }
 
 void complain(std::string_view sentence) {
-    const std::string text = Text::printable(sentence);
-    std::fprintf(stderr, "brimlo: %s\n", text.c_str());
+    const char* end = sentence.ends_with('.') ? "" : ".";
+    std::fprintf(stderr, "brimlo: %s%s\n", Text::printable(sentence).c_str(), end);
+}
+
+CLI::Validator wholeNumber() {
+    const auto check = [](const std::string& text) {
+        std::int64_t number = -1;
+        const char* end = text.data() + text.size();
+        const auto [stop, error] = std::from_chars(text.data(), end, number);
+        return error == std::errc{} && stop == end && number >= 0
+                   ? std::string{}
+                   : "\"" + text + "\" is no whole number, 0 or more.";
+    };
+    return {check, ""};
 }
 
 }  // namespace Brimlo

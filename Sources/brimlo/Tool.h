@@ -36,8 +36,11 @@ private:
 /// Prints a JSON document on standard output.
 void print(const Json::Value& document);
 
-/// Prints a sentence on standard error, "brimlo: " before it.
+/// Prints a sentence on standard error, "brimlo: " before it and a period behind it.
 void complain(std::string_view sentence);
+
+/// Takes whole numbers, 0 or more, that fit into 64 bits.
+[[nodiscard]] CLI::Validator wholeNumber();
 
 /// The group under which the help lists the commands that change nothing, and so on.
 inline constexpr const char* kLookGroup = "Look";

@@ -81,7 +81,7 @@ void addTrashCommand(CLI::App& app, Tool& tool) {
             "Only what was moved there before so many days (default: the setting "
             "trash-retention-days)")
         ->type_name("DAYS")
-        ->check(CLI::NonNegativeNumber);
+        ->check(wholeNumber());
     purgeCommand->add_flag("--dry-run", arguments->dryRun, "Delete nothing");
 
     const auto yes = std::make_shared<bool>(false);

@@ -24,16 +24,32 @@ bool begins(const Uuid& id, const std::string& beginning) {
     return Text::lowercased(id.text()).starts_with(Text::lowercased(beginning));
 }
 
-/// The only entry whose id begins so, or why there is none.
-std::expected<JournalEntry, std::string> find(
-    const std::vector<JournalEntry>& entries, const std::string& beginning) {
-    const auto isMeant = [&](const JournalEntry& entry) { return begins(entry.id, beginning); };
-    const auto found = std::ranges::find_if(entries, isMeant);
-    if (beginning.empty() || found == entries.end()) {
-        return std::unexpected("No entry of the journal has the id \"" + beginning + "\".");
+/// The only entry or batch whose id begins so, or why there is none.
+template <typename T>
+std::expected<T, std::string> find(
+    const std::vector<T>& all, const std::string& beginning, const std::string& noun) {
+    const auto isMeant = [&](const T& one) { return begins(one.id, beginning); };
+    const auto found = std::ranges::find_if(all, isMeant);
+    if (beginning.empty() || found == all.end()) {
+        return std::unexpected("No " + noun + " has the id \"" + beginning + "\".");
     }
-    if (std::find_if(found + 1, entries.end(), isMeant) != entries.end()) {
-        return std::unexpected("More than one entry has an id that begins with " + beginning + ".");
+    if (std::find_if(found + 1, all.end(), isMeant) != all.end()) {
+        return std::unexpected(
+            "More than one " + noun + " has an id that begins with \"" + beginning + "\".");
+    }
+    return *found;
+}
+
+/// The batch that the arguments mean, or why there is none.
+std::expected<HistoryBatch, std::string> meantBatch(
+    const std::vector<HistoryBatch>& batches, const Arguments& arguments) {
+    if (!arguments.last) {
+        return find(batches, arguments.batch, "clean");
+    }
+    const auto found = std::ranges::find_if(
+        batches, [](const HistoryBatch& batch) { return batch.restorableCount() > 0; });
+    if (found == batches.end()) {
+        return std::unexpected("Nothing is left that could be put back.");
     }
     return *found;
 }
@@ -43,7 +59,7 @@ std::expected<std::vector<JournalEntry>, std::string> meant(
     const std::vector<JournalEntry>& entries, const Arguments& arguments) {
     std::vector<JournalEntry> result;
     for (const std::string& id : arguments.ids) {
-        auto entry = find(entries, id);
+        auto entry = find(entries, id, "entry of the journal");
         if (!entry) {
             return std::unexpected(entry.error());
         }
@@ -52,16 +68,11 @@ std::expected<std::vector<JournalEntry>, std::string> meant(
     if (!arguments.ids.empty()) {
         return result;
     }
-    const std::vector<HistoryBatch> batches = HistoryBatch::group(entries);
-    const auto found = std::ranges::find_if(batches, [&](const HistoryBatch& batch) {
-        return arguments.last ? batch.restorableCount() > 0 : begins(batch.id, arguments.batch);
-    });
-    if (found == batches.end()) {
-        return std::unexpected(
-            arguments.last ? "Nothing is left that could be put back."
-                           : "No clean has the batch id \"" + arguments.batch + "\".");
+    const auto batch = meantBatch(HistoryBatch::group(entries), arguments);
+    if (!batch) {
+        return std::unexpected(batch.error());
     }
-    std::ranges::copy_if(found->items, std::back_inserter(result), &JournalEntry::isRestorable);
+    std::ranges::copy_if(batch->items, std::back_inserter(result), &JournalEntry::isRestorable);
     return result;
 }
 
@@ -87,7 +98,7 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
             Console::line(
                 path ? "restored  " + Console::shortPath(*path)
                      : "failed    " + Console::shortPath(entry.originalPath) + ": " +
-                           path.error().description);
+                           Text::printable(path.error().description));
         }
     }
     const bool failed = !failures.empty();

@@ -1,7 +1,9 @@
 #include "brimlo/Interrupt.h"
 #include "brimlo/Tool.h"
 
+#include <cstdio>
 #include <string>
+#include <vector>
 
 int main(int argc, char** argv) {
     using namespace Brimlo;
@@ -37,8 +39,17 @@ int main(int argc, char** argv) {
     } catch (const CLI::Success& success) {
         return app.exit(success);
     } catch (const CLI::ParseError& error) {
-        complain(error.what());
+        const std::vector<std::string> rest = app.remaining(true);
+        complain(
+            rest.empty() || dynamic_cast<const CLI::RequiredError*>(&error) == nullptr
+                ? error.what()
+                : "\"" + rest.front() + "\" is not understood; \"brimlo --help\" tells what is.");
         return static_cast<int>(ExitCode::wrongUsage);
     }
-    return static_cast<int>(tool.run());
+    ExitCode exit = tool.run();
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+        complain("The answer could not be written.");
+        exit = exit == ExitCode::done ? ExitCode::problems : exit;
+    }
+    return static_cast<int>(exit);
 }
