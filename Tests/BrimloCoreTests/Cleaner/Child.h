@@ -1,0 +1,65 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <functional>
+
+#include <grp.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace Brimlo::Testing {
+
+constexpr int kSkipped = 77;
+constexpr uid_t kNobody = 65534;
+
+/// Runs the rest of a test in a child process. Its failures are the test's, and when it skips,
+/// the test is skipped. Call it last.
+inline void inChild(const std::function<void()>& body) {
+    std::fflush(nullptr);
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        body();
+        std::fflush(nullptr);
+        const auto& test = *testing::UnitTest::GetInstance()->current_test_info()->result();
+        _exit(test.Skipped() ? kSkipped : test.Failed() ? 1 : 0);
+    }
+    int status = -1;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    if (WIFEXITED(status) && WEXITSTATUS(status) == kSkipped) {
+        GTEST_SKIP() << "for the reason above";
+    }
+    EXPECT_TRUE(WIFEXITED(status)) << "killed by signal " << WTERMSIG(status);
+    EXPECT_EQ(WEXITSTATUS(status), 0) << "the child process has failures, see above";
+}
+
+/// Runs the rest of a test where mounts can be made that nobody else sees. They end with the child
+/// process, so that nothing is mounted any more when the home folder is removed.
+inline void withOwnMounts(const std::function<void()>& body) {
+    inChild([&] {
+        if (unshare(CLONE_NEWNS) != 0 ||
+            mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0) {
+            GTEST_SKIP() << "a mount namespace of its own is not permitted here";
+        }
+        body();
+    });
+}
+
+/// Runs the rest of a test as a user whom permissions bind, to whom `home` is given.
+inline void asOrdinaryUser(const std::string& home, const std::function<void()>& body) {
+    inChild([&] {
+        if (geteuid() == 0) {
+            ASSERT_EQ(chown(home.c_str(), kNobody, kNobody), 0);
+            ASSERT_EQ(setgroups(0, nullptr), 0);
+            ASSERT_EQ(setresgid(kNobody, kNobody, kNobody), 0);
+            ASSERT_EQ(setresuid(kNobody, kNobody, kNobody), 0);
+        }
+        body();
+    });
+}
+
+}  // namespace Brimlo::Testing

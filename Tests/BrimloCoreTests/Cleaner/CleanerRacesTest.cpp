@@ -1,0 +1,195 @@
+#include "BrimloCore/Cleaner/Cleaner.h"
+#include "BrimloCoreTests/Cleaner/CleaningHome.h"
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <filesystem>
+#include <map>
+#include <thread>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace Brimlo {
+namespace {
+
+namespace fs = std::filesystem;
+using Testing::contentOf;
+using Testing::exists;
+
+class CleanerRacesTest : public Testing::CleaningHome {
+protected:
+    static constexpr std::chrono::seconds kDuration{3};
+
+    /// Calls `disturb` on another thread, as fast as it can, while `work` is called for a while.
+    static void race(const std::function<void()>& disturb, const std::function<void()>& work) {
+        std::atomic<bool> isDone{false};
+        std::thread other{[&] {
+            while (!isDone) {
+                disturb();
+            }
+        }};
+        const auto end = std::chrono::steady_clock::now() + kDuration;
+        while (std::chrono::steady_clock::now() < end) {
+            work();
+        }
+        isDone = true;
+        other.join();
+    }
+
+    static void exchange(const std::string& one, const std::string& other) {
+        renameat2(AT_FDCWD, one.c_str(), AT_FDCWD, other.c_str(), RENAME_EXCHANGE);
+    }
+
+    /// Starts a new journal from time to time, since each entry makes the next one slower.
+    void keepJournalShort() {
+        constexpr std::size_t kLongest = 50;
+        if (journal_->entries().size() >= kLongest) {
+            fs::remove(StoragePaths::journal());
+        }
+    }
+};
+
+TEST_F(CleanerRacesTest, AParentThatTurnsIntoALinkLeadsNowhere) {
+    const std::string parent = makeFolder("work/parent");
+    const std::string decoy = link("work/decoy", makeFolder(".ssh"));
+    const int folder = open(parent.c_str(), O_PATH | O_DIRECTORY);
+    constexpr int kNames = 20;
+    for (int i = 0; i < kNames; ++i) {
+        write(".ssh/" + std::to_string(i), "secret");
+    }
+    int round = 0;
+    int moved = 0;
+    int stopped = 0;
+    race(
+        [&] { exchange(parent, decoy); },
+        [&] {
+            const std::string name = std::to_string(round++ % kNames);
+            close(openat(folder, name.c_str(), O_WRONLY | O_CREAT, 0600));
+            const CleanReport report = clean({parent + "/" + name});
+            moved += static_cast<int>(report.processed);
+            stopped += static_cast<int>(report.failures.size() + report.refused.size());
+            keepJournalShort();
+        });
+    close(folder);
+    for (int i = 0; i < kNames; ++i) {
+        EXPECT_EQ(contentOf(at(".ssh/" + std::to_string(i))), "secret");
+    }
+    for (const auto& file : fs::directory_iterator{at(".local/share/Trash/files")}) {
+        EXPECT_EQ(contentOf(file.path().string()), "") << "a secret went to the Trash";
+    }
+    EXPECT_GT(moved, 0);
+    EXPECT_GT(stopped, 0);
+}
+
+TEST_F(CleanerRacesTest, AnItemThatTurnsIntoAnotherIsRecordedAsWhatItIs) {
+    const std::string path = at("work/item");
+    const std::string other = at("work/other");
+    int made = 0;
+    int moved = 0;
+    makeFolder("work");
+    const auto make = [&](const std::string& target) {
+        const int file = open(target.c_str(), O_WRONLY | O_CREAT | O_EXCL, 0600);
+        made += file >= 0 ? 1 : 0;
+        close(file);
+    };
+    race(
+        [&] { exchange(path, other); },
+        [&] {
+            make(path);
+            make(other);
+            const CleanReport report = clean({path});
+            for (const Uuid& id : report.journalIDs) {
+                const JournalEntry found = entry(id);
+                ASSERT_TRUE(found.trashPath);
+                EXPECT_EQ(found.trashID, Cleaner::identity(*found.trashPath));
+            }
+            moved += static_cast<int>(report.journalIDs.size());
+            keepJournalShort();
+        });
+    const auto count = [&](const std::string& folder) {
+        return std::distance(fs::directory_iterator{folder}, fs::directory_iterator{});
+    };
+    EXPECT_EQ(count(at("work")) + moved, made);
+    EXPECT_EQ(count(at(".local/share/Trash/files")), moved);
+    EXPECT_EQ(count(at(".local/share/Trash/info")), moved);
+    EXPECT_GT(moved, 0);
+}
+
+TEST_F(CleanerRacesTest, PurgeDeletesNoItemThatTookAnothersPlace) {
+    const std::string foreign = write("foreign", "foreign");
+    const std::string place = inTrash("item");
+    const std::string fresh = at("fresh");
+    makeFolder(".local/share/Trash/files");
+    std::optional<std::string> ownID;
+    std::int64_t purged = 0;
+    race(
+        [&] { exchange(foreign, place); },
+        [&] {
+            write("fresh", "own");
+            const auto freshID = Cleaner::identity(fresh);
+            if (renameat2(AT_FDCWD, fresh.c_str(), AT_FDCWD, place.c_str(), RENAME_NOREPLACE) ==
+                0) {
+                ownID = freshID;
+            }
+            JournalEntry entry = JournalEntry::make(
+                {.originalPath = at("item"), .trashPath = place, .size = 1, .trashID = ownID});
+            entry.date -= std::chrono::days{2};
+            journal_->append(entry);
+            purged += cleaner_.purgeOwnTrash(1, false);
+            keepJournalShort();
+        });
+    EXPECT_GT(purged, 0);
+    // It is in one of the two places, or where it was put aside and could not be put back from.
+    int found = contentOf(foreign) == "foreign" ? 1 : 0;
+    for (const auto& file : fs::recursive_directory_iterator{at(".local/share/Trash")}) {
+        found += file.is_regular_file() && contentOf(file.path().string()) == "foreign" ? 1 : 0;
+    }
+    EXPECT_EQ(found, 1);
+}
+
+TEST_F(CleanerRacesTest, CleanersAtOnceLoseNothingAndDoubleNothing) {
+    constexpr int kCleaners = 4;
+    constexpr int kItems = 60;
+    std::vector<std::string> paths;
+    for (int i = 0; i < kItems; ++i) {
+        paths.push_back(write("work/" + std::to_string(i) + "/same name", std::to_string(i)));
+    }
+    std::vector<CleanReport> reports(kCleaners);
+    std::vector<std::thread> threads;
+    for (std::size_t i = 0; i < reports.size(); ++i) {
+        threads.emplace_back([&, i] {
+            // Two share an object, two have their own, as two processes would.
+            Cleaner own{std::make_shared<Journal>(StoragePaths::journal())};
+            std::vector<std::string> mine = paths;
+            std::ranges::rotate(mine, mine.begin() + static_cast<std::ptrdiff_t>(i) * 7);
+            reports[i] =
+                (i < 2 ? cleaner_ : own).execute(planFor(mine), DisposalMode::trash, false);
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    std::int64_t processed = 0;
+    for (const CleanReport& report : reports) {
+        processed += report.processed;
+        for (const std::string& failure : report.failures) {
+            EXPECT_TRUE(failure.ends_with(": no longer exists")) << failure;
+        }
+    }
+    EXPECT_EQ(processed, kItems);
+    std::map<std::string, std::string> trashPaths;
+    for (const JournalEntry& entry : journal_->entries()) {
+        EXPECT_TRUE(trashPaths.emplace(entry.originalPath, entry.trashPath.value_or("")).second);
+    }
+    ASSERT_EQ(trashPaths.size(), paths.size());
+    for (int i = 0; i < kItems; ++i) {
+        const auto number = static_cast<std::size_t>(i);
+        EXPECT_EQ(contentOf(trashPaths[paths[number]]), std::to_string(i));
+        EXPECT_FALSE(exists(paths[number]));
+    }
+}
+
+}  // namespace
+}  // namespace Brimlo

@@ -1,0 +1,304 @@
+#include "BrimloCore/Cleaner/Cleaner.h"
+#include "BrimloCore/Platform/Linux/TrashInfo.h"
+#include "BrimloCoreTests/Cleaner/Child.h"
+#include "BrimloCoreTests/Cleaner/CleaningHome.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+
+#include <fcntl.h>
+#include <sys/mount.h>
+#include <sys/statvfs.h>
+#include <unistd.h>
+
+namespace Brimlo {
+namespace {
+
+namespace fs = std::filesystem;
+using Testing::contentOf;
+using Testing::exists;
+using Testing::withOwnMounts;
+using Lines = std::vector<std::string>;
+
+class CleanerVolumesTest : public Testing::CleaningHome {
+protected:
+    /// Mounts an empty file system in memory on a folder, made when it is missing.
+    [[nodiscard]] bool mountMemory(
+        const std::string& relative, const char* options = "size=1m") const {
+        const std::string point = makeFolder(relative);
+        return mount("tmpfs", point.c_str(), "tmpfs", 0, options) == 0;
+    }
+
+    const std::string user_ = std::to_string(getuid());
+};
+
+#define ASSERT_MOUNTED(mounting)                          \
+    if (!(mounting)) {                                    \
+        GTEST_SKIP() << "mounting is not permitted here"; \
+    }
+
+TEST_F(CleanerVolumesTest, UsesTheTrashAtTheTopOfTheVolume) {
+    struct Case {
+        const char* name;
+        std::function<void(const std::string& shared)> prepare;
+        std::string trash;
+    };
+    const auto folder = [](mode_t mode) {
+        return [=](const std::string& shared) {
+            mkdir(shared.c_str(), 0700);
+            chmod(shared.c_str(), mode);
+        };
+    };
+    const auto asLink = [](const std::string& shared) {
+        mkdir((shared + "-elsewhere").c_str(), 01777);
+        fs::create_symlink(shared + "-elsewhere", shared);
+    };
+    const Case cases[] = {
+        {"no shared folder",                 [](const std::string&) {}, ".Trash-" + user_},
+        {"shared folder",                    folder(01777),             ".Trash/" + user_},
+        {"shared folder without sticky bit", folder(0777),              ".Trash-" + user_},
+        {"shared folder that is a link",     asLink,                    ".Trash-" + user_},
+    };
+    withOwnMounts([&] {
+        for (const auto& c : cases) {
+            SCOPED_TRACE(c.name);
+            ASSERT_MOUNTED(mountMemory("volume"));
+            c.prepare(at("volume/.Trash"));
+            const std::string path = write("volume/some folder/item");
+            const JournalEntry entry = trash(path);
+            EXPECT_EQ(entry.trashPath, at("volume/" + c.trash + "/files/item"));
+            const auto note = Platform::TrashInfo::parse(
+                contentOf(at("volume/" + c.trash + "/info/item.trashinfo")));
+            ASSERT_TRUE(note);
+            EXPECT_EQ(note->path, "some folder/item");
+            EXPECT_EQ(note->entryID, entry.id.text());
+            EXPECT_FALSE(exists(at(".local/share/Trash/files/item")));
+
+            // Neither the purge nor the emptying leaves the home Trash.
+            journal_->update(entry.id, [](JournalEntry& old) { old.date -= std::chrono::days{9}; });
+            EXPECT_EQ(cleaner_.purgeOwnTrash(1, false), 0);
+            EXPECT_EQ(Cleaner::emptyTrash(), 0);
+            EXPECT_EQ(this->entry(entry.id).purgedFromTrash, false);
+            EXPECT_EQ(cleaner_.undo(entry), path);
+            EXPECT_TRUE(fs::is_empty(at("volume/" + c.trash + "/info")));
+            ASSERT_EQ(umount(at("volume").c_str()), 0);
+        }
+    });
+}
+
+TEST_F(CleanerVolumesTest, FollowsTheMountAndNotTheDevice) {
+    withOwnMounts([&] {
+        // One file system on two mounts: a rename does not cross them.
+        write("stored/folder/item");
+        ASSERT_MOUNTED(
+            mount(at("stored").c_str(), makeFolder("bound").c_str(), nullptr, MS_BIND, nullptr) ==
+            0);
+        const JournalEntry entry = trash(at("bound/folder/item"));
+        EXPECT_EQ(entry.trashPath, at("bound/.Trash-" + user_ + "/files/item"));
+        EXPECT_EQ(cleaner_.undo(entry), at("bound/folder/item"));
+
+        // A Trash on a volume of its own is not that of the home's.
+        ASSERT_MOUNTED(mountMemory("other"));
+        setenv("HOME", at("other").c_str(), 1);
+        ASSERT_MOUNTED(mountMemory("other/.local/share/Trash"));
+        EXPECT_EQ(
+            trash(write("other/work/item")).trashPath, at("other/.Trash-" + user_ + "/files/item"));
+    });
+}
+
+TEST_F(CleanerVolumesTest, MovesNothingThatHoldsAMount) {
+    const auto bind = [](const std::string& from, const std::string& to) {
+        return mount(from.c_str(), to.c_str(), nullptr, MS_BIND, nullptr) == 0;
+    };
+    withOwnMounts([&] {
+        for (const std::string folder : {"plain", "a b\\\n", "a\rb\v", "#x"}) {
+            ASSERT_MOUNTED(mountMemory(folder + "/deep/point"));
+            const std::string file = write(folder + "/deep/point/file");
+            for (const char* below : {"", "/deep", "/deep/point"}) {
+                const std::string item = folder + below;
+                SCOPED_TRACE(item);
+                CleanReport expected;
+                expected.failures = {at(item) + ": a volume is mounted on it or inside it"};
+                EXPECT_EQ(clean({at(item)}), expected);
+                EXPECT_TRUE(exists(file));
+            }
+        }
+        ASSERT_MOUNTED(bind(write("stored"), write("bound/file")));
+        EXPECT_EQ(clean({at("bound")}).processed, 0);
+        EXPECT_EQ(clean({at("bound/file")}).processed, 0);
+        EXPECT_EQ(journal_->entries().size(), 0U);
+    });
+}
+
+TEST_F(CleanerVolumesTest, DeletesNothingThatIsMountedInTheTrash) {
+    withOwnMounts([&] {
+        const JournalEntry entry = trash(makeFolder("work/item").append("/"));
+        ASSERT_MOUNTED(mountMemory(".local/share/Trash/files/item/point"));
+        const std::string file = write(".local/share/Trash/files/item/point/file");
+        EXPECT_FALSE(Cleaner::emptyTrash());
+        EXPECT_TRUE(exists(file));
+        journal_->update(entry.id, [](JournalEntry& old) { old.date -= std::chrono::days{9}; });
+        EXPECT_EQ(cleaner_.purgeOwnTrash(1, false), kItemSize);
+        EXPECT_TRUE(this->entry(entry.id).purgedFromTrash);
+        EXPECT_TRUE(exists(file));
+
+        ASSERT_MOUNTED(mountMemory(".local/share/Trash/files/whole"));
+        const std::string other = write(".local/share/Trash/files/whole/file");
+        EXPECT_FALSE(Cleaner::emptyTrash());
+        EXPECT_TRUE(exists(other));
+    });
+}
+
+TEST_F(CleanerVolumesTest, CopiesNothingOutOfALowerLayer) {
+    withOwnMounts([&] {
+        // Renaming a folder of the lower layer would take a copy, which the kernel declines.
+        ASSERT_MOUNTED(mountMemory("layers"));
+        write("layers/lower/folder/file");
+        const std::string options = "redirect_dir=off,lowerdir=" + at("layers/lower") +
+                                    ",upperdir=" + makeFolder("layers/upper") +
+                                    ",workdir=" + makeFolder("layers/work");
+        ASSERT_MOUNTED(
+            mount("overlay", makeFolder("merged").c_str(), "overlay", 0, options.c_str()) == 0);
+        const std::string path = at("merged/folder");
+        CleanReport expected;
+        expected.failures = {
+            path +
+            ": it lies on another volume or layer than its Trash, and nothing is copied there"};
+        EXPECT_EQ(clean({path}), expected);
+        EXPECT_TRUE(exists(path + "/file"));
+        EXPECT_TRUE(fs::is_empty(at("merged/.Trash-" + user_ + "/info")));
+        EXPECT_EQ(journal_->entries().size(), 0U);
+    });
+}
+
+TEST_F(CleanerVolumesTest, TellsThatAVolumeIsReadOnly) {
+    withOwnMounts([&] {
+        ASSERT_MOUNTED(mountMemory("volume"));
+        const std::string path = write("volume/folder/item");
+        ASSERT_EQ(
+            mount(nullptr, at("volume").c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr), 0);
+        EXPECT_EQ(clean({path}).failures, Lines{path + ": its volume can't be written to"});
+    });
+}
+
+TEST_F(CleanerVolumesTest, RestoresAfterAVolumeWasMountedAgain) {
+    withOwnMounts([&] {
+        const std::string image = write("image");
+        fs::resize_file(image, std::uintmax_t{8} << 20U);
+        const std::string point = makeFolder("volume");
+        const auto run = [](const std::string& command) {
+            return std::system((command + " >/dev/null 2>&1").c_str()) ==
+                   0;  // NOLINT(cert-env33-c)
+        };
+        const std::string mounting = "mount -o loop '" + image + "' '" + point + "'";
+        if (!run("mkfs.ext4 -F '" + image + "'") || !run(mounting)) {
+            GTEST_SKIP() << "an ext4 image can't be made or mounted here";
+        }
+        const std::string path = write("volume/folder/item", "the item");
+        JournalEntry entry = trash(path);
+        EXPECT_EQ(entry.trashPath, point + "/.Trash-" + user_ + "/files/item");
+        ASSERT_TRUE(run("umount '" + point + "'"));
+        EXPECT_EQ(
+            cleaner_.undo(entry),
+            std::unexpected(Error{"Brimlo", 2, "Nothing left to restore from"}));
+        ASSERT_TRUE(run(mounting));
+        // Whichever loop device it got this time, it had another one then.
+        entry.trashID = "-1" + entry.trashID->substr(entry.trashID->find(':'));
+        EXPECT_EQ(cleaner_.undo(entry), path);
+        EXPECT_EQ(contentOf(path), "the item");
+        ASSERT_TRUE(run("umount '" + point + "'"));
+    });
+}
+
+class FullDiskTest : public CleanerVolumesTest {
+protected:
+    static constexpr int kItems = 3;
+
+    /// Three items in a home of its own on the volume, on which `fill` leaves little room.
+    void prepareVolume(const std::function<void()>& fill) {
+        ASSERT_MOUNTED(mountMemory("volume", "size=512k,nr_inodes=200"));
+        setenv("HOME", at("volume").c_str(), 1);
+        for (int i = 0; i < kItems; ++i) {
+            write(item(i), "content");
+        }
+        makeFolder("volume/Library/Application Support/Brimlo");
+        fill();
+    }
+
+    static std::string item(int number) {
+        return "volume/work/" + std::string(200, 'i') + std::to_string(number);
+    }
+
+    /// Cleans the items and counts those that moved: wherever the room ran out, each is in one
+    /// place, and in the Trash it has its entry and its note.
+    int cleanOnFullVolume() {
+        const auto journal = std::make_shared<Journal>(StoragePaths::journal());
+        const CleanReport report = Cleaner{journal}.execute(
+            planFor({at(item(0)), at(item(1)), at(item(2))}), DisposalMode::trash, false);
+        const std::vector<JournalEntry> entries = journal->entries();
+        const std::string trash = at("volume/.local/share/Trash/");
+        int moved = 0;
+        for (int i = 0; i < kItems; ++i) {
+            const std::string name = fs::path{item(i)}.filename().string();
+            const bool isTrashed = exists(trash + "files/" + name);
+            EXPECT_NE(isTrashed, exists(at(item(i))));
+            const auto found = std::ranges::find(entries, at(item(i)), &JournalEntry::originalPath);
+            const auto note =
+                Platform::TrashInfo::parse(contentOf(trash + "info/" + name + ".trashinfo"));
+            EXPECT_EQ(found != entries.end(), isTrashed);
+            EXPECT_EQ(note.has_value(), isTrashed);
+            if (isTrashed && note && found != entries.end()) {
+                EXPECT_EQ(found->trashPath, trash + "files/" + name);
+                EXPECT_EQ(note->path, at(item(i)));
+                EXPECT_EQ(note->entryID, found->id.text());
+                ++moved;
+            }
+        }
+        EXPECT_EQ(report.processed, moved);
+        EXPECT_EQ(report.failures.size(), static_cast<std::size_t>(kItems - moved));
+        EXPECT_EQ(entries.size(), static_cast<std::size_t>(moved));
+        for (const auto& file : fs::directory_iterator{StoragePaths::support()}) {
+            EXPECT_NE(file.path().extension(), ".tmp");
+        }
+        return moved;
+    }
+};
+
+TEST_F(FullDiskTest, LeavesNothingHalfDoneWhateverRoomIsLeft) {
+    constexpr std::uintmax_t kPage = 4'096;
+    const auto leavePages = [&](std::uintmax_t pages) {
+        struct statvfs status {};
+        statvfs(at("volume").c_str(), &status);
+        write("volume/filler", std::string((status.f_bfree - pages) * kPage, 'f'));
+    };
+    const auto leaveInodes = [&](std::uintmax_t inodes) {
+        makeFolder("volume/filler");
+        struct statvfs status {};
+        statvfs(at("volume").c_str(), &status);
+        for (std::uintmax_t i = inodes; i < status.f_ffree; ++i) {
+            write("volume/filler/" + std::to_string(i), "");
+        }
+    };
+    withOwnMounts([&] {
+        const std::function<void(std::uintmax_t)> fills[] = {leavePages, leaveInodes};
+        for (const auto& fill : fills) {
+            std::vector<int> moved;
+            for (std::uintmax_t room = 0; room <= 20; ++room) {
+                SCOPED_TRACE("room for " + std::to_string(room));
+                ASSERT_NO_FATAL_FAILURE(prepareVolume([&] { fill(room); }));
+                if (IsSkipped()) {
+                    return;
+                }
+                moved.push_back(cleanOnFullVolume());
+                ASSERT_EQ(umount(at("volume").c_str()), 0);
+            }
+            EXPECT_EQ(moved.front(), 0);
+            EXPECT_EQ(moved.back(), kItems);
+        }
+    });
+}
+
+}  // namespace
+}  // namespace Brimlo

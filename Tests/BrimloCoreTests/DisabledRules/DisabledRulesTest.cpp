@@ -1,0 +1,78 @@
+#include "BrimloCore/DisabledRules/DisabledRules.h"
+
+#include "Support/TempHome.h"
+
+namespace Brimlo {
+namespace {
+
+using Testing::contentOf;
+using Testing::exists;
+
+using IDs = std::set<std::string>;
+
+class DisabledRulesTest : public Testing::TempHome {
+protected:
+    static constexpr const char* kFile = "Library/Application Support/Brimlo/disabled-rules.json";
+
+    std::string content() const { return contentOf(at(kFile)); }
+};
+
+TEST_F(DisabledRulesTest, StartsEmpty) {
+    EXPECT_EQ(DisabledRules::load(), IDs{});
+    EXPECT_FALSE(DisabledRules::isDisabled("a"));
+    EXPECT_FALSE(exists(at(kFile)));
+}
+
+TEST_F(DisabledRulesTest, KeepsASortedListOfUniqueIDs) {
+    struct Case {
+        std::string id;
+        bool disabled;
+        std::string content;
+    };
+    const Case cases[] = {
+        {"npm.cache",    false, "[]"                                         },
+        {"npm.cache",    true,  R"(["npm.cache"])"                           },
+        {"npm.cache",    true,  R"(["npm.cache"])"                           },
+        {"gone",         false, R"(["npm.cache"])"                           },
+        {"general.logs", true,  R"(["general.logs","npm.cache"])"            },
+        {"a \"b\"\n",    true,  R"(["a \"b\"\n","general.logs","npm.cache"])"},
+        {"a \"b\"\n",    false, R"(["general.logs","npm.cache"])"            },
+        {"npm.cache",    false, R"(["general.logs"])"                        },
+        {"general.logs", false, "[]"                                         },
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.content);
+        DisabledRules::set(c.id, c.disabled);
+        EXPECT_EQ(content(), c.content);
+        EXPECT_EQ(DisabledRules::isDisabled(c.id), c.disabled);
+    }
+}
+
+TEST_F(DisabledRulesTest, ReplacesADamagedFile) {
+    for (const char* damaged :
+         {R"({"a":1})", R"(["a",1])", R"([["a"]])", R"("a")", "null", "", "[", "[\"\xff\"]"}) {
+        SCOPED_TRACE(damaged);
+        write(kFile, damaged);
+        EXPECT_EQ(DisabledRules::load(), IDs{});
+        EXPECT_FALSE(DisabledRules::isDisabled("a"));
+        DisabledRules::set("b", true);
+        EXPECT_EQ(content(), R"(["b"])");
+    }
+}
+
+TEST_F(DisabledRulesTest, LosesNothingToAnIDThatIsNoText) {
+    DisabledRules::set("a", true);
+    DisabledRules::set("\xff", true);
+    EXPECT_EQ(DisabledRules::load(), IDs{"a"});
+    EXPECT_EQ(content(), R"(["a"])");
+}
+
+TEST_F(DisabledRulesTest, IgnoresThatItCannotWrite) {
+    makeFolder(std::string{kFile} + "/inner");
+    DisabledRules::set("a", true);
+    EXPECT_EQ(DisabledRules::load(), IDs{});
+    EXPECT_TRUE(exists(at(kFile) + "/inner"));
+}
+
+}  // namespace
+}  // namespace Brimlo

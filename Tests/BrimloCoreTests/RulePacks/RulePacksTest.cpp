@@ -1,0 +1,176 @@
+#include "BrimloCore/RulePacks/RulePacks.h"
+
+#include "BrimloCore/Support/Safety.h"
+#include "BrimloCore/Support/StoragePaths.h"
+#include "Support/TempHome.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+
+#include <fnmatch.h>
+
+namespace Brimlo {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+class RulePacksTest : public Testing::TempHome {
+protected:
+    static std::string rule(const std::string& id) {
+        return R"({"id": ")" + id + R"(", "name": "N", "group": "G", "personas": ["general"],)" +
+               R"( "risk": "safe", "paths": ["~/a"], "regenerates": "Soon."})";
+    }
+
+    static std::string artifact(const std::string& id) {
+        return R"({"id": ")" + id + R"(", "name": "N", "group": "G", "personas": ["general"],)" +
+               R"( "risk": 1, "regenerates": "Soon.", "names": ["out"]})";
+    }
+
+    template <typename T>
+    static Texts ids(const std::vector<T>& elements) {
+        Texts ids;
+        for (const T& element : elements) {
+            ids.push_back(element.id);
+        }
+        return ids;
+    }
+};
+
+TEST_F(RulePacksTest, ReadsPacksInTheOrderOfTheirFiles) {
+    const std::string last =
+        R"({"pack": "Last", "rules": [)" + rule("r4") + "," + rule("r4") + "]}";
+    const std::string first = R"({"pack": "First", "version": 3, "artifacts": [)" + artifact("a1") +
+                              R"(], "rules": [)" + rule("r1") + "," + rule("r2") + "]}";
+    const std::string same = R"({"pack": "Same", "rules": [)" + rule("r3") + "]}";
+    const std::string upper = R"({"pack": "Upper"})";
+    const RulePacks::Source sources[] = {
+        {"c.json", last },
+        {"a.json", first},
+        {"a.json", same },
+        {"B.json", upper}
+    };
+    const RulePacks::Loaded loaded = RulePacks::load(sources);
+    EXPECT_EQ(loaded.names, (Texts{"Upper", "First", "Same", "Last"}));
+    EXPECT_EQ(ids(loaded.rules), (Texts{"r1", "r2", "r3", "r4", "r4"}));
+    EXPECT_EQ(ids(loaded.artifacts), Texts{"a1"});
+    EXPECT_EQ(loaded.issues, Texts{});
+    EXPECT_EQ(loaded.rules.front().confidence, Confidence::documented);
+
+    const RulePacks::Loaded none = RulePacks::load({});
+    EXPECT_EQ(none.names, Texts{});
+    EXPECT_EQ(ids(none.rules), Texts{});
+}
+
+TEST_F(RulePacksTest, LeavesOutWhatItCannotRead) {
+    const std::string partial = R"({"pack": "P", "artifacts": [{"id": "x"},)" + artifact("a1") +
+                                R"(, []], "rules": [)" + rule("r0") + "," + rule("r1") + "," +
+                                rule("r2") + R"(, {"id": 7}, )" + rule("r4") + "]}";
+    const std::string broken = R"({"pack": "Q", "rules": [)" + rule("lost") + "]";
+    const std::string nameless = R"({"rules": [)" + rule("lost") + "]}";
+    const std::string badList =
+        R"({"pack": "R", "rules": [)" + rule("lost") + R"(], "artifacts": 1})";
+    const RulePacks::Source sources[] = {
+        {"p.json", partial },
+        {"q.json", broken  },
+        {"b.json", badList },
+        {"n.json", nameless}
+    };
+    const RulePacks::Loaded loaded = RulePacks::load(sources);
+    EXPECT_EQ(loaded.names, Texts{"P"});
+    EXPECT_EQ(ids(loaded.rules), (Texts{"r0", "r1", "r2", "r4"}));
+    EXPECT_EQ(ids(loaded.artifacts), Texts{"a1"});
+    ASSERT_EQ(loaded.issues.size(), 6U);
+    EXPECT_THAT(loaded.issues.back(), testing::StartsWith("q.json: not valid JSON: "));
+    EXPECT_EQ(
+        Texts(loaded.issues.begin(), loaded.issues.end() - 1),
+        (Texts{
+            R"(b.json: not a rule pack: field "artifacts": is not a list)",
+            R"(n.json: not a rule pack: field "pack": is missing)",
+            R"(p.json: rule #3 skipped: field "id": is not a text)",
+            R"(p.json: artifact #0 skipped: field "name": is missing)",
+            "p.json: artifact #2 skipped: is not an object"}));
+}
+
+class EmbeddedPacksTest : public RulePacksTest {
+protected:
+    const RulePacks::Loaded loaded = RulePacks::load();
+};
+
+TEST_F(EmbeddedPacksTest, AreAllReadWhole) {
+    Texts files;
+    for (const RulePacks::Source& source : RulePacks::embedded()) {
+        files.emplace_back(source.fileName);
+    }
+    std::ranges::sort(files);
+    EXPECT_EQ(
+        files,
+        (Texts{
+            "ai-coding-agents.json",
+            "ai-local-ml.json",
+            "audit-builtin.json",
+            "creative-photo-design-3d-games.json",
+            "creative-video-audio.json",
+            "devops-ide-tools.json",
+            "macos-general.json",
+            "mobile-desktop-dev.json",
+            "professions.json",
+            "web-and-languages.json"}));
+    EXPECT_EQ(loaded.issues, Texts{});
+    EXPECT_EQ(std::set(loaded.names.begin(), loaded.names.end()).size(), files.size());
+}
+
+TEST_F(EmbeddedPacksTest, DefineEachIDOnce) {
+    Texts all = ids(loaded.rules);
+    for (const std::string& id : ids(loaded.artifacts)) {
+        all.push_back(id);
+    }
+    std::map<std::string, int> counts;
+    for (const std::string& id : all) {
+        ++counts[id];
+    }
+    for (const auto& [id, count] : counts) {
+        EXPECT_EQ(count, 1) << id;
+    }
+}
+
+TEST_F(EmbeddedPacksTest, AimAtNothingThatTheGateRefuses) {
+    for (const CleanupRule& rule : loaded.rules) {
+        EXPECT_FALSE(rule.paths.empty()) << rule.id;
+        for (const std::string& path : rule.paths) {
+            SCOPED_TRACE(rule.id + ": " + path);
+            const std::string full = StoragePaths::expandTilde(path);
+            EXPECT_THAT(full, testing::StartsWith("/"));
+            EXPECT_NE(full.back(), '/');
+            const std::size_t wildcard = full.find_first_of("*?[");
+            const bool isWild = wildcard != std::string::npos;
+            const std::string prefix = isWild ? full.substr(0, full.rfind('/', wildcard)) : full;
+            const bool sweeps = isWild || rule.contentsOnly;
+            EXPECT_EQ(Safety::refusal(sweeps ? prefix + "/x" : full), std::nullopt);
+            if (!isWild) {
+                EXPECT_EQ(Safety::refusal(full), std::nullopt);
+            }
+        }
+    }
+}
+
+TEST_F(EmbeddedPacksTest, SayWhatTheUserNeeds) {
+    for (const CleanupRule& rule : loaded.rules) {
+        SCOPED_TRACE(rule.id);
+        EXPECT_THAT(rule.id, testing::MatchesRegex("[A-Za-z0-9][A-Za-z0-9._-]*"));
+        EXPECT_FALSE(rule.name.empty() || rule.group.empty() || rule.personas.empty());
+        EXPECT_GE(rule.regenerates.size(), 10U);
+        EXPECT_GE(rule.minAgeDays.value_or(1), 1);
+    }
+    for (const ArtifactPattern& pattern : loaded.artifacts) {
+        SCOPED_TRACE(pattern.id);
+        EXPECT_FALSE(pattern.name.empty() || pattern.group.empty() || pattern.personas.empty());
+        EXPECT_FALSE(pattern.names.empty() && pattern.suffixes.empty());
+        for (const std::string& name : pattern.names) {
+            EXPECT_NE(fnmatch(name.c_str(), "", 0), 0) << "would match any folder";
+        }
+    }
+}
+
+}  // namespace
+}  // namespace Brimlo

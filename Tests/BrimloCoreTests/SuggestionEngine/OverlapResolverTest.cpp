@@ -1,0 +1,171 @@
+#include "BrimloCore/SuggestionEngine/OverlapResolver.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <sstream>
+
+namespace Brimlo {
+namespace {
+
+using SuggestionEngine::resolveOverlaps;
+
+using Texts = std::vector<std::string>;
+
+const Texts kMetaNames{"safe", "rebuild", "review", "safeToo", "catchAll", "safeCatchAll"};
+
+const std::vector<Meta> kMetas{
+    {.risk = Risk::safe,    .catchAll = false},
+    {.risk = Risk::rebuild, .catchAll = false},
+    {.risk = Risk::review,  .catchAll = false},
+    {.risk = Risk::safe,    .catchAll = false},
+    {.risk = Risk::rebuild, .catchAll = true },
+    {.risk = Risk::safe,    .catchAll = true },
+};
+
+/// A candidate whose idle days number it, so that equal ones can be told apart.
+Candidate candidate(std::size_t meta, std::string path, std::size_t number) {
+    const auto idleDays = static_cast<std::int64_t>(number);
+    return {
+        .meta = meta, .item = {.path = std::move(path), .idleDays = idleDays}
+    };
+}
+
+/// The candidates in a text such as "safe /a, review /b".
+std::vector<Candidate> parsed(const std::string& text) {
+    std::vector<Candidate> candidates;
+    std::istringstream words{text};
+    for (std::string meta, path; words >> meta >> path;) {
+        const auto place = std::ranges::find(kMetaNames, meta) - kMetaNames.begin();
+        path.resize(path.size() - (path.ends_with(',') ? 1 : 0));
+        candidates.push_back(candidate(static_cast<std::size_t>(place), path, candidates.size()));
+    }
+    return candidates;
+}
+
+std::string described(const std::vector<Candidate>& candidates) {
+    std::string text;
+    for (const Candidate& c : candidates) {
+        text += (text.empty() ? "" : ", ") + kMetaNames[c.meta] + " " + c.item.path + " #" +
+                std::to_string(c.item.idleDays.value_or(-1));
+    }
+    return text;
+}
+
+TEST(OverlapResolverTest, OffersNoPathTwice) {
+    const struct {
+        const char* name;
+        const char* candidates;
+        const char* kept;
+    } cases[] = {
+        {"nothing",                    "",                                     ""                                   },
+        {"the shorter first",          "review /a/bb, safe /b",                "safe /b #1, review /a/bb #0"        },
+        {"like text is no folder",     "safe /a/bc, review /a/b",              "review /a/b #1, safe /a/bc #0"      },
+        {"the safer part evicts",      "safe /x/y, review /x",                 "safe /x/y #0"                       },
+        {"the riskier part goes",      "review /x/y, safe /x",                 "safe /x #1"                         },
+        {"an equal part goes",         "safeToo /x/y, safe /x",                "safe /x #1"                         },
+        {"one path, lower risk",       "review /x, rebuild /x",                "rebuild /x #1"                      },
+        {"one path, equal risk",       "safeToo /x, safe /x",                  "safeToo /x #0"                      },
+        {"one path twice in one rule", "safe /x, safe /x",                     "safe /x #0"                         },
+        {"a named rule wins",          "safeCatchAll /x, review /x",           "review /x #1"                       },
+        {"a catch-all never evicts",   "review /x, safeCatchAll /x/y",         "review /x #0"                       },
+        {"it is evicted by the safer", "catchAll /x, safe /x/y/z",             "safe /x/y/z #1"                     },
+        {"but not by an equal",        "catchAll /x, rebuild /x/y",            "catchAll /x #0"                     },
+        {"dropped is dropped",         "review /x, review /x/b, safe /x/aa",   "safe /x/aa #2"                      },
+        {"later is free",              "review /x, safe /x/a, review /x/bb",   "safe /x/a #1, review /x/bb #2"      },
+        {"one after another",          "review /x, rebuild /x/y, safe /x/y/z", "safe /x/y/z #2"                     },
+        {"characters, not bytes",
+         "safe /abc, safe /\u00e9\u00e9",                                      "safe /\u00e9\u00e9 #1, safe /abc #0"},
+        {"the root covers nothing",    "safe /, safe /a",                      "safe / #0, safe /a #1"              },
+        {"nothing is above a word",    "safe docker:a, review /x",             "review /x #1, safe docker:a #0"     },
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_EQ(described(resolveOverlaps(parsed(c.candidates), kMetas)), c.kept);
+    }
+}
+
+// The second implementation is written to be read: it sorts by three passes, the least important
+// key first, and asks each kept candidate whether it lies above.
+
+std::size_t lengthInCharacters(const std::string& path) {
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < path.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(path[i]);
+        const bool continues = (byte & 0xC0U) == 0x80U;
+        const bool isAccent = path.compare(i, 2, "\u0301") == 0;
+        count += continues || isAccent ? 0 : 1;
+    }
+    return count;
+}
+
+bool isAtOrAbove(const std::string& upper, const std::string& path) {
+    return path == upper || path.starts_with(upper + "/");
+}
+
+std::vector<Candidate> slowlyResolved(
+    std::vector<Candidate> candidates, const std::vector<Meta>& metas) {
+    const auto meta = [&](const Candidate& c) { return metas[c.meta]; };
+    std::stable_sort(candidates.begin(), candidates.end(), [&](const auto& a, const auto& b) {
+        return meta(a).risk < meta(b).risk;
+    });
+    std::stable_partition(
+        candidates.begin(), candidates.end(), [&](const auto& c) { return !meta(c).catchAll; });
+    std::stable_sort(candidates.begin(), candidates.end(), [](const auto& a, const auto& b) {
+        return lengthInCharacters(a.item.path) < lengthInCharacters(b.item.path);
+    });
+    std::vector<Candidate> result;
+    for (const Candidate& c : candidates) {
+        auto nearest = result.end();
+        for (auto kept = result.begin(); kept != result.end(); ++kept) {
+            if (isAtOrAbove(kept->item.path, c.item.path) &&
+                (nearest == result.end() || kept->item.path.size() > nearest->item.path.size())) {
+                nearest = kept;
+            }
+        }
+        if (nearest == result.end()) {
+            result.push_back(c);
+        } else if (meta(c).risk < meta(*nearest).risk && !meta(c).catchAll) {
+            result.erase(nearest);
+            result.push_back(c);
+        }
+    }
+    return result;
+}
+
+TEST(OverlapResolverTest, AgreesWithASlowerWayOnGeneratedPaths) {
+    constexpr int kRounds = 2'000;
+    const Texts names{"a", "bb", "a b", "\u00e9", "e\u0301", "\u65e5"};
+    std::mt19937 random{20'240};
+    const auto below = [&](std::size_t limit) { return random() % limit; };
+    for (int round = 0; round < kRounds; ++round) {
+        SCOPED_TRACE(round);
+        std::vector<Meta> metas(1 + below(kMetaNames.size()));
+        for (Meta& meta : metas) {
+            meta.risk = kAllRisks[below(3)];
+            meta.catchAll = below(4) == 0;
+        }
+        std::vector<Candidate> candidates;
+        const std::size_t count = below(30);
+        while (candidates.size() < count) {
+            std::string path;
+            for (std::size_t depth = 1 + below(5); depth > 0; --depth) {
+                path += "/" + names[below(1 + below(names.size()))];
+            }
+            candidates.push_back(candidate(below(metas.size()), path, candidates.size()));
+        }
+        const std::vector<Candidate> kept = resolveOverlaps(candidates, metas);
+        ASSERT_EQ(described(kept), described(slowlyResolved(candidates, metas)));
+        for (const Candidate& upper : kept) {
+            ASSERT_EQ(
+                std::ranges::count_if(
+                    kept,
+                    [&](const Candidate& c) { return isAtOrAbove(upper.item.path, c.item.path); }),
+                1);
+        }
+    }
+}
+
+}  // namespace
+}  // namespace Brimlo

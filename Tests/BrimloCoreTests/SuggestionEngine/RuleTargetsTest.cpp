@@ -1,0 +1,180 @@
+#include "BrimloCore/SuggestionEngine/RuleTargets.h"
+
+#include "BrimloCore/DiskScanner/DiskScanner.h"
+#include "Support/TempHome.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace Brimlo {
+namespace {
+
+using namespace std::string_literals;
+
+class RuleTargetsTest : public Testing::TempHome {
+protected:
+    using Found = std::vector<std::pair<std::string, std::int64_t>>;
+
+    /// The targets' paths below the home and their ages, sorted where the directory decides.
+    Found found(const CleanupRule& rule) const {
+        Found found;
+        for (const SuggestionItem& item : SuggestionEngine::targets(rule)) {
+            EXPECT_EQ(item.size, 0);
+            EXPECT_FALSE(item.detail || item.subtitle);
+            EXPECT_THAT(item.path, testing::StartsWith(home() + "/"));
+            found.emplace_back(item.path.substr(home().size() + 1), item.idleDays.value_or(-1));
+        }
+        std::ranges::sort(found);
+        return found;
+    }
+
+    void writeAged(const std::string& relative, double days) const { age(write(relative), days); }
+};
+
+TEST_F(RuleTargetsTest, AreWhatThePathsNameNow) {
+    writeAged("Downloads/young.dmg", 29.5);
+    writeAged("Downloads/old.dmg", 31.5);
+    writeAged("Downloads/.hidden.dmg", 90.5);
+    writeAged("Downloads/a b[1].txt", 2.5);
+    writeAged("cache/com.apple.Safari", 1.5);
+    writeAged("cache/.hidden", 2.5);
+    writeAged("cache/x.plist", 3.5);
+    writeAged("cache/inner/deep", 4.5);
+    age(at("cache/inner"), 5.5);
+    writeAged("tomorrow", -1);
+    writeAged("ancient", 30'000.5);
+    age(link("dangling", "nowhere"), 7.5);
+    age(link("toCache", "cache"), 8.5);
+    writeAged(".ssh/key", 1.5);
+    age(link("toKeys", ".ssh"), 9.5);
+    makeFolder("Documents");
+    struct Case {
+        const char* name;
+        CleanupRule rule;
+        Found found;
+    };
+    const auto kHuge = std::numeric_limits<std::int64_t>::max();
+    const Case cases[] = {
+        {"no path",                            {},                                                         {}                             },
+        {"a missing file",                     {.paths = {"~/missing", "~/missing/*"}},                    {}                             },
+        {"the home folder",                    {.paths = {"~"}},                                           {}                             },
+        {"the home folder's contents",         {.paths = {"~"}, .contentsOnly = true},                     {}                             },
+        {"a protected folder",                 {.paths = {"~/Documents", "~/Library"}},                    {}                             },
+        {"what holds keys",                    {.paths = {"~/.ssh/*", "~/.ssh/key"}},                      {}                             },
+        {"keys by another way",                {.paths = {"~/toKeys/*", "~/toKeys/key"}},                  {}                             },
+        {"a link to keys is no key",           {.paths = {"~/toKeys"}},                                    {{"toKeys", 9}}                },
+        {"outside the home",                   {.paths = {"/etc/hosts", "/etc/*"}, .contentsOnly = true},  {}                             },
+        {"nul",                                {.paths = {"~/cache\0/x"s, "~/cache/\0*"s}},                {}                             },
+        {"someone's home",                     {.paths = {"~root/cache"}},                                 {}                             },
+        {"a star matches no hidden names",
+         {.paths = {"~/Downloads/*"}},
+         {{"Downloads/a b[1].txt", 2}, {"Downloads/old.dmg", 31}, {"Downloads/young.dmg", 29}}                                            },
+        {"a dot does",                         {.paths = {"~/Downloads/.h*"}},                             {{"Downloads/.hidden.dmg", 90}}},
+        {"a bracket opens a set",              {.paths = {"~/Downloads/a b[1].txt"}},                      {}                             },
+        {"and an escape closes it",
+         {.paths = {"~/Downloads/a b\\[1].txt"}},
+         {{"Downloads/a b[1].txt", 2}}                                                                                                    },
+        {"a double star is a star",            {.paths = {"~/**/deep"}},                                   {}                             },
+        {"two stars",                          {.paths = {"~/ca*/*/deep"}},                                {{"cache/inner/deep", 4}}      },
+        {"age",                                {.paths = {"~/Downloads/*.dmg"}, .minAgeDays = 30},         {{"Downloads/old.dmg", 31}}    },
+        {"age of a folder",                    {.paths = {"~/cache/inner"}, .minAgeDays = 5},              {{"cache/inner", 5}}           },
+        {"age of the link",                    {.paths = {"~/dangling"}, .minAgeDays = 8},                 {}                             },
+        {"a dangling link",
+         {.paths = {"~/dangling", "~/dang*"}},
+         {{"dangling", 7}, {"dangling", 7}}                                                                                               },
+        {"the future",                         {.paths = {"~/tomorrow"}},                                  {{"tomorrow", 0}}              },
+        {"the future is too young",            {.paths = {"~/tomorrow"}, .minAgeDays = 0},                 {}                             },
+        {"a negative age admits it",
+         {.paths = {"~/tomorrow"}, .minAgeDays = -2},
+         {{"tomorrow", 0}}                                                                                                                },
+        {"so does the most negative",
+         {.paths = {"~/tomorrow"}, .minAgeDays = -kHuge - 1},
+         {{"tomorrow", 0}}                                                                                                                },
+        {"nothing is so old",                  {.paths = {"~/ancient"}, .minAgeDays = kHuge},              {}                             },
+        {"nor that",                           {.paths = {"~/ancient"}, .minAgeDays = kHuge / 86'400 + 1}, {}                             },
+        {"before 1970",                        {.paths = {"~/ancient"}, .minAgeDays = 30'000},             {{"ancient", 30'000}}          },
+        {"excludes need contents",
+         {.paths = {"~/cache/.hidden"}, .excludes = {"*"}},
+         {{"cache/.hidden", 2}}                                                                                                           },
+        {"contents",
+         {.paths = {"~/cache"}, .contentsOnly = true},
+         {{"cache/.hidden", 2},
+          {"cache/com.apple.Safari", 1},
+          {"cache/inner", 5},
+          {"cache/x.plist", 3}}                                                                                                           },
+        {"contents but for some",
+         {.paths = {"~/cache"}, .contentsOnly = true, .excludes = {"com.apple.*", "*.plist"}},
+         {{"cache/.hidden", 2}, {"cache/inner", 5}}                                                                                       },
+        {"an exclude matches a leading dot",
+         {.paths = {"~/cache"}, .contentsOnly = true, .excludes = {"[!i]*"}},
+         {{"cache/inner", 5}}                                                                                                             },
+        {"contents by age",
+         {.paths = {"~/cache"}, .contentsOnly = true, .minAgeDays = 3},
+         {{"cache/inner", 5}, {"cache/x.plist", 3}}                                                                                       },
+        {"contents of what a pattern matches",
+         {.paths = {"~/ca*/in*"}, .contentsOnly = true},
+         {{"cache/inner/deep", 4}}                                                                                                        },
+        {"contents through a link",
+         {.paths = {"~/toCache"}, .contentsOnly = true, .minAgeDays = 5},
+         {{"toCache/inner", 5}}                                                                                                           },
+        {"contents of a file",                 {.paths = {"~/ancient"}, .contentsOnly = true},             {}                             },
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_EQ(found(c.rule), c.found);
+    }
+}
+
+TEST_F(RuleTargetsTest, KeepTheOrderOfThePaths) {
+    write("b");
+    write("a");
+    const auto items = SuggestionEngine::targets({
+        .paths = {"~/b", "~/a", home() + "//b", "~/b"}
+    });
+    std::vector<std::string> paths;
+    for (const SuggestionItem& item : items) {
+        paths.push_back(item.path);
+    }
+    EXPECT_EQ(paths, (std::vector{at("b"), at("a"), home() + "//b", at("b")}));
+}
+
+TEST_F(RuleTargetsTest, AreMeasuredInTheirOrder) {
+    const std::string big = write("big", std::string(100'000, 'x'));
+    const std::string small = write("folder/small", "x");
+    const std::vector<SuggestionItem> items{
+        {.path = small,           .size = 7, .idleDays = 3, .detail = "detail", .subtitle = "subtitle"},
+        {.path = at("missing"),          .size = 7, .subtitle = "subtitle"},
+        {.path = big},
+        {.path = at("folder")  },
+        {.path = big},
+    };
+    const std::int64_t bigSize = DiskScanner::quickSize(big);
+    const std::int64_t smallSize = DiskScanner::quickSize(small);
+    ASSERT_GT(bigSize, smallSize);
+    const std::vector<SuggestionItem> expected{
+        {.path = small,       .size = smallSize, .idleDays = 3, .detail = "detail"},
+        {.path = at("missing")},
+        {.path = big,                   .size = bigSize                 },
+        {.path = at("folder"),                   .size = smallSize                         },
+        {.path = big,                   .size = bigSize},
+    };
+    EXPECT_EQ(SuggestionEngine::size(items), expected);
+    EXPECT_EQ(SuggestionEngine::size({}), std::vector<SuggestionItem>{});
+}
+
+TEST_F(RuleTargetsTest, ArePreviewedTheLargestFirst) {
+    write("one", "x");
+    write("three", "y");
+    write("two", std::string(100'000, 'x'));
+    const auto items = UserRules::preview({
+        .paths = {"~/one", "~/two", "~/three", "~/none"}
+    });
+    ASSERT_EQ(items.size(), 3U);
+    EXPECT_EQ(items[0].path, at("two"));
+    EXPECT_EQ(items[1].path, at("one"));
+    EXPECT_EQ(items[2].path, at("three"));
+    EXPECT_EQ(items[1].size, DiskScanner::quickSize(at("one")));
+}
+
+}  // namespace
+}  // namespace Brimlo

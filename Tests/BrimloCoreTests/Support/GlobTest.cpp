@@ -1,0 +1,78 @@
+#include "BrimloCore/Support/Glob.h"
+
+#include "BrimloCore/Support/StoragePaths.h"
+#include "BrimloCoreTests/Support/Words.h"
+#include "Support/TempHome.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <sys/stat.h>
+
+namespace Brimlo {
+namespace {
+
+using namespace std::string_literals;
+using Testing::words;
+
+class GlobTest : public Testing::TempHome {};
+
+TEST_F(GlobTest, FindsWhatAPatternNames) {
+    for (const std::string& file : words("d/a.log d/b.log d/.hidden d/sub/c.log d/[x] d/a[b ~/x")) {
+        write(file);
+    }
+    link("d/dangling", "missing");
+    link("d/folder", "sub");
+    const std::pair<std::string, const char*> cases[] = {
+        {"~/d/*",          "d/[x] d/a.log d/a[b d/b.log d/dangling d/folder d/sub"},
+        {"~/d/.h*",        "d/.hidden"                                            },
+        {"~/d/**/c.log",   "d/folder/c.log d/sub/c.log"                           },
+        {"~/d/?.log",      "d/a.log d/b.log"                                      },
+        {"~/d/[!a].log",   "d/b.log"                                              },
+        {"~/d/[[]x]",      "d/[x]"                                                },
+        {"~/d/a[b",        "d/a[b"                                                },
+        {"~/*/dangling",   "d/dangling"                                           },
+        {"~/d/dangling",   "d/dangling"                                           },
+        {"~/d/dangling/x", ""                                                     },
+        {"~/d/missing",    ""                                                     },
+        {"~/d/a.log/*",    ""                                                     },
+        {"~root/d",        ""                                                     },
+        {"~/~/x",          "~/x"                                                  },
+        {"",               ""                                                     },
+        {"~/d\0/x"s,       ""                                                     },
+        {"~/d/*\0"s,       ""                                                     },
+    };
+    for (const auto& [pattern, names] : cases) {
+        std::vector<std::string> expected;
+        for (const std::string& name : words(names)) {
+            expected.push_back(at(name));
+        }
+        // The order is the directory's.
+        EXPECT_THAT(Glob::expand(pattern), testing::UnorderedElementsAreArray(expected)) << pattern;
+    }
+    EXPECT_EQ(Glob::expand("~"), std::vector{home()});
+}
+
+TEST_F(GlobTest, MatchesANameAsAWhole) {
+    const std::string yes = R"(a/b=a*b a/b=a?b .hidden=* a*=a\* a=[a-c] d=[!a-c] [=[)";
+    const std::string no = R"(com.x=COM.* ab=a ab=a\* a=[!a])";
+    for (const std::string& pair : words(yes + " " + no)) {
+        const std::size_t equals = pair.find('=');
+        EXPECT_EQ(
+            Glob::matches(pair.substr(0, equals), pair.substr(equals + 1)), yes.contains(pair))
+            << pair;
+    }
+}
+
+TEST_F(GlobTest, TheSupportFolderIsMadeForTheOwnerAlone) {
+    const std::string support = at("Library/Application Support/Brimlo");
+    EXPECT_EQ(StoragePaths::support(), support);
+    struct stat status {};
+    ASSERT_EQ(stat(support.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777U, 0700U);
+    setenv("HOME", write("file").c_str(), 1);
+    EXPECT_EQ(StoragePaths::support(), at("file/Library/Application Support/Brimlo"));
+}
+
+}  // namespace
+}  // namespace Brimlo

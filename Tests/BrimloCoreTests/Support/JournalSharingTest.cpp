@@ -1,0 +1,91 @@
+#include "BrimloCore/Support/Journal.h"
+#include "Support/TempHome.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <map>
+#include <numeric>
+#include <thread>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace Brimlo {
+namespace {
+
+constexpr int kWriters = 4;
+constexpr int kAppends = 250;
+
+class JournalSharingTest : public Testing::TempHome {
+protected:
+    /// Adds entries in both ways, and marks some, as a clean and an undo do.
+    static void work(Journal& journal, int writer) {
+        for (int i = 0; i < kAppends; ++i) {
+            const JournalEntry entry =
+                JournalEntry::make({.originalPath = std::to_string(writer), .size = i});
+            if (i % 3 == 0) {
+                journal.prepare(entry).value().publish(entry);
+            } else {
+                journal.append(entry);
+            }
+            if (i % 50 == 0) {
+                journal.update(entry.id, [](JournalEntry& found) { found.undone = true; });
+            }
+        }
+    }
+
+    /// Nothing is lost and nothing doubled, and each writer's entries stand in the order of its
+    /// calls: those of one second are given in file order.
+    void expectAll() {
+        std::vector<JournalEntry> entries = journal_.entries();
+        std::ranges::stable_sort(entries, {}, &JournalEntry::date);
+        std::map<std::string, std::vector<std::int64_t>> calls;
+        for (const JournalEntry& entry : entries) {
+            calls[entry.originalPath].push_back(entry.size);
+            EXPECT_EQ(entry.undone, entry.size % 50 == 0);
+        }
+        std::vector<std::int64_t> expected(kAppends);
+        std::iota(expected.begin(), expected.end(), 0);
+        for (int writer = 0; writer < kWriters; ++writer) {
+            EXPECT_EQ(calls[std::to_string(writer)], expected);
+        }
+        EXPECT_FALSE(Testing::exists(at("journal.json.corrupt")));
+    }
+
+    Journal journal_{at("journal.json")};
+};
+
+TEST_F(JournalSharingTest, ProcessesLoseNothing) {
+    std::vector<pid_t> children;
+    for (int writer = 0; writer < kWriters; ++writer) {
+        children.push_back(fork());
+        if (children.back() == 0) {
+            work(journal_, writer);
+            _exit(0);
+        }
+    }
+    for (const pid_t child : children) {
+        int status = -1;
+        waitpid(child, &status, 0);
+        EXPECT_EQ(status, 0);
+    }
+    expectAll();
+}
+
+TEST_F(JournalSharingTest, ThreadsLoseNothing) {
+    std::vector<std::thread> threads;
+    for (int writer = 0; writer < kWriters; ++writer) {
+        threads.emplace_back([this, writer] {
+            // Two share an object, two have their own.
+            Journal own{at("journal.json")};
+            work(writer % 2 == 0 ? journal_ : own, writer);
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    expectAll();
+}
+
+}  // namespace
+}  // namespace Brimlo

@@ -1,0 +1,162 @@
+#include "BrimloCore/Support/RuleJson.h"
+
+#include "BrimloCoreTests/Support/Words.h"
+
+#include <utility>
+
+namespace Brimlo {
+namespace {
+
+using Testing::words;
+
+const CleanupRule kBare{
+    .id = "a.b",
+    .name = "N",
+    .group = "G",
+    .personas = {Persona::general},
+    .risk = Risk::safe,
+    .paths = {"~/x"},
+    .regenerates = "R",
+};
+
+Lossy<CleanupRule> decode(const std::string& element) {
+    const auto pack = RuleJson::decodePack(R"({"pack":"p","rules":[)" + element + "]}");
+    EXPECT_TRUE(pack && pack->rules && pack->rules->size() == 1) << element;
+    return pack->rules->front();
+}
+
+/// The bare rule read with "key=value" in place of its own; without the key when there is no value.
+Lossy<CleanupRule> decodeWith(const std::string& change) {
+    const std::size_t equals = change.find('=');
+    const std::string key = change.substr(0, equals);
+    Json::Object rule = RuleJson::encode(kBare);
+    rule.erase(key);
+    const std::string text = Json::compact(rule);
+    const std::string value = change.substr(equals + 1);
+    return decode(value.empty() ? text : "{\"" + key + "\":" + value + "," + text.substr(1));
+}
+
+TEST(RuleJsonTest, ReadsTheRiskInEachOfItsForms) {
+    const std::pair<Risk, const char*> cases[] = {
+        {Risk::safe,    R"(0 "safe" "SaFe")"           },
+        {Risk::rebuild, R"(1 1.0 "rebuild" "Rebuilds")"},
+        {Risk::review,  R"(2 "REVIEW")"                },
+    };
+    for (const auto& [risk, values] : cases) {
+        CleanupRule expected = kBare;
+        expected.risk = risk;
+        for (const std::string& value : words(values)) {
+            EXPECT_EQ(decodeWith("risk=" + value).value, expected) << value;
+        }
+        EXPECT_EQ(RuleJson::encode(expected).at("risk").as_string(), rawValue(risk));
+    }
+}
+
+TEST(RuleJsonTest, NamesTheFieldThatIsWrong) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"is missing",                              "id= id=null name= group= personas= risk="      },
+        {"is missing",                              "risk=null paths=null regenerates="             },
+        {"is not a text",                           "id=1 name=[] risk=3 risk=-1 risk=0.5 risk=true"},
+        {"is not a text",                           "risk=1e400 officialCommand=false domain=7"     },
+        {"is not a text",                           "risk=18446744073709551616 confidence=1"        },
+        {"risk must be safe, rebuild or review",    R"(risk="" risk="safe\n" risk="1")"             },
+        {"is not a list",                           R"(personas="general" paths={} quitApps="x")"   },
+        {"item 1 is not a text",                    R"(personas=["general",1] excludes=["",null])"  },
+        {R"("General" is not an audience)",         R"(personas=["General"])"                       },
+        {"is neither true nor false",               R"(contentsOnly=1 catchAll="yes")"              },
+        {"is not a whole number",                   R"(minAgeDays=1.5 minAgeDays="7")"              },
+        {"is not a whole number",                   "minAgeDays=9223372036854775808"                },
+        {"\"a\uFFFDb\" is not a level of evidence", R"(confidence="a\nb")"                          },
+    };
+    for (const auto& [reason, changes] : cases) {
+        for (const std::string& change : words(changes)) {
+            const std::string error =
+                "field \"" + change.substr(0, change.find('=')) + "\": " + reason;
+            EXPECT_EQ(decodeWith(change), (Lossy<CleanupRule>{.error = error})) << change;
+        }
+    }
+}
+
+TEST(RuleJsonTest, TakesDefaultsForAbsentAndNullFields) {
+    for (const std::string& key : words("officialCommand quitApps contentsOnly excludes minAgeDays "
+                                        "catchAll domain confidence sources")) {
+        EXPECT_EQ(decodeWith(key + "=").value, kBare) << key;
+        EXPECT_EQ(decodeWith(key + "=null").value, kBare) << key;
+    }
+    EXPECT_EQ(decodeWith("isCatchAll=true").value, kBare);
+    EXPECT_TRUE(decodeWith("catchAll=true").value->isCatchAll);
+}
+
+TEST(RuleJsonTest, JudgesEachElementForItselfAndTheDocumentAsAWhole) {
+    const auto pack = RuleJson::decodePack(
+        R"({"rules":[{"id":1},)" + Json::compact(RuleJson::encode(kBare)) +
+        R"(,null],"artifacts":[[],{"id":"i","name":"n","group":"g","personas":[],"risk":1,)"
+        R"("regenerates":"r","names":null}],"version":2,"pack":"p","more":{}})");
+    ASSERT_TRUE(pack && pack->rules && pack->artifacts);
+    const Lossy<CleanupRule> bad{.error = "field \"id\": is not a text"};
+    const Lossy<CleanupRule> none{.error = "is not an object"};
+    const Lossy<CleanupRule> good{.value = kBare};
+    EXPECT_EQ(*pack->rules, (std::vector{bad, good, none}));
+    ArtifactPattern pattern{.id = "i", .name = "n", .group = "g", .risk = Risk::rebuild};
+    pattern.regenerates = "r";
+    ASSERT_EQ(pack->artifacts->size(), 2U);
+    EXPECT_EQ(pack->artifacts->front().error, "is not an object");
+    EXPECT_EQ(pack->artifacts->back().value, pattern);
+
+    const auto empty = RuleJson::decodePack(R"({"pack":""})");
+    EXPECT_TRUE(empty && !empty->rules && !empty->artifacts && !empty->version);
+    const std::string deep(100'000, '[');
+    const std::pair<std::string, const char*> cases[] = {
+        {"[]",                         "a rule pack: is not an object"               },
+        {R"({"pack":null})",           R"(a rule pack: field "pack": is missing)"    },
+        {R"({"pack":"p","rules":{}})", R"(a rule pack: field "rules": is not a list)"},
+        {"",                           "valid JSON: incomplete JSON at byte 0"       },
+        {R"({"pack":"p"} x)",          "valid JSON: extra data at byte 13"           },
+        {deep,                         "valid JSON: too deep at byte 32"             },
+    };
+    for (const auto& [text, error] : cases) {
+        EXPECT_EQ(RuleJson::decodePack(text).error(), std::string{"not "} + error);
+    }
+}
+
+TEST(RuleJsonTest, WritesAllKeysInOrderAndReadsThemBack) {
+    const CleanupRule full{
+        .id = "x.\"y\"",
+        .name = "é\n",
+        .group = "G",
+        .personas = {Persona::design3D, Persona::general},
+        .risk = Risk::review,
+        .paths = {"~/a",                 "/Volumes/*/b"},
+        .regenerates = "",
+        .officialCommand = "run",
+        .quitApps = {"Mail"},
+        .contentsOnly = true,
+        .excludes = {"[a-z]*"           },
+        .minAgeDays = -7,
+        .isCatchAll = true,
+        .domain = "",
+        .confidence = Confidence::verifiedLocal,
+        .sources = {"https://example.com"         },
+    };
+    EXPECT_EQ(
+        Json::compact(RuleJson::encode(full)),
+        R"({"id":"x.\"y\"","name":"é\n","group":"G","personas":["design3D","general"],)"
+        R"("risk":"review","paths":["~/a","/Volumes/*/b"],"regenerates":"",)"
+        R"("officialCommand":"run","quitApps":["Mail"],"contentsOnly":true,"excludes":["[a-z]*"],"minAgeDays":-7,)"
+        R"("catchAll":true,"domain":"","confidence":"verified-local",)"
+        R"("sources":["https://example.com"]})");
+    EXPECT_EQ(
+        Json::compact(RuleJson::encode(kBare)),
+        R"({"id":"a.b","name":"N","group":"G","personas":["general"],"risk":"safe",)"
+        R"("paths":["~/x"],"regenerates":"R","quitApps":[],"contentsOnly":false,"excludes":[],"catchAll":false,)"
+        R"("confidence":"documented","sources":[]})");
+    EXPECT_EQ(decode(Json::compact(RuleJson::encode(full))).value, full);
+    EXPECT_EQ(decode(Json::pretty(RuleJson::encode(full))).value, full);
+    EXPECT_EQ(
+        Json::compact(RuleJson::encode(ArtifactPattern{.id = "i", .markers = {"m"}})),
+        R"({"id":"i","name":"","group":"","personas":[],"risk":"review","regenerates":"",)"
+        R"("names":[],"suffixes":[],"markers":["m"],"excludes":[]})");
+}
+
+}  // namespace
+}  // namespace Brimlo

@@ -1,0 +1,37 @@
+#include "BrimloCore/Support/Safety.h"
+#include "Support/TempHome.h"
+
+#include <sched.h>
+#include <sys/mount.h>
+
+namespace Brimlo {
+namespace {
+
+class SafetyBindMountTest : public Testing::TempHome {};
+
+TEST_F(SafetyBindMountTest, RefusesAMountedCredentialsFolder) {
+    const std::string ssh = makeFolder(".ssh/keys").substr(0, at(".ssh").size());
+    const std::string kube = makeFolder(".kube/cache").substr(0, at(".kube").size());
+    makeFolder("work/ssh");
+    makeFolder("work/kube");
+    // The mounts are this process's own and end with it.
+    const auto bind = [](const std::string& from, const std::string& to) {
+        return mount(from.c_str(), to.c_str(), nullptr, MS_BIND, nullptr) == 0;
+    };
+    if (unshare(CLONE_NEWNS) != 0 ||
+        mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+        !bind(ssh, at("work/ssh")) || !bind(kube, at("work/kube"))) {
+        GTEST_SKIP() << "mounting a folder is not permitted here";
+    }
+    EXPECT_EQ(Safety::refusal(at("work/ssh")), "protected location");
+    EXPECT_EQ(Safety::refusal(at("work/ssh/keys")), "holds credentials, settings or agent memory");
+    EXPECT_EQ(
+        Safety::refusal(at("work/kube/config")), "holds credentials, settings or agent memory");
+    EXPECT_EQ(Safety::refusal(at("work/kube/cache")), std::nullopt);
+    EXPECT_EQ(Safety::refusal(at("work/other")), std::nullopt);
+    umount(at("work/ssh").c_str());
+    umount(at("work/kube").c_str());
+}
+
+}  // namespace
+}  // namespace Brimlo

@@ -1,0 +1,130 @@
+#include "BrimloCore/Support/Safety.h"
+
+#include "BrimloCoreTests/Support/Words.h"
+#include "Support/TempHome.h"
+
+#include <cstdlib>
+
+#include <pwd.h>
+#include <unistd.h>
+
+namespace Brimlo {
+namespace {
+
+using namespace std::string_literals;
+
+constexpr const char* kPasses = "";
+constexpr const char* kProtected = "protected location";
+constexpr const char* kCredentials = "holds credentials, settings or agent memory";
+constexpr const char* kAgent = "agent settings or credentials";
+constexpr const char* kSecret = "looks like a secret";
+constexpr const char* kOutside = "outside user-owned locations";
+
+class SafetyTest : public Testing::TempHome {
+protected:
+    /// In `paths`, words, "~" stands for the folder `home_`.
+    void expect(const std::string& verdict, const std::string& paths) const {
+        for (const std::string& path : Testing::words(paths)) {
+            const std::string full = path.starts_with('~') ? home_ + path.substr(1) : path;
+            EXPECT_EQ(Safety::refusal(full).value_or(kPasses), verdict) << full;
+        }
+    }
+
+    std::string home_ = home();
+};
+
+TEST_F(SafetyTest, JudgesTextStepByStep) {
+    expect(kProtected, "/ // /USR /usr/../usr/. /Volumes ~ ~/documents/ ~/.ssh ~//LIBRARY");
+    expect(kCredentials, R"(~/.ssh/config ~/.SSH/config ~/.aws ~/.aws/cli/cache-old ~/.kube/config
+        ~/.aws/cli/cache/../x ~/.claude/claude.md ~/.claude/projects/settings.json)");
+    expect(kAgent, "~/.claude/settings.local.json ~/.codex/auth.json ~/.Gemini/OAuth_x");
+    expect(kSecret, R"(~/.kube/cache/token.json ~/.codex/x/auth.json ~/.claude/id_settings
+        ~/work/.ENV /tmp/.npmrc ~/work/my.P12 ~/x/login.keychain-db ~/Downloads/id_ed25519.pub
+        ~/work/id_stuff /Volumes/Backup/.env)");
+    expect(kOutside, R"(/APPLICATIONS/Foo.app /Applicationsx/Foo.app /opt/other /tmp/x
+        /usr/local/../lib /Users/Shared/x ~x/y /System/Volumes/Data~/x /volumes/Backup/old)");
+    expect("whole volume", "/Volumes/Backup /Volumes//Backup/");
+    expect(kPasses, R"(~/Library/Caches ~/Documents/old ~/Documentsx ~/.config/gcloudx ~/.ssh2/x
+        ~/.aws/cli/cache ~/.kube/cache/x ~/.KUBE/Http-Cache ~/work/.ssh/x ~/.claude
+        ~/.claude/projects-old ~/.gemini/oldauth ~/.claude/cache/settings.json ~/work/.env.local
+        ~/a/auth.json/x /Applications/Foo.app /usr/local /opt/homebrew /Volumes/Backup/old)");
+    // A mark that joins with the slash before it hides nothing, and neither does a NUL.
+    expect(kCredentials, "~/.ssh/\u0301x ~/.ssh/\0 ~/.\u212Aube/config"s);
+    expect(kOutside, "~/.ssh\0/x ~/work/x\0"s);
+}
+
+TEST_F(SafetyTest, ReadsTheHomeAnewInAnySpelling) {
+    for (const std::string& spelling :
+         {home(), home() + "/", "//" + home() + "//", home() + "/./x/..", at("second")}) {
+        setenv("HOME", spelling.c_str(), 1);
+        home_ = Safety::canonical(spelling);
+        expect(kProtected, "~");
+        expect(kCredentials, "~/.ssh/x");
+        expect(kPasses, "~/x");
+    }
+    expect(kOutside, at("x"));
+    home_ = getpwuid(getuid())->pw_dir;
+    for (const char* unusable : {"", "relative"}) {
+        setenv("HOME", unusable, 1);
+        expect(kProtected, "~");
+        expect(kOutside, at("x"));
+    }
+    unsetenv("HOME");
+    expect(kCredentials, "~/.ssh/x");
+    setenv("HOME", "/", 1);
+    expect(kOutside, "/x/y /.aws/x");
+}
+
+TEST_F(SafetyTest, TakesComposedAndDecomposedTextForTheSame) {
+    for (const std::string& actual : {at("Jos\u00E9"), at("Jose\u0301")}) {
+        setenv("HOME", actual.c_str(), 1);
+        for (const char* spelled : {"Jos\u00E9", "Jose\u0301", "JOS\u00C9", "JOSE\u0301"}) {
+            home_ = at(spelled);
+            expect(kProtected, "~");
+            expect(kCredentials, "~/.ssh/x");
+            expect(spelled[1] == 'o' ? kPasses : kOutside, "~/x");
+        }
+    }
+}
+
+TEST_F(SafetyTest, JudgesALinkWhereItStandsAndByItsParents) {
+    makeFolder(".ssh/keys");
+    makeFolder(".kube/cache");
+    makeFolder("work/a");
+    link("Caches", ".ssh");
+    link("twice", "Caches");
+    link("crooked", "work/a/../../twice/../.kube");
+    link("toCache", at(".kube/cache"));
+    link("system", "/usr");
+    link("itself", "itself");
+    link("ping", "work/pong");
+    link("work/pong", "../ping");
+    link("dangling", "missing/x");
+    link(".aws/out", "../work");
+    expect(kCredentials, R"(~/Caches/link ~/Caches/keys/missing/x ~/twice/keys ~/crooked/config
+        ~/.aws/out/a)");
+    expect(kSecret, "~/toCache/.env");
+    expect(kOutside, "~/system/x");
+    expect(kPasses, R"(~/Caches ~/Caches/ ~/crooked/cache/x ~/toCache/x ~/system ~/system/local/x
+        ~/itself ~/itself/x ~/ping/x/y ~/dangling ~/dangling/x)");
+}
+
+TEST_F(SafetyTest, RefusesTheOtherNameOfAProtectedPlace) {
+    for (const char* folder : {"ssh/keys", "kube/cache/x", "papers/old", "claude/cache"}) {
+        makeFolder(std::string{"dotfiles/"} + folder);
+    }
+    link(".ssh", "dotfiles/ssh");
+    link(".kube", at("dotfiles/kube"));
+    link(".claude", "dotfiles/claude");
+    link("Documents", "dotfiles/papers");
+    link("way", "dotfiles");
+    expect(kProtected, "~/dotfiles/ssh ~/dotfiles/papers");
+    expect(kCredentials, R"(~/dotfiles/ssh/keys ~/dotfiles/ssh/missing ~/way/ssh/keys
+        ~/dotfiles/kube/config)");
+    expect(kAgent, "~/dotfiles/claude/settings.json");
+    expect(kPasses, R"(~/dotfiles/kube/cache ~/dotfiles/kube/cache/x ~/.kube/cache/x
+        ~/dotfiles/claude/cache ~/dotfiles/papers/old ~/Documents/old)");
+}
+
+}  // namespace
+}  // namespace Brimlo

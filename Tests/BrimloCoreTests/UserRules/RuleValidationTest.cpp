@@ -1,0 +1,244 @@
+#include "BrimloCore/UserRules/RuleValidation.h"
+
+#include "Support/TempHome.h"
+
+#include <functional>
+
+namespace Brimlo {
+namespace {
+
+using namespace std::string_literals;
+
+using Texts = std::vector<std::string>;
+
+const std::string kBadID = "The rule id may only contain letters, digits, '.', '_' and '-'.";
+const std::string kNoName = "Give the rule a name.";
+const std::string kNoSentence =
+    "Describe in a sentence what happens after deletion (what recreates it, or that it will be "
+    "gone).";
+const std::string kNotFull = ": use a full path starting with ~/ or /.";
+const std::string kParent = ": '..' is not allowed.";
+const std::string kTooBroad =
+    ": too broad. Point at a specific folder or file, not the whole disk or your home folder.";
+const std::string kMustBeReview =
+    "Rules that match everything inside Documents, Desktop, Downloads, Pictures, Movies or Music "
+    "must be rated Review.";
+const std::string kListsEverything =
+    " lists everything inside a personal folder. Treat this rule as Review and check the list "
+    "carefully.";
+const std::string kRemovesEverything =
+    "Contents-only on a personal folder removes everything inside it.";
+
+std::string inside(const std::string& path, const std::string& reason) {
+    return path + ": matches inside a location Brimlo never touches (" + reason + ").";
+}
+
+std::string never(const std::string& path, const std::string& reason) {
+    return path + ": Brimlo never deletes this location (" + reason + ").";
+}
+
+class RuleValidationTest : public Testing::TempHome {
+protected:
+    static CleanupRule goodRule() {
+        return {
+            .id = "custom.a",
+            .name = "A",
+            .risk = Risk::safe,
+            .paths = {"~/.cache/thing"},
+            .regenerates = "It comes back.",
+        };
+    }
+
+    static void expectVerdict(const CleanupRule& rule, const Texts& errors, const Texts& warnings) {
+        const RuleValidation verdict = UserRules::validate(rule);
+        EXPECT_EQ(verdict.errors, errors);
+        EXPECT_EQ(verdict.warnings, warnings);
+        EXPECT_EQ(verdict.isValid(), errors.empty());
+    }
+};
+
+TEST_F(RuleValidationTest, JudgesTheTextsOfARule) {
+    struct Case {
+        const char* name;
+        std::function<void(CleanupRule&)> change;
+        Texts errors;
+    };
+    const auto id = [](std::string text) { return [text](CleanupRule& rule) { rule.id = text; }; };
+    const auto name = [](std::string text) {
+        return [text](CleanupRule& rule) { rule.name = text; };
+    };
+    const auto regenerates = [](std::string text) {
+        return [text](CleanupRule& rule) { rule.regenerates = text; };
+    };
+    const std::string ninePairs = "e\u0301e\u0301e\u0301e\u0301e\u0301e\u0301e\u0301e\u0301e\u0301";
+    const Case cases[] = {
+        {"nothing changed",           [](CleanupRule&) {},                        {}                        },
+        {"all that an id may hold",   id("9A.z_-"),                               {}                        },
+        {"no id",                     id(""),                                     {kBadID}                  },
+        {"hyphen first",              id("-a"),                                   {kBadID}                  },
+        {"dot first",                 id(".a"),                                   {kBadID}                  },
+        {"underscore first",          id("_a"),                                   {kBadID}                  },
+        {"two dots",                  id("a..b"),                                 {kBadID}                  },
+        {"two dots last",             id("a.."),                                  {kBadID}                  },
+        {"slash",                     id("a/b"),                                  {kBadID}                  },
+        {"way out",                   id("../a"),                                 {kBadID}                  },
+        {"line end last",             id("a\n"),                                  {kBadID}                  },
+        {"line end inside",           id("a\nb"),                                 {kBadID}                  },
+        {"nul last",                  id("a\0"s),                                 {kBadID}                  },
+        {"nul inside",                id("a\0/b"s),                               {kBadID}                  },
+        {"space",                     id("a b"),                                  {kBadID}                  },
+        {"letter beyond ASCII",       id("caf\u00e9"),                            {kBadID}                  },
+        {"byte that is no text",      id("a\xff"),                                {kBadID}                  },
+        {"no name",                   name(""),                                   {kNoName}                 },
+        {"blank name",                name(" \t "),                               {kNoName}                 },
+        {"line ends are not trimmed", name("\n"),                                 {}                        },
+        {"ten characters",            regenerates("0123456789"),                  {}                        },
+        {"nine characters",           regenerates("012345678"),                   {kNoSentence}             },
+        {"nine and ten spaces",       regenerates("     012345678     "),         {kNoSentence}             },
+        {"nine of two code points",   regenerates(ninePairs),                     {kNoSentence}             },
+        {"ten with one of two",       regenerates(ninePairs + "."),               {}                        },
+        {"no path",                   [](CleanupRule& rule) { rule.paths = {}; }, {"Add at least one path."}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        CleanupRule rule = goodRule();
+        c.change(rule);
+        expectVerdict(rule, c.errors, {});
+    }
+}
+
+TEST_F(RuleValidationTest, JudgesEachPath) {
+    link("shortcut", at(".ssh"));
+    makeFolder(".ssh");
+    const std::string outside = "outside user-owned locations";
+    const std::string credentials = "holds credentials, settings or agent memory";
+    struct Case {
+        std::string path;
+        Texts errors;
+        Texts warnings;
+    };
+    const Case cases[] = {
+        {"~/.cache/thing/",        {},                                                             {}                                     },
+        {"  ~/.cache/thing\t",     {},                                                             {}                                     },
+        {"",                       {"A path is empty."},                                           {}                                     },
+        {" \t",                    {"A path is empty."},                                           {}                                     },
+        {"  foo ",                 {"foo" + kNotFull},                                             {}                                     },
+        {"*",                      {"*" + kNotFull},                                               {}                                     },
+        {"~/a/../b",               {"~/a/../b" + kParent},                                         {}                                     },
+        {"~/..",                   {"~/.." + kParent},                                             {}                                     },
+        {"/..",                    {"/.." + kParent},                                              {}                                     },
+        {"~/a/..",                 {"~/a/.." + kParent},                                           {}                                     },
+        {"~/a..b",                 {},                                                             {}                                     },
+        {"~/a/.../b",              {},                                                             {}                                     },
+        {"~",                      {"~" + kTooBroad},                                              {}                                     },
+        {"/",                      {"/" + kTooBroad},                                              {}                                     },
+        {"/*",                     {"/*" + kTooBroad},                                             {}                                     },
+        {"/U*",                    {"/U*" + kTooBroad},                                            {}                                     },
+        {"~/*",                    {"~/*" + kTooBroad},                                            {}                                     },
+        {"~/a*",                   {"~/a*" + kTooBroad},                                           {}                                     },
+        {"~/?/b",                  {"~/?/b" + kTooBroad},                                          {}                                     },
+        {"~/[a]",                  {"~/[a]" + kTooBroad},                                          {}                                     },
+        {"~*",                     {inside("~*", outside)},                                        {}                                     },
+        {home(),                   {home() + kTooBroad},                                           {}                                     },
+        {"~/",                     {never("~/", "protected location")},                            {}                                     },
+        {"//",                     {never("//", "protected location")},                            {}                                     },
+        {"~/.",                    {never("~/.", "protected location")},                           {}                                     },
+        {"/Users/*",               {inside("/Users/*", outside)},                                  {}                                     },
+        {"/etc/hosts",             {never("/etc/hosts", outside)},                                 {}                                     },
+        {"~other/x",               {never("~other/x", outside)},                                   {}                                     },
+        {"~other/*",               {inside("~other/*", outside)},                                  {}                                     },
+        {"/Volumes/*",             {inside("/Volumes/*", "whole volume")},                         {}                                     },
+        {"/Volumes/disk",          {never("/Volumes/disk", "whole volume")},                       {}                                     },
+        {"/Volumes/disk/*",        {},                                                             {}                                     },
+        {"~/.ssh",                 {never("~/.ssh", "protected location")},                        {}                                     },
+        {"~/.ssh/*",               {inside("~/.ssh/*", credentials)},                              {}                                     },
+        {"~/.SSH/*",               {inside("~/.SSH/*", credentials)},                              {}                                     },
+        {"~/shortcut/*",           {inside("~/shortcut/*", credentials)},                          {}                                     },
+        {"~/shortcut/key",         {never("~/shortcut/key", credentials)},                         {}                                     },
+        {"~/.aws/cli/cache/*",     {},                                                             {}                                     },
+        {"~/.aws/*",               {inside("~/.aws/*", credentials)},                              {}                                     },
+        {"~/.npmrc",               {never("~/.npmrc", "looks like a secret")},                     {}                                     },
+        {"~/.codex/auth.json",     {never("~/.codex/auth.json", "agent settings or credentials")}, {}                                     },
+        {"~/a\0b"s,                {never("~/a\0b"s, outside)},                                    {}                                     },
+        {"~/a\0/*"s,               {inside("~/a\0/*"s, outside)},                                  {}                                     },
+        {"~\0/a"s,                 {never("~\0/a"s, outside)},                                     {}                                     },
+        {"~/Documents",            {never("~/Documents", "protected location")},                   {}                                     },
+        {"~/Documents/",           {never("~/Documents/", "protected location")},                  {}                                     },
+        {"~/Documents/old",        {},                                                             {}                                     },
+        {"~/Library/Caches/foo/*", {},                                                             {}                                     },
+        {"~/Library/*",            {kMustBeReview},                                                {"~/Library/*" + kListsEverything}     },
+        {"~/library/*.x",          {kMustBeReview},                                                {"~/library/*.x" + kListsEverything}   },
+        {" ~/Public/[ab]",         {kMustBeReview},                                                {"~/Public/[ab]" + kListsEverything}   },
+        {"~/Documents/a?/b",       {kMustBeReview},                                                {"~/Documents/a?/b" + kListsEverything}},
+        {"~/Documents/old/*",      {},                                                             {}                                     },
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.path);
+        CleanupRule rule = goodRule();
+        rule.paths = {c.path};
+        expectVerdict(rule, c.errors, c.warnings);
+    }
+}
+
+TEST_F(RuleValidationTest, AsksForReviewWherePersonalFoldersAreSwept) {
+    struct Case {
+        Texts paths;
+        Risk risk;
+        bool contentsOnly;
+        Texts errors;
+        Texts warnings;
+    };
+    const std::string folder = never("~/Music", "protected location");
+    const std::string other = never("~/Desktop", "protected location");
+    const std::string stars = "~/Music/*" + kListsEverything;
+    const std::string mark = "~/Music/?" + kListsEverything;
+    const Case cases[] = {
+        {{"~/Music/*"},              Risk::review,  false, {},                      {stars}             },
+        {{"~/Music/*"},              Risk::rebuild, false, {kMustBeReview},         {stars}             },
+        {{"~/Music/*", "~/Music/*"}, Risk::safe,    false, {kMustBeReview},         {stars, stars}      },
+ // The contents of the folder itself are refused and warned of.
+        {{"~/Music"},                Risk::review,  true,  {folder},                {kRemovesEverything}},
+        {{"~/Music"},                Risk::safe,    true,  {folder, kMustBeReview}, {kRemovesEverything}},
+        {{"~/Music", "~/Desktop"},   Risk::review,  true,  {folder, other},         {kRemovesEverything}},
+        {{"~/Music/old"},            Risk::safe,    true,  {},                      {}                  },
+ // The second look passes over a star, and is at the path as it is written.
+        {{"~/Music/*"},              Risk::review,  true,  {},                      {stars}             },
+        {{"~/Music/?"},              Risk::review,  true,  {},                      {mark}              },
+        {{" ~/Music"},               Risk::safe,    true,  {folder},                {}                  },
+        {{"~/.cache/a", ""},         Risk::safe,    false, {"A path is empty."},    {}                  },
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::PrintToString(c.paths));
+        CleanupRule rule = goodRule();
+        rule.paths = c.paths;
+        rule.risk = c.risk;
+        rule.contentsOnly = c.contentsOnly;
+        expectVerdict(rule, c.errors, c.warnings);
+    }
+}
+
+TEST_F(RuleValidationTest, ListsAllFaultsInTheOrderOfTheirFinding) {
+    const CleanupRule rule{
+        .id = "a b",
+        .name = " ",
+        .risk = Risk::rebuild,
+        .paths = {"x", "~/Desktop/*", "~/a/../b", "~", "~/Pictures"},
+        .regenerates = "Soon.",
+        .contentsOnly = true,
+    };
+    const Texts errors{
+        kBadID,
+        kNoName,
+        kNoSentence,
+        "x" + kNotFull,
+        "~/a/../b" + kParent,
+        "~" + kTooBroad,
+        never("~/Pictures", "protected location"),
+        kMustBeReview,
+    };
+    const Texts warnings{"~/Desktop/*" + kListsEverything, kRemovesEverything};
+    expectVerdict(rule, errors, warnings);
+}
+
+}  // namespace
+}  // namespace Brimlo

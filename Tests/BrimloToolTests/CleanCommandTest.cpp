@@ -1,0 +1,146 @@
+#include "BrimloCore/Support/Text.h"
+#include "BrimloToolTests/ToolTest.h"
+
+#include <filesystem>
+
+#include <fcntl.h>
+#include <pty.h>
+#include <unistd.h>
+
+namespace Brimlo::Testing {
+
+namespace {
+
+class CleanCommandTest : public ToolTest {
+protected:
+    const std::string npm = at(".npm/_cacache");
+    const std::string chrome = at(".cache/google-chrome/Default/Cache");
+    const std::string modules = at("Projects/app/node_modules");
+
+    /// Two safe caches and a project with its dependencies, all long untouched.
+    void fill() const {
+        write(".npm/_cacache/content-v2/sha512/a", std::string(50'000, 'a'));
+        link(".npm/_cacache/latest", "content-v2/sha512/a");
+        write(".cache/google-chrome/Default/Cache/Cache_Data/f_000001", std::string(9'000, 'f'));
+        std::filesystem::permissions(chrome, std::filesystem::perms::owner_all);
+        write("Projects/app/package.json", "{}");
+        write("Projects/app/node_modules/left-pad/index.js", "module.exports = 1");
+        for (const std::string& folder : {npm, chrome, modules}) {
+            for (const auto& entry : std::filesystem::recursive_directory_iterator{folder}) {
+                age(entry.path().string(), 200);
+            }
+            age(folder, 200.5);
+        }
+        age(at("Projects/app/package.json"), 200);
+    }
+
+    [[nodiscard]] std::vector<std::vector<std::string>> describe() const {
+        return {describeTree(npm), describeTree(chrome), describeTree(modules)};
+    }
+
+    /// What a person at a terminal is left with after an answer.
+    [[nodiscard]] std::string converse(
+        const std::vector<std::string>& arguments, std::string_view reply) const {
+        int master = -1;
+        int terminal = -1;
+        EXPECT_EQ(openpty(&master, &terminal, nullptr, nullptr, nullptr), 0);
+        const Platform::Descriptor mine{master};
+        const Platform::Descriptor its{terminal};
+        EXPECT_EQ(::write(mine.number(), reply.data(), reply.size()), std::ssize(reply));
+        Outcome outcome = start(arguments, {.in = terminal, .out = -1, .err = terminal}).wait();
+        EXPECT_EQ(outcome.exitCode, 0);
+        return outcome.out;
+    }
+};
+
+/// The text of each element, or of this field of it.
+std::vector<std::string> texts(const Json::Value& list, std::string_view key = "") {
+    std::vector<std::string> result;
+    for (const Json::Value& element : list.as_array()) {
+        const Json::Value& text = key.empty() ? element : element.at(key);
+        result.emplace_back(std::string_view{text.as_string()});
+    }
+    return result;
+}
+
+TEST_F(CleanCommandTest, GoesTheWholeRoadAndBack) {
+    fill();
+    const auto before = describe();
+
+    EXPECT_THAT(
+        texts(answer({"suggest"}), "id"),
+        testing::UnorderedElementsAre("npm.cache", "browser.chrome", "artifact.node_modules"));
+
+    const Outcome dry = run({"clean", "--safe", "--dry-run"});
+    EXPECT_EQ(dry.exitCode, 0);
+    EXPECT_TRUE(dry.out.ends_with("2 items would go to the Trash. Nothing was moved.\n"));
+    EXPECT_EQ(describe(), before);
+    EXPECT_EQ(Json::compact(answer({"history"})), "[]");
+
+    const Json::Value report = answer({"clean", "--safe", "--yes"});
+    EXPECT_EQ(report.at("processed").as_int64(), 2);
+    EXPECT_EQ(report.at("movedToTrashBytes"), report.at("plan").at("totalBytes"));
+    EXPECT_THAT(texts(report.at("plan").at("items"), "path"), testing::ElementsAre(npm, chrome));
+    EXPECT_FALSE(exists(npm) || exists(chrome));
+    EXPECT_EQ(describeTree(modules), before[2]);
+
+    const Json::Value history = answer({"history"});
+    const auto ids = texts(report.at("journalIDs"));
+    EXPECT_THAT(texts(history, "id"), testing::UnorderedElementsAreArray(ids));
+    EXPECT_THAT(texts(history, "batchID"), testing::Each(texts(history, "batchID").front()));
+
+    EXPECT_EQ(answer({"undo", "--last"}).at("restored").as_array().size(), 2);
+    EXPECT_EQ(describe(), before);
+    EXPECT_EQ(answer({"history"}).at(0).at("undone").as_bool(), true);
+    EXPECT_THAT(describeTree(at(".local/share/Trash/info")), testing::SizeIs(1));
+}
+
+TEST_F(CleanCommandTest, TakesWhatWasChosen) {
+    struct Case {
+        std::vector<std::string> arguments;
+        std::vector<std::string> paths;
+    };
+    const Case cases[] = {
+        {{"--safe"},                                                 {npm, chrome}         },
+        {{"--preselected"},                                          {npm, modules, chrome}},
+        {{"--rule", "npm.cache", "--rule", "artifact.node_modules"}, {npm, modules}        },
+        {{"--rule", "rust.registry"},                                {}                    },
+        {{".npm/_cacache", "~/.npm/_cacache/content-v2", npm},       {npm}                 },
+    };
+    fill();
+    for (auto [arguments, paths] : cases) {
+        SCOPED_TRACE(testing::PrintToString(arguments));
+        arguments.insert(arguments.begin(), {"clean", "--dry-run"});
+        EXPECT_EQ(texts(answer(arguments).at("plan").at("items"), "path"), paths);
+    }
+}
+
+TEST_F(CleanCommandTest, ReportsWhatDidNotGoAndMovesTheRest) {
+    write("folder/inside");
+    link("link", "folder");
+    const Json::Value report =
+        answer({"clean", "--yes", "/", "/etc/passwd", "missing", "link/"}, 1);
+    EXPECT_EQ(
+        Json::compact(report.at("refused")),
+        R"(["/: protected location","/etc/passwd: outside user-owned locations"])");
+    EXPECT_EQ(
+        Json::compact(report.at("failures")), R"([")" + at("missing") + R"(: no longer exists"])");
+    EXPECT_EQ(report.at("processed").as_int64(), 1);
+    EXPECT_THAT(trashed(), testing::ElementsAre("link"));
+    EXPECT_TRUE(exists(at("folder/inside")));
+}
+
+TEST_F(CleanCommandTest, AsksAPersonAtATerminal) {
+    write("file");
+    EXPECT_TRUE(converse({"clean", "file"}, "n\n").ends_with("Nothing was moved.\n"));
+    EXPECT_TRUE(converse({"clean", "file"}, "\n").ends_with("Nothing was moved.\n"));
+    EXPECT_TRUE(exists(at("file")));
+    EXPECT_TRUE(converse({"clean", "file"}, "yes\n").contains("Moved 1 item to the Trash"));
+    EXPECT_THAT(trashed(), testing::ElementsAre("file"));
+    EXPECT_EQ(converse({"trash", "empty"}, "no\n"), "Nothing was deleted.\n");
+    EXPECT_THAT(trashed(), testing::ElementsAre("file"));
+}
+
+}  // namespace
+
+}  // namespace Brimlo::Testing

@@ -1,0 +1,199 @@
+#include "BrimloCore/Support/Text.h"
+#include "BrimloToolTests/ToolTest.h"
+
+#include <algorithm>
+#include <array>
+#include <csignal>
+#include <filesystem>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace Brimlo::Testing {
+
+namespace {
+
+class CommandLineTest : public ToolTest {
+protected:
+    /// Something for each command to tell of.
+    void fill() const {
+        write(".npm/_cacache/content-v2/a", std::string(50'000, 'a'));
+        write("gone", "gone");
+        EXPECT_EQ(run({"clean", at("gone"), "--yes"}).exitCode, 0);
+    }
+};
+
+/// Whether a terminal would take it as nothing but lines of text.
+bool isHarmless(std::string_view text) {
+    std::string lines{text};
+    std::ranges::replace(lines, '\n', ' ');
+    return Text::printable(lines) == lines;
+}
+
+TEST_F(CommandLineTest, TellsWrongUsageInOneSentence) {
+    struct Case {
+        std::vector<std::string> arguments;
+        std::string sentence;  ///< Empty where the words are the parsing library's.
+    };
+    const std::string any;
+    const std::string nobody = "Nobody can be asked here: say --yes to ";
+    const Case cases[] = {
+        {{},                                                  "A subcommand is required."                                  },
+        {{"foo"},                                             "\"foo\" is not understood; \"brimlo --help\" tells what is."},
+        {{"rules", "foo"},                                    "\"foo\" is not understood; \"brimlo --help\" tells what is."},
+        {{"trash"},                                           any                                                          },
+        {{"history", "--bogus"},                              any                                                          },
+        {{"size"},                                            any                                                          },
+        {{"safety"},                                          any                                                          },
+        {{"clean"},                                           any                                                          },
+        {{"clean", "--yes", "--safe", "--preselected"},       any                                                          },
+        {{"clean", "--yes", "--safe", "file"},                any                                                          },
+        {{"clean", "--yes", "--rule", "npm.cache", "file"},   any                                                          },
+        {{"clean", "--safe"},                                 nobody + "clean, or --dry-run to look."                      },
+        {{"clean", "file"},                                   nobody + "clean, or --dry-run to look."                      },
+        {{"clean", "file", "--json"},                         nobody + "clean, or --dry-run to look."                      },
+        {{"clean", "file", "", "--yes"},                      "An empty path names nothing."                               },
+        {{"clean", "--rule", "no", "--yes"},                  "No rule and no project pattern is called \"no\"."           },
+        {{"trash", "empty"},                                  nobody + "empty the Trash."                                  },
+        {{"trash", "empty", "--json"},                        nobody + "empty the Trash."                                  },
+        {{"trash", "purge", "--older-than", "-1"},
+         "--older-than: \"-1\" is no whole number, 0 or more."                                                             },
+        {{"undo"},                                            any                                                          },
+        {{"undo", "--last", "--batch", "A"},                  any                                                          },
+        {{"undo", "--last", "A"},                             any                                                          },
+        {{"suggest", "--persona", "nobody"},                  any                                                          },
+        {{"suggest", "--stale-days", "99999999999999999999"},
+         "--stale-days: \"99999999999999999999\" is no whole number, 0 or more."                                           },
+        {{"config", "foo"},                                   "There is no setting \"foo\"; \"brimlo config\" lists them." },
+        {{"config", "stale-days", "1", "2"},                  any                                                          },
+        {{"rules", "show", "no"},                             "No rule is called \"no\"."                                  },
+        {{"rules", "show", "\x1b[31m\n\xff"},                 "No rule is called \"\uFFFD[31m\uFFFD\uFFFD\"."              },
+    };
+    write("file");
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::PrintToString(c.arguments));
+        const Outcome outcome = run(c.arguments);
+        EXPECT_EQ(outcome.exitCode, 2);
+        EXPECT_EQ(outcome.out, "");
+        EXPECT_THAT(outcome.err, testing::MatchesRegex("brimlo: [^\n]+\\.\n"));
+        if (!c.sentence.empty()) {
+            EXPECT_EQ(outcome.err, "brimlo: " + c.sentence + "\n");
+        }
+    }
+    EXPECT_TRUE(exists(at("file")));
+}
+
+TEST_F(CommandLineTest, AnswersWithOneDocumentOfTheTypesFields) {
+    struct Case {
+        std::vector<std::string> arguments;
+        std::string shape;
+    };
+    const std::string plan = "plan{items[{path,size,ruleID,risk}],dropped[],totalBytes}}";
+    const std::string rule =
+        "{id,name,group,personas[],risk,paths[],regenerates,quitApps[],contentsOnly,excludes[],"
+        "catchAll,domain,confidence,sources[]";
+    const Case cases[] = {
+        {{"suggest"},
+         "[{id,name,group,personas[],risk,regenerates,officialCommand,runningApps[],"
+         "items[{path,size,idleDays}],preselectedPaths[],totalSize}]"                    },
+        {{"clean", "--safe", "--dry-run"},
+         "{movedToTrashBytes,freedNowBytes,failures[],refused[],notes[],journalIDs[],processed," +
+             plan                                                                        },
+        {{"size", ".npm"},                  "[{path,size}]"                              },
+        {{"safety", ".npm"},                "[{path,canonical,refusal}]"                 },
+        {{"history"},
+         "[{id,date,originalPath,trashPath,size,undone,purgedFromTrash,trashID,batchID}]"},
+        {{"trash", "size"},                 "{bytes}"                                    },
+        {{"trash", "purge"},                "{bytes}"                                    },
+        {{"config"},
+         "{autoCleanEnabled,freeSpaceThresholdGB,staleDays,trashRetentionDays,"
+         "autoCleanIncludesCustomRules,cliInstallOffered}"                               },
+        {{"config", "stale-days"},          "{staleDays}"                                },
+        {{"rules", "disable", "npm.cache"}, "{id,enabled}"                               },
+        {{"rules", "enable", "npm.cache"},  "{id,enabled}"                               },
+        {{"undo", "--last"},                "{restored[],failures[]}"                    },
+        {{"trash", "empty", "--yes"},       "{bytes}"                                    },
+    };
+    fill();
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::PrintToString(c.arguments));
+        EXPECT_EQ(shape(answer(c.arguments)), c.shape);
+        const Outcome plain = run(c.arguments);
+        EXPECT_TRUE(isHarmless(plain.out)) << plain.out;
+        EXPECT_FALSE(Json::parse(plain.out) && c.arguments.size() == 1) << plain.out;
+    }
+    EXPECT_TRUE(shape(answer({"rules", "list"})).starts_with("{rules[{id,name,group,personas[],"));
+    EXPECT_TRUE(shape(answer({"rules", "show", "npm.cache"})).starts_with("{id,name,group,"));
+}
+
+TEST_F(CommandLineTest, MakesHostileTextHarmless) {
+    const std::string name = "a\nb\x1b[31mc\u009bd";
+    const std::string broken = "e\xff\x1b]0;title\x07";
+    const std::string rules = R"({"pack": "p", "version": 1, "rules": [{"id": "custom.x",
+        "name": "n\u001b[2J", "group": "g\u0007\n", "personas": ["general"], "risk": "safe",
+        "paths": ["~/cache\u001b/x"], "regenerates": "It is\u001b[1m fetched again by the app.",
+        "officialCommand": "c\u001b"}, {"id": "\u001b[0m"}, {"id": "custom.\u001b[0m", "name": "",
+        "group": "", "personas": [], "risk": "safe", "paths": ["\u001b"], "regenerates": ""}]})";
+    write("cache\x1b/x");
+    write(support("Rules/hostile.json"), rules);
+    const std::vector<std::string> commands[] = {
+        {"size",                         name, broken, "no\x1b"},
+        {"safety",                        name, broken},
+        {"suggest"                             },
+        {"rules",   "list"},
+        {"rules",                              "show", "custom.x"},
+        {"rules", "preview", support("Rules/hostile.json")},
+        {"rules",                      "validate", support("Rules/hostile.json")},
+        {"rules",                        "validate", "no\x1b"},
+        {"clean",                    "--safe", name, "--dry-run"},
+        {"clean",                        name, broken, "--dry-run"},
+        {"clean", name, broken, "--yes"},
+        {"history"                       },
+        {"undo", "--last"},
+        {"config",                        "\x1b"},
+        {"undo",                      "\x1b"},
+        {"\x1b\n"                       },
+    };
+    for (const auto& command : commands) {
+        SCOPED_TRACE(testing::PrintToString(command));
+        write(name);
+        write(broken);
+        const Outcome plain = run(command);
+        EXPECT_TRUE(isHarmless(plain.out)) << plain.out;
+        EXPECT_TRUE(isHarmless(plain.err)) << plain.err;
+        std::vector<std::string> asJson = command;
+        asJson.emplace_back("--json");
+        const Outcome json = run(asJson);
+        EXPECT_TRUE(json.out.empty() || Json::parse(json.out)) << json.out;
+        EXPECT_EQ(std::ranges::count(json.out, '\n'), json.out.empty() ? 0 : 1);
+        EXPECT_TRUE(isHarmless(json.err)) << json.err;
+    }
+}
+
+TEST_F(CommandLineTest, FailsWhenItsAnswerIsLost) {
+    const Platform::Descriptor full{open("/dev/full", O_WRONLY | O_CLOEXEC)};
+    if (!full) {
+        GTEST_SKIP() << "there is no /dev/full";
+    }
+    const Outcome outcome = start({"config"}, {.out = full.number()}).wait();
+    EXPECT_EQ(outcome, (Outcome{1, "", "brimlo: The answer could not be written.\n"}));
+}
+
+TEST_F(CommandLineTest, FinishesAnUndoThatNobodyReads) {
+    // More than what the library holds back before it writes.
+    std::vector<std::string> arguments{"clean", "--yes"};
+    for (int i = 0; i < 25; ++i) {
+        arguments.push_back(write(std::string(200, 'n') + std::to_string(i)));
+    }
+    ASSERT_EQ(run(arguments).exitCode, 0);
+    std::array<int, 2> ends{};
+    ASSERT_EQ(pipe2(ends.data(), O_CLOEXEC), 0);
+    close(ends[0]);
+    const Platform::Descriptor writing{ends[1]};
+    EXPECT_EQ(start({"undo", "--last"}, {.out = writing.number()}).wait().exitCode, 1);
+    EXPECT_THAT(trashed(), testing::IsEmpty());
+}
+
+}  // namespace
+
+}  // namespace Brimlo::Testing

@@ -1,0 +1,72 @@
+#include "BrimloToolTests/ToolTest.h"
+
+#include <string>
+
+#include <fcntl.h>
+#include <sys/file.h>
+
+namespace Brimlo::Testing {
+
+namespace {
+
+class InterruptTest : public ToolTest {
+protected:
+    /// Keeps the journal from the tool, as another process at work does.
+    [[nodiscard]] Platform::Descriptor holdJournal() const {
+        const std::string path = write(support("journal.json.lock"), "");
+        Platform::Descriptor lock{open(path.c_str(), O_RDWR | O_CLOEXEC)};
+        EXPECT_EQ(flock(lock.number(), LOCK_EX), 0);
+        return lock;
+    }
+};
+
+TEST_F(InterruptTest, EndsALookAtOnce) {
+    // Each rule of these walks the same folders anew, which keeps the tool busy for seconds.
+    for (int i = 0; i < 200; ++i) {
+        makeFolder("Wide/" + std::to_string(i) + "/deep/deeper");
+    }
+    std::string rules;
+    for (int i = 0; i < 1'000; ++i) {
+        rules += std::string(i == 0 ? "" : ",") + R"({"id": "custom.r)" + std::to_string(i) +
+                 R"(", "name": "n", "group": "g", "personas": ["general"], "risk": "safe",
+                 "paths": ["~/Wide/*/*/*/none"], "regenerates": "The app makes it again."})";
+    }
+    write(support("Rules/many.json"), R"({"pack":"p","version":1,"rules":[)" + rules + "]}");
+    for (const std::string option : {"--no-artifacts", "--json"}) {
+        Running running = start({"suggest", option}, {});
+        ASSERT_TRUE(comesTrue([&] { return running.isReady(); }));
+        running.interrupt();
+        EXPECT_EQ(running.wait(), (Outcome{130, "", "\n"}));
+    }
+}
+
+TEST_F(InterruptTest, EndsAWaitForTheJournal) {
+    const auto lock = holdJournal();
+    Running running = start({"history", "--json"}, {});
+    ASSERT_TRUE(comesTrue([&] { return running.isReady(); }));
+    running.interrupt();
+    EXPECT_EQ(running.wait(), (Outcome{130, "", "\n"}));
+}
+
+TEST_F(InterruptTest, FinishesACleanThatHasBegun) {
+    write("one");
+    write("two");
+    auto lock = holdJournal();
+    Running running = start({"clean", "one", "two", "--yes", "--json"}, {});
+    // Its note in the Trash is there before the journal is asked for.
+    ASSERT_TRUE(comesTrue([&] { return exists(at(".local/share/Trash/info/one.trashinfo")); }));
+    running.interrupt();
+    EXPECT_TRUE(comesTrue([&] { return running.errSoFar().contains("finished first"); }));
+    lock = {};
+    const Outcome outcome = running.wait();
+    EXPECT_EQ(outcome.exitCode, 130);
+    const auto report = Json::parse(outcome.out);
+    ASSERT_TRUE(report) << outcome.out;
+    EXPECT_EQ(report->at("processed").as_int64(), 2);
+    EXPECT_THAT(trashed(), testing::ElementsAre("one", "two"));
+    EXPECT_EQ(answer({"history"}).as_array().size(), 2);
+}
+
+}  // namespace
+
+}  // namespace Brimlo::Testing

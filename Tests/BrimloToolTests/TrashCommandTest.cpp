@@ -1,0 +1,61 @@
+#include "BrimloToolTests/ToolTest.h"
+
+#include <regex>
+
+namespace Brimlo::Testing {
+
+namespace {
+
+class TrashCommandTest : public ToolTest {
+protected:
+    /// Makes all entries of the journal old.
+    void ageJournal() const {
+        const std::string text = contentOf(at(support("journal.json")));
+        const std::regex date{R"("date":"[^"]+")"};
+        write(
+            support("journal.json"),
+            std::regex_replace(text, date, R"("date":"2024-01-02T03:04:05Z")"));
+    }
+
+    [[nodiscard]] static std::int64_t bytes(const std::vector<std::string>& arguments) {
+        return answer(arguments).at("bytes").as_int64();
+    }
+};
+
+TEST_F(TrashCommandTest, PurgesOnlyWhatIsOldAndItsOwn) {
+    write("old", std::string(9'000, 'o'));
+    write(".local/share/Trash/files/foreign");
+    write(".local/share/Trash/info/foreign.trashinfo");
+    ASSERT_EQ(run({"clean", "old", "--yes"}).exitCode, 0);
+    EXPECT_EQ(bytes({"trash", "purge"}), 0);
+    EXPECT_THAT(trashed(), testing::ElementsAre("foreign", "old"));
+
+    ageJournal();
+    const std::int64_t size = answer({"history"}).at(0).at("size").as_int64();
+    EXPECT_EQ(bytes({"trash", "purge", "--older-than", "99999"}), 0);
+    EXPECT_EQ(bytes({"trash", "purge", "--dry-run"}), size);
+    EXPECT_THAT(trashed(), testing::ElementsAre("foreign", "old"));
+    EXPECT_EQ(bytes({"trash", "purge"}), size);
+    EXPECT_THAT(trashed(), testing::ElementsAre("foreign"));
+    EXPECT_FALSE(exists(at(".local/share/Trash/info/old.trashinfo")));
+    EXPECT_EQ(bytes({"trash", "purge"}), 0);
+    EXPECT_EQ(answer({"history"}).at(0).at("purgedFromTrash").as_bool(), true);
+    EXPECT_EQ(run({"undo", "--last"}).exitCode, 1);
+}
+
+TEST_F(TrashCommandTest, MeasuresAndEmptiesAll) {
+    EXPECT_EQ(bytes({"trash", "size"}), 0);
+    EXPECT_EQ(bytes({"trash", "empty", "--yes"}), 0);
+    write("own/file", std::string(9'000, 'o'));
+    write(".local/share/Trash/files/foreign", std::string(9'000, 'f'));
+    ASSERT_EQ(run({"clean", "own", "--yes"}).exitCode, 0);
+    const std::int64_t size = bytes({"trash", "size"});
+    EXPECT_GE(size, 18'000);
+    EXPECT_EQ(bytes({"trash", "empty", "--yes"}), size);
+    EXPECT_THAT(trashed(), testing::IsEmpty());
+    EXPECT_EQ(bytes({"trash", "size"}), 0);
+}
+
+}  // namespace
+
+}  // namespace Brimlo::Testing

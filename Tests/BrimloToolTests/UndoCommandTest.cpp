@@ -1,0 +1,94 @@
+#include "BrimloToolTests/ToolTest.h"
+
+namespace Brimlo::Testing {
+
+namespace {
+
+class UndoCommandTest : public ToolTest {
+protected:
+    /// Cleans an item, and returns its entry.
+    [[nodiscard]] Json::Value clean(const std::string& name) const {
+        write(name);
+        EXPECT_EQ(run({"clean", name, "--yes"}).exitCode, 0);
+        const Json::Value history = answer({"history"});
+        for (const Json::Value& entry : history.as_array()) {
+            if (entry.at("originalPath").as_string() == at(name)) {
+                return entry;
+            }
+        }
+        return {};
+    }
+
+    static std::string text(const Json::Value& entry, const char* key) {
+        return std::string{std::string_view{entry.at(key).as_string()}};
+    }
+};
+
+TEST_F(UndoCommandTest, RestoresWhatIsNamed) {
+    const std::string first = text(clean("first"), "id");
+    const std::string second = text(clean("second"), "batchID");
+    static_cast<void>(clean("third"));
+    EXPECT_EQ(run({"undo", first.substr(0, 12)}).exitCode, 0);
+    EXPECT_EQ(run({"undo", "--batch", second}).exitCode, 0);
+    EXPECT_EQ(run({"undo", "--last"}), (Outcome{0, "restored  ~/third\nRestored 1 item.\n", ""}));
+    EXPECT_THAT(trashed(), testing::IsEmpty());
+    for (const std::string name : {"first", "second", "third"}) {
+        EXPECT_EQ(contentOf(at(name)), "content");
+    }
+    const Outcome nothing{1, "", "brimlo: Nothing is left that could be put back.\n"};
+    EXPECT_EQ(run({"undo", "--last"}), nothing);
+}
+
+TEST_F(UndoCommandTest, RefusesIdsThatMeanNothingOrTooMuch) {
+    const auto entry = [](const std::string& id) {
+        return R"({"id":")" + id +
+               R"(-0F3B-4A55-8E4E-0C5C4F0B7A11","date":"2024-01-02T03:04:05Z",)" +
+               R"("originalPath":"/tmp/none/x","trashPath":"/tmp/none/Trash/x","size":4096,)" +
+               R"("undone":false,"purgedFromTrash":false})";
+    };
+    const std::string journal =
+        "[" + entry("ABCD0001") + "," + entry("ABCD0002") + "," + entry("00000003") + "]";
+    write(support("journal.json"), journal);
+    struct Case {
+        std::vector<std::string> arguments;
+        std::string sentence;
+    };
+    const Case cases[] = {
+        {{"undo", "ffff"},             "No entry of the journal has the id \"ffff\"."          },
+        {{"undo", ""},                 "No entry of the journal has the id \"\"."              },
+        {{"undo", "abcd"},
+         "More than one entry of the journal has an id that begins with \"abcd\"."             },
+        {{"undo", "00000003", "abcd"},
+         "More than one entry of the journal has an id that begins with \"abcd\"."             },
+        {{"undo", "--batch", "ffff"},  "No clean has the id \"ffff\"."                         },
+        {{"undo", "--batch", ""},      "No clean has the id \"\"."                             },
+        {{"undo", "--batch", "AB"},    "More than one clean has an id that begins with \"AB\"."},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::PrintToString(c.arguments));
+        EXPECT_EQ(run(c.arguments), (Outcome{1, "", "brimlo: " + c.sentence + "\n"}));
+    }
+    const Json::Value lost = answer({"undo", "abcd0002"}, 1);
+    EXPECT_EQ(
+        Json::compact(lost),
+        R"({"restored":[],"failures":["/tmp/none/x: Nothing left to restore from"]})");
+    EXPECT_EQ(contentOf(at(support("journal.json"))), journal);
+}
+
+TEST_F(UndoCommandTest, OverwritesNothing) {
+    static_cast<void>(clean("file"));
+    write("file", "new");
+    const Json::Value blocked = answer({"undo", "--last"}, 1);
+    EXPECT_EQ(
+        Json::compact(blocked.at("failures")),
+        "[\"" + at("file") + ": Something already exists at " + at("file") + "\"]");
+    EXPECT_EQ(contentOf(at("file")), "new");
+    EXPECT_EQ(contentOf(at(".local/share/Trash/files/file")), "content");
+    std::remove(at("file").c_str());
+    EXPECT_EQ(run({"undo", "--last"}).exitCode, 0);
+    EXPECT_EQ(contentOf(at("file")), "content");
+}
+
+}  // namespace
+
+}  // namespace Brimlo::Testing
