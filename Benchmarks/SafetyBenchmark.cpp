@@ -1,0 +1,35 @@
+#include "Benchmarks/BenchmarkHome.h"
+#include "BrimloCore/Support/Safety.h"
+
+#include <benchmark/benchmark.h>
+
+#include <string>
+
+// What one question to the gate costs, by how far it has to look.
+
+namespace Brimlo::Benchmarks {
+
+namespace {
+
+void refusal(benchmark::State& state, const char* below) {
+    const std::string path = BenchmarkHome::tree() + below;
+    for ([[maybe_unused]] auto iteration : state) {
+        benchmark::DoNotOptimize(Safety::refusal(path));
+    }
+}
+
+void check(benchmark::State& state) {
+    const std::string path = BenchmarkHome::tree() + "/Projects/first/project-1/node_modules";
+    for ([[maybe_unused]] auto iteration : state) {
+        benchmark::DoNotOptimize(Safety::check(path));
+    }
+}
+
+BENCHMARK_CAPTURE(refusal, allowed, "/Projects/first/project-1/node_modules")
+    ->Name("Safety/RefusalAllowed");
+BENCHMARK_CAPTURE(refusal, refused, "/.ssh/id_ed25519")->Name("Safety/RefusalRefused");
+BENCHMARK(check)->Name("Safety/Check");
+
+}  // namespace
+
+}  // namespace Brimlo::Benchmarks
