@@ -1,4 +1,5 @@
 #include "BrimloCore/Cleaner/Cleaner.h"
+#include "BrimloCore/Platform/FileIdentity.h"
 #include "BrimloCore/Support/HistoryBatch.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
@@ -40,14 +41,21 @@ std::expected<T, std::string> find(
     return *found;
 }
 
+/// Whether the item can still be put back. The journal alone does not know what became of an item
+/// that the desktop restored, or that an undo moved back just before it was killed.
+bool isInTrash(const JournalEntry& entry) {
+    return entry.isRestorable() && Platform::FileIdentity::of(*entry.trashPath);
+}
+
 /// The batch that the arguments mean, or why there is none.
 std::expected<HistoryBatch, std::string> meantBatch(
     const std::vector<HistoryBatch>& batches, const Arguments& arguments) {
     if (!arguments.last) {
         return find(batches, arguments.batch, "clean");
     }
-    const auto found = std::ranges::find_if(
-        batches, [](const HistoryBatch& batch) { return batch.restorableCount() > 0; });
+    const auto found = std::ranges::find_if(batches, [](const HistoryBatch& batch) {
+        return std::ranges::any_of(batch.items, isInTrash);
+    });
     if (found == batches.end()) {
         return std::unexpected("Nothing is left that could be put back.");
     }
@@ -72,7 +80,7 @@ std::expected<std::vector<JournalEntry>, std::string> meant(
     if (!batch) {
         return std::unexpected(batch.error());
     }
-    std::ranges::copy_if(batch->items, std::back_inserter(result), &JournalEntry::isRestorable);
+    std::ranges::copy_if(batch->items, std::back_inserter(result), isInTrash);
     return result;
 }
 
