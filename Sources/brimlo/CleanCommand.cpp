@@ -57,6 +57,7 @@ std::vector<CleanItem> suggestedItems(const Arguments& arguments) {
 /// The paths that a person typed, measured. What is shown for review is what will be judged.
 std::vector<CleanItem> typedItems(const std::vector<std::string>& paths) {
     std::vector<SuggestionItem> items;
+    items.reserve(paths.size());
     for (const std::string& path : paths) {
         items.push_back({.path = Safety::canonical(StoragePaths::expandTilde(path))});
     }

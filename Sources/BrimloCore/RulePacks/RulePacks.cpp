@@ -14,12 +14,12 @@ namespace {
 /// Moves the good elements to `target` and notes the bad ones by their position.
 template <typename T>
 void collect(
-    std::optional<std::vector<Lossy<T>>> elements,
+    std::optional<std::vector<Lossy<T>>>&& elements,
     const std::string& prefix,
     std::vector<T>& target,
     std::vector<std::string>& issues) {
     std::size_t position = 0;
-    for (Lossy<T>& element : elements.value_or(std::vector<Lossy<T>>{})) {
+    for (Lossy<T>& element : std::move(elements).value_or(std::vector<Lossy<T>>{})) {
         if (element.value) {
             target.push_back(*std::move(element.value));
         } else {

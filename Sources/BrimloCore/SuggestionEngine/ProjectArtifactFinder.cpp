@@ -216,7 +216,7 @@ std::optional<std::string> gitDirectory(const std::string& folder) {
     const std::string home = StoragePaths::home();
     std::string current = folder;
     for (int level = 0; level < kMostLevels; ++level) {
-        const std::string git = current + "/.git";
+        std::string git = current + "/.git";
         struct stat status {};
         if (stat(git.c_str(), &status) == 0) {
             if (S_ISDIR(status.st_mode)) {

@@ -250,8 +250,8 @@ void timed(std::string_view label, const std::function<void()>& body) {
     using Clock = std::chrono::steady_clock;
     const Clock::time_point start = Clock::now();
     body();
-    if (std::getenv("BRIMLO_TIMING") !=
-        nullptr) {  // NOLINT(concurrency-mt-unsafe): set at start only
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): set at start only
+    if (std::getenv("BRIMLO_TIMING") != nullptr) {
         const std::chrono::duration<double> elapsed = Clock::now() - start;
         const std::string text{label};
         std::fprintf(stderr, "  [timing] %s: %.2fs\n", text.c_str(), elapsed.count());

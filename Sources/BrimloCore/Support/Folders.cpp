@@ -50,6 +50,7 @@ std::expected<std::vector<std::string>, Error> names(const std::string& path) {
     }
     std::vector<std::string> names;
     errno = 0;
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): no other thread has this folder
     while (const dirent* entry = readdir(folder.get())) {
         const std::string_view name = entry->d_name;
         if (name != "." && name != "..") {

@@ -24,6 +24,7 @@ std::vector<std::string> expand(std::string_view pattern) {
     }
     std::vector<std::string> paths;
     glob_t found{};
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): it shares only the environment, which is set at start
     if (glob(expanded.c_str(), GLOB_NOSORT, nullptr, &found) == 0) {
         paths.assign(found.gl_pathv, found.gl_pathv + found.gl_pathc);
     }

@@ -6,12 +6,12 @@
 
 #include <algorithm>
 #include <array>
+#include <climits>
 #include <cstddef>
 #include <string>
 #include <unordered_set>
 #include <vector>
 
-#include <limits.h>
 #include <sys/stat.h>
 #include <unistd.h>
 

@@ -53,7 +53,8 @@ icu::UnicodeString decompose(const icu::UnicodeString& text) {
 /// The code point at `index`, which moves behind it; negative for ill-formed bytes.
 UChar32 nextCodePoint(std::string_view text, std::int32_t& index) {
     UChar32 codePoint = 0;
-    U8_NEXT(text.data(), index, static_cast<std::int32_t>(text.size()), codePoint);
+    const auto length = static_cast<std::int32_t>(text.size());
+    U8_NEXT(text.data(), index, length, codePoint);  // NOLINT: the library's macro
     return codePoint;
 }
 #pragma GCC diagnostic pop

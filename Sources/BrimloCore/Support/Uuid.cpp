@@ -21,7 +21,7 @@ bool isHyphenPlace(std::size_t position) {
 Uuid Uuid::random() {
     const boost::uuids::uuid made = boost::uuids::random_generator_pure{}();
     Uuid id;
-    std::copy(made.begin(), made.end(), id.bytes.begin());
+    std::ranges::copy(made, id.bytes.begin());
     return id;
 }
 
@@ -32,8 +32,11 @@ std::optional<Uuid> Uuid::parse(std::string_view text) {
     Uuid id;
     std::size_t position = 0;
     for (std::uint8_t& byte : id.bytes) {
-        if (isHyphenPlace(position) && text[position++] != '-') {
-            return std::nullopt;
+        if (isHyphenPlace(position)) {
+            if (text[position] != '-') {
+                return std::nullopt;
+            }
+            ++position;
         }
         const char* digits = text.data() + position;
         if (std::from_chars(digits, digits + 2, byte, 16).ptr != digits + 2) {

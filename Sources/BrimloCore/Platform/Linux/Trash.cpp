@@ -106,6 +106,10 @@ struct TrashMove::State {
     std::optional<std::string> destination;
     bool keepsNote = false;
 
+    State() = default;
+    State(const State&) = delete;
+    State& operator=(const State&) = delete;
+
     [[nodiscard]] std::string noteName() const { return trashName + std::string{kTrashInfoSuffix}; }
 
     ~State() {
