@@ -3,7 +3,6 @@
 
 #include <filesystem>
 
-#include <fcntl.h>
 #include <pty.h>
 #include <unistd.h>
 
@@ -104,7 +103,6 @@ TEST_F(CleanCommandTest, TakesWhatWasChosen) {
         {{"--safe"},                                                 {npm, chrome}         },
         {{"--preselected"},                                          {npm, modules, chrome}},
         {{"--rule", "npm.cache", "--rule", "artifact.node_modules"}, {npm, modules}        },
-        {{"--rule", "rust.registry"},                                {}                    },
         {{".npm/_cacache", "~/.npm/_cacache/content-v2", npm},       {npm}                 },
     };
     fill();

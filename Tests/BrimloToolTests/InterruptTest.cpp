@@ -40,14 +40,6 @@ TEST_F(InterruptTest, EndsALookAtOnce) {
     }
 }
 
-TEST_F(InterruptTest, EndsAWaitForTheJournal) {
-    const auto lock = holdJournal();
-    Running running = start({"history", "--json"}, {});
-    ASSERT_TRUE(comesTrue([&] { return running.isReady(); }));
-    running.interrupt();
-    EXPECT_EQ(running.wait(), (Outcome{130, "", "\n"}));
-}
-
 TEST_F(InterruptTest, FinishesACleanThatHasBegun) {
     write("one");
     write("two");

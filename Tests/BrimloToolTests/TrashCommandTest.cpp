@@ -43,19 +43,6 @@ TEST_F(TrashCommandTest, PurgesOnlyWhatIsOldAndItsOwn) {
     EXPECT_EQ(run({"undo", "--last"}).exitCode, 1);
 }
 
-TEST_F(TrashCommandTest, MeasuresAndEmptiesAll) {
-    EXPECT_EQ(bytes({"trash", "size"}), 0);
-    EXPECT_EQ(bytes({"trash", "empty", "--yes"}), 0);
-    write("own/file", std::string(9'000, 'o'));
-    write(".local/share/Trash/files/foreign", std::string(9'000, 'f'));
-    ASSERT_EQ(run({"clean", "own", "--yes"}).exitCode, 0);
-    const std::int64_t size = bytes({"trash", "size"});
-    EXPECT_GE(size, 18'000);
-    EXPECT_EQ(bytes({"trash", "empty", "--yes"}), size);
-    EXPECT_THAT(trashed(), testing::IsEmpty());
-    EXPECT_EQ(bytes({"trash", "size"}), 0);
-}
-
 }  // namespace
 
 }  // namespace Brimlo::Testing

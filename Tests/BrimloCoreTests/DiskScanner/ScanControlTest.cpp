@@ -1,7 +1,5 @@
 #include "BrimloCore/DiskScanner/ScanControl.h"
 
-#include "BrimloCore/DiskScanner/ScanOptions.h"
-
 #include <gtest/gtest.h>
 
 #include <thread>
@@ -59,15 +57,6 @@ TEST(ScanControlTest, ShowsOneConsistentReading) {
     EXPECT_EQ(
         control.progress(), (Progress{kThreads * kRecords, kThreads * kRecords * 512, "/folder"}));
     EXPECT_EQ(control.inaccessible().size(), kThreads * kRecords / 100);
-}
-
-TEST(ScanOptionsTest, StartWithTheirDefaults) {
-    const ScanOptions options{
-        .keepThreshold = 1'048'576,
-        .alwaysKeepBelowCount = 40,
-        .crossDevices = false,
-        .parallelDepth = 3};
-    EXPECT_EQ(ScanOptions{}, options);
 }
 
 }  // namespace

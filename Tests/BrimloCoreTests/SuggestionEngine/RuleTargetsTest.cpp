@@ -55,87 +55,39 @@ TEST_F(RuleTargetsTest, AreWhatThePathsNameNow) {
     };
     const auto kHuge = std::numeric_limits<std::int64_t>::max();
     const Case cases[] = {
-        {"no path",                            {},                                                         {}                             },
-        {"a missing file",                     {.paths = {"~/missing", "~/missing/*"}},                    {}                             },
-        {"the home folder",                    {.paths = {"~"}},                                           {}                             },
-        {"the home folder's contents",         {.paths = {"~"}, .contentsOnly = true},                     {}                             },
-        {"a protected folder",                 {.paths = {"~/Documents", "~/Library"}},                    {}                             },
-        {"what holds keys",                    {.paths = {"~/.ssh/*", "~/.ssh/key"}},                      {}                             },
-        {"keys by another way",                {.paths = {"~/toKeys/*", "~/toKeys/key"}},                  {}                             },
-        {"a link to keys is no key",           {.paths = {"~/toKeys"}},                                    {{"toKeys", 9}}                },
-        {"outside the home",                   {.paths = {"/etc/hosts", "/etc/*"}, .contentsOnly = true},  {}                             },
-        {"nul",                                {.paths = {"~/cache\0/x"s, "~/cache/\0*"s}},                {}                             },
-        {"someone's home",                     {.paths = {"~root/cache"}},                                 {}                             },
+        {"the home folder",                  {.paths = {"~"}},                                          {}                         },
+        {"a protected folder",               {.paths = {"~/Documents", "~/Library"}},                   {}                         },
+        {"what holds keys",                  {.paths = {"~/.ssh/*", "~/.ssh/key"}},                     {}                         },
+        {"keys by another way",              {.paths = {"~/toKeys/*", "~/toKeys/key"}},                 {}                         },
+        {"a link to keys is no key",         {.paths = {"~/toKeys"}},                                   {{"toKeys", 9}}            },
+        {"outside the home",                 {.paths = {"/etc/hosts", "/etc/*"}, .contentsOnly = true}, {}                         },
         {"a star matches no hidden names",
          {.paths = {"~/Downloads/*"}},
-         {{"Downloads/a b[1].txt", 2}, {"Downloads/old.dmg", 31}, {"Downloads/young.dmg", 29}}                                            },
-        {"a dot does",                         {.paths = {"~/Downloads/.h*"}},                             {{"Downloads/.hidden.dmg", 90}}},
-        {"a bracket opens a set",              {.paths = {"~/Downloads/a b[1].txt"}},                      {}                             },
+         {{"Downloads/a b[1].txt", 2}, {"Downloads/old.dmg", 31}, {"Downloads/young.dmg", 29}}                                     },
         {"and an escape closes it",
          {.paths = {"~/Downloads/a b\\[1].txt"}},
-         {{"Downloads/a b[1].txt", 2}}                                                                                                    },
-        {"a double star is a star",            {.paths = {"~/**/deep"}},                                   {}                             },
-        {"two stars",                          {.paths = {"~/ca*/*/deep"}},                                {{"cache/inner/deep", 4}}      },
-        {"age",                                {.paths = {"~/Downloads/*.dmg"}, .minAgeDays = 30},         {{"Downloads/old.dmg", 31}}    },
-        {"age of a folder",                    {.paths = {"~/cache/inner"}, .minAgeDays = 5},              {{"cache/inner", 5}}           },
-        {"age of the link",                    {.paths = {"~/dangling"}, .minAgeDays = 8},                 {}                             },
+         {{"Downloads/a b[1].txt", 2}}                                                                                             },
+        {"age",                              {.paths = {"~/Downloads/*.dmg"}, .minAgeDays = 30},        {{"Downloads/old.dmg", 31}}},
+        {"age of the link",                  {.paths = {"~/dangling"}, .minAgeDays = 8},                {}                         },
         {"a dangling link",
          {.paths = {"~/dangling", "~/dang*"}},
-         {{"dangling", 7}, {"dangling", 7}}                                                                                               },
-        {"the future",                         {.paths = {"~/tomorrow"}},                                  {{"tomorrow", 0}}              },
-        {"the future is too young",            {.paths = {"~/tomorrow"}, .minAgeDays = 0},                 {}                             },
-        {"a negative age admits it",
-         {.paths = {"~/tomorrow"}, .minAgeDays = -2},
-         {{"tomorrow", 0}}                                                                                                                },
-        {"so does the most negative",
-         {.paths = {"~/tomorrow"}, .minAgeDays = -kHuge - 1},
-         {{"tomorrow", 0}}                                                                                                                },
-        {"nothing is so old",                  {.paths = {"~/ancient"}, .minAgeDays = kHuge},              {}                             },
-        {"nor that",                           {.paths = {"~/ancient"}, .minAgeDays = kHuge / 86'400 + 1}, {}                             },
-        {"before 1970",                        {.paths = {"~/ancient"}, .minAgeDays = 30'000},             {{"ancient", 30'000}}          },
-        {"excludes need contents",
-         {.paths = {"~/cache/.hidden"}, .excludes = {"*"}},
-         {{"cache/.hidden", 2}}                                                                                                           },
-        {"contents",
-         {.paths = {"~/cache"}, .contentsOnly = true},
-         {{"cache/.hidden", 2},
-          {"cache/com.apple.Safari", 1},
-          {"cache/inner", 5},
-          {"cache/x.plist", 3}}                                                                                                           },
+         {{"dangling", 7}, {"dangling", 7}}                                                                                        },
+        {"the future",                       {.paths = {"~/tomorrow"}},                                 {{"tomorrow", 0}}          },
+        {"nothing is so old",                {.paths = {"~/ancient"}, .minAgeDays = kHuge},             {}                         },
         {"contents but for some",
          {.paths = {"~/cache"}, .contentsOnly = true, .excludes = {"com.apple.*", "*.plist"}},
-         {{"cache/.hidden", 2}, {"cache/inner", 5}}                                                                                       },
+         {{"cache/.hidden", 2}, {"cache/inner", 5}}                                                                                },
         {"an exclude matches a leading dot",
          {.paths = {"~/cache"}, .contentsOnly = true, .excludes = {"[!i]*"}},
-         {{"cache/inner", 5}}                                                                                                             },
-        {"contents by age",
-         {.paths = {"~/cache"}, .contentsOnly = true, .minAgeDays = 3},
-         {{"cache/inner", 5}, {"cache/x.plist", 3}}                                                                                       },
-        {"contents of what a pattern matches",
-         {.paths = {"~/ca*/in*"}, .contentsOnly = true},
-         {{"cache/inner/deep", 4}}                                                                                                        },
+         {{"cache/inner", 5}}                                                                                                      },
         {"contents through a link",
          {.paths = {"~/toCache"}, .contentsOnly = true, .minAgeDays = 5},
-         {{"toCache/inner", 5}}                                                                                                           },
-        {"contents of a file",                 {.paths = {"~/ancient"}, .contentsOnly = true},             {}                             },
+         {{"toCache/inner", 5}}                                                                                                    },
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         EXPECT_EQ(found(c.rule), c.found);
     }
-}
-
-TEST_F(RuleTargetsTest, KeepTheOrderOfThePaths) {
-    write("b");
-    write("a");
-    const auto items = SuggestionEngine::targets({
-        .paths = {"~/b", "~/a", home() + "//b", "~/b"}
-    });
-    std::vector<std::string> paths;
-    for (const SuggestionItem& item : items) {
-        paths.push_back(item.path);
-    }
-    EXPECT_EQ(paths, (std::vector{at("b"), at("a"), home() + "//b", at("b")}));
 }
 
 TEST_F(RuleTargetsTest, AreMeasuredInTheirOrder) {
@@ -160,20 +112,6 @@ TEST_F(RuleTargetsTest, AreMeasuredInTheirOrder) {
     };
     EXPECT_EQ(SuggestionEngine::size(items), expected);
     EXPECT_EQ(SuggestionEngine::size({}), std::vector<SuggestionItem>{});
-}
-
-TEST_F(RuleTargetsTest, ArePreviewedTheLargestFirst) {
-    write("one", "x");
-    write("three", "y");
-    write("two", std::string(100'000, 'x'));
-    const auto items = UserRules::preview({
-        .paths = {"~/one", "~/two", "~/three", "~/none"}
-    });
-    ASSERT_EQ(items.size(), 3U);
-    EXPECT_EQ(items[0].path, at("two"));
-    EXPECT_EQ(items[1].path, at("one"));
-    EXPECT_EQ(items[2].path, at("three"));
-    EXPECT_EQ(items[1].size, DiskScanner::quickSize(at("one")));
 }
 
 }  // namespace

@@ -142,14 +142,14 @@ TEST(RuleJsonTest, WritesAllKeysInOrderAndReadsThemBack) {
         Json::compact(RuleJson::encode(full)),
         R"({"id":"x.\"y\"","name":"é\n","group":"G","personas":["design3D","general"],)"
         R"("risk":"review","paths":["~/a","/Volumes/*/b"],"regenerates":"",)"
-        R"("officialCommand":"run","quitApps":["Mail"],"contentsOnly":true,"excludes":["[a-z]*"],"minAgeDays":-7,)"
-        R"("catchAll":true,"domain":"","confidence":"verified-local",)"
+        R"("officialCommand":"run","quitApps":["Mail"],"contentsOnly":true,"excludes":["[a-z]*"],)"
+        R"("minAgeDays":-7,"catchAll":true,"domain":"","confidence":"verified-local",)"
         R"("sources":["https://example.com"]})");
     EXPECT_EQ(
         Json::compact(RuleJson::encode(kBare)),
         R"({"id":"a.b","name":"N","group":"G","personas":["general"],"risk":"safe",)"
-        R"("paths":["~/x"],"regenerates":"R","quitApps":[],"contentsOnly":false,"excludes":[],"catchAll":false,)"
-        R"("confidence":"documented","sources":[]})");
+        R"("paths":["~/x"],"regenerates":"R","quitApps":[],"contentsOnly":false,"excludes":[],)"
+        R"("catchAll":false,"confidence":"documented","sources":[]})");
     EXPECT_EQ(decode(Json::compact(RuleJson::encode(full))).value, full);
     EXPECT_EQ(decode(Json::pretty(RuleJson::encode(full))).value, full);
     EXPECT_EQ(
