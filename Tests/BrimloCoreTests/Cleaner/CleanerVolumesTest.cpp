@@ -126,7 +126,7 @@ TEST_F(CleanerVolumesTest, MovesNothingThatHoldsAMount) {
 
 TEST_F(CleanerVolumesTest, DeletesNothingThatIsMountedInTheTrash) {
     withOwnMounts([&] {
-        const JournalEntry entry = trash(makeFolder("work/item").append("/"));
+        const JournalEntry entry = trash(makeFolder("code/item").append("/"));
         ASSERT_MOUNTED(mountMemory(".local/share/Trash/files/item/point"));
         const std::string file = write(".local/share/Trash/files/item/point/file");
         EXPECT_FALSE(Cleaner::emptyTrash());
@@ -154,7 +154,7 @@ protected:
     }
 
     static std::string item(int number) {
-        return "volume/work/" + std::string(200, 'i') + std::to_string(number);
+        return "volume/code/" + std::string(200, 'i') + std::to_string(number);
     }
 
     /// Cleans the items and counts those that moved: wherever the room ran out, each is in one

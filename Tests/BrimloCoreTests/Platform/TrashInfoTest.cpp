@@ -12,7 +12,7 @@ namespace {
 using Text = std::optional<std::string>;
 
 TEST(TrashInfoTest, TellsThePathAndTheLocalTime) {
-    setenv("TZ", "XXX-05:30", 1);
+    setenv("TZ", "TST-05:30", 1);
     tzset();
     const TrashInfo info{.path = "/a b/100%\n\u00e9", .entryID = "ID"};
     EXPECT_EQ(

@@ -211,24 +211,24 @@ protected:
         setenv("HOME", home_.c_str(), 1);
         for (const std::string& file : words(R"(.ssh/config .ssh/keys/deep/x .kube/config
                  .kube/cache/x .aws/cli/cache/y .claude/projects/p .claude/settings.json
-                 .codex/sub/x Library/Keychains/k Library/Caches/é/x Documents/old work/.env
-                 work/a/b/c/file work/id_stuff/x dotfiles/gnupg/private/x)")) {
+                 .codex/sub/x Library/Keychains/k Library/Caches/é/x Documents/old code/.env
+                 code/a/b/c/file code/id_stuff/x dotfiles/gnupg/private/x)")) {
             write("Jos\u00E9/" + file);
         }
         const std::pair<const char*, std::string> links[] = {
             {"Caches",        ".ssh"                      },
-            {"work/toSsh",    "../.ssh"                   },
-            {"work/twice",    "toSsh"                     },
-            {"work/absolute", home_ + "/.ssh/keys"        },
-            {"work/up",       ".."                        },
-            {"work/crooked",  "a/b/../../up/work/../.kube"},
-            {"work/toCache",  "../.kube/cache"            },
-            {"work/system",   "/usr"                      },
-            {"work/itself",   "itself"                    },
-            {"work/dangling", "nowhere/x"                 },
+            {"code/toSsh",    "../.ssh"                   },
+            {"code/twice",    "toSsh"                     },
+            {"code/absolute", home_ + "/.ssh/keys"        },
+            {"code/up",       ".."                        },
+            {"code/crooked",  "a/b/../../up/code/../.kube"},
+            {"code/toCache",  "../.kube/cache"            },
+            {"code/system",   "/usr"                      },
+            {"code/itself",   "itself"                    },
+            {"code/dangling", "nowhere/x"                 },
             {".aws/out",      "../Documents"              },
             {".gnupg",        "dotfiles/gnupg"            },
-            {".azure",        "work/a/b"                  },
+            {".azure",        "code/a/b"                  },
         };
         for (const auto& [name, target] : links) {
             link(std::string{"Jos\u00E9/"} + name, target);
@@ -248,7 +248,7 @@ protected:
         static const Texts kNames = words(R"(x .. .SSH .env Settings.json auth oauth_x ID_rsa a.p12
             p12 login.keychain-db Credentials.JSON token.json cache http-cache ... ~ .Kube
             projects CLAUDE.md é Preferences itself)");
-        static const Texts kFavourites{"", "/work", "/.claude"};
+        static const Texts kFavourites{"", "/code", "/.claude"};
         std::string path =
             oneIn(2) ? home_ + oneOf(kFavourites) : oneOf(oneIn(5) ? kElsewhere : oracle_.places());
         const bool isOurs = path.starts_with(home_);

@@ -39,18 +39,18 @@ TEST_F(SafetyTest, JudgesTextStepByStep) {
         ~/.aws/cli/cache/../x ~/.claude/claude.md ~/.claude/projects/settings.json)");
     expect(kAgent, "~/.claude/settings.local.json ~/.codex/auth.json ~/.Gemini/OAuth_x");
     expect(kSecret, R"(~/.kube/cache/token.json ~/.codex/x/auth.json ~/.claude/id_settings
-        ~/work/.ENV /tmp/.npmrc ~/work/my.P12 ~/x/login.keychain-db ~/Downloads/id_ed25519.pub
-        ~/work/id_stuff /Volumes/Backup/.env)");
+        ~/code/.ENV /tmp/.npmrc ~/code/my.P12 ~/x/login.keychain-db ~/Downloads/id_ed25519.pub
+        ~/code/id_stuff /Volumes/Backup/.env)");
     expect(kOutside, R"(/APPLICATIONS/Foo.app /Applicationsx/Foo.app /opt/other /tmp/x
         /usr/local/../lib /Users/Shared/x ~x/y /System/Volumes/Data~/x /volumes/Backup/old)");
     expect("whole volume", "/Volumes/Backup /Volumes//Backup/");
     expect(kPasses, R"(~/Library/Caches ~/Documents/old ~/Documentsx ~/.config/gcloudx ~/.ssh2/x
-        ~/.aws/cli/cache ~/.kube/cache/x ~/.KUBE/Http-Cache ~/work/.ssh/x ~/.claude
-        ~/.claude/projects-old ~/.gemini/oldauth ~/.claude/cache/settings.json ~/work/.env.local
+        ~/.aws/cli/cache ~/.kube/cache/x ~/.KUBE/Http-Cache ~/code/.ssh/x ~/.claude
+        ~/.claude/projects-old ~/.gemini/oldauth ~/.claude/cache/settings.json ~/code/.env.local
         ~/a/auth.json/x /Applications/Foo.app /usr/local /opt/homebrew /Volumes/Backup/old)");
     // A mark that joins with the slash before it hides nothing, and neither does a NUL.
     expect(kCredentials, "~/.ssh/\u0301x ~/.ssh/\0 ~/.\u212Aube/config"s);
-    expect(kOutside, "~/.ssh\0/x ~/work/x\0"s);
+    expect(kOutside, "~/.ssh\0/x ~/code/x\0"s);
 }
 
 TEST_F(SafetyTest, ReadsTheHomeAnewInAnySpelling) {
@@ -90,17 +90,17 @@ TEST_F(SafetyTest, TakesComposedAndDecomposedTextForTheSame) {
 TEST_F(SafetyTest, JudgesALinkWhereItStandsAndByItsParents) {
     makeFolder(".ssh/keys");
     makeFolder(".kube/cache");
-    makeFolder("work/a");
+    makeFolder("code/a");
     link("Caches", ".ssh");
     link("twice", "Caches");
-    link("crooked", "work/a/../../twice/../.kube");
+    link("crooked", "code/a/../../twice/../.kube");
     link("toCache", at(".kube/cache"));
     link("system", "/usr");
     link("itself", "itself");
-    link("ping", "work/pong");
-    link("work/pong", "../ping");
+    link("ping", "code/pong");
+    link("code/pong", "../ping");
     link("dangling", "missing/x");
-    link(".aws/out", "../work");
+    link(".aws/out", "../code");
     expect(kCredentials, R"(~/Caches/link ~/Caches/keys/missing/x ~/twice/keys ~/crooked/config
         ~/.aws/out/a)");
     expect(kSecret, "~/toCache/.env");
