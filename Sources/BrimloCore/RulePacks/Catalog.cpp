@@ -1,5 +1,7 @@
 #include "BrimloCore/RulePacks/Catalog.h"
 
+#include "BrimloCore/Catalog/CatalogCreative.h"
+#include "BrimloCore/Catalog/CatalogDeveloper.h"
 #include "BrimloCore/Catalog/CatalogGeneral.h"
 #include "BrimloCore/RulePacks/RulePacks.h"
 #include "BrimloCore/UserRules/UserRules.h"
@@ -55,6 +57,8 @@ namespace Catalog {
 const std::vector<CleanupRule>& builtInRules() {
     static const std::vector<CleanupRule> kRules = [] {
         std::vector<CleanupRule> rules = CatalogGeneral::all();
+        append(rules, CatalogDeveloper::all());
+        append(rules, CatalogCreative::all());
         append(rules, packs().rules);
         return merge(std::move(rules), UnsupportedSafe::lowerToRebuild);
     }();

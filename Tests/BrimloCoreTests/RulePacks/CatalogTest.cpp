@@ -1,5 +1,7 @@
 #include "BrimloCore/RulePacks/Catalog.h"
 
+#include "BrimloCore/Catalog/CatalogCreative.h"
+#include "BrimloCore/Catalog/CatalogDeveloper.h"
 #include "BrimloCore/Catalog/CatalogGeneral.h"
 #include "BrimloCore/RulePacks/RulePacks.h"
 #include "BrimloCore/Support/RuleJson.h"
@@ -22,6 +24,15 @@ protected:
             {"rules", Json::Array{RuleJson::encode(rule)}}
         };
         write("Library/Application Support/Brimlo/Rules/" + file, Json::compact(pack));
+    }
+
+    /// The compiled tables in the order of the catalog.
+    static std::vector<CleanupRule> compiledRules() {
+        std::vector<CleanupRule> rules = CatalogGeneral::all();
+        for (const auto& table : {CatalogDeveloper::all(), CatalogCreative::all()}) {
+            rules.insert(rules.end(), table.begin(), table.end());
+        }
+        return rules;
     }
 
     static CleanupRule userRule(const std::string& id) {
@@ -98,16 +109,43 @@ TEST_F(CatalogTest, JoinsTheTablesAndThePacks) {
         }
         EXPECT_EQ(byID[rule.id], std::vector{rule}) << rule.id;
     }
-    const std::vector<CleanupRule>& general = CatalogGeneral::all();
-    for (std::size_t i = 0; i < general.size(); ++i) {
-        EXPECT_EQ(builtIn.at(i).id, general[i].id) << "a table's rule keeps its place";
+    const std::vector<CleanupRule> compiled = compiledRules();
+    for (std::size_t i = 0; i < compiled.size(); ++i) {
+        EXPECT_EQ(builtIn.at(i).id, compiled[i].id) << "a table's rule keeps its place";
     }
     EXPECT_EQ(std::ranges::count_if(builtIn, &CleanupRule::isCatchAll), 1);
-    ASSERT_EQ(byID["general.app-caches"].size(), 1U);
-    const CleanupRule& catchAll = byID["general.app-caches"].front();
-    EXPECT_TRUE(catchAll.isCatchAll && catchAll.contentsOnly);
-    EXPECT_EQ(catchAll.risk, Risk::rebuild);
-    EXPECT_EQ(catchAll.paths, std::vector<std::string>{"~/Library/Caches"});
+}
+
+TEST_F(CatalogTest, CompilesInWhatThePackHolds) {
+    const std::vector<CleanupRule> compiled = compiledRules();
+    EXPECT_EQ(CatalogGeneral::all().size(), 23U);
+    EXPECT_EQ(CatalogDeveloper::all().size(), 49U);
+    EXPECT_EQ(CatalogCreative::all().size(), 22U);
+    const RulePacks::Loaded packs = RulePacks::load();
+    for (const CleanupRule& rule : compiled) {
+        SCOPED_TRACE(rule.id);
+        const auto inPack = std::ranges::find(packs.rules, rule.id, &CleanupRule::id);
+        ASSERT_NE(inPack, packs.rules.end());
+        // What the words are may differ, and the evidence is the pack's alone.
+        CleanupRule expected = *inPack;
+        expected.name = rule.name;
+        expected.regenerates = rule.regenerates;
+        expected.risk = rule.isCatchAll ? Risk::safe : expected.risk;
+        expected.domain = std::nullopt;
+        expected.confidence = Confidence::unverified;
+        expected.sources = {};
+        EXPECT_EQ(rule, expected);
+    }
+    EXPECT_EQ(ArtifactCatalog::builtIn().size(), 16U);
+    for (const ArtifactPattern& pattern : ArtifactCatalog::builtIn()) {
+        SCOPED_TRACE(pattern.id);
+        const auto inPack = std::ranges::find(packs.artifacts, pattern.id, &ArtifactPattern::id);
+        ASSERT_NE(inPack, packs.artifacts.end());
+        ArtifactPattern expected = *inPack;
+        expected.name = pattern.name;
+        expected.regenerates = pattern.regenerates;
+        EXPECT_EQ(pattern, expected);
+    }
 }
 
 TEST_F(CatalogTest, LetsTheUserHaveTheLastWord) {

@@ -1,13 +1,9 @@
 #include "BrimloCore/RulePacks/RulePacks.h"
 
-#include "BrimloCore/Support/Safety.h"
-#include "BrimloCore/Support/StoragePaths.h"
 #include "Support/TempHome.h"
 
 #include <algorithm>
 #include <set>
-
-#include <fnmatch.h>
 
 namespace Brimlo {
 namespace {
@@ -81,12 +77,9 @@ TEST_F(RulePacksTest, LeavesOutWhatItCannotRead) {
             "p.json: artifact #2 skipped: is not an object"}));
 }
 
-class EmbeddedPacksTest : public RulePacksTest {
-protected:
+// What the packs say is tools/lint-rules' business.
+TEST_F(RulePacksTest, ReadsTheEmbeddedPacksWhole) {
     const RulePacks::Loaded loaded = RulePacks::load();
-};
-
-TEST_F(EmbeddedPacksTest, AreAllReadWhole) {
     Texts files;
     for (const RulePacks::Source& source : RulePacks::embedded()) {
         files.emplace_back(source.fileName);
@@ -107,50 +100,8 @@ TEST_F(EmbeddedPacksTest, AreAllReadWhole) {
             "web-and-languages.json"}));
     EXPECT_EQ(loaded.issues, Texts{});
     EXPECT_EQ(std::set(loaded.names.begin(), loaded.names.end()).size(), files.size());
-}
-
-TEST_F(EmbeddedPacksTest, DefineEachIDOnce) {
-    Texts all = ids(loaded.rules);
-    for (const std::string& id : ids(loaded.artifacts)) {
-        all.push_back(id);
-    }
-    EXPECT_THAT(std::set(all.begin(), all.end()), testing::SizeIs(all.size()));
-}
-
-TEST_F(EmbeddedPacksTest, AimAtNothingThatTheGateRefuses) {
-    for (const CleanupRule& rule : loaded.rules) {
-        EXPECT_FALSE(rule.paths.empty()) << rule.id;
-        for (const std::string& path : rule.paths) {
-            SCOPED_TRACE(rule.id + ": " + path);
-            const std::string full = StoragePaths::expandTilde(path);
-            EXPECT_THAT(full, testing::StartsWith("/"));
-            EXPECT_NE(full.back(), '/');
-            const std::size_t wildcard = full.find_first_of("*?[");
-            const bool isWild = wildcard != std::string::npos;
-            const std::string prefix = isWild ? full.substr(0, full.rfind('/', wildcard)) : full;
-            const bool sweeps = isWild || rule.contentsOnly;
-            EXPECT_EQ(Safety::refusal(sweeps ? prefix + "/x" : full), std::nullopt);
-            if (!isWild) {
-                EXPECT_EQ(Safety::refusal(full), std::nullopt);
-            }
-        }
-    }
-}
-
-TEST_F(EmbeddedPacksTest, SayWhatTheUserNeeds) {
-    for (const CleanupRule& rule : loaded.rules) {
-        SCOPED_TRACE(rule.id);
-        EXPECT_THAT(rule.id, testing::MatchesRegex("[A-Za-z0-9][A-Za-z0-9._-]*"));
-        EXPECT_GE(rule.regenerates.size(), 10U);
-    }
-    for (const ArtifactPattern& pattern : loaded.artifacts) {
-        SCOPED_TRACE(pattern.id);
-        EXPECT_FALSE(pattern.name.empty() || pattern.group.empty() || pattern.personas.empty());
-        EXPECT_FALSE(pattern.names.empty() && pattern.suffixes.empty());
-        for (const std::string& name : pattern.names) {
-            EXPECT_NE(fnmatch(name.c_str(), "", 0), 0) << "would match any folder";
-        }
-    }
+    EXPECT_EQ(loaded.rules.size(), 624U);
+    EXPECT_EQ(loaded.artifacts.size(), 134U);
 }
 
 }  // namespace
