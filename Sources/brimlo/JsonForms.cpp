@@ -17,6 +17,15 @@ Json::Array paths(const auto& texts) {
     return array;
 }
 
+/// The words that stand for audiences or ratings.
+Json::Array words(const auto& values) {
+    Json::Array array;
+    for (const auto value : values) {
+        array.emplace_back(rawValue(value));
+    }
+    return array;
+}
+
 template <typename T>
 void addIfPresent(Json::Object& object, std::string_view key, const std::optional<T>& value) {
     if (value) {
@@ -48,17 +57,13 @@ Json::Array items(const std::vector<SuggestionItem>& items) {
 }
 
 Json::Object suggestion(const Suggestion& suggestion) {
-    Json::Array personas;
-    for (const Persona persona : suggestion.personas) {
-        personas.emplace_back(rawValue(persona));
-    }
     Json::Object object{
-        {"id",          suggestion.id            },
-        {"name",        suggestion.name          },
-        {"group",       suggestion.group         },
-        {"personas",    std::move(personas)      },
-        {"risk",        rawValue(suggestion.risk)},
-        {"regenerates", suggestion.regenerates   },
+        {"id",          suggestion.id             },
+        {"name",        suggestion.name           },
+        {"group",       suggestion.group          },
+        {"personas",    words(suggestion.personas)},
+        {"risk",        rawValue(suggestion.risk) },
+        {"regenerates", suggestion.regenerates    },
     };
     addIfPresent(object, "officialCommand", suggestion.officialCommand);
     object.emplace("runningApps", RuleJson::encode(suggestion.runningApps));
@@ -108,6 +113,19 @@ Json::Value entry(const JournalEntry& entry) {
     std::string text;
     entry.encode(text);
     return Json::parse(text).value_or(Json::Value{});
+}
+
+Json::Object coverage(const CoverageEntry& entry) {
+    return {
+        {"tool",           entry.tool                    },
+        {"domain",         entry.domain                  },
+        {"ruleCount",      entry.ruleCount               },
+        {"artifactCount",  entry.artifactCount           },
+        {"bestConfidence", rawValue(entry.bestConfidence)},
+        {"isSupported",    entry.isSupported()           },
+        {"personas",       words(entry.personas)         },
+        {"risks",          words(entry.risks)            },
+    };
 }
 
 Json::Object validation(const RuleValidation& validation) {

@@ -3,6 +3,7 @@
 #include "BrimloCore/Cleaner/CleanPlan.h"
 #include "BrimloCore/Cleaner/CleanReport.h"
 #include "BrimloCore/Models/Suggestion.h"
+#include "BrimloCore/RulePacks/Coverage.h"
 #include "BrimloCore/Support/JournalEntry.h"
 #include "BrimloCore/Support/Json.h"
 #include "BrimloCore/UserRules/RuleValidation.h"
@@ -22,6 +23,7 @@ namespace Brimlo::JsonForms {
 [[nodiscard]] Json::Object plan(const CleanPlan& plan);
 [[nodiscard]] Json::Object report(const CleanReport& report);
 [[nodiscard]] Json::Value entry(const JournalEntry& entry);
+[[nodiscard]] Json::Object coverage(const CoverageEntry& entry);
 [[nodiscard]] Json::Object validation(const RuleValidation& validation);
 
 }  // namespace Brimlo::JsonForms

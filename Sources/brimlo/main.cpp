@@ -27,6 +27,7 @@ int main(int argc, char** argv) {
     addSuggestCommand(app, tool);
     addSizeCommand(app, tool);
     addSafetyCommand(app, tool);
+    addCoverageCommand(app, tool);
     addCleanCommand(app, tool);
     addHistoryCommand(app, tool);
     addUndoCommand(app, tool);
