@@ -1,0 +1,123 @@
+#include "BrimloCore/RulePacks/Catalog.h"
+#include "BrimloCore/SuggestionEngine/ProjectArtifactFinder.h"
+#include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
+#include "BrimloCore/Support/Json.h"
+#include "BrimloCore/Support/StoragePaths.h"
+#include "Support/TempHome.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <map>
+#include <set>
+
+namespace Brimlo {
+namespace {
+
+using Paths = std::set<std::string>;
+
+/// A home folder with an example of everything that the rules know, and with something close by
+/// each that has to stay.
+class SampleHomeTest : public Testing::TempHome {
+protected:
+    void SetUp() override {
+        const std::string manifest = home() + ".manifest";
+        const std::string command =
+            "'" BRIMLO_SOURCES "/tools/make-home' '" + home() + "' --manifest '" + manifest + "'";
+        ASSERT_EQ(std::system(command.c_str()), 0);
+        const auto read = Json::parse(Testing::contentOf(manifest));
+        std::remove(manifest.c_str());
+        ASSERT_TRUE(read);
+        finds = pathsByID(read->at("finds"));
+        leaves = pathsByID(read->at("leaves"));
+    }
+
+    /// What each rule and pattern takes by itself, whatever the others say.
+    static std::map<std::string, Paths> takenByID() {
+        std::map<std::string, Paths> taken;
+        for (const CleanupRule& rule : Catalog::builtInRules()) {
+            for (const SuggestionItem& item : SuggestionEngine::targets(rule)) {
+                taken[rule.id].insert(item.path);
+            }
+        }
+        for (const FoundArtifact& found : ProjectArtifactFinder::find({StoragePaths::home()}, 8)) {
+            taken[found.patternID].insert(found.path);
+        }
+        return taken;
+    }
+
+    std::map<std::string, Paths> finds;
+    std::map<std::string, Paths> leaves;
+
+private:
+    static std::map<std::string, Paths> pathsByID(const Json::Value& document) {
+        std::map<std::string, Paths> rows;
+        for (const auto& [id, paths] : document.as_object()) {
+            for (const Json::Value& path : paths.as_array()) {
+                rows[std::string{id}].emplace(path.as_string());
+            }
+        }
+        return rows;
+    }
+};
+
+bool isInside(const std::string& path, const std::string& folder) {
+    return path == folder || path.starts_with(folder + "/");
+}
+
+TEST_F(SampleHomeTest, EachRowFindsItsOwnAndLeavesTheRest) {
+    const std::map<std::string, Paths> taken = takenByID();
+    EXPECT_EQ(finds.size(), Catalog::builtInRules().size() + Catalog::artifactPatternCount())
+        << "every row has an example";
+    for (const auto& [id, examples] : finds) {
+        const auto mine = taken.find(id);
+        for (const std::string& example : examples) {
+            EXPECT_TRUE(mine != taken.end() && mine->second.contains(example))
+                << id << " does not find " << example;
+        }
+    }
+    for (const auto& [id, nearMisses] : leaves) {
+        for (const std::string& nearMiss : nearMisses) {
+            EXPECT_TRUE(Testing::exists(nearMiss));
+            for (const auto& [taker, paths] : taken) {
+                for (const std::string& path : paths) {
+                    EXPECT_FALSE(isInside(nearMiss, path) || isInside(path, nearMiss))
+                        << taker << " takes " << path << ", " << id << " leaves " << nearMiss;
+                }
+            }
+        }
+    }
+}
+
+TEST_F(SampleHomeTest, NothingIsOfferedTwice) {
+    Paths offered;
+    for (const Suggestion& suggestion : SuggestionEngine::generate({})) {
+        for (const SuggestionItem& item : suggestion.items) {
+            EXPECT_TRUE(offered.insert(item.path).second) << item.path << " is offered twice";
+        }
+    }
+    EXPECT_GT(offered.size(), 1'000U);
+    for (const std::string& path : offered) {
+        for (std::size_t end = path.rfind('/'); end > 0; end = path.rfind('/', end - 1)) {
+            EXPECT_FALSE(offered.contains(path.substr(0, end)))
+                << path << " is offered inside " << path.substr(0, end);
+        }
+    }
+}
+
+TEST_F(SampleHomeTest, WhatIsYoungStays) {
+    for (const CleanupRule& rule : Catalog::builtInRules()) {
+        if (!rule.minAgeDays) {
+            continue;
+        }
+        SCOPED_TRACE(rule.id);
+        for (const std::string& example : finds[rule.id]) {
+            age(example, static_cast<double>(*rule.minAgeDays) - 1);
+        }
+        for (const SuggestionItem& item : SuggestionEngine::targets(rule)) {
+            EXPECT_FALSE(finds[rule.id].contains(item.path)) << item.path;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace Brimlo
