@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <utility>
 
 namespace Brimlo {
@@ -38,6 +39,18 @@ void sortByName(Nodes& nodes) {
 }
 
 }  // namespace
+
+FileNode::~FileNode() {
+    Nodes waiting = std::move(children).value_or(Nodes{});
+    while (!waiting.empty()) {
+        const std::shared_ptr<FileNode> node = std::move(waiting.back());
+        waiting.pop_back();
+        if (node.use_count() == 1 && node->children) {
+            std::ranges::move(*node->children, std::back_inserter(waiting));
+            node->children->clear();
+        }
+    }
+}
 
 std::string_view FileNode::rawValue(SortKey key) {
     return kSortKeyWords[static_cast<std::size_t>(key)];

@@ -29,6 +29,15 @@ public:
     [[nodiscard]] static std::string_view rawValue(SortKey key);
     [[nodiscard]] static std::optional<SortKey> sortKeyFromRawValue(std::string_view text);
 
+    FileNode() = default;
+    FileNode(const FileNode&) = delete;
+    FileNode& operator=(const FileNode&) = delete;
+    FileNode(FileNode&&) = delete;
+    FileNode& operator=(FileNode&&) = delete;
+
+    /// Takes the tree below down level by level, however deep it is.
+    ~FileNode();
+
     const Uuid id = Uuid::random();
     std::string name;                   ///< Last path component, or the label of an aggregate.
     std::string path;                   ///< Absolute; on an aggregate that of the folder around it.

@@ -1,4 +1,5 @@
 #include "BrimloCore/DiskScanner/DiskScanner.h"
+#include "Support/DeepFolder.h"
 #include "Support/TempHome.h"
 
 #include <filesystem>
@@ -130,49 +131,8 @@ TEST_F(FastSizingTest, PassesOverWhatItMayNotRead) {
     }
 }
 
-/// A folder of more depth than a path can name, with a file at its bottom; removes it again.
-class DeepFolder {
-public:
-    DeepFolder(std::string path, int depth)
-        : path_(std::move(path)) {
-        int folder = open(path_.c_str(), O_RDONLY | O_DIRECTORY);
-        for (int level = 0; level < depth; ++level) {
-            mkdirat(folder, "d", 0755);
-            const int next = openat(folder, "d", O_RDONLY | O_DIRECTORY);
-            close(folder);
-            folder = next;
-        }
-        const int file = openat(folder, "file", O_WRONLY | O_CREAT, 0644);
-        struct stat status {};
-        if (write(file, "content", 7) == 7 && fstat(file, &status) == 0) {
-            blocks_ = std::int64_t{status.st_blocks} * 512;
-        }
-        close(file);
-        close(folder);
-    }
-
-    /// Takes level after level off the top, as no path reaches the bottom.
-    ~DeepFolder() {
-        const std::string next = path_ + ".next";
-        std::error_code ignored;
-        while (rename((path_ + "/d").c_str(), next.c_str()) == 0) {
-            fs::remove(path_, ignored);
-            fs::rename(next, path_, ignored);
-        }
-    }
-
-    DeepFolder(const DeepFolder&) = delete;
-    DeepFolder& operator=(const DeepFolder&) = delete;
-
-    [[nodiscard]] std::int64_t fileBlocks() const { return blocks_; }
-
-private:
-    std::string path_;
-    std::int64_t blocks_ = 0;
-};
-
 TEST_F(FastSizingTest, ReachesTheBottomOfADeepFolderWithFewDescriptors) {
-    const DeepFolder deep{makeFolder("deep"), 2'500};
+    const Testing::DeepFolder deep{makeFolder("deep"), 2'500};
     rlimit usual{};
     ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &usual), 0);
     const rlimit few{.rlim_cur = 100, .rlim_max = usual.rlim_max};

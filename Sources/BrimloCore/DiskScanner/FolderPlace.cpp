@@ -1,0 +1,49 @@
+#include "BrimloCore/DiskScanner/FolderPlace.h"
+
+#include <cstddef>
+#include <utility>
+
+#include <fcntl.h>
+
+namespace Brimlo {
+
+namespace {
+
+// Few, because several threads walk at once and some systems start with 256 descriptors.
+constexpr int kMostOpen = 16;
+constexpr std::size_t kLongestRelative = 3000;
+
+}  // namespace
+
+FolderPlace::FolderPlace(std::string path)
+    : relative_{std::move(path)} {}
+
+FolderPlace::Open FolderPlace::open() const {
+    constexpr int kFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
+    Platform::Descriptor descriptor{
+        base_ ? openat(base_->number(), relative_.c_str(), kFlags | O_NOFOLLOW)
+              : ::open(relative_.c_str(), kFlags)};
+    return descriptor ? std::make_shared<const Platform::Descriptor>(std::move(descriptor))
+                      : nullptr;
+}
+
+FolderPlace::Inside FolderPlace::inside(const Open& self) const {
+    const bool extendsPath =
+        base_ && openAbove_ >= kMostOpen && relative_.size() < kLongestRelative;
+    Inside inside;
+    inside.base_ = extendsPath ? base_ : self;
+    inside.prefix_ = extendsPath ? relative_ + "/" : "";
+    inside.openAbove_ = extendsPath ? openAbove_ : openAbove_ + 1;
+    return inside;
+}
+
+FolderPlace FolderPlace::Inside::place(std::string_view name) const {
+    FolderPlace place;
+    place.base_ = base_;
+    place.relative_.reserve(prefix_.size() + name.size());
+    place.relative_.append(prefix_).append(name);
+    place.openAbove_ = openAbove_;
+    return place;
+}
+
+}  // namespace Brimlo

@@ -1,0 +1,370 @@
+#include "BrimloCore/DiskScanner/TreeScan.h"
+
+#include "BrimloCore/Platform/DirectoryReader.h"
+#include "BrimloCore/Support/Path.h"
+
+#include <algorithm>
+#include <iterator>
+#include <optional>
+#include <string_view>
+#include <thread>
+#include <utility>
+
+namespace Brimlo {
+
+namespace {
+
+using Nodes = std::vector<std::shared_ptr<FileNode>>;
+
+/// macOS shows the volumes of the system here a second time.
+constexpr std::string_view kSyntheticMount = "/System/Volumes";
+
+/// So many entries are looked at by one job.
+constexpr std::size_t kBatchSize = 1024;
+
+/// The names in a folder, in its order, one after another in one text.
+class NameList {
+public:
+    void append(const char* name) {
+        starts_.push_back(text_.size());
+        text_.append(name).push_back('\0');
+    }
+    [[nodiscard]] std::size_t size() const { return starts_.size(); }
+    [[nodiscard]] const char* operator[](std::size_t i) const { return text_.data() + starts_[i]; }
+
+private:
+    std::string text_;
+    std::vector<std::size_t> starts_;
+};
+
+/// What stands for merged children.
+struct Merged {
+    std::int64_t count = 0;
+    std::int64_t size = 0;
+    std::int64_t fileCount = 0;
+    std::chrono::sys_seconds modified = std::chrono::sys_seconds::min();
+
+    void add(std::int64_t bytes, std::int64_t files, std::chrono::sys_seconds time) {
+        ++count;
+        size += bytes;
+        fileCount += files;
+        modified = std::max(modified, time);
+    }
+};
+
+std::shared_ptr<FileNode> makeNode(
+    std::string name,
+    std::string path,
+    std::int64_t size,
+    std::chrono::sys_seconds modified,
+    std::int64_t fileCount) {
+    auto node = std::make_shared<FileNode>();
+    node->name = std::move(name);
+    node->path = std::move(path);
+    node->size = size;
+    node->modified = modified;
+    node->fileCount = fileCount;
+    return node;
+}
+
+}  // namespace
+
+/// One entry, as far as the tree wants to know of it.
+struct TreeScan::Entry {
+    const char* name = "";  ///< In its folder's list of names.
+    std::int64_t bytes = 0;
+    std::chrono::sys_seconds modified;
+};
+
+/// What one job found out of a folder's entries, in their order.
+struct TreeScan::Batch {
+    std::vector<Entry> subfolders;
+    std::vector<Entry> leaves;
+};
+
+/// A folder at work.
+struct TreeScan::Folder {
+    struct Slot {
+        std::string name;
+        std::int64_t bytes = 0;
+        std::chrono::sys_seconds modified;
+        std::unique_ptr<Folder> entered;  ///< While it is at work.
+        std::shared_ptr<FileNode> node;   ///< Afterwards; null when it was never entered.
+    };
+
+    Folder(Folder* above, std::size_t slotAbove, Slot& self, std::string wholePath, FolderPlace at)
+        : parent{above}
+        , slot{slotAbove}
+        , depth{above == nullptr ? 0 : above->depth + 1}
+        , name{std::move(self.name)}
+        , path{std::move(wholePath)}
+        , ownBytes{self.bytes}
+        , modified{self.modified}
+        , place{std::move(at)} {}
+
+    Folder* const parent;
+    const std::size_t slot;  ///< The place among the parent's.
+    const std::int64_t depth;
+    std::string name;
+    std::string path;
+    const std::int64_t ownBytes;
+    const std::chrono::sys_seconds modified;
+    FolderPlace place;                                ///< Until it is read.
+    FolderPlace::Open open;                           ///< While it is read.
+    std::optional<FolderPlace::Inside> placeOfSlots;  ///< Until the last of them is entered.
+
+    NameList names;                         ///< Until all are looked at.
+    std::vector<Batch> batches;             ///< Likewise.
+    std::atomic<std::size_t> unlooked = 0;  ///< Batches.
+
+    Nodes leaves;   ///< What is not a folder: all, or of many those that are large.
+    Merged merged;  ///< The others of the many.
+    std::vector<Slot> slots;
+    std::atomic<std::size_t> unentered = 0;   ///< Slots.
+    std::atomic<std::size_t> unfinished = 0;  ///< Slots.
+};
+
+TreeScan::TreeScan(ScanControl& control, const ScanOptions& options, LinkedFiles& linkedFiles)
+    : control_{control}
+    , options_{options}
+    , linkedFiles_{linkedFiles} {}
+
+std::shared_ptr<FileNode> TreeScan::run(
+    const std::string& root, const Platform::EntryStatus& status) {
+    device_ = status.device;
+    Folder::Slot self{
+        .name = root == "/" ? root : std::string{Path::name(root)},
+        .bytes = status.allocatedBytes,
+        .modified = status.modified,
+        .entered = nullptr,
+        .node = nullptr,
+    };
+    Folder folder{nullptr, 0, self, root, FolderPlace{root}};
+    const unsigned cores = std::max(1U, std::thread::hardware_concurrency());
+    Crew::run(
+        {.kind = Job::Kind::readRoot, .folder = &folder, .index = 0},
+        [this](const Job& job, Crew::Member& member) { work(job, member); },
+        options_.parallelDepth > 0 ? cores : 1);
+    return std::move(root_);
+}
+
+void TreeScan::work(const Job& job, Crew::Member& member) {
+    Folder& folder = *job.folder;
+    switch (job.kind) {
+        case Job::Kind::readRoot:
+            read(folder, member);
+            break;
+        case Job::Kind::enterSubfolder:
+            enter(folder, job.index, member);
+            break;
+        case Job::Kind::lookAtBatch: {
+            const std::size_t from = job.index * kBatchSize;
+            folder.batches[job.index] =
+                lookAt(folder, from, std::min(from + kBatchSize, folder.names.size()));
+            if (--folder.unlooked == 0) {
+                entriesRead(folder, member);
+            }
+            break;
+        }
+    }
+}
+
+void TreeScan::enter(Folder& parent, std::size_t slot, Crew::Member& member) {
+    Folder::Slot& self = parent.slots[slot];
+    if (control_.isCancelled()) {
+        if (--parent.unfinished == 0) {
+            finish(parent);
+        }
+        return;
+    }
+    self.entered = std::make_unique<Folder>(
+        &parent,
+        slot,
+        self,
+        Path::join(parent.path, self.name),
+        parent.placeOfSlots->place(self.name));
+    if (--parent.unentered == 0) {
+        parent.placeOfSlots.reset();
+    }
+    read(*self.entered, member);
+}
+
+void TreeScan::read(Folder& folder, Crew::Member& member) {
+    folder.open = folder.place.open();
+    if (!folder.open) {
+        control_.skip(folder.path);
+        finish(folder);
+        return;
+    }
+    Platform::readDirectory(
+        folder.open->number(),
+        Platform::EntryDetail::kind,
+        [&](const Platform::DirectoryEntry& entry) { folder.names.append(entry.name); });
+    const std::size_t batches = (folder.names.size() + kBatchSize - 1) / kBatchSize;
+    folder.batches.resize(batches);
+    if (batches < 2) {
+        if (batches == 1) {
+            folder.batches.front() = lookAt(folder, 0, folder.names.size());
+        }
+        entriesRead(folder, member);
+        return;
+    }
+    folder.unlooked = batches;
+    std::vector<Job> jobs;
+    for (std::size_t i = batches; i-- > 0;) {
+        jobs.push_back({.kind = Job::Kind::lookAtBatch, .folder = &folder, .index = i});
+    }
+    member.keep(jobs);
+}
+
+TreeScan::Batch TreeScan::lookAt(const Folder& folder, std::size_t from, std::size_t to) {
+    Batch batch;
+    batch.leaves.reserve(to - from);
+    for (std::size_t i = from; i < to; ++i) {
+        const char* name = folder.names[i];
+        const auto status = Platform::entryStatus(folder.open->number(), name);
+        if (!status) {
+            continue;
+        }
+        Entry entry{.name = name, .bytes = status->allocatedBytes, .modified = status->modified};
+        if (status->kind != Platform::EntryStatus::Kind::directory) {
+            if (!linkedFiles_.isFirst(*status)) {
+                entry.bytes = 0;
+            }
+            batch.leaves.push_back(entry);
+        } else if (status->device == device_ || options_.crossDevices) {
+            if (kSyntheticMount.ends_with(name) &&
+                Path::join(folder.path, name) == kSyntheticMount) {
+                control_.skip(std::string{kSyntheticMount});
+            } else {
+                batch.subfolders.push_back(entry);
+            }
+        }
+    }
+    return batch;
+}
+
+void TreeScan::entriesRead(Folder& folder, Crew::Member& member) {
+    std::size_t leafCount = 0;
+    std::int64_t leafBytes = 0;
+    for (const Batch& batch : folder.batches) {
+        leafCount += batch.leaves.size();
+        for (const Entry& leaf : batch.leaves) {
+            leafBytes += leaf.bytes;
+        }
+    }
+    const bool areFew = std::cmp_less_equal(leafCount, options_.alwaysKeepBelowCount);
+    for (const Batch& batch : folder.batches) {
+        for (const Entry& leaf : batch.leaves) {
+            if (areFew || leaf.bytes >= options_.keepThreshold) {
+                folder.leaves.push_back(Brimlo::makeNode(
+                    leaf.name, Path::join(folder.path, leaf.name), leaf.bytes, leaf.modified, 1));
+            } else {
+                folder.merged.add(leaf.bytes, 1, leaf.modified);
+            }
+        }
+        for (const Entry& subfolder : batch.subfolders) {
+            folder.slots.push_back({
+                .name = subfolder.name,
+                .bytes = subfolder.bytes,
+                .modified = subfolder.modified,
+                .entered = nullptr,
+                .node = nullptr,
+            });
+        }
+    }
+    if (!folder.slots.empty()) {
+        folder.placeOfSlots = folder.place.inside(folder.open);
+    }
+    folder.open = nullptr;
+    folder.place = FolderPlace{""};
+    folder.batches = {};
+    folder.names = {};
+    control_.record(static_cast<std::int64_t>(leafCount), leafBytes, folder.path);
+
+    const std::size_t count = folder.slots.size();
+    if (count == 0) {
+        finish(folder);
+        return;
+    }
+    folder.unentered = count;
+    folder.unfinished = count;
+    std::vector<Job> jobs;
+    jobs.reserve(count);
+    for (std::size_t i = count; i-- > 0;) {
+        jobs.push_back({.kind = Job::Kind::enterSubfolder, .folder = &folder, .index = i});
+    }
+    if (folder.depth < options_.parallelDepth && count > 1) {
+        member.share(jobs);
+    } else {
+        member.keep(jobs);
+    }
+}
+
+void TreeScan::finish(Folder& finished) {
+    Folder* folder = &finished;
+    while (true) {
+        std::shared_ptr<FileNode> node = makeNode(*folder);
+        Folder* parent = folder->parent;
+        if (parent == nullptr) {
+            root_ = std::move(node);
+            return;
+        }
+        Folder::Slot& slot = parent->slots[folder->slot];
+        slot.node = std::move(node);
+        slot.entered.reset();
+        if (--parent->unfinished > 0) {
+            return;
+        }
+        folder = parent;
+    }
+}
+
+std::shared_ptr<FileNode> TreeScan::makeNode(Folder& folder) const {
+    Nodes nodes;
+    nodes.reserve(folder.slots.size() + folder.leaves.size() + 1);
+    for (Folder::Slot& slot : folder.slots) {
+        if (slot.node) {
+            nodes.push_back(std::move(slot.node));
+        }
+    }
+    std::ranges::move(folder.leaves, std::back_inserter(nodes));
+    std::int64_t size = folder.ownBytes + folder.merged.size;
+    std::int64_t fileCount = folder.merged.fileCount;
+    for (const auto& node : nodes) {
+        size += node->size;
+        fileCount += node->fileCount;
+    }
+
+    Merged merged = folder.merged;
+    if (std::cmp_greater(nodes.size() + merged.count, options_.alwaysKeepBelowCount)) {
+        std::erase_if(nodes, [&](const auto& node) {
+            if (node->size >= options_.keepThreshold) {
+                return false;
+            }
+            merged.add(node->size, node->fileCount, node->modified);
+            return true;
+        });
+    }
+    if (merged.count > 0) {
+        nodes.push_back(Brimlo::makeNode(
+            std::to_string(merged.count) + " small items",
+            folder.path,
+            merged.size,
+            merged.modified,
+            merged.fileCount));
+        nodes.back()->isAggregate = true;
+    }
+    nodes.shrink_to_fit();
+
+    const auto node = Brimlo::makeNode(
+        std::move(folder.name), std::move(folder.path), size, folder.modified, fileCount);
+    node->isDirectory = true;
+    for (const auto& child : nodes) {
+        child->parent = node;
+    }
+    node->children = std::move(nodes);
+    return node;
+}
+
+}  // namespace Brimlo

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "BrimloCore/DiskScanner/FileNode.h"
+#include "BrimloCore/DiskScanner/FolderPlace.h"
+#include "BrimloCore/DiskScanner/LinkedFiles.h"
+#include "BrimloCore/DiskScanner/ScanControl.h"
+#include "BrimloCore/DiskScanner/ScanOptions.h"
+#include "BrimloCore/DiskScanner/WorkCrew.h"
+#include "BrimloCore/Platform/EntryStatus.h"
+
+#include <atomic>
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace Brimlo {
+
+/// The walk of one scan.
+///
+/// A folder is read by one job: its names first, then what each of them is. Where the names are
+/// many, several jobs share the latter. Then a job for each subfolder follows, and the job that
+/// finishes the last of them makes the folder's node and hands it up. So nothing recurses, and what
+/// is small in a crowded folder is gone as soon as that folder is complete.
+class TreeScan {
+public:
+    TreeScan(ScanControl& control, const ScanOptions& options, LinkedFiles& linkedFiles);
+
+    /// The tree below `root`, whose own status is `status`.
+    [[nodiscard]] std::shared_ptr<FileNode> run(
+        const std::string& root, const Platform::EntryStatus& status);
+
+private:
+    struct Entry;
+    struct Folder;
+    struct Batch;
+
+    struct Job {
+        enum class Kind { readRoot, enterSubfolder, lookAtBatch };
+        Kind kind = Kind::readRoot;
+        Folder* folder = nullptr;
+        std::size_t index = 0;
+    };
+    using Crew = WorkCrew<Job>;
+
+    void work(const Job& job, Crew::Member& member);
+    void enter(Folder& parent, std::size_t slot, Crew::Member& member);
+    void read(Folder& folder, Crew::Member& member);
+    [[nodiscard]] Batch lookAt(const Folder& folder, std::size_t from, std::size_t to);
+    void entriesRead(Folder& folder, Crew::Member& member);
+    void finish(Folder& folder);
+    [[nodiscard]] std::shared_ptr<FileNode> makeNode(Folder& folder) const;
+
+    ScanControl& control_;
+    const ScanOptions options_;
+    LinkedFiles& linkedFiles_;
+    std::uint64_t device_ = 0;
+    std::shared_ptr<FileNode> root_;
+};
+
+}  // namespace Brimlo

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Brimlo {
+
+/// A part of the disk that a walk could not look into.
+struct UnreadableArea {
+    std::string area;        ///< Also its id: for example "~/Library/Safari" or "/private".
+    std::int64_t count = 0;  ///< Skipped paths in it.
+    std::string example;     ///< The first of them, as a full path.
+    std::string reason;      ///< A sentence for the user.
+
+    bool operator==(const UnreadableArea&) const = default;
+};
+
+/// Puts thousands of skipped paths into a few words.
+namespace UnreadableFolders {
+
+/// The areas that the paths fall into, those with most paths first and equal ones by name.
+[[nodiscard]] std::vector<UnreadableArea> group(
+    const std::vector<std::string>& paths, std::string_view home);
+
+/// Why an area was out of reach.
+[[nodiscard]] std::string reason(std::string_view area);
+
+}  // namespace UnreadableFolders
+
+}  // namespace Brimlo

@@ -1,0 +1,170 @@
+#pragma once
+
+#include <atomic>
+#include <condition_variable>
+#include <cstddef>
+#include <functional>
+#include <limits>
+#include <mutex>
+#include <optional>
+#include <span>
+#include <system_error>
+#include <thread>
+#include <vector>
+
+#include <sys/resource.h>
+
+namespace Brimlo {
+
+/// Threads that work through jobs which bring forth more jobs, the newest first.
+///
+/// Newest first keeps few jobs waiting: a tree is walked in depth. A member keeps to itself what it
+/// was told to, and gives the older half of it away as soon as another one has nothing to do, so
+/// that the work balances whatever its shape. While the process reads from a disk, more are hired,
+/// up to `kMostMembers`: then it is the disk that has to be kept busy.
+template <typename Job>
+class WorkCrew {
+public:
+    class Member;
+    using Work = std::function<void(const Job&, Member&)>;
+
+    /// Does `first` and all that comes of it by calling `work`, on the calling thread and up to
+    /// `members` - 1 others; one alone hires nobody. Blocks until all is done.
+    static void run(const Job& first, const Work& work, unsigned members) {
+        WorkCrew crew{work, members};
+        crew.shared_.push_back(first);
+        crew.unfinished_ = 1;
+        crew.hire(members - 1);
+        crew.labour();
+        for (std::size_t i = 0; i < crew.threads_.size(); ++i) {
+            crew.threads_[i].join();
+        }
+    }
+
+private:
+    static constexpr unsigned kMostMembers = 16;
+    static constexpr unsigned kJobsBetweenLooks = 64;
+    static constexpr long kReadsToHire = 16;
+
+    WorkCrew(const Work& work, unsigned members)
+        : work_{work}
+        , mayHire_{members > 1} {}
+
+    void hire(unsigned count) {
+        const std::lock_guard guard{lock_};
+        for (unsigned i = 0; i < count && threads_.size() + 1 < kMostMembers; ++i) {
+            try {
+                threads_.emplace_back([this] { labour(); });
+            } catch (const std::system_error&) {
+                return;  // Those who are there do it all.
+            }
+        }
+    }
+
+    void labour() {
+        Member member{*this};
+        while (const std::optional<Job> job = next(member)) {
+            work_(*job, member);
+            member.finished();
+        }
+    }
+
+    std::optional<Job> next(Member& member) {
+        if (!member.own_.empty()) {
+            if (idle_.load(std::memory_order_relaxed) > 0) {
+                member.giveHalfAway();
+            }
+            return takeLast(member.own_);
+        }
+        std::unique_lock guard{lock_};
+        if (shared_.empty() && unfinished_ > 0) {
+            ++idle_;
+            wake_.wait(guard, [this] { return !shared_.empty() || unfinished_ == 0; });
+            --idle_;
+        }
+        return shared_.empty() ? std::nullopt : std::optional{takeLast(shared_)};
+    }
+
+    static Job takeLast(std::vector<Job>& jobs) {
+        Job job = jobs.back();
+        jobs.pop_back();
+        return job;
+    }
+
+    void share(std::span<const Job> jobs) {
+        const std::lock_guard guard{lock_};
+        shared_.insert(shared_.end(), jobs.begin(), jobs.end());
+        if (idle_ > 0) {
+            wake_.notify_all();
+        }
+    }
+
+    const Work& work_;
+    const bool mayHire_;
+    std::mutex lock_;
+    std::condition_variable wake_;
+    std::vector<Job> shared_;           // guarded by lock_
+    std::vector<std::thread> threads_;  // guarded by lock_
+    std::atomic<unsigned> idle_ = 0;
+    std::atomic<std::size_t> unfinished_ = 0;
+};
+
+/// One of the crew, as the job at work sees it.
+template <typename Job>
+class WorkCrew<Job>::Member {
+public:
+    /// Adds jobs for whoever has time; the last is taken up first.
+    void share(std::span<const Job> jobs) {
+        crew_.unfinished_ += jobs.size();
+        crew_.share(jobs);
+    }
+
+    /// Adds jobs for this member, as long as nobody is idle.
+    void keep(std::span<const Job> jobs) {
+        crew_.unfinished_ += jobs.size();
+        own_.insert(own_.end(), jobs.begin(), jobs.end());
+    }
+
+private:
+    friend class WorkCrew;
+
+    explicit Member(WorkCrew& crew)
+        : crew_{crew} {}
+
+    /// Keeps the larger half, and so at least one.
+    void giveHalfAway() {
+        const std::size_t count = own_.size() / 2;
+        if (count > 0) {
+            crew_.share(std::span{own_}.first(count));
+            own_.erase(own_.begin(), own_.begin() + static_cast<std::ptrdiff_t>(count));
+        }
+    }
+
+    void finished() {
+        // Before the job counts as done: once all are, nobody hires any more.
+        if (++jobsDone_ % kJobsBetweenLooks == 0 && crew_.mayHire_) {
+            look();
+        }
+        if (--crew_.unfinished_ == 0) {
+            const std::lock_guard guard{crew_.lock_};
+            crew_.wake_.notify_all();
+        }
+    }
+
+    /// Hires another member when the process had to wait for a disk.
+    void look() {
+        rusage usage{};
+        getrusage(RUSAGE_SELF, &usage);
+        if (usage.ru_inblock >= readsAtLook_ + kReadsToHire) {
+            crew_.hire(1);
+        }
+        readsAtLook_ = usage.ru_inblock;
+    }
+
+    WorkCrew& crew_;
+    std::vector<Job> own_;
+    unsigned jobsDone_ = 0;
+    long readsAtLook_ = std::numeric_limits<long>::max() - kReadsToHire;
+};
+
+}  // namespace Brimlo

@@ -1,0 +1,104 @@
+#include "BrimloCore/DiskScanner/Squarify.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <random>
+
+namespace Brimlo::Squarify {
+namespace {
+
+using Weights = std::vector<double>;
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+
+TEST(SquarifyTest, LaysOutRows) {
+    struct Case {
+        const char* name;
+        Weights weights;
+        Rect rect;
+        std::vector<Cell> cells;
+    };
+    const Rect square{0, 0, 100, 100};
+    const Case cases[] = {
+        {"nothing",         {},         square,            {}                                                                                      },
+        {"zeros",           {0, 0},     square,            {}                                                                                      },
+        {"no weights",      {-1, kNaN}, square,            {}                                                                                      },
+        {"no width",        {1},        {0, 0, 0, 100},    {}                                                                                      },
+        {"no height",       {1},        {0, 0, 100, -1},   {}                                                                                      },
+        {"no number",       {1},        {0, 0, kNaN, 100}, {}                                                                                      },
+        {"one",             {7},        {5, 6, 30, 20},    {{0, {5, 6, 30, 20}}}                                                                   },
+        {"one of three",    {0, 5, 0},  square,            {{1, square}}                                                                           },
+        {"four",
+         {1, 1, 1, 1},
+         square,                                           {{0, {0, 0, 50, 50}}, {1, {0, 50, 50, 50}}, {2, {50, 0, 50, 50}}, {3, {50, 50, 50, 50}}}},
+        {"upright: bands",  {1, 3},     {0, 0, 10, 40},    {{1, {0, 0, 10, 30}}, {0, {0, 30, 10, 10}}}                                             },
+        {"the paper's own",
+         {6, 6, 4, 3, 2, 2, 1},
+         {0, 0, 6, 4},
+         {{0, {0, 0, 3, 2}},
+          {1, {0, 2, 3, 2}},
+          {2, {3, 0, 12.0 / 7, 7.0 / 3}},
+          {3, {3 + 12.0 / 7, 0, 9.0 / 7, 7.0 / 3}},
+          {4, {3, 7.0 / 3, 1.2, 5.0 / 3}},
+          {5, {4.2, 7.0 / 3, 1.2, 5.0 / 3}},
+          {6, {5.4, 7.0 / 3, 0.6, 5.0 / 3}}}                                                                                                       },
+    };  // The last example: Bruls, Huizing, van Wijk: Squarified Treemaps, figure 3.
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const std::vector<Cell> cells = layout(c.weights, c.rect);
+        ASSERT_EQ(cells.size(), c.cells.size());
+        for (std::size_t i = 0; i < cells.size(); ++i) {
+            EXPECT_EQ(cells[i].index, c.cells[i].index);
+            EXPECT_NEAR(cells[i].rect.x, c.cells[i].rect.x, 1e-9);
+            EXPECT_NEAR(cells[i].rect.y, c.cells[i].rect.y, 1e-9);
+            EXPECT_NEAR(cells[i].rect.width, c.cells[i].rect.width, 1e-9);
+            EXPECT_NEAR(cells[i].rect.height, c.cells[i].rect.height, 1e-9);
+        }
+    }
+}
+
+TEST(SquarifyTest, FillsTheRectangleWithoutOverlap) {
+    std::mt19937 random{7};
+    std::lognormal_distribution<double> sizes{0, 4};
+    for (int round = 0; round < 40; ++round) {
+        SCOPED_TRACE(round);
+        Weights weights(1 + random() % 60);
+        for (double& weight : weights) {
+            weight = random() % 5 == 0 ? 1 : sizes(random);
+        }
+        const Rect rect{-3, 8, 1.0 + static_cast<double>(random() % 900), 300};
+        const std::vector<Cell> cells = layout(weights, rect);
+        ASSERT_EQ(cells.size(), weights.size());
+        const double whole = rect.width * rect.height;
+        double sum = 0;
+        for (std::size_t i = 0; i < cells.size(); ++i) {
+            const Rect& a = cells[i].rect;
+            sum += a.width * a.height;
+            EXPECT_GE(weights[cells[i == 0 ? 0 : i - 1].index], weights[cells[i].index]);
+            for (std::size_t j = 0; j < i; ++j) {
+                const Rect& b = cells[j].rect;
+                const double shared =
+                    std::max(0.0, std::min(a.x + a.width, b.x + b.width) - std::max(a.x, b.x)) *
+                    std::max(0.0, std::min(a.y + a.height, b.y + b.height) - std::max(a.y, b.y));
+                EXPECT_LT(shared, whole * 1e-9);
+            }
+        }
+        EXPECT_NEAR(sum, whole, whole * 1e-9);
+    }
+}
+
+TEST(SquarifyTest, EndsWhateverTheNumbers) {
+    const double tiny = std::numeric_limits<double>::denorm_min();
+    const double huge = std::numeric_limits<double>::max();
+    const double infinity = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(layout(Weights{1, tiny, tiny}, {0, 0, 10, 10}).size(), 3U);
+    static_cast<void>(layout(Weights{huge, huge, 1}, {0, 0, 10, 10}));
+    static_cast<void>(layout(Weights{infinity, 1, infinity}, {0, 0, 10, 10}));
+    static_cast<void>(layout(Weights{1, 2}, {0, 0, infinity, 10}));
+    EXPECT_EQ(layout(Weights(1'000, 0.1), {0, 0, 1e-300, 1e-300}).size(), 1'000U);
+}
+
+}  // namespace
+}  // namespace Brimlo::Squarify

@@ -1,0 +1,289 @@
+#include "BrimloCore/DiskScanner/DiskScanner.h"
+#include "BrimloCore/Platform/EntryStatus.h"
+#include "Support/DeepFolder.h"
+#include "Support/TempHome.h"
+
+#include <algorithm>
+#include <atomic>
+#include <filesystem>
+#include <set>
+#include <thread>
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace Brimlo {
+namespace {
+
+namespace fs = std::filesystem;
+
+using Node = std::shared_ptr<FileNode>;
+
+constexpr std::size_t kMiB = 1'048'576;
+
+std::int64_t blocksOf(const std::string& path) {
+    const auto status = Platform::entryStatus(path.c_str());
+    return status ? status->allocatedBytes : -1;
+}
+
+/// Names of the children, sorted.
+std::vector<std::string> names(const Node& node) {
+    std::vector<std::string> names;
+    for (const Node& child : node->children.value_or(std::vector<Node>{})) {
+        names.push_back(child->name);
+    }
+    std::ranges::sort(names);
+    return names;
+}
+
+Node childOf(const Node& node, const std::string& name) {
+    for (const Node& child : *node->children) {
+        if (child->name == name) {
+            return child;
+        }
+    }
+    return nullptr;
+}
+
+class TreeScanTest : public Testing::TempHome {
+protected:
+    Node scan(const std::string& relative, const ScanOptions& options = {}) const {
+        return DiskScanner{control, options}.scan(at(relative));
+    }
+
+    std::string fill(const std::string& relative, std::size_t bytes) const {
+        return write(relative, std::string(bytes, 'x'));
+    }
+
+    /// What the sum of all entries below a folder should be, each file of several names once.
+    struct Sum {
+        std::int64_t size = 0;
+        std::int64_t fileCount = 0;
+    };
+    static Sum sumOf(const std::string& folder) {
+        Sum sum{.size = blocksOf(folder), .fileCount = 0};
+        std::set<std::uint64_t> linked;
+        for (const auto& entry : fs::recursive_directory_iterator{folder}) {
+            const auto status = Platform::entryStatus(entry.path().c_str());
+            const bool isFolder = status->kind == Platform::EntryStatus::Kind::directory;
+            sum.fileCount += isFolder ? 0 : 1;
+            if (isFolder || status->linkCount < 2 || linked.insert(status->fileID).second) {
+                sum.size += status->allocatedBytes;
+            }
+        }
+        return sum;
+    }
+
+    static void expectSound(const Node& node) {
+        ASSERT_TRUE(node->children);
+        std::int64_t fileCount = 0;
+        for (const Node& child : *node->children) {
+            EXPECT_EQ(child->parent.lock(), node);
+            EXPECT_EQ(
+                child->path, child->isAggregate ? node->path : node->path + "/" + child->name);
+            EXPECT_EQ(child->children.has_value(), child->isDirectory);
+            fileCount += child->fileCount;
+            if (child->isDirectory) {
+                expectSound(child);
+            }
+        }
+        EXPECT_EQ(node->fileCount, fileCount) << node->path;
+    }
+
+    const std::shared_ptr<ScanControl> control = std::make_shared<ScanControl>();
+};
+
+TEST_F(TreeScanTest, MergesWhatIsSmallInACrowdedFolder) {
+    struct Case {
+        const char* name;
+        int small;
+        int large;
+        int smallFolders;
+        std::size_t kept;
+        std::string merged;  ///< Empty where nothing is.
+    };
+    const Case cases[] = {
+        {"few",             40, 0,  0,  40, ""              },
+        {"one too many",    41, 0,  0,  0,  "41 small items"},
+        {"all large",       0,  41, 0,  41, ""              },
+        {"one is small",    1,  41, 0,  41, "1 small items" },
+        {"folders count",   20, 1,  20, 1,  "40 small items"},
+        {"folders make it", 20, 1,  19, 40, ""              },
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const std::string folder = makeFolder(c.name);
+        const std::string prefix = std::string{c.name} + "/";
+        for (int i = 0; i < c.small; ++i) {
+            fill(prefix + "small" + std::to_string(i), 1);
+        }
+        for (int i = 0; i < c.large; ++i) {
+            const int file = open(fill(prefix + "large" + std::to_string(i), 0).c_str(), O_WRONLY);
+            EXPECT_EQ(posix_fallocate(file, 0, kMiB), 0);
+            close(file);
+        }
+        for (int i = 0; i < c.smallFolders; ++i) {
+            fill(prefix + "folder" + std::to_string(i) + "/file", 5'000);
+        }
+        const Node root = scan(c.name);
+        const Sum sum = sumOf(folder);
+        EXPECT_EQ(root->size, sum.size);
+        EXPECT_EQ(root->fileCount, sum.fileCount);
+        expectSound(root);
+        ASSERT_EQ(root->children->size(), c.kept + (c.merged.empty() ? 0 : 1));
+        if (!c.merged.empty()) {
+            EXPECT_EQ(root->children->back()->name, c.merged);
+            EXPECT_TRUE(root->children->back()->isAggregate);
+            EXPECT_FALSE(root->children->back()->children);
+        }
+    }
+    const ScanOptions exact{.keepThreshold = blocksOf(at("few/small0")), .alwaysKeepBelowCount = 0};
+    EXPECT_EQ(scan("few", exact)->children->size(), 40U) << "what has the threshold stays";
+}
+
+TEST_F(TreeScanTest, TakesEveryKindOfEntryForWhatItIs) {
+    makeFolder("t/empty");
+    fill("t/big/file", 100'000);
+    link("t/link", "big");
+    link("t/dangling", "nowhere");
+    fill("t/line\nend", 10);
+    fill("t/\xff\xfe", 10);
+    fill("t/" + std::string(255, 'n'), 10);
+    ASSERT_EQ(mkfifo(at("t/pipe").c_str(), 0600), 0);
+    fs::create_hard_link(at("t/big/file"), at("t/again"));
+    fs::resize_file(fill("t/sparse", 0), std::uintmax_t{8} << 40U);
+    age(at("t/empty"), 100);
+    const Node root = scan("t");
+    EXPECT_EQ(root->name, "t");
+    EXPECT_EQ(root->size, sumOf(at("t")).size);
+    EXPECT_EQ(root->fileCount, 9);
+    expectSound(root);
+    EXPECT_EQ(childOf(root, "empty")->children, std::vector<Node>{});
+    EXPECT_EQ(childOf(root, "empty")->size, blocksOf(at("t/empty")));
+    EXPECT_EQ(
+        childOf(root, "empty")->modified, Platform::entryStatus(at("t/empty").c_str())->modified);
+    EXPECT_FALSE(childOf(root, "link")->isDirectory);
+    EXPECT_EQ(
+        childOf(root, "again")->size + childOf(childOf(root, "big"), "file")->size,
+        blocksOf(at("t/again")));
+    EXPECT_EQ(control->progress().files, 9);
+    EXPECT_EQ(control->inaccessible(), std::vector<std::string>{});
+}
+
+TEST_F(TreeScanTest, ToleratesAnyRoot) {
+    EXPECT_EQ(scan("missing"), nullptr);
+    EXPECT_EQ(control->inaccessible(), std::vector<std::string>{});
+    const std::string file = fill("file", 10'000);
+    const Node asFile = scan("file");
+    EXPECT_TRUE(asFile->isDirectory);
+    EXPECT_EQ(asFile->children, std::vector<Node>{});
+    EXPECT_EQ(asFile->size, blocksOf(file));
+    EXPECT_EQ(control->inaccessible(), std::vector<std::string>{file});
+    fill("folder/inside", 10);
+    link("way", "folder");
+    EXPECT_EQ(names(scan("way")), std::vector<std::string>{"inside"});
+}
+
+TEST_F(TreeScanTest, TellsWhatItCouldNotRead) {
+    constexpr uid_t kNobody = 65'534;
+    fill("t/closed/secret", 10);
+    fill("t/open/file", 10);
+    chmod(home().c_str(), 0755);
+    chmod(at("t/closed").c_str(), 0);
+    const bool isAdministrator = geteuid() == 0;
+    if (isAdministrator && seteuid(kNobody) != 0) {
+        GTEST_SKIP() << "nothing is closed to this user";
+    }
+    const Node root = scan("t");
+    if (isAdministrator) {
+        ASSERT_EQ(seteuid(0), 0);
+    }
+    EXPECT_EQ(control->inaccessible(), std::vector<std::string>{at("t/closed")});
+    EXPECT_EQ(names(root), (std::vector<std::string>{"closed", "open"}));
+    const Node closed = childOf(root, "closed");
+    EXPECT_EQ(closed->children, std::vector<Node>{});
+    EXPECT_EQ(closed->size, blocksOf(at("t/closed")));
+    EXPECT_EQ(closed->fileCount, 0);
+    EXPECT_EQ(control->progress().files, 1);
+    chmod(at("t/closed").c_str(), 0700);
+}
+
+TEST_F(TreeScanTest, StaysWithinFewDescriptorsHoweverDeepTheTree) {
+    constexpr int kDepth = 2'500;
+    const Testing::DeepFolder deep{makeFolder("deep"), kDepth};
+    rlimit usual{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &usual), 0);
+    const rlimit few{.rlim_cur = 100, .rlim_max = usual.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &few), 0);
+    for (const std::int64_t parallelDepth : {0, 3}) {
+        Node node = scan("deep", {.parallelDepth = parallelDepth});
+        EXPECT_EQ(node->fileCount, 1);
+        int depth = 0;
+        for (Node below = childOf(node, "d"); below; below = childOf(node, "d")) {
+            node = below;
+            ++depth;
+        }
+        EXPECT_EQ(depth, kDepth);
+        EXPECT_EQ(names(node), std::vector<std::string>{"file"});
+    }
+    setrlimit(RLIMIT_NOFILE, &usual);
+    EXPECT_EQ(control->inaccessible(), std::vector<std::string>{});
+}
+
+TEST_F(TreeScanTest, CountsEachOfManyNamesOfOneFileOnce) {
+    constexpr int kNames = 5'000;
+    const std::string file = fill("t/0/name", 50'000);
+    for (int i = 1; i < kNames; ++i) {
+        const std::string folder = "t/" + std::to_string(i % 7);
+        makeFolder(folder);
+        fs::create_hard_link(file, at(folder + "/" + std::to_string(i)));
+    }
+    const Node root = scan("t");
+    EXPECT_EQ(root->fileCount, kNames);
+    EXPECT_EQ(root->size, sumOf(at("t")).size);
+}
+
+TEST_F(TreeScanTest, EndsSoonWhenCancelled) {
+    for (int i = 0; i < 50; ++i) {
+        fill("t/" + std::to_string(i) + "/file", 100);
+    }
+    fill("t/file", 100);
+    control->cancel();
+    const Node root = scan("t");
+    EXPECT_EQ(names(root), std::vector<std::string>{"file"});
+    EXPECT_EQ(root->size, blocksOf(at("t")) + blocksOf(at("t/file")));
+    EXPECT_EQ(control->progress().files, 1);
+}
+
+TEST_F(TreeScanTest, SurvivesATreeThatChangesUnderIt) {
+    constexpr int kRounds = 30;
+    std::atomic<bool> isOver = false;
+    std::thread changer{[&] {
+        for (int i = 0; !isOver; ++i) {
+            const std::string folder = at("t/" + std::to_string(i % 20));
+            std::error_code ignored;
+            fs::create_directories(folder + "/a/b/c", ignored);
+            fs::remove_all(folder, ignored);
+            fs::create_directory_symlink("/usr", folder, ignored);
+            fs::remove(folder, ignored);
+        }
+    }};
+    makeFolder("t");
+    fill("still/file", 10'000);
+    for (int i = 0; i < kRounds; ++i) {
+        const Node root = scan("t");
+        ASSERT_TRUE(root);
+        EXPECT_EQ(
+            root->fileCount,
+            std::ranges::count_if(
+                *root->children, [](const Node& child) { return !child->isDirectory; }))
+            << "a link to /usr was followed";
+    }
+    isOver = true;
+    changer.join();
+}
+
+}  // namespace
+}  // namespace Brimlo
