@@ -12,19 +12,19 @@ namespace {
 
 class CleanCommandTest : public ToolTest {
 protected:
-    const std::string npm = at(".npm/_cacache");
+    const std::string thumbnails = at(".cache/thumbnails/large");
     const std::string chrome = at(".cache/google-chrome/Default/Cache");
     const std::string modules = at("Projects/app/node_modules");
 
     /// Two safe caches and a project with its dependencies, all long untouched.
     void fill() const {
-        write(".npm/_cacache/content-v2/sha512/a", std::string(50'000, 'a'));
-        link(".npm/_cacache/latest", "content-v2/sha512/a");
+        write(".cache/thumbnails/large/a.png", std::string(50'000, 'a'));
+        link(".cache/thumbnails/large/latest", "a.png");
         write(".cache/google-chrome/Default/Cache/Cache_Data/f_000001", std::string(9'000, 'f'));
         std::filesystem::permissions(chrome, std::filesystem::perms::owner_all);
         write("Projects/app/package.json", "{}");
         write("Projects/app/node_modules/left-pad/index.js", "module.exports = 1");
-        for (const std::string& folder : {npm, chrome, modules}) {
+        for (const std::string& folder : {thumbnails, chrome, modules}) {
             for (const auto& entry : std::filesystem::recursive_directory_iterator{folder}) {
                 age(entry.path().string(), 200);
             }
@@ -34,7 +34,7 @@ protected:
     }
 
     [[nodiscard]] std::vector<std::vector<std::string>> describe() const {
-        return {describeTree(npm), describeTree(chrome), describeTree(modules)};
+        return {describeTree(thumbnails), describeTree(chrome), describeTree(modules)};
     }
 
     /// What a person at a terminal is left with after an answer.
@@ -68,7 +68,8 @@ TEST_F(CleanCommandTest, GoesTheWholeRoadAndBack) {
 
     EXPECT_THAT(
         texts(answer({"suggest"}), "id"),
-        testing::UnorderedElementsAre("npm.cache", "browser.chrome", "artifact.node_modules"));
+        testing::UnorderedElementsAre(
+            "photos.thumbnails", "browser.chrome", "artifact.node_modules"));
 
     const Outcome dry = run({"clean", "--safe", "--dry-run"});
     EXPECT_EQ(dry.exitCode, 0);
@@ -79,8 +80,9 @@ TEST_F(CleanCommandTest, GoesTheWholeRoadAndBack) {
     const Json::Value report = answer({"clean", "--safe", "--yes"});
     EXPECT_EQ(report.at("processed").as_int64(), 2);
     EXPECT_EQ(report.at("movedToTrashBytes"), report.at("plan").at("totalBytes"));
-    EXPECT_THAT(texts(report.at("plan").at("items"), "path"), testing::ElementsAre(npm, chrome));
-    EXPECT_FALSE(exists(npm) || exists(chrome));
+    EXPECT_THAT(
+        texts(report.at("plan").at("items"), "path"), testing::ElementsAre(thumbnails, chrome));
+    EXPECT_FALSE(exists(thumbnails) || exists(chrome));
     EXPECT_EQ(describeTree(modules), before[2]);
 
     const Json::Value history = answer({"history"});
@@ -100,10 +102,10 @@ TEST_F(CleanCommandTest, TakesWhatWasChosen) {
         std::vector<std::string> paths;
     };
     const Case cases[] = {
-        {{"--safe"},                                                 {npm, chrome}         },
-        {{"--preselected"},                                          {npm, modules, chrome}},
-        {{"--rule", "npm.cache", "--rule", "artifact.node_modules"}, {npm, modules}        },
-        {{".npm/_cacache", "~/.npm/_cacache/content-v2", npm},       {npm}                 },
+        {{"--safe"},                                                                 {thumbnails, chrome}         },
+        {{"--preselected"},                                                          {thumbnails, modules, chrome}},
+        {{"--rule", "photos.thumbnails", "--rule", "artifact.node_modules"},         {thumbnails, modules}        },
+        {{".cache/thumbnails/large", "~/.cache/thumbnails/large/a.png", thumbnails}, {thumbnails}                 },
     };
     fill();
     for (auto [arguments, paths] : cases) {

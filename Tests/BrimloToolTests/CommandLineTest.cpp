@@ -15,7 +15,8 @@ class CommandLineTest : public ToolTest {
 protected:
     /// Something for each command to tell of.
     void fill() const {
-        write(".npm/_cacache/content-v2/a", std::string(50'000, 'a'));
+        write(".cache/thumbnails/large/a", std::string(50'000, 'a'));
+        write(".npm/_cacache/content-v2/a", std::string(90'000, 'a'));
         write("gone", "gone");
         EXPECT_EQ(run({"clean", at("gone"), "--yes"}).exitCode, 0);
     }
@@ -76,8 +77,8 @@ TEST_F(CommandLineTest, AnswersWithOneDocumentOfTheTypesFields) {
         {{"clean", "--safe", "--dry-run"},
          "{movedToTrashBytes,freedNowBytes,failures[],refused[],notes[],journalIDs[],processed," +
              plan                                                                        },
-        {{"size", ".npm"},                  "[{path,size}]"                              },
-        {{"safety", ".npm"},                "[{path,canonical,refusal}]"                 },
+        {{"size", ".cache"},                "[{path,size}]"                              },
+        {{"safety", ".cache"},              "[{path,canonical,refusal}]"                 },
         {{"history"},
          "[{id,date,originalPath,trashPath,size,undone,purgedFromTrash,trashID,batchID}]"},
         {{"trash", "size"},                 "{bytes}"                                    },

@@ -36,20 +36,24 @@ TEST_F(RulesCommandTest, JudgesAndTriesFiles) {
 }
 
 TEST_F(RulesCommandTest, SwitchesRules) {
-    write(".npm/_cacache/a", std::string(5'000, 'a'));
+    write(".cache/thumbnails/a", std::string(5'000, 'a'));
     const auto isEnabled = [] {
         const Json::Value list = answer({"rules", "list"});
         for (const Json::Value& rule : list.at("rules").as_array()) {
-            if (rule.at("id") == "npm.cache") {
+            if (rule.at("id") == "photos.thumbnails") {
                 return rule.at("enabled").as_bool();
             }
         }
         return false;
     };
-    EXPECT_EQ(run({"rules", "disable", "npm.cache"}), (Outcome{0, "npm.cache is off.\n", ""}));
+    EXPECT_EQ(
+        run({"rules", "disable", "photos.thumbnails"}),
+        (Outcome{0, "photos.thumbnails is off.\n", ""}));
     EXPECT_FALSE(isEnabled());
     EXPECT_EQ(Json::compact(answer({"suggest"})), "[]");
-    EXPECT_EQ(run({"rules", "enable", "npm.cache"}), (Outcome{0, "npm.cache is on.\n", ""}));
+    EXPECT_EQ(
+        run({"rules", "enable", "photos.thumbnails"}),
+        (Outcome{0, "photos.thumbnails is on.\n", ""}));
     EXPECT_TRUE(isEnabled());
     EXPECT_EQ(answer({"suggest"}).as_array().size(), 1);
 }

@@ -73,7 +73,7 @@ protected:
 };
 
 TEST_F(SuggestionEngineTest, FindsWhatCanBeCleanedAndTicksWhatIsSafe) {
-    fill(".npm/_cacache/blob", 300);
+    fill(".cache/thumbnails/large/a.png", 300);
     fill("Library/Caches/Other/file", 10);
     fill("Library/Caches/Third/file", 60);
     fill("Library/Caches/com.apple.Safari/file", 900);
@@ -95,8 +95,8 @@ TEST_F(SuggestionEngineTest, FindsWhatCanBeCleanedAndTicksWhatIsSafe) {
         "  * code/older/node_modules 300 older",
         "  - code/fresh/node_modules 5 fresh",
         "  * code/old/node_modules 200 old",
-        "npm.cache safe",
-        "  * .npm/_cacache 0 -",
+        "photos.thumbnails safe",
+        "  * .cache/thumbnails/large 0 -",
         "custom.inner safe",
         "  * Library/Caches/Inner/deep/safe 0 -",
         "general.app-caches rebuild",
