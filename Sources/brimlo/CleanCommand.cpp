@@ -1,13 +1,10 @@
-#include "BrimloCore/Cleaner/Cleaner.h"
 #include "BrimloCore/RulePacks/Catalog.h"
 #include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
 #include "BrimloCore/Support/AppConfig.h"
-#include "BrimloCore/Support/Fmt.h"
 #include "BrimloCore/Support/Safety.h"
 #include "BrimloCore/Support/StoragePaths.h"
+#include "brimlo/CleanRun.h"
 #include "brimlo/Console.h"
-#include "brimlo/Interrupt.h"
-#include "brimlo/JsonForms.h"
 #include "brimlo/Tool.h"
 
 #include <memory>
@@ -95,57 +92,6 @@ std::optional<std::string> unknownRule(const std::vector<std::string>& ids) {
     return found == ids.end() ? std::nullopt : std::optional{*found};
 }
 
-std::string total(const CleanPlan& plan) {
-    return Console::count(plan.items().size(), "item") + ", " + Fmt::bytes(plan.totalBytes());
-}
-
-void show(const CleanPlan& plan) {
-    for (const CleanItem& item : plan.items()) {
-        Console::line(
-            Console::size(item.size) + "  " + (item.risk ? Console::badge(*item.risk) + "  " : "") +
-            Console::shortPath(item.path) + Console::dim(item.ruleID ? "  " + *item.ruleID : ""));
-    }
-    for (const std::string& path : plan.dropped()) {
-        Console::line("   (inside another item: " + Console::shortPath(path) + ")");
-    }
-    if (!plan.items().empty()) {
-        Console::line(Console::bold(total(plan)));
-    }
-}
-
-void show(const CleanReport& report, bool dryRun) {
-    for (const std::string& line : report.refused) {
-        Console::line("refused  " + Console::shortPath(line));
-    }
-    for (const std::string& line : report.failures) {
-        Console::line("failed   " + Console::shortPath(line));
-    }
-    const std::string count = Console::count(static_cast<std::size_t>(report.processed), "item");
-    if (dryRun) {
-        Console::line(count + " would go to the Trash. Nothing was moved.");
-        return;
-    }
-    Console::line(
-        "Moved " + count + " to the Trash, " + Fmt::bytes(report.movedToTrashBytes) +
-        ". The space is free once the Trash is emptied.");
-    if (report.processed > 0) {
-        Console::line("\"brimlo undo --last\" puts everything back.");
-    }
-}
-
-CleanReport execute(const CleanPlan& plan, bool dryRun) {
-    if (!dryRun) {
-        Interrupt::finishFirst();
-    }
-    Cleaner cleaner{std::make_shared<Journal>(StoragePaths::journal())};
-    Console::Progress progress;
-    std::size_t done = 0;
-    return cleaner.execute(plan, DisposalMode::trash, dryRun, [&](const std::string& path) {
-        progress.show(
-            std::to_string(++done) + "/" + std::to_string(plan.items().size()) + "  " + path);
-    });
-}
-
 ExitCode run(const Arguments& arguments, const Tool& tool) {
     if (const auto id = unknownRule(arguments.rules)) {
         complain("No rule and no project pattern is called \"" + *id + "\".");
@@ -161,31 +107,7 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
     }
     const CleanPlan plan{
         arguments.paths.empty() ? suggestedItems(arguments) : typedItems(arguments.paths)};
-    if (!tool.isJson()) {
-        show(plan);
-        if (plan.items().empty()) {
-            Console::line("Nothing to clean was found.");
-            return ExitCode::done;
-        }
-        std::fflush(stdout);
-        if (!arguments.dryRun && !arguments.yes &&
-            !Console::confirm("Move " + total(plan) + " to the Trash?")) {
-            Console::line("Nothing was moved.");
-            return ExitCode::done;
-        }
-    }
-    const CleanReport report = execute(plan, arguments.dryRun);
-    if (tool.isJson()) {
-        Json::Object document = JsonForms::report(report);
-        document.emplace("plan", JsonForms::plan(plan));
-        print(document);
-    } else {
-        show(report, arguments.dryRun);
-    }
-    if (Interrupt::wasNoted()) {
-        return ExitCode::interrupted;
-    }
-    return report.failures.empty() && report.refused.empty() ? ExitCode::done : ExitCode::problems;
+    return CleanRun::run(plan, {.dryRun = arguments.dryRun, .yes = arguments.yes}, tool);
 }
 
 }  // namespace

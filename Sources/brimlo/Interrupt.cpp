@@ -15,6 +15,7 @@ namespace {
 // The handler may only touch lock-free atomics and call what signal-safety(7) lists.
 std::atomic<bool> isFinishing = false;
 std::atomic<bool> isNoted = false;
+std::atomic<bool> isUndoable = false;
 static_assert(std::atomic<bool>::is_always_lock_free);
 
 void say(std::string_view text) {
@@ -24,7 +25,8 @@ void say(std::string_view text) {
 void handle(int) {
     if (isFinishing) {
         isNoted = true;
-        say("\nbrimlo: what has begun is finished first; \"brimlo undo --last\" takes it back.\n");
+        say("\nbrimlo: what has begun is finished first");
+        say(isUndoable ? "; \"brimlo undo --last\" takes it back.\n" : ".\n");
         return;
     }
     say("\n");
@@ -40,9 +42,10 @@ void install() {
     sigaction(SIGINT, &action, nullptr);
 }
 
-void finishFirst() {
+void finishFirst(Undo undo) {
     // A reader of standard output who has gone away is no reason to stop either.
     std::signal(SIGPIPE, SIG_IGN);
+    isUndoable = undo == Undo::possible;
     isFinishing = true;
 }
 

@@ -7,8 +7,11 @@ namespace Brimlo::Interrupt {
 /// From here on Ctrl-C ends the program with exit code 130 and leaves a tidy line behind.
 void install();
 
+/// Whether "brimlo undo" takes back what is being done.
+enum class Undo { possible, impossible };
+
 /// From here on Ctrl-C is only noted, with a word on standard error, and a closed pipe ignored.
-void finishFirst();
+void finishFirst(Undo undo = Undo::possible);
 
 /// Whether Ctrl-C was noted.
 [[nodiscard]] bool wasNoted();

@@ -1,5 +1,6 @@
 #include "brimlo/JsonForms.h"
 
+#include "BrimloCore/Support/Iso8601.h"
 #include "BrimloCore/Support/RuleJson.h"
 #include "BrimloCore/Support/Text.h"
 
@@ -113,6 +114,40 @@ Json::Value entry(const JournalEntry& entry) {
     std::string text;
     entry.encode(text);
     return Json::parse(text).value_or(Json::Value{});
+}
+
+Json::Object node(const FileNode& node) {
+    return {
+        {"name",        path(node.name)               },
+        {"path",        path(node.path)               },
+        {"size",        node.size                     },
+        {"isDirectory", node.isDirectory              },
+        {"isAggregate", node.isAggregate              },
+        {"modified",    Iso8601::format(node.modified)},
+        {"fileCount",   node.fileCount                },
+    };
+}
+
+Json::Object duplicates(const DuplicateGroup& group) {
+    return {
+        {"id",          group.id.text()    },
+        {"size",        group.size         },
+        {"paths",       paths(group.paths) },
+        {"wastedBytes", group.wastedBytes()},
+    };
+}
+
+Json::Array areas(const std::vector<UnreadableArea>& areas) {
+    Json::Array array;
+    for (const UnreadableArea& area : areas) {
+        array.push_back({
+            {"area",    path(area.area)   },
+            {"count",   area.count        },
+            {"example", path(area.example)},
+            {"reason",  area.reason       },
+        });
+    }
+    return array;
 }
 
 Json::Object coverage(const CoverageEntry& entry) {

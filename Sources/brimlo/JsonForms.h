@@ -2,6 +2,9 @@
 
 #include "BrimloCore/Cleaner/CleanPlan.h"
 #include "BrimloCore/Cleaner/CleanReport.h"
+#include "BrimloCore/Cleaner/DuplicateFinder.h"
+#include "BrimloCore/DiskScanner/FileNode.h"
+#include "BrimloCore/DiskScanner/UnreadableFolders.h"
 #include "BrimloCore/Models/Suggestion.h"
 #include "BrimloCore/RulePacks/Coverage.h"
 #include "BrimloCore/Support/JournalEntry.h"
@@ -23,6 +26,10 @@ namespace Brimlo::JsonForms {
 [[nodiscard]] Json::Object plan(const CleanPlan& plan);
 [[nodiscard]] Json::Object report(const CleanReport& report);
 [[nodiscard]] Json::Value entry(const JournalEntry& entry);
+/// Without the children.
+[[nodiscard]] Json::Object node(const FileNode& node);
+[[nodiscard]] Json::Object duplicates(const DuplicateGroup& group);
+[[nodiscard]] Json::Array areas(const std::vector<UnreadableArea>& areas);
 [[nodiscard]] Json::Object coverage(const CoverageEntry& entry);
 [[nodiscard]] Json::Object validation(const RuleValidation& validation);
 

@@ -50,7 +50,10 @@ inline constexpr const char* kSetUpGroup = "Set up";
 /// Each adds one command.
 void addSuggestCommand(CLI::App& app, Tool& tool);
 void addCleanCommand(CLI::App& app, Tool& tool);
+void addScanCommand(CLI::App& app, Tool& tool);
 void addSizeCommand(CLI::App& app, Tool& tool);
+void addLargeCommand(CLI::App& app, Tool& tool);
+void addDuplicatesCommand(CLI::App& app, Tool& tool);
 void addHistoryCommand(CLI::App& app, Tool& tool);
 void addUndoCommand(CLI::App& app, Tool& tool);
 void addTrashCommand(CLI::App& app, Tool& tool);

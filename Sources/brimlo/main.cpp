@@ -25,7 +25,10 @@ int main(int argc, char** argv) {
 
     Tool tool;
     addSuggestCommand(app, tool);
+    addScanCommand(app, tool);
     addSizeCommand(app, tool);
+    addLargeCommand(app, tool);
+    addDuplicatesCommand(app, tool);
     addSafetyCommand(app, tool);
     addCoverageCommand(app, tool);
     addCleanCommand(app, tool);

@@ -1,0 +1,216 @@
+#include "BrimloCore/LargeFiles/LargeFiles.h"
+
+#include "BrimloCore/DiskScanner/FolderPlace.h"
+#include "BrimloCore/DiskScanner/LinkedFiles.h"
+#include "BrimloCore/Platform/DirectoryReader.h"
+#include "BrimloCore/Platform/EntryStatus.h"
+#include "BrimloCore/Support/Path.h"
+
+#include <algorithm>
+#include <cassert>
+#include <optional>
+#include <set>
+#include <string_view>
+#include <utility>
+
+namespace Brimlo::LargeFiles {
+
+namespace {
+
+using Platform::EntryStatus;
+using Nodes = std::vector<std::shared_ptr<FileNode>>;
+
+/// The largest files so far.
+class TopList {
+public:
+    TopList(std::size_t limit, std::int64_t minSize)
+        : limit_{limit}
+        , threshold_{minSize} {}
+
+    /// The smallest size still worth a look; only rises.
+    [[nodiscard]] std::int64_t threshold() const { return threshold_; }
+
+    /// Takes a file of at least the threshold, unless the list is full of files as large.
+    void consider(std::string_view name, std::string path, const EntryStatus& status) {
+        if (nodes_.size() < limit_) {
+            nodes_.insert(makeNode(name, std::move(path), status));
+            if (nodes_.size() == limit_) {
+                threshold_ = std::max(threshold_, (*nodes_.begin())->size);
+            }
+        } else if ((*nodes_.begin())->size < status.allocatedBytes) {
+            nodes_.erase(nodes_.begin());
+            auto node = makeNode(name, std::move(path), status);
+            // In the place of the smallest, it comes before its equals.
+            nodes_.insert(nodes_.lower_bound(node), std::move(node));
+            threshold_ = (*nodes_.begin())->size;
+        }
+    }
+
+    /// The files, the largest first; equal ones as they stood in the list.
+    [[nodiscard]] Nodes largestFirst() const {
+        Nodes sorted{nodes_.begin(), nodes_.end()};
+        std::ranges::stable_sort(
+            sorted, std::ranges::greater{}, [](const auto& node) { return node->size; });
+        return sorted;
+    }
+
+private:
+    struct Smaller {
+        bool operator()(const auto& a, const auto& b) const { return a->size < b->size; }
+    };
+
+    static std::shared_ptr<FileNode> makeNode(
+        std::string_view name, std::string path, const EntryStatus& status) {
+        auto node = std::make_shared<FileNode>();
+        node->name = name;
+        node->path = std::move(path);
+        node->size = status.allocatedBytes;
+        node->modified = status.modified;
+        node->fileCount = 1;
+        return node;
+    }
+
+    std::size_t limit_;
+    std::int64_t threshold_;
+    std::multiset<std::shared_ptr<FileNode>, Smaller> nodes_;
+};
+
+/// An entry to come back to once its folder is read: a subfolder, or a file that may be large.
+struct Entry {
+    std::string name;
+    EntryStatus status;
+};
+
+/// A folder whose subfolders are being walked.
+struct Level {
+    std::size_t pathLength = 0;  ///< Of the folder's own path.
+    std::vector<Entry> entries;  ///< In the folder's order, from the first subfolder on.
+    std::size_t next = 0;
+    std::size_t subfoldersLeft = 0;
+    std::optional<FolderPlace::Inside> inside;  ///< Until the last subfolder is entered.
+    std::int64_t files = 0;
+    std::int64_t bytes = 0;
+};
+
+/// Depth first, each subfolder where it stands among its folder's entries.
+///
+/// A folder is read and looked at as a whole before the first of its subfolders, so that it need
+/// not stay open. Which files that takes in is the same as if the walk went down in between,
+/// because what may enter the list is only decided when an entry's turn comes.
+class Walk {
+public:
+    Walk(std::uint64_t device, TopList& top, ScanControl& control)
+        : device_{device}
+        , top_{top}
+        , control_{control} {}
+
+    void run(const std::string& root) {
+        path_ = root;
+        if (control_.isCancelled()) {
+            return;
+        }
+        enter(FolderPlace{root});
+        while (!levels_.empty() && !control_.isCancelled()) {
+            Level& level = levels_.back();
+            path_.resize(level.pathLength);
+            if (level.next == level.entries.size()) {
+                control_.record(level.files, level.bytes, path_);
+                levels_.pop_back();
+                continue;
+            }
+            const Entry entry = std::move(level.entries[level.next++]);
+            if (entry.status.kind == EntryStatus::Kind::directory) {
+                descend(level, entry.name);
+            } else {
+                consider(entry.name.c_str(), entry.status);
+            }
+        }
+    }
+
+private:
+    void descend(Level& level, const std::string& name) {
+        const FolderPlace place = level.inside->place(name);
+        if (--level.subfoldersLeft == 0) {
+            level.inside.reset();
+        }
+        path_.append(path_ == "/" ? "" : "/").append(name);
+        enter(place);
+    }
+
+    /// Opens the folder at `path_`, looks at its entries and puts it on top of the levels.
+    void enter(const FolderPlace& place) {
+        const FolderPlace::Open open = place.open();
+        if (!open) {
+            if (!control_.isCancelled()) {
+                control_.skip(path_);
+            }
+            return;
+        }
+        Level level{.pathLength = path_.size()};
+        Platform::readDirectory(
+            open->number(),
+            Platform::EntryDetail::kind,
+            [&](const Platform::DirectoryEntry& entry) {
+                if (!control_.isCancelled()) {
+                    lookAt(open->number(), entry.name, level);
+                }
+            });
+        if (level.subfoldersLeft > 0) {
+            level.inside = place.inside(open);
+        }
+        levels_.push_back(std::move(level));
+    }
+
+    void lookAt(int folder, const char* name, Level& level) {
+        const auto status = Platform::entryStatus(folder, name);
+        if (!status) {
+            return;
+        }
+        if (status->kind == EntryStatus::Kind::directory && status->device == device_) {
+            level.entries.push_back({name, *status});
+            ++level.subfoldersLeft;
+        } else if (status->kind == EntryStatus::Kind::file) {
+            ++level.files;
+            level.bytes += status->allocatedBytes;
+            if (status->allocatedBytes < top_.threshold()) {
+                return;
+            }
+            if (level.subfoldersLeft == 0) {
+                consider(name, *status);
+            } else {
+                level.entries.push_back({name, *status});
+            }
+        }
+    }
+
+    /// Takes a file of the folder at `path_`, if it is still large enough and not known.
+    void consider(const char* name, const EntryStatus& status) {
+        // All names of a file have one size and the threshold only rises, so that a small file
+        // need not be remembered.
+        if (status.allocatedBytes >= top_.threshold() && linkedFiles_.isFirst(status)) {
+            top_.consider(name, path_ == "/" ? path_ + name : path_ + "/" + name, status);
+        }
+    }
+
+    const std::uint64_t device_;
+    TopList& top_;
+    ScanControl& control_;
+    LinkedFiles linkedFiles_;
+    std::vector<Level> levels_;  ///< From the root down to the folder at work.
+    std::string path_;           ///< Of the folder at work.
+};
+
+}  // namespace
+
+Nodes find(const std::string& root, std::size_t limit, std::int64_t minSize, ScanControl& control) {
+    assert(limit > 0);
+    const auto status = Path::isUsable(root) ? Platform::entryStatus(root.c_str()) : std::nullopt;
+    if (!status) {
+        return {};
+    }
+    TopList top{limit, minSize};
+    Walk{status->device, top, control}.run(root);
+    return top.largestFirst();
+}
+
+}  // namespace Brimlo::LargeFiles

@@ -1,0 +1,102 @@
+#include "brimlo/CleanRun.h"
+
+#include "BrimloCore/Cleaner/Cleaner.h"
+#include "BrimloCore/Support/Fmt.h"
+#include "BrimloCore/Support/StoragePaths.h"
+#include "brimlo/Console.h"
+#include "brimlo/Interrupt.h"
+#include "brimlo/JsonForms.h"
+
+#include <cstdio>
+#include <memory>
+
+namespace Brimlo::CleanRun {
+
+namespace {
+
+std::string total(const CleanPlan& plan) {
+    return Console::count(plan.items().size(), "item") + ", " + Fmt::bytes(plan.totalBytes());
+}
+
+CleanReport execute(const CleanPlan& plan, bool dryRun) {
+    if (!dryRun) {
+        Interrupt::finishFirst();
+    }
+    Cleaner cleaner{std::make_shared<Journal>(StoragePaths::journal())};
+    Console::Progress progress;
+    std::size_t done = 0;
+    return cleaner.execute(plan, DisposalMode::trash, dryRun, [&](const std::string& path) {
+        progress.show(
+            std::to_string(++done) + "/" + std::to_string(plan.items().size()) + "  " + path);
+    });
+}
+
+}  // namespace
+
+void show(const CleanPlan& plan) {
+    for (const CleanItem& item : plan.items()) {
+        Console::line(
+            Console::size(item.size) + "  " + (item.risk ? Console::badge(*item.risk) + "  " : "") +
+            Console::shortPath(item.path) + Console::dim(item.ruleID ? "  " + *item.ruleID : ""));
+    }
+    for (const std::string& path : plan.dropped()) {
+        Console::line("   (inside another item: " + Console::shortPath(path) + ")");
+    }
+    if (!plan.items().empty()) {
+        Console::line(Console::bold(total(plan)));
+    }
+}
+
+void show(const CleanReport& report, bool dryRun) {
+    for (const std::string& line : report.refused) {
+        Console::line("refused  " + Console::shortPath(line));
+    }
+    for (const std::string& line : report.failures) {
+        Console::line("failed   " + Console::shortPath(line));
+    }
+    const std::string count = Console::count(static_cast<std::size_t>(report.processed), "item");
+    if (dryRun) {
+        Console::line(count + " would go to the Trash. Nothing was moved.");
+        return;
+    }
+    Console::line(
+        "Moved " + count + " to the Trash, " + Fmt::bytes(report.movedToTrashBytes) +
+        ". The space is free once the Trash is emptied.");
+    if (report.processed > 0) {
+        Console::line("\"brimlo undo --last\" puts everything back.");
+    }
+}
+
+ExitCode exitCode(const CleanReport& report) {
+    if (Interrupt::wasNoted()) {
+        return ExitCode::interrupted;
+    }
+    return report.failures.empty() && report.refused.empty() ? ExitCode::done : ExitCode::problems;
+}
+
+ExitCode run(const CleanPlan& plan, const Choice& choice, const Tool& tool) {
+    if (!tool.isJson()) {
+        show(plan);
+        if (plan.items().empty()) {
+            Console::line("Nothing to clean was found.");
+            return ExitCode::done;
+        }
+        std::fflush(stdout);
+        if (!choice.dryRun && !choice.yes &&
+            !Console::confirm("Move " + total(plan) + " to the Trash?")) {
+            Console::line("Nothing was moved.");
+            return ExitCode::done;
+        }
+    }
+    const CleanReport report = execute(plan, choice.dryRun);
+    if (tool.isJson()) {
+        Json::Object document = JsonForms::report(report);
+        document.emplace("plan", JsonForms::plan(plan));
+        print(document);
+    } else {
+        show(report, choice.dryRun);
+    }
+    return exitCode(report);
+}
+
+}  // namespace Brimlo::CleanRun

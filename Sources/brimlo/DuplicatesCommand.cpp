@@ -1,0 +1,251 @@
+#include "BrimloCore/Cleaner/DuplicateFinder.h"
+#include "BrimloCore/Support/Fmt.h"
+#include "BrimloCore/Support/Folders.h"
+#include "BrimloCore/Support/Path.h"
+#include "BrimloCore/Support/StoragePaths.h"
+#include "brimlo/CleanRun.h"
+#include "brimlo/Console.h"
+#include "brimlo/Interrupt.h"
+#include "brimlo/JsonForms.h"
+#include "brimlo/Tool.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+
+namespace Brimlo {
+
+namespace {
+
+using Groups = std::vector<DuplicateGroup>;
+
+struct Arguments {
+    std::vector<std::string> paths;
+    std::int64_t minSize = 1'048'576;
+    bool clone = false;
+    bool trashExtras = false;
+    bool yes = false;
+};
+
+/// What came of the cloning.
+struct CloneReport {
+    std::int64_t sharedBytes = 0;
+    std::vector<std::string> failures;  ///< "path: reason".
+};
+
+Groups find(const std::vector<std::string>& roots, std::int64_t minSize) {
+    Console::Progress progress;
+    progress.show("Looking for files of the same length…");
+    return DuplicateFinder::find(roots, minSize, nullptr, [&](const std::string& path) {
+        progress.show("Reading " + Console::shortPath(path));
+    });
+}
+
+std::size_t extraCount(const Groups& groups) {
+    std::size_t count = 0;
+    for (const DuplicateGroup& group : groups) {
+        count += group.paths.size() - 1;
+    }
+    return count;
+}
+
+void show(const Groups& groups) {
+    std::int64_t wasted = 0;
+    for (const DuplicateGroup& group : groups) {
+        Console::line(
+            Console::size(group.wastedBytes()) + "  " +
+            Console::bold(
+                Console::count(group.paths.size(), "equal file") + " of " +
+                Fmt::bytes(group.size)));
+        for (const std::string& path : group.paths) {
+            const bool isKept = &path == &group.paths.front();
+            Console::line((isKept ? "      keep  " : "            ") + Console::shortPath(path));
+        }
+        wasted += group.wastedBytes();
+    }
+    if (groups.empty()) {
+        Console::line("No two files are equal.");
+        return;
+    }
+    Console::line(
+        Console::bold(
+            Console::count(extraCount(groups), "extra file") + ", " + Fmt::bytes(wasted)) +
+        ".");
+}
+
+void showWays() {
+    Console::line(
+        "\"--clone\" lets equal files share their bytes, \"--trash-extras\" moves all but");
+    Console::line("the first of each group to the Trash.");
+}
+
+Json::Array forms(const Groups& groups) {
+    Json::Array document;
+    for (const DuplicateGroup& group : groups) {
+        document.push_back(JsonForms::duplicates(group));
+    }
+    return document;
+}
+
+CloneReport cloneExtras(const Groups& groups) {
+    Interrupt::finishFirst(Interrupt::Undo::impossible);
+    CloneReport report;
+    Console::Progress progress;
+    for (const DuplicateGroup& group : groups) {
+        for (std::size_t i = 1; i < group.paths.size() && !Interrupt::wasNoted(); ++i) {
+            const std::string& path = group.paths[i];
+            progress.show("Cloning " + Console::shortPath(path));
+            // Minutes may have passed since both were read.
+            if (!DuplicateFinder::areEqual(group.paths.front(), path)) {
+                report.failures.push_back(path + ": is no longer equal");
+                continue;
+            }
+            const auto done = DuplicateFinder::replaceWithClone(group.paths.front(), path);
+            if (done) {
+                report.sharedBytes += group.size;
+            } else {
+                report.failures.push_back(path + ": " + done.error().description);
+            }
+        }
+    }
+    return report;
+}
+
+ExitCode clone(const Groups& groups, bool yes, const Tool& tool) {
+    if (!tool.isJson()) {
+        std::fflush(stdout);
+        const std::string count = Console::count(extraCount(groups), "file");
+        if (!yes && !Console::confirm("Replace " + count + " by clones?")) {
+            Console::line("Nothing was changed.");
+            return ExitCode::done;
+        }
+    }
+    const CloneReport report = cloneExtras(groups);
+    if (tool.isJson()) {
+        Json::Array failures;
+        for (const std::string& line : report.failures) {
+            failures.push_back(JsonForms::path(line));
+        }
+        print(Json::Object{
+            {"groups",      forms(groups)      },
+            {"sharedBytes", report.sharedBytes },
+            {"failures",    std::move(failures)}
+        });
+    } else {
+        for (const std::string& line : report.failures) {
+            Console::line("failed   " + Console::shortPath(line));
+        }
+        Console::line(
+            report.failures.empty()
+                ? "Replaced duplicates with clones, sharing " + Fmt::bytes(report.sharedBytes) + "."
+                : "Cloned some duplicates; " + std::to_string(report.failures.size()) +
+                      " failed (different volume?).");
+    }
+    if (Interrupt::wasNoted()) {
+        return ExitCode::interrupted;
+    }
+    return report.failures.empty() ? ExitCode::done : ExitCode::problems;
+}
+
+CleanPlan planOfExtras(const Groups& groups) {
+    std::vector<CleanItem> items;
+    for (const DuplicateGroup& group : groups) {
+        for (std::size_t i = 1; i < group.paths.size(); ++i) {
+            items.push_back({group.paths[i], group.size, std::nullopt, std::nullopt});
+        }
+    }
+    return CleanPlan{items};
+}
+
+/// The folders meant. What is none, or can't be read, is complained of and left out.
+std::vector<std::string> roots(const std::vector<std::string>& paths) {
+    if (paths.empty()) {
+        return {StoragePaths::home()};
+    }
+    std::vector<std::string> result;
+    for (const std::string& path : paths) {
+        std::string root = Path::standardized(StoragePaths::expandTilde(path));
+        if (Folders::names(root)) {
+            result.push_back(std::move(root));
+        } else {
+            complain(path + " is no folder that can be read.");
+        }
+    }
+    return result;
+}
+
+ExitCode act(const Groups& groups, const Arguments& arguments, const Tool& tool) {
+    if (!tool.isJson()) {
+        show(groups);
+        if (groups.empty()) {
+            return ExitCode::done;
+        }
+    }
+    if (arguments.clone) {
+        return clone(groups, arguments.yes, tool);
+    }
+    if (arguments.trashExtras) {
+        return CleanRun::run(planOfExtras(groups), {.yes = arguments.yes}, tool);
+    }
+    if (tool.isJson()) {
+        print(forms(groups));
+    } else {
+        showWays();
+    }
+    return ExitCode::done;
+}
+
+ExitCode run(const Arguments& arguments, const Tool& tool) {
+    if (std::ranges::find(arguments.paths, "") != arguments.paths.end()) {
+        complain("An empty path names nothing.");
+        return ExitCode::wrongUsage;
+    }
+    const bool isChanging = arguments.clone || arguments.trashExtras;
+    if (isChanging && !arguments.yes && (tool.isJson() || !Console::canAsk())) {
+        complain("Nobody can be asked here: say --yes to change files.");
+        return ExitCode::wrongUsage;
+    }
+    const std::vector<std::string> folders = roots(arguments.paths);
+    if (folders.empty() && !tool.isJson()) {
+        return ExitCode::problems;
+    }
+    const ExitCode exit = act(find(folders, arguments.minSize), arguments, tool);
+    const bool isComplete = folders.size() >= arguments.paths.size();
+    return exit == ExitCode::done && !isComplete ? ExitCode::problems : exit;
+}
+
+}  // namespace
+
+void addDuplicatesCommand(CLI::App& app, Tool& tool) {
+    const auto arguments = std::make_shared<Arguments>();
+    CLI::App* command =
+        tool.add(app, "duplicates", "Find files with the same content", [arguments, &tool] {
+            return run(*arguments, tool);
+        });
+    command->group(kLookGroup);
+    command->add_option("paths", arguments->paths, "Folders (default: your home folder)")
+        ->type_name("PATH");
+    command
+        ->add_option(
+            "--min-size",
+            arguments->minSize,
+            "Only files of at least so many bytes (default: 1048576)")
+        ->type_name("BYTES")
+        ->check(wholeNumber());
+    CLI::Option* clone = command->add_flag(
+        "--clone", arguments->clone, "Replace all but the first of each group by clones of it");
+    command
+        ->add_flag(
+            "--trash-extras",
+            arguments->trashExtras,
+            "Move all but the first of each group to the Trash")
+        ->excludes(clone);
+    command->add_flag("--yes", arguments->yes, "Don't ask");
+    command->footer(
+        "A clone shares its bytes on the disk with the other file until one of the two is "
+        "changed.\n"
+        "It needs a file system that can do that, Btrfs or XFS for example, and one volume.\n"
+        "Folders called Library or .Trash are left out, and so are photo libraries and apps.");
+}
+
+}  // namespace Brimlo

@@ -1,0 +1,102 @@
+#include "BrimloCore/LargeFiles/LargeFiles.h"
+#include "BrimloCore/Support/Fmt.h"
+#include "BrimloCore/Support/Path.h"
+#include "BrimloCore/Support/StoragePaths.h"
+#include "brimlo/Console.h"
+#include "brimlo/JsonForms.h"
+#include "brimlo/Tool.h"
+#include "brimlo/WalkProgress.h"
+
+#include <memory>
+
+namespace Brimlo {
+
+namespace {
+
+struct Arguments {
+    std::string path = "~";
+    std::int64_t limit = 200;
+    std::int64_t minSize = 52'428'800;
+};
+
+void show(const std::vector<std::shared_ptr<FileNode>>& files, const Arguments& arguments) {
+    std::int64_t total = 0;
+    for (const auto& file : files) {
+        Console::line(Console::size(file->size) + "  " + Console::shortPath(file->path));
+        total += file->size;
+    }
+    if (files.empty()) {
+        Console::line("No file takes " + Fmt::bytes(arguments.minSize) + " or more.");
+    } else {
+        Console::line(
+            Console::bold(Console::count(files.size(), "file") + ", " + Fmt::bytes(total)));
+    }
+}
+
+ExitCode run(const Arguments& arguments, const Tool& tool) {
+    if (arguments.path.empty()) {
+        complain("An empty path names nothing.");
+        return ExitCode::wrongUsage;
+    }
+    if (arguments.limit == 0) {
+        complain("The limit is 1 or more.");
+        return ExitCode::wrongUsage;
+    }
+    const std::string root = Path::standardized(StoragePaths::expandTilde(arguments.path));
+    ScanControl control;
+    std::vector<std::shared_ptr<FileNode>> files;
+    {
+        const WalkProgress progress{control};
+        files = LargeFiles::find(
+            root, static_cast<std::size_t>(arguments.limit), arguments.minSize, control);
+    }
+    const std::vector<std::string> unread = control.inaccessible();
+    // A folder is told when it is finished, so that the root is told last.
+    const bool isRead = control.progress().path == root;
+    if (!isRead) {
+        complain(arguments.path + " is no folder that can be read.");
+    }
+    if (tool.isJson()) {
+        Json::Array document;
+        for (const auto& file : files) {
+            document.push_back(JsonForms::node(*file));
+        }
+        print(document);
+    } else if (isRead) {
+        show(files, arguments);
+        if (!unread.empty()) {
+            Console::line(Console::dim(
+                Console::count(unread.size(), "folder") + " in it could not be read."));
+        }
+    }
+    return isRead ? ExitCode::done : ExitCode::problems;
+}
+
+}  // namespace
+
+void addLargeCommand(CLI::App& app, Tool& tool) {
+    const auto arguments = std::make_shared<Arguments>();
+    CLI::App* command =
+        tool.add(app, "large", "List the largest files below a folder", [arguments, &tool] {
+            return run(*arguments, tool);
+        });
+    command->group(kLookGroup);
+    command->add_option("path", arguments->path, "The folder (default: your home folder)")
+        ->type_name("PATH");
+    command->add_option("--limit", arguments->limit, "At most so many files (default: 200)")
+        ->check(wholeNumber());
+    command
+        ->add_option(
+            "--min-size",
+            arguments->minSize,
+            "Only files that take at least so many bytes of the disk (default: 52428800)")
+        ->type_name("BYTES")
+        ->check(wholeNumber());
+    command->footer(
+        "Sizes are what the disk really holds, and a file with several names is listed once.\n"
+        "Other volumes are not entered.\n"
+        "Example:\n"
+        "  brimlo large ~/Downloads --min-size 1000000000");
+}
+
+}  // namespace Brimlo

@@ -1,0 +1,123 @@
+#include "BrimloCore/LargeFiles/LargeFiles.h"
+
+#include "BrimloCore/Platform/FileIdentity.h"
+#include "BrimloCoreTests/Cleaner/Child.h"
+#include "Support/DeepFolder.h"
+#include "Support/TempHome.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <random>
+#include <set>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+namespace Brimlo {
+namespace {
+
+namespace fs = std::filesystem;
+using Lines = std::vector<std::string>;
+
+std::int64_t blocksOf(const fs::path& path) {
+    struct stat status {};
+    return lstat(path.c_str(), &status) == 0 ? std::int64_t{status.st_blocks} * 512 : -1;
+}
+
+/// The paths, checked to come with their sizes as far as these can be asked for.
+Lines find(const std::string& root, std::size_t limit, std::int64_t minSize, ScanControl& control) {
+    Lines paths;
+    for (const auto& node : LargeFiles::find(root, limit, minSize, control)) {
+        EXPECT_TRUE(blocksOf(node->path) == node->size || blocksOf(node->path) == -1);
+        EXPECT_EQ(node->name, fs::path{node->path}.filename().string());
+        paths.push_back(node->path);
+    }
+    return paths;
+}
+
+/// The search as it reads on paper: it looks at all there is and sorts its whole list each time.
+Lines plainFind(const std::string& root, std::size_t limit, std::int64_t minSize) {
+    Lines top;
+    std::set<std::uint64_t> seen;
+    for (const auto& entry : fs::recursive_directory_iterator{root}) {
+        const std::int64_t size = blocksOf(entry);
+        const auto file = Platform::FileIdentity::of(entry.path())->inode;
+        if (entry.is_directory() || size < minSize || !seen.insert(file).second) {
+            continue;
+        }
+        if (top.size() < limit) {
+            top.push_back(entry.path());
+        } else if (blocksOf(top.front()) < size) {
+            top.front() = entry.path();
+        }
+        std::ranges::stable_sort(top, {}, blocksOf);
+    }
+    std::ranges::stable_sort(top, std::greater{}, blocksOf);
+    return top;
+}
+
+using LargeFilesTest = Testing::TempHome;
+
+TEST_F(LargeFilesTest, AgreesWithThePlainSearchOnGeneratedTrees) {
+    std::mt19937 random{7};
+    const auto below = [&](std::size_t limit) { return random() % limit; };
+    for (int tree = 0; tree < 30; ++tree) {
+        Lines folders{"t" + std::to_string(tree)};
+        Lines names{write(folders.front() + "/first", "")};
+        std::int64_t bytes = 0;
+        for (int i = 0; i < 60; ++i) {
+            const std::string path = folders[below(folders.size())] + "/" + std::to_string(i);
+            if (below(4) == 0) {
+                makeFolder(folders.emplace_back(path));
+                continue;
+            }
+            if (below(5) == 0) {
+                fs::create_hard_link(names[below(names.size())], at(path));
+            } else {
+                write(path, std::string(4'096 * below(6), 'x'));
+            }
+            bytes += blocksOf(names.emplace_back(at(path)));
+        }
+        for (const std::size_t limit : {1U, 3U, 10U, 1'000U}) {
+            const std::string root = at(folders.front());
+            const auto minSize = static_cast<std::int64_t>(4'096 * below(4));
+            ScanControl control;
+            EXPECT_EQ(find(root, limit, minSize, control), plainFind(root, limit, minSize));
+            EXPECT_EQ(control.progress(), (ScanControl::Progress{std::ssize(names), bytes, root}));
+        }
+    }
+}
+
+TEST_F(LargeFilesTest, TakesNothingButFilesAndTellsWhatItCannotOpen) {
+    const std::string big = write("a/new\nline \xff", std::string(50'000, 'x'));
+    link("a/folder", at(""));
+    link("a/link", big);
+    ASSERT_EQ(mkfifo(at("a/pipe").c_str(), 0600), 0);
+    ASSERT_EQ(mknod(at("a/socket").c_str(), S_IFSOCK | 0600, 0), 0);
+    fs::resize_file(write("a/sparse", ""), std::uintmax_t{8} << 40U);
+    write("a/closed/file", std::string(60'000, 'x'));
+    chmod(at("a/closed").c_str(), 0);
+    Testing::asOrdinaryUser(home(), [&] {
+        ScanControl control;
+        EXPECT_EQ(find(at("missing"), 1, 0, control), Lines{});
+        EXPECT_EQ(find(big, 1, 0, control), Lines{});
+        EXPECT_EQ(find(at("a"), 9, 1, control), Lines{big});
+        EXPECT_EQ(control.progress().files, 2);
+        EXPECT_EQ(control.inaccessible(), (Lines{big, at("a/closed")}));
+        control.cancel();
+        EXPECT_EQ(find(big, 9, 0, control), Lines{});
+        EXPECT_EQ(control.inaccessible().size(), 2U);
+    });
+}
+
+TEST_F(LargeFilesTest, ReachesTheBottomOfADeepFolderWithFewDescriptors) {
+    const Testing::DeepFolder deep{makeFolder("deep"), 2'500};
+    const rlimit few{.rlim_cur = 60, .rlim_max = 60};
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &few), 0);
+    ScanControl control;
+    EXPECT_EQ(find(at("deep"), 1, 0, control).size(), 1U);
+    EXPECT_EQ(control.progress().bytes, deep.fileBlocks());
+}
+
+}  // namespace
+}  // namespace Brimlo

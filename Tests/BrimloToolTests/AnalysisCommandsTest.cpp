@@ -1,0 +1,66 @@
+#include "BrimloToolTests/ToolTest.h"
+
+#include <tuple>
+
+namespace Brimlo::Testing {
+namespace {
+
+struct AnalysisCommandsTest : ToolTest {
+    void fill() const {
+        write("a/1", std::string(2'000'000, 'x'));
+        write("a/2", std::string(2'000'000, 'x'));
+        write("a/3", std::string(2'000'000, 'y'));
+    }
+};
+
+TEST_F(AnalysisCommandsTest, ListsLargeFiles) {
+    fill();
+    write("a/new\nline\xff", std::string(3'000'000, 'x'));
+    EXPECT_EQ(run({"large"}), (Outcome{0, "No file takes 52.4 MB or more.\n", ""}));
+    EXPECT_EQ(
+        shape(answer({"large", "a", "--min-size", "1"})),
+        "[{name,path,size,isDirectory,isAggregate,modified,fileCount}]");
+    EXPECT_TRUE(run({"large", "a", "--limit", "1", "--min-size", "1"})
+                    .out.ends_with("  ~/a/new\uFFFDline\uFFFD\n1 file, 3 MB\n"));
+}
+
+TEST_F(AnalysisCommandsTest, TellsWhatIsWrong) {
+    const std::tuple<std::vector<std::string>, int, std::string> cases[] = {
+        {{"large", "a/1"},                            1, "a/1 is no folder that can be read."                  },
+        {{"large", ""},                               2, "An empty path names nothing."                        },
+        {{"large", "--limit", "0"},                   2, "The limit is 1 or more."                             },
+        {{"duplicates", "a/1"},                       1, "a/1 is no folder that can be read."                  },
+        {{"duplicates", "--trash-extras", "--json"},
+         2,                                              "Nobody can be asked here: say --yes to change files."},
+        {{"duplicates", "--clone", "--trash-extras"}, 2, "--clone excludes --trash-extras."                    },
+    };
+    fill();
+    for (const auto& [arguments, exitCode, sentence] : cases) {
+        EXPECT_EQ(run(arguments), (Outcome{exitCode, "", "brimlo: " + sentence + "\n"}));
+    }
+}
+
+TEST_F(AnalysisCommandsTest, TrashesTheExtrasAndPutsThemBack) {
+    fill();
+    EXPECT_EQ(shape(answer({"duplicates"})), "[{id,size,paths[],wastedBytes}]");
+    const Json::Value report = answer({"duplicates", "a", "--trash-extras", "--yes"});
+    EXPECT_EQ(report.at("movedToTrashBytes").as_int64(), 2'000'000);
+    EXPECT_EQ(trashed(), std::vector<std::string>{"2"});
+    // What lies in the Trash is no copy to rely on.
+    EXPECT_EQ(run({"duplicates"}).out, "No two files are equal.\n");
+    EXPECT_EQ(run({"undo", "--last"}).exitCode, 0);
+    EXPECT_EQ(contentOf(at("a/2")), contentOf(at("a/1")));
+}
+
+TEST_F(AnalysisCommandsTest, ReportsWhatCouldNotBeCloned) {
+    fill();
+    write("a/2.brimlo-clone", "left over");
+    EXPECT_TRUE(run({"duplicates", "--clone", "--yes"})
+                    .out.ends_with("failed   ~/a/2: clonefile failed: File exists\n"
+                                   "Cloned some duplicates; 1 failed (different volume?).\n"));
+    const Json::Value report = answer({"duplicates", "--clone", "--yes"}, 1);
+    EXPECT_EQ(shape(report), "{groups[{id,size,paths[],wastedBytes}],sharedBytes,failures[]}");
+}
+
+}  // namespace
+}  // namespace Brimlo::Testing
