@@ -44,8 +44,8 @@ using Progress = std::function<void(const std::string& path)>;
     const ScanControl* control = nullptr,
     const Progress& progress = {});
 
-/// Whether both files can be read to their ends and hold the same bytes now. For what was found some
-/// time ago. Blocks; reads both.
+/// Whether both files can be read to their ends and hold the same bytes now. For what was found
+/// some time ago. Blocks; reads both.
 [[nodiscard]] bool areEqual(const std::string& first, const std::string& second);
 
 /// Puts a clone of `original` in the place of `duplicate`, with the times and the mode of the

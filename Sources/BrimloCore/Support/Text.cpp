@@ -78,6 +78,15 @@ void forEachBoundary(std::string_view text, Visit visit) {
     utext_close(&source);
 }
 
+/// The text without any of the characters of `space` at both ends.
+std::string_view without(std::string_view space, std::string_view text) {
+    const std::size_t start = text.find_first_not_of(space);
+    if (start == std::string_view::npos) {
+        return {};
+    }
+    return text.substr(start, text.find_last_not_of(space) - start + 1);
+}
+
 }  // namespace
 
 bool isValid(std::string_view text) {
@@ -140,11 +149,15 @@ bool isLetterOrNumber(std::string_view character) {
 }
 
 std::string_view trimmed(std::string_view text) {
-    const std::size_t start = text.find_first_not_of(" \t");
-    if (start == std::string_view::npos) {
-        return {};
-    }
-    return text.substr(start, text.find_last_not_of(" \t") - start + 1);
+    return without(" \t", text);
+}
+
+std::string_view stripped(std::string_view text) {
+    return without(" \t\n\v\f\r", text);
+}
+
+std::string repaired(std::string_view text) {
+    return isAscii(text) ? std::string{text} : toUtf8(toUnicode(text));
 }
 
 std::string printable(std::string_view text) {

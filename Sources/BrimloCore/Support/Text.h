@@ -33,6 +33,12 @@ namespace Brimlo::Text {
 /// Without spaces and tabs at both ends; line ends stay.
 [[nodiscard]] std::string_view trimmed(std::string_view text);
 
+/// Without white space, line ends included, at both ends.
+[[nodiscard]] std::string_view stripped(std::string_view text);
+
+/// Well-formed: each ill-formed sequence becomes U+FFFD.
+[[nodiscard]] std::string repaired(std::string_view text);
+
 /// Fit to be shown on one line: ill-formed bytes and control characters become U+FFFD.
 [[nodiscard]] std::string printable(std::string_view text);
 

@@ -1,0 +1,230 @@
+#include "BrimloCore/Shell/ChildProcess.h"
+
+#include "BrimloCore/Platform/Pipe.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <cmath>
+#include <csignal>
+#include <thread>
+
+#include <poll.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+// One thread does it all: it reads both pipes as they fill, so that the child never waits for a
+// reader, and looks up from them when the time limit comes. The child is reaped last. Until then
+// its number can't pass to another process, which makes a late SIGTERM harmless.
+
+namespace Brimlo::ChildProcess {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using std::chrono::milliseconds;
+
+/// The limit as a point in time; a limit too far off to be added to the clock is as good as none.
+Clock::time_point deadline(double seconds) {
+    constexpr double kLongest = 1e9;
+    const double limit = std::isnan(seconds) ? 0 : std::clamp(seconds, 0.0, kLongest);
+    return Clock::now() +
+           std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>{limit});
+}
+
+/// What `posix_spawn` is told about streams, folder and signals.
+class SpawnSettings {
+public:
+    SpawnSettings() {
+        posix_spawn_file_actions_init(&actions_);
+        posix_spawnattr_init(&attributes_);
+    }
+    SpawnSettings(const SpawnSettings&) = delete;
+    SpawnSettings& operator=(const SpawnSettings&) = delete;
+    ~SpawnSettings() {
+        posix_spawnattr_destroy(&attributes_);
+        posix_spawn_file_actions_destroy(&actions_);
+    }
+
+    [[nodiscard]] bool redirect(const Platform::Pipe& pipe, int stream) {
+        return posix_spawn_file_actions_adddup2(&actions_, pipe.writeEnd.number(), stream) == 0;
+    }
+
+    [[nodiscard]] bool enter(const std::optional<std::string>& folder) {
+        return !folder || posix_spawn_file_actions_addchdir_np(&actions_, folder->c_str()) == 0;
+    }
+
+    /// A program counts on being stopped by SIGTERM and SIGPIPE, whatever this one does with them.
+    [[nodiscard]] bool resetSignals() {
+        sigset_t all;
+        sigset_t none;
+        sigfillset(&all);
+        sigemptyset(&none);
+        return posix_spawnattr_setsigdefault(&attributes_, &all) == 0 &&
+               posix_spawnattr_setsigmask(&attributes_, &none) == 0 &&
+               posix_spawnattr_setflags(
+                   &attributes_, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK) == 0;
+    }
+
+    [[nodiscard]] std::optional<pid_t> spawn(const std::vector<char*>& arguments) const {
+        pid_t child = 0;
+        const int error = posix_spawn(
+            &child, arguments.front(), &actions_, &attributes_, arguments.data(), environ);
+        return error == 0 ? std::optional{child} : std::nullopt;
+    }
+
+private:
+    posix_spawn_file_actions_t actions_{};
+    posix_spawnattr_t attributes_{};
+};
+
+/// The vector of the executable and the arguments, which point into `command`.
+std::vector<char*> argumentVector(const Command& command) {
+    std::vector<char*> vector;
+    const auto add = [&](const std::string& text) {
+        // The interface of `exec` predates const; the texts are copied before the child runs.
+        vector.push_back(const_cast<char*>(text.c_str()));
+    };
+    add(command.executable);
+    std::ranges::for_each(command.arguments, add);
+    vector.push_back(nullptr);
+    return vector;
+}
+
+/// An argument would end at a NUL, and so be another one.
+bool holdsNul(const Command& command) {
+    const auto hasNul = [](const std::string& text) { return text.contains('\0'); };
+    return hasNul(command.executable) || (command.cwd && hasNul(*command.cwd)) ||
+           std::ranges::any_of(command.arguments, hasNul);
+}
+
+std::optional<pid_t> start(
+    const Command& command, const Platform::Pipe& out, const Platform::Pipe& err) {
+    SpawnSettings settings;
+    const bool isSet = !holdsNul(command) && settings.redirect(out, STDOUT_FILENO) &&
+                       settings.redirect(err, STDERR_FILENO) && settings.enter(command.cwd) &&
+                       settings.resetSignals();
+    return isSet ? settings.spawn(argumentVector(command)) : std::nullopt;
+}
+
+/// A running child and its time limit.
+class Child {
+public:
+    Child(pid_t number, Clock::time_point deadline)
+        : number_(number)
+        , deadline_(deadline) {}
+
+    /// Asks the child to end once its time is up.
+    void checkTime() {
+        if (!isAsked_ && Clock::now() >= deadline_) {
+            isAsked_ = true;
+            if (isRunning()) {
+                kill(number_, SIGTERM);
+            }
+        }
+    }
+
+    /// The milliseconds until there is something to do, for `poll`; negative for never.
+    [[nodiscard]] int wait() const {
+        if (isAsked_) {
+            return -1;
+        }
+        const auto rest = std::chrono::ceil<milliseconds>(deadline_ - Clock::now()).count();
+        constexpr std::int64_t kLongest = 1'000'000'000;
+        return static_cast<int>(std::clamp<std::int64_t>(rest, 0, kLongest));
+    }
+
+    /// Waits for the end and sets `ending` to it; false when somebody else has reaped the child.
+    [[nodiscard]] bool reap(Ending& ending) {
+        // As a rule it ends just after its streams. One that has closed them and works on can
+        // outlast the time limit, so this must not block until the limit is past.
+        constexpr auto kLongestNap = milliseconds{20};
+        auto nap = std::chrono::microseconds{100};
+        int status = 0;
+        pid_t reaped = 0;
+        do {
+            checkTime();
+            reaped = waitpid(number_, &status, isAsked_ ? 0 : WNOHANG);
+            if (reaped == 0) {
+                std::this_thread::sleep_for(nap);
+                nap = std::min<std::chrono::microseconds>(2 * nap, kLongestNap);
+            }
+        } while (reaped == 0 || (reaped < 0 && errno == EINTR));
+        ending.bySignal = WIFSIGNALED(status);
+        ending.code = ending.bySignal ? WTERMSIG(status) : WEXITSTATUS(status);
+        return reaped == number_;
+    }
+
+private:
+    [[nodiscard]] bool isRunning() const {
+        siginfo_t info{};
+        return waitid(P_PID, static_cast<id_t>(number_), &info, WEXITED | WNOHANG | WNOWAIT) == 0 &&
+               info.si_pid == 0;
+    }
+
+    pid_t number_;
+    Clock::time_point deadline_;
+    bool isAsked_ = false;
+};
+
+/// Appends what has come to `text`, if there is one; false at the end.
+bool readSome(int pipe, std::string* text) {
+    constexpr std::size_t kBlock = 65536;
+    std::array<char, kBlock> block;  // NOLINT(*-member-init): filled by the call
+    const ssize_t count = read(pipe, block.data(), block.size());
+    if (count > 0 && text != nullptr) {
+        text->append(block.data(), static_cast<std::size_t>(count));
+    }
+    return count > 0 || (count < 0 && errno == EINTR);
+}
+
+/// Reads both pipes to their end.
+void drain(int outPipe, int errPipe, std::string* out, std::string* err, Child& child) {
+    std::array<pollfd, 2> pipes{
+        {{.fd = outPipe, .events = POLLIN, .revents = 0},
+         {.fd = errPipe, .events = POLLIN, .revents = 0}}
+    };
+    const std::array<std::string*, 2> texts{out, err};
+    while (pipes[0].fd >= 0 || pipes[1].fd >= 0) {
+        child.checkTime();
+        const int ready = poll(pipes.data(), pipes.size(), child.wait());
+        for (std::size_t i = 0; ready > 0 && i < pipes.size(); ++i) {
+            if (pipes.at(i).revents != 0 && !readSome(pipes.at(i).fd, texts.at(i))) {
+                pipes.at(i).fd = -1;  // `poll` passes over it.
+            }
+        }
+    }
+}
+
+}  // namespace
+
+std::optional<Ending> run(const Command& command) {
+    auto out = Platform::openPipe();
+    auto err = Platform::openPipe();
+    if (!out || !err) {
+        return std::nullopt;
+    }
+    const Clock::time_point limit = deadline(command.timeoutSeconds);
+    const std::optional<pid_t> number = start(command, *out, *err);
+    if (!number) {
+        return std::nullopt;
+    }
+    // Else the pipes would never end.
+    out->writeEnd = Platform::Descriptor{};
+    err->writeEnd = Platform::Descriptor{};
+
+    Ending ending;
+    Child child{*number, limit};
+    const bool keepsErr = command.standardError == StandardError::keep;
+    drain(
+        out->readEnd.number(),
+        err->readEnd.number(),
+        &ending.out,
+        keepsErr ? &ending.err : nullptr,
+        child);
+    return child.reap(ending) ? std::optional{std::move(ending)} : std::nullopt;
+}
+
+}  // namespace Brimlo::ChildProcess
