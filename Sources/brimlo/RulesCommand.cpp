@@ -1,13 +1,11 @@
 #include "BrimloCore/DisabledRules/DisabledRules.h"
 #include "BrimloCore/Platform/FileIdentity.h"
 #include "BrimloCore/RulePacks/Catalog.h"
-#include "BrimloCore/SuggestionEngine/RuleTargets.h"
 #include "BrimloCore/Support/RuleJson.h"
 #include "BrimloCore/Support/Text.h"
-#include "BrimloCore/UserRules/RuleFile.h"
 #include "BrimloCore/UserRules/UserRules.h"
 #include "brimlo/Console.h"
-#include "brimlo/JsonForms.h"
+#include "brimlo/RuleFileCommands.h"
 #include "brimlo/Tool.h"
 
 #include <memory>
@@ -105,77 +103,6 @@ ExitCode show(const std::string& id, const Tool& tool) {
     return ExitCode::done;
 }
 
-ExitCode preview(const std::string& file, const Tool& tool) {
-    const auto elements = UserRules::readRules(file);
-    if (!elements) {
-        complain(file + ": " + elements.error());
-        return ExitCode::problems;
-    }
-    ExitCode exit = ExitCode::done;
-    Json::Array document;
-    for (std::size_t position = 0; position < elements->size(); ++position) {
-        const Lossy<CleanupRule>& element = (*elements)[position];
-        if (!element.value) {
-            complain("rule #" + std::to_string(position) + ": " + *element.error);
-            exit = ExitCode::problems;
-            continue;
-        }
-        const std::vector<SuggestionItem> items = UserRules::preview(*element.value);
-        if (tool.isJson()) {
-            document.push_back({
-                {"id",    element.value->id      },
-                {"items", JsonForms::items(items)}
-            });
-            continue;
-        }
-        Console::line(
-            Console::bold(element.value->id) + " matches " + Console::count(items.size(), "item"));
-        for (const SuggestionItem& item : items) {
-            Console::line(Console::size(item.size) + "  " + Console::shortPath(item.path));
-        }
-    }
-    if (tool.isJson()) {
-        print(document);
-    }
-    return exit;
-}
-
-ExitCode validate(const std::string& file, const Tool& tool) {
-    const auto verdicts = UserRules::validateFile(file);
-    if (!verdicts) {
-        complain(file + ": " + verdicts.error());
-        return ExitCode::problems;
-    }
-    ExitCode exit = ExitCode::done;
-    Json::Array document;
-    for (const auto& [id, verdict] : *verdicts) {
-        if (!verdict.isValid()) {
-            exit = ExitCode::problems;
-        }
-        if (tool.isJson()) {
-            Json::Object object{
-                {"id", id}
-            };
-            for (auto& [key, value] : JsonForms::validation(verdict)) {
-                object.emplace(key, value);
-            }
-            document.push_back(std::move(object));
-            continue;
-        }
-        Console::line(Console::bold(id) + (verdict.isValid() ? " is valid" : " is not valid"));
-        for (const std::string& error : verdict.errors) {
-            Console::line("  error    " + Text::printable(error));
-        }
-        for (const std::string& warning : verdict.warnings) {
-            Console::line("  warning  " + Text::printable(warning));
-        }
-    }
-    if (tool.isJson()) {
-        print(document);
-    }
-    return exit;
-}
-
 /// A stale id, of a rule that no longer exists, may still be switched on.
 ExitCode setDisabled(const std::string& id, bool disabled, const Tool& tool) {
     if (!find(id) && !DisabledRules::isDisabled(id)) {
@@ -221,43 +148,36 @@ ExitCode remove(const std::string& id, const Tool& tool) {
     return ExitCode::done;
 }
 
-/// Adds a command that takes one text.
-void addOne(
+/// Adds a command that takes the id of a rule.
+void add(
     CLI::App& rules,
     Tool& tool,
     const std::string& name,
     const std::string& description,
-    const std::string& argument,
-    const std::function<ExitCode(const std::string&)>& run) {
-    const auto text = std::make_shared<std::string>();
-    CLI::App* command = tool.add(rules, name, description, [text, run] { return run(*text); });
-    command->add_option(argument == "ID" ? "id" : "file", *text)->required()->type_name(argument);
+    const std::function<ExitCode(const std::string&, const Tool&)>& run) {
+    const auto id = std::make_shared<std::string>();
+    CLI::App* command =
+        tool.add(rules, name, description, [id, run, &tool] { return run(*id, tool); });
+    command->add_option("id", *id)->required()->type_name("ID");
 }
 
 }  // namespace
 
 void addRulesCommand(CLI::App& app, Tool& tool) {
-    CLI::App* rules = app.add_subcommand("rules", "Look at the rules, try your own, switch them");
+    CLI::App* rules =
+        app.add_subcommand("rules", "Look at the rules, try and share your own, switch them");
     rules->group(kSetUpGroup);
     rules->require_subcommand(1);
     tool.add(*rules, "list", "List all rules and project patterns", [&tool] { return list(tool); });
-    const auto add =
-        [&](const char* name, const char* description, const char* argument, auto run) {
-            addOne(
-                *rules, tool, name, description, argument, [run, &tool](const std::string& text) {
-                    return run(text, tool);
-                });
-        };
-    add("show", "Show one rule or project pattern", "ID", show);
-    add("preview", "Show what the rules of a file would match now", "FILE", preview);
-    add("validate", "Judge the rules of a file", "FILE", validate);
-    add("enable", "Switch a rule on", "ID", [](const std::string& id, const Tool& used) {
+    add(*rules, tool, "show", "Show one rule or project pattern", show);
+    addRuleFileCommands(*rules, tool);
+    add(*rules, tool, "enable", "Switch a rule on", [](const std::string& id, const Tool& used) {
         return setDisabled(id, false, used);
     });
-    add("disable", "Switch a rule off", "ID", [](const std::string& id, const Tool& used) {
+    add(*rules, tool, "disable", "Switch a rule off", [](const std::string& id, const Tool& used) {
         return setDisabled(id, true, used);
     });
-    add("delete", "Delete a rule of your own for good", "ID", remove);
+    add(*rules, tool, "delete", "Delete a rule of your own for good", remove);
 }
 
 }  // namespace Brimlo

@@ -35,6 +35,29 @@ TEST_F(RulesCommandTest, JudgesAndTriesFiles) {
     }
 }
 
+TEST_F(RulesCommandTest, CarriesRulesFromOneMachineToAnother) {
+    write("theirs", pack(rule("a.b", "~/cache/a") + "," + rule("bad", "/") + ",7"));
+    EXPECT_EQ(
+        Json::compact(answer({"rules", "import", "theirs"}, 1)),
+        R"({"imported":["custom.a-b"],"rejected":["custom.bad: /: too broad. Point at a specific )"
+        R"(folder or file, not the whole disk or your home folder.","rule #2: is not an object"]})");
+    const std::string file = at(support("Rules/custom.a-b.json"));
+    const std::string before = contentOf(file);
+    write("mine", "old");
+    EXPECT_EQ(
+        run({"rules", "export", "mine"}).err,
+        "brimlo: The export to mine failed: File exists; --force replaces it.\n");
+    EXPECT_EQ(contentOf(at("mine")), "old");
+    EXPECT_EQ(run({"rules", "export", "mine", "--force"}), (Outcome{0, "Exported 1 rule.\n", ""}));
+    EXPECT_EQ(run({"rules", "export"}), (Outcome{0, contentOf(at("mine")), ""}));
+    link("link", "mine");
+    EXPECT_EQ(run({"rules", "export", "link", "--force"}).exitCode, 1);
+    EXPECT_EQ(Json::compact(answer({"rules", "export", "new"})), R"({"path":"new","rules":1})");
+    EXPECT_EQ(run({"rules", "delete", "custom.a-b"}).exitCode, 0);
+    EXPECT_EQ(run({"rules", "import", "new"}).out, "imported  custom.a-b\nImported 1 rule.\n");
+    EXPECT_EQ(contentOf(file), before);
+}
+
 TEST_F(RulesCommandTest, SwitchesRules) {
     write(".cache/thumbnails/a", std::string(5'000, 'a'));
     const auto isEnabled = [] {

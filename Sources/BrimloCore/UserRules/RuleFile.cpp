@@ -2,6 +2,7 @@
 
 #include "BrimloCore/Support/AtomicFile.h"
 #include "BrimloCore/Support/RuleJson.h"
+#include "BrimloCore/Support/Text.h"
 
 #include <cstddef>
 #include <utility>
@@ -43,6 +44,28 @@ std::expected<std::vector<FileVerdict>, std::string> validateFile(const std::str
         }
     }
     return verdicts;
+}
+
+std::expected<std::string, Error> packText(
+    std::string_view pack, const std::vector<CleanupRule>& rules) {
+    Json::Array encoded;
+    for (const CleanupRule& rule : rules) {
+        encoded.push_back(RuleJson::encode(rule));
+    }
+    std::string text = Json::pretty(Json::Object{
+        {"pack",    pack              },
+        {"version", 1                 },
+        {"rules",   std::move(encoded)},
+    });
+    // The name of a file may be no text. Written all the same, it would make the rule unreadable.
+    if (!Text::isValid(text)) {
+        return std::unexpected(Error{
+            .domain = kErrorDomain,
+            .code = kInvalidRuleCode,
+            .description = "The rule holds a text that is not valid UTF-8.",
+        });
+    }
+    return text;
 }
 
 }  // namespace Brimlo::UserRules

@@ -8,7 +8,18 @@
 #include <cstddef>
 #include <optional>
 
-namespace Brimlo::UserRules {
+namespace Brimlo {
+
+std::string RuleValidation::joinedErrors(std::string_view separator) const {
+    std::string result;
+    for (const std::string& error : errors) {
+        result += result.empty() ? "" : separator;
+        result += error;
+    }
+    return result;
+}
+
+namespace UserRules {
 
 namespace {
 
@@ -122,4 +133,6 @@ RuleValidation validate(const CleanupRule& rule) {
     return result;
 }
 
-}  // namespace Brimlo::UserRules
+}  // namespace UserRules
+
+}  // namespace Brimlo

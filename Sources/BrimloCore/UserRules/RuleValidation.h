@@ -16,6 +16,9 @@ struct RuleValidation {
     bool operator==(const RuleValidation&) const = default;
 
     [[nodiscard]] bool isValid() const { return errors.empty(); }
+
+    /// The errors in one text.
+    [[nodiscard]] std::string joinedErrors(std::string_view separator) const;
 };
 
 namespace UserRules {

@@ -3,7 +3,6 @@
 #include "BrimloCore/Support/AtomicFile.h"
 #include "BrimloCore/Support/Folders.h"
 #include "BrimloCore/Support/Path.h"
-#include "BrimloCore/Support/RuleJson.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
 #include "BrimloCore/Support/Uuid.h"
@@ -19,17 +18,6 @@
 namespace Brimlo::UserRules {
 
 namespace {
-
-constexpr int kInvalidRule = 10;
-
-std::string joined(const std::vector<std::string>& texts, std::string_view separator) {
-    std::string result;
-    for (const std::string& text : texts) {
-        result += result.empty() ? "" : separator;
-        result += text;
-    }
-    return result;
-}
 
 std::string rulePath(std::string_view id, const std::string& directory) {
     return directory + "/" + std::string{id} + ".json";
@@ -49,7 +37,7 @@ void loadFile(const std::string& directory, const std::string& file, Loaded& loa
                 element.error.value_or("invalid"));
         } else if (const RuleValidation verdict = validate(*element.value); !verdict.isValid()) {
             loaded.issues.push_back(
-                file + " " + element.value->id + ": " + joined(verdict.errors, "; "));
+                file + " " + element.value->id + ": " + verdict.joinedErrors("; "));
         } else {
             loaded.rules.push_back(*std::move(element.value));
         }
@@ -86,28 +74,16 @@ std::expected<void, Error> save(const CleanupRule& rule, const std::string& dire
     if (const RuleValidation verdict = validate(rule); !verdict.isValid()) {
         return std::unexpected(Error{
             .domain = kErrorDomain,
-            .code = kInvalidRule,
-            .description = joined(verdict.errors, "\n"),
+            .code = kInvalidRuleCode,
+            .description = verdict.joinedErrors("\n"),
         });
     }
     if (auto made = Folders::create(directory, Folders::Access::ownerOnly); !made) {
         return made;
     }
-    const Json::Object pack{
-        {"pack",    "custom"                           },
-        {"version", 1                                  },
-        {"rules",   Json::Array{RuleJson::encode(rule)}},
-    };
-    const std::string text = Json::pretty(pack);
-    // The name of a file may be no text. Written all the same, it would make the rule unreadable.
-    if (!Text::isValid(text)) {
-        return std::unexpected(Error{
-            .domain = kErrorDomain,
-            .code = kInvalidRule,
-            .description = "The rule holds a text that is not valid UTF-8.",
-        });
-    }
-    return AtomicFile::write(rulePath(rule.id, directory), text);
+    const auto text = packText("custom", {rule});
+    return text ? AtomicFile::write(rulePath(rule.id, directory), *text)
+                : std::unexpected(text.error());
 }
 
 std::expected<void, Error> remove(std::string_view id, const std::string& directory) {

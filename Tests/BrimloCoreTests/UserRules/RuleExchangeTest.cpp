@@ -1,0 +1,136 @@
+#include "BrimloCore/UserRules/RuleExchange.h"
+
+#include "BrimloCore/UserRules/UserRules.h"
+#include "Support/TempHome.h"
+
+#include <filesystem>
+
+namespace Brimlo {
+namespace {
+
+using namespace std::string_literals;
+using Texts = std::vector<std::string>;
+using UserRules::Imported;
+
+const std::string kBadID = "The rule id may only contain letters, digits, '.', '_' and '-'.";
+
+class RuleExchangeTest : public Testing::TempHome {
+protected:
+    static CleanupRule rule(const std::string& id) {
+        return {
+            .id = id,
+            .name = "Old logs",
+            .personas = {Persona::general},
+            .risk = Risk::safe,
+            .paths = {"~/logs/*.log"},
+            .regenerates = "The program writes new ones.",
+            .isCatchAll = true,
+            .domain = "Theirs",
+            .confidence = Confidence::verifiedLocal,
+        };
+    }
+
+    std::expected<Imported, Error> import(
+        const std::vector<CleanupRule>& rules, bool allowOverride = false) const {
+        const std::string text = UserRules::exportJSON(rules).value_or("");
+        return UserRules::importPack(write("pack", text), allowOverride, at("rules"));
+    }
+
+    static Imported taken(const Texts& ids) { return {.imported = ids, .rejected = {}}; }
+    static Imported refused(const Texts& texts) { return {.imported = {}, .rejected = texts}; }
+
+    std::vector<CleanupRule> stored() const { return UserRules::load(at("rules")).rules; }
+};
+
+TEST_F(RuleExchangeTest, WritesRulesInTheirOrderWithSortedKeys) {
+    const auto text = UserRules::exportJSON({rule("custom.b"), rule("custom.a")});
+    ASSERT_TRUE(text);
+    const std::string begin = "{\n  \"pack\": \"custom-export\",\n  \"rules\": [\n    {\n      ";
+    EXPECT_TRUE(text->starts_with(begin + "\"catchAll\": true,\n      \"confidence\": "));
+    EXPECT_TRUE(text->ends_with("\"sources\": []\n    }\n  ],\n  \"version\": 1\n}\n"));
+    EXPECT_LT(text->find("custom.b"), text->find("custom.a"));
+    EXPECT_FALSE(UserRules::exportJSON({rule("custom.caf\xe9")})) << "JSON cannot hold such a name";
+}
+
+TEST_F(RuleExchangeTest, TakesTheRankFromRulesOfOthers) {
+    CleanupRule mine = rule("custom.dev-npm-cache");
+    mine.isCatchAll = false;
+    mine.domain = "Custom rules";
+    mine.confidence = Confidence::community;
+    EXPECT_EQ(import({rule("dev.npm.cache")}), taken({mine.id}));
+    EXPECT_EQ(stored(), std::vector{mine});
+    EXPECT_TRUE(Testing::exists(at("rules/custom.dev-npm-cache.json")));
+    EXPECT_EQ(import({rule(mine.id)}), taken({mine.id}));
+    EXPECT_EQ(stored(), std::vector{rule(mine.id)}) << "one's own stay as they are";
+    EXPECT_EQ(import({rule("a.b")}, true), taken({"a.b"}));
+    EXPECT_EQ(stored(), (std::vector{rule("a.b"), rule(mine.id)}));
+}
+
+TEST_F(RuleExchangeTest, TakesHostileIDsAsTexts) {
+    const std::tuple<std::string, std::string, bool> cases[] = {
+        {"../../config",    "custom.config",    true },
+        {"",                "custom.rule",      true },
+        {"caf\u00e9",       "custom.caf\u00e9", false},
+        {"custom./../../x", "custom./../../x",  false},
+        {"custom.a\0b"s,    "custom.a\0b"s,     false},
+    };
+    for (const auto& [id, becomes, isTaken] : cases) {
+        SCOPED_TRACE(id);
+        std::filesystem::remove_all(at("rules"));
+        EXPECT_EQ(
+            import({rule(id)}), isTaken ? taken({becomes}) : refused({becomes + ": " + kBadID}));
+        EXPECT_EQ(stored().size(), isTaken ? 1U : 0U);
+    }
+    EXPECT_FALSE(import({rule("custom." + std::string(300, 'x'))})) << "no name of a file";
+    EXPECT_EQ(import({rule("../x")}, true), refused({"../x: " + kBadID}));
+    std::filesystem::remove_all(at("rules"));
+    EXPECT_EQ(Testing::describeTree(home()).size(), 2U) << "all went into the folder";
+}
+
+TEST_F(RuleExchangeTest, SavesInOrderUntilOneFails) {
+    const std::string id = "custom." + std::string(40, 'x');
+    CleanupRule last = rule(id);
+    last.name = "Last";
+    EXPECT_EQ(import({rule(std::string(41, 'x')), last}), taken({id, id}));
+    EXPECT_EQ(stored(), std::vector{last}) << "the later of two with one id";
+    makeFolder("rules/custom.b.json");
+    EXPECT_FALSE(import({rule("custom.a"), rule("custom.b"), rule("custom.c")}));
+    EXPECT_EQ(stored(), (std::vector{rule("custom.a"), last}));
+}
+
+TEST_F(RuleExchangeTest, NamesWhatIsBadAndTakesTheRest) {
+    CleanupRule bad = rule("bad");
+    bad.name = "";
+    bad.paths = {};
+    std::string text = UserRules::exportJSON({rule("custom.a"), bad, rule("custom.b")}).value();
+    text.insert(text.find('[') + 1, "7,");
+    text.insert(text.rfind(']'), ",{}");
+    const auto result = UserRules::importPack(write("pack", text), false, at("rules"));
+    EXPECT_EQ(result->imported, (Texts{"custom.a", "custom.b"}));
+    EXPECT_EQ(result->rejected.front(), "rule #0: is not an object");
+    EXPECT_EQ(result->rejected.at(1), "custom.bad: Give the rule a name.; Add at least one path.");
+    EXPECT_EQ(result->rejected.back(), R"(rule #4: field "id": is missing)");
+}
+
+TEST_F(RuleExchangeTest, FailsAsAWholeForWhatIsNoPack) {
+    const std::string deep = R"({"pack":"p","rules":)" + std::string(1'000'000, '[');
+    const std::pair<std::string, std::string> cases[] = {
+        {deep,                        "not valid JSON: "                               },
+        {"[]",                        "not a rule pack: is not an object"              },
+        {R"({"pack":"p","rules":7})", "not a rule pack: field \"rules\": is not a list"},
+    };
+    for (const auto& [text, words] : cases) {
+        const auto result = UserRules::importPack(write("pack", text), false, at("rules"));
+        ASSERT_FALSE(result);
+        EXPECT_THAT(result.error().description, testing::StartsWith(words));
+    }
+    std::filesystem::resize_file(write("pack"), 17'000'000);
+    for (const char* file : {"pack", "missing", "rules"}) {
+        EXPECT_FALSE(UserRules::importPack(at(file), false, at("rules")));
+    }
+    EXPECT_FALSE(Testing::exists(at("rules")));
+    EXPECT_EQ(import({}), taken({}));
+}
+
+}  // namespace
+}  // namespace Brimlo
