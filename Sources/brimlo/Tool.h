@@ -59,6 +59,7 @@ void addUndoCommand(CLI::App& app, Tool& tool);
 void addTrashCommand(CLI::App& app, Tool& tool);
 void addSafetyCommand(CLI::App& app, Tool& tool);
 void addRulesCommand(CLI::App& app, Tool& tool);
+void addBackupCommand(CLI::App& app, Tool& tool);
 void addCoverageCommand(CLI::App& app, Tool& tool);
 void addConfigCommand(CLI::App& app, Tool& tool);
 

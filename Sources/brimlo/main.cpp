@@ -30,6 +30,7 @@ int main(int argc, char** argv) {
     addLargeCommand(app, tool);
     addDuplicatesCommand(app, tool);
     addSafetyCommand(app, tool);
+    addBackupCommand(app, tool);
     addCoverageCommand(app, tool);
     addCleanCommand(app, tool);
     addHistoryCommand(app, tool);
