@@ -1,3 +1,4 @@
+#include "BrimloCore/Docker/DockerCategory.h"
 #include "BrimloCore/RulePacks/Catalog.h"
 #include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
 #include "BrimloCore/Support/AppConfig.h"
@@ -34,10 +35,18 @@ bool isMeant(const SuggestionItem& item, const Suggestion& suggestion, const Arg
     return std::ranges::find(arguments.rules, suggestion.id) != arguments.rules.end();
 }
 
+/// Whether something of Docker's may be meant: it takes a while to ask.
+bool mayMeanDocker(const Arguments& arguments) {
+    return arguments.rules.empty() ||
+           std::ranges::any_of(
+               arguments.rules, [](const std::string& id) { return id.starts_with("docker."); });
+}
+
 std::vector<CleanItem> suggestedItems(const Arguments& arguments) {
     Console::Progress progress;
     const SuggestionOptions options{
         .staleDays = AppConfig::load().staleDays,
+        .includeDocker = mayMeanDocker(arguments),
         .onPhase = [&](std::string_view words) { progress.show(words); },
     };
     std::vector<CleanItem> items;
@@ -75,7 +84,7 @@ std::vector<CleanItem> typedItems(const std::vector<std::string>& paths) {
     return result;
 }
 
-/// The first of the rule ids that neither a rule nor a project pattern has.
+/// The first of the rule ids that no rule, no project pattern and nothing of Docker's has.
 std::optional<std::string> unknownRule(const std::vector<std::string>& ids) {
     if (ids.empty()) {
         return std::nullopt;
@@ -86,6 +95,9 @@ std::optional<std::string> unknownRule(const std::vector<std::string>& ids) {
     }
     for (const ArtifactPattern& pattern : ArtifactCatalog::all()) {
         known.insert(pattern.id);
+    }
+    for (const DockerCategory category : kAllDockerCategories) {
+        known.emplace(ruleID(category));
     }
     const auto isUnknown = [&](const std::string& id) { return !known.contains(id); };
     const auto found = std::ranges::find_if(ids, isUnknown);

@@ -7,6 +7,7 @@
 #include "brimlo/Interrupt.h"
 #include "brimlo/JsonForms.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 
@@ -16,6 +17,17 @@ namespace {
 
 std::string total(const CleanPlan& plan) {
     return Console::count(plan.items().size(), "item") + ", " + Fmt::bytes(plan.totalBytes());
+}
+
+std::size_t dockerCount(const CleanPlan& plan) {
+    return static_cast<std::size_t>(
+        std::ranges::count_if(plan.items(), isPseudoPath, &CleanItem::path));
+}
+
+/// What is to be agreed to. What doesn't go to the Trash has been told apart before.
+std::string question(const CleanPlan& plan) {
+    return dockerCount(plan) == 0 ? "Move " + total(plan) + " to the Trash?"
+                                  : "Clean " + total(plan) + "?";
 }
 
 CleanReport execute(const CleanPlan& plan, bool dryRun) {
@@ -45,9 +57,14 @@ void show(const CleanPlan& plan) {
     if (!plan.items().empty()) {
         Console::line(Console::bold(total(plan)));
     }
+    if (const std::size_t count = dockerCount(plan); count > 0) {
+        Console::line(
+            Console::count(count, "item") +
+            " of Docker's would be removed for good, not moved to the Trash.");
+    }
 }
 
-void show(const CleanReport& report, bool dryRun) {
+void show(const CleanReport& report, const CleanPlan& plan, bool dryRun) {
     for (const std::string& line : report.refused) {
         Console::line("refused  " + Console::shortPath(line));
     }
@@ -56,7 +73,15 @@ void show(const CleanReport& report, bool dryRun) {
     }
     const std::string count = Console::count(static_cast<std::size_t>(report.processed), "item");
     if (dryRun) {
-        Console::line(count + " would go to the Trash. Nothing was moved.");
+        const char* end = dockerCount(plan) == 0 ? " would go to the Trash. Nothing was moved."
+                                                 : " would be cleaned. Nothing was touched.";
+        Console::line(count + end);
+        return;
+    }
+    if (report.freedNowBytes > 0) {
+        Console::line(
+            "Cleaned " + count + ". Docker freed " + Fmt::bytes(report.freedNowBytes) +
+            " for good; " + Fmt::bytes(report.movedToTrashBytes) + " moved to the Trash.");
         return;
     }
     Console::line(
@@ -82,8 +107,7 @@ ExitCode run(const CleanPlan& plan, const Choice& choice, const Tool& tool) {
             return ExitCode::done;
         }
         std::fflush(stdout);
-        if (!choice.dryRun && !choice.yes &&
-            !Console::confirm("Move " + total(plan) + " to the Trash?")) {
+        if (!choice.dryRun && !choice.yes && !Console::confirm(question(plan))) {
             Console::line("Nothing was moved.");
             return ExitCode::done;
         }
@@ -94,7 +118,7 @@ ExitCode run(const CleanPlan& plan, const Choice& choice, const Tool& tool) {
         document.emplace("plan", JsonForms::plan(plan));
         print(document);
     } else {
-        show(report, choice.dryRun);
+        show(report, plan, choice.dryRun);
     }
     return exitCode(report);
 }

@@ -17,7 +17,7 @@ struct Choice {
 
 /// Shows what is about to go, or what came of it.
 void show(const CleanPlan& plan);
-void show(const CleanReport& report, bool dryRun);
+void show(const CleanReport& report, const CleanPlan& plan, bool dryRun);
 
 /// How the tool ends after such a clean.
 [[nodiscard]] ExitCode exitCode(const CleanReport& report);

@@ -74,9 +74,9 @@ Json::Object suggestion(const Suggestion& suggestion) {
     return object;
 }
 
-Json::Object plan(const CleanPlan& plan) {
+Json::Array items(const std::vector<CleanItem>& items) {
     Json::Array array;
-    for (const CleanItem& item : plan.items()) {
+    for (const CleanItem& item : items) {
         Json::Object object{
             {"path", path(item.path)},
             {"size", item.size      }
@@ -87,8 +87,12 @@ Json::Object plan(const CleanPlan& plan) {
         }
         array.push_back(std::move(object));
     }
+    return array;
+}
+
+Json::Object plan(const CleanPlan& plan) {
     return {
-        {"items",      std::move(array)     },
+        {"items",      items(plan.items())  },
         {"dropped",    paths(plan.dropped())},
         {"totalBytes", plan.totalBytes()    },
     };
@@ -148,6 +152,50 @@ Json::Array areas(const std::vector<UnreadableArea>& areas) {
         });
     }
     return array;
+}
+
+Json::Object docker(const DockerSnapshot& snapshot) {
+    Json::Array summary;
+    for (const DockerSummaryRow& row : snapshot.summary) {
+        summary.push_back({
+            {"type",             row.type            },
+            {"total",            row.total           },
+            {"active",           row.active          },
+            {"sizeBytes",        row.sizeBytes       },
+            {"reclaimableBytes", row.reclaimableBytes},
+        });
+    }
+    Json::Array objects;
+    for (const DockerObject& object : snapshot.objects) {
+        objects.push_back({
+            {"kind",       rawValue(object.kind)    },
+            {"dockerID",   object.dockerID          },
+            {"title",      object.title             },
+            {"detail",     object.detail            },
+            {"size",       object.size              },
+            {"category",   rawValue(object.category)},
+            {"pseudoPath", object.pseudoPath()      },
+        });
+    }
+    Json::Array disks;
+    for (const DockerVMDisk& disk : snapshot.vmDisks) {
+        disks.push_back({
+            {"path",      path(disk.path)},
+            {"allocated", disk.allocated },
+            {"logical",   disk.logical   },
+            {"runtime",   disk.runtime   },
+        });
+    }
+    Json::Object object{
+        {"available", snapshot.available}
+    };
+    addIfPresent(object, "context", snapshot.context);
+    addIfPresent(object, "error", snapshot.error);
+    object.emplace("summary", std::move(summary));
+    object.emplace("objects", std::move(objects));
+    object.emplace("vmDisks", std::move(disks));
+    object.emplace("reclaimableTotal", snapshot.reclaimableTotal());
+    return object;
 }
 
 Json::Object coverage(const CoverageEntry& entry) {

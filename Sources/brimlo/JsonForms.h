@@ -5,6 +5,7 @@
 #include "BrimloCore/Cleaner/DuplicateFinder.h"
 #include "BrimloCore/DiskScanner/FileNode.h"
 #include "BrimloCore/DiskScanner/UnreadableFolders.h"
+#include "BrimloCore/Docker/DockerSnapshot.h"
 #include "BrimloCore/Models/Suggestion.h"
 #include "BrimloCore/RulePacks/Coverage.h"
 #include "BrimloCore/Support/JournalEntry.h"
@@ -23,6 +24,7 @@ namespace Brimlo::JsonForms {
 
 [[nodiscard]] Json::Object suggestion(const Suggestion& suggestion);
 [[nodiscard]] Json::Array items(const std::vector<SuggestionItem>& items);
+[[nodiscard]] Json::Array items(const std::vector<CleanItem>& items);
 [[nodiscard]] Json::Object plan(const CleanPlan& plan);
 [[nodiscard]] Json::Object report(const CleanReport& report);
 [[nodiscard]] Json::Value entry(const JournalEntry& entry);
@@ -30,6 +32,7 @@ namespace Brimlo::JsonForms {
 [[nodiscard]] Json::Object node(const FileNode& node);
 [[nodiscard]] Json::Object duplicates(const DuplicateGroup& group);
 [[nodiscard]] Json::Array areas(const std::vector<UnreadableArea>& areas);
+[[nodiscard]] Json::Object docker(const DockerSnapshot& snapshot);
 [[nodiscard]] Json::Object coverage(const CoverageEntry& entry);
 [[nodiscard]] Json::Object validation(const RuleValidation& validation);
 

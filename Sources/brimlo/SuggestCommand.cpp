@@ -1,3 +1,4 @@
+#include "BrimloCore/Cleaner/CleanPlan.h"
 #include "BrimloCore/RulePacks/Catalog.h"
 #include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
 #include "BrimloCore/Support/AppConfig.h"
@@ -22,6 +23,7 @@ struct Arguments {
     std::vector<std::string> personas;
     std::optional<std::int64_t> staleDays;
     bool noArtifacts = false;
+    bool noDocker = false;
 };
 
 /// Takes the words of the audiences, and names them all where another word is given.
@@ -37,9 +39,18 @@ CLI::Validator isAudience() {
     return {check, "AUDIENCE"};
 }
 
+/// What a person knows the item by: Docker's objects by more than their ids.
+std::string name(const SuggestionItem& item) {
+    if (!isPseudoPath(item.path)) {
+        return Console::shortPath(item.path);
+    }
+    return Text::printable(item.detail.value_or(item.path)) +
+           Console::dim("  " + Text::printable(item.subtitle.value_or("")));
+}
+
 void show(const SuggestionItem& item, bool isPreselected) {
     std::string line = isPreselected ? "    [x] " : "    [ ] ";
-    line += Console::size(item.size) + "  " + Console::shortPath(item.path);
+    line += Console::size(item.size) + "  " + name(item);
     if (item.idleDays) {
         const bool isToday = *item.idleDays < 1;
         line += Console::dim((isToday ? "  changed " : "  idle ") + Fmt::days(*item.idleDays));
@@ -98,6 +109,7 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
     SuggestionOptions options{
         .staleDays = arguments.staleDays.value_or(AppConfig::load().staleDays),
         .includeArtifacts = !arguments.noArtifacts,
+        .includeDocker = !arguments.noDocker,
         .onPhase = [&](std::string_view words) { progress.show(words); },
     };
     if (!arguments.personas.empty()) {
@@ -143,6 +155,7 @@ void addSuggestCommand(CLI::App& app, Tool& tool) {
         ->check(wholeNumber());
     command->add_flag(
         "--no-artifacts", arguments->noArtifacts, "Leave out build output in projects");
+    command->add_flag("--no-docker", arguments->noDocker, "Leave out what Docker holds");
     command->footer(
         "Nothing is changed. [x] marks what \"brimlo clean --preselected\" would take.");
 }

@@ -29,6 +29,7 @@ int main(int argc, char** argv) {
     addSizeCommand(app, tool);
     addLargeCommand(app, tool);
     addDuplicatesCommand(app, tool);
+    addDockerCommand(app, tool);
     addSafetyCommand(app, tool);
     addBackupCommand(app, tool);
     addCoverageCommand(app, tool);

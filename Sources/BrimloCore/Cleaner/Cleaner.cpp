@@ -47,14 +47,26 @@ struct Cleaner::Judged {
     std::optional<Platform::FileIdentity> identity;
 };
 
-Cleaner::Cleaner(std::shared_ptr<Journal> journal)
-    : journal_(std::move(journal)) {}
+Cleaner::Cleaner(std::shared_ptr<Journal> journal, DockerClient::Places docker)
+    : journal_(std::move(journal))
+    , docker_(std::move(docker)) {}
 
 CleanReport Cleaner::execute(
     const CleanPlan& plan, DisposalMode /*mode*/, bool dryRun, const Progress& progress) {
     const Uuid batchID = Uuid::random();
     CleanReport report;
     for (const CleanItem& item : plan.items()) {
+        if (isPseudoPath(item.path)) {
+            if (progress) {
+                progress(item.path);
+            }
+            if (dryRun) {
+                ++report.processed;
+            } else {
+                removeFromDocker(item, batchID, report);
+            }
+            continue;
+        }
         const std::string canonical = Safety::canonical(item.path);
         const Judged judged{
             .item = item,
@@ -75,6 +87,25 @@ CleanReport Cleaner::execute(
         }
     }
     return report;
+}
+
+void Cleaner::removeFromDocker(const CleanItem& item, const Uuid& batchID, CleanReport& report) {
+    if (const auto reason = DockerClient::remove(item.path, docker_)) {
+        report.failures.push_back(line(item.path, *reason));
+        return;
+    }
+    const JournalEntry entry = JournalEntry::make({
+        .originalPath = item.path,
+        .trashPath = std::nullopt,
+        .size = item.size,
+        .ruleID = item.ruleID,
+        .trashID = std::nullopt,
+        .batchID = batchID,
+    });
+    journal_->append(entry);
+    report.journalIDs.push_back(entry.id);
+    report.freedNowBytes += item.size;
+    ++report.processed;
 }
 
 void Cleaner::dispose(const Judged& judged, const Uuid& batchID, CleanReport& report) {

@@ -3,6 +3,7 @@
 #include "BrimloCore/Cleaner/CleanPlan.h"
 #include "BrimloCore/Cleaner/CleanReport.h"
 #include "BrimloCore/Cleaner/DisposalMode.h"
+#include "BrimloCore/Docker/DockerClient.h"
 #include "BrimloCore/Models/Error.h"
 #include "BrimloCore/Support/Journal.h"
 
@@ -24,11 +25,17 @@ public:
     /// Told each path that the gate let through, before it is moved.
     using Progress = std::function<void(const std::string& path)>;
 
-    explicit Cleaner(std::shared_ptr<Journal> journal);
+    /// `docker` is where Docker's tool may be.
+    explicit Cleaner(
+        std::shared_ptr<Journal> journal,
+        DockerClient::Places docker = DockerClient::usualPlaces());
 
     /// Carries a plan out, item by item in its order: asks the safety gate again, moves the item
     /// to the Trash of its volume and records it in the journal before the next one is touched.
     /// An item that is refused or fails does not end the run. A dry run asks the gate alone.
+    ///
+    /// A "docker:" pseudo path is no matter for the gate and the Trash: Docker removes the object
+    /// for good, or refuses to.
     [[nodiscard]] CleanReport execute(
         const CleanPlan& plan, DisposalMode mode, bool dryRun, const Progress& progress = {});
 
@@ -56,9 +63,11 @@ public:
 private:
     struct Judged;
 
+    void removeFromDocker(const CleanItem& item, const Uuid& batchID, CleanReport& report);
     void dispose(const Judged& judged, const Uuid& batchID, CleanReport& report);
 
     std::shared_ptr<Journal> journal_;
+    DockerClient::Places docker_;
 };
 
 }  // namespace Brimlo

@@ -194,6 +194,20 @@ std::vector<std::vector<SuggestionItem>> measured(
     return byMeta;
 }
 
+/// Whether the options ask for Docker, which is a developer's tool.
+bool wantsDocker(const SuggestionOptions& options) {
+    return options.includeDocker &&
+           (!options.personas || options.personas->contains(Persona::developer));
+}
+
+void addDocker(std::vector<Suggestion>& suggestions, const DockerClient::Places& places) {
+    DockerSnapshot snapshot;
+    timed("docker", [&] { snapshot = DockerClient::snapshot(places); });
+    if (snapshot.available) {
+        std::ranges::move(DockerClient::suggestions(snapshot), std::back_inserter(suggestions));
+    }
+}
+
 }  // namespace
 
 std::vector<Suggestion> generate(const SuggestionOptions& options, const ScanControl* control) {
@@ -223,6 +237,10 @@ std::vector<Suggestion> generate(const SuggestionOptions& options, const ScanCon
             suggestions.push_back(
                 suggestion(gathering.metas[i], std::move(itemsOfMeta[i]), options.staleDays));
         }
+    }
+    if (wantsDocker(options)) {
+        enterPhase("Reading Docker…");
+        addDocker(suggestions, options.docker);
     }
     std::ranges::stable_sort(suggestions, std::ranges::greater{}, &Suggestion::totalSize);
     return suggestions;

@@ -1,0 +1,140 @@
+#include "BrimloCore/Docker/DockerClient.h"
+
+#include "BrimloCore/Platform/ToolPaths.h"
+#include "BrimloCore/Shell/ChildProcess.h"
+#include "BrimloCore/Support/Glob.h"
+#include "BrimloCore/Support/StoragePaths.h"
+#include "BrimloCore/Support/Text.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <iterator>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace Brimlo::DockerClient {
+
+namespace {
+
+/// Whether the path names a file that this user may run.
+bool isProgram(const std::string& path) {
+    std::error_code error;
+    return std::filesystem::is_regular_file(path, error) && access(path.c_str(), X_OK) == 0;
+}
+
+/// Whether something is at the path, links followed.
+bool isThere(const std::string& path) {
+    std::error_code error;
+    return std::filesystem::exists(path, error);
+}
+
+/// Whether the daemon answers. Its version is asked for since that is little to print.
+bool answers(const Places& places) {
+    constexpr double kSeconds = 8;
+    const auto info = run({"info", "--format", "{{.ServerVersion}}"}, kSeconds, places);
+    return info && info->status == 0;
+}
+
+/// Fills in what the daemon tells of its objects.
+void readUsage(DockerSnapshot& snapshot, const Places& places) {
+    constexpr double kSummarySeconds = 30;
+    constexpr double kObjectSeconds = 60;  // It adds up the size of every layer and volume.
+    const auto summary = run({"system", "df", "--format", "{{json .}}"}, kSummarySeconds, places);
+    if (summary) {
+        snapshot.summary = parseSummary(summary->out);
+    }
+    const auto usage = run({"system", "df", "-v", "--format", "json"}, kObjectSeconds, places);
+    if (!usage || usage->status != 0) {
+        snapshot.error = "Could not read Docker usage (needs Docker 25 or newer).";
+        return;
+    }
+    auto objects = parseObjects(usage->out, isThere);
+    if (objects) {
+        snapshot.objects = std::move(*objects);
+    } else {
+        snapshot.error = "Unexpected Docker output: " + objects.error().description;
+    }
+}
+
+}  // namespace
+
+Places usualPlaces() {
+    Places places{
+        "/usr/local/bin/docker",
+        "/opt/homebrew/bin/docker",
+        StoragePaths::home() + "/.orbstack/bin/docker",
+        "/Applications/Docker.app/Contents/Resources/bin/docker",
+    };
+    std::ranges::move(Platform::toolPaths("docker"), std::back_inserter(places));
+    return places;
+}
+
+std::optional<std::string> binary(const Places& places) {
+    const auto found = std::ranges::find_if(places, isProgram);
+    return found == places.end() ? std::nullopt : std::optional{*found};
+}
+
+std::optional<Result> run(
+    const std::vector<std::string>& arguments, double timeoutSeconds, const Places& places) {
+    const std::optional<std::string> tool = binary(places);
+    if (!tool) {
+        return std::nullopt;
+    }
+    const auto ending = ChildProcess::run({
+        .executable = *tool,
+        .arguments = arguments,
+        .cwd = std::nullopt,
+        .timeoutSeconds = timeoutSeconds,
+        .standardError = ChildProcess::StandardError::keep,
+    });
+    if (!ending) {
+        return std::nullopt;
+    }
+    return Result{ending->code, Text::repaired(ending->out), Text::repaired(ending->err)};
+}
+
+DockerSnapshot snapshot(const Places& places) {
+    constexpr double kContextSeconds = 5;
+    DockerSnapshot snapshot;
+    if (!binary(places)) {
+        snapshot.error = "Docker CLI not found.";
+        return snapshot;
+    }
+    if (const auto context = run({"context", "show"}, kContextSeconds, places)) {
+        snapshot.context = Text::stripped(context->out);
+    }
+    // The disks take their space whether the daemon runs or not.
+    snapshot.vmDisks = vmDisks();
+    snapshot.available = answers(places);
+    if (snapshot.available) {
+        readUsage(snapshot, places);
+    } else {
+        snapshot.error = "Docker is not running. Start Docker Desktop or OrbStack, then rescan.";
+    }
+    return snapshot;
+}
+
+std::vector<DockerVMDisk> vmDisks() {
+    constexpr std::int64_t kBlock = 512;
+    const struct {
+        const char* glob;
+        const char* runtime;
+    } kinds[] = {
+        {"~/Library/Containers/com.docker.docker/Data/vms/*/data/Docker.raw", "Docker Desktop"},
+        {"~/Library/Group Containers/*.dev.orbstack/data/*.img",              "OrbStack"      },
+        {"~/.orbstack/data/*.img",                                            "OrbStack"      },
+    };
+    std::vector<DockerVMDisk> disks;
+    for (const auto& kind : kinds) {
+        for (const std::string& path : Glob::expand(kind.glob)) {
+            struct stat status {};
+            if (stat(path.c_str(), &status) == 0) {
+                disks.push_back({path, status.st_blocks * kBlock, status.st_size, kind.runtime});
+            }
+        }
+    }
+    return disks;
+}
+
+}  // namespace Brimlo::DockerClient
