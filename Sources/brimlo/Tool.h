@@ -50,6 +50,7 @@ inline constexpr const char* kSetUpGroup = "Set up";
 /// Each adds one command.
 void addSuggestCommand(CLI::App& app, Tool& tool);
 void addCleanCommand(CLI::App& app, Tool& tool);
+void addAutocleanCommand(CLI::App& app, Tool& tool);
 void addScanCommand(CLI::App& app, Tool& tool);
 void addSizeCommand(CLI::App& app, Tool& tool);
 void addLargeCommand(CLI::App& app, Tool& tool);

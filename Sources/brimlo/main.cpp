@@ -34,6 +34,7 @@ int main(int argc, char** argv) {
     addBackupCommand(app, tool);
     addCoverageCommand(app, tool);
     addCleanCommand(app, tool);
+    addAutocleanCommand(app, tool);
     addHistoryCommand(app, tool);
     addUndoCommand(app, tool);
     addTrashCommand(app, tool);

@@ -130,6 +130,18 @@ TEST_F(CleanCommandTest, ReportsWhatDidNotGoAndMovesTheRest) {
     EXPECT_TRUE(exists(at("folder/inside")));
 }
 
+TEST_F(CleanCommandTest, CleansUnattended) {
+    fill();
+    EXPECT_TRUE(run({"autoclean", "--execute"}).out.starts_with("Auto-clean is off. "));
+    EXPECT_TRUE(run({"autoclean", "--force"}).out.ends_with("Trash. Nothing was moved.\n"));
+    const Json::Value done = answer({"autoclean", "--execute", "--force"});
+    EXPECT_THAT(texts(done.at("planned"), "path"), testing::IsSupersetOf({modules, chrome}));
+    EXPECT_EQ(done.at("report").at("processed"), done.at("planned").as_array().size());
+    EXPECT_FALSE(exists(chrome) || exists(modules));
+    EXPECT_EQ(shape(answer({"autoclean"})), "{skippedReason,planned[],purgedFromTrash}");
+    EXPECT_TRUE(run({"autoclean", "--force"}).out.starts_with("Auto-clean found nothing "));
+}
+
 TEST_F(CleanCommandTest, AsksAPersonAtATerminal) {
     write("file");
     EXPECT_TRUE(converse({"clean", "file"}, "n\n").ends_with("Nothing was moved.\n"));

@@ -79,6 +79,7 @@ TEST_F(CommandLineTest, AnswersWithOneDocumentOfTheTypesFields) {
              plan                                                                        },
         {{"size", ".cache"},                "[{path,size}]"                              },
         {{"safety", ".cache"},              "[{path,canonical,refusal}]"                 },
+        {{"backup", ".npm"},                "[{path,covered[],warnings[]}]"              },
         {{"history"},
          "[{id,date,originalPath,trashPath,size,undone,purgedFromTrash,trashID,batchID}]"},
         {{"trash", "size"},                 "{bytes}"                                    },
@@ -100,6 +101,25 @@ TEST_F(CommandLineTest, AnswersWithOneDocumentOfTheTypesFields) {
     }
     EXPECT_TRUE(shape(answer({"rules", "list"})).starts_with("{rules[{id,name,group,personas[],"));
     EXPECT_TRUE(shape(answer({"rules", "show", "npm.cache"})).starts_with("{id,name,group,"));
+}
+
+TEST_F(CommandLineTest, AsksDockerUnlessToldNotTo) {
+    // Whether its tool is here or not, no daemon answers a test.
+    const Outcome json = run({"docker", "--json"});
+    const auto document = Json::parse(json.out);
+    ASSERT_TRUE(document) << json.out;
+    EXPECT_EQ(document->at("available"), false);
+    EXPECT_TRUE(
+        shape(*document).ends_with("error,summary[],objects[],vmDisks[],reclaimableTotal}"));
+    const std::string error{document->at("error").as_string()};
+    EXPECT_EQ(json.err, "brimlo: " + error + "\n");
+    EXPECT_EQ(json.exitCode, 1);
+    EXPECT_EQ(run({"docker"}).err, json.err);
+    setenv("BRIMLO_TIMING", "1", 1);
+    EXPECT_TRUE(run({"suggest"}).err.contains("[timing] docker:"));
+    EXPECT_FALSE(run({"suggest", "--no-docker"}).err.contains("docker"));
+    unsetenv("BRIMLO_TIMING");
+    EXPECT_EQ(run({"clean", "--rule", "docker.build-cache", "--dry-run"}).exitCode, 0);
 }
 
 TEST_F(CommandLineTest, MakesHostileTextHarmless) {

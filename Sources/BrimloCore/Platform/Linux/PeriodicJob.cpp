@@ -1,0 +1,205 @@
+#include "BrimloCore/Platform/PeriodicJob.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <utility>
+
+// A job is a service and a timer of systemd's user manager, as systemd.service(5), systemd.timer(5)
+// and systemd.syntax(7) describe them. They lie in "~/.config" whatever `XDG_CONFIG_HOME` says to
+// this process, because the manager was started at login and hasn't heard of a shell's settings.
+
+namespace Brimlo::Platform {
+
+namespace {
+
+constexpr std::string_view kStart = "ExecStart=";
+
+/// Starts a program whose path systemd refuses as that of a program, but passes as an argument.
+constexpr std::array<std::string_view, 3> kDetour{"/bin/sh", "-c", R"(exec "$0" "$@")"};
+
+bool isControl(unsigned char byte) {
+    constexpr unsigned char kDelete = 0x7f;
+    return byte < ' ' || byte == kDelete;
+}
+
+/// With "%" doubled, which would begin a placeholder.
+std::string literal(std::string_view text) {
+    std::string result;
+    for (const char character : text) {
+        result.append(character == '%' ? 2 : 1, character);
+    }
+    return result;
+}
+
+std::string inQuotes(std::string_view text) {
+    std::string result{'"'};
+    for (const char character : literal(text)) {
+        if (character == '"' || character == '\\') {
+            result += '\\';
+        }
+        result += character;
+    }
+    return result + '"';
+}
+
+/// The value of "ExecStart". The colon before the program keeps "$" what it is.
+std::string commandLine(std::vector<std::string> arguments) {
+    if (arguments.front().find_first_of(R"("'\)") != std::string::npos) {
+        arguments.insert(arguments.begin(), kDetour.begin(), kDetour.end());
+    }
+    std::string line = inQuotes(":" + arguments.front());
+    for (std::size_t i = 1; i < arguments.size(); ++i) {
+        line += ' ' + inQuotes(arguments[i]);
+    }
+    return line;
+}
+
+std::string service(const PeriodicJob::Settings& settings) {
+    const std::string output = "append:" + literal(settings.log) + "\n";
+    return "[Unit]\n"
+           "Description=Brimlo's unattended clean\n"
+           "\n"
+           "[Service]\n"
+           "Type=oneshot\n" +
+           std::string{kStart} + commandLine(settings.arguments) +
+           "\n"
+           "StandardOutput=" +
+           output + "StandardError=" + output;
+}
+
+/// The first span counts from the start of the timer, the second from the last run.
+std::string timer(const PeriodicJob::Settings& settings) {
+    const std::string span = std::to_string(settings.intervalSeconds) + "s\n";
+    return "[Unit]\n"
+           "Description=Starts Brimlo's unattended clean now and then\n"
+           "\n"
+           "[Timer]\n"
+           "OnActiveSec=" +
+           span + "OnUnitActiveSec=" + span +
+           "\n"
+           "[Install]\n"
+           "WantedBy=timers.target\n";
+}
+
+/// Takes one character of a word off `text`, an escaped one or "%%" as what it stands for. Nullopt
+/// for the escapes and placeholders that no program writes here.
+std::optional<char> takeCharacter(std::string_view& text) {
+    const char first = text.front();
+    text.remove_prefix(1);
+    if (first != '\\' && first != '%') {
+        return first;
+    }
+    const std::string_view known = first == '%' ? "%" : R"("'\)";
+    if (text.empty() || !known.contains(text.front())) {
+        return std::nullopt;
+    }
+    const char second = text.front();
+    text.remove_prefix(1);
+    return second;
+}
+
+/// The words of a command line; nullopt when it is not understood.
+std::optional<std::vector<std::string>> words(std::string_view line) {
+    std::vector<std::string> result;
+    bool isInWord = false;
+    char quote = 0;
+    while (!line.empty()) {
+        const char next = line.front();
+        if (quote == 0 && (next == ' ' || next == '\t')) {
+            isInWord = false;
+            line.remove_prefix(1);
+            continue;
+        }
+        if (!isInWord) {
+            isInWord = true;
+            result.emplace_back();
+        }
+        if (next == quote || (quote == 0 && (next == '"' || next == '\''))) {
+            quote = quote == 0 ? next : '\0';
+            line.remove_prefix(1);
+        } else if (const auto character = takeCharacter(line)) {
+            result.back() += *character;
+        } else {
+            return std::nullopt;
+        }
+    }
+    return quote == 0 ? std::optional{result} : std::nullopt;
+}
+
+}  // namespace
+
+PeriodicJob::PeriodicJob(std::string label, std::string home)
+    : label_(std::move(label))
+    , folder_(std::move(home) + "/.config/systemd/user/") {}
+
+std::vector<std::string> PeriodicJob::paths() const {
+    // The last one is the link that "systemctl enable" makes.
+    return {
+        folder_ + label_ + ".service",
+        folder_ + label_ + ".timer",
+        folder_ + "timers.target.wants/" + label_ + ".timer",
+    };
+}
+
+std::expected<std::vector<PeriodicJob::File>, Error> PeriodicJob::files(
+    const Settings& settings) const {
+    const auto isUnfit = [](const std::string& text) {
+        return std::ranges::any_of(text, isControl);
+    };
+    if (std::ranges::any_of(settings.arguments, isUnfit) || isUnfit(settings.log)) {
+        constexpr int kCode = 21;
+        return std::unexpected(Error{
+            .domain = kErrorDomain,
+            .code = kCode,
+            .description = "A path holds a line break or another control character",
+        });
+    }
+    return std::vector<File>{
+        {.path = folder_ + label_ + ".timer",   .text = timer(settings)  },
+        {.path = folder_ + label_ + ".service", .text = service(settings)},
+    };
+}
+
+std::vector<PeriodicJob::Command> PeriodicJob::commands(Moment moment) const {
+    // Not every system has it in the same folder, which "env" finds out.
+    const auto systemctl = [&](std::vector<std::string> words) {
+        const std::vector<std::string> start{"/usr/bin/env", "systemctl", "--user"};
+        words.insert(words.begin(), start.begin(), start.end());
+        return words;
+    };
+    const std::string timer = label_ + ".timer";
+    switch (moment) {
+        case Moment::beforeChange:
+            return {systemctl({"stop", timer})};
+        case Moment::afterWriting:
+            return {systemctl({"daemon-reload"}), systemctl({"enable", "--now", timer})};
+        case Moment::afterRemoving:
+            break;
+    }
+    return {systemctl({"daemon-reload"})};
+}
+
+std::optional<std::string> PeriodicJob::program(std::string_view definition) {
+    while (!definition.empty()) {
+        const std::size_t end = std::min(definition.find('\n'), definition.size());
+        const std::string_view line = definition.substr(0, end);
+        definition.remove_prefix(std::min(end + 1, definition.size()));
+        if (!line.starts_with(kStart)) {
+            continue;
+        }
+        auto command = words(line.substr(kStart.size()));
+        if (!command || command->empty()) {
+            return std::nullopt;
+        }
+        std::string& program = command->front();
+        program.erase(0, std::min(program.find_first_not_of("@-:+!"), program.size()));
+        const bool isDetour = command->size() > kDetour.size() &&
+                              std::equal(kDetour.begin(), kDetour.end(), command->begin());
+        program = isDetour ? (*command)[kDetour.size()] : program;
+        return program.starts_with('/') ? std::optional{program} : std::nullopt;
+    }
+    return std::nullopt;
+}
+
+}  // namespace Brimlo::Platform

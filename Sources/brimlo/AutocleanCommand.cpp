@@ -1,0 +1,98 @@
+#include "BrimloCore/Cleaner/AutoCleaner.h"
+#include "BrimloCore/Support/AppConfig.h"
+#include "BrimloCore/Support/Fmt.h"
+#include "BrimloCore/Support/StoragePaths.h"
+#include "brimlo/CleanRun.h"
+#include "brimlo/Console.h"
+#include "brimlo/Interrupt.h"
+#include "brimlo/JsonForms.h"
+#include "brimlo/Tool.h"
+
+#include <memory>
+
+namespace Brimlo {
+
+namespace {
+
+struct Arguments {
+    bool execute = false;
+    bool force = false;
+};
+
+AutoCleanOutcome outcomeOf(const Arguments& arguments) {
+    if (arguments.execute) {
+        // The purge, which comes first, takes nothing back.
+        Interrupt::finishFirst(Interrupt::Undo::impossible);
+    }
+    Console::Progress progress;
+    progress.show(
+        arguments.execute ? "Running auto-clean…" : "Checking what auto-clean would remove…");
+    Cleaner cleaner{std::make_shared<Journal>(StoragePaths::journal())};
+    return AutoCleaner::run(AppConfig::load(), cleaner, !arguments.execute, arguments.force);
+}
+
+void show(const AutoCleanOutcome& outcome, bool dryRun) {
+    if (outcome.purgedFromTrash > 0) {
+        Console::line(
+            (dryRun ? "Would permanently remove " : "Permanently removed ") +
+            Fmt::bytes(outcome.purgedFromTrash) + " that Brimlo had moved to Trash.");
+    }
+    if (outcome.skippedReason) {
+        Console::line(*outcome.skippedReason);
+    } else if (outcome.planned.empty()) {
+        Console::line(
+            "Auto-clean found nothing to remove right now. Everything regenerable is already "
+            "clear.");
+    } else {
+        const CleanPlan plan{outcome.planned};
+        CleanRun::show(plan);
+        CleanRun::show(*outcome.report, plan, dryRun);
+    }
+}
+
+Json::Object form(const AutoCleanOutcome& outcome) {
+    Json::Object document;
+    if (outcome.skippedReason) {
+        document.emplace("skippedReason", *outcome.skippedReason);
+    }
+    document.emplace("planned", JsonForms::items(outcome.planned));
+    if (outcome.report) {
+        document.emplace("report", JsonForms::report(*outcome.report));
+    }
+    document.emplace("purgedFromTrash", outcome.purgedFromTrash);
+    return document;
+}
+
+ExitCode run(const Arguments& arguments, const Tool& tool) {
+    const AutoCleanOutcome outcome = outcomeOf(arguments);
+    if (tool.isJson()) {
+        print(form(outcome));
+    } else {
+        show(outcome, !arguments.execute);
+    }
+    return CleanRun::exitCode(outcome.report.value_or(CleanReport{}));
+}
+
+}  // namespace
+
+void addAutocleanCommand(CLI::App& app, Tool& tool) {
+    const auto arguments = std::make_shared<Arguments>();
+    CLI::App* command =
+        tool.add(app, "autoclean", "Clean as the background job does", [arguments, &tool] {
+            return run(*arguments, tool);
+        });
+    command->group(kCleanGroup);
+    command->add_flag(
+        "--execute", arguments->execute, "Do it; without this, only tell what would go");
+    command->add_flag(
+        "--force", arguments->force, "Also with auto-clean off, and with enough free space");
+    command->footer(
+        "First, what Brimlo moved to the Trash longer ago than the setting trash-retention-days\n"
+        "is deleted for good. Then, if free space is short, what is preselected, rated Safe or\n"
+        "Rebuilds and owned by no running app moves to the Trash. Nobody is asked.\n"
+        "Examples:\n"
+        "  brimlo autoclean --force\n"
+        "  brimlo config auto-clean-enabled true");
+}
+
+}  // namespace Brimlo
