@@ -156,6 +156,7 @@ void addScanCommand(CLI::App& app, Tool& tool) {
             "Show so many levels below it (default: 1; with --json: 250, which is the most)")
         ->check(wholeNumber());
     std::vector<std::string> words;
+    words.reserve(kSortWords.size());
     for (const auto& [word, key] : kSortWords) {
         words.emplace_back(word);
     }

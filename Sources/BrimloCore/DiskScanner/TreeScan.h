@@ -50,7 +50,7 @@ private:
     void read(Folder& folder, Crew::Member& member);
     [[nodiscard]] Batch lookAt(const Folder& folder, std::size_t from, std::size_t to);
     void entriesRead(Folder& folder, Crew::Member& member);
-    void finish(Folder& folder);
+    void finish(Folder& finished);
     [[nodiscard]] std::shared_ptr<FileNode> makeNode(Folder& folder) const;
 
     ScanControl& control_;

@@ -36,8 +36,8 @@ public:
         crew.unfinished_ = 1;
         crew.hire(members - 1);
         crew.labour();
-        for (std::size_t i = 0; i < crew.threads_.size(); ++i) {
-            crew.threads_[i].join();
+        for (std::thread& thread : crew.threads_) {
+            thread.join();
         }
     }
 

@@ -37,6 +37,7 @@ std::string joined(const std::vector<std::string_view>& texts) {
 
 std::string riskWords(const CoverageEntry& entry) {
     std::vector<std::string_view> words;
+    words.reserve(entry.risks.size());
     for (const Risk risk : entry.risks) {
         words.push_back(label(risk));
     }
@@ -45,6 +46,7 @@ std::string riskWords(const CoverageEntry& entry) {
 
 std::string audience(const CoverageEntry& entry) {
     std::vector<std::string_view> labels;
+    labels.reserve(entry.personas.size());
     for (const Persona persona : entry.personas) {
         labels.push_back(label(persona));
     }

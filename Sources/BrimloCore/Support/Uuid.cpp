@@ -21,7 +21,7 @@ bool isHyphenPlace(std::size_t position) {
 Uuid Uuid::random() {
     // A scan makes hundreds of thousands: asking the system for each would cost as much as the
     // walk.
-    thread_local boost::uuids::random_generator_mt19937 generator;
+    static thread_local boost::uuids::random_generator_mt19937 generator;
     const boost::uuids::uuid made = generator();
     Uuid id;
     std::ranges::copy(made, id.bytes.begin());
