@@ -183,25 +183,14 @@ ExitCode exportRules(const Export& to, const Tool& tool) {
     return exit;
 }
 
-/// Adds a command that reads a file.
-void add(
-    CLI::App& rules,
-    Tool& tool,
-    const std::string& name,
-    const std::string& description,
-    const std::function<ExitCode(const std::string&, const Tool&)>& run) {
-    const auto file = std::make_shared<std::string>();
-    CLI::App* command =
-        tool.add(rules, name, description, [file, run, &tool] { return run(*file, tool); });
-    command->add_option("file", *file)->required()->type_name("FILE");
-}
-
 }  // namespace
 
 void addRuleFileCommands(CLI::App& rules, Tool& tool) {
-    add(rules, tool, "preview", "Show what the rules of a file would match now", preview);
-    add(rules, tool, "validate", "Judge the rules of a file", validate);
-    add(rules, tool, "import", "Take the valid rules of a file in as your own", importRules);
+    tool.addTaking(
+        "FILE", rules, "preview", "Show what the rules of a file would match now", preview);
+    tool.addTaking("FILE", rules, "validate", "Judge the rules of a file", validate);
+    tool.addTaking(
+        "FILE", rules, "import", "Take the valid rules of a file in as your own", importRules);
     const auto to = std::make_shared<Export>();
     CLI::App* command = tool.add(rules, "export", "Write your own rules as one file", [to, &tool] {
         return exportRules(*to, tool);

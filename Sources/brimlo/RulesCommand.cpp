@@ -8,8 +8,6 @@
 #include "brimlo/RuleFileCommands.h"
 #include "brimlo/Tool.h"
 
-#include <memory>
-
 namespace Brimlo {
 
 namespace {
@@ -148,19 +146,6 @@ ExitCode remove(const std::string& id, const Tool& tool) {
     return ExitCode::done;
 }
 
-/// Adds a command that takes the id of a rule.
-void add(
-    CLI::App& rules,
-    Tool& tool,
-    const std::string& name,
-    const std::string& description,
-    const std::function<ExitCode(const std::string&, const Tool&)>& run) {
-    const auto id = std::make_shared<std::string>();
-    CLI::App* command =
-        tool.add(rules, name, description, [id, run, &tool] { return run(*id, tool); });
-    command->add_option("id", *id)->required()->type_name("ID");
-}
-
 }  // namespace
 
 void addRulesCommand(CLI::App& app, Tool& tool) {
@@ -169,15 +154,17 @@ void addRulesCommand(CLI::App& app, Tool& tool) {
     rules->group(kSetUpGroup);
     rules->require_subcommand(1);
     tool.add(*rules, "list", "List all rules and project patterns", [&tool] { return list(tool); });
-    add(*rules, tool, "show", "Show one rule or project pattern", show);
+    tool.addTaking("ID", *rules, "show", "Show one rule or project pattern", show);
     addRuleFileCommands(*rules, tool);
-    add(*rules, tool, "enable", "Switch a rule on", [](const std::string& id, const Tool& used) {
-        return setDisabled(id, false, used);
-    });
-    add(*rules, tool, "disable", "Switch a rule off", [](const std::string& id, const Tool& used) {
-        return setDisabled(id, true, used);
-    });
-    add(*rules, tool, "delete", "Delete a rule of your own for good", remove);
+    tool.addTaking(
+        "ID", *rules, "enable", "Switch a rule on", [](const std::string& id, const Tool& used) {
+            return setDisabled(id, false, used);
+        });
+    tool.addTaking(
+        "ID", *rules, "disable", "Switch a rule off", [](const std::string& id, const Tool& used) {
+            return setDisabled(id, true, used);
+        });
+    tool.addTaking("ID", *rules, "delete", "Delete a rule of your own for good", remove);
 }
 
 }  // namespace Brimlo

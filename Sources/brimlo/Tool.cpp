@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cstdint>
 #include <cstdio>
+#include <memory>
 #include <system_error>
 #include <utility>
 
@@ -15,6 +16,19 @@ CLI::App* Tool::add(
     CLI::App* command = parent.add_subcommand(name, description);
     command->add_flag("--json", json_, "Answer with one JSON document");
     command->callback([this, run = std::move(run)] { run_ = run; });
+    return command;
+}
+
+CLI::App* Tool::addTaking(
+    const std::string& argument,
+    CLI::App& parent,
+    const std::string& name,
+    const std::string& description,
+    const std::function<ExitCode(const std::string&, const Tool&)>& run) {
+    const auto text = std::make_shared<std::string>();
+    CLI::App* command =
+        add(parent, name, description, [this, text, run] { return run(*text, *this); });
+    command->add_option(argument, *text)->required()->type_name(argument);
     return command;
 }
 

@@ -22,6 +22,14 @@ public:
     CLI::App* add(
         CLI::App& parent, const std::string& name, const std::string& description, Run run);
 
+    /// The same for a command that takes one text; the help calls it `argument`.
+    CLI::App* addTaking(
+        const std::string& argument,
+        CLI::App& parent,
+        const std::string& name,
+        const std::string& description,
+        const std::function<ExitCode(const std::string&, const Tool&)>& run);
+
     /// Whether the answer is one JSON document.
     [[nodiscard]] bool isJson() const { return json_; }
 
