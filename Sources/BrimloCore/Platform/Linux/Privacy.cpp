@@ -1,0 +1,23 @@
+#include "BrimloCore/Platform/Privacy.h"
+
+#include "BrimloCore/Platform/HomeFolder.h"
+#include "BrimloCore/Platform/Posix/Descriptor.h"
+
+#include <cerrno>
+
+#include <fcntl.h>
+
+namespace Brimlo::Platform {
+
+bool canReadProtectedFolders() {
+    // As a rule it is not there, and nothing is hidden from the user here.
+    const std::string folder = homeFolder() + "/Library/Safari";
+    const Descriptor opened{open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
+    return opened || errno == ENOENT || errno == ENOTDIR;
+}
+
+std::string privacySettingsAddress() {
+    return "";
+}
+
+}  // namespace Brimlo::Platform
