@@ -1,0 +1,374 @@
+#include "BrimloApp/AppModel/AppModel.h"
+#include "BrimloApp/AppModel/ReportLines.h"
+#include "BrimloApp/AppModel/RunInBackground.h"
+#include "BrimloCore/DiskScanner/DiskScanner.h"
+#include "BrimloCore/LargeFiles/LargeFiles.h"
+#include "BrimloCore/Support/Fmt.h"
+#include "BrimloCore/Support/StoragePaths.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+// What fills a folder: the scanned tree and the way through it, the largest files, the duplicates.
+
+namespace Brimlo {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kSamplingTime = 150ms;
+constexpr std::size_t kLargeFileLimit = 200;
+constexpr std::int64_t kLargeFileSize = 52'428'800;
+constexpr std::int64_t kDuplicateSize = 1'048'576;
+
+/// The folder that was dropped; nullopt when it was something else.
+std::optional<std::string> droppedFolder(const QUrl& address) {
+    const QString path = address.toLocalFile();
+    return QFileInfo{path}.isDir() ? std::optional{QFile::encodeName(path).toStdString()}
+                                   : std::nullopt;
+}
+
+/// Whether the node is `root` or lies in its tree.
+bool isInTree(const FileNode* node, const FileNode* root) {
+    while (node != nullptr && node != root) {
+        node = node->parent.lock().get();
+    }
+    return node != nullptr;
+}
+
+}  // namespace
+
+// ---- The tree ------------------------------------------------------------------------------
+
+void AppModel::startScan(const std::optional<std::string>& path) {
+    if (isScanning_) {
+        return;
+    }
+    if (path) {
+        setScanRoot(*path);
+    }
+    scanControl_ = std::make_shared<ScanControl>();
+    assign(isScanning_, true, &AppModel::isScanningChanged);
+    takeTree(nullptr);
+    assign(scanFiles_, std::int64_t{0}, &AppModel::scanFilesChanged);
+    assign(scanBytes_, std::int64_t{0}, &AppModel::scanBytesChanged);
+    assign(unreadableCount_, 0, &AppModel::unreadableCountChanged);
+    scanSampling_ = clock_.schedule(kSamplingTime, Clock::Repeat::always, [this] { sampleScan(); });
+
+    struct Scanned {
+        std::shared_ptr<FileNode> root;
+        int unreadableCount = 0;
+        std::vector<UnreadableArea> unreadableAreas;
+    };
+    runInBackground(
+        this,
+        [control = scanControl_, root = scanRoot_] {
+            Scanned scanned{
+                .root = DiskScanner{control, ScanOptions{}}
+                  .scan(root)
+            };
+            const std::vector<std::string> skipped = control->inaccessible();
+            scanned.unreadableCount = static_cast<int>(skipped.size());
+            scanned.unreadableAreas = UnreadableFolders::group(skipped, StoragePaths::home());
+            return scanned;
+        },
+        [control = scanControl_](AppModel& model, Scanned scanned) {
+            model.scanSampling_.reset();
+            model.sampleScan();
+            model.assign(model.isScanning_, false, &AppModel::isScanningChanged);
+            if (control->isCancelled()) {
+                releaseInBackground(std::move(scanned.root));
+            } else {
+                model.takeTree(std::move(scanned.root));
+            }
+            model.assign(
+                model.unreadableCount_, scanned.unreadableCount, &AppModel::unreadableCountChanged);
+            model.assign(
+                model.unreadableAreas_,
+                std::move(scanned.unreadableAreas),
+                &AppModel::unreadableAreasChanged);
+            model.refreshVolume();
+        });
+}
+
+void AppModel::sampleScan() {
+    ScanControl::Progress progress = scanControl_->progress();
+    assign(scanFiles_, progress.files, &AppModel::scanFilesChanged);
+    assign(scanBytes_, progress.bytes, &AppModel::scanBytesChanged);
+    assign(scanPath_, QString::fromStdString(progress.path), &AppModel::scanPathChanged);
+}
+
+void AppModel::takeTree(std::shared_ptr<FileNode> tree) {
+    std::shared_ptr<FileNode> old = root_;
+    assign(root_, tree, &AppModel::rootChanged);
+    setCurrent(std::move(tree));
+    // A tree of a disk has hundreds of thousands of nodes, too many to be let go on this thread.
+    releaseInBackground(std::move(old));
+}
+
+void AppModel::scanHome() {
+    startScan(StoragePaths::home());
+}
+
+void AppModel::scanWholeDisk() {
+    startScan("/");
+}
+
+bool AppModel::scanDropped(const QUrl& address) {
+    const auto folder = droppedFolder(address);
+    if (folder) {
+        startScan(folder);
+    }
+    return folder.has_value();
+}
+
+void AppModel::cancelScan() {
+    if (scanControl_) {
+        scanControl_->cancel();
+    }
+}
+
+void AppModel::setScanRoot(std::string path) {
+    assign(scanRoot_, std::move(path), &AppModel::scanRootChanged);
+}
+
+QString AppModel::scanRootText() const {
+    return QFile::decodeName(QByteArray::fromStdString(scanRoot_));
+}
+
+void AppModel::setScanRootText(const QString& path) {
+    setScanRoot(QFile::encodeName(path).toStdString());
+}
+
+void AppModel::setCurrent(std::shared_ptr<FileNode> folder) {
+    assign(current_, std::move(folder), &AppModel::currentChanged);
+}
+
+std::vector<std::shared_ptr<FileNode>> AppModel::currentChildren() const {
+    if (!current_) {
+        return {};
+    }
+    return current_->sortedChildren(
+        sortKey_, ascending_ ? FileNode::SortOrder::ascending : FileNode::SortOrder::descending);
+}
+
+void AppModel::drill(const std::shared_ptr<FileNode>& node) {
+    if (node->isDirectory && node->children && !node->children->empty()) {
+        setCurrent(node);
+    }
+}
+
+void AppModel::setSortKey(const FileNode::SortKey key) {
+    assign(sortKey_, key, &AppModel::sortKeyChanged);
+}
+
+QString AppModel::sortKeyID() const {
+    return QString::fromUtf8(FileNode::rawValue(sortKey_));
+}
+
+void AppModel::setSortKeyID(const QString& id) {
+    if (const auto key = FileNode::sortKeyFromRawValue(id.toStdString())) {
+        setSortKey(*key);
+    }
+}
+
+void AppModel::setAscending(const bool ascending) {
+    assign(ascending_, ascending, &AppModel::ascendingChanged);
+}
+
+void AppModel::setPreviewRequested(const bool requested) {
+    assign(previewRequested_, requested, &AppModel::previewRequestedChanged);
+}
+
+void AppModel::setAnalyzerMode(const int mode) {
+    assign(analyzerMode_, mode, &AppModel::analyzerModeChanged);
+}
+
+CleanPlan AppModel::planFor(const std::vector<std::shared_ptr<FileNode>>& nodes) {
+    std::vector<CleanItem> items;
+    for (const auto& node : nodes) {
+        if (!node->isAggregate) {
+            items.push_back({.path = node->path, .size = node->size, .ruleID = {}, .risk = {}});
+        }
+    }
+    return CleanPlan{items};
+}
+
+void AppModel::dispose(
+    const std::vector<std::shared_ptr<FileNode>>& nodes, const DisposalMode mode) {
+    CleanPlan plan = planFor(nodes);
+    if (plan.items().empty()) {
+        return;
+    }
+    runClean(plan, mode, [model = QPointer{this}, nodes] {
+        if (model) {
+            model->removeDisposed(nodes);
+        }
+    });
+}
+
+void AppModel::removeDisposed(const std::vector<std::shared_ptr<FileNode>>& nodes) {
+    const CleanReport report = lastReport_.value_or(CleanReport{});
+    const ReportLines failures{report.failures};
+    const ReportLines refused{report.refused};
+    for (const auto& node : nodes) {
+        if (!failures.anyIsAbout(node->path) && !refused.anyBeginsWith(node->path)) {
+            node->remove();
+        }
+    }
+    if (current_ && !isInTree(current_.get(), root_.get())) {
+        setCurrent(root_);
+    }
+    assign(treeVersion_, treeVersion_ + 1, &AppModel::treeVersionChanged);
+}
+
+// ---- Large files ---------------------------------------------------------------------------
+
+void AppModel::findLargeFiles() {
+    if (isFindingLarge_) {
+        return;
+    }
+    assign(isFindingLarge_, true, &AppModel::isFindingLargeChanged);
+    assign(largeFiles_, {}, &AppModel::largeFilesChanged);
+    largeControl_ = std::make_shared<ScanControl>();
+    runInBackground(
+        this,
+        [root = largeRoot_, control = largeControl_] {
+            return LargeFiles::find(root, kLargeFileLimit, kLargeFileSize, *control);
+        },
+        [](AppModel& model, std::vector<std::shared_ptr<FileNode>> found) {
+            model.assign(model.largeFiles_, std::move(found), &AppModel::largeFilesChanged);
+            model.assign(model.isFindingLarge_, false, &AppModel::isFindingLargeChanged);
+            model.assign(model.largeSearched_, true, &AppModel::largeSearchedChanged);
+        });
+}
+
+void AppModel::findLargeFilesInHome() {
+    setLargeRoot(StoragePaths::home());
+    findLargeFiles();
+}
+
+bool AppModel::findLargeFilesInDropped(const QUrl& address) {
+    const auto folder = droppedFolder(address);
+    if (folder) {
+        setLargeRoot(*folder);
+        findLargeFiles();
+    }
+    return folder.has_value();
+}
+
+void AppModel::cancelLargeFiles() {
+    if (largeControl_) {
+        largeControl_->cancel();
+    }
+}
+
+void AppModel::trashLargeFile(const std::shared_ptr<FileNode>& node) {
+    dispose({node}, DisposalMode::trash);
+    auto left = largeFiles_;
+    std::erase_if(left, [&](const auto& each) { return each->id == node->id; });
+    assign(largeFiles_, std::move(left), &AppModel::largeFilesChanged);
+}
+
+void AppModel::setLargeRoot(std::string path) {
+    assign(largeRoot_, std::move(path), &AppModel::largeRootChanged);
+}
+
+QString AppModel::largeRootText() const {
+    return QFile::decodeName(QByteArray::fromStdString(largeRoot_));
+}
+
+void AppModel::setLargeRootText(const QString& path) {
+    setLargeRoot(QFile::encodeName(path).toStdString());
+}
+
+// ---- Duplicates ----------------------------------------------------------------------------
+
+void AppModel::findDuplicates() {
+    if (isFindingDupes_) {
+        return;
+    }
+    assign(isFindingDupes_, true, &AppModel::isFindingDupesChanged);
+    assign(dupGroups_, {}, &AppModel::dupGroupsChanged);
+    runInBackground(
+        this,
+        [root = dupRoot_] { return DuplicateFinder::find({root}, kDuplicateSize); },
+        [](AppModel& model, std::vector<DuplicateGroup> found) {
+            model.assign(model.dupGroups_, std::move(found), &AppModel::dupGroupsChanged);
+            model.assign(model.isFindingDupes_, false, &AppModel::isFindingDupesChanged);
+            model.assign(model.dupsSearched_, true, &AppModel::dupsSearchedChanged);
+        });
+}
+
+void AppModel::findDuplicatesInHome() {
+    setDupRoot(StoragePaths::home());
+    findDuplicates();
+}
+
+bool AppModel::findDuplicatesInDropped(const QUrl& address) {
+    const auto folder = droppedFolder(address);
+    if (folder) {
+        setDupRoot(*folder);
+        findDuplicates();
+    }
+    return folder.has_value();
+}
+
+void AppModel::cloneDuplicates(const DuplicateGroup& group) {
+    if (group.paths.empty()) {
+        return;
+    }
+    const Uuid id = group.id;
+    std::int64_t shared = 0;
+    int failures = 0;
+    for (auto path = std::next(group.paths.begin()); path != group.paths.end(); ++path) {
+        if (DuplicateFinder::replaceWithClone(group.paths.front(), *path)) {
+            shared += group.size;
+        } else {
+            ++failures;
+        }
+    }
+    setBanner(
+        failures > 0
+            ? QStringLiteral("Cloned some duplicates; %1 failed (different volume?).").arg(failures)
+            : QStringLiteral("Replaced duplicates with clones, sharing %1.")
+                  .arg(QString::fromStdString(Fmt::bytes(shared))));
+    removeGroup(id);
+    refreshVolume();
+}
+
+void AppModel::trashDuplicates(const DuplicateGroup& group) {
+    std::vector<CleanItem> items;
+    for (std::size_t i = 1; i < group.paths.size(); ++i) {
+        items.push_back({.path = group.paths[i], .size = group.size, .ruleID = {}, .risk = {}});
+    }
+    runClean(CleanPlan{items}, DisposalMode::trash, [model = QPointer{this}, id = group.id] {
+        if (model) {
+            model->removeGroup(id);
+        }
+    });
+}
+
+void AppModel::removeGroup(const Uuid& id) {
+    auto left = dupGroups_;
+    std::erase_if(left, [&](const DuplicateGroup& group) { return group.id == id; });
+    assign(dupGroups_, std::move(left), &AppModel::dupGroupsChanged);
+}
+
+void AppModel::setDupRoot(std::string path) {
+    assign(dupRoot_, std::move(path), &AppModel::dupRootChanged);
+}
+
+QString AppModel::dupRootText() const {
+    return QFile::decodeName(QByteArray::fromStdString(dupRoot_));
+}
+
+void AppModel::setDupRootText(const QString& path) {
+    setDupRoot(QFile::encodeName(path).toStdString());
+}
+
+}  // namespace Brimlo

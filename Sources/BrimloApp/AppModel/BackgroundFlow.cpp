@@ -1,0 +1,136 @@
+#include "BrimloApp/AppModel/AppModel.h"
+#include "BrimloCore/LaunchAgent/LaunchAgent.h"
+#include "BrimloCore/Support/Fmt.h"
+
+#include <numeric>
+#include <utility>
+
+// What goes on without the user: the hourly auto-clean while the window is open, the background job
+// for when it is not, and the link to the command line tool.
+
+namespace Brimlo {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kAutoCleanTime = 1h;
+
+/// What an auto-clean took on, in a sentence. The figures are those of the plan.
+QString outcomeWords(const AutoCleanOutcome& outcome, const bool dryRun) {
+    if (outcome.skippedReason) {
+        return QString::fromStdString(*outcome.skippedReason);
+    }
+    if (outcome.planned.empty()) {
+        return QStringLiteral(
+            "Auto-clean found nothing to remove right now. Everything regenerable is already "
+            "clear.");
+    }
+    const std::int64_t bytes = std::accumulate(
+        outcome.planned.begin(),
+        outcome.planned.end(),
+        std::int64_t{0},
+        [](const std::int64_t sum, const CleanItem& item) { return sum + item.size; });
+    return QStringLiteral("Auto-clean %1 %2 item%3 (%4).")
+        .arg(dryRun ? QStringLiteral("would remove") : QStringLiteral("removed"))
+        .arg(outcome.planned.size())
+        .arg(outcome.planned.size() == 1 ? QString{} : QStringLiteral("s"))
+        .arg(QString::fromStdString(Fmt::bytes(bytes)));
+}
+
+}  // namespace
+
+void AppModel::startAutoCleanTimer() {
+    const auto tick = [this] { runAutoClean(false, false); };
+    autoTimer_ = clock_.schedule(kAutoCleanTime, Clock::Repeat::always, tick);
+    QMetaObject::invokeMethod(this, tick, Qt::QueuedConnection);
+}
+
+void AppModel::runAutoClean(const bool force, const bool dryRun) {
+    if (!config_.autoCleanEnabled && !force) {
+        return;
+    }
+    if (isCleaning_ || !busy_.isEmpty()) {
+        return;
+    }
+    runBusy(
+        dryRun ? QStringLiteral("Checking what auto-clean would remove…")
+               : QStringLiteral("Running auto-clean…"),
+        [config = config_, cleaner = cleaner_, dryRun, force] {
+            return outcomeWords(AutoCleaner::run(config, *cleaner, dryRun, force), dryRun);
+        });
+}
+
+void AppModel::setAgent(const bool enabled) {
+    if (!enabled) {
+        LaunchAgent::uninstall();
+        setBanner(QStringLiteral("Background job removed."));
+    } else if (const auto tool = CLIInstaller::bundledCLI(cli_); !tool) {
+        setBanner(
+            QStringLiteral("Background mode needs the packaged app (the command line tool is "
+                           "missing from this build)."));
+        return;
+    } else if (const auto installed = LaunchAgent::install(*tool); !installed) {
+        setBanner(QStringLiteral("Could not install the background job: %1")
+                      .arg(QString::fromStdString(installed.error().description)));
+    } else if (config_.autoCleanEnabled) {
+        setBanner(
+            QStringLiteral("Background auto-clean is on. It checks every 6 hours while you "
+                           "are logged in."));
+    } else {
+        setBanner(
+            QStringLiteral("Background job installed, but auto-clean is off, so it will do "
+                           "nothing yet. Turn on auto-clean above."));
+    }
+    readAgent();
+}
+
+void AppModel::readAgent() {
+    const bool installed = LaunchAgent::isInstalled();
+    const bool isOther =
+        installed && LaunchAgent::installedExecutable() != CLIInstaller::bundledCLI(cli_);
+    assign(agentInstalled_, installed, &AppModel::agentInstalledChanged);
+    assign(agentIsOfOtherCopy_, isOther, &AppModel::agentIsOfOtherCopyChanged);
+}
+
+void AppModel::installCLI() {
+    const CLIInstaller::Result result = CLIInstaller::install(cli_);
+    switch (result.outcome) {
+        case CLIInstaller::Outcome::installed:
+        case CLIInstaller::Outcome::alreadyInstalled:
+            setBanner(QStringLiteral("Command-line tool ready. Run `brimlo` in any terminal."));
+            break;
+        case CLIInstaller::Outcome::noTool:
+            setBanner(QStringLiteral("This build has no command-line tool to install."));
+            break;
+        case CLIInstaller::Outcome::cancelled:
+            setBanner(QStringLiteral(
+                "Command-line tool not installed. You can install it later from Settings."));
+            break;
+        case CLIInstaller::Outcome::failed:
+            setBanner(QStringLiteral("Could not install the command-line tool: %1")
+                          .arg(QString::fromStdString(result.text)));
+            break;
+    }
+    assign(cliInstalled_, CLIInstaller::isInstalled(cli_), &AppModel::cliInstalledChanged);
+}
+
+void AppModel::offerCLIInstallIfNeeded() {
+    if (config_.cliInstallOffered || !CLIInstaller::bundledCLI(cli_) ||
+        CLIInstaller::isInstalled(cli_)) {
+        return;
+    }
+    // Saved before the question is asked, so that it is asked once even if the program ends here.
+    AppConfig asked = config_;
+    asked.cliInstallOffered = true;
+    setConfig(asked);
+    assign(offersCLI_, true, &AppModel::offersCLIChanged);
+}
+
+void AppModel::answerCLIOffer(const bool install) {
+    assign(offersCLI_, false, &AppModel::offersCLIChanged);
+    if (install) {
+        installCLI();
+    }
+}
+
+}  // namespace Brimlo

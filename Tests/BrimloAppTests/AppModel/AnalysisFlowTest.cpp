@@ -1,0 +1,209 @@
+#include "BrimloAppTests/Support/ModelTest.h"
+
+#include <QtCore/QFileInfo>
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <filesystem>
+
+namespace Brimlo {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using Testing::exists;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class AnalysisFlowTest : public Testing::ModelTest {
+protected:
+    AnalysisFlowTest() {
+        write("tree/large/inner/data", std::string(400'000, 'a'));
+        write("tree/small", std::string(100'000, 'b'));
+        write("tree/stays", std::string(50'000, 'c'));
+        makeFolder("tree/empty");
+    }
+
+    void scan() {
+        model().startScan(at("tree"));
+        finish();
+    }
+
+    std::shared_ptr<FileNode> child(const std::string& name) {
+        const auto children = model().currentChildren();
+        const auto found =
+            std::ranges::find(children, name, [](const auto& node) { return node->name; });
+        return found == children.end() ? nullptr : *found;
+    }
+
+    std::vector<std::string> names() {
+        std::vector<std::string> names;
+        for (const auto& node : model().currentChildren()) {
+            names.push_back(node->name);
+        }
+        return names;
+    }
+
+    /// Three copies of what counts as large enough to be compared.
+    void makeDuplicates() {
+        for (const char* name : {"dups/a", "dups/b", "dups/c"}) {
+            write(name, std::string(1'048'576, 'd'));
+        }
+        model().setDupRoot(at("dups"));
+        model().findDuplicates();
+        finish();
+    }
+};
+
+TEST_F(AnalysisFlowTest, ScansAFolderAndTellsItsProgressInSteps) {
+    model();
+    finish();
+    const std::size_t idle = clock.waiting();
+    changes();
+    model().startScan(at("tree"));
+    EXPECT_THAT(changes(), ElementsAre("scanRoot", "isScanning"));
+    EXPECT_EQ(clock.waiting(), idle + 1) << "the sampling";
+    model().startScan("/");
+    EXPECT_EQ(model().scanRoot(), at("tree")) << "a scan is running";
+
+    finish();
+    EXPECT_EQ(clock.waiting(), idle);
+    auto told = changes();
+    std::erase(told, "volume");
+    EXPECT_THAT(
+        told, ElementsAre("scanFiles", "scanBytes", "scanPath", "isScanning", "root", "current"))
+        << "one last sample, then the result";
+    EXPECT_EQ(model().scanFiles(), 3);
+    EXPECT_GE(model().scanBytes(), 550'000);
+    EXPECT_THAT(names(), ElementsAre("large", "small", "stays", "empty"));
+}
+
+TEST_F(AnalysisFlowTest, ThrowsTheTreeOfACancelledScanAway) {
+    scan();
+    model().startScan("/usr");
+    EXPECT_EQ(model().root(), nullptr);
+    model().cancelScan();
+    finish();
+    EXPECT_FALSE(model().hasTree());
+    EXPECT_THAT(model().currentChildren(), IsEmpty());
+    // So does one that has nothing to give.
+    model().startScan(at("nowhere"));
+    finish();
+    EXPECT_FALSE(model().hasTree());
+    EXPECT_FALSE(model().isScanning());
+}
+
+TEST_F(AnalysisFlowTest, OpensOnlyWhatHasSomethingInIt) {
+    scan();
+    const auto top = model().current();
+    model().drill(child("small"));
+    model().drill(child("empty"));
+    EXPECT_EQ(model().current(), top);
+    model().drill(child("large"));
+    EXPECT_THAT(names(), ElementsAre("inner"));
+    model().setCurrent(model().current()->parent.lock());
+    EXPECT_EQ(model().current(), top);
+
+    model().setSortKeyID("Name");
+    model().setAscending(true);
+    EXPECT_THAT(names(), ElementsAre("empty", "large", "small", "stays"));
+    changes();
+    model().setSortKeyID("Colour");
+    EXPECT_THAT(changes(), IsEmpty());
+}
+
+TEST_F(AnalysisFlowTest, TakesWhatWentOutOfTheTreeAndNoMore) {
+    scan();
+    const auto large = child("large");
+    const auto stays = child("stays");
+    const auto small = child("small");
+    const std::int64_t before = model().root()->size;
+    model().drill(large);
+    FileNode aggregate;
+    const int version = model().treeVersion();
+
+    // The one fails because it is gone already.
+    std::filesystem::remove(at("tree/stays"));
+    auto merged = std::make_shared<FileNode>();
+    merged->isAggregate = true;
+    merged->path = at("tree");
+    model().dispose({merged}, DisposalMode::trash);
+    EXPECT_FALSE(model().isCleaning()) << "an aggregate stands for nothing that could go";
+    model().dispose({large, small, stays}, DisposalMode::trash);
+    finish();
+    EXPECT_THAT(model().lastReport()->failures, SizeIs(1));
+    EXPECT_EQ(model().current(), model().root()) << "the folder that was shown is gone";
+    EXPECT_THAT(names(), ElementsAre("stays", "empty"));
+    EXPECT_EQ(model().root()->size, before - large->size - small->size);
+    EXPECT_EQ(model().treeVersion(), version + 1);
+}
+
+TEST_F(AnalysisFlowTest, FindsLargeFilesAndTakesARowAwayAtOnce) {
+    const std::string file = write("large/film", "");
+    std::filesystem::resize_file(file, 0);
+    ASSERT_EQ(std::system(("fallocate -l 60000000 " + file).c_str()), 0);
+    model().setLargeRoot(at("large"));
+    model().findLargeFiles();
+    finish();
+    ASSERT_THAT(model().largeFiles(), SizeIs(1));
+    EXPECT_TRUE(model().largeSearched());
+
+    const auto node = model().largeFiles().front();
+    std::filesystem::remove(file);
+    model().trashLargeFile(node);
+    EXPECT_THAT(model().largeFiles(), IsEmpty()) << "whatever comes of it";
+    finish();
+    EXPECT_THAT(model().lastReport()->failures, SizeIs(1));
+
+    model().findLargeFiles();
+    model().cancelLargeFiles();
+    finish();
+    EXPECT_FALSE(model().isFindingLarge());
+}
+
+TEST_F(AnalysisFlowTest, MovesAllButOneCopyToTheTrash) {
+    makeDuplicates();
+    ASSERT_THAT(model().dupGroups(), SizeIs(1));
+    const DuplicateGroup group = model().dupGroups().front();
+    EXPECT_THAT(group.paths, ElementsAre(at("dups/a"), at("dups/b"), at("dups/c")));
+    model().trashDuplicates(group);
+    finish();
+    EXPECT_THAT(model().dupGroups(), IsEmpty());
+    EXPECT_TRUE(exists(at("dups/a")));
+    EXPECT_FALSE(exists(at("dups/b")));
+    EXPECT_EQ(model().lastReport()->processed, 2);
+}
+
+TEST_F(AnalysisFlowTest, TellsHowManyCopiesCouldNotBeCloned) {
+    makeDuplicates();
+    ASSERT_THAT(model().dupGroups(), SizeIs(1));
+    DuplicateGroup group = model().dupGroups().front();
+    // A name that is taken makes both clones fail, on file systems that know clones as well.
+    write("dups/b.brimlo-clone");
+    write("dups/c.brimlo-clone");
+    model().cloneDuplicates(group);
+    EXPECT_EQ(model().banner(), "Cloned some duplicates; 2 failed (different volume?).");
+    EXPECT_THAT(model().dupGroups(), IsEmpty());
+    group.paths.resize(1);
+    model().cloneDuplicates(group);
+    EXPECT_EQ(model().banner(), "Replaced duplicates with clones, sharing 0 bytes.");
+}
+
+TEST_F(AnalysisFlowTest, TakesDroppedFoldersAndNothingElse) {
+    const auto address = [this](const char* name) {
+        return QUrl::fromLocalFile(QString::fromStdString(at(name)));
+    };
+    EXPECT_FALSE(model().scanDropped(address("tree/small")));
+    EXPECT_FALSE(model().findLargeFilesInDropped(address("nowhere")));
+    EXPECT_FALSE(model().findDuplicatesInDropped(QUrl{"https://example.org/tree"}));
+    EXPECT_FALSE(model().isScanning() || model().isFindingLarge() || model().isFindingDupes());
+    EXPECT_TRUE(model().scanDropped(address("tree")));
+    EXPECT_TRUE(model().findLargeFilesInDropped(address("tree")));
+    EXPECT_TRUE(model().findDuplicatesInDropped(address("tree")));
+    EXPECT_TRUE(model().isScanning() && model().isFindingLarge() && model().isFindingDupes());
+    EXPECT_EQ(model().scanRoot(), at("tree"));
+    finish();
+}
+
+}  // namespace
+}  // namespace Brimlo

@@ -1,0 +1,196 @@
+#include "BrimloAppTests/Support/ModelTest.h"
+#include "BrimloCore/LaunchAgent/LaunchAgent.h"
+#include "BrimloCore/Support/Fmt.h"
+#include "BrimloCore/UserRules/UserRules.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+namespace Brimlo {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::HasSubstr;
+
+class BackgroundFlowTest : public Testing::ModelTest {
+protected:
+    void configure(const std::function<void(AppConfig&)>& change) {
+        AppConfig config = model().config();
+        change(config);
+        model().setConfig(config);
+    }
+
+    /// What auto-clean may take: `count` caches of a rule of the user's, where the settings let it.
+    void makeCaches(const int count) {
+        for (int i = 0; i < count; ++i) {
+            write("caches/" + std::to_string(i) + "/data", std::string(9'000, 'a'));
+        }
+        ASSERT_TRUE(UserRules::save(
+            UserRules::make(
+                {.id = "custom.caches",
+                 .name = "Caches",
+                 .group = {},
+                 .paths = {"~/caches/*"},
+                 .risk = Risk::safe,
+                 .regenerates = "It comes back."}),
+            UserRules::defaultDirectory()));
+        configure([](AppConfig& config) { config.autoCleanIncludesCustomRules = true; });
+    }
+
+    std::string banner() { return model().banner().toStdString(); }
+
+    void writeAuthorizer(const std::string& body) {
+        write("pkexec", "#!/bin/sh\n" + body + "\n");
+        std::filesystem::permissions(at("pkexec"), std::filesystem::perms::owner_all);
+    }
+};
+
+TEST_F(BackgroundFlowTest, SavesEachSettingAsItIsSet) {
+    model().setAutoCleanEnabled(true);
+    model().setFreeSpaceThresholdGB(55);
+    model().setStaleDays(28);
+    model().setTrashRetentionDays(0);
+    const AppConfig expected{
+        .autoCleanEnabled = true,
+        .freeSpaceThresholdGB = 55,
+        .staleDays = 28,
+        .trashRetentionDays = 0};
+    EXPECT_EQ(AppConfig::load(), expected);
+    changes();
+    model().setStaleDays(28);
+    EXPECT_THAT(changes(), testing::IsEmpty());
+}
+
+TEST_F(BackgroundFlowTest, ChecksHourlyWhetherSpaceIsShort) {
+    model();
+    finish();
+    clock.advance(24h);
+    finish();
+    EXPECT_EQ(banner(), "") << "auto-clean is off";
+
+    model().setAutoCleanEnabled(true);
+    model().setFreeSpaceThresholdGB(0);
+    clock.advance(1h - 1ms);
+    EXPECT_EQ(model().busy(), "");
+    clock.advance(1ms);
+    EXPECT_EQ(model().busy(), "Running auto-clean…");
+    finish();
+    EXPECT_THAT(banner(), testing::MatchesRegex("Free space .+ is above the 0 GB threshold\\."));
+
+    // Each tick says so again, and the first comes with the start.
+    restart();
+    model();
+    EXPECT_EQ(banner(), "");
+    settle();
+    finish();
+    EXPECT_THAT(banner(), HasSubstr("is above"));
+}
+
+TEST_F(BackgroundFlowTest, TellsWhatAutoCleanTook) {
+    model().runAutoClean(true, false);
+    finish();
+    EXPECT_EQ(
+        banner(),
+        "Auto-clean found nothing to remove right now. Everything regenerable is already clear.");
+
+    makeCaches(1);
+    const std::string one = Fmt::bytes(12'288);
+    model().runAutoClean(true, true);
+    EXPECT_EQ(model().busy(), "Checking what auto-clean would remove…");
+    model().runAutoClean(true, false);
+    finish();
+    EXPECT_EQ(banner(), "Auto-clean would remove 1 item (" + one + ").");
+    EXPECT_TRUE(Testing::exists(at("caches/0")));
+
+    makeCaches(2);
+    model().runAutoClean(true, false);
+    finish();
+    EXPECT_EQ(banner(), "Auto-clean removed 2 items (" + Fmt::bytes(2 * 12'288) + ").");
+    EXPECT_FALSE(Testing::exists(at("caches/0")));
+    EXPECT_EQ(model().journal().size(), 2U);
+}
+
+TEST_F(BackgroundFlowTest, InstallsTheJobForTheToolOfThisBuild) {
+    model().setAgent(true);
+    EXPECT_EQ(
+        banner(),
+        "Background mode needs the packaged app (the command line tool is missing from this "
+        "build).");
+    EXPECT_FALSE(model().hasBundledCLI());
+
+    const std::string tool = bundleTool();
+    model().setAgent(true);
+    EXPECT_EQ(
+        banner(),
+        "Background job installed, but auto-clean is off, so it will do nothing yet. Turn on "
+        "auto-clean above.");
+    EXPECT_TRUE(model().agentInstalled());
+    EXPECT_EQ(LaunchAgent::installedExecutable(), tool);
+    EXPECT_FALSE(model().agentIsOfOtherCopy());
+    model().setAutoCleanEnabled(true);
+    model().setAgent(true);
+    EXPECT_EQ(
+        banner(), "Background auto-clean is on. It checks every 6 hours while you are logged in.");
+
+    // Another copy of the application installed it.
+    write("elsewhere/brimlo", "#!/bin/sh\n");
+    std::filesystem::permissions(at("elsewhere/brimlo"), std::filesystem::perms::owner_all);
+    ASSERT_TRUE(LaunchAgent::install(at("elsewhere/brimlo")));
+    restart();
+    EXPECT_TRUE(model().agentInstalled());
+    EXPECT_TRUE(model().agentIsOfOtherCopy());
+    model().setAgent(false);
+    EXPECT_EQ(banner(), "Background job removed.");
+    EXPECT_FALSE(model().agentInstalled());
+    EXPECT_FALSE(model().agentIsOfOtherCopy());
+
+    write(".config/systemd/user", "no folder");
+    std::filesystem::remove_all(at(".config/systemd"));
+    write(".config/systemd", "no folder");
+    model().setAgent(true);
+    EXPECT_THAT(banner(), testing::StartsWith("Could not install the background job: "));
+    EXPECT_FALSE(model().agentInstalled());
+}
+
+TEST_F(BackgroundFlowTest, InstallsTheToolInTheWordsOfEachOutcome) {
+    model().installCLI();
+    EXPECT_EQ(banner(), "This build has no command-line tool to install.");
+    bundleTool();
+    writeAuthorizer("exit 126");
+    model().installCLI();
+    EXPECT_EQ(banner(), "Command-line tool not installed. You can install it later from Settings.");
+    writeAuthorizer("echo 'no agent' >&2; exit 127");
+    model().installCLI();
+    EXPECT_THAT(banner(), testing::StartsWith("Could not install the command-line tool: "));
+    EXPECT_FALSE(model().cliInstalled());
+    writeAuthorizer("exec \"$@\"");
+    model().installCLI();
+    EXPECT_EQ(banner(), "Command-line tool ready. Run `brimlo` in any terminal.");
+    EXPECT_TRUE(model().cliInstalled());
+}
+
+TEST_F(BackgroundFlowTest, OffersTheToolOnceWhateverTheAnswer) {
+    model().offerCLIInstallIfNeeded();
+    EXPECT_FALSE(model().offersCLI()) << "there is none";
+    EXPECT_FALSE(AppConfig::load().cliInstallOffered);
+    bundleTool();
+    writeAuthorizer("exec \"$@\"");
+    model().offerCLIInstallIfNeeded();
+    EXPECT_TRUE(model().offersCLI());
+    EXPECT_TRUE(AppConfig::load().cliInstallOffered) << "before the answer";
+    restart();
+    model().offerCLIInstallIfNeeded();
+    EXPECT_FALSE(model().offersCLI());
+
+    configure([](AppConfig& config) { config.cliInstallOffered = false; });
+    model().offerCLIInstallIfNeeded();
+    model().answerCLIOffer(false);
+    EXPECT_FALSE(model().cliInstalled());
+    EXPECT_FALSE(model().offersCLI());
+    model().answerCLIOffer(true);
+    EXPECT_TRUE(model().cliInstalled());
+}
+
+}  // namespace
+}  // namespace Brimlo

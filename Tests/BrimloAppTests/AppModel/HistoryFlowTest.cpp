@@ -1,0 +1,91 @@
+#include "BrimloAppTests/Support/ModelTest.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+namespace Brimlo {
+namespace {
+
+using Testing::contentOf;
+using Testing::exists;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class HistoryFlowTest : public Testing::ModelTest {
+protected:
+    /// Cleans files of these names, as one cleanup.
+    void clean(const std::vector<std::string>& names) {
+        std::vector<CleanItem> items;
+        for (const std::string& name : names) {
+            items.push_back({.path = write(name, name), .size = 4096, .ruleID = {}, .risk = {}});
+        }
+        model().runClean(CleanPlan{items}, DisposalMode::trash);
+        finish();
+    }
+};
+
+TEST_F(HistoryFlowTest, RestoresWhatCanBeAndKeepsTheRestInTheTrash) {
+    clean({"a", "b", "c"});
+    ASSERT_THAT(model().historyBatches(), SizeIs(1));
+    write("b", "new");
+    model().undoBatch(model().historyBatches().front());
+    model().emptyTrash();
+    EXPECT_EQ(model().busy(), "Restoring…") << "one at a time";
+    finish();
+    EXPECT_EQ(model().banner(), "Restored 2 item(s).");
+    EXPECT_EQ(contentOf(at("a")), "a");
+    EXPECT_EQ(contentOf(at("b")), "new");
+    EXPECT_EQ(model().historyBatches().front().restorableCount(), 1U);
+
+    // The model's copy is not asked: what was undone elsewhere is not undone again.
+    const HistoryBatch stale = model().historyBatches().front();
+    std::filesystem::remove(at("b"));
+    model().undoBatch(stale);
+    finish();
+    model().undoBatch(stale);
+    finish();
+    EXPECT_EQ(model().banner(), "Restored 0 item(s).");
+    EXPECT_EQ(contentOf(at("b")), "b");
+}
+
+TEST_F(HistoryFlowTest, ClosesTheReportWhenItIsUndone) {
+    clean({"a"});
+    EXPECT_TRUE(model().showResult());
+    model().undoLastClean();
+    EXPECT_FALSE(model().showResult());
+    finish();
+    EXPECT_TRUE(exists(at("a")));
+}
+
+TEST_F(HistoryFlowTest, PurgesAndEmptiesInItsOwnWords) {
+    model().purgeOwnTrash();
+    EXPECT_EQ(model().busy(), "Removing from Trash…");
+    finish();
+    EXPECT_EQ(model().banner(), "Permanently removed 0 bytes that Brimlo had moved to Trash.");
+
+    clean({"a"});
+    model().purgeOwnTrash();
+    finish();
+    EXPECT_EQ(model().banner(), "Permanently removed 4 KB that Brimlo had moved to Trash.");
+    EXPECT_EQ(model().trashBytes(), 0);
+
+    clean({"b"});
+    model().emptyTrash();
+    EXPECT_EQ(model().busy(), "Emptying Trash…");
+    finish();
+    EXPECT_EQ(model().banner(), "Emptied Trash: freed 4 KB.");
+
+    clean({"c"});
+    std::filesystem::remove_all(at(".local/share/Trash/files"));
+    write(".local/share/Trash/files", "no folder");
+    model().emptyTrash();
+    finish();
+    EXPECT_THAT(
+        model().banner().toStdString(),
+        testing::MatchesRegex(
+            "Could not empty Trash: .+\\. Grant Full Disk Access if this persists\\."));
+}
+
+}  // namespace
+}  // namespace Brimlo

@@ -1,0 +1,21 @@
+#include "BrimloApp/AppModel/ReportFigures.h"
+
+#include "BrimloCore/Cleaner/CleanReport.h"
+
+namespace Brimlo {
+namespace {
+
+TEST(ReportFiguresTest, TellsOfTheReportAndItsProblems) {
+    const ReportFigures none = ReportFigures::of({});
+    EXPECT_FALSE(none.hasProblems() || none.canUndo);
+    const ReportFigures figures = ReportFigures::of(
+        CleanReport{5, 7, {"/b\n: no"}, {"/a: refused"}, {"a note"}, {Uuid::random()}, 3});
+    EXPECT_EQ(figures.movedToTrash, 5);
+    EXPECT_EQ(figures.freedNow, 7);
+    EXPECT_EQ(figures.problems, (QStringList{"/a: refused", "/b\uFFFD: no"}));
+    EXPECT_TRUE(figures.hasProblems() && figures.canUndo);
+    EXPECT_EQ(figures.processed, 3);
+}
+
+}  // namespace
+}  // namespace Brimlo

@@ -1,0 +1,83 @@
+#include "BrimloAppTests/Support/ModelTest.h"
+
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QTimer>
+#include <gmock/gmock.h>
+
+#include <time.h>
+
+namespace Brimlo {
+namespace {
+
+/// The longest time that the main thread spent between two returns to its event loop.
+///
+/// Measured on the thread's own processor clock: what the machine does meanwhile, and who else
+/// wants the processor, doesn't count.
+class LoopWatch {
+public:
+    LoopWatch() {
+        QObject::connect(&timer_, &QTimer::timeout, [this] {
+            const double now = threadMilliseconds();
+            longest_ = std::max(longest_, now - last_);
+            last_ = now;
+        });
+        last_ = threadMilliseconds();
+        timer_.start(0);
+    }
+
+    [[nodiscard]] double longest() const { return longest_; }
+
+private:
+    static double threadMilliseconds() {
+        timespec time{};
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+        return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
+    }
+
+    QTimer timer_;
+    double last_ = 0;
+    double longest_ = 0;
+};
+
+/// Nothing that the user starts keeps the main thread for longer than a frame can bear.
+class ResponsivenessTest : public Testing::ModelTest {
+protected:
+    template <typename Operation>
+    double longestBlock(Operation operation) {
+        finish();
+        const LoopWatch watch;
+        settle();
+        operation();
+        finish();
+        return watch.longest();
+    }
+
+    static constexpr double kMostMilliseconds = 8;
+};
+
+TEST_F(ResponsivenessTest, StaysWithinAFrameDuringEveryLongOperation) {
+    for (int folder = 0; folder < 100; ++folder) {
+        const std::string name = "tree/" + std::to_string(folder) + "/";
+        for (int file = 0; file < 1000; ++file) {
+            write(name + std::to_string(file), "");
+        }
+    }
+    std::vector<CleanItem> items;
+    for (int i = 0; i < 500; ++i) {
+        items.push_back(
+            {.path = write("caches/" + std::to_string(i)), .size = 1, .ruleID = {}, .risk = {}});
+    }
+    EXPECT_LE(longestBlock([&] { model().loadSuggestions(); }), kMostMilliseconds);
+    EXPECT_LE(longestBlock([&] { model().startScan(at("tree")); }), kMostMilliseconds);
+    EXPECT_EQ(model().scanFiles(), 100'000);
+    EXPECT_LE(longestBlock([&] { model().startScan(at("caches")); }), kMostMilliseconds)
+        << "the earlier tree is let go";
+    const CleanPlan plan{items};
+    EXPECT_LE(
+        longestBlock([&] { model().runClean(plan, DisposalMode::trash); }), kMostMilliseconds);
+    EXPECT_EQ(model().lastReport()->processed, 500);
+    EXPECT_LE(longestBlock([&] { model().undoLastClean(); }), kMostMilliseconds);
+}
+
+}  // namespace
+}  // namespace Brimlo

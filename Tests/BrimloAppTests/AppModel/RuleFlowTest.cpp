@@ -1,0 +1,179 @@
+#include "BrimloAppTests/Support/ModelTest.h"
+#include "BrimloCore/UserRules/UserRules.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+namespace Brimlo {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class RuleFlowTest : public Testing::ModelTest {
+protected:
+    /// A rule that finds the folder "cache" of the home.
+    CleanupRule rule(const std::string& name = "Cache") {
+        write("cache/data", std::string(10'000, 'a'));
+        return UserRules::make(
+            {.id = "custom.cache",
+             .name = name,
+             .group = {},
+             .paths = {"~/cache"},
+             .risk = Risk::safe,
+             .regenerates = "It comes back."});
+    }
+
+    QUrl address(const char* name) { return QUrl::fromLocalFile(QString::fromStdString(at(name))); }
+};
+
+TEST_F(RuleFlowTest, MakesARuleOfWhatStandsInTheEditor) {
+    RuleDraft draft;
+    EXPECT_TRUE(draft.isNew());
+    draft.setProperty("name", "\t Slack cache ");
+    draft.setProperty("group", "   ");
+    draft.setPath(0, "  ");
+    draft.addPath();
+    draft.setPath(1, " ~/a ");
+    draft.addPath();
+    draft.setPath(7, "~/nowhere");
+    draft.choosePath(2, QString::fromStdString(at("b")));
+    draft.setProperty("quitApps", "Slack, , Discord,");
+    draft.setProperty("excludes", " *.plist ,keep-*");
+    draft.setProperty("command", "  ");
+    draft.setProperty("minAgeDays", 7);
+    draft.setRiskID("safe");
+    draft.setRiskID("harmless");
+    draft.useSuggestedWording();
+
+    const CleanupRule made = draft.makeRule();
+    EXPECT_TRUE(UserRules::isCustom(made.id));
+    EXPECT_EQ(made.name, "Slack cache");
+    EXPECT_EQ(made.group, "Slack cache");
+    EXPECT_THAT(made.paths, ElementsAre("~/a", "~/b"));
+    EXPECT_THAT(made.quitApps, ElementsAre("Slack", "Discord"));
+    EXPECT_THAT(made.excludes, ElementsAre("*.plist", "keep-*"));
+    EXPECT_EQ(made.officialCommand, "  ") << "empty and blank are two things";
+    EXPECT_EQ(made.minAgeDays, std::nullopt) << "the switch is off";
+    EXPECT_EQ(made.risk, Risk::safe);
+    EXPECT_EQ(made.regenerates, "The app recreates it automatically the next time it runs.");
+    EXPECT_THAT(made.personas, ElementsAre(Persona::general));
+    EXPECT_NE(draft.makeRule().id, made.id);
+}
+
+TEST_F(RuleFlowTest, KeepsARuleAsItIsWhenNothingIsChanged) {
+    CleanupRule whole = rule();
+    whole.quitApps = {"Slack", "Discord"};
+    whole.excludes = {"a*", "b"};
+    whole.minAgeDays = 7;
+    whole.officialCommand = "slack --clean";
+    whole.contentsOnly = true;
+    whole.group = "Chat";
+    whole.personas = {Persona::general};
+    EXPECT_EQ(RuleDraft{whole}.makeRule(), whole);
+
+    // A group that is the name is not shown, and comes back as the name.
+    whole.group = whole.name;
+    RuleDraft draft{whole};
+    EXPECT_EQ(draft.property("group"), "");
+    EXPECT_EQ(draft.makeRule().group, whole.name);
+    draft.setProperty("useMinAge", false);
+    EXPECT_EQ(draft.makeRule().minAgeDays, std::nullopt);
+    whole.minAgeDays = std::numeric_limits<std::int64_t>::max();
+    EXPECT_EQ(RuleDraft{whole}.property("minAgeDays"), std::numeric_limits<int>::max());
+}
+
+TEST_F(RuleFlowTest, OpensTheEditorOnAFolder) {
+    struct Case {
+        std::optional<std::string> path;
+        std::optional<std::string> name;
+        const char* expectedName;
+        const char* expectedPath;
+    };
+    const Case cases[] = {
+        {std::nullopt,      std::nullopt, "",      ""             },
+        {at("Caches/Some"), std::nullopt, "Some",  "~/Caches/Some"},
+        {"/opt/thing",      "Named",      "Named", "/opt/thing"   },
+    };
+    for (const Case& c : cases) {
+        model().newRuleDraft(c.path, c.name);
+        ASSERT_NE(model().ruleDraft(), nullptr);
+        EXPECT_EQ(model().ruleDraft()->property("name"), c.expectedName);
+        EXPECT_EQ(
+            model().ruleDraft()->property("paths").toStringList(), QStringList{c.expectedPath});
+    }
+    changes();
+    model().closeRuleDraft();
+    model().closeRuleDraft();
+    EXPECT_EQ(model().ruleDraft(), nullptr);
+    EXPECT_THAT(changes(), ElementsAre("ruleDraft"));
+}
+
+TEST_F(RuleFlowTest, SavesARuleAndDeletesItWithItsFindings) {
+    model().editRule(rule());
+    model().saveRuleDraft();
+    EXPECT_EQ(model().ruleDraft(), nullptr);
+    EXPECT_EQ(model().banner(), "Saved rule “Cache”. Rescanning so it shows up in Smart Clean.");
+    EXPECT_TRUE(model().isSuggesting());
+    finish();
+    ASSERT_THAT(model().customRules(), SizeIs(1));
+    EXPECT_EQ(suggestion("custom.cache").items.front().path, at("cache"));
+
+    model().saveRule(rule("Renamed"));
+    finish();
+    ASSERT_THAT(model().customRules(), SizeIs(1)) << "its file was overwritten";
+
+    model().toggle(suggestion("custom.cache"));
+    model().toggle(suggestion("custom.cache"));
+    ASSERT_FALSE(model().currentPlan().items().empty());
+    model().setBanner({});
+    model().deleteRule(rule());
+    EXPECT_THAT(model().customRules(), IsEmpty());
+    EXPECT_THAT(model().suggestions(), IsEmpty());
+    EXPECT_THAT(model().currentPlan().items(), IsEmpty());
+    EXPECT_EQ(model().banner(), "");
+    EXPECT_FALSE(model().isSuggesting());
+}
+
+TEST_F(RuleFlowTest, ShowsWhichRulesAreOffAsTheFileHasIt) {
+    model().setRuleDisabled("a", true);
+    model().setRuleDisabled("b", true);
+    model().setRuleDisabled("a", false);
+    EXPECT_THAT(model().disabledRuleIDs(), ElementsAre("b"));
+    restart();
+    EXPECT_THAT(model().disabledRuleIDs(), ElementsAre("b"));
+}
+
+TEST_F(RuleFlowTest, ExportsAndImportsRules) {
+    model().saveRule(rule());
+    finish();
+    model().exportRules(address("rules.json"));
+    EXPECT_EQ(model().banner(), "Exported 1 rule(s).");
+    model().exportRules(address("no/such/folder/rules.json"));
+    EXPECT_TRUE(model().banner().startsWith("Export failed: "));
+
+    model().deleteRule(rule());
+    model().importRules(address("rules.json"));
+    EXPECT_EQ(model().banner(), "Imported 1 rule(s).");
+    EXPECT_TRUE(model().isSuggesting());
+    ASSERT_THAT(model().customRules(), SizeIs(1));
+    EXPECT_EQ(model().customRules().front().id, "custom.cache");
+    finish();
+
+    write("bad.json", R"({"pack": "p", "rules": [{"id": "custom.x"}]})");
+    model().importRules(address("bad.json"));
+    EXPECT_THAT(
+        model().banner().toStdString(),
+        testing::StartsWith("Imported 0 rule(s). Rejected 1: rule #"));
+    finish();
+    for (const char* name : {"missing.json", "cache/data"}) {
+        model().importRules(address(name));
+        EXPECT_TRUE(model().banner().startsWith("Import failed: ")) << name;
+        EXPECT_FALSE(model().isSuggesting());
+    }
+}
+
+}  // namespace
+}  // namespace Brimlo

@@ -1,0 +1,182 @@
+#include "BrimloAppTests/Support/ModelTest.h"
+#include "BrimloCore/UserRules/UserRules.h"
+
+#include <QtCore/QCoreApplication>
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <filesystem>
+
+namespace Brimlo {
+namespace {
+
+using Testing::describeTree;
+using testing::ElementsAre;
+using Testing::exists;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+
+/// A home with two caches of one safe rule, one of a rule whose app "runs" (this very program), and
+/// one that the user has to review.
+class SmartCleanFlowTest : public Testing::ModelTest {
+protected:
+    SmartCleanFlowTest() {
+        addRule(
+            {.id = "custom.caches", .name = "Caches", .paths = {"~/caches/*"}, .risk = Risk::safe});
+        addRule(
+            {.id = "custom.running",
+             .name = "Running",
+             .paths = {"~/running/*"},
+             .risk = Risk::safe,
+             .quitApps = {"AppModelTests"},
+             .personas = {Persona::video}});
+        addRule({.id = "custom.mine", .name = "Mine", .paths = {"~/mine/*"}, .risk = Risk::review});
+        write("caches/large/data", std::string(200'000, 'a'));
+        write("caches/small/data", std::string(90'000, 'a'));
+        write("running/data", std::string(50'000, 'a'));
+        write("mine/data", std::string(10'000, 'a'));
+    }
+
+    static void addRule(UserRules::Draft draft) {
+        draft.regenerates = "It comes back.";
+        draft.personas.push_back(Persona::general);
+        ASSERT_TRUE(
+            UserRules::save(UserRules::make(std::move(draft)), UserRules::defaultDirectory()));
+    }
+
+    [[nodiscard]] std::vector<std::string> ids() {
+        std::vector<std::string> ids;
+        for (const Suggestion& each : model().suggestions()) {
+            ids.push_back(each.id);
+        }
+        return ids;
+    }
+
+    [[nodiscard]] std::vector<std::string> planned() {
+        std::vector<std::string> paths;
+        for (const CleanItem& item : model().currentPlan().items()) {
+            paths.push_back(item.path.substr(home().size()));
+        }
+        return paths;
+    }
+};
+
+TEST_F(SmartCleanFlowTest, GoesFromRescanToACleanedDiskAndBack) {
+    model();
+    finish();
+    const auto before = describeTree(at("caches/large"));
+    changes();
+
+    model().loadSuggestions();
+    EXPECT_TRUE(model().isSuggesting());
+    EXPECT_EQ(model().suggestPhase(), "Starting…");
+    EXPECT_THAT(changes(), ElementsAre("isSuggesting", "suggestPhase", "suggestStarted"));
+    const QDateTime started = model().suggestStarted();
+    model().loadSuggestions();
+    EXPECT_EQ(model().suggestStarted(), started);
+    EXPECT_THAT(changes(), IsEmpty());
+
+    finish();
+    auto told = changes();
+    EXPECT_GE(std::erase(told, "suggestPhase"), 1U);
+    EXPECT_THAT(told, ElementsAre("suggestions", "selected", "currentPlan", "isSuggesting"));
+    EXPECT_THAT(ids(), ElementsAre("custom.caches", "custom.running", "custom.mine"));
+    EXPECT_THAT(planned(), ElementsAre("/caches/large", "/caches/small"));
+
+    model().runClean(model().currentPlan(), model().disposal());
+    EXPECT_TRUE(model().isCleaning());
+    EXPECT_EQ(model().cleaningTotal(), 2);
+    model().runClean(model().currentPlan(), DisposalMode::trash, [] { FAIL() << "ran twice"; });
+    EXPECT_THAT(changes(), ElementsAre("isCleaning", "cleaningTotal"));
+
+    finish();
+    told = changes();
+    EXPECT_EQ(model().cleaningDone(), 2);
+    // What an item's progress and a volume in use by others tell may come at any time.
+    std::erase(told, "cleaningDone");
+    std::erase(told, "volume");
+    EXPECT_THAT(
+        told,
+        ElementsAre(
+            "cleaningPath",
+            "cleaningPath",
+            "lastReport",
+            "showResult",
+            "isCleaning",
+            "cleaningPath",
+            "journal",
+            "suggestions",
+            "currentPlan",
+            "selected",
+            "trashBytes"));
+    ASSERT_TRUE(model().lastReport());
+    EXPECT_EQ(model().lastReport()->processed, 2);
+    EXPECT_FALSE(exists(at("caches/large")));
+    EXPECT_THAT(ids(), ElementsAre("custom.running", "custom.mine"));
+    EXPECT_THAT(model().selected(), IsEmpty());
+    EXPECT_GT(model().trashBytes(), 290'000);
+    ASSERT_EQ(model().historyBatches().size(), 1U);
+
+    model().undoLastClean();
+    EXPECT_EQ(model().busy(), "Restoring…");
+    EXPECT_THAT(changes(), ElementsAre("showResult", "busy"));
+    finish();
+    told = changes();
+    std::erase(told, "volume");
+    EXPECT_THAT(told, ElementsAre("busy", "banner", "journal", "trashBytes"));
+    EXPECT_EQ(model().banner(), "Restored 2 item(s).");
+    EXPECT_TRUE(describeTree(at("caches/large")) == before);
+    EXPECT_TRUE(exists(at("caches/small/data")));
+    EXPECT_EQ(model().historyBatches().front().restorableCount(), 0U);
+}
+
+TEST_F(SmartCleanFlowTest, KeepsThePlanInStepWithTheTicks) {
+    suggest();
+    const Suggestion& caches = suggestion("custom.caches");
+    const auto whole = testing::ElementsAre("/caches/large", "/caches/small");
+
+    model().toggle(at("caches/large"));
+    EXPECT_THAT(planned(), ElementsAre("/caches/small"));
+    model().toggle(caches);
+    EXPECT_THAT(planned(), whole) << "a half-ticked group is ticked first";
+    model().toggle(caches);
+    EXPECT_THAT(planned(), IsEmpty());
+
+    // A safe rule with a running app is unticked even where it was ticked, and so is all else.
+    model().toggle(suggestion("custom.running"));
+    model().toggle(at("mine/data"));
+    EXPECT_THAT(planned(), UnorderedElementsAre("/running/data", "/mine/data"));
+    EXPECT_EQ(model().currentPlan().items().front().ruleID, "custom.mine");
+    EXPECT_EQ(model().currentPlan().items().front().risk, Risk::review);
+    model().selectAllSafe();
+    EXPECT_THAT(planned(), whole);
+
+    // What the audience filter hides stays in the plan.
+    model().toggle(at("running/data"));
+    changes();
+    model().setPersonaFilterID("video");
+    EXPECT_EQ(model().visibleSuggestions().size(), 1U);
+    EXPECT_EQ(planned().size(), 3U);
+    EXPECT_THAT(changes(), ElementsAre("personaFilter"));
+    model().setPersonaFilterID("nobody");
+    EXPECT_EQ(model().visibleSuggestions().size(), 3U);
+    model().clearSelection();
+    EXPECT_THAT(planned(), IsEmpty());
+}
+
+TEST_F(SmartCleanFlowTest, KeepsAFailedItemOnTheListAndUnticksIt) {
+    suggest();
+    // Gone before the clean: the cleaner can only say that it is not there.
+    std::filesystem::remove_all(at("caches/small"));
+    model().runClean(model().currentPlan(), model().disposal());
+    finish();
+    ASSERT_EQ(model().lastReport()->failures.size(), 1U);
+    const Suggestion& caches = suggestion("custom.caches");
+    ASSERT_EQ(caches.items.size(), 1U);
+    EXPECT_EQ(caches.items.front().path, at("caches/small"));
+    EXPECT_THAT(model().selected(), IsEmpty());
+    EXPECT_THAT(planned(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace Brimlo

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "BrimloApp/AppModel/AppModel.h"
+#include "BrimloAppTests/Support/AppTest.h"
+#include "BrimloAppTests/Support/TestClock.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace Brimlo::Testing {
+
+/// The application's model on a home folder of the test's own. Nothing of the machine's is
+/// reached: there is no Docker, and the command line tool would be linked inside the home.
+class ModelTest : public AppTest {
+protected:
+    ModelTest();
+    ~ModelTest() override;
+
+    /// The model, made at the first call: what stands in the home by then is what it starts with.
+    AppModel& model();
+    /// Ends the model and makes another one at the next call.
+    void restart() { model_.reset(); }
+    [[nodiscard]] bool hasModel() const { return model_ != nullptr; }
+
+    /// Gives this build a command line tool and returns its path.
+    std::string bundleTool();
+
+    /// What the model stands on.
+    [[nodiscard]] Surroundings surroundings();
+
+    /// The names of the properties that changed since the last call, as their signals came.
+    std::vector<std::string> changes();
+
+    /// Runs the event loop until the model has nothing under way.
+    void finish();
+
+    /// A suggestion run from beginning to end.
+    void suggest();
+
+    /// The suggestion of a rule; fails the test when there is none.
+    const Suggestion& suggestion(const std::string& id);
+
+    TestClock clock;
+
+private:
+    std::unique_ptr<AppModel> model_;
+    std::vector<std::string> changes_;
+};
+
+}  // namespace Brimlo::Testing
