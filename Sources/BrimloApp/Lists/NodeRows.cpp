@@ -1,0 +1,235 @@
+#include "BrimloApp/Lists/NodeRows.h"
+
+#include "BrimloApp/Components/FileKind.h"
+#include "BrimloApp/Platform/Reveal.h"
+
+#include <QtCore/QFile>
+#include <QtGui/QClipboard>
+#include <QtGui/QGuiApplication>
+
+#include <algorithm>
+#include <array>
+
+namespace Brimlo {
+namespace {
+
+constexpr std::array<const char*, FileKind::kAll.size()> kKindWords{
+    "folder", "video", "audio", "image", "archive", "code", "document", "other"};
+
+QVariant date(const NodeRow& row) {
+    if (row.isAggregate) {
+        return QDateTime{};
+    }
+    return QDateTime::fromSecsSinceEpoch(row.modified.time_since_epoch().count());
+}
+
+NodeRow rowOf(const FileNode& node) {
+    return {
+        .id = node.id,
+        .name = node.name,
+        .path = node.path,
+        .size = node.size,
+        .fileCount = node.fileCount,
+        .modified = node.modified,
+        .kind = FileKind::of(node),
+        .isDirectory = node.isDirectory,
+        .isAggregate = node.isAggregate,
+        .canOpen = node.isDirectory && node.children && !node.children->empty(),
+    };
+}
+
+}  // namespace
+
+NodeRows::NodeRows(QObject* parent)
+    : SourceRows{
+          {
+           {"name", [](const NodeRow& row) { return shown(row.name); }},
+           {"path", [](const NodeRow& row) { return shown(row.path); }},
+           {"size", [](const NodeRow& row) { return number(row.size); }},
+           {"fileCount", [](const NodeRow& row) { return number(row.fileCount); }},
+           {"modified", date},
+           {"isDirectory", [](const NodeRow& row) { return row.isDirectory; }},
+           {"isAggregate", [](const NodeRow& row) { return row.isAggregate; }},
+           {"kind",
+               [](const NodeRow& row) {
+                   return kKindWords.at(static_cast<std::size_t>(row.kind));
+               }},
+           {"kindIndex", [](const NodeRow& row) { return row.kind; }},
+           {"canOpen", [](const NodeRow& row) { return row.canOpen; }},
+           {"selected", [this](const NodeRow& row) { return isSelected(row.id); }},
+           },
+          {&AppModel::currentChanged,
+           &AppModel::sortKeyChanged,
+           &AppModel::ascendingChanged,
+           &AppModel::treeVersionChanged             },
+          parent
+} {}
+
+void NodeRows::refresh() {
+    nodes_ = source() != nullptr ? source()->currentChildren() : Nodes{};
+    std::vector<NodeRow> rows;
+    rows.reserve(nodes_.size());
+    for (const auto& node : nodes_) {
+        rows.push_back(rowOf(*node));
+    }
+    setRows(std::move(rows));
+    if (countSelected()) {
+        Q_EMIT selectionChanged();
+    }
+    Q_EMIT nodesChanged();
+}
+
+std::shared_ptr<FileNode> NodeRows::nodeAt(const int row) const {
+    const NodeRow* const found = this->row(row);
+    const auto place = static_cast<std::size_t>(row);
+    // While a view is being told of new rows one by one, its places are not yet those of the nodes.
+    return found != nullptr && place < nodes_.size() && nodes_[place]->id == found->id
+               ? nodes_[place]
+               : nullptr;
+}
+
+// ---- The selection -------------------------------------------------------------------------
+
+NodeRows::Nodes NodeRows::selectedNodes() const {
+    Nodes selected;
+    std::ranges::copy_if(nodes_, std::back_inserter(selected), [this](const auto& node) {
+        return isSelected(node->id);
+    });
+    return selected;
+}
+
+bool NodeRows::countSelected() {
+    int count = 0;
+    std::int64_t size = 0;
+    for (const auto& node : selectedNodes()) {
+        ++count;
+        size += node->size;
+    }
+    const bool isOther = std::exchange(selectedCount_, count) != count;
+    return std::exchange(selectedSize_, size) != size || isOther;
+}
+
+void NodeRows::setSelection(Selection selection) {
+    std::swap(selection_, selection);
+    std::vector<int> changed;
+    for (int place = 0; const NodeRow& row : rows()) {
+        if (selection.contains(row.id) != isSelected(row.id)) {
+            changed.push_back(place);
+        }
+        ++place;
+    }
+    if (changed.empty()) {
+        return;
+    }
+    // One run from the first to the last: what a view doesn't show costs it nothing.
+    Q_EMIT dataChanged(index(changed.front()), index(changed.back()));
+    countSelected();
+    Q_EMIT selectionChanged();
+}
+
+void NodeRows::select(const int row) {
+    if (const auto node = nodeAt(row)) {
+        setSelection({node->id});
+    }
+}
+
+void NodeRows::toggleSelected(const int row) {
+    if (const auto node = nodeAt(row)) {
+        Selection selection = selection_;
+        if (selection.erase(node->id) == 0) {
+            selection.insert(node->id);
+        }
+        setSelection(std::move(selection));
+    }
+}
+
+void NodeRows::selectRange(const int fromRow, const int toRow) {
+    const auto [first, last] = std::minmax({fromRow, toRow});
+    if (row(first) == nullptr || row(last) == nullptr) {
+        return;
+    }
+    Selection selection;
+    for (int place = first; place <= last; ++place) {
+        selection.insert(row(place)->id);
+    }
+    setSelection(std::move(selection));
+}
+
+void NodeRows::selectAll() {
+    selectRange(0, static_cast<int>(rows().size()) - 1);
+}
+
+void NodeRows::clearSelection() {
+    setSelection({});
+}
+
+// ---- What is done with a row ---------------------------------------------------------------
+
+bool NodeRows::isDirectory(const int row) const {
+    const auto node = nodeAt(row);
+    return node && node->isDirectory;
+}
+
+bool NodeRows::isAggregate(const int row) const {
+    const auto node = nodeAt(row);
+    return node && node->isAggregate;
+}
+
+void NodeRows::drill(const int row) {
+    if (const auto node = nodeAt(row); node && source() != nullptr) {
+        source()->drill(node);
+    }
+}
+
+void NodeRows::reveal(const int row) {
+    if (const auto node = nodeAt(row)) {
+        Platform::reveal({node->path});
+    }
+}
+
+void NodeRows::revealSelected() {
+    std::vector<std::string> paths;
+    for (const auto& node : selectedNodes()) {
+        paths.push_back(node->path);
+    }
+    if (!paths.empty()) {
+        Platform::reveal(paths);
+    }
+}
+
+void NodeRows::copyPath(const int row) {
+    if (const auto node = nodeAt(row)) {
+        QGuiApplication::clipboard()->setText(
+            QFile::decodeName(QByteArray::fromStdString(node->path)));
+    }
+}
+
+void NodeRows::newRule(const int row) {
+    if (const auto node = nodeAt(row); node && source() != nullptr) {
+        source()->newRuleDraft(node->path, node->name);
+    }
+}
+
+void NodeRows::review(PlanReview* const review, const int row) {
+    const auto node = nodeAt(row);
+    if (review != nullptr && node && !node->isAggregate) {
+        open(*review, isSelected(node->id) ? selectedNodes() : Nodes{node});
+    }
+}
+
+bool NodeRows::reviewSelected(PlanReview* const review) {
+    Nodes nodes = selectedNodes();
+    std::erase_if(nodes, [](const auto& node) { return node->isAggregate; });
+    if (review == nullptr || nodes.empty()) {
+        return false;
+    }
+    open(*review, std::move(nodes));
+    return true;
+}
+
+void NodeRows::open(PlanReview& review, Nodes nodes) const {
+    connect(&review, &PlanReview::confirmed, this, &NodeRows::clearSelection, Qt::UniqueConnection);
+    review.openNodes(std::move(nodes));
+}
+
+}  // namespace Brimlo

@@ -1,0 +1,141 @@
+#include "BrimloApp/Lists/PlanReview.h"
+
+#include "BrimloApp/AppModel/RunInBackground.h"
+
+#include <algorithm>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+
+namespace Brimlo {
+namespace {
+
+/// Which suggestion a path stands in.
+struct Origin {
+    const Suggestion* suggestion;
+    const SuggestionItem* item;
+};
+using Origins = std::unordered_map<std::string_view, Origin>;
+
+Origins originsIn(const std::vector<Suggestion>& suggestions) {
+    Origins origins;
+    for (const Suggestion& suggestion : suggestions) {
+        for (const SuggestionItem& item : suggestion.items) {
+            origins.try_emplace(item.path, Origin{.suggestion = &suggestion, .item = &item});
+        }
+    }
+    return origins;
+}
+
+std::vector<PlanReviewRow> rowsOf(const CleanPlan& plan, const AppModel* const source) {
+    const Origins origins = source != nullptr ? originsIn(source->suggestions()) : Origins{};
+    std::vector<PlanReviewRow> rows;
+    for (const CleanItem& item : plan.items()) {
+        PlanReviewRow row{.path = item.path, .title = item.path, .subtitle = {}, .size = item.size};
+        if (const auto known = origins.find(item.path); known != origins.end()) {
+            row.title = known->second.suggestion->name;
+            row.subtitle = known->second.item->subtitle.value_or(item.path);
+        }
+        rows.push_back(std::move(row));
+    }
+    return rows;
+}
+
+std::vector<PlanReview::Role> roles() {
+    return {
+        {"title",    [](const PlanReviewRow& row) { return shown(row.title); }             },
+        {"subtitle", [](const PlanReviewRow& row) { return shown(row.subtitle); }          },
+        {"size",     [](const PlanReviewRow& row) { return static_cast<double>(row.size); }},
+        {"isDocker", [](const PlanReviewRow& row) { return isPseudoPath(row.path); }       },
+    };
+}
+
+}  // namespace
+
+PlanReview::PlanReview(QObject* parent)
+    : SourceRows{roles(), {}, parent} {}
+
+void PlanReview::openSelection() {
+    if (source() != nullptr) {
+        open(source()->currentPlan(), {});
+    }
+}
+
+void PlanReview::openNodes(std::vector<std::shared_ptr<FileNode>> nodes) {
+    std::erase_if(nodes, [](const auto& node) { return node->isAggregate; });
+    if (source() != nullptr && !nodes.empty()) {
+        CleanPlan plan = AppModel::planFor(nodes);
+        open(std::move(plan), std::move(nodes));
+    }
+}
+
+void PlanReview::open(CleanPlan plan, std::vector<std::shared_ptr<FileNode>> nodes) {
+    setPlan(std::move(plan), std::move(nodes));
+    setOpen(true);
+}
+
+void PlanReview::close() {
+    setPlan(CleanPlan{{}}, {});
+    setOpen(false);
+}
+
+void PlanReview::confirm() {
+    if (!isOpen_ || source() == nullptr || source()->isCleaning() || plan_.items().empty()) {
+        return;
+    }
+    // Closed first, so that nothing that hears of it can confirm a second time.
+    AppModel& model = *source();
+    CleanPlan plan = plan_;
+    const auto nodes = nodes_;
+    close();
+    if (nodes.empty()) {
+        model.runClean(plan, model.disposal());
+    } else {
+        model.dispose(nodes, DisposalMode::trash);
+    }
+    Q_EMIT confirmed();
+}
+
+int PlanReview::itemCount() const {
+    return static_cast<int>(plan_.items().size());
+}
+
+double PlanReview::totalBytes() const {
+    return static_cast<double>(plan_.totalBytes());
+}
+
+double PlanReview::freedNow() const {
+    double freed = 0;
+    for (const CleanItem& item : plan_.items()) {
+        freed += isPseudoPath(item.path) ? static_cast<double>(item.size) : 0;
+    }
+    return freed;
+}
+
+bool PlanReview::hasReviewItems() const {
+    return std::ranges::any_of(plan_.items(), [](const CleanItem& item) {
+        return item.risk.value_or(Risk::review) == Risk::review;
+    });
+}
+
+void PlanReview::setPlan(CleanPlan plan, std::vector<std::shared_ptr<FileNode>> nodes) {
+    std::swap(nodes_, nodes);
+    if (!nodes.empty()) {
+        // After another scan nobody else may hold them, and a folder takes long to let go.
+        releaseInBackground(std::move(nodes));
+    }
+    if (plan_ != plan) {
+        plan_ = std::move(plan);
+        setRows(rowsOf(plan_, source()));
+        Q_EMIT planChanged();
+    }
+}
+
+void PlanReview::setOpen(const bool isOpen) {
+    if (isOpen_ != isOpen) {
+        isOpen_ = isOpen;
+        Q_EMIT isOpenChanged();
+    }
+}
+
+}  // namespace Brimlo

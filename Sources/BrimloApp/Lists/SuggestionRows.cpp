@@ -1,0 +1,229 @@
+#include "BrimloApp/Lists/SuggestionRows.h"
+
+#include "BrimloApp/Platform/Reveal.h"
+#include "BrimloCore/Cleaner/CleanPlan.h"
+#include "BrimloCore/Support/Text.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace Brimlo {
+namespace {
+
+using Row = SuggestionRow;
+using Kind = Row::Kind;
+using Tick = Row::Tick;
+
+constexpr std::size_t kMostItems = 60;
+constexpr std::int64_t kIdleDays = 31;
+
+QString word(const Kind kind) {
+    constexpr std::array kWords{"suggestion", "details", "item", "more"};
+    return QString::fromUtf8(kWords.at(static_cast<std::size_t>(kind)));
+}
+
+QString word(const Tick tick) {
+    constexpr std::array kWords{"none", "some", "all"};
+    return QString::fromUtf8(kWords.at(static_cast<std::size_t>(tick)));
+}
+
+/// A role that shows one of the texts of a row.
+auto text(std::string Row::*field) {
+    return [field](const Row& row) { return shown(row.*field); };
+}
+
+/// Some authors write more than one line.
+QString regeneratesOf(const Row& row) {
+    return QString::fromStdString(row.regenerates);
+}
+
+bool matches(const Suggestion& suggestion, const std::string& needle) {
+    return needle.empty() || Text::lowercased(suggestion.name).contains(needle) ||
+           Text::lowercased(suggestion.group).contains(needle);
+}
+
+std::string joined(const std::vector<std::string>& words) {
+    std::string line;
+    for (const std::string& each : words) {
+        line += (line.empty() ? "" : ", ") + each;
+    }
+    return line;
+}
+
+Tick tickOf(const Suggestion& suggestion, const std::set<std::string>& selected) {
+    const auto ticked = std::ranges::count_if(
+        suggestion.items, [&](const SuggestionItem& item) { return selected.contains(item.path); });
+    if (ticked == 0) {
+        return Tick::none;
+    }
+    return std::cmp_equal(ticked, suggestion.items.size()) ? Tick::all : Tick::some;
+}
+
+Row headOf(const Suggestion& suggestion, const std::set<std::string>& selected) {
+    Row row{.kind = Kind::suggestion, .id = suggestion.id};
+    row.name = suggestion.name;
+    row.group = suggestion.group;
+    row.risk = suggestion.risk;
+    row.runningApps = joined(suggestion.runningApps);
+    row.size = suggestion.totalSize();
+    row.itemCount = static_cast<std::int64_t>(suggestion.items.size());
+    row.tick = tickOf(suggestion, selected);
+    return row;
+}
+
+Row detailsOf(const Suggestion& suggestion) {
+    Row row{.kind = Kind::details, .id = suggestion.id};
+    row.risk = suggestion.risk;
+    row.regenerates = suggestion.regenerates;
+    row.officialCommand = suggestion.officialCommand.value_or("");
+    return row;
+}
+
+Row itemOf(
+    const Suggestion& suggestion,
+    const SuggestionItem& item,
+    const std::set<std::string>& selected) {
+    Row row{.kind = Kind::item, .id = suggestion.id, .path = item.path};
+    row.size = item.size;
+    row.tick = selected.contains(item.path) ? Tick::all : Tick::none;
+    row.subtitle = item.subtitle.value_or("");
+    row.detail = item.detail.value_or("");
+    const std::int64_t idle = item.idleDays.value_or(0);
+    row.idleDays = idle >= kIdleDays ? idle : -1;
+    return row;
+}
+
+std::vector<SuggestionRows::Role> roles() {
+    return {
+        {"kind",            [](const Row& row) { return word(row.kind); }                       },
+        {"name",            text(&Row::name)                                                    },
+        {"group",           text(&Row::group)                                                   },
+        {"risk",            [](const Row& row) { return QString::fromUtf8(rawValue(row.risk)); }},
+        {"runningApps",     text(&Row::runningApps)                                             },
+        {"size",            [](const Row& row) { return static_cast<double>(row.size); }        },
+        {"itemCount",       [](const Row& row) { return static_cast<int>(row.itemCount); }      },
+        {"tick",            [](const Row& row) { return word(row.tick); }                       },
+        {"expanded",        [](const Row& row) { return row.expanded; }                         },
+        {"regenerates",     regeneratesOf                                                       },
+        {"officialCommand", text(&Row::officialCommand)                                         },
+        {"path",            text(&Row::path)                                                    },
+        {"subtitle",        text(&Row::subtitle)                                                },
+        {"detail",          text(&Row::detail)                                                  },
+        {"idleDays",        [](const Row& row) { return static_cast<int>(row.idleDays); }       },
+        {"ticked",          [](const Row& row) { return row.tick == Tick::all; }                },
+        {"isDocker",        [](const Row& row) { return isPseudoPath(row.path); }               },
+    };
+}
+
+}  // namespace
+
+std::string SuggestionRow::key() const {
+    // An id has no zero byte, and neither has a path.
+    std::string key = id;
+    key += '\0';
+    key += static_cast<char>('0' + static_cast<int>(kind));
+    key += path;
+    return key;
+}
+
+SuggestionRows::SuggestionRows(QObject* parent)
+    : SourceRows{
+          roles(),
+          {&AppModel::suggestionsChanged,
+              &AppModel::selectedChanged,
+              &AppModel::personaFilterChanged},
+          parent
+} {}
+
+void SuggestionRows::setQuery(const QString& query) {
+    if (query_ == query) {
+        return;
+    }
+    query_ = query;
+    needle_ = Text::lowercased(Text::trimmed(query.toStdString()));
+    refresh();
+    Q_EMIT queryChanged();
+}
+
+void SuggestionRows::toggle(const int place) {
+    const Row* const chosen = row(place);
+    if (chosen == nullptr || source() == nullptr) {
+        return;
+    }
+    // Copied, because the model's answer replaces the rows.
+    const Row known = *chosen;
+    if (known.kind == Kind::item) {
+        source()->toggle(known.path);
+    } else if (known.kind == Kind::suggestion) {
+        const auto& all = source()->suggestions();
+        const auto found = std::ranges::find(all, known.id, &Suggestion::id);
+        if (found != all.end()) {
+            source()->toggle(*found);
+        }
+    }
+}
+
+void SuggestionRows::toggleExpanded(const int place) {
+    const Row* const chosen = row(place);
+    if (chosen == nullptr || chosen->kind != Kind::suggestion) {
+        return;
+    }
+    if (expanded_.erase(chosen->id) == 0) {
+        expanded_.insert(chosen->id);
+    }
+    refresh();
+}
+
+int SuggestionRows::head(int place) const {
+    while (row(place) != nullptr && row(place)->kind != Kind::suggestion) {
+        --place;
+    }
+    return place;
+}
+
+void SuggestionRows::reveal(const int place) const {
+    const Row* const chosen = row(place);
+    if (chosen != nullptr && chosen->kind == Kind::item && !isPseudoPath(chosen->path)) {
+        Platform::reveal({chosen->path});
+    }
+}
+
+void SuggestionRows::refresh() {
+    std::vector<Row> rows;
+    int visible = 0;
+    if (source() != nullptr) {
+        for (const Suggestion* const suggestion : source()->visibleSuggestions()) {
+            ++visible;
+            if (matches(*suggestion, needle_)) {
+                append(*suggestion, rows);
+            }
+        }
+    }
+    setRows(std::move(rows));
+    if (visibleCount_ != visible) {
+        visibleCount_ = visible;
+        Q_EMIT visibleCountChanged();
+    }
+}
+
+void SuggestionRows::append(const Suggestion& suggestion, std::vector<Row>& rows) const {
+    const std::set<std::string>& selected = source()->selected();
+    rows.push_back(headOf(suggestion, selected));
+    if (!expanded_.contains(suggestion.id)) {
+        return;
+    }
+    rows.back().expanded = true;
+    rows.push_back(detailsOf(suggestion));
+    const std::size_t listed = std::min(suggestion.items.size(), kMostItems);
+    for (std::size_t i = 0; i < listed; ++i) {
+        rows.push_back(itemOf(suggestion, suggestion.items[i], selected));
+    }
+    if (listed < suggestion.items.size()) {
+        Row more{.kind = Kind::more, .id = suggestion.id};
+        more.itemCount = static_cast<std::int64_t>(suggestion.items.size() - listed);
+        rows.push_back(std::move(more));
+    }
+}
+
+}  // namespace Brimlo

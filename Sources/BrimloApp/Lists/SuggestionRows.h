@@ -1,0 +1,92 @@
+#pragma once
+
+#include "BrimloApp/Lists/SourceRows.h"
+#include "BrimloCore/Models/Risk.h"
+#include "BrimloCore/Models/Suggestion.h"
+
+#include <QtCore/QString>
+#include <QtQml/qqmlregistration.h>
+
+#include <cstdint>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace Brimlo {
+
+/// A line of the Smart Clean list. What its kind has no use for is empty.
+struct SuggestionRow {
+    enum class Kind { suggestion, details, item, more };
+    enum class Tick { none, some, all };
+
+    Kind kind = Kind::suggestion;
+    std::string id;    ///< The suggestion's, on each of its lines.
+    std::string path;  ///< An item's.
+
+    std::string name;
+    std::string group;
+    Risk risk = Risk::review;
+    std::string runningApps;
+    std::int64_t size = 0;
+    std::int64_t itemCount = 0;  ///< Of a suggestion, or those that are not listed.
+    Tick tick = Tick::none;      ///< Of a suggestion, or of an item.
+    bool expanded = false;
+
+    std::string regenerates;
+    std::string officialCommand;
+
+    std::string subtitle;
+    std::string detail;
+    std::int64_t idleDays = -1;  ///< -1 when it is not known, or too few to speak of.
+
+    bool operator==(const SuggestionRow&) const = default;
+
+    [[nodiscard]] std::string key() const;
+};
+
+/// The suggestions of the audience chosen that match a search, each followed by its details and
+/// its items when it is expanded.
+class SuggestionRows : public SourceRows<SuggestionRow> {
+    Q_OBJECT
+    QML_ELEMENT
+
+    Q_PROPERTY(Brimlo::AppModel* source READ source WRITE setSource NOTIFY sourceChanged)
+    Q_PROPERTY(QString query READ query WRITE setQuery NOTIFY queryChanged)
+    Q_PROPERTY(int visibleCount READ visibleCount NOTIFY visibleCountChanged)
+
+public:
+    explicit SuggestionRows(QObject* parent = nullptr);
+
+    /// What the name or the group has to contain, letter case and spaces around it aside.
+    [[nodiscard]] const QString& query() const { return query_; }
+    void setQuery(const QString& query);
+
+    /// How many suggestions there are without the search.
+    [[nodiscard]] int visibleCount() const { return visibleCount_; }
+
+    /// Ticks or unticks an item, or all items of a suggestion.
+    Q_INVOKABLE void toggle(int place);
+    /// Shows or hides what belongs to a suggestion. That holds for later runs as well.
+    Q_INVOKABLE void toggleExpanded(int place);
+    /// The place of the suggestion that a line belongs to.
+    Q_INVOKABLE [[nodiscard]] int head(int place) const;
+    /// Shows an item in the file manager; Docker's objects are not found there.
+    Q_INVOKABLE void reveal(int place) const;
+
+Q_SIGNALS:
+    void sourceChanged();
+    void queryChanged();
+    void visibleCountChanged();
+
+private:
+    void refresh() override;
+    void tellSource() override { Q_EMIT sourceChanged(); }
+    void append(const Suggestion& suggestion, std::vector<SuggestionRow>& rows) const;
+
+    QString query_;
+    std::string needle_;  ///< The query as it is compared.
+    int visibleCount_ = 0;
+    std::set<std::string> expanded_;  ///< Ids.
+};
+
+}  // namespace Brimlo

@@ -1,0 +1,84 @@
+#include "BrimloApp/Lists/PlanReview.h"
+
+#include "BrimloAppTests/Lists/RowLines.h"
+#include "BrimloAppTests/Support/ModelTest.h"
+
+#include <QtTest/QAbstractItemModelTester>
+#include <QtTest/QSignalSpy>
+
+namespace Brimlo {
+namespace {
+
+using Testing::exists;
+using Testing::lines;
+
+struct PlanReviewTest : Testing::ModelTest {
+    PlanReviewTest() {
+        write(".cache/thumbnails/normal/data");
+        write(".cache/thumbnails/large/data");
+        review.setSource(&model());
+    }
+
+    const QList<QByteArray> roles{"title", "subtitle", "isDocker"};
+    PlanReview review;
+    const QAbstractItemModelTester tester{
+        &review, QAbstractItemModelTester::FailureReportingMode::Fatal};
+    QSignalSpy confirmed{&review, &PlanReview::confirmed};
+};
+
+TEST_F(PlanReviewTest, CarriesOutWhatItShowsOnce) {
+    suggest();
+    const std::string path = at(".cache/thumbnails/normal");
+    const std::string title = suggestion("photos.thumbnails").name;
+    model().clearSelection();
+    model().toggle(path);
+    review.openSelection();
+    model().selectAllSafe();
+    EXPECT_EQ(
+        lines(review, roles), QStringList{QString::fromStdString(title + "|" + path + "|false")});
+    EXPECT_FALSE(review.hasReviewItems());
+    model().runClean(CleanPlan{{}}, DisposalMode::trash);
+    review.confirm();
+    EXPECT_TRUE(review.isOpen()) << "during another clean nothing would come of it";
+    finish();
+    review.confirm();
+    review.confirm();
+    finish();
+    EXPECT_FALSE(review.isOpen());
+    EXPECT_EQ(confirmed.size(), 1);
+    EXPECT_FALSE(exists(path));
+    EXPECT_TRUE(exists(at(".cache/thumbnails/large")));
+    review.openSelection();
+    restart();
+    EXPECT_FALSE(review.isOpen());
+    EXPECT_EQ(review.itemCount(), 0);
+    review.confirm();
+}
+
+TEST_F(PlanReviewTest, DisposesOfNodesAndTellsDockersObjectsFromThem) {
+    write("odd\n", std::string(900'000, 'a'));
+    model().startScan(home());
+    finish();
+    const auto other = std::make_shared<FileNode>();
+    other->isAggregate = true;
+    review.openNodes({other});
+    EXPECT_FALSE(review.isOpen()) << "nothing is left of it";
+    other->isAggregate = false;
+    other->path = "docker:image:a";
+    other->size = 7000;
+    const auto odd = model().currentChildren().front();
+    review.openNodes({other, odd});
+    EXPECT_EQ(review.freedNow(), 7000);
+    EXPECT_EQ(review.freedAfterEmptying(), static_cast<double>(odd->size));
+    EXPECT_EQ(review.totalBytes(), review.freedNow() + review.freedAfterEmptying());
+    EXPECT_TRUE(review.hasReviewItems());
+    const QString path = QString::fromStdString(at("odd")) + "\uFFFD";
+    EXPECT_EQ(lines(review, roles), (QStringList{"docker:image:a||true", path + "||false"}));
+    review.confirm();
+    finish();
+    EXPECT_FALSE(exists(at("odd\n")));
+    EXPECT_NE(model().currentChildren().front(), odd) << "it is still in the tree";
+}
+
+}  // namespace
+}  // namespace Brimlo
