@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QtCore/QDateTime>
+#include <QtCore/QObject>
+#include <QtCore/QString>
+#include <QtQml/qqmlregistration.h>
+
+namespace Brimlo {
+
+/// Values in words for QML. Numbers arrive as doubles, since QML has no wider integer.
+class Format : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+
+public:
+    /// "12.34 GB"; what no count of bytes can be is "0 bytes".
+    Q_INVOKABLE [[nodiscard]] static QString bytes(double count);
+    /// "today", "12d", "3mo" or "1.5y".
+    Q_INVOKABLE [[nodiscard]] static QString days(int count);
+    /// In the digits and groups of the user's language.
+    Q_INVOKABLE [[nodiscard]] static QString count(double count);
+    /// An abbreviated date without time, or nothing for a date that is none.
+    Q_INVOKABLE [[nodiscard]] static QString date(const QDateTime& moment);
+    /// The same with hours and minutes.
+    Q_INVOKABLE [[nodiscard]] static QString dateTime(const QDateTime& moment);
+    /// Fit for one line, whatever a file is called: what would break it or turn its direction
+    /// shows as U+FFFD.
+    Q_INVOKABLE [[nodiscard]] static QString oneLine(const QString& text);
+};
+
+}  // namespace Brimlo

@@ -1,0 +1,24 @@
+import QtQuick
+
+// Shades a row under the pointer. Put it first into the row.
+Rectangle {
+    readonly property alias hovered: pointer.hovered
+    property bool selected: false
+
+    anchors.fill: parent
+    radius: Theme.radius
+    color: selected ? Theme.selection : pointer.hovered ? Theme.subtle : Theme.faded(Theme.text, 0)
+    Accessible.ignored: true
+
+    Behavior on color {
+        ColorAnimation {
+            duration: Theme.duration
+            easing.type: Easing.OutQuad
+        }
+    }
+    HoverHandler {
+        id: pointer
+
+        enabled: parent.enabled
+    }
+}

@@ -1,0 +1,59 @@
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+
+// A line that should be noticed, with a button when something can be done about it.
+T.Pane {
+    id: notice
+
+    property string text
+    property string symbol: "info.circle"
+    property string buttonText
+    property color color: Theme.info
+
+    signal clicked
+
+    implicitWidth: line.implicitWidth + leftPadding + rightPadding
+    implicitHeight: line.implicitHeight + topPadding + bottomPadding
+    padding: 10
+    leftPadding: Theme.snug
+    rightPadding: buttonText !== "" ? 10 : Theme.snug
+    Layout.fillWidth: true
+    Accessible.role: Accessible.Notification
+    Accessible.name: text
+
+    contentItem: RowLayout {
+        id: line
+
+        spacing: 10
+
+        Icon {
+            symbol: notice.symbol
+            visible: symbol !== ""
+            color: Theme.legible(notice.color, Theme.mixed(Theme.dark ? Theme.popup : Theme.window, notice.color, 0.1))
+            Layout.alignment: Qt.AlignTop
+            Layout.topMargin: Math.max(0, (words.implicitHeight / Math.max(1, words.lineCount) - height) / 2 + (button.visible && words.lineCount === 1 ? (button.height - words.implicitHeight) / 2 : 0))
+        }
+        Label {
+            id: words
+
+            text: notice.text
+            wrapMode: Text.Wrap
+            lineHeight: 1.15
+            Layout.fillWidth: true
+            Accessible.ignored: true
+        }
+        OutlineButton {
+            id: button
+
+            text: notice.buttonText
+            visible: text !== ""
+            implicitHeight: Theme.controlHeight - 2
+            onClicked: notice.clicked()
+        }
+    }
+    background: Rectangle {
+        radius: Theme.radius + 2
+        color: Theme.faded(notice.color, 0.1)
+    }
+}

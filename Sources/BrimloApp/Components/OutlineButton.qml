@@ -1,0 +1,10 @@
+import QtQuick
+
+// Any other action that has words.
+ButtonBase {
+    id: button
+
+    background: OutlineButtonStyle {
+        button: button
+    }
+}

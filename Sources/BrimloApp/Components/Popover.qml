@@ -1,0 +1,55 @@
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+
+// A panel beside what opened it. It shows while `presented`; Escape or a press beside it asks for
+// its end by `dismissed`.
+T.Popup {
+    id: popover
+
+    default property alias content: column.data
+    property bool presented: false
+    property string label
+
+    signal dismissed
+
+    parent: null
+    x: parent ? Math.round((parent.width - width) / 2) : 0
+    y: parent ? parent.height + 8 : 0
+    margins: 12
+    padding: Theme.normal
+    spacing: Theme.snug
+    implicitWidth: column.implicitWidth + leftPadding + rightPadding
+    implicitHeight: column.implicitHeight + topPadding + bottomPadding
+    focus: true
+    closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
+    onPresentedChanged: presented ? open() : close()
+    onClosed: if (presented)
+        dismissed()
+    Component.onCompleted: if (presented)
+        open()
+
+    contentItem: FocusScope {
+        focus: true
+        implicitWidth: column.implicitWidth
+        implicitHeight: column.implicitHeight
+        Accessible.role: Accessible.Pane
+        Accessible.name: popover.label
+
+        ColumnLayout {
+            id: column
+
+            anchors.fill: parent
+            spacing: popover.spacing
+        }
+    }
+    background: PopupGround {}
+    enter: Transition {
+        NumberAnimation {
+            property: "opacity"
+            from: 0
+            to: 1
+            duration: Theme.quick
+        }
+    }
+}

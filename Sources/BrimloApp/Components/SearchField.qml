@@ -1,0 +1,33 @@
+import QtQuick
+
+// A field that searches; Escape or its button empties it.
+Field {
+    id: search
+
+    leftPadding: 31
+    rightPadding: 30
+    Accessible.searchEdit: true
+    Keys.onEscapePressed: event => {
+        event.accepted = text !== "";
+        clear();
+    }
+
+    Icon {
+        symbol: "magnifyingglass"
+        size: 15
+        color: Theme.secondaryText
+        x: 9
+        anchors.verticalCenter: parent.verticalCenter
+    }
+    PlainButton {
+        symbol: "xmark.circle.fill"
+        help: qsTr("Clear the search")
+        ink: Theme.secondaryText
+        visible: search.text !== ""
+        focusPolicy: Qt.NoFocus
+        anchors.right: parent.right
+        anchors.rightMargin: 2
+        anchors.verticalCenter: parent.verticalCenter
+        onClicked: search.clear()
+    }
+}

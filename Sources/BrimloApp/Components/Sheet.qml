@@ -1,0 +1,136 @@
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+
+// A modal panel in the middle of the window: a heading, a column of content, a row of buttons. It
+// shows while `presented`; Escape asks for its end by `dismissed`. The focus stays inside.
+T.Popup {
+    id: sheet
+
+    default property alias content: column.data
+    property alias footer: buttons.data
+    property bool presented: false
+    property string title
+    property string subtitle
+    property string symbol
+    property color symbolColor: Theme.accentText
+    property int preferredWidth: 600
+
+    // What Return does anywhere inside but on a button, in a list or in a box of text.
+    property ButtonBase defaultButton: null
+
+    signal dismissed
+
+    function answer(event) {
+        event.accepted = defaultButton !== null && defaultButton.enabled;
+        if (event.accepted)
+            defaultButton.clicked();
+    }
+
+    parent: T.Overlay.overlay
+    anchors.centerIn: parent
+    implicitWidth: Math.min(preferredWidth, (parent?.width ?? preferredWidth) - 2 * Theme.wide)
+    implicitHeight: Math.min(frame.implicitHeight + topPadding + bottomPadding, (parent?.height ?? 10000) - 2 * Theme.wide)
+    padding: Theme.wide
+    spacing: Theme.normal
+    modal: true
+    focus: true
+    closePolicy: T.Popup.CloseOnEscape
+    onPresentedChanged: presented ? open() : close()
+    onClosed: if (presented)
+        dismissed()
+    Component.onCompleted: if (presented)
+        open()
+    onOpened: {
+        if (defaultButton !== null)
+            defaultButton.forceActiveFocus();
+        else
+            frame.forceActiveFocus();
+    }
+
+    T.Overlay.modal: Rectangle {
+        color: Theme.scrim
+    }
+    contentItem: FocusScope {
+        id: frame
+
+        focus: true
+        implicitWidth: layout.implicitWidth
+        implicitHeight: layout.implicitHeight
+        Accessible.role: Accessible.Dialog
+        Accessible.name: sheet.title
+        Accessible.description: sheet.subtitle
+        Keys.onReturnPressed: event => sheet.answer(event)
+        Keys.onEnterPressed: event => sheet.answer(event)
+
+        ColumnLayout {
+            id: layout
+
+            anchors.fill: parent
+            spacing: Theme.roomy
+
+            RowLayout {
+                spacing: Theme.snug
+                visible: sheet.title !== ""
+
+                Icon {
+                    symbol: sheet.symbol
+                    visible: symbol !== ""
+                    size: 30
+                    color: sheet.symbolColor
+                }
+                ColumnLayout {
+                    spacing: 2
+                    Layout.fillWidth: true
+
+                    Label {
+                        text: sheet.title
+                        font.pixelSize: Theme.headline
+                        font.weight: Font.DemiBold
+                        Layout.fillWidth: true
+                        Accessible.role: Accessible.Heading
+                    }
+                    Label {
+                        text: sheet.subtitle
+                        visible: text !== ""
+                        secondary: true
+                        Layout.fillWidth: true
+                    }
+                }
+            }
+            ColumnLayout {
+                id: column
+
+                spacing: sheet.spacing
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+            }
+            RowLayout {
+                id: buttons
+
+                spacing: Theme.tight
+                visible: children.length > 0
+                Layout.fillWidth: true
+            }
+        }
+    }
+    background: PopupGround {
+        radius: 14
+        depth: 16
+    }
+    enter: Transition {
+        NumberAnimation {
+            property: "opacity"
+            from: 0
+            to: 1
+            duration: Theme.quick
+        }
+    }
+    exit: Transition {
+        NumberAnimation {
+            property: "opacity"
+            to: 0
+            duration: Theme.quick
+        }
+    }
+}

@@ -1,0 +1,87 @@
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+
+// A number in steps. It shows `value` as it is, also outside the range, and asks for another by
+// `stepped`; its owner changes it.
+T.Control {
+    id: stepper
+
+    property int value: 0
+    property int from: 0
+    property int to: 100
+    property int step: 1
+    property string text
+    property string label: text !== "" ? text : String(value)
+
+    signal stepped(int value)
+
+    function move(by) {
+        const next = Math.min(to, Math.max(from, value + by));
+        if (next !== value)
+            stepped(next);
+    }
+
+    implicitWidth: line.implicitWidth
+    implicitHeight: Math.max(Theme.controlHeight, line.implicitHeight)
+    focusPolicy: Qt.StrongFocus
+    opacity: enabled ? 1 : 0.45
+    Keys.onUpPressed: move(step)
+    Keys.onRightPressed: move(step)
+    Keys.onDownPressed: move(-step)
+    Keys.onLeftPressed: move(-step)
+    Accessible.role: Accessible.SpinBox
+    Accessible.name: label
+    Accessible.focusable: true
+    Accessible.onIncreaseAction: move(step)
+    Accessible.onDecreaseAction: move(-step)
+
+    contentItem: RowLayout {
+        id: line
+
+        spacing: Theme.snug
+
+        Label {
+            text: stepper.text
+            visible: text !== ""
+            wrapMode: Text.Wrap
+            Layout.fillWidth: true
+            Accessible.ignored: true
+        }
+        Rectangle {
+            implicitWidth: keys.implicitWidth
+            implicitHeight: Theme.controlHeight - 4
+            radius: Theme.radius
+            color: Theme.card
+            border.width: 1
+            border.color: Theme.fieldBorder
+
+            RowLayout {
+                id: keys
+
+                anchors.fill: parent
+                spacing: 0
+
+                StepperKey {
+                    symbol: "minus"
+                    label: qsTr("Decrease")
+                    enabled: stepper.value > stepper.from
+                    onClicked: stepper.move(-stepper.step)
+                }
+                Divider {
+                    vertical: true
+                    implicitHeight: 14
+                }
+                StepperKey {
+                    symbol: "plus"
+                    label: qsTr("Increase")
+                    enabled: stepper.value < stepper.to
+                    onClicked: stepper.move(stepper.step)
+                }
+            }
+            FocusRing {
+                shown: stepper.visualFocus
+            }
+        }
+    }
+}

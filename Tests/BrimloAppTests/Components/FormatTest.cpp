@@ -1,0 +1,52 @@
+#include "BrimloApp/Components/Format.h"
+
+#include <QtCore/QLocale>
+#include <QtCore/QTimeZone>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace Brimlo {
+namespace {
+
+TEST(FormatTest, WritesBytesOfAnyNumber) {
+    EXPECT_EQ(Format::bytes(12.34e9), "12.34 GB");
+    EXPECT_EQ(Format::bytes(-1), Format::bytes(0));
+    EXPECT_EQ(Format::bytes(std::nan("")), Format::bytes(0));
+    EXPECT_EQ(Format::bytes(std::numeric_limits<double>::infinity()), Format::bytes(9.2e18));
+}
+
+TEST(FormatTest, FollowsTheUsersLanguage) {
+    struct Case {
+        const char* locale;
+        const char* count;
+        const char* date;
+    };
+    const Case cases[] = {
+        {"en_US", "1,234,567",           "Mar 9, 2026"    },
+        {"de_DE", "1.234.567",           "9. März 2026"  },
+        {"fr_FR", "1\u202F234\u202F567", "9 mars 2026"    },
+        {"ja_JP", "1,234,567",           "2026年3月9日"},
+    };
+    const QDateTime moment(QDate(2026, 3, 9), QTime(14, 5));
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.locale);
+        QLocale::setDefault(QLocale(QString::fromLatin1(c.locale)));
+        EXPECT_EQ(Format::count(1234567).toStdString(), c.count);
+        EXPECT_EQ(Format::date(moment).toStdString(), c.date);
+        EXPECT_TRUE(Format::dateTime(moment).startsWith(QString::fromUtf8(c.date)));
+        EXPECT_GT(Format::dateTime(moment).size(), Format::date(moment).size());
+    }
+    EXPECT_EQ(Format::date(QDateTime()), "");
+    EXPECT_EQ(Format::dateTime(QDateTime()), "");
+}
+
+TEST(FormatTest, KeepsAnyNameOnOneLineAndInOneDirection) {
+    EXPECT_EQ(Format::oneLine(u"a\nb\rc\td\u2028e"_qs), u"a\uFFFDb\uFFFDc\uFFFDd\uFFFDe"_qs);
+    EXPECT_EQ(Format::oneLine(u"x\u202Egpj.exe\u2067"_qs), u"x\uFFFDgpj.exe\uFFFD"_qs);
+    EXPECT_EQ(Format::oneLine(u"שלום 😀 é"_qs), u"שלום 😀 é"_qs);
+}
+
+}  // namespace
+}  // namespace Brimlo

@@ -1,0 +1,113 @@
+#include "BrimloApp/AppModel/Section.h"
+#include "BrimloApp/Components/SymbolImages.h"
+#include "BrimloApp/Components/SymbolTable.h"
+#include "BrimloCore/Models/Persona.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QDirIterator>
+#include <QtCore/QFile>
+#include <QtCore/QRegularExpression>
+#include <QtGui/QImage>
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+
+namespace Brimlo {
+namespace {
+
+const QString kSources = QStringLiteral(BRIMLO_APP_SOURCES);
+
+QString drawn(const std::string_view symbol) {
+    return QString::fromUtf8(symbol.data(), static_cast<qsizetype>(symbol.size())) +
+           QStringLiteral("/ff2080c0/2");
+}
+
+int inkedPixels(const QImage& image) {
+    int count = 0;
+    for (int at = 0; at < image.width() * image.height(); ++at) {
+        count += qAlpha(image.pixel(at % image.width(), at / image.width())) > 0 ? 1 : 0;
+    }
+    return count;
+}
+
+TEST(SymbolTest, EachHasADrawingAndEachDrawingASymbol) {
+    SymbolImages images;
+    std::set<std::string> used;
+    for (const auto& entry : SymbolTable::entries()) {
+        SCOPED_TRACE(entry.symbol);
+        used.insert(std::string(entry.file) + ".svg");
+        const auto image = images.requestImage(drawn(entry.symbol), nullptr, QSize(32, 32));
+        EXPECT_EQ(image.size(), QSize(32, 32));
+        EXPECT_GT(inkedPixels(image), 30);
+        EXPECT_LT(inkedPixels(image), 32 * 32);
+    }
+    std::set<std::string> there;
+    const QDir icons(kSources + QStringLiteral("/Components/icons"));
+    for (const auto& name : icons.entryList({QStringLiteral("*.svg")})) {
+        there.insert(name.toStdString());
+    }
+    there.erase("brimlo.svg");  // The application's own.
+    EXPECT_EQ(there, used);
+}
+
+TEST(SymbolTest, IsThereForWhateverTheProgramNames) {
+    std::set<std::string> named;
+    for (const auto persona : kAllPersonas) {
+        named.emplace(symbol(persona));
+    }
+    for (const auto section : kAllSections) {
+        named.emplace(symbol(section));
+    }
+    // Words with a dot in them stand for nothing else in the screens, short ones only as values of
+    // a symbol.
+    const QRegularExpression naming(
+        QStringLiteral("symbol: *\"([^\"]*)\"|[\"?:] *\"([a-z][a-z0-9]*(?:\\.[a-z0-9]+)+)\""));
+    int files = 0;
+    QDirIterator all(
+        kSources, {QStringLiteral("*.qml")}, QDir::Files, QDirIterator::Subdirectories);
+    while (all.hasNext()) {
+        QFile file(all.next());
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        ++files;
+        auto found = naming.globalMatch(QString::fromUtf8(file.readAll()));
+        while (found.hasNext()) {
+            const auto match = found.next();
+            named.insert((match.captured(1) + match.captured(2)).toStdString());
+        }
+    }
+    named.erase("");
+    EXPECT_GT(files, 40);
+    EXPECT_GT(named.size(), 20U);
+    for (const auto& symbol : named) {
+        EXPECT_TRUE(SymbolTable::file(symbol).has_value()) << symbol;
+    }
+}
+
+TEST(SymbolTest, TakesTheColourAndSizeItIsAskedFor) {
+    SymbolImages images;
+    QSize size;
+    const auto image =
+        images.requestImage(QStringLiteral("square/80ff0000/2"), &size, QSize(48, 48));
+    EXPECT_EQ(size, QSize(48, 48));
+    EXPECT_EQ(image.pixelColor(24, 6).rgb(), QColor(Qt::red).rgb());
+    EXPECT_NEAR(image.pixelColor(24, 6).alpha(), 128, 1);
+    EXPECT_EQ(image.pixelColor(24, 24).alpha(), 0);
+    const auto finer = images.requestImage(QStringLiteral("square/ffff0000/1"), nullptr, size);
+    EXPECT_LT(inkedPixels(finer), inkedPixels(image));
+}
+
+TEST(SymbolTest, DrawsNothingForWhatItDoesNotKnow) {
+    SymbolImages images;
+    for (const auto* id :
+         {"", "no.such.symbol/ff000000/2", "trash", "trash/zz/2", "../brimlo/ff000000/2"}) {
+        SCOPED_TRACE(id);
+        const auto image = images.requestImage(QString::fromLatin1(id), nullptr, QSize());
+        EXPECT_EQ(image.size(), QSize(24, 24));
+        EXPECT_EQ(inkedPixels(image), 0);
+    }
+    EXPECT_GT(inkedPixels(images.requestImage(QStringLiteral("trash/ff000000/x"), nullptr, {})), 0);
+}
+
+}  // namespace
+}  // namespace Brimlo
