@@ -19,6 +19,8 @@ T.ItemDelegate {
     spacing: Theme.snug
     focusPolicy: ListView.view ? Qt.NoFocus : Qt.StrongFocus
     hoverEnabled: true
+    // Space would press the row; what it means is the list's to say.
+    Keys.forwardTo: row.list
     Accessible.role: Accessible.ListItem
     Accessible.name: text
     Accessible.selectable: true
