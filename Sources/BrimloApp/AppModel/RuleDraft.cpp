@@ -129,10 +129,6 @@ void RuleDraft::choosePath(const int row, const QString& path) {
     setPath(row, QString::fromStdString(UserRules::tildeForm(path.toStdString())));
 }
 
-void RuleDraft::chooseFolder(const int row, const QUrl& folder) {
-    choosePath(row, folder.toLocalFile());
-}
-
 void RuleDraft::useSuggestedWording() {
     setProperty("regenerates", QString::fromUtf8(suggestedWording(risk_)));
 }

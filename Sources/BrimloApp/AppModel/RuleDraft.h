@@ -6,7 +6,6 @@
 #include <QtCore/QObject>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
-#include <QtCore/QUrl>
 #include <QtQml/qqmlregistration.h>
 
 #include <optional>
@@ -54,7 +53,6 @@ public:
     Q_INVOKABLE void setPath(int row, const QString& text);
     /// Stores what a folder chooser gave, in tilde form.
     Q_INVOKABLE void choosePath(int row, const QString& path);
-    Q_INVOKABLE void chooseFolder(int row, const QUrl& folder);
     /// Fills in what happens after deletion, in the words that suit the risk.
     Q_INVOKABLE void useSuggestedWording();
 

@@ -1,0 +1,74 @@
+#include "BrimloApp/AppModel/AppModel.h"
+#include "BrimloApp/Platform/DesktopSettings.h"
+#include "BrimloApp/Platform/Graphics.h"
+#include "BrimloApp/Updater.h"
+#include "BrimloApp/WindowCloser.h"
+
+#include <QtCore/QThreadPool>
+#include <QtCore/QUrl>
+#include <QtCore/QVariant>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QIcon>
+#include <QtQml/QQmlApplicationEngine>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+using namespace Brimlo;
+
+void introduce() {
+    QGuiApplication::setApplicationName("brimlo");
+    QGuiApplication::setApplicationDisplayName("Brimlo");
+    QGuiApplication::setApplicationVersion(BRIMLO_VERSION);
+    QGuiApplication::setDesktopFileName("brimlo");
+    QGuiApplication::setWindowIcon(QIcon{":/qt/qml/Brimlo/brimlo.svg"});
+}
+
+/// Who names a way of drawing in the environment gets it; else the quickest is taken.
+void chooseDrawing() {
+    const bool isChosen = qEnvironmentVariableIsSet("QT_QUICK_BACKEND") ||
+                          qEnvironmentVariableIsSet("QSG_RHI_BACKEND");
+    if (!isChosen && Platform::drawsInSoftware()) {
+        qputenv("QT_QUICK_BACKEND", "software");
+    }
+}
+
+/// Shows the window and returns when it is closed and what must not break off is done.
+int run() {
+    AppModel model{Surroundings{}};
+    Updater updater{UpdateSource::ofThisBuild()};
+    DesktopSettings desktopSettings{nullptr};
+    const WindowCloser closer{model};
+
+    QQmlApplicationEngine engine;
+    engine.setProperty("appModel", QVariant::fromValue(&model));
+    engine.setProperty("updater", QVariant::fromValue(&updater));
+    engine.setProperty("desktopSettings", QVariant::fromValue(&desktopSettings));
+    engine.addImportPath("qrc:/qt/qml");
+    engine.load(QUrl{"qrc:/qt/qml/Brimlo/ContentView.qml"});
+    if (engine.rootObjects().isEmpty()) {
+        return EXIT_FAILURE;
+    }
+    updater.startAutomaticChecks();
+    return QGuiApplication::exec();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    using namespace std::chrono_literals;
+
+    const QGuiApplication application{argc, argv};
+    introduce();
+    chooseDrawing();
+    const int code = run();
+    // Whatever still runs only reads, and nobody waits for what it finds.
+    if (!QThreadPool::globalInstance()->waitForDone(std::chrono::milliseconds{100ms}.count())) {
+        static_cast<void>(std::fflush(nullptr));
+        std::_Exit(code);
+    }
+    return code;
+}

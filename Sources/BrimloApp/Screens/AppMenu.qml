@@ -1,0 +1,56 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQml
+import Brimlo
+
+// The menu of the window, for systems that show none at the top of the screen.
+PopupMenu {
+    id: menu
+
+    required property AppActions actions
+
+    MenuEntry {
+        text: qsTr("About Brimlo")
+        symbol: "info.circle"
+        onTriggered: menu.actions.aboutRequested()
+    }
+    MenuEntry {
+        text: qsTr("Check for Updates…")
+        symbol: "arrow.triangle.2.circlepath"
+        enabled: Updater.canCheck
+        onTriggered: menu.actions.checkForUpdates()
+    }
+    MenuDivider {}
+    MenuEntry {
+        text: qsTr("Rescan")
+        symbol: "arrow.clockwise"
+        shortcut: menu.actions.rescanKeys
+        onTriggered: menu.actions.rescan()
+    }
+    MenuDivider {}
+    MenuDivider {
+        id: end
+    }
+    MenuEntry {
+        text: qsTr("Quit")
+        symbol: "xmark"
+        shortcut: menu.actions.quitKeys
+        onTriggered: menu.actions.quitRequested()
+    }
+    Instantiator {
+        model: Sections.all
+        onObjectAdded: (index, object) => menu.insertItem(5 + index, object)
+        onObjectRemoved: (index, object) => menu.removeItem(object)
+
+        MenuEntry {
+            required property int index
+            required property var modelData
+
+            text: modelData.title
+            symbol: modelData.symbol
+            shortcut: menu.actions.goKeys(index)
+            onTriggered: menu.actions.go(modelData.id)
+        }
+    }
+}

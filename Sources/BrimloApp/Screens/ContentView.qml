@@ -1,0 +1,86 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Brimlo
+
+// The window: the sidebar, the lines for messages, the screen of the chosen section, and the sheets
+// that belong to none.
+Window {
+    id: window
+
+    title: qsTr("Brimlo")
+    width: 1180
+    height: 780
+    minimumWidth: 1000
+    minimumHeight: 660
+    visible: true
+    color: Theme.window
+    Component.onCompleted: {
+        sidebar.takeFocus();
+        AppModel.offerCLIInstallIfNeeded();
+    }
+
+    DesktopTheme {}
+    AppActions {
+        id: actions
+
+        onAboutRequested: about.shown = true
+        onQuitRequested: window.close()
+    }
+    T.SplitView {
+        anchors.fill: parent
+        handle: Item {
+            implicitWidth: 1
+            containmentMask: Item {
+                x: -4
+                width: 9
+                height: window.height
+            }
+        }
+
+        Sidebar {
+            id: sidebar
+
+            actions: actions
+            implicitWidth: Theme.scaled(220)
+            T.SplitView.minimumWidth: 200
+            T.SplitView.maximumWidth: Math.max(320, Theme.scaled(220))
+        }
+        ColumnLayout {
+            spacing: 0
+            T.SplitView.fillWidth: true
+
+            BusyLine {}
+            BannerLine {}
+            SectionScreens {
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+            }
+        }
+    }
+    LazyLoader {
+        needed: AppModel.showResult
+        source: "ResultSheet.qml"
+    }
+    LazyLoader {
+        needed: AppModel.ruleDraft !== null
+        source: "RuleEditorSheet.qml"
+    }
+    LazyLoader {
+        needed: AppModel.offersCLI
+        source: "CLIOfferSheet.qml"
+    }
+    LazyLoader {
+        id: about
+
+        property bool shown: false
+
+        needed: shown
+        sourceComponent: AboutSheet {
+            presented: about.shown
+            onDismissed: about.shown = false
+        }
+    }
+}

@@ -1,0 +1,51 @@
+import QtQuick
+import QtQuick.Layouts
+import Brimlo
+
+// The head of a group of equal files: what they take, and the two ways to take less.
+RowLayout {
+    id: head
+
+    required property real copies
+    required property real size
+    required property real wasted
+    required property bool isCurrent
+
+    signal cloned
+    signal trashed
+
+    spacing: Theme.tight
+
+    Label {
+        text: qsTr("%1 copies").arg(Format.count(head.copies))
+        font.weight: Font.DemiBold
+        Accessible.ignored: true
+    }
+    Label {
+        text: qsTr("%1 each").arg(Format.bytes(head.size))
+        secondary: true
+        Accessible.ignored: true
+    }
+    Label {
+        text: qsTr("wastes %1").arg(Format.bytes(head.wasted))
+        color: Theme.rebuildText
+        font.weight: Font.Medium
+        horizontalAlignment: Text.AlignRight
+        Layout.fillWidth: true
+        Layout.rightMargin: Theme.tight
+        Accessible.ignored: true
+    }
+    RowButton {
+        text: qsTr("Replace with clones")
+        symbol: "doc.on.doc"
+        isCurrent: head.isCurrent
+        onClicked: head.cloned()
+    }
+    RowButton {
+        text: qsTr("Trash extras")
+        symbol: "trash"
+        enabled: !AppModel.isCleaning
+        isCurrent: head.isCurrent
+        onClicked: head.trashed()
+    }
+}

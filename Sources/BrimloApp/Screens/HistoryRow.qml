@@ -1,0 +1,98 @@
+import QtQuick
+import QtQuick.Layouts
+import Brimlo
+
+// A cleanup, or one item of it.
+ListRow {
+    id: row
+
+    required property int index
+    required property string kind
+    required property string title
+    required property date date
+    required property string summary
+    required property int otherCount
+    required property bool restorable
+    required property double size
+    required property bool expanded
+    required property string path
+    required property var model  // Its `state` has the name of a property of all items.
+
+    readonly property bool isBatch: kind === "batch"
+    readonly property string paths: otherCount > 0 ? qsTr("%1 and %2 more").arg(summary).arg(Format.count(otherCount)) : summary
+    readonly property string when: Format.dateTime(date)
+
+    signal toggled
+    signal undone
+
+    function expand(wanted) {
+        if (isBatch && expanded !== wanted)
+            toggled();
+    }
+
+    implicitHeight: isBatch ? Math.max(56, words.implicitHeight + 18) : Theme.rowHeight
+    text: isBatch ? qsTr("%1, %2, %3, %4").arg(title).arg(when).arg(paths).arg(Format.bytes(size)) : qsTr("%1, %2, %3").arg(path).arg(chip.text).arg(Format.bytes(size))
+    onClicked: toggled()
+
+    Icon {
+        symbol: row.expanded ? "chevron.down" : "chevron.right"
+        size: 14
+        opacity: row.isBatch ? 1 : 0
+        color: Theme.secondaryText
+    }
+    ColumnLayout {
+        id: words
+
+        spacing: 2
+        Layout.fillWidth: true
+
+        PathText {
+            path: row.isBatch ? row.title : row.path
+            font.weight: row.isBatch ? Font.DemiBold : Font.Normal
+            Layout.fillWidth: true
+            Accessible.ignored: true
+        }
+        PathText {
+            path: row.paths
+            secondary: true
+            font.pixelSize: Theme.small
+            visible: row.isBatch
+            Layout.fillWidth: true
+            Accessible.ignored: true
+        }
+    }
+    Label {
+        text: row.when
+        secondary: true
+        visible: row.isBatch
+        Accessible.ignored: true
+    }
+    HistoryStateChip {
+        id: chip
+
+        entryState: row.model.state
+        visible: !row.isBatch
+        Accessible.ignored: true
+    }
+    SizeText {
+        bytes: row.size
+        secondary: !row.isBatch
+        Accessible.ignored: true
+    }
+    Item {
+        implicitWidth: undo.implicitWidth
+        implicitHeight: undo.implicitHeight
+
+        OutlineButton {
+            id: undo
+
+            text: qsTr("Undo all")
+            symbol: "arrow.uturn.backward"
+            visible: row.restorable
+            enabled: AppModel.busy === ""
+            focusPolicy: row.ListView.isCurrentItem || activeFocus ? Qt.StrongFocus : Qt.NoFocus
+            implicitHeight: Theme.controlHeight - 2
+            onClicked: row.undone()
+        }
+    }
+}

@@ -1,0 +1,70 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import Brimlo
+
+Screen {
+    title: qsTr("History")
+
+    HistoryRows {
+        id: rows
+
+        source: AppModel
+    }
+    ColumnLayout {
+        spacing: Theme.snug
+        Layout.fillWidth: true
+        Layout.maximumWidth: 1200
+        Layout.alignment: Qt.AlignHCenter
+        Layout.margins: Theme.wide
+        Layout.topMargin: Theme.roomy
+        Layout.bottomMargin: Theme.snug
+
+        SectionHeading {
+            text: qsTr("Removed by Brimlo")
+            Layout.fillWidth: true
+
+            OutlineButton {
+                text: qsTr("Remove items Brimlo put in Trash")
+                symbol: "trash"
+                enabled: AppModel.busy === ""
+                onClicked: AppModel.purgeOwnTrash()
+            }
+        }
+        Notice {
+            text: qsTr("Undo restores an item from the Trash if it is still there. Trash items are removed automatically after your retention period.")
+        }
+    }
+    EmptyState {
+        symbol: "clock.arrow.circlepath"
+        title: qsTr("Nothing removed yet.")
+        visible: rows.count === 0
+        Layout.alignment: Qt.AlignCenter
+        Layout.fillHeight: true
+    }
+    ScrollList {
+        id: list
+
+        label: qsTr("Removed by Brimlo")
+        model: rows
+        visible: rows.count > 0
+        focus: true
+        bottomMargin: Theme.wide
+        onOpened: index => rows.toggleExpanded(index)
+        Keys.onSpacePressed: rows.toggleExpanded(currentIndex)
+        Keys.onRightPressed: (currentItem as HistoryRow)?.expand(true)
+        Keys.onLeftPressed: (currentItem as HistoryRow)?.expand(false)
+        Layout.fillWidth: true
+        Layout.fillHeight: true
+        Layout.maximumWidth: 1200 + 2 * Theme.snug
+        Layout.alignment: Qt.AlignHCenter
+        Layout.leftMargin: Theme.snug
+        Layout.rightMargin: Theme.snug
+
+        delegate: HistoryRow {
+            onToggled: rows.toggleExpanded(index)
+            onUndone: rows.undo(index)
+        }
+    }
+}

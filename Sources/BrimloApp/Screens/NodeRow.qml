@@ -1,0 +1,71 @@
+import QtQuick
+import QtQuick.Layouts
+import Brimlo
+
+// An entry of the folder that is shown. A press selects: alone, one more with Control, a range with
+// Shift; a double click opens.
+ListRow {
+    id: row
+
+    required property int index
+    required property string name
+    required property string path
+    required property real size
+    required property real fileCount
+    required property date modified
+    required property bool isDirectory
+    required property bool isAggregate
+    required property int kindIndex
+    required selected
+
+    property int countWidth: 80
+    property int dateWidth: 100
+    readonly property string countText: Format.count(fileCount)
+    readonly property string dateText: isAggregate ? "" : Format.date(modified)
+
+    signal picked(int modifiers)
+    signal menuWanted(point at)
+
+    text: name + ", " + qsTr("%1 files").arg(countText) + ", " + Format.bytes(size) + (dateText !== "" ? ", " + dateText : "")
+    width: (list?.width ?? 0) - (list?.leftMargin ?? 0) - (list?.rightMargin ?? 0)
+    Accessible.onPressAction: picked(Qt.NoModifier)
+
+    TapHandler {
+        acceptedButtons: Qt.LeftButton
+        onPressedChanged: if (pressed)
+            row.picked(point.modifiers)
+    }
+    TapHandler {
+        acceptedButtons: Qt.RightButton
+        onPressedChanged: if (pressed)
+            row.menuWanted(point.position)
+    }
+    Icon {
+        symbol: row.isAggregate ? "ellipsis" : row.isDirectory ? "folder.fill" : "doc.fill"
+        color: FileKinds.color(row.kindIndex)
+    }
+    PathText {
+        path: row.name
+        Layout.fillWidth: true
+        Accessible.ignored: true
+    }
+    Label {
+        text: row.countText
+        secondary: true
+        horizontalAlignment: Text.AlignRight
+        Layout.preferredWidth: row.countWidth
+        Accessible.ignored: true
+    }
+    SizeText {
+        bytes: row.size
+        Accessible.ignored: true
+        Layout.preferredWidth: Math.max(row.countWidth, implicitWidth)
+    }
+    Label {
+        text: row.dateText
+        secondary: true
+        Layout.preferredWidth: row.dateWidth
+        Layout.leftMargin: Theme.tight
+        Accessible.ignored: true
+    }
+}

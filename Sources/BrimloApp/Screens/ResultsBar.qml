@@ -1,0 +1,54 @@
+import QtQuick
+import QtQuick.Layouts
+import Brimlo
+
+// What a search has found in all, and the ways to the next one.
+Item {
+    id: bar
+
+    required property string folder
+    property string text
+    property string line
+
+    signal folderChosen(string path)
+    signal searchWanted
+
+    implicitHeight: row.implicitHeight + 2 * Theme.snug
+
+    RowLayout {
+        id: row
+
+        anchors.fill: parent
+        anchors.leftMargin: Theme.wide
+        anchors.rightMargin: Theme.wide
+        spacing: Theme.tight
+
+        Label {
+            text: bar.text
+            font.pixelSize: Theme.title
+            font.weight: Font.DemiBold
+        }
+        Label {
+            text: bar.line
+            secondary: true
+            Layout.fillWidth: true
+            Layout.leftMargin: Theme.tiny
+        }
+        OutlineButton {
+            text: qsTr("Change folder…")
+            symbol: "folder"
+            onClicked: chooser.open()
+        }
+        OutlineButton {
+            text: qsTr("Search again")
+            symbol: "arrow.clockwise"
+            onClicked: bar.searchWanted()
+        }
+    }
+    FolderChooser {
+        id: chooser
+
+        path: bar.folder
+        onChosen: path => bar.folderChosen(path)
+    }
+}

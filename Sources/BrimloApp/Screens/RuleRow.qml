@@ -1,0 +1,103 @@
+import QtQuick
+import QtQuick.Layouts
+import Brimlo
+
+// A rule: the user's own can be edited and deleted, a built-in one copied and switched off.
+ListRow {
+    id: row
+
+    required property int index
+    required property bool isCustom
+    required property string name
+    required property string risk
+    required property string details
+    required property bool isEnabled
+    readonly property RuleRows rules: list?.model ?? null
+    readonly property bool isFirstBuiltIn: !isCustom && ListView.previousSection !== ListView.section
+    readonly property real headingHeight: isFirstBuiltIn ? heading.height : 0
+
+    text: name + ", " + RiskWords.text(risk) + ", " + details
+    width: (list?.width ?? 0) - (list?.leftMargin ?? 0) - (list?.rightMargin ?? 0)
+    topPadding: 6 + headingHeight
+    bottomPadding: 6
+    onClicked: {
+        list.currentIndex = index;
+        list.forceActiveFocus(Qt.MouseFocusReason);
+    }
+    onDoubleClicked: list.opened(index)
+    Accessible.checkable: !isCustom
+    Accessible.checked: isEnabled
+
+    // A delegate for sections of the list's own is not told of the section when it is used again.
+    Loader {
+        id: heading
+
+        parent: row
+        width: row.width
+        active: row.isFirstBuiltIn
+        sourceComponent: RuleSection {}
+    }
+    Binding {
+        target: row.background
+        property: "anchors.topMargin"
+        value: row.headingHeight
+    }
+    ColumnLayout {
+        spacing: 2
+        opacity: row.isEnabled ? 1 : 0.6
+        Layout.fillWidth: true
+
+        RowLayout {
+            spacing: Theme.tight
+            Layout.fillWidth: true
+
+            Label {
+                text: row.name
+                font.weight: Font.Medium
+                Layout.maximumWidth: Math.max(120, row.width - 330)
+            }
+            RiskBadge {
+                risk: row.risk
+            }
+            Item {
+                Layout.fillWidth: true
+            }
+        }
+        PathText {
+            path: row.details
+            secondary: true
+            font.pixelSize: Theme.small
+            Layout.fillWidth: true
+        }
+    }
+    PlainButton {
+        text: qsTr("Edit")
+        symbol: "pencil"
+        visible: row.isCustom
+        focusPolicy: Qt.NoFocus
+        onClicked: row.rules.edit(row.index)
+    }
+    PlainButton {
+        text: qsTr("Delete")
+        symbol: "trash"
+        ink: Theme.reviewText
+        visible: row.isCustom
+        focusPolicy: Qt.NoFocus
+        onClicked: row.rules.remove(row.index)
+    }
+    PlainButton {
+        symbol: "doc.on.doc"
+        help: qsTr("Copy into a new rule")
+        ink: Theme.secondaryText
+        visible: !row.isCustom
+        focusPolicy: Qt.NoFocus
+        onClicked: row.rules.copy(row.index)
+    }
+    Toggle {
+        label: row.name
+        on: row.isEnabled
+        visible: !row.isCustom
+        focusPolicy: Qt.NoFocus
+        onSwitched: value => row.rules.setEnabled(row.index, value)
+    }
+}

@@ -1,0 +1,67 @@
+import QtQuick
+import QtQuick.Layouts
+
+// A screen: its title, a line that says more, the controls of its toolbar at the right, and below
+// them what it shows, in a column without margins (so give what is to fill it Layout.fillHeight).
+FocusScope {
+    id: screen
+
+    property string title
+    property string line
+    property alias toolbar: controls.data
+    default property alias content: column.data
+    property alias spacing: column.spacing
+
+    // Its section was chosen.
+    signal shown
+
+    onVisibleChanged: if (visible)
+        shown()
+    Component.onCompleted: if (visible)
+        shown()
+    Accessible.role: Accessible.Pane
+    Accessible.name: title
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: 0
+
+        RowLayout {
+            spacing: Theme.snug
+            Layout.fillWidth: true
+            Layout.minimumHeight: Theme.controlHeight + 2 * Theme.snug
+            Layout.leftMargin: Theme.wide
+            Layout.rightMargin: Theme.wide
+
+            Label {
+                text: screen.title
+                font.pixelSize: Theme.headline
+                font.weight: Font.DemiBold
+                Layout.fillWidth: screen.line === ""
+                Accessible.role: Accessible.Heading
+            }
+            Label {
+                text: screen.line
+                visible: text !== ""
+                secondary: true
+                Layout.fillWidth: true
+                Layout.alignment: Qt.AlignBaseline
+            }
+            RowLayout {
+                id: controls
+
+                spacing: Theme.tight
+            }
+        }
+        Divider {
+            Layout.fillWidth: true
+        }
+        ColumnLayout {
+            id: column
+
+            spacing: 0
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+        }
+    }
+}

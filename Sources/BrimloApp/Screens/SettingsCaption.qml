@@ -1,0 +1,12 @@
+import QtQuick
+import QtQuick.Layouts
+import Brimlo
+
+// What a setting means, in small type.
+Label {
+    secondary: true
+    font.pixelSize: Theme.small
+    wrapMode: Text.Wrap
+    lineHeight: 1.2
+    Layout.fillWidth: true
+}

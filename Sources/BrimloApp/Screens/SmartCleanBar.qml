@@ -1,0 +1,84 @@
+import QtQuick
+import QtQuick.Layouts
+import Brimlo
+
+// The foot of Smart Clean: what is ticked and what can be done with it, or how far the clean is.
+Item {
+    id: bar
+
+    signal previewWanted
+    signal cleanWanted
+
+    implicitHeight: Theme.controlHeight + 2 * Theme.snug
+
+    RowLayout {
+        anchors.fill: parent
+        anchors.leftMargin: Theme.wide
+        anchors.rightMargin: Theme.wide
+        spacing: Theme.snug
+        visible: !AppModel.isCleaning
+
+        Label {
+            text: qsTr("%1 selected").arg(Format.bytes(AppModel.planBytes))
+            font.pixelSize: Theme.title
+            font.weight: Font.DemiBold
+        }
+        Label {
+            text: qsTr("%1 items").arg(Format.count(AppModel.planCount))
+            secondary: true
+        }
+        Icon {
+            symbol: "arrow.uturn.backward.circle"
+            color: Theme.secondaryText
+            Layout.leftMargin: Theme.tight
+            Layout.rightMargin: -Theme.tiny
+        }
+        Label {
+            text: qsTr("Goes to Trash first · undo anytime")
+            secondary: true
+            Layout.fillWidth: true
+        }
+        OutlineButton {
+            text: qsTr("Preview")
+            enabled: AppModel.planCount > 0
+            onClicked: bar.previewWanted()
+        }
+        SolidButton {
+            text: qsTr("Review & Clean…")
+            symbol: "sparkles"
+            enabled: AppModel.planCount > 0
+            onClicked: bar.cleanWanted()
+        }
+    }
+    ColumnLayout {
+        anchors.fill: parent
+        anchors.leftMargin: Theme.wide
+        anchors.rightMargin: Theme.wide
+        anchors.topMargin: Theme.tight
+        anchors.bottomMargin: Theme.tight
+        spacing: Theme.tiny
+        visible: AppModel.isCleaning
+
+        ProgressLine {
+            value: AppModel.cleaningDone / Math.max(1, AppModel.cleaningTotal)
+            label: progress.text
+            Layout.fillWidth: true
+        }
+        RowLayout {
+            spacing: Theme.snug
+            Layout.fillWidth: true
+
+            Label {
+                id: progress
+
+                text: qsTr("%1 of %2").arg(AppModel.cleaningDone).arg(AppModel.cleaningTotal)
+                font.weight: Font.Medium
+            }
+            PathText {
+                path: AppModel.cleaningPath
+                secondary: true
+                Layout.fillWidth: true
+            }
+        }
+    }
+}

@@ -1,0 +1,34 @@
+import QtQuick
+import Brimlo
+
+// What the entries of a folder are sorted by.
+ToolbarButton {
+    id: button
+
+    text: qsTr("Sort by")
+    help: qsTr("Sort by")
+    hasMenu: true
+    checked: menu.visible
+    onClicked: menu.popup(button, 0, height + 4)
+
+    PopupMenu {
+        id: menu
+
+        SortEntry {
+            text: qsTr("Size")
+            sortKey: "Size"
+        }
+        SortEntry {
+            text: qsTr("Name")
+            sortKey: "Name"
+        }
+        SortEntry {
+            text: qsTr("Modified")
+            sortKey: "Modified"
+        }
+        SortEntry {
+            text: qsTr("Items")
+            sortKey: "Items"
+        }
+    }
+}

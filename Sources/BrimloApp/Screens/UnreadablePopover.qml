@@ -1,0 +1,72 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import Brimlo
+
+// What the last scan could not look into, and why.
+Popover {
+    id: popover
+
+    label: title.text
+
+    AreaRows {
+        id: areas
+
+        source: AppModel
+    }
+    Label {
+        id: title
+
+        text: qsTr("%1 folders could not be read").arg(Format.count(AppModel.unreadableCount))
+        font.pixelSize: Theme.title
+        font.weight: Font.DemiBold
+        Layout.fillWidth: true
+        Accessible.role: Accessible.Heading
+    }
+    Label {
+        text: SystemWords.hasPrivacyPage ? qsTr("Their size is not in the total. macOS hides these from apps that do not have Full Disk Access.") : qsTr("Their size is not in the total. They belong to the system or to other users.")
+        secondary: true
+        wrapMode: Text.Wrap
+        lineHeight: 1.15
+        Layout.fillWidth: true
+        Layout.preferredWidth: 400
+    }
+    Divider {
+        Layout.fillWidth: true
+    }
+    Repeater {
+        model: areas
+
+        UnreadableArea {
+            Layout.fillWidth: true
+        }
+    }
+    Label {
+        text: qsTr("%1 more areas").arg(Format.count(areas.moreCount))
+        secondary: true
+        visible: areas.moreCount > 0
+    }
+    Divider {
+        Layout.fillWidth: true
+    }
+    RowLayout {
+        spacing: Theme.tight
+
+        Icon {
+            symbol: AppModel.hasFullDiskAccess ? "checkmark.shield" : "lock.shield"
+            color: Theme.secondaryText
+        }
+        Label {
+            text: AppModel.hasFullDiskAccess ? qsTr("Full Disk Access is on.") : qsTr("Full Disk Access is off.")
+            secondary: true
+            Layout.fillWidth: true
+        }
+        OutlineButton {
+            text: qsTr("Open System Settings")
+            visible: !AppModel.hasFullDiskAccess
+            enabled: SystemWords.hasPrivacyPage
+            onClicked: AppModel.openPrivacySettings()
+        }
+    }
+}
