@@ -22,7 +22,6 @@ T.CheckBox {
     implicitWidth: line.implicitWidth
     implicitHeight: Math.max(24, line.implicitHeight)
     hoverEnabled: true
-    opacity: enabled ? 1 : 0.45
     onClicked: switched(!on)
     Keys.onReturnPressed: press()
     Keys.onEnterPressed: press()
@@ -46,6 +45,7 @@ T.CheckBox {
             implicitWidth: 36
             implicitHeight: 20
             radius: 10
+            opacity: toggle.enabled ? 1 : 0.45
             color: toggle.on ? Theme.accent : Theme.faded(Theme.text, 0.16)
             border.width: toggle.on ? 0 : 1
             border.color: Theme.fieldBorder
