@@ -106,7 +106,7 @@ TEST_F(BackgroundFlowTest, TellsWhatAutoCleanTook) {
     makeCaches(2);
     model().runAutoClean(true, false);
     finish();
-    EXPECT_EQ(banner(), "Auto-clean removed 2 items (" + Fmt::bytes(2 * 12'288) + ").");
+    EXPECT_EQ(banner(), "Auto-clean removed 2 items (" + Fmt::bytes(24'576) + ").");
     EXPECT_FALSE(Testing::exists(at("caches/0")));
     EXPECT_EQ(model().journal().size(), 2U);
 }

@@ -17,6 +17,7 @@ TEST_F(DeletedModelTest, DropsTheResultsOfWhateverWasRunning) {
     };
     const auto plan = [this] {
         std::vector<CleanItem> items;
+        items.reserve(50);
         for (int i = 0; i < 50; ++i) {
             items.push_back(
                 {.path = write("files/" + std::to_string(i)), .size = 1, .ruleID = {}, .risk = {}});

@@ -17,6 +17,7 @@ protected:
     /// Cleans files of these names, as one cleanup.
     void clean(const std::vector<std::string>& names) {
         std::vector<CleanItem> items;
+        items.reserve(names.size());
         for (const std::string& name : names) {
             items.push_back({.path = write(name, name), .size = 4096, .ruleID = {}, .risk = {}});
         }

@@ -2,6 +2,8 @@
 
 #include "BrimloCore/Cleaner/CleanReport.h"
 
+#include <gtest/gtest.h>
+
 namespace Brimlo {
 namespace {
 

@@ -19,7 +19,7 @@ using testing::IsEmpty;
 
 class RulePreviewTest : public Testing::AppTest {
 protected:
-    ~RulePreviewTest() override {
+    void TearDown() override {
         QThreadPool::globalInstance()->waitForDone();
         settle();
     }
