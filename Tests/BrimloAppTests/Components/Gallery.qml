@@ -167,10 +167,6 @@ Rectangle {
                         Layout.fillWidth: true
                     }
                 }
-                TextBox {
-                    placeholder: "e.g. The app rebuilds it on next launch."
-                    Layout.fillWidth: true
-                }
                 RowLayout {
                     spacing: Theme.tight
 
