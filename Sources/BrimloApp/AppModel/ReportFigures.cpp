@@ -1,7 +1,7 @@
 #include "BrimloApp/AppModel/ReportFigures.h"
 
+#include "BrimloApp/AppModel/Shown.h"
 #include "BrimloCore/Cleaner/CleanReport.h"
-#include "BrimloCore/Support/Text.h"
 
 #include <string>
 #include <vector>
@@ -18,7 +18,7 @@ ReportFigures ReportFigures::of(const std::optional<CleanReport>& report) {
     figures.movedToTrash = static_cast<double>(report->movedToTrashBytes);
     for (const auto& lines : {report->refused, report->failures}) {
         for (const std::string& line : lines) {
-            figures.problems.append(QString::fromStdString(Text::printable(line)));
+            figures.problems.append(shown(line));
         }
     }
     figures.canUndo = !report->journalIDs.empty();

@@ -1,7 +1,7 @@
 #include "BrimloApp/AppModel/AppModel.h"
+#include "BrimloApp/AppModel/Shown.h"
 #include "BrimloCore/DisabledRules/DisabledRules.h"
 #include "BrimloCore/Support/Path.h"
-#include "BrimloCore/Support/Text.h"
 #include "BrimloCore/UserRules/RuleExchange.h"
 #include "BrimloCore/UserRules/UserRules.h"
 
@@ -72,7 +72,7 @@ void AppModel::reloadCustomRules() {
     UserRules::Loaded loaded = UserRules::load(UserRules::defaultDirectory());
     QStringList issues;
     for (const std::string& issue : loaded.issues) {
-        issues.push_back(words(Text::printable(issue)));
+        issues.push_back(shown(issue));
     }
     assign(customRules_, std::move(loaded.rules), &AppModel::customRulesChanged);
     assign(ruleIssues_, std::move(issues), &AppModel::ruleIssuesChanged);

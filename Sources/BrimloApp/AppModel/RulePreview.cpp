@@ -1,8 +1,8 @@
 #include "BrimloApp/AppModel/RulePreview.h"
 
 #include "BrimloApp/AppModel/RunInBackground.h"
+#include "BrimloApp/AppModel/Shown.h"
 #include "BrimloCore/SuggestionEngine/RuleTargets.h"
-#include "BrimloCore/Support/Text.h"
 #include "BrimloCore/UserRules/RuleValidation.h"
 #include "BrimloCore/UserRules/UserRules.h"
 
@@ -19,7 +19,7 @@ constexpr std::size_t kShownPaths = 8;
 QStringList lines(const std::vector<std::string>& from) {
     QStringList list;
     for (const std::string& line : from) {
-        list.push_back(QString::fromStdString(Text::printable(line)));
+        list.push_back(shown(line));
     }
     return list;
 }
@@ -117,8 +117,7 @@ void RulePreview::take(const std::vector<SuggestionItem>& items) {
     for (const SuggestionItem& item : items) {
         totalBytes_ += static_cast<double>(item.size);
         if (std::cmp_less(paths_.size(), kShownPaths)) {
-            paths_.push_back(
-                QString::fromStdString(Text::printable(UserRules::tildeForm(item.path))));
+            paths_.push_back(shown(UserRules::tildeForm(item.path)));
         }
     }
     Q_EMIT isWorkingChanged();

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "BrimloApp/AppModel/AppModel.h"
+#include "BrimloApp/AppModel/Shown.h"
 #include "BrimloApp/Lists/RowModel.h"
-#include "BrimloApp/Lists/Shown.h"
 
 #include <QtCore/QPointer>
 
