@@ -279,6 +279,10 @@ void TreemapItem::componentComplete() {
         name.write(tr("Treemap"));
     }
     const auto describe = [this] {
+        // The rows may go before this item when the window does, and its context before both.
+        if (const QQmlContext* context = qmlContext(this); !context || !context->isValid()) {
+            return;
+        }
         const FileNode* const node = hoveredNode();
         accessible("description")
             .write(
