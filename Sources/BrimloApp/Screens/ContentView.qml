@@ -26,7 +26,7 @@ Window {
     AppActions {
         id: actions
 
-        onAboutRequested: about.shown = true
+        onAboutRequested: about.presented = true
         onQuitRequested: window.close()
     }
     T.SplitView {
@@ -72,15 +72,9 @@ Window {
         needed: AppModel.offersCLI
         source: "CLIOfferSheet.qml"
     }
-    LazyLoader {
+    AboutSheet {
         id: about
 
-        property bool shown: false
-
-        needed: shown
-        sourceComponent: AboutSheet {
-            presented: about.shown
-            onDismissed: about.shown = false
-        }
+        onDismissed: presented = false
     }
 }
