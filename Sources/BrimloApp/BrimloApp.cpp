@@ -1,6 +1,7 @@
 #include "BrimloApp/AppModel/AppModel.h"
 #include "BrimloApp/Platform/DesktopSettings.h"
 #include "BrimloApp/Platform/Graphics.h"
+#include "BrimloApp/Snapshot/SnapshotRun.h"
 #include "BrimloApp/Updater.h"
 #include "BrimloApp/WindowCloser.h"
 
@@ -14,6 +15,8 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <span>
+#include <string_view>
 
 namespace {
 
@@ -61,8 +64,17 @@ int run() {
 int main(int argc, char** argv) {
     using namespace std::chrono_literals;
 
+    // For developers: "--snapshot FOLDER" saves pictures of all screens there.
+    const std::span arguments{argv, static_cast<std::size_t>(argc)};
+    const bool isSnapshot = argc == 3 && std::string_view{arguments[1]} == "--snapshot";
+    if (isSnapshot) {
+        SnapshotRun::isolate();
+    }
     const QGuiApplication application{argc, argv};
     introduce();
+    if (isSnapshot) {
+        return SnapshotRun::saveAll(QString::fromLocal8Bit(arguments[2]));
+    }
     chooseDrawing();
     const int code = run();
     // Whatever still runs only reads, and nobody waits for what it finds.

@@ -442,6 +442,8 @@ Q_SIGNALS:
     void trashBytesChanged();
 
 private:
+    friend struct CannedState;  // For pictures of states that no disk at hand is in.
+
     /// Stores a value and notifies, when it is another one.
     template <typename T>
     void assign(T& field, T value, void (AppModel::*changed)()) {
