@@ -22,7 +22,7 @@ struct Find {
     std::string_view path;    ///< From Ada's home folder on.
     std::int64_t megabytes = 0;
     std::optional<std::int64_t> idleDays = std::nullopt;
-    std::string_view project = {};
+    std::string_view project;
 };
 
 /// Those of one rule stand together.
