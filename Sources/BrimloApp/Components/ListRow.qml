@@ -20,7 +20,7 @@ T.ItemDelegate {
     focusPolicy: ListView.view ? Qt.NoFocus : Qt.StrongFocus
     hoverEnabled: true
     // Space would press the row; what it means is the list's to say.
-    Keys.forwardTo: row.list
+    Keys.forwardTo: row.list !== null ? [row.list] : []
     Accessible.role: Accessible.ListItem
     Accessible.name: text
     Accessible.selectable: true

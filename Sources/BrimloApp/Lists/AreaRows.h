@@ -20,7 +20,7 @@ struct AreaRow {
 };
 
 /// The first few parts of the disk that the last scan could not look into.
-class AreaRows : public SourceRows<AreaRow> {
+class AreaRows : public BRIMLO_SOURCE_ROWS(AreaRow) {
     Q_OBJECT
     QML_ELEMENT
 

@@ -20,7 +20,7 @@ struct CrumbRow {
 };
 
 /// The way from the root of the scanned tree down to the folder that is shown, which is the last.
-class CrumbRows : public SourceRows<CrumbRow> {
+class CrumbRows : public BRIMLO_SOURCE_ROWS(CrumbRow) {
     Q_OBJECT
     QML_ELEMENT
 

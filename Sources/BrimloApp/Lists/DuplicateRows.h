@@ -27,7 +27,7 @@ struct DuplicateRow {
 
 /// The groups of equal files, the most wasted bytes first: a row for each, and below it one for
 /// each of its files.
-class DuplicateRows : public SourceRows<DuplicateRow> {
+class DuplicateRows : public BRIMLO_SOURCE_ROWS(DuplicateRow) {
     Q_OBJECT
     QML_ELEMENT
 

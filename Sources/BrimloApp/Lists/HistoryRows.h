@@ -40,7 +40,7 @@ struct HistoryRow {
 };
 
 /// The cleanups, newest first, each followed by its items when it is expanded.
-class HistoryRows : public SourceRows<HistoryRow> {
+class HistoryRows : public BRIMLO_SOURCE_ROWS(HistoryRow) {
     Q_OBJECT
     QML_ELEMENT
 

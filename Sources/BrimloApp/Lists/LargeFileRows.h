@@ -23,7 +23,7 @@ struct LargeFileRow {
 };
 
 /// The largest files found, the largest first.
-class LargeFileRows : public SourceRows<LargeFileRow> {
+class LargeFileRows : public BRIMLO_SOURCE_ROWS(LargeFileRow) {
     Q_OBJECT
     QML_ELEMENT
 

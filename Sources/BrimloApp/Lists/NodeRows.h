@@ -36,7 +36,7 @@ struct NodeRow {
 ///
 /// The selection is one of nodes, not of places: it stays with them through another order, another
 /// folder and another scan. Those that aren't on show count for nothing.
-class NodeRows : public SourceRows<NodeRow> {
+class NodeRows : public BRIMLO_SOURCE_ROWS(NodeRow) {
     Q_OBJECT
     QML_ELEMENT
 

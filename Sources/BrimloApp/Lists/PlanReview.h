@@ -27,7 +27,7 @@ struct PlanReviewRow {
 
 /// A plan for the user to look at before anything happens: what is confirmed is what was shown,
 /// whatever has been ticked or scanned meanwhile. Closed at first.
-class PlanReview : public SourceRows<PlanReviewRow> {
+class PlanReview : public BRIMLO_SOURCE_ROWS(PlanReviewRow) {
     Q_OBJECT
     QML_ELEMENT
 

@@ -29,7 +29,7 @@ struct RuleRow {
 
 /// The user's own rules, those that are built in, or both, the user's first, as far as they fit
 /// what was searched for.
-class RuleRows : public SourceRows<RuleRow> {
+class RuleRows : public BRIMLO_SOURCE_ROWS(RuleRow) {
     Q_OBJECT
     QML_ELEMENT
 

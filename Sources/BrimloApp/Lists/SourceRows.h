@@ -75,3 +75,11 @@ private:
 };
 
 }  // namespace Brimlo
+
+// The base of a list. moc can't follow a template, and what it makes of the list would lack all
+// that the list inherits; for it the base is the nearest class that it knows.
+#ifdef Q_MOC_RUN
+#define BRIMLO_SOURCE_ROWS(Row) Brimlo::RowList
+#else
+#define BRIMLO_SOURCE_ROWS(Row) SourceRows<Row>
+#endif

@@ -46,7 +46,7 @@ struct SuggestionRow {
 
 /// The suggestions of the audience chosen that match a search, each followed by its details and
 /// its items when it is expanded.
-class SuggestionRows : public SourceRows<SuggestionRow> {
+class SuggestionRows : public BRIMLO_SOURCE_ROWS(SuggestionRow) {
     Q_OBJECT
     QML_ELEMENT
 
