@@ -1,0 +1,76 @@
+"""Installs a build into an empty folder, looks at what came there, and starts it from there.
+
+    install_test.py CMAKE BUILD
+"""
+
+import os
+import pathlib
+import subprocess
+import sys
+import tempfile
+
+FILES = {
+    "bin/brimlo": "-> ../lib/brimlo/brimlo",
+    "bin/brimlo-app": "program",
+    "lib/brimlo/brimlo": "program",
+    "share/applications/brimlo.desktop": "file",
+    "share/doc/brimlo/LICENSE": "file",
+    "share/doc/brimlo/LICENSE.lucide": "file",
+    "share/icons/hicolor/scalable/apps/brimlo.svg": "file",
+    "share/metainfo/app.brimlo.brimlo.metainfo.xml": "file",
+}
+FIRST_FRAME = "Frame rendered with 'software' renderloop"
+
+
+def kind(path):
+    if path.is_symlink():
+        return f"-> {os.readlink(path)}"
+    return "program" if os.access(path, os.X_OK) else "file"
+
+
+def opens_a_window(program, home):
+    """Whether the application draws a first frame, and no complaint comes before it."""
+    surroundings = {
+        "HOME": str(home),
+        "PATH": os.environ["PATH"],
+        "XDG_RUNTIME_DIR": str(home),
+        "QT_QPA_PLATFORM": "offscreen",
+        "QT_LOGGING_RULES": "qt.scenegraph.time.renderloop=true",
+    }
+    with subprocess.Popen([program], env=surroundings, stderr=subprocess.PIPE, text=True) as app:
+        said = app.stderr.readline()
+        app.terminate()
+    if FIRST_FRAME not in said:
+        print(f"{program} said: {said or 'nothing'}")
+    return FIRST_FRAME in said
+
+
+def main():
+    cmake, build = sys.argv[1:]
+    with tempfile.TemporaryDirectory(prefix="brimlo-install-") as folder:
+        root = pathlib.Path(folder)
+        home = root / "home"
+        home.mkdir(mode=0o700)
+        subprocess.run(
+            [cmake, "--install", build, "--prefix", "/usr"],
+            env={**os.environ, "DESTDIR": str(root)}, check=True, stdout=subprocess.DEVNULL,
+        )
+        usr = root / "usr"
+        found = {
+            str(path.relative_to(usr)): kind(path)
+            for path in usr.rglob("*") if path.is_symlink() or path.is_file()
+        }
+        if found != FILES:
+            print("\n".join(f"unlike expected: {name}, {what}" for name, what in found.items() ^ FILES.items()))
+            return 1
+        version = subprocess.run(
+            [usr / "bin/brimlo", "--version"], check=False, stdout=subprocess.PIPE, text=True
+        ).stdout
+        if not version.startswith("brimlo "):
+            print(f"the tool said: {version}")
+            return 1
+        return 0 if opens_a_window(usr / "bin/brimlo-app", home) else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main())
