@@ -29,9 +29,10 @@ PopupMenu {
         onTriggered: menu.actions.rescan()
     }
     MenuDivider {}
-    MenuDivider {
-        id: end
+    MenuHeading {
+        text: qsTr("Go")
     }
+    MenuDivider {}
     MenuEntry {
         text: qsTr("Quit")
         symbol: "xmark"
@@ -40,7 +41,7 @@ PopupMenu {
     }
     Instantiator {
         model: Sections.all
-        onObjectAdded: (index, object) => menu.insertItem(5 + index, object)
+        onObjectAdded: (index, object) => menu.insertItem(6 + index, object)
         onObjectRemoved: (index, object) => menu.removeItem(object)
 
         MenuEntry {
