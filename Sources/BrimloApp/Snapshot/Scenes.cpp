@@ -6,6 +6,7 @@
 
 #include <QtCore/QList>
 
+#include <algorithm>
 #include <utility>
 
 namespace Brimlo {
@@ -122,7 +123,11 @@ std::vector<Scene> analysisScenes() {
         then(as("analyzer-selected"), keys(list, {Qt::Key_Down})),
         then(as("analyzer-drilled"), keys(list, {Qt::Key_Down, Qt::Key_Right})),
         then(as("analyzer-unreadable"), press("5 unreadable")),
-        then(as("analyzer-treemap"), doing([](AppModel& model) { model.setAnalyzerMode(1); })),
+        then(as("analyzer-treemap"), doing([](AppModel& model) {
+                 model.setAnalyzerMode(1);
+                 const auto& folders = *model.root()->children;
+                 model.drill(*std::ranges::find(folders, "Downloads", &FileNode::name));
+             })),
         then(as("analyzer-review"), keys(list, {Qt::Key_Down, Qt::Key_Delete})),
         showing("large-files-start", largeFiles),
         showing("large-files-searching", largeFiles, CannedState::findingLargeFiles),
