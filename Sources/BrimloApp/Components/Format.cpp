@@ -2,8 +2,11 @@
 
 #include "BrimloCore/Support/Fmt.h"
 
+#include <QtCore/QHash>
 #include <QtCore/QLocale>
 #include <QtCore/QRegularExpression>
+#include <QtGui/QFont>
+#include <QtGui/QRawFont>
 
 #include <algorithm>
 #include <cmath>
@@ -56,6 +59,30 @@ QString abbreviated(const QDate& date) {
     return locale.toString(date, form);
 }
 
+// Inter's usual digits differ in width. Those that don't are meant to be reached by the feature
+// "tnum", which Qt can't ask for before 6.7; some releases have them as characters, too.
+constexpr char16_t kEvenZero = 0xE071;
+
+/// Whether these characters are what they are taken for: as high as the usual digits, each of them,
+/// and as wide as one another.
+bool hasEvenDigits(const QString& family) {
+    const QRawFont font = QRawFont::fromFont(QFont{family});
+    for (char16_t i = 0; i < 10; ++i) {
+        const auto usual = font.glyphIndexesForString(QChar{static_cast<char16_t>(u'0' + i)});
+        const auto even = font.glyphIndexesForString(
+            QString{QChar{kEvenZero}} + QChar{static_cast<char16_t>(kEvenZero + i)});
+        if (usual.size() != 1 || even.size() != 2 || even.contains(0U)) {
+            return false;
+        }
+        const auto widths = font.advancesForGlyphIndexes(even);
+        if (widths[0] != widths[1] ||
+            font.boundingRect(usual[0]).height() != font.boundingRect(even[1]).height()) {
+            return false;
+        }
+    }
+    return true;
+}
+
 }  // namespace
 
 QString Format::bytes(const double count) {
@@ -91,6 +118,21 @@ QString Format::oneLine(const QString& text) {
         }
     }
     return line;
+}
+
+QString Format::evenDigits(const QString& text, const QString& family) {
+    static QHash<QString, bool> families;  // The main thread's: asking a font takes long.
+    auto known = families.find(family);
+    if (known == families.end()) {
+        known = families.insert(family, hasEvenDigits(family));
+    }
+    auto even = text;
+    for (auto& character : even) {
+        if (*known && character >= u'0' && character <= u'9') {
+            character = QChar{static_cast<char16_t>(character.unicode() - u'0' + kEvenZero)};
+        }
+    }
+    return even;
 }
 
 }  // namespace Brimlo

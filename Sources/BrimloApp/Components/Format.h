@@ -27,6 +27,9 @@ public:
     /// Fit for one line, whatever a file is called: what would break it or turn its direction
     /// shows as U+FFFD.
     Q_INVOKABLE [[nodiscard]] static QString oneLine(const QString& text);
+    /// To be shown in a column: with digits of one width, when the font family has such beside the
+    /// usual ones. What is not for the eye alone gets the text as it is.
+    Q_INVOKABLE [[nodiscard]] static QString evenDigits(const QString& text, const QString& family);
 };
 
 }  // namespace Brimlo

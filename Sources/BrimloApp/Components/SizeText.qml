@@ -23,7 +23,7 @@ Item {
         id: widest
 
         font: figure.font
-        text: "888.88"
+        text: Format.evenDigits("888.88", Theme.family)
     }
     TextMetrics {
         id: widestUnit
@@ -34,7 +34,7 @@ Item {
     Label {
         id: figure
 
-        text: size.text.slice(0, size.gap)
+        text: Format.evenDigits(size.text.slice(0, size.gap), Theme.family)
         color: size.color
         horizontalAlignment: Text.AlignRight
         anchors.left: parent.left

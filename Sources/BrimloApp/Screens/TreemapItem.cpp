@@ -67,9 +67,21 @@ void TreemapItem::setRows(NodeRows* const rows) {
     rearrange();
 }
 
+void TreemapItem::setFontFamily(const QString& family) {
+    if (family != fontFamily_) {
+        fontFamily_ = family;
+        repaint();
+        Q_EMIT fontFamilyChanged();
+    }
+}
+
 const TreemapCells& TreemapItem::cells() const {
     if (!cells_) {
-        cells_ = rows_ ? TreemapCells{*rows_, size(), QGuiApplication::font()} : TreemapCells{};
+        QFont font = QGuiApplication::font();
+        if (!fontFamily_.isEmpty()) {
+            font.setFamily(fontFamily_);
+        }
+        cells_ = rows_ ? TreemapCells{*rows_, size(), font} : TreemapCells{};
     }
     return *cells_;
 }

@@ -26,6 +26,8 @@ class TreemapItem : public QQuickPaintedItem {
     QML_ELEMENT
 
     Q_PROPERTY(Brimlo::NodeRows* rows READ rows WRITE setRows NOTIFY rowsChanged)
+    // That of the labels; empty for the application's.
+    Q_PROPERTY(QString fontFamily READ fontFamily WRITE setFontFamily NOTIFY fontFamilyChanged)
     // Of the entry that is hovered: -1, an empty text and 0 when there is none.
     Q_PROPERTY(int hoveredRow READ hoveredRow NOTIFY hoveredChanged)
     Q_PROPERTY(QString hoveredName READ hoveredName NOTIFY hoveredChanged)
@@ -36,6 +38,8 @@ public:
 
     [[nodiscard]] NodeRows* rows() const { return rows_; }
     void setRows(NodeRows* rows);
+    [[nodiscard]] const QString& fontFamily() const { return fontFamily_; }
+    void setFontFamily(const QString& family);
     [[nodiscard]] int hoveredRow() const;
     [[nodiscard]] QString hoveredName() const;
     [[nodiscard]] double hoveredSize() const;
@@ -47,6 +51,7 @@ public:
 
 Q_SIGNALS:
     void rowsChanged();
+    void fontFamilyChanged();
     void hoveredChanged();
 
 protected:
@@ -79,6 +84,7 @@ private:
     QQmlProperty accessible(const char* property);
 
     QPointer<NodeRows> rows_;
+    QString fontFamily_;
     mutable std::optional<TreemapCells> cells_;  ///< Absent while they have to be made anew.
     QImage picture_;                             ///< All cells, none hovered; null likewise.
     double scale_ = 0;                           ///< Pixels of the picture in one unit of the item.

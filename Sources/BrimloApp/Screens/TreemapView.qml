@@ -18,6 +18,7 @@ FocusScope {
             id: map
 
             rows: view.rows
+            fontFamily: Theme.family
             focus: true
             Layout.fillWidth: true
             Layout.fillHeight: true

@@ -2,10 +2,13 @@
 
 #include <QtCore/QLocale>
 #include <QtCore/QTimeZone>
+#include <QtGui/QFont>
+#include <QtGui/QFontMetricsF>
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
+#include <string_view>
 
 namespace Brimlo {
 namespace {
@@ -15,6 +18,22 @@ TEST(FormatTest, WritesBytesOfAnyNumber) {
     EXPECT_EQ(Format::bytes(-1), Format::bytes(0));
     EXPECT_EQ(Format::bytes(std::nan("")), Format::bytes(0));
     EXPECT_EQ(Format::bytes(std::numeric_limits<double>::infinity()), Format::bytes(9.2e18));
+}
+
+TEST(FormatTest, SetsFiguresInColumns) {
+    const QString family = QStringLiteral("Inter");
+    const QFontMetricsF metrics{QFont{family}};
+    EXPECT_EQ(Format::evenDigits("no figure, -.,", family), "no figure, -.,");
+    EXPECT_EQ(Format::evenDigits("1", QStringLiteral("DejaVu Sans")), "1");
+    if (metrics.horizontalAdvance("111") == metrics.horizontalAdvance("888") ||
+        Format::evenDigits("1", family) == "1") {
+        GTEST_SKIP() << "this Inter has even digits as its usual ones, or not as characters";
+    }
+    const double width = metrics.horizontalAdvance(Format::evenDigits("000.0", family));
+    for (const char digit : std::string_view{"123456789"}) {
+        const QString figure = QString{"000.0"}.replace('0', QChar{digit});
+        EXPECT_EQ(metrics.horizontalAdvance(Format::evenDigits(figure, family)), width) << digit;
+    }
 }
 
 TEST(FormatTest, FollowsTheUsersLanguage) {

@@ -181,6 +181,14 @@ TEST_F(TreemapItemTest, LabelsACellThatIsLargeEnough) {
     }
 }
 
+TEST_F(TreemapItemTest, WritesInTheFamilyItIsGiven) {
+    add("iiiiWWWW", 5'000'000);
+    setTree();
+    const QImage before = picture();
+    item.setFontFamily("DejaVu Sans Mono");
+    EXPECT_NE(picture(), before);
+}
+
 TEST_F(TreemapItemTest, AnswersToPointerAndKeys) {
     const auto folder = add("folder", 100);
     folder->isDirectory = true;
@@ -251,6 +259,20 @@ TEST_F(TreemapItemTest, SpeaksOfTheHoveredCell) {
     EXPECT_EQ(spoken->role(), QAccessible::Graphic);
     EXPECT_EQ(spoken->text(QAccessible::Name), "Treemap");
     EXPECT_EQ(spoken->text(QAccessible::Description), "film.mp4, 7 MB");
+}
+
+TEST_F(TreemapItemTest, HearsOfTheEndOfItsRowsAfterThatOfItsFile) {
+    qmlRegisterType<TreemapItem>("Tried", 1, 0, "TreemapItem");
+    qmlRegisterType<NodeRows>("Tried", 1, 0, "NodeRows");
+    QQmlEngine engine;
+    QQmlComponent component{&engine};
+    component.setData(
+        "import QtQuick\nimport Tried\n"
+        "Item { NodeRows { id: list } TreemapItem { rows: list } }",
+        {});
+    std::unique_ptr<QObject> made{component.create()};
+    ASSERT_NE(made, nullptr) << component.errorString().toStdString();
+    made.reset();  // As when the window is closed: its objects go one by one.
 }
 
 /// Of the processor, so that a busy machine makes no difference.
