@@ -1,9 +1,9 @@
 #include "Benchmarks/WindowStage.h"
 
+#include "BrimloApp/OpenWindow.h"
+
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QThreadPool>
-#include <QtCore/QUrl>
-#include <QtCore/QVariant>
 
 #include <chrono>
 #include <cstdio>
@@ -92,14 +92,7 @@ void WindowStage::open() {
     updater_ = std::make_unique<Updater>(UpdateSource::ofThisBuild());
     desktopSettings_ = std::make_unique<DesktopSettings>(nullptr);
     engine_ = std::make_unique<QQmlApplicationEngine>();
-    engine_->setProperty("appModel", QVariant::fromValue(model_.get()));
-    engine_->setProperty("updater", QVariant::fromValue(updater_.get()));
-    engine_->setProperty("desktopSettings", QVariant::fromValue(desktopSettings_.get()));
-    engine_->addImportPath("qrc:/qt/qml");
-    engine_->load(QUrl{"qrc:/qt/qml/Brimlo/ContentView.qml"});
-    window_ = engine_->rootObjects().isEmpty()
-                  ? nullptr
-                  : qobject_cast<QQuickWindow*>(engine_->rootObjects().first());
+    window_ = openWindow(*engine_, *model_, *updater_, *desktopSettings_);
     if (window_ == nullptr) {
         fail("the window could not be made");
     }

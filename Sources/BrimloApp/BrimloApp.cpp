@@ -1,4 +1,5 @@
 #include "BrimloApp/AppModel/AppModel.h"
+#include "BrimloApp/OpenWindow.h"
 #include "BrimloApp/Platform/DesktopSettings.h"
 #include "BrimloApp/Platform/Graphics.h"
 #include "BrimloApp/Snapshot/SnapshotRun.h"
@@ -6,8 +7,6 @@
 #include "BrimloApp/WindowCloser.h"
 
 #include <QtCore/QThreadPool>
-#include <QtCore/QUrl>
-#include <QtCore/QVariant>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QIcon>
 #include <QtQml/QQmlApplicationEngine>
@@ -47,12 +46,7 @@ int run() {
     const WindowCloser closer{model};
 
     QQmlApplicationEngine engine;
-    engine.setProperty("appModel", QVariant::fromValue(&model));
-    engine.setProperty("updater", QVariant::fromValue(&updater));
-    engine.setProperty("desktopSettings", QVariant::fromValue(&desktopSettings));
-    engine.addImportPath("qrc:/qt/qml");
-    engine.load(QUrl{"qrc:/qt/qml/Brimlo/ContentView.qml"});
-    if (engine.rootObjects().isEmpty()) {
+    if (openWindow(engine, model, updater, desktopSettings) == nullptr) {
         return EXIT_FAILURE;
     }
     updater.startAutomaticChecks();

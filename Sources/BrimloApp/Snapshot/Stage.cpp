@@ -1,11 +1,11 @@
 #include "BrimloApp/Snapshot/Stage.h"
 
+#include "BrimloApp/OpenWindow.h"
+
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QEventLoop>
 #include <QtCore/QTimer>
-#include <QtCore/QUrl>
-#include <QtCore/QVariant>
 #include <QtGui/QAccessible>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QKeyEvent>
@@ -55,15 +55,10 @@ Stage::Stage()
     : model_{nowhere()}
     , updater_{UpdateSource::ofThisBuild()}
     , desktopSettings_{nullptr} {
-    engine_.setProperty("appModel", QVariant::fromValue(&model_));
-    engine_.setProperty("updater", QVariant::fromValue(&updater_));
-    engine_.setProperty("desktopSettings", QVariant::fromValue(&desktopSettings_));
-    engine_.addImportPath("qrc:/qt/qml");
-    engine_.load(QUrl{"qrc:/qt/qml/Brimlo/ContentView.qml"});
-    if (engine_.rootObjects().isEmpty()) {
+    window_ = openWindow(engine_, model_, updater_, desktopSettings_);
+    if (window_ == nullptr) {
         return;
     }
-    window_ = qobject_cast<QQuickWindow*>(engine_.rootObjects().first());
     // Nothing is to be caught half-way.
     QQmlExpression{qmlContext(window_), window_, "Theme.reduceMotion = true"}.evaluate();
     window_->resize(window_->minimumSize());
