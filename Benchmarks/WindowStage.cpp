@@ -13,7 +13,7 @@
 #include <system_error>
 #include <utility>
 
-#include <stdlib.h>
+#include <unistd.h>
 
 namespace Brimlo::Benchmarks {
 namespace {
@@ -131,7 +131,7 @@ void WindowStage::settle() {
     }
 }
 
-Frame WindowStage::frameAfter(const std::function<void()>& input) {
+Frame WindowStage::frameAfter(const std::function<void()>& input) const {
     constexpr int kNothing = 500;
     const int before = frames_;
     Frame frame = measured([&] {

@@ -55,7 +55,7 @@ public:
     void settle();
 
     /// From an input to the end of the frame that shows it; not drawn when it changed nothing.
-    Frame frameAfter(const std::function<void()>& input);
+    [[nodiscard]] Frame frameAfter(const std::function<void()>& input) const;
 
 private:
     std::string home_;
