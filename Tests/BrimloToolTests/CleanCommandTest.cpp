@@ -3,7 +3,8 @@
 
 #include <filesystem>
 
-#include <pty.h>
+#include <fcntl.h>
+#include <stdlib.h>
 #include <unistd.h>
 
 namespace Brimlo::Testing {
@@ -40,11 +41,11 @@ protected:
     /// What a person at a terminal is left with after an answer.
     [[nodiscard]] std::string converse(
         const std::vector<std::string>& arguments, std::string_view reply) const {
-        int master = -1;
-        int terminal = -1;
-        EXPECT_EQ(openpty(&master, &terminal, nullptr, nullptr, nullptr), 0);
-        const Platform::Descriptor mine{master};
-        const Platform::Descriptor its{terminal};
+        const Platform::Descriptor mine{posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)};
+        EXPECT_EQ(grantpt(mine.number()), 0);
+        EXPECT_EQ(unlockpt(mine.number()), 0);
+        const Platform::Descriptor its{open(ptsname(mine.number()), O_RDWR | O_NOCTTY | O_CLOEXEC)};
+        const int terminal = its.number();
         EXPECT_EQ(::write(mine.number(), reply.data(), reply.size()), std::ssize(reply));
         Outcome outcome = start(arguments, {.in = terminal, .out = -1, .err = terminal}).wait();
         EXPECT_EQ(outcome.exitCode, 0);

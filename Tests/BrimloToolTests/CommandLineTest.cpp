@@ -1,8 +1,8 @@
+#include "BrimloCore/Platform/Pipe.h"
 #include "BrimloCore/Support/Text.h"
 #include "BrimloToolTests/ToolTest.h"
 
 #include <algorithm>
-#include <array>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -181,11 +181,10 @@ TEST_F(CommandLineTest, FinishesAnUndoThatNobodyReads) {
         arguments.push_back(write(std::string(200, 'n') + std::to_string(i)));
     }
     ASSERT_EQ(run(arguments).exitCode, 0);
-    std::array<int, 2> ends{};
-    ASSERT_EQ(pipe2(ends.data(), O_CLOEXEC), 0);
-    close(ends[0]);
-    const Platform::Descriptor writing{ends[1]};
-    EXPECT_EQ(start({"undo", "--last"}, {.out = writing.number()}).wait().exitCode, 1);
+    auto pipe = Platform::openPipe();
+    ASSERT_TRUE(pipe);
+    pipe->readEnd = Platform::Descriptor{};
+    EXPECT_EQ(start({"undo", "--last"}, {.out = pipe->writeEnd.number()}).wait().exitCode, 1);
     EXPECT_THAT(trashed(), testing::IsEmpty());
 }
 

@@ -1,5 +1,7 @@
 #include "BrimloToolTests/ToolTest.h"
 
+#include "BrimloCore/Platform/Spawn.h"
+
 #include <algorithm>
 #include <chrono>
 #include <csignal>
@@ -82,8 +84,8 @@ ToolTest::Running ToolTest::start(
     posix_spawn_file_actions_adddup2(&actions, orElse(streams.out, running.out_), STDOUT_FILENO);
     posix_spawn_file_actions_adddup2(&actions, orElse(streams.err, running.err_), STDERR_FILENO);
     posix_spawn_file_actions_addchdir_np(&actions, getenv("HOME"));
-    const int error =
-        posix_spawn(&running.pid_, BRIMLO_TOOL, &actions, nullptr, words.data(), environ);
+    const int error = posix_spawn(
+        &running.pid_, BRIMLO_TOOL, &actions, nullptr, words.data(), Platform::environment());
     posix_spawn_file_actions_destroy(&actions);
     EXPECT_EQ(error, 0);
     return running;

@@ -18,10 +18,24 @@ namespace Brimlo::Testing {
 
 namespace fs = std::filesystem;
 
+namespace {
+
+/// The field has another name on macOS.
+timespec modified(const auto& status) {
+    if constexpr (requires { status.st_mtimespec; }) {
+        return status.st_mtimespec;
+    } else {
+        return status.st_mtim;
+    }
+}
+
+}  // namespace
+
 TempHome::TempHome() {
     std::string pattern = fs::canonical(fs::temp_directory_path()).string() + "/brimlo-home-XXXXXX";
     home_ = mkdtemp(pattern.data());
     setenv("HOME", home_.c_str(), 1);
+    setenv("CFFIXED_USER_HOME", home_.c_str(), 1);  // What macOS calls it.
     for (const char* name :
          {"XDG_DATA_HOME", "XDG_DATA_DIRS", "XDG_CONFIG_HOME", "BRIMLO_TIMING"}) {
         unsetenv(name);
@@ -89,7 +103,7 @@ std::vector<std::string> describeTree(const std::string& folder) {
         lstat(path.c_str(), &status);
         std::ostringstream line;
         line << path.lexically_relative(folder).string() << " mode " << std::oct << status.st_mode
-             << std::dec << " time " << status.st_mtim.tv_sec << "." << status.st_mtim.tv_nsec;
+             << std::dec << " time " << modified(status).tv_sec << "." << modified(status).tv_nsec;
         if (S_ISREG(status.st_mode)) {
             line << " content " << contentOf(path.string());
         } else if (S_ISLNK(status.st_mode)) {

@@ -13,6 +13,7 @@ int main(int argc, char** argv) {
         return 1;
     }
     setenv("HOME", empty.c_str(), 1);
+    setenv("CFFIXED_USER_HOME", empty.c_str(), 1);  // What macOS calls it.
     setenv("DOCKER_HOST", "unix:///nowhere/docker.sock", 1);
     testing::InitGoogleMock(&argc, argv);
     const int result = RUN_ALL_TESTS();

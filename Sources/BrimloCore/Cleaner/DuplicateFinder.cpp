@@ -6,9 +6,9 @@
 #include "BrimloCore/Platform/EntryStatus.h"
 #include "BrimloCore/Platform/FileIdentity.h"
 #include "BrimloCore/Platform/Posix/Descriptor.h"
+#include "BrimloCore/Platform/Sha256.h"
 #include "BrimloCore/Platform/Trash.h"
 #include "BrimloCore/Support/Path.h"
-#include "BrimloCore/Support/Sha256.h"
 
 #include <algorithm>
 #include <array>

@@ -337,7 +337,8 @@ std::shared_ptr<FileNode> TreeScan::makeNode(Folder& folder) const {
     }
 
     Merged merged = folder.merged;
-    if (std::cmp_greater(nodes.size() + merged.count, options_.alwaysKeepBelowCount)) {
+    const auto childCount = static_cast<std::int64_t>(nodes.size()) + merged.count;
+    if (childCount > options_.alwaysKeepBelowCount) {
         std::erase_if(nodes, [&](const auto& node) {
             if (node->size >= options_.keepThreshold) {
                 return false;

@@ -1,6 +1,7 @@
 #include "BrimloCore/Shell/ChildProcess.h"
 
 #include "BrimloCore/Platform/Pipe.h"
+#include "BrimloCore/Platform/Spawn.h"
 
 #include <algorithm>
 #include <array>
@@ -62,22 +63,36 @@ public:
         sigset_t none;
         sigfillset(&all);
         sigemptyset(&none);
+        flags_ = static_cast<short>(flags_ | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
         return posix_spawnattr_setsigdefault(&attributes_, &all) == 0 &&
-               posix_spawnattr_setsigmask(&attributes_, &none) == 0 &&
-               posix_spawnattr_setflags(
-                   &attributes_, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK) == 0;
+               posix_spawnattr_setsigmask(&attributes_, &none) == 0;
     }
 
-    [[nodiscard]] std::optional<pid_t> spawn(const std::vector<char*>& arguments) const {
+    [[nodiscard]] bool keepFilesBack() {
+        const std::optional<short> flags = Platform::inheritStreamsOnly(actions_);
+        flags_ = static_cast<short>(flags_ | flags.value_or(0));
+        return flags.has_value();
+    }
+
+    [[nodiscard]] std::optional<pid_t> spawn(const std::vector<char*>& arguments) {
+        if (posix_spawnattr_setflags(&attributes_, flags_) != 0) {
+            return std::nullopt;
+        }
         pid_t child = 0;
         const int error = posix_spawn(
-            &child, arguments.front(), &actions_, &attributes_, arguments.data(), environ);
+            &child,
+            arguments.front(),
+            &actions_,
+            &attributes_,
+            arguments.data(),
+            Platform::environment());
         return error == 0 ? std::optional{child} : std::nullopt;
     }
 
 private:
     posix_spawn_file_actions_t actions_{};
     posix_spawnattr_t attributes_{};
+    short flags_ = 0;
 };
 
 /// The vector of the executable and the arguments, which point into `command`.
@@ -105,7 +120,7 @@ std::optional<pid_t> start(
     SpawnSettings settings;
     const bool isSet = !holdsNul(command) && settings.redirect(out, STDOUT_FILENO) &&
                        settings.redirect(err, STDERR_FILENO) && settings.enter(command.cwd) &&
-                       settings.resetSignals();
+                       settings.keepFilesBack() && settings.resetSignals();
     return isSet ? settings.spawn(argumentVector(command)) : std::nullopt;
 }
 

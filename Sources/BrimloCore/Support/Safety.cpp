@@ -1,5 +1,6 @@
 #include "BrimloCore/Support/Safety.h"
 
+#include "BrimloCore/Platform/PrivatePrefix.h"
 #include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
@@ -234,7 +235,7 @@ std::optional<std::string> aliasRefusal(const std::string& path) {
 }  // namespace
 
 std::string canonical(std::string_view path) {
-    return Path::standardized(path);
+    return Platform::withoutPrivatePrefix(Path::standardized(path));
 }
 
 std::optional<std::string> check(std::string_view path) {
@@ -315,7 +316,7 @@ std::string resolvedParent(const std::string& path) {
         }
         push(text);
     }
-    return Path::join(resolved, Path::name(path));
+    return Path::join(Platform::withoutPrivatePrefix(resolved), Path::name(path));
 }
 
 std::optional<std::string> refusal(const std::string& canonicalPath, const std::string& resolved) {

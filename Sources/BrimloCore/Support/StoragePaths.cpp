@@ -1,13 +1,14 @@
 #include "BrimloCore/Support/StoragePaths.h"
 
 #include "BrimloCore/Platform/HomeFolder.h"
+#include "BrimloCore/Platform/PrivatePrefix.h"
 #include "BrimloCore/Support/Folders.h"
 #include "BrimloCore/Support/Path.h"
 
 namespace Brimlo::StoragePaths {
 
 std::string home() {
-    return Path::standardized("/" + Platform::homeFolder());
+    return Platform::withoutPrivatePrefix(Path::standardized("/" + Platform::homeFolder()));
 }
 
 std::string expandTilde(std::string_view path) {

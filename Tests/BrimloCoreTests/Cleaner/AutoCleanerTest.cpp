@@ -1,5 +1,6 @@
 #include "BrimloCore/Cleaner/AutoCleaner.h"
 
+#include "BrimloCore/Platform/Spawn.h"
 #include "BrimloCoreTests/Cleaner/CleaningHome.h"
 
 #include <chrono>
@@ -132,7 +133,10 @@ TEST_F(AutoCleanerTest, CleansWhatComesBackByItself) {
     std::filesystem::copy_file("/bin/sleep", program);
     char* arguments[] = {const_cast<char*>("sleep"), const_cast<char*>("60"), nullptr};
     pid_t process = 0;
-    ASSERT_EQ(posix_spawn(&process, program.c_str(), nullptr, nullptr, arguments, environ), 0);
+    ASSERT_EQ(
+        posix_spawn(
+            &process, program.c_str(), nullptr, nullptr, arguments, Platform::environment()),
+        0);
 
     const AutoCleanOutcome dry = run({}, cleaner_, true, true);
     EXPECT_THAT(

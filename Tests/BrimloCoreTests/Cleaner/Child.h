@@ -6,8 +6,6 @@
 #include <functional>
 
 #include <grp.h>
-#include <sched.h>
-#include <sys/mount.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -37,26 +35,14 @@ inline void inChild(const std::function<void()>& body) {
     EXPECT_EQ(WEXITSTATUS(status), 0) << "the child process has failures, see above";
 }
 
-/// Runs the rest of a test where mounts can be made that nobody else sees. They end with the child
-/// process, so that nothing is mounted any more when the home folder is removed.
-inline void withOwnMounts(const std::function<void()>& body) {
-    inChild([&] {
-        if (unshare(CLONE_NEWNS) != 0 ||
-            mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0) {
-            GTEST_SKIP() << "a mount namespace of its own is not permitted here";
-        }
-        body();
-    });
-}
-
 /// Runs the rest of a test as a user whom permissions bind, to whom `home` is given.
 inline void asOrdinaryUser(const std::string& home, const std::function<void()>& body) {
     inChild([&] {
         if (geteuid() == 0) {
             ASSERT_EQ(chown(home.c_str(), kNobody, kNobody), 0);
             ASSERT_EQ(setgroups(0, nullptr), 0);
-            ASSERT_EQ(setresgid(kNobody, kNobody, kNobody), 0);
-            ASSERT_EQ(setresuid(kNobody, kNobody, kNobody), 0);
+            ASSERT_EQ(setgid(kNobody), 0);
+            ASSERT_EQ(setuid(kNobody), 0);
         }
         body();
     });

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <functional>
 
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace Brimlo {
@@ -32,7 +33,9 @@ protected:
 
 TEST_F(CleanerTest, MovesEachKindOfItem) {
     using Make = std::function<void(const std::string& path)>;
-    const Make file = [](const std::string& path) { close(creat(path.c_str(), 0640)); };
+    const Make file = [](const std::string& path) {
+        close(open(path.c_str(), O_WRONLY | O_CREAT, 0640));
+    };
     const Make folder = [&](const std::string& path) {
         mkdir(path.c_str(), 0750);
         file(path + "/inside");

@@ -1,7 +1,7 @@
 #include "BrimloCore/Cleaner/Cleaner.h"
 #include "BrimloCore/Platform/Linux/TrashInfo.h"
-#include "BrimloCoreTests/Cleaner/Child.h"
 #include "BrimloCoreTests/Cleaner/CleaningHome.h"
+#include "BrimloCoreTests/Cleaner/OwnMounts.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -2,6 +2,7 @@
 
 #include "BrimloCore/DisabledRules/DisabledRules.h"
 #include "BrimloCore/DiskScanner/DiskScanner.h"
+#include "BrimloCore/Platform/Spawn.h"
 #include "BrimloCore/UserRules/UserRules.h"
 #include "Support/TempHome.h"
 
@@ -164,7 +165,10 @@ TEST_F(SuggestionEngineTest, TicksNothingWhileItsApplicationRuns) {
     std::string name = "testsleeper";
     std::string seconds = "60";
     char* arguments[] = {name.data(), seconds.data(), nullptr};
-    ASSERT_EQ(posix_spawn(&process, program.c_str(), nullptr, nullptr, arguments, environ), 0);
+    ASSERT_EQ(
+        posix_spawn(
+            &process, program.c_str(), nullptr, nullptr, arguments, Platform::environment()),
+        0);
     const std::vector<Suggestion> found = SuggestionEngine::generate({});
     kill(process, SIGKILL);
     waitpid(process, nullptr, 0);

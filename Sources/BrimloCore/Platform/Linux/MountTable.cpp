@@ -9,9 +9,6 @@
 #include <sstream>
 #include <system_error>
 
-#include <fcntl.h>
-#include <sys/stat.h>
-
 namespace Brimlo::Platform {
 
 namespace {
@@ -73,13 +70,6 @@ bool MountTable::hasMountAtOrBelow(std::string_view path) const {
         return point.starts_with(path) &&
                (point.size() == path.size() || point[path.size()] == '/');
     });
-}
-
-std::uint64_t mountID(int descriptor) {
-    struct statx status {};
-    const bool isKnown = statx(descriptor, "", AT_EMPTY_PATH, STATX_MNT_ID, &status) == 0 &&
-                         (status.stx_mask & STATX_MNT_ID) != 0;
-    return isKnown ? status.stx_mnt_id : 0;
 }
 
 }  // namespace Brimlo::Platform

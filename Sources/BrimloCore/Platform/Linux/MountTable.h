@@ -30,7 +30,4 @@ private:
     std::vector<Mount> mounts_;
 };
 
-/// The id of the mount that an open file lies on; 0 when the kernel does not tell.
-[[nodiscard]] std::uint64_t mountID(int descriptor);
-
 }  // namespace Brimlo::Platform

@@ -5,10 +5,12 @@
 #include "BrimloCore/Platform/Linux/TrashFolder.h"
 #include "BrimloCore/Platform/Linux/TrashInfo.h"
 #include "BrimloCore/Platform/Posix/Descriptor.h"
+#include "BrimloCore/Platform/Posix/FolderAccess.h"
+#include "BrimloCore/Platform/Posix/IdentityOf.h"
 #include "BrimloCore/Platform/Posix/OpenFolder.h"
+#include "BrimloCore/Platform/Posix/ReasonNotMoved.h"
 #include "BrimloCore/Platform/Posix/WriteAndSync.h"
 
-#include <cctype>
 #include <cerrno>
 #include <cstdio>
 #include <ctime>
@@ -28,40 +30,9 @@ std::unexpected<Error> refuse(int code, std::string phrase) {
         Error{.domain = kSystemErrorDomain, .code = code, .description = std::move(phrase)});
 }
 
-/// The reason of a failed system call as a phrase.
-std::string phrase(int code) {
-    switch (code) {
-        case EXDEV:
-            return "it lies on another volume or layer than its Trash, and nothing is copied there";
-        case EACCES:
-        case EPERM:
-            return "no permission to move it";
-        case EROFS:
-            return "its volume can't be written to";
-        case ENOSPC:
-        case EDQUOT:
-            return "the disk is too full to move it to the Trash";
-        case ENOENT:
-            return "no longer exists";
-        case EBUSY:
-            return "it is in use by the system";
-        case EINVAL:
-            return "its file system can't move it without the danger of overwriting";
-        case ELOOP:
-        case ENOTDIR:
-            return "the folder around it changed meanwhile";
-        default: {
-            std::string words = Error::fromSystem(code).description;
-            words.front() =
-                static_cast<char>(std::tolower(static_cast<unsigned char>(words.front())));
-            return words;
-        }
-    }
-}
-
 std::unexpected<Error> failure() {
     const int code = errno;
-    return refuse(code, phrase(code));
+    return refuse(code, reasonNotMoved(code));
 }
 
 /// Whether this user may take the item out of the folder, and if not, why. Asked before anything
@@ -85,10 +56,6 @@ void sync(int folder) {
     if (readable) {
         fsync(readable.number());
     }
-}
-
-FileIdentity identityOf(const struct stat& status) {
-    return {.device = status.st_dev, .inode = status.st_ino};
 }
 
 }  // namespace
@@ -129,7 +96,7 @@ std::expected<void, Error> TrashMove::State::find(const Request& request) {
     name = request.path.substr(slash + 1);
     auto opened = openFolder(std::string_view{request.path}.substr(0, slash));
     if (!opened) {
-        return refuse(opened.error().code, phrase(opened.error().code));
+        return refuse(opened.error().code, reasonNotMoved(opened.error().code));
     }
     folder = *std::move(opened);
     const Descriptor item{openat(folder.number(), name.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC)};
@@ -185,7 +152,7 @@ std::expected<void, Error> TrashMove::State::writeNoteAs(
         // An item that lost its note; it keeps its place.
         unlinkat(trash.info.number(), note.c_str(), 0);
         trashName.clear();
-        return refuse(EEXIST, phrase(EEXIST));
+        return refuse(EEXIST, reasonNotMoved(EEXIST));
     }
     if (!writeAndSync(file.number(), info.text(std::time(nullptr)))) {
         return failure();

@@ -2,6 +2,7 @@
 
 #include "BrimloCore/Platform/Linux/DataFolders.h"
 #include "BrimloCore/Platform/Linux/MountTable.h"
+#include "BrimloCore/Platform/Posix/FolderAccess.h"
 
 #include <algorithm>
 #include <array>

@@ -1,8 +1,10 @@
 #include "BrimloCore/Platform/TrashItem.h"
 
-#include "BrimloCore/Platform/Linux/RemoveTree.h"
 #include "BrimloCore/Platform/Linux/TrashInfo.h"
 #include "BrimloCore/Platform/Posix/Descriptor.h"
+#include "BrimloCore/Platform/Posix/FolderAccess.h"
+#include "BrimloCore/Platform/Posix/IdentityOf.h"
+#include "BrimloCore/Platform/Posix/RemoveTree.h"
 
 #include <array>
 #include <cerrno>
@@ -119,7 +121,7 @@ std::expected<void, Error> remove(const std::string& trashPath, const FileIdenti
     struct stat status {};
     const bool isMeant =
         fstatat(expunged.number(), aside.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
-        FileIdentity{status.st_dev, status.st_ino} == identity;
+        identityOf(status) == identity;
     auto removed = isMeant ? removeTree(expunged.number(), aside) : failure(ESTALE);
     if (removed) {
         place.removeNote();

@@ -1,5 +1,7 @@
 #include "BrimloCore/Platform/FileIdentity.h"
 
+#include "BrimloCore/Platform/Posix/IdentityOf.h"
+
 #include <sys/stat.h>
 
 namespace Brimlo::Platform {
@@ -13,7 +15,7 @@ std::optional<FileIdentity> FileIdentity::of(const std::string& path) {
     if (path.contains('\0') || lstat(path.c_str(), &status) != 0) {
         return std::nullopt;
     }
-    return FileIdentity{.device = status.st_dev, .inode = status.st_ino};
+    return identityOf(status);
 }
 
 }  // namespace Brimlo::Platform

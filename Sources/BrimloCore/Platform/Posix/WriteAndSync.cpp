@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstddef>
 
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace Brimlo::Platform {
@@ -15,6 +16,12 @@ bool writeAndSync(int descriptor, std::string_view bytes) {
         }
         bytes.remove_prefix(count < 0 ? 0 : static_cast<std::size_t>(count));
     }
+#ifdef F_FULLFSYNC
+    // There fsync(2) lets the disk keep the bytes to itself. Not every file system knows more.
+    if (fcntl(descriptor, F_FULLFSYNC) == 0) {
+        return true;
+    }
+#endif
     return fsync(descriptor) == 0;
 }
 

@@ -14,7 +14,4 @@ namespace Brimlo::Platform {
 /// thing that can't be deleted.
 [[nodiscard]] std::expected<void, Error> removeTree(int parent, const std::string& name);
 
-/// Lets the owner list, enter and change a folder; false when that can't be had.
-bool makeWritable(int parent, const std::string& name);
-
 }  // namespace Brimlo::Platform

@@ -1,9 +1,10 @@
-#include "BrimloCore/Platform/Linux/RemoveTree.h"
+#include "BrimloCore/Platform/Posix/RemoveTree.h"
 
 #include "BrimloCore/Platform/DirectoryReader.h"
 #include "BrimloCore/Platform/FileIdentity.h"
-#include "BrimloCore/Platform/Linux/MountTable.h"
 #include "BrimloCore/Platform/Posix/Descriptor.h"
+#include "BrimloCore/Platform/Posix/FolderAccess.h"
+#include "BrimloCore/Platform/Posix/IdentityOf.h"
 
 #include <cerrno>
 #include <cstdint>
@@ -75,10 +76,7 @@ private:
             errno = EBUSY;
             return failure();
         }
-        Level level{
-            .name = name, .identity = {status.st_dev,                 status.st_ino},
-                 .folders = {                             }
-        };
+        Level level{.name = name, .identity = identityOf(status), .folders = {}};
         std::vector<std::string> others;
         if (!readDirectory(folder.number(), EntryDetail::kind, [&](const DirectoryEntry& entry) {
                 (entry.isDirectory ? level.folders : others).emplace_back(entry.name);
@@ -110,7 +108,7 @@ private:
             if (!folder_ || fstat(above, &status) != 0) {
                 return failure();
             }
-            if (levels_.back().identity != FileIdentity{status.st_dev, status.st_ino}) {
+            if (levels_.back().identity != identityOf(status)) {
                 errno = ESTALE;  // Somebody moved the tree while it was being deleted.
                 return failure();
             }
@@ -141,18 +139,6 @@ std::expected<void, Error> removeTree(int parent, const std::string& name) {
         return failure();
     }
     return {};
-}
-
-bool makeWritable(int parent, const std::string& name) {
-    const Descriptor folder{
-        openat(parent, name.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC)};
-    if (!folder) {
-        return false;
-    }
-    // A descriptor opened for its path alone has no fchmod; this name of it stands for the very
-    // folder and not for whatever its path leads to by now.
-    const std::string self = "/proc/self/fd/" + std::to_string(folder.number());
-    return chmod(self.c_str(), S_IRWXU) == 0;
 }
 
 }  // namespace Brimlo::Platform

@@ -7,9 +7,6 @@
 #include <optional>
 #include <span>
 
-struct evp_md_ctx_st;
-struct evp_md_st;
-
 namespace Brimlo {
 
 /// The SHA-256 (FIPS 180-4) of bytes that come piece by piece; one object serves for many texts.
@@ -18,6 +15,11 @@ public:
     using Digest = std::array<std::uint8_t, 32>;
 
     Sha256();
+    ~Sha256();
+    Sha256(const Sha256&) = delete;
+    Sha256& operator=(const Sha256&) = delete;
+    Sha256(Sha256&&) = delete;
+    Sha256& operator=(Sha256&&) = delete;
 
     void update(std::span<const std::byte> bytes);
 
@@ -26,16 +28,8 @@ public:
     [[nodiscard]] std::optional<Digest> finish();
 
 private:
-    struct Free {
-        void operator()(evp_md_st* algorithm) const;
-        void operator()(evp_md_ctx_st* context) const;
-    };
-
-    void begin();
-
-    std::unique_ptr<evp_md_st, Free> algorithm_;
-    std::unique_ptr<evp_md_ctx_st, Free> context_;
-    bool isSound_ = false;  ///< Every step since `begin` succeeded.
+    struct State;
+    std::unique_ptr<State> state_;
 };
 
 }  // namespace Brimlo

@@ -1,0 +1,9 @@
+#include "BrimloCore/Platform/PrivatePrefix.h"
+
+namespace Brimlo::Platform {
+
+std::string withoutPrivatePrefix(std::string path) {
+    return path;
+}
+
+}  // namespace Brimlo::Platform

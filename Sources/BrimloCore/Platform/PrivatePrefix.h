@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+
+namespace Brimlo::Platform {
+
+/// A standardized path without the "/private" at its start, where the system leaves that away: on
+/// macOS when the rest leads to the same entry, as it does below /etc, /tmp and /var.
+[[nodiscard]] std::string withoutPrivatePrefix(std::string path);
+
+}  // namespace Brimlo::Platform

@@ -1,0 +1,43 @@
+#include "BrimloCore/Platform/Volume.h"
+
+#include "BrimloCore/Platform/macOS/Cocoa.h"
+
+namespace Brimlo::Platform {
+
+namespace {
+
+std::optional<std::int64_t> bytes(
+    NSDictionary<NSURLResourceKey, id>* values, NSURLResourceKey key) {
+    const id value = values[key];
+    if (![value isKindOfClass:[NSNumber class]]) {
+        return std::nullopt;
+    }
+    return static_cast<NSNumber*>(value).longLongValue;
+}
+
+}  // namespace
+
+std::optional<VolumeCapacity> volumeCapacity(const std::string& path) {
+    @autoreleasepool {
+        NSArray<NSURLResourceKey>* const keys = @[
+            NSURLVolumeTotalCapacityKey,
+            NSURLVolumeAvailableCapacityKey,
+            NSURLVolumeAvailableCapacityForImportantUsageKey,
+        ];
+        NSDictionary<NSURLResourceKey, id>* const values =
+            [fileUrl(path, YES) resourceValuesForKeys:keys error:nil];
+        const auto total = bytes(values, NSURLVolumeTotalCapacityKey);
+        const auto available = bytes(values, NSURLVolumeAvailableCapacityKey);
+        if (!total || !available) {
+            return std::nullopt;
+        }
+        return VolumeCapacity{
+            .total = *total,
+            .available = *available,
+            .availableForImportantUsage =
+                bytes(values, NSURLVolumeAvailableCapacityForImportantUsageKey),
+        };
+    }
+}
+
+}  // namespace Brimlo::Platform

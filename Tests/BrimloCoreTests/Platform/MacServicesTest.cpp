@@ -1,0 +1,111 @@
+#include "BrimloCore/Platform/ByteCount.h"
+#include "BrimloCore/Platform/CloneFile.h"
+#include "BrimloCore/Platform/DirectoryReader.h"
+#include "BrimloCore/Platform/EntryStatus.h"
+#include "BrimloCore/Platform/HomeFolder.h"
+#include "BrimloCore/Platform/Posix/Descriptor.h"
+#include "BrimloCore/Platform/RunningApps.h"
+#include "BrimloCore/Platform/Sha256.h"
+#include "BrimloCore/Platform/Volume.h"
+#include "BrimloCore/Support/Safety.h"
+#include "Support/TempHome.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <map>
+#include <span>
+
+#include <fcntl.h>
+#include <sys/statvfs.h>
+#include <unistd.h>
+
+namespace Brimlo {
+namespace {
+
+using Platform::EntryDetail;
+
+class MacServicesTest : public Testing::TempHome {};
+
+TEST_F(MacServicesTest, ReadsAFolderAsALookAtEachEntryDoes) {
+    write("f/one");
+    write("f/large", std::string(1'000'000, 'x'));
+    ASSERT_EQ(::link(at("f/one").c_str(), at("f/two").c_str()), 0);
+    link("f/link", "folder");
+    for (int i = 0; i < 5'000; ++i) {
+        write("f/folder/" + std::string(200, 'n') + std::to_string(i), "");
+    }
+    for (const std::string folder : {"f", "f/folder"}) {
+        const Platform::Descriptor open{::open(at(folder).c_str(), O_RDONLY | O_DIRECTORY)};
+        std::map<std::string, bool> kinds;
+        std::size_t count = 0;
+        const auto look = [&](const Platform::DirectoryEntry& entry) {
+            const auto status = Platform::entryStatus(open.number(), entry.name);
+            ASSERT_TRUE(status) << entry.name;
+            EXPECT_EQ(entry.isDirectory, status->kind == Platform::EntryStatus::Kind::directory);
+            if (!entry.isDirectory) {
+                EXPECT_EQ(entry.allocatedBytes, status->allocatedBytes) << entry.name;
+                EXPECT_EQ(entry.linkCount, status->linkCount) << entry.name;
+                EXPECT_EQ(entry.fileID, status->fileID) << entry.name;
+            }
+            ++count;
+        };
+        EXPECT_TRUE(Platform::readDirectory(open.number(), EntryDetail::allocation, look));
+        EXPECT_EQ(lseek(open.number(), 0, SEEK_SET), 0);
+        EXPECT_TRUE(
+            Platform::readDirectory(open.number(), EntryDetail::kind, [&](const auto& entry) {
+                kinds.emplace(entry.name, entry.isDirectory);
+            }));
+        EXPECT_EQ(count, kinds.size());
+        EXPECT_EQ(kinds.size(), folder == "f" ? 5U : 5'000U);
+    }
+}
+
+TEST_F(MacServicesTest, ClonesAFile) {
+    const std::string original = write("original", "content");
+    EXPECT_TRUE(Platform::cloneFile(original, at("clone")));
+    EXPECT_EQ(Testing::contentOf(at("clone")), "content");
+    const auto again = Platform::cloneFile(original, at("clone"));
+    EXPECT_EQ(again.error().code, EEXIST);
+    EXPECT_TRUE(again.error().description.starts_with("clonefile failed: "));
+    EXPECT_EQ(Platform::cloneFile(link("link", original), at("other")).error().code, ELOOP);
+}
+
+TEST_F(MacServicesTest, TellsWhatTheSystemSays) {
+    const auto capacity = Platform::volumeCapacity("/");
+    ASSERT_TRUE(capacity);
+    struct statvfs status {};
+    ASSERT_EQ(statvfs("/", &status), 0);
+    EXPECT_EQ(
+        capacity->total,
+        std::int64_t{status.f_blocks} * static_cast<std::int64_t>(status.f_frsize));
+    EXPECT_GT(capacity->available, 0);
+    EXPECT_LT(capacity->available, capacity->total);
+    EXPECT_TRUE(capacity->availableForImportantUsage);
+    EXPECT_EQ(Platform::volumeCapacity(at("missing")), std::nullopt);
+    EXPECT_THAT(Platform::runningAppNames(), testing::Contains("Finder"));
+    EXPECT_EQ(Platform::homeFolder(), home());
+    EXPECT_TRUE(Platform::byteCount(0).starts_with("0"));
+}
+
+TEST_F(MacServicesTest, SpellsPathsAsTheSystemDoes) {
+    EXPECT_EQ(Safety::canonical("/private/tmp"), "/tmp");
+    EXPECT_EQ(Safety::canonical("/private/etc/hosts"), "/etc/hosts");
+    EXPECT_EQ(Safety::canonical("/private/missing"), "/private/missing");
+    EXPECT_EQ(Safety::canonical("/privately"), "/privately");
+    EXPECT_EQ(Safety::refusal("/private/var"), "protected location");
+    EXPECT_EQ(Safety::refusal(home() + "/x"), std::nullopt) << "in a home below /private";
+}
+
+TEST_F(MacServicesTest, HashesAsTheStandardHasIt) {
+    Sha256 sha256;
+    // FIPS 180-4, the example of one block.
+    sha256.update(std::as_bytes(std::span{std::string_view{"abc"}}));
+    const auto digest = sha256.finish();
+    ASSERT_TRUE(digest);
+    EXPECT_EQ(digest->front(), 0xba);
+    EXPECT_EQ(digest->back(), 0xad);
+    EXPECT_EQ(sha256.finish()->front(), 0xe3) << "of nothing, begun anew";
+}
+
+}  // namespace
+}  // namespace Brimlo
