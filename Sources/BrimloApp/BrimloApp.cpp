@@ -2,6 +2,7 @@
 #include "BrimloApp/OpenWindow.h"
 #include "BrimloApp/Platform/DesktopSettings.h"
 #include "BrimloApp/Platform/Graphics.h"
+#include "BrimloApp/Platform/WindowFrame.h"
 #include "BrimloApp/Snapshot/SnapshotRun.h"
 #include "BrimloApp/Updater.h"
 #include "BrimloApp/WindowCloser.h"
@@ -9,6 +10,7 @@
 #include <QtCore/QThreadPool>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QIcon>
+#include <QtGui/QWindow>
 #include <QtQml/QQmlApplicationEngine>
 
 #include <chrono>
@@ -48,6 +50,9 @@ int run() {
     QQmlApplicationEngine engine;
     if (openWindow(engine, model, updater, desktopSettings) == nullptr) {
         return EXIT_FAILURE;
+    }
+    if (auto* const window = qobject_cast<QWindow*>(engine.rootObjects().constFirst())) {
+        Platform::joinFrame(*window);
     }
     updater.startAutomaticChecks();
     return QGuiApplication::exec();

@@ -14,6 +14,7 @@ class SystemWords : public QObject {
     Q_PROPERTY(QString bootVolume READ bootVolume CONSTANT)
     Q_PROPERTY(QString fileManager READ fileManager CONSTANT)
     Q_PROPERTY(bool hasPrivacyPage READ hasPrivacyPage CONSTANT)
+    Q_PROPERTY(QString menuBar READ menuBar CONSTANT)
 
 public:
     /// The name of the volume that the system runs from.
@@ -22,6 +23,8 @@ public:
     [[nodiscard]] static QString fileManager();
     /// Whether the system's settings have a page on which programs may read which files.
     [[nodiscard]] static bool hasPrivacyPage();
+    /// The file of the menus at the top of the screen; empty where a window has a menu of its own.
+    [[nodiscard]] static QString menuBar();
 };
 
 }  // namespace Brimlo

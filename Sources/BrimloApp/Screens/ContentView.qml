@@ -29,6 +29,13 @@ Window {
         onAboutRequested: about.presented = true
         onQuitRequested: window.close()
     }
+    Loader {
+        active: SystemWords.menuBar !== ""
+        Component.onCompleted: if (active)
+            setSource(SystemWords.menuBar, {
+                actions: actions
+            })
+    }
     T.SplitView {
         anchors.fill: parent
         handle: Item {

@@ -39,6 +39,7 @@ Rectangle {
                 id: menuButton
 
                 symbol: "ellipsis"
+                visible: SystemWords.menuBar === ""
                 help: qsTr("Menu")
                 ink: Theme.secondaryText
                 checked: menu.visible

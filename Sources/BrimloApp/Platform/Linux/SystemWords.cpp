@@ -16,4 +16,8 @@ bool SystemWords::hasPrivacyPage() {
     return !Platform::privacySettingsAddress().empty();
 }
 
+QString SystemWords::menuBar() {
+    return {};
+}
+
 }  // namespace Brimlo
