@@ -69,6 +69,7 @@ bool save(const Scene& scene, const QDir& folder) {
 void isolate() {
     static const QTemporaryDir kHome;
     qputenv("HOME", kHome.path().toUtf8());
+    qputenv("CFFIXED_USER_HOME", kHome.path().toUtf8());  // What macOS calls it.
     for (const char* const name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"}) {
         qunsetenv(name);
     }
