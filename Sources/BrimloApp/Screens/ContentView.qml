@@ -51,7 +51,7 @@ Window {
             id: sidebar
 
             actions: actions
-            implicitWidth: Theme.scaled(220)
+            implicitWidth: Math.min(Theme.scaled(220), window.width * 0.25)
             T.SplitView.minimumWidth: 200
             T.SplitView.maximumWidth: Math.max(320, Theme.scaled(220))
         }

@@ -12,6 +12,9 @@ FocusScope {
     default property alias content: column.data
     property alias spacing: column.spacing
 
+    // With large letters the toolbar stands below the title.
+    readonly property bool fitsOneLine: words.implicitWidth + controls.implicitWidth + Theme.snug <= width - 2 * Theme.wide
+
     // Its section was chosen.
     signal shown
 
@@ -26,31 +29,44 @@ FocusScope {
         anchors.fill: parent
         spacing: 0
 
-        RowLayout {
-            spacing: Theme.snug
-            Layout.fillWidth: true
+        GridLayout {
+            columns: screen.fitsOneLine ? 2 : 1
+            columnSpacing: Theme.snug
+            rowSpacing: 0
             Layout.minimumHeight: Theme.controlHeight + 2 * Theme.snug
-            Layout.leftMargin: Theme.wide
-            Layout.rightMargin: Theme.wide
+            Layout.leftMargin: screen.fitsOneLine ? Theme.wide : Theme.normal
+            Layout.rightMargin: Layout.leftMargin
+            Layout.topMargin: screen.fitsOneLine ? 0 : Theme.tight
+            Layout.bottomMargin: screen.fitsOneLine ? 0 : Theme.tight
 
-            Label {
-                text: screen.title
-                font.pixelSize: Theme.headline
-                font.weight: Font.DemiBold
-                Layout.fillWidth: screen.line === ""
-                Accessible.role: Accessible.Heading
-            }
-            Label {
-                text: screen.line
-                visible: text !== ""
-                secondary: true
+            RowLayout {
+                id: words
+
+                spacing: Theme.snug
                 Layout.fillWidth: true
-                Layout.alignment: Qt.AlignBaseline
+                Layout.minimumHeight: Theme.controlHeight
+
+                Label {
+                    text: screen.title
+                    font.pixelSize: Theme.headline
+                    font.weight: Font.DemiBold
+                    Layout.fillWidth: screen.line === ""
+                    Accessible.role: Accessible.Heading
+                }
+                Label {
+                    text: screen.line
+                    visible: text !== ""
+                    secondary: true
+                    Layout.fillWidth: true
+                    Layout.alignment: Qt.AlignBaseline
+                }
             }
             RowLayout {
                 id: controls
 
                 spacing: Theme.tight
+                Layout.fillWidth: true
+                Layout.maximumWidth: implicitWidth
             }
         }
         Divider {

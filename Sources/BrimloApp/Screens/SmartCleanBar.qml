@@ -9,7 +9,7 @@ Item {
     signal previewWanted
     signal cleanWanted
 
-    implicitHeight: Theme.controlHeight + 2 * Theme.snug
+    implicitHeight: Math.max(Theme.controlHeight + 2 * Theme.snug, promise.implicitHeight + 2 * Theme.tight)
 
     RowLayout {
         anchors.fill: parent
@@ -34,8 +34,11 @@ Item {
             Layout.rightMargin: -Theme.tiny
         }
         Label {
+            id: promise
+
             text: qsTr("Goes to Trash first · undo anytime")
             secondary: true
+            wrapMode: Text.Wrap
             Layout.fillWidth: true
         }
         OutlineButton {

@@ -39,7 +39,10 @@ Screen {
     title: qsTr("Smart Clean")
     toolbar: [
         AudiencePicker {
+            Layout.fillWidth: true
+            Layout.minimumWidth: 100
             Layout.preferredWidth: 168
+            Layout.maximumWidth: 168
         },
         ToolbarButton {
             text: qsTr("Add rule")

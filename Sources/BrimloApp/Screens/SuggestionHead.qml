@@ -38,6 +38,7 @@ RowLayout {
         Label {
             text: RiskWords.line(head.row.risk)
             secondary: true
+            wrapMode: Text.Wrap
             font.pixelSize: Theme.small
             Layout.fillWidth: true
         }
