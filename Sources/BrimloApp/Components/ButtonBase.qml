@@ -75,6 +75,6 @@ T.Button {
     }
     HelpTip {
         text: button.help
-        shown: button.hovered || button.visualFocus
+        shown: (button.hovered || button.visualFocus) && !button.checked
     }
 }

@@ -50,9 +50,12 @@ QtObject {
     readonly property color chosenAccent: accentColor.valid ? accentColor : brand
     readonly property color accent: onWhite(chosenAccent)
     readonly property color inkOnAccent: contrast(accent, white) >= 4.5 ? white : black
-    readonly property color accentText: legible(chosenAccent, dark ? popup : sidebar)
+    readonly property color accentText: legible(accentTint, mixed(accentGround, accentTint, selectedShare))
     readonly property color focusRing: accentText
-    readonly property color selection: faded(accentText, dark ? 0.22 : 0.14)
+    readonly property color accentGround: dark ? popup : sidebar
+    readonly property color accentTint: legible(chosenAccent, accentGround)
+    readonly property real selectedShare: dark ? 0.22 : 0.14
+    readonly property color selection: faded(accentTint, selectedShare)
 
     // Type.
     readonly property string family: fontFamily !== "" ? fontFamily : "Inter"

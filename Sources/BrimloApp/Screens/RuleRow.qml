@@ -44,7 +44,6 @@ ListRow {
     }
     ColumnLayout {
         spacing: 2
-        opacity: row.isEnabled ? 1 : 0.6
         Layout.fillWidth: true
 
         RowLayout {
@@ -53,6 +52,7 @@ ListRow {
 
             Label {
                 text: row.name
+                secondary: !row.isEnabled
                 font.weight: Font.Medium
                 Layout.maximumWidth: Math.max(120, row.width - 330)
             }
