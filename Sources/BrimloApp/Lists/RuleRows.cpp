@@ -1,6 +1,6 @@
 #include "BrimloApp/Lists/RuleRows.h"
 
-#include "BrimloCore/Support/Text.h"
+#include "BrimloApp/Lists/Search.h"
 
 #include <QtCore/QMetaProperty>
 
@@ -36,11 +36,6 @@ std::string details(const CleanupRule& rule) {
         joined += (joined.empty() ? "" : "  ·  ") + part;
     }
     return joined;
-}
-
-bool fits(const CleanupRule& rule, const std::string& wanted) {
-    return wanted.empty() || Text::lowercased(rule.name).contains(wanted) ||
-           Text::lowercased(rule.group).contains(wanted);
 }
 
 }  // namespace
@@ -89,11 +84,11 @@ const std::vector<CleanupRule>& RuleRows::rules(const Kind kind) const {
 }
 
 void RuleRows::refresh() {
-    const std::string wanted = Text::lowercased(Text::trimmed(query_.toStdString()));
+    const Search search{query_};
     std::vector<RuleRow> rows;
     for (const Kind kind : {Kind::custom, Kind::builtIn}) {
         for (const CleanupRule& rule : rules(kind)) {
-            if (fits(rule, wanted)) {
+            if (search.finds(rule.name, rule.group)) {
                 rows.push_back(
                     {.isCustom = kind == Kind::custom,
                      .id = rule.id,

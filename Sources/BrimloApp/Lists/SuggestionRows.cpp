@@ -2,7 +2,6 @@
 
 #include "BrimloApp/Platform/Reveal.h"
 #include "BrimloCore/Cleaner/CleanPlan.h"
-#include "BrimloCore/Support/Text.h"
 
 #include <algorithm>
 #include <array>
@@ -36,11 +35,6 @@ auto text(std::string Row::*field) {
 /// Some authors write more than one line.
 QString regeneratesOf(const Row& row) {
     return QString::fromStdString(row.regenerates);
-}
-
-bool matches(const Suggestion& suggestion, const std::string& needle) {
-    return needle.empty() || Text::lowercased(suggestion.name).contains(needle) ||
-           Text::lowercased(suggestion.group).contains(needle);
 }
 
 std::string joined(const std::vector<std::string>& words) {
@@ -141,7 +135,7 @@ void SuggestionRows::setQuery(const QString& query) {
         return;
     }
     query_ = query;
-    needle_ = Text::lowercased(Text::trimmed(query.toStdString()));
+    search_ = Search{query};
     refresh();
     Q_EMIT queryChanged();
 }
@@ -195,7 +189,7 @@ void SuggestionRows::refresh() {
     if (source() != nullptr) {
         for (const Suggestion* const suggestion : source()->visibleSuggestions()) {
             ++visible;
-            if (matches(*suggestion, needle_)) {
+            if (search_.finds(suggestion->name, suggestion->group)) {
                 append(*suggestion, rows);
             }
         }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BrimloApp/Lists/Search.h"
 #include "BrimloApp/Lists/SourceRows.h"
 #include "BrimloCore/Models/Risk.h"
 #include "BrimloCore/Models/Suggestion.h"
@@ -84,7 +85,7 @@ private:
     void append(const Suggestion& suggestion, std::vector<SuggestionRow>& rows) const;
 
     QString query_;
-    std::string needle_;  ///< The query as it is compared.
+    Search search_;
     int visibleCount_ = 0;
     std::set<std::string> expanded_;  ///< Ids.
 };
