@@ -1,8 +1,8 @@
 import QtQuick
-import QtQuick.Templates as T
 
-// Words as they stand: never read as markup, elided at the right.
-T.Label {
+// Words as they stand: never read as markup, elided at the right. The label of the templates would
+// tell no role but its own, so that no heading could be found as one.
+Text {
     property bool secondary: false
 
     color: !enabled ? Theme.disabledText : secondary ? Theme.secondaryText : Theme.text
@@ -11,5 +11,6 @@ T.Label {
     textFormat: Text.PlainText
     elide: wrapMode === Text.NoWrap ? Text.ElideRight : Text.ElideNone
     linkColor: Theme.accentText
+    Accessible.role: Accessible.StaticText
     Accessible.name: text
 }

@@ -21,6 +21,9 @@ T.ItemDelegate {
     hoverEnabled: true
     // Space would press the row; what it means is the list's to say.
     Keys.forwardTo: row.list !== null ? [row.list] : []
+    // Rows that wait to be used again are still there for readers of the screen, unless hidden.
+    ListView.onPooled: visible = false
+    ListView.onReused: visible = true
     Accessible.role: Accessible.ListItem
     Accessible.name: text
     Accessible.selectable: true

@@ -25,7 +25,7 @@ RowLayout {
     Repeater {
         model: cards.modes
 
-        T.AbstractButton {
+        T.RadioButton {
             id: card
 
             required property var modelData
@@ -38,9 +38,10 @@ RowLayout {
             implicitHeight: line.implicitHeight + 2 * Theme.snug
             padding: Theme.snug
             hoverEnabled: true
+            checkable: false
+            autoExclusive: false
             onClicked: cards.mode = modelData.mode
             Keys.onReturnPressed: clicked()
-            Accessible.role: Accessible.RadioButton
             Accessible.name: modelData.title
             Accessible.description: modelData.detail
             Accessible.checkable: true

@@ -1,9 +1,8 @@
 import QtQuick
 import QtQuick.Layouts
-import QtQuick.Templates as T
 
 // A line that should be noticed, with a button when something can be done about it.
-T.Pane {
+Item {
     id: notice
 
     property string text
@@ -13,18 +12,24 @@ T.Pane {
 
     signal clicked
 
-    implicitWidth: line.implicitWidth + leftPadding + rightPadding
-    implicitHeight: line.implicitHeight + topPadding + bottomPadding
-    padding: 10
-    leftPadding: Theme.snug
-    rightPadding: buttonText !== "" ? 10 : Theme.snug
+    implicitWidth: line.implicitWidth + 2 * Theme.snug
+    implicitHeight: line.implicitHeight + 20
     Layout.fillWidth: true
     Accessible.role: Accessible.Notification
     Accessible.name: text
 
-    contentItem: RowLayout {
+    Rectangle {
+        anchors.fill: parent
+        radius: Theme.radius + 2
+        color: Theme.faded(notice.color, 0.1)
+    }
+    RowLayout {
         id: line
 
+        anchors.fill: parent
+        anchors.margins: 10
+        anchors.leftMargin: Theme.snug
+        anchors.rightMargin: notice.buttonText !== "" ? 10 : Theme.snug
         spacing: 10
 
         Icon {
@@ -51,9 +56,5 @@ T.Pane {
             implicitHeight: Theme.controlHeight - 2
             onClicked: notice.clicked()
         }
-    }
-    background: Rectangle {
-        radius: Theme.radius + 2
-        color: Theme.faded(notice.color, 0.1)
     }
 }

@@ -30,12 +30,17 @@ T.Popup {
         open()
 
     contentItem: FocusScope {
+        id: frame
+
         focus: true
         implicitWidth: column.implicitWidth
         implicitHeight: column.implicitHeight
-        Accessible.role: Accessible.Pane
-        Accessible.name: popover.label
 
+        Binding {
+            target: frame.parent?.Accessible ?? null
+            property: "name"
+            value: popover.label
+        }
         ColumnLayout {
             id: column
 

@@ -6,7 +6,7 @@ import QtQuick.Templates as T
 
 // One of a few side by side, a list of {text, symbol, help} and a name where the help names none.
 // Its owner sets `currentIndex` on `activated`.
-T.Control {
+FocusScope {
     id: picker
 
     property var model: []
@@ -23,23 +23,34 @@ T.Control {
 
     implicitWidth: line.implicitWidth + 4
     implicitHeight: Theme.controlHeight
-    padding: 2
-    focusPolicy: Qt.TabFocus
+    activeFocusOnTab: true
     opacity: enabled ? 1 : 0.45
     Keys.onLeftPressed: move(-1)
     Keys.onRightPressed: move(1)
     Accessible.role: Accessible.PageTabList
     Accessible.name: label
+    Accessible.focusable: true
 
-    contentItem: RowLayout {
+    Rectangle {
+        anchors.fill: parent
+        radius: Theme.radius
+        color: Theme.faded(Theme.text, 0.08)
+
+        FocusRing {
+            shown: picker.activeFocus
+        }
+    }
+    RowLayout {
         id: line
 
+        anchors.fill: parent
+        anchors.margins: 2
         spacing: 2
 
         Repeater {
             model: picker.model
 
-            T.AbstractButton {
+            T.RadioButton {
                 id: segment
 
                 required property var modelData
@@ -51,8 +62,9 @@ T.Control {
                 Layout.fillHeight: true
                 focusPolicy: Qt.NoFocus
                 hoverEnabled: true
+                checkable: false
+                autoExclusive: false
                 onClicked: picker.activated(index)
-                Accessible.role: Accessible.RadioButton
                 Accessible.name: modelData.text || modelData.name || modelData.help || ""
                 Accessible.checkable: true
                 Accessible.checked: chosen
@@ -92,14 +104,6 @@ T.Control {
                     shown: segment.hovered
                 }
             }
-        }
-    }
-    background: Rectangle {
-        radius: Theme.radius
-        color: Theme.faded(Theme.text, 0.08)
-
-        FocusRing {
-            shown: picker.visualFocus
         }
     }
 }

@@ -19,7 +19,19 @@ T.Popup {
     // What Return does anywhere inside but on a button, in a list or in a box of text.
     property ButtonBase defaultButton: null
 
+    // What had the keys when it opened.
+    property Item before: null
+
     signal dismissed
+
+    // A row of a list may be gone by now, and the list gets the keys in its place.
+    function giveBack() {
+        let heir = before;
+        while (heir && !(heir.visible && heir.activeFocusOnTab))
+            heir = heir.parent;
+        heir?.forceActiveFocus(Qt.PopupFocusReason);
+        before = null;
+    }
 
     function answer(event) {
         event.accepted = defaultButton !== null && defaultButton.enabled;
@@ -37,8 +49,12 @@ T.Popup {
     focus: true
     closePolicy: T.Popup.CloseOnEscape
     onPresentedChanged: presented ? open() : close()
-    onClosed: if (presented)
-        dismissed()
+    onAboutToShow: before = parent.Window.activeFocusItem
+    onClosed: {
+        giveBack();
+        if (presented)
+            dismissed();
+    }
     Component.onCompleted: if (presented)
         open()
     onOpened: {
@@ -57,12 +73,20 @@ T.Popup {
         focus: true
         implicitWidth: layout.implicitWidth
         implicitHeight: layout.implicitHeight
-        Accessible.role: Accessible.Dialog
-        Accessible.name: sheet.title
-        Accessible.description: sheet.subtitle
         Keys.onReturnPressed: event => sheet.answer(event)
         Keys.onEnterPressed: event => sheet.answer(event)
 
+        // The popup's own item is the dialog that readers of the screen are told of.
+        Binding {
+            target: frame.parent?.Accessible ?? null
+            property: "name"
+            value: sheet.title
+        }
+        Binding {
+            target: frame.parent?.Accessible ?? null
+            property: "description"
+            value: sheet.subtitle
+        }
         ColumnLayout {
             id: layout
 

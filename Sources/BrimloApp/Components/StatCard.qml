@@ -1,28 +1,33 @@
 import QtQuick
 import QtQuick.Layouts
-import QtQuick.Templates as T
 
 // One figure and what it counts.
-T.Pane {
+Item {
     id: stat
 
     property string value
     property string label
     property color color: Theme.text
 
-    implicitWidth: column.implicitWidth + leftPadding + rightPadding
-    implicitHeight: column.implicitHeight + topPadding + bottomPadding
-    padding: Theme.snug
-    leftPadding: Theme.normal
+    implicitWidth: column.implicitWidth + Theme.normal + Theme.snug
+    implicitHeight: column.implicitHeight + 2 * Theme.snug
     Layout.fillWidth: true
     Layout.preferredWidth: 1
     Layout.minimumWidth: implicitWidth
     Accessible.role: Accessible.StaticText
     Accessible.name: value + " " + label
 
-    contentItem: ColumnLayout {
+    Rectangle {
+        anchors.fill: parent
+        radius: Theme.radius + 2
+        color: Theme.faded(stat.color, 0.1)
+    }
+    ColumnLayout {
         id: column
 
+        anchors.fill: parent
+        anchors.margins: Theme.snug
+        anchors.leftMargin: Theme.normal
         spacing: 1
 
         Label {
@@ -40,9 +45,5 @@ T.Pane {
             Layout.fillWidth: true
             Accessible.ignored: true
         }
-    }
-    background: Rectangle {
-        radius: Theme.radius + 2
-        color: Theme.faded(stat.color, 0.1)
     }
 }

@@ -1,10 +1,9 @@
 import QtQuick
 import QtQuick.Layouts
-import QtQuick.Templates as T
 
 // A number in steps. It shows `value` as it is, also outside the range, and asks for another by
 // `stepped`; its owner changes it.
-T.Control {
+FocusScope {
     id: stepper
 
     property int value: 0
@@ -24,7 +23,7 @@ T.Control {
 
     implicitWidth: line.implicitWidth
     implicitHeight: Math.max(Theme.controlHeight, line.implicitHeight)
-    focusPolicy: Qt.StrongFocus
+    activeFocusOnTab: true
     opacity: enabled ? 1 : 0.45
     Keys.onUpPressed: move(step)
     Keys.onRightPressed: move(step)
@@ -36,9 +35,10 @@ T.Control {
     Accessible.onIncreaseAction: move(step)
     Accessible.onDecreaseAction: move(-step)
 
-    contentItem: RowLayout {
+    RowLayout {
         id: line
 
+        anchors.fill: parent
         spacing: Theme.snug
 
         Label {
@@ -80,7 +80,7 @@ T.Control {
                 }
             }
             FocusRing {
-                shown: stepper.visualFocus
+                shown: stepper.activeFocus
             }
         }
     }

@@ -15,7 +15,6 @@ T.AbstractButton {
     implicitWidth: line.implicitWidth
     hoverEnabled: true
     focusPolicy: Qt.NoFocus
-    Accessible.role: Accessible.ColumnHeader
     Accessible.name: text
     Accessible.onPressAction: clicked()
 

@@ -39,7 +39,7 @@ ColumnLayout {
             }
         ]
 
-        T.AbstractButton {
+        T.RadioButton {
             id: option
 
             required property var modelData
@@ -48,6 +48,8 @@ ColumnLayout {
             implicitHeight: implicitContentHeight + 2 * padding
             padding: 9
             hoverEnabled: true
+            checkable: false
+            autoExclusive: false
             text: RiskWords.text(modelData.risk)
             Layout.fillWidth: true
             onClicked: choice.chosen(modelData.risk)
@@ -55,7 +57,6 @@ ColumnLayout {
             Keys.onEnterPressed: clicked()
             Keys.onDownPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
             Keys.onUpPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
-            Accessible.role: Accessible.RadioButton
             Accessible.name: text
             Accessible.description: modelData.line
             Accessible.checkable: true

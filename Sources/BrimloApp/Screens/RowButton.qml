@@ -7,6 +7,6 @@ OutlineButton {
     property bool isCurrent: false
 
     implicitHeight: Theme.controlHeight - 2
-    focusPolicy: isCurrent ? Qt.StrongFocus : Qt.ClickFocus
-    activeFocusOnTab: isCurrent
+    focusPolicy: isCurrent || activeFocus ? Qt.StrongFocus : Qt.ClickFocus
+    activeFocusOnTab: isCurrent || activeFocus
 }

@@ -4,7 +4,7 @@ import QtQuick.Templates as T
 import Brimlo
 
 // A section in the sidebar.
-T.AbstractButton {
+T.ItemDelegate {
     id: row
 
     property string symbol
@@ -18,7 +18,6 @@ T.AbstractButton {
     focusPolicy: Qt.NoFocus
     hoverEnabled: true
     Layout.fillWidth: true
-    Accessible.role: Accessible.ListItem
     Accessible.name: text
     Accessible.selectable: true
     Accessible.selected: chosen
