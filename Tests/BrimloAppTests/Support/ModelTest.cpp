@@ -46,12 +46,12 @@ ModelTest::~ModelTest() {
 }
 
 Surroundings ModelTest::surroundings() {
-    return {
-        .clock = &clock,
-        .cli =
-            {.resources = at("resources"),   .link = at("bin/brimlo"), .authorizers = {at("pkexec")}},
-        .docker = {                             },
+    const CLIInstaller::Places cli{
+        .resources = at("resources"),
+        .link = at("bin/brimlo"),
+        .authorizers = {at("pkexec")},
     };
+    return {.clock = &clock, .cli = cli, .docker = {at("docker")}};
 }
 
 AppModel& ModelTest::model() {

@@ -11,7 +11,8 @@
 namespace Brimlo::Testing {
 
 /// The application's model on a home folder of the test's own. Nothing of the machine's is
-/// reached: there is no Docker, and the command line tool would be linked inside the home.
+/// reached: the command line tool would be linked inside the home, and Docker's tool is the file
+/// "docker" there, which is missing at first.
 class ModelTest : public AppTest {
 protected:
     ModelTest();

@@ -1,0 +1,161 @@
+#include "BrimloAppTests/Window/LayoutAudit.h"
+#include "BrimloAppTests/Window/WindowTest.h"
+#include "BrimloCore/Support/JournalEntry.h"
+#include "BrimloCore/Support/StoragePaths.h"
+
+#include <QtTest/QTest>
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+namespace Brimlo {
+namespace {
+
+using testing::IsEmpty;
+using Testing::LayoutAudit::Elision;
+using Testing::LayoutAudit::misplaced;
+
+constexpr std::int64_t kPetabytes = 9'007'199'254'740'000;
+
+/// Names as no one would give them, but as file systems take them.
+const std::vector<std::string>& oddNames() {
+    static const std::vector<std::string> names{
+        "שלום עולם \u202Egnp.exe",
+        "👩‍👩‍👧‍👦 family 🏳️‍🌈",
+        "two\nlines\r\tand a tab",
+        std::string(255, 'W'),
+        "not \xff\xfe UTF-8",
+        "<b>bold</b> &amp; <img src='x'>",
+        " ",
+        "%1 %2 %n",
+    };
+    return names;
+}
+
+class BadInputTest : public Testing::WindowTest {
+protected:
+    /// A folder that was never on any disk.
+    static std::shared_ptr<FileNode> folderOf(const int count, const std::int64_t size) {
+        auto folder = std::make_shared<FileNode>();
+        folder->name = "a folder";
+        folder->path = "/a folder";
+        folder->isDirectory = true;
+        folder->size = size * count;
+        folder->fileCount = count;
+        folder->children.emplace();
+        for (int i = 0; i < count; ++i) {
+            auto node = std::make_shared<FileNode>();
+            const auto place = static_cast<std::size_t>(i);
+            node->name = place < oddNames().size() ? oddNames()[place] : std::to_string(i);
+            node->path = "/a folder/" + node->name;
+            node->size = size - i;
+            node->fileCount = 1'000'000'000 + i;
+            node->isDirectory = i % 3 == 0;
+            node->parent = folder;
+            folder->children->push_back(node);
+        }
+        return folder;
+    }
+
+    void expectSane() {
+        window().grabWindow();
+        EXPECT_THAT(misplaced(window(), Elision::ofAll), IsEmpty());
+    }
+};
+
+TEST_F(BadInputTest, TheAnalyzerTakesAnyNumberOfAnyNames) {
+    open(Section::analyzer);
+    for (const int count : {0, 1, 100'000}) {
+        SCOPED_TRACE(count);
+        model().setCurrent(folderOf(count, kPetabytes / std::max(1, count)));
+        for (const int mode : {0, 1}) {
+            model().setAnalyzerMode(mode);
+            settle();
+            expectSane();
+        }
+        model().setAnalyzerMode(0);
+    }
+    tabTo(QAccessible::List, "Space Analyzer");
+    key(Qt::Key_A, Qt::ControlModifier);
+    waitToSee("100,000 selected");
+    expectSane();
+    press("Review & Clean…");
+    waitToSee("100,000 items · *");
+    expectSane();
+    key(Qt::Key_Escape);
+    await([&] { return !sees("100,000 items · *"); }, "its end");
+    for (int i = 0; i < 12; ++i) {
+        key(Qt::Key_PageDown);
+        window().grabWindow();
+    }
+    key(Qt::Key_End);
+    expectSane();
+}
+
+TEST_F(BadInputTest, TheListsTakeAnyNames) {
+    for (const std::string& name : oddNames()) {
+        write("tree/" + name, std::string(1'200'000, 'x'));
+    }
+    model().setDupRoot(at("tree"));
+    model().findDuplicates();
+    finish();
+    model().runClean(
+        CleanPlan{{{.path = at("tree/" + oddNames()[3]), .size = kPetabytes}}},
+        DisposalMode::trash);
+    finish();
+    open(Section::duplicates);
+    waitToSee("Cleanup *");
+    expectSane();
+    press("Done");
+    model().setSection(Section::history);
+    click(QAccessible::ListItem, "WWWW*");
+    expectSane();
+    model().setSection(Section::duplicates);
+    expectSane();
+    press("Trash extras");
+    finish();
+    waitToSee("Cleanup *");
+    model().newRuleDraft(at("tree/" + oddNames()[2]), oddNames()[0]);
+    await([&] { return sees("New cleanup rule"); }, "the editor");
+    expectSane();
+}
+
+TEST_F(BadInputTest, HistoryTakesAHundredThousandItems) {
+    std::string text = "[";
+    const Uuid batch = Uuid::random();
+    for (int i = 0; i < 100'000; ++i) {
+        const auto place = static_cast<std::size_t>(i) % oddNames().size();
+        JournalEntry entry{.id = Uuid::random(), .originalPath = "/x/" + oddNames()[place]};
+        entry.trashPath = "/gone";
+        entry.size = kPetabytes / 100'000;
+        entry.batchID = i < 50'000 ? batch : Uuid::random();
+        text += i == 0 ? "" : ",";
+        entry.encode(text);
+    }
+    std::filesystem::create_directories(StoragePaths::support());
+    write(StoragePaths::journal().substr(home().size() + 1), text + "]");
+    open(Section::history);
+    EXPECT_EQ(model().historyBatches().size(), 50'001U);
+    expectSane();
+    tabTo(QAccessible::List, "Removed by Brimlo");
+    key(Qt::Key_Space);
+    key(Qt::Key_End);
+    expectSane();
+}
+
+TEST_F(BadInputTest, ALongBannerScrollsAndLeavesTheScreenItsPlace) {
+    open();
+    model().setBanner(QString("A sentence that goes on and on. ").repeated(63));
+    QTest::qWait(50);
+    expectSane();
+    EXPECT_LT(find(QAccessible::Notification, "A sentence*")->height(), 150);
+    EXPECT_GT(find(QAccessible::Pane, "Overview")->height(), 450);
+    press("Dismiss");
+    EXPECT_TRUE(model().banner().isEmpty());
+    model().setBanner(QString(2000, 'W'));
+    QTest::qWait(50);
+    expectSane();
+}
+
+}  // namespace
+}  // namespace Brimlo

@@ -1,0 +1,217 @@
+#include "BrimloAppTests/Window/LayoutAudit.h"
+#include "BrimloAppTests/Window/WindowTest.h"
+#include "BrimloCore/Support/Fmt.h"
+#include "BrimloCore/Support/StoragePaths.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+namespace Brimlo {
+namespace {
+
+using testing::ElementsAre;
+using Testing::exists;
+using testing::IsEmpty;
+
+constexpr auto kButton = QAccessible::Button;
+
+class MainWindowTest : public Testing::WindowTest {
+protected:
+    /// Puts something into the Trash.
+    void fillTrash() const {
+        write(".local/share/Trash/files/old", std::string(70'000, 'x'));
+        write(
+            ".local/share/Trash/info/old.trashinfo",
+            "[Trash Info]\nPath=/old\nDeletionDate=2026-01-01T00:00:00\n");
+    }
+};
+
+const char* const kTitles[] = {
+    "Overview",
+    "Smart Clean",
+    "Space Analyzer",
+    "Large Files",
+    "Rules",
+    "Duplicates",
+    "History",
+    "Settings"};
+
+TEST_F(MainWindowTest, OpensEachSectionByItsKeysItsRowAndTheMenu) {
+    open();
+    int place = 0;
+    for (const char* const title : kTitles) {
+        SCOPED_TRACE(title);
+        key(Qt::Key_1 + place++, Qt::ControlModifier);
+        EXPECT_NE(find(QAccessible::Pane, title), nullptr);
+        finish();
+    }
+    for (const char* const title : kTitles) {
+        SCOPED_TRACE(title);
+        click(QAccessible::ListItem, title);
+        EXPECT_NE(find(QAccessible::Pane, title), nullptr);
+    }
+    for (const char* const title : kTitles) {
+        SCOPED_TRACE(title);
+        press("Menu");
+        choose(title);
+        await([&] { return find(QAccessible::Pane, title) != nullptr; }, "the effect");
+    }
+    // By the arrows, which stay within the list.
+    click(QAccessible::ListItem, "Settings");
+    for (const int pressed : {Qt::Key_Down, Qt::Key_Home, Qt::Key_Up, Qt::Key_Down}) {
+        key(pressed);
+    }
+    EXPECT_EQ(model().section(), Section::clean);
+    finish();
+}
+
+TEST_F(MainWindowTest, RescansTheFolderOfTheAnalyzerByKeysAndMenu) {
+    model().setScanRoot(makeFolder("tree"));
+    open();
+    key(Qt::Key_R, Qt::ControlModifier);
+    EXPECT_TRUE(model().isScanning());
+    finish();
+    const auto before = model().root();
+    press("Menu");
+    choose("Rescan");
+    await([&] { return model().hasTree() && model().root() != before; }, "another scan");
+    finish();
+    press("Menu");
+    const QQuickItem* const updates = find(QAccessible::MenuItem, "Check for Updates…");
+    ASSERT_NE(updates, nullptr);
+    EXPECT_FALSE(updates->isEnabled()) << "this build has no feed";
+    choose("About Brimlo");
+    waitToSee("Version 1.2.3");
+    key(Qt::Key_Escape);
+    await([&] { return !sees("Version 1.2.3"); }, "the effect");
+    key(Qt::Key_Q, Qt::ControlModifier);
+    await([&] { return !window().isVisible(); }, "the effect");
+}
+
+TEST_F(MainWindowTest, ShowsWorkAndMessagesAboveTheScreen) {
+    open();
+    EXPECT_FALSE(sees("Dismiss"));
+    model().setBanner("Something happened.");
+    EXPECT_EQ(clock.waiting(), 2U) << "the hour of auto-clean, and the banner's time";
+    waitToSee("Something happened.");
+    press("Dismiss");
+    EXPECT_TRUE(model().banner().isEmpty());
+    EXPECT_EQ(clock.waiting(), 1U);
+    await([&] { return !sees("Something happened."); }, "its end");
+
+    fillTrash();
+    model().emptyTrash();
+    waitToSee("Emptying Trash…");
+    waitToSee("Working");
+    finish();
+    await([&] { return !sees("Working"); }, "the end of it");
+    waitToSee(model().banner());
+}
+
+TEST_F(MainWindowTest, ShowsTheTrashOnlyWhenThereIsSomethingInIt) {
+    open();
+    EXPECT_FALSE(sees("Empty Trash"));
+    fillTrash();
+    key(Qt::Key_2, Qt::ControlModifier);
+    finish();
+    key(Qt::Key_1, Qt::ControlModifier);
+    finish();
+    const std::string size = Fmt::bytes(static_cast<std::int64_t>(model().trashBytes()));
+    EXPECT_TRUE(sees(QString::fromStdString(size + " in Trash"))) << "showing it measures it";
+    press("Empty Trash");
+    EXPECT_FALSE(isEnabled("Empty Trash")) << "while it is at it";
+    finish();
+    EXPECT_FALSE(exists(at(".local/share/Trash/files/old")));
+    EXPECT_FALSE(sees("Empty Trash"));
+}
+
+TEST_F(MainWindowTest, SpeaksOfAccessOnlyWhereItIsMissing) {
+    open();
+    const char* const line =
+        "Full Disk Access is off, so protected caches (Safari, Mail, Photos) are invisible to "
+        "scans.";
+    EXPECT_EQ(sees(line), !model().hasFullDiskAccess());
+    EXPECT_EQ(find(kButton, "Open System Settings") != nullptr, !model().hasFullDiskAccess());
+}
+
+TEST_F(MainWindowTest, LeadsFromTheOverviewToWhatCanGo) {
+    write(".config/keep");
+    open();
+    const std::vector<const char*> buttons{
+        "Find cleanable space", "Scanning…", "Review & clean", "Analyze disk usage", "Rescan"};
+    EXPECT_THAT(seen(buttons), ElementsAre("Find cleanable space", "Analyze disk usage"));
+    press("Find cleanable space");
+    EXPECT_EQ(model().section(), Section::clean);
+    EXPECT_TRUE(model().isSuggesting()) << "the screen starts the run";
+    key(Qt::Key_1, Qt::ControlModifier);
+    EXPECT_THAT(seen(buttons), ElementsAre("Scanning…", "Analyze disk usage"));
+    finish();
+
+    makeFolder("tree");
+    model().setScanRoot(at("tree"));
+    press("Analyze disk usage");
+    EXPECT_EQ(model().section(), Section::analyzer);
+    EXPECT_TRUE(model().isScanning());
+    finish();
+    key(Qt::Key_1, Qt::ControlModifier);
+    press("Analyze disk usage");
+    EXPECT_FALSE(model().isScanning()) << "there is a tree already";
+}
+
+TEST_F(MainWindowTest, AsksOnceAboutTheCommandLineTool) {
+    struct Case {
+        const char* answer;
+        bool installs;
+    };
+    const Case cases[] = {
+        {"Not Now", false},
+        {"Install", true },
+    };
+    const std::string tool = bundleTool();
+    write("pkexec", "#!/bin/sh\nexec \"$@\"\n");
+    std::filesystem::permissions(at("pkexec"), std::filesystem::perms::owner_all);
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.answer);
+        std::filesystem::remove(StoragePaths::support() + "/config.json");
+        close();
+        open();
+        EXPECT_TRUE(model().offersCLI());
+        waitToSee("Use Brimlo from the terminal?");
+        EXPECT_THAT(
+            Testing::LayoutAudit::misplaced(window(), Testing::LayoutAudit::Elision::ofPaths),
+            IsEmpty());
+        press(c.answer);
+        await([&] { return !sees("Use Brimlo from the terminal?"); }, "the effect");
+        EXPECT_EQ(exists(at("bin/brimlo")), c.installs);
+        close();
+        open();
+        EXPECT_FALSE(sees("Use Brimlo from the terminal?"));
+    }
+}
+
+TEST_F(MainWindowTest, KeepsEverythingInItsPlaceAndReadable) {
+    using Testing::LayoutAudit::Elision;
+    fillTrash();
+    model().setScanRoot("/usr");
+    open();
+    model().setBanner("Restored 2 item(s).");
+    for (const double scale : {1.0, 1.5}) {
+        setTheme("fontScale", scale);
+        for (const bool dark : {false, true}) {
+            setTheme("dark", dark);
+            int place = 0;
+            for (const char* const title : kTitles) {
+                SCOPED_TRACE(testing::Message() << title << ' ' << scale << ' ' << dark);
+                key(Qt::Key_1 + place++, Qt::ControlModifier);
+                finish();
+                window().grabWindow();
+                EXPECT_THAT(Testing::LayoutAudit::misplaced(window(), Elision::ofPaths), IsEmpty());
+                EXPECT_THAT(Testing::LayoutAudit::faint(window()), IsEmpty());
+            }
+        }
+    }
+}
+
+}  // namespace
+}  // namespace Brimlo

@@ -1,0 +1,166 @@
+#include "BrimloAppTests/Window/LayoutAudit.h"
+#include "BrimloAppTests/Window/WindowTest.h"
+#include "BrimloCore/UserRules/UserRules.h"
+
+#include <gmock/gmock.h>
+
+namespace Brimlo {
+namespace {
+
+using testing::ElementsAre;
+using Testing::exists;
+using testing::IsEmpty;
+using Testing::LayoutAudit::Elision;
+using Testing::LayoutAudit::misplaced;
+
+constexpr auto kField = QAccessible::EditableText;
+constexpr auto kRow = QAccessible::ListItem;
+
+class RulesScreenTest : public Testing::WindowTest {
+protected:
+    RulesScreenTest() {
+        write("caches/one/data", std::string(40'000, 'a'));
+        write("caches/two/data", std::string(40'000, 'a'));
+    }
+
+    void fillIn(const char* field, const QString& text) {
+        click(kField, field);
+        key(Qt::Key_A, Qt::ControlModifier);
+        type(text);
+    }
+    /// A rule of the user's, written in the editor.
+    void writeRule(const char* name) {
+        press("New rule");
+        waitToSee("New cleanup rule");
+        fillIn("Name", name);
+        fillIn("Path 1", "~/caches/*");
+        tabTo(QAccessible::Button, "Use suggested wording");
+        key(Qt::Key_Space);
+        press("Save rule");
+        await([&] { return model().ruleDraft() == nullptr; }, "the end of the editor");
+    }
+};
+
+TEST_F(RulesScreenTest, WritesARuleWithALivePreviewByTheKeyboardAlone) {
+    open(Section::rules);
+    tabTo(QAccessible::Button, "New rule");
+    key(Qt::Key_Return);
+    waitToSee("New cleanup rule");
+    await([&] { return focused() == "Name"; }, "the focus");
+    EXPECT_FALSE(isEnabled("Save rule"));
+    type("My caches");
+    tabTo(kField, "Path 1");
+    type("/etc");
+    EXPECT_FALSE(isEnabled("Save rule"));
+    key(Qt::Key_A, Qt::ControlModifier);
+    type("~/caches/*");
+    waitToSee("2 item(s) · *");
+    EXPECT_TRUE(sees("~/caches/one"));
+    EXPECT_FALSE(isEnabled("Save rule")) << "it has no description";
+    EXPECT_THAT(misplaced(window(), Elision::ofPaths), IsEmpty());
+    tabTo(QAccessible::RadioButton, "Safe");
+    key(Qt::Key_Space);
+    EXPECT_TRUE(isChecked(QAccessible::RadioButton, "Safe"));
+    tabTo(QAccessible::Button, "Use suggested wording");
+    key(Qt::Key_Return);
+    EXPECT_EQ(find(QAccessible::Button, "Use suggested wording"), nullptr);
+    tabTo(QAccessible::Button, "Save rule");
+    key(Qt::Key_Return);
+    await([&] { return model().ruleDraft() == nullptr; }, "the end of the editor");
+    ASSERT_EQ(model().customRules().size(), 1U);
+    EXPECT_EQ(model().customRules()[0].risk, Risk::safe);
+    EXPECT_TRUE(sees("1 custom rule"));
+}
+
+TEST_F(RulesScreenTest, EditsAndDeletesTheUsersAndSwitchesAndCopiesTheOthers) {
+    open(Section::rules);
+    const char* const invitation = "You haven't added any rules yet. *";
+    EXPECT_TRUE(sees(invitation));
+    EXPECT_TRUE(sees("0 custom rules"));
+    EXPECT_FALSE(isEnabled("Export"));
+    writeRule("Mine");
+    EXPECT_FALSE(sees(invitation));
+
+    press("Edit");
+    waitToSee("Edit rule");
+    fillIn("Name", "Renamed");
+    key(Qt::Key_S, Qt::ControlModifier);
+    await([&] { return model().ruleDraft() == nullptr; }, "the end of the editor");
+    EXPECT_EQ(model().customRules()[0].name, "Renamed");
+    press("Edit");
+    fillIn("Name", "Never saved");
+    press("Cancel");
+    EXPECT_EQ(model().ruleDraft(), nullptr);
+    EXPECT_EQ(model().customRules()[0].name, "Renamed");
+
+    const CleanupRule& first = model().builtInRules().front();
+    const QString name = QString::fromStdString(first.name);
+    click(QAccessible::CheckBox, name);
+    EXPECT_TRUE(model().disabledRuleIDs().contains(first.id));
+    EXPECT_FALSE(isChecked(QAccessible::CheckBox, name));
+    EXPECT_THAT(Testing::LayoutAudit::faint(window()), IsEmpty());
+    click(kRow, name + ", *");
+    key(Qt::Key_Space);
+    EXPECT_FALSE(model().disabledRuleIDs().contains(first.id));
+    press("Copy into a new rule");
+    waitToSee("New cleanup rule");
+    EXPECT_EQ(model().ruleDraft()->property("name").toString(), name);
+    key(Qt::Key_Escape);
+    await([&] { return model().ruleDraft() == nullptr; }, "the end of the editor");
+    press("Delete");
+    EXPECT_THAT(model().customRules(), IsEmpty());
+    EXPECT_TRUE(sees(invitation));
+}
+
+TEST_F(RulesScreenTest, ImportsAndExports) {
+    open(Section::rules);
+    writeRule("Mine");
+    press("Export");
+    answerPanel(at("rules.json"));
+    await([&] { return exists(at("rules.json")); }, "the file");
+    press("Delete");
+    press("Import");
+    answerPanel(at("rules.json"));
+    await([&] { return model().customRules().size() == 1; }, "the rule");
+    waitToSee(model().banner());
+}
+
+TEST_F(RulesScreenTest, SearchesAndSaysWhenNothingFits) {
+    open(Section::rules);
+    click(kField, "Search rules");
+    type("zzz");
+    waitToSee("No Results for “zzz”");
+    EXPECT_TRUE(sees("0 custom rules"));
+    key(Qt::Key_Escape);
+    EXPECT_FALSE(sees("No Results for “zzz”"));
+}
+
+TEST_F(RulesScreenTest, KeepsTheEditorSaneWhenTheRuleGoesAway) {
+    open(Section::rules);
+    writeRule("Mine");
+    press("Edit");
+    waitToSee("Edit rule");
+    const CleanupRule rule = model().customRules()[0];
+    model().deleteRule(rule);
+    press("Save rule");
+    await([&] { return model().customRules().size() == 1; }, "the rule");
+    press("Edit");
+    waitToSee("Edit rule");
+    model().closeRuleDraft();
+    await([&] { return !sees("Edit rule"); }, "the end of the editor");
+}
+
+TEST_F(RulesScreenTest, TellsWhatFilesCouldNotBeUsed) {
+    for (int i = 0; i < 7; ++i) {
+        const std::string name = UserRules::defaultDirectory() + '/' + std::to_string(i) + ".json";
+        write(name.substr(home().size() + 1), "no JSON");
+    }
+    open(Section::rules);
+    ASSERT_EQ(model().ruleIssues().size(), 7);
+    EXPECT_TRUE(sees("Some rule files could not be used:*"));
+    EXPECT_TRUE(sees("+ 2 more"));
+    EXPECT_THAT(misplaced(window(), Elision::ofPaths), IsEmpty());
+}
+
+}  // namespace
+}  // namespace Brimlo

@@ -1,0 +1,185 @@
+#include "BrimloAppTests/Window/LayoutAudit.h"
+#include "BrimloAppTests/Window/WindowTest.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <fstream>
+
+namespace Brimlo {
+namespace {
+
+using testing::ElementsAre;
+using Testing::exists;
+using testing::IsEmpty;
+using Testing::LayoutAudit::Elision;
+using Testing::LayoutAudit::misplaced;
+
+constexpr auto kRow = QAccessible::ListItem;
+
+/// Large Files and Duplicates, which are much alike.
+class SearchScreensTest : public Testing::WindowTest {
+protected:
+    /// A file of so many million bytes that takes up all of them.
+    void fill(const char* path, const int megabytes) const {
+        std::ofstream file{write(path)};
+        const std::string million(1'000'000, 'x');
+        for (int i = 0; i < megabytes; ++i) {
+            file << million;
+        }
+    }
+    [[nodiscard]] QPointF trashButton(const char* row) const {
+        const QQuickItem& item = get(kRow, row);
+        return item.mapToScene({item.width() - 50, item.height() / 2});
+    }
+    void closeReport() {
+        waitToSee("Cleanup complete");
+        key(Qt::Key_Return);
+        await([&] { return !sees("Cleanup complete"); }, "its end");
+    }
+    void makeCopies() const {
+        for (const char* const path : {"tree/a", "tree/b", "tree/c"}) {
+            fill(path, 2);
+        }
+    }
+};
+
+TEST_F(SearchScreensTest, LargeFilesShowsTheFirstStateThatHolds) {
+    const std::vector<const char*> states{
+        "Cancel",
+        "1 large file",
+        "2 large files",
+        "Find your biggest files.",
+        "No large files found.",
+        "Find large files",
+        "Search again"};
+    model().setLargeRoot(makeFolder("tree"));
+    open(Section::largeFiles);
+    EXPECT_THAT(seen(states), ElementsAre("Find your biggest files.", "Find large files"));
+    press("Change…");
+    answerPanel(makeFolder("other"));
+    EXPECT_EQ(model().largeRoot(), at("other"));
+    EXPECT_FALSE(model().isFindingLarge());
+    press("Find large files");
+    EXPECT_THAT(seen(states), ElementsAre("Cancel"));
+    EXPECT_TRUE(sees("Scanning for large files…"));
+    EXPECT_TRUE(sees(QString::fromStdString(at("other"))));
+    finish();
+    EXPECT_THAT(seen(states), ElementsAre("No large files found.", "Search again"));
+    EXPECT_THAT(misplaced(window(), Elision::ofPaths), IsEmpty());
+
+    fill("tree/one", 55);
+    fill("tree/two", 60);
+    press("Search my home folder");
+    EXPECT_EQ(model().largeRoot(), home());
+    press("Cancel");
+    finish();
+    press("Search again");
+    finish();
+    EXPECT_THAT(seen(states), ElementsAre("2 large files", "Search again"));
+    EXPECT_LT(middle(get(kRow, "two, *")).y(), middle(get(kRow, "one, *")).y());
+    EXPECT_THAT(misplaced(window(), Elision::ofPaths), IsEmpty());
+    EXPECT_THAT(Testing::LayoutAudit::faint(window()), IsEmpty());
+    press("Reveal");
+    await([&] { return opened().size() == 1; }, "the file manager");
+    press("Change folder…");
+    answerPanel(at("tree"));
+    EXPECT_EQ(model().largeRoot(), at("tree"));
+
+    click(kRow, "two, *");
+    clickAt(trashButton("two, *"));
+    finish();
+    closeReport();
+    EXPECT_THAT(seen(states), ElementsAre("1 large file", "Search again"));
+    EXPECT_FALSE(exists(at("tree/two")));
+    EXPECT_TRUE(get(QAccessible::List, "Large Files").hasActiveFocus()) << "it has the keys back";
+    key(Qt::Key_Delete);
+    finish();
+    closeReport();
+    EXPECT_FALSE(exists(at("tree/one")));
+    EXPECT_THAT(seen(states), ElementsAre("No large files found.", "Search again"));
+}
+
+TEST_F(SearchScreensTest, DuplicatesShowsTheFirstStateThatHolds) {
+    const std::vector<const char*> states{
+        "Comparing files…",
+        "1 group of identical files",
+        "2 groups of identical files",
+        "Find identical files.",
+        "No duplicates found.",
+        "Find duplicates",
+        "Search again"};
+    model().setDupRoot(makeFolder("tree"));
+    open(Section::duplicates);
+    EXPECT_THAT(seen(states), ElementsAre("Find identical files.", "Find duplicates"));
+    press("Find duplicates");
+    EXPECT_THAT(seen(states), ElementsAre("Comparing files…"));
+    EXPECT_TRUE(sees("Large folders can take a minute or two."));
+    EXPECT_EQ(find(QAccessible::Button, "Cancel"), nullptr);
+    finish();
+    EXPECT_THAT(seen(states), ElementsAre("No duplicates found.", "Search again"));
+
+    makeCopies();
+    fill("tree/d", 3);
+    fill("tree/e", 3);
+    press("Search my home folder");
+    EXPECT_EQ(model().dupRoot(), home());
+    finish();
+    EXPECT_THAT(seen(states), ElementsAre("2 groups of identical files", "Search again"));
+    EXPECT_THAT(
+        seen(
+            {"3 copies 2 MB each, wastes 4 MB",
+             "2 copies 3 MB each, wastes 3 MB",
+             "7 MB reclaimable",
+             "Kept, *a",
+             "Extra copy, *"}),
+        testing::SizeIs(4));
+    EXPECT_TRUE(sees(QString::fromStdString("Kept, " + at("tree/a"))));
+    EXPECT_TRUE(sees(QString::fromStdString("Extra copy, " + at("tree/c"))));
+    EXPECT_THAT(misplaced(window(), Elision::ofPaths), IsEmpty());
+    EXPECT_THAT(Testing::LayoutAudit::faint(window()), IsEmpty());
+
+    press("Trash extras");
+    finish();
+    EXPECT_TRUE(exists(at("tree/a")));
+    EXPECT_FALSE(exists(at("tree/b")));
+    closeReport();
+    EXPECT_THAT(seen(states), ElementsAre("1 group of identical files", "Search again"));
+    press("Replace with clones");
+    EXPECT_FALSE(model().banner().isEmpty());
+    waitToSee(model().banner());
+}
+
+TEST_F(SearchScreensTest, BothAreUsedByTheKeyboardAlone) {
+    fill("tree/large", 55);
+    makeCopies();
+    model().setLargeRoot(at("tree"));
+    model().setDupRoot(at("tree"));
+    open();
+    key(Qt::Key_4, Qt::ControlModifier);
+    tabTo(QAccessible::Button, "Find large files");
+    key(Qt::Key_Return);
+    finish();
+    tabTo(QAccessible::List, "Large Files");
+    key(Qt::Key_Return);
+    await([&] { return opened().size() == 1; }, "the file manager");
+    tabTo(QAccessible::Button, "Move to Trash");
+    key(Qt::Key_Space);
+    finish();
+    EXPECT_FALSE(exists(at("tree/large")));
+    closeReport();
+
+    key(Qt::Key_6, Qt::ControlModifier);
+    tabTo(QAccessible::Button, "Find duplicates");
+    key(Qt::Key_Space);
+    finish();
+    tabTo(QAccessible::List, "Duplicates");
+    tabTo(QAccessible::Button, "Trash extras");
+    key(Qt::Key_Return);
+    finish();
+    EXPECT_FALSE(exists(at("tree/b")));
+    closeReport();
+}
+
+}  // namespace
+}  // namespace Brimlo

@@ -1,0 +1,145 @@
+#include "BrimloAppTests/Window/LayoutAudit.h"
+#include "BrimloAppTests/Window/WindowTest.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+namespace Brimlo {
+namespace {
+
+using testing::ElementsAre;
+using Testing::exists;
+using testing::IsEmpty;
+using Testing::LayoutAudit::Elision;
+using Testing::LayoutAudit::misplaced;
+
+constexpr auto kTick = QAccessible::CheckBox;
+constexpr auto kRow = QAccessible::ListItem;
+constexpr QSize kTall{1000, 1500};
+
+/// History and Settings.
+class SettingsScreensTest : public Testing::WindowTest {
+protected:
+    void trash(const char* path) {
+        write(path);
+        model().runClean(CleanPlan{{{.path = at(path), .size = 7}}}, DisposalMode::trash);
+        finish();
+        model().setShowResult(false);
+    }
+    [[nodiscard]] bool isUsable(const QAccessible::Role role, const char* name) const {
+        const QQuickItem* const found = find(role, name);
+        return found != nullptr && found->isEnabled();
+    }
+};
+
+TEST_F(SettingsScreensTest, HistoryListsWhatWentAndPutsItBack) {
+    open(Section::history);
+    EXPECT_TRUE(sees("Nothing removed yet."));
+    trash("docs/one");
+    EXPECT_FALSE(sees("Nothing removed yet."));
+    tabTo(QAccessible::List, "Removed by Brimlo");
+    key(Qt::Key_Right);
+    const auto entry = QString::fromStdString(at("docs/one")) + ", ";
+    EXPECT_TRUE(sees(entry + "In Trash · can Put Back, *"));
+    EXPECT_THAT(misplaced(window(), Elision::ofPaths), IsEmpty());
+    EXPECT_THAT(Testing::LayoutAudit::faint(window()), IsEmpty());
+    press("Undo all");
+    finish();
+    EXPECT_TRUE(exists(at("docs/one")));
+    EXPECT_TRUE(sees(entry + "Restored, *"));
+    EXPECT_EQ(find(QAccessible::Button, "Undo all"), nullptr);
+
+    trash("docs/two");
+    click(kRow, "two, *");
+    press("Remove items Brimlo put in Trash");
+    finish();
+    EXPECT_FALSE(exists(at(".local/share/Trash/files/two")));
+    EXPECT_TRUE(sees(QString::fromStdString(at("docs/two")) + ", Gone, *"));
+    EXPECT_EQ(find(QAccessible::Button, "Undo all"), nullptr);
+    click(kRow, "two, *");
+    EXPECT_FALSE(sees(QString::fromStdString(at("docs/two")) + ", Gone, *"));
+}
+
+TEST_F(SettingsScreensTest, EverySettingTakesEffectAtOnce) {
+    open(Section::settings, kTall);
+    click(kTick, "Automatically clean regenerable items when disk space is low");
+    EXPECT_TRUE(model().config().autoCleanEnabled);
+    EXPECT_TRUE(isChecked(kTick, "Automatically clean regenerable items when disk space is low"));
+    struct Case {
+        const char* stepper;
+        std::int64_t before;
+        std::int64_t after;
+        const char* shown;
+    };
+    const AppConfig& config = model().config();
+    const Case cases[] = {
+        {"Free-space threshold: *",
+         config.freeSpaceThresholdGB,
+         config.freeSpaceThresholdGB + 5,
+         "GB"                                                                             },
+        {"Treat projects as idle after *",     config.staleDays, config.staleDays + 14, ""},
+        {"Empty Brimlo's Trash items after *",
+         config.trashRetentionDays,
+         config.trashRetentionDays + 1,
+         ""                                                                               },
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.stepper);
+        QQuickItem* const stepper = find(QAccessible::SpinBox, c.stepper);
+        ASSERT_NE(stepper, nullptr);
+        EXPECT_EQ(stepper->property("value").toLongLong(), c.before);
+        clickAt(stepper->mapToScene({stepper->width() - 15, stepper->height() / 2}));
+        EXPECT_EQ(stepper->property("value").toLongLong(), c.after);
+        tabTo(QAccessible::SpinBox, c.stepper);
+        key(Qt::Key_Down);
+        EXPECT_EQ(stepper->property("value").toLongLong(), c.before);
+    }
+    press("Preview auto-clean (dry run)");
+    EXPECT_FALSE(isEnabled("Run auto-clean now"));
+    finish();
+    press("Run auto-clean now");
+    EXPECT_FALSE(model().busy().isEmpty() && !model().isCleaning());
+    finish();
+    EXPECT_FALSE(model().banner().isEmpty());
+}
+
+TEST_F(SettingsScreensTest, OffersWhatThisBuildCanDo) {
+    const char* const missing = "Not available when running from a development build.";
+    const char* const job = "Also run auto-clean when Brimlo is closed";
+    open(Section::settings, kTall);
+    EXPECT_TRUE(sees(missing));
+    EXPECT_FALSE(isUsable(kTick, job));
+    EXPECT_FALSE(isEnabled("Install"));
+    EXPECT_FALSE(isUsable(kTick, "Automatically check for updates"));
+    EXPECT_FALSE(isEnabled("Check for updates now"));
+    EXPECT_TRUE(sees("Version 1.2.3"));
+    EXPECT_EQ(sees("Full Disk Access granted"), model().hasFullDiskAccess());
+    close();
+
+    bundleTool();
+    write("pkexec", "#!/bin/sh\nexec \"$@\"\n");
+    std::filesystem::permissions(at("pkexec"), std::filesystem::perms::owner_all);
+    open(Section::settings, kTall);
+    press("Not Now");
+    await([&] { return sees("Settings"); }, "the end of the question");
+    EXPECT_FALSE(sees(missing));
+    const char* const idle = "Auto-clean is off, so the background job will do nothing yet.";
+    EXPECT_FALSE(sees(idle));
+    click(kTick, job);
+    EXPECT_TRUE(isChecked(kTick, job));
+    EXPECT_TRUE(sees(idle));
+    EXPECT_FALSE(sees("The background job points at a different copy of Brimlo. *"));
+    click(kTick, "Automatically clean regenerable items when disk space is low");
+    EXPECT_FALSE(sees(idle));
+    click(kTick, job);
+    EXPECT_FALSE(model().agentInstalled());
+    press("Install");
+    EXPECT_TRUE(exists(at("bin/brimlo")));
+    EXPECT_TRUE(sees("brimlo is installed at /usr/local/bin/brimlo"));
+    EXPECT_TRUE(isEnabled("Reinstall"));
+    EXPECT_THAT(misplaced(window(), Elision::ofPaths), IsEmpty());
+}
+
+}  // namespace
+}  // namespace Brimlo

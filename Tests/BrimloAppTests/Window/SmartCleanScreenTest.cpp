@@ -1,0 +1,336 @@
+#include "BrimloAppTests/Window/LayoutAudit.h"
+#include "BrimloAppTests/Window/WindowTest.h"
+#include "BrimloCore/UserRules/UserRules.h"
+
+#include <QtTest/QTest>
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+namespace Brimlo {
+namespace {
+
+using testing::ElementsAre;
+using Testing::exists;
+using testing::IsEmpty;
+
+constexpr auto kRow = QAccessible::ListItem;
+constexpr auto kTick = QAccessible::CheckBox;
+
+/// A home with two caches of one safe rule, one of a rule whose app "runs" (this very program) and
+/// that only video people have, one item to review, and one image of a Docker that is not there.
+class SmartCleanScreenTest : public Testing::WindowTest {
+protected:
+    void addRules() const {
+        addRule(
+            {.id = "custom.caches",
+             .name = "Caches",
+             .paths = {"~/caches/*"},
+             .risk = Risk::safe,
+             .officialCommand = "tidy --all",
+             .personas = {Persona::general}});
+        addRule(
+            {.id = "custom.running",
+             .name = "Running",
+             .group = "Group",
+             .paths = {"~/running/*"},
+             .risk = Risk::rebuild,
+             .quitApps = {"WindowTests"},
+             .personas = {Persona::video}});
+        addRule(
+            {.id = "custom.mine",
+             .name = "Mine",
+             .paths = {"~/mine/*"},
+             .risk = Risk::review,
+             .personas = {Persona::general}});
+        write("caches/large/data", std::string(200'000, 'a'));
+        write("caches/small/data", std::string(90'000, 'a'));
+        write("running/data", std::string(50'000, 'a'));
+        write("mine/data", std::string(10'000, 'a'));
+    }
+
+    static void addRule(UserRules::Draft draft) {
+        draft.regenerates = "It comes back.";
+        ASSERT_TRUE(
+            UserRules::save(UserRules::make(std::move(draft)), UserRules::defaultDirectory()));
+    }
+
+    /// An engine with one image of so many gigabytes that nothing uses.
+    void installDocker(const std::string& size) const {
+        const std::string image =
+            R"({"ID":"sha256:abc","Repository":"builder","Tag":"1","Containers":"0","Size":")" +
+            size + R"(","UniqueSize":")" + size + R"("})";
+        write(
+            "docker",
+            "#!/bin/sh\ncase \"$*\" in 'context show') echo default;; info*) echo 28;;\n"
+            "'system df -v --format json') echo '{\"Images\":[" +
+                image +
+                "]}';;\n"
+                "rmi*) touch \"$HOME/removed\";; esac\n");
+        std::filesystem::permissions(at("docker"), std::filesystem::perms::owner_all);
+    }
+
+    void openScanned(const QSize size = {1000, 660}) {
+        addRules();
+        open(Section::clean, size);
+        ASSERT_FALSE(model().suggestions().empty());
+    }
+
+    [[nodiscard]] std::vector<std::string> planned() {
+        std::vector<std::string> names;
+        for (const CleanItem& item : model().currentPlan().items()) {
+            names.push_back(
+                item.path.starts_with('/') ? item.path.substr(home().size() + 1) : item.path);
+        }
+        return names;
+    }
+
+    [[nodiscard]] QPointF box(const char* row) {
+        QQuickItem* const found = find(kRow, row);
+        return found->mapToScene({22, found->height() / 2});
+    }
+};
+
+TEST_F(SmartCleanScreenTest, ShowsTheFirstStateThatHolds) {
+    const char* const empty = "Nothing scanned yet";
+    const std::vector<const char*> states{
+        "0s · usually 20 to 30 seconds", empty, "No Results for “zzz”", "Suggestions"};
+    open(Section::clean);
+    EXPECT_THAT(seen(states), ElementsAre(empty));
+    EXPECT_TRUE(sees("Press Rescan to find cleanable items."));
+    addRules();
+    press("Rescan");
+    EXPECT_TRUE(model().isSuggesting());
+    waitToSee("0s · usually 20 to 30 seconds");
+    EXPECT_FALSE(isEnabled("Rescan"));
+    EXPECT_TRUE(sees(model().suggestPhase()));
+    finish();
+    EXPECT_THAT(seen(states), ElementsAre("Suggestions"));
+
+    // Without a match nothing but that is shown; during a run nothing but the run.
+    click(QAccessible::EditableText, "Search apps and tools");
+    type("zzz");
+    EXPECT_THAT(seen(states), ElementsAre("No Results for “zzz”"));
+    model().loadSuggestions();
+    EXPECT_TRUE(sees("0s · usually 20 to 30 seconds"));
+    EXPECT_FALSE(sees("No Results for “zzz”"));
+    finish();
+    // An audience without a suggestion has none, whatever is searched for.
+    model().setPersonaFilterID("gaming");
+    EXPECT_THAT(seen(states), ElementsAre(empty));
+}
+
+TEST_F(SmartCleanScreenTest, SearchesNamesAndGroupsWithinTheAudience) {
+    openScanned();
+    struct Case {
+        const char* audience;
+        const char* query;
+        std::vector<std::string> rows;
+    };
+    const Case cases[] = {
+        {"",      "",         {"Caches, *", "Running, *", "Mine, *"}},
+        {"",      "  cAcHe ", {"Caches, *"}                         },
+        {"",      "gROUP",    {"Running, *"}                        },
+        {"video", "",         {"Running, *"}                        },
+        {"video", "mine",     {}                                    },
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.audience << ' ' << c.query);
+        model().setPersonaFilterID(c.audience);
+        click(QAccessible::EditableText, "Search apps and tools");
+        key(Qt::Key_Escape);
+        type(c.query);
+        EXPECT_EQ(seen({"Caches, *", "Running, *", "Mine, *"}), c.rows);
+    }
+}
+
+TEST_F(SmartCleanScreenTest, TicksByBoxAndKeyAndByTheToolbar) {
+    openScanned({1000, 900});
+    EXPECT_THAT(planned(), ElementsAre("caches/large", "caches/small"));
+    EXPECT_TRUE(sees("2 items"));
+    clickAt(box("Caches, *"));
+    EXPECT_THAT(planned(), IsEmpty());
+    EXPECT_FALSE(isEnabled("Preview"));
+    EXPECT_FALSE(isEnabled("Review & Clean…"));
+    clickAt(box("Mine, *"));
+    EXPECT_THAT(planned(), ElementsAre("mine/data"));
+    press("Select safe");
+    EXPECT_THAT(planned(), ElementsAre("caches/large", "caches/small"));
+
+    click(kRow, "Caches, *");  // Beside the box it unfolds.
+    EXPECT_TRUE(sees("It comes back."));
+    EXPECT_TRUE(sees("Goes to Trash. It can be regenerated."));
+    EXPECT_TRUE(sees("Official command:"));
+    click(kTick, QString::fromStdString(at("caches/large")));
+    EXPECT_THAT(planned(), ElementsAre("caches/small"));
+    const QQuickItem* const group = find(kTick, "Select all items in this group");
+    EXPECT_EQ(group->property("checkState").toInt(), Qt::PartiallyChecked);
+    press("Clear selection");
+    EXPECT_THAT(planned(), IsEmpty());
+    EXPECT_EQ(group->property("checkState").toInt(), Qt::Unchecked);
+
+    click(QAccessible::ComboBox, "Audience");
+    click(kRow, "Video");
+    EXPECT_EQ(model().personaFilter(), Persona::video);
+    EXPECT_TRUE(sees("Close WindowTests first"));
+    EXPECT_TRUE(sees("Comes back after a rebuild or re-download"));
+}
+
+TEST_F(SmartCleanScreenTest, ExplainsTheRatingsAndShowsNoTooltipThere) {
+    openScanned();
+    QTest::mouseMove(
+        &window(), middle(get(QAccessible::Button, "What do the ratings mean?")).toPoint());
+    press("What do the ratings mean?");
+    waitToSee("How to read the ratings");
+    EXPECT_THAT(
+        seen(
+            {"Regenerated automatically; at worst the next launch is slightly slower.",
+             "Goes to Trash, where you can put it back."}),
+        testing::SizeIs(2));
+    QTest::qWait(theme("tipDelay").toInt() + 100);
+    EXPECT_FALSE(isTipShown());
+    key(Qt::Key_Escape);
+    await([&] { return !sees("How to read the ratings"); }, "its end");
+    press("Add rule");
+    EXPECT_NE(model().ruleDraft(), nullptr);
+}
+
+TEST_F(SmartCleanScreenTest, PreviewsWithoutAWayToClean) {
+    openScanned();
+    model().setPreviewRequested(true);
+    waitToSee("Preview: nothing will change");
+    EXPECT_FALSE(model().previewRequested());
+    EXPECT_TRUE(sees("This is a preview. Use Clean to apply."));
+    EXPECT_EQ(find(QAccessible::Button, "Clean *"), nullptr);
+    key(Qt::Key_Return);
+    await([&] { return !sees("Preview: nothing will change"); }, "its end");
+    press("Preview");
+    waitToSee("Preview: nothing will change");
+    press("Close");
+    EXPECT_FALSE(model().isCleaning());
+    EXPECT_THAT(model().journal(), IsEmpty());
+}
+
+TEST_F(SmartCleanScreenTest, TellsDockersItemsFromThoseThatCanComeBack) {
+    installDocker("5000TB");
+    openScanned({1000, 900});
+    click(kRow, "Docker: *");
+    EXPECT_EQ(find(QAccessible::Button, "Reveal in Files"), nullptr);
+    press("Clear selection");
+    clickAt(box("Docker: *"));
+    EXPECT_THAT(planned(), ElementsAre("docker:image:sha256:abc"));
+    press("Review & Clean…");
+    waitToSee("Docker · permanent");
+    EXPECT_TRUE(sees("5 PB Freed immediately"));
+    EXPECT_TRUE(sees("0 bytes Freed after emptying Trash"));
+    EXPECT_FALSE(sees("Trash"));
+    EXPECT_THAT(Testing::LayoutAudit::faint(window()), IsEmpty());
+    press("Clean 5 PB");
+    finish();
+    EXPECT_TRUE(exists(at("removed")));
+    waitToSee("5 PB Freed now");
+    EXPECT_FALSE(sees("Empty Trash now"));
+}
+
+TEST_F(SmartCleanScreenTest, CleansWhatWasReviewedAndUndoesIt) {
+    openScanned();
+    clickAt(box("Mine, *"));
+    press("Review & Clean…");
+    waitToSee("Review before cleaning");
+    EXPECT_TRUE(
+        sees("Some items may contain your own files. They stay in Trash and can be put back."));
+    EXPECT_TRUE(isChecked(QAccessible::RadioButton, "Move to Trash"));
+    EXPECT_THAT(
+        Testing::LayoutAudit::misplaced(window(), Testing::LayoutAudit::Elision::ofPaths),
+        IsEmpty());
+    // Something else is ticked meanwhile: what was shown goes, and no more.
+    model().toggle(at("mine/data"));
+    press("Clean *");
+    EXPECT_TRUE(model().isCleaning());
+    EXPECT_THAT(seen({"0 of 3", "1 of 3", "2 of 3", "3 of 3"}), testing::SizeIs(1));
+    finish();
+    EXPECT_FALSE(exists(at("mine/data")));
+    waitToSee("Cleanup complete");
+    EXPECT_TRUE(sees("3 items processed"));
+    EXPECT_THAT(Testing::LayoutAudit::faint(window()), IsEmpty());
+    press("Undo everything");
+    finish();
+    EXPECT_TRUE(exists(at("mine/data")));
+    EXPECT_FALSE(model().showResult());
+    await([&] { return !sees("Cleanup complete"); }, "its end");
+}
+
+TEST_F(SmartCleanScreenTest, ReportsProblemsAndLeadsOn) {
+    openScanned();
+    std::filesystem::remove_all(at("caches/small"));
+    press("Review & Clean…");
+    press("Clean *");
+    finish();
+    waitToSee("Cleanup finished with problems");
+    EXPECT_TRUE(sees(QString::fromStdString(at("caches/small")) + ": *"));
+    EXPECT_THAT(
+        Testing::LayoutAudit::misplaced(window(), Testing::LayoutAudit::Elision::ofPaths),
+        IsEmpty());
+    press("Empty Trash now");
+    finish();
+    EXPECT_FALSE(exists(at(".local/share/Trash/files/large")));
+    press("View history");
+    EXPECT_EQ(model().section(), Section::history);
+    EXPECT_FALSE(model().showResult());
+}
+
+TEST_F(SmartCleanScreenTest, GoesTheWholeWayByTheKeyboard) {
+    openScanned();
+    tabTo(QAccessible::Button, "Rescan");
+    key(Qt::Key_Return);
+    EXPECT_TRUE(model().isSuggesting());
+    finish();
+    tabTo(QAccessible::List, "Suggestions");
+    key(Qt::Key_Space);
+    EXPECT_THAT(planned(), IsEmpty());
+    key(Qt::Key_Right);
+    EXPECT_TRUE(sees("It comes back."));
+    key(Qt::Key_Down);
+    key(Qt::Key_Down);
+    key(Qt::Key_Space);
+    EXPECT_THAT(planned(), ElementsAre("caches/large"));
+    key(Qt::Key_Left);
+    key(Qt::Key_Left);
+    EXPECT_FALSE(sees("It comes back."));
+    tabTo(QAccessible::Button, "Review & Clean…");
+    key(Qt::Key_Space);
+    waitToSee("Review before cleaning");
+    key(Qt::Key_Return);
+    finish();
+    EXPECT_FALSE(exists(at("caches/large")));
+    waitToSee("Cleanup complete");
+    tabTo(QAccessible::Button, "Undo everything");
+    key(Qt::Key_Return);
+    finish();
+    EXPECT_TRUE(exists(at("caches/large/data")));
+}
+
+TEST_F(SmartCleanScreenTest, KeepsSheetsSaneWhenTheirDataGoesAway) {
+    openScanned();
+    press("Review & Clean…");
+    waitToSee("Review before cleaning");
+    std::filesystem::remove_all(at("caches"));
+    model().loadSuggestions();
+    finish();
+    EXPECT_TRUE(sees("Review before cleaning"));
+    press("Clean *");
+    finish();
+    waitToSee("Cleanup finished with problems");
+    // The next clean's report takes the place of the one on show.
+    model().setSection(Section::overview);
+    model().toggle(at("mine/data"));
+    model().runClean(model().currentPlan(), DisposalMode::trash);
+    finish();
+    waitToSee("Cleanup complete");
+    key(Qt::Key_Escape);
+    await([&] { return !sees("Cleanup complete"); }, "its end");
+    EXPECT_FALSE(model().showResult());
+}
+
+}  // namespace
+}  // namespace Brimlo
