@@ -12,6 +12,8 @@ ScrollList {
     required property NodeRows rows
     required property PlanReview review
     property int anchorRow: 0
+    property int pickedRow: -1
+    property double pickedAt: 0
     readonly property int countWidth: Math.ceil(widestCount.advanceWidth)
     readonly property int dateWidth: Math.ceil(widestDate.advanceWidth)
 
@@ -28,6 +30,17 @@ ScrollList {
             rows.toggleSelected(row);
         else
             rows.select(row);
+    }
+    // No row is told of a double click, since its handlers share the presses with it.
+    function pick(row, modifiers) {
+        const now = Date.now();
+        const again = row === pickedRow && now - pickedAt < Qt.styleHints.mouseDoubleClickInterval;
+        pickedRow = again ? -1 : row;
+        pickedAt = now;
+        if (again && modifiers === Qt.NoModifier)
+            rows.drill(row);
+        else
+            choose(row, modifiers);
     }
     function step(by, event) {
         event.accepted = !(event.modifiers & Qt.AltModifier);
@@ -46,6 +59,7 @@ ScrollList {
     function begin() {
         currentIndex = count > 0 ? 0 : -1;
         anchorRow = 0;
+        pickedRow = -1;
         positionViewAtBeginning();
     }
 
@@ -98,9 +112,8 @@ ScrollList {
         dateWidth: list.dateWidth
         onPicked: modifiers => {
             list.forceActiveFocus(Qt.MouseFocusReason);
-            list.choose(index, modifiers);
+            list.pick(index, modifiers);
         }
-        onDoubleClicked: list.rows.drill(index)
         onMenuWanted: at => {
             list.forceActiveFocus(Qt.MouseFocusReason);
             list.currentIndex = index;
