@@ -137,7 +137,7 @@ void addUndoCommand(CLI::App& app, Tool& tool) {
     what->require_option(1);
     what->add_option(
             "ids", arguments->ids, "Entries of \"brimlo history\", by the beginning of their ids")
-        ->type_name("ID");
+        ->type_name("ENTRY");
     what->add_option("--batch", arguments->batch, "All items of this clean")->type_name("UUID");
     what->add_flag("--last", arguments->last, "All items of the latest clean that can be restored");
     command->footer(

@@ -1,5 +1,5 @@
+#include "brimlo/Commands.h"
 #include "brimlo/Interrupt.h"
-#include "brimlo/Tool.h"
 
 #include <cstdio>
 #include <string>
@@ -9,37 +9,9 @@ int main(int argc, char** argv) {
     using namespace Brimlo;
     Interrupt::install();
 
-    CLI::App app{"Finds what fills the disk and moves what can safely go to the Trash."};
-    app.name("brimlo");
-    app.set_version_flag("--version", "brimlo " BRIMLO_VERSION);
-    app.require_subcommand(1);
-    app.footer(
-        "Examples:\n"
-        "  brimlo suggest                  what can be cleaned, and how risky that is\n"
-        "  brimlo clean --safe --dry-run   what a clean of the safe part would take\n"
-        "  brimlo clean --safe --yes       take it to the Trash\n"
-        "  brimlo undo --last              put it all back\n"
-        "\n"
-        "Exit codes: 0 done, 1 done with problems, 2 wrong usage, 130 interrupted.\n"
-        "\"brimlo COMMAND --help\" tells more of a command.");
-
+    CLI::App app;
     Tool tool;
-    addSuggestCommand(app, tool);
-    addScanCommand(app, tool);
-    addSizeCommand(app, tool);
-    addLargeCommand(app, tool);
-    addDuplicatesCommand(app, tool);
-    addDockerCommand(app, tool);
-    addSafetyCommand(app, tool);
-    addBackupCommand(app, tool);
-    addCoverageCommand(app, tool);
-    addCleanCommand(app, tool);
-    addAutocleanCommand(app, tool);
-    addHistoryCommand(app, tool);
-    addUndoCommand(app, tool);
-    addTrashCommand(app, tool);
-    addRulesCommand(app, tool);
-    addConfigCommand(app, tool);
+    addCommands(app, tool);
 
     try {
         app.parse(argc, argv);
