@@ -14,10 +14,15 @@ FILES = {
     "bin/brimlo-app": "program",
     "lib/brimlo/brimlo": "program",
     "share/applications/brimlo.desktop": "file",
-    "share/doc/brimlo/LICENSE": "file",
-    "share/doc/brimlo/LICENSE.lucide": "file",
+    "share/bash-completion/completions/brimlo": "file",
+    "share/doc/brimlo/changelog.gz": "file",
+    "share/doc/brimlo/copyright": "file",
+    "share/fish/vendor_completions.d/brimlo.fish": "file",
     "share/icons/hicolor/scalable/apps/brimlo.svg": "file",
+    "share/man/man1/brimlo-app.1.gz": "file",
+    "share/man/man1/brimlo.1.gz": "file",
     "share/metainfo/app.brimlo.brimlo.metainfo.xml": "file",
+    "share/zsh/vendor-completions/_brimlo": "file",
 }
 FIRST_FRAME = "Frame rendered with 'software' renderloop"
 
