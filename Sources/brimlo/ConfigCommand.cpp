@@ -91,7 +91,8 @@ void show(const AppConfig& config, const Tool& tool) {
 }
 
 ExitCode run(const std::string& key, const std::optional<std::string>& text, const Tool& tool) {
-    AppConfig config = AppConfig::load();
+    const auto stored = AppConfig::read();
+    AppConfig config = stored.value_or(AppConfig{});
     if (key.empty()) {
         show(config, tool);
         return ExitCode::done;
@@ -108,8 +109,11 @@ ExitCode run(const std::string& key, const std::optional<std::string>& text, con
                 ", not \"" + *text + "\".");
             return ExitCode::wrongUsage;
         }
-        config.save();
-        if (AppConfig::load() != config) {
+        // What could not be read would be lost by saving.
+        if (stored) {
+            config.save();
+        }
+        if (!stored || AppConfig::load() != config) {
             complain("The setting could not be saved.");
             return ExitCode::problems;
         }

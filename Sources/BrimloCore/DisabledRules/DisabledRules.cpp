@@ -24,7 +24,7 @@ std::string filePath() {
 }
 
 std::set<std::string> read() {
-    const auto text = readFile(filePath(), kLongestFile);
+    const auto text = readFile(filePath(), kLongestFile, Owner::trusted);
     const auto document = text ? Json::parse(*text) : std::unexpected(std::string{});
     const Json::Array* elements = document ? document->if_array() : nullptr;
     std::set<std::string> ids;

@@ -47,13 +47,19 @@ std::expected<AppConfig, std::string> decode(std::string_view text) {
 }  // namespace
 
 AppConfig AppConfig::load(const std::optional<std::string>& path) {
+    return read(path).value_or(AppConfig{});
+}
+
+std::expected<AppConfig, Error> AppConfig::read(const std::optional<std::string>& path) {
     const std::string file = path ? *path : defaultPath();
-    const auto text = readFile(file, kLongestFile);
+    const auto text = readFile(file, kLongestFile, Owner::trusted);
     if (!text) {
         if (text.error().code == EFBIG) {
             preserveCorrupt(file);
         }
-        return {};
+        const bool isThere = text.error().code != EFBIG && text.error().code != ENOENT;
+        return isThere ? std::expected<AppConfig, Error>{std::unexpected(text.error())}
+                       : AppConfig{};
     }
     const auto config = decode(*text);
     if (!config) {
@@ -71,7 +77,10 @@ void AppConfig::save(const std::optional<std::string>& path) const {
         {"autoCleanIncludesCustomRules", autoCleanIncludesCustomRules},
         {"cliInstallOffered",            cliInstallOffered           },
     };
-    static_cast<void>(AtomicFile::write(path ? *path : defaultPath(), Json::pretty(object)));
+    // Settings that are there and can't be read are not overwritten.
+    if (read(path)) {
+        static_cast<void>(AtomicFile::write(path ? *path : defaultPath(), Json::pretty(object)));
+    }
 }
 
 }  // namespace Brimlo

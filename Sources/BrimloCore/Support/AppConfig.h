@@ -1,6 +1,9 @@
 #pragma once
 
+#include "BrimloCore/Models/Error.h"
+
 #include <cstdint>
+#include <expected>
 #include <optional>
 #include <string>
 
@@ -23,8 +26,13 @@ struct AppConfig {
     /// defaults too and is copied to the same name plus ".corrupt".
     [[nodiscard]] static AppConfig load(const std::optional<std::string>& path = std::nullopt);
 
-    /// Writes all settings, in one step, by default to the support folder. A failure is not
-    /// reported.
+    /// `load` for one who means to change a setting and keep the others: fails when a file is there
+    /// that can't be read, or that somebody else has put there.
+    [[nodiscard]] static std::expected<AppConfig, Error> read(
+        const std::optional<std::string>& path = std::nullopt);
+
+    /// Writes all settings, in one step, by default to the support folder, but not over a file that
+    /// `read` fails for. A failure is not reported.
     void save(const std::optional<std::string>& path = std::nullopt) const;
 };
 

@@ -2,6 +2,7 @@
 
 #include "BrimloCore/Platform/Posix/Descriptor.h"
 #include "BrimloCore/Platform/Posix/WriteAndSync.h"
+#include "BrimloCore/Support/Folders.h"
 #include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/Uuid.h"
 
@@ -10,6 +11,7 @@
 #include <filesystem>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -20,6 +22,9 @@ namespace Brimlo {
 namespace {
 
 using Platform::Descriptor;
+
+constexpr std::string_view kTemporarySuffix = ".tmp";
+constexpr std::size_t kMarkLength = 8;
 
 std::unexpected<Error> failure() {
     return std::unexpected(Error::fromSystem(errno));
@@ -52,7 +57,8 @@ std::expected<AtomicFile, Error> AtomicFile::prepare(std::string path, std::stri
     if (!Path::isUsable(path)) {
         return std::unexpected(Error::fromSystem(EINVAL));
     }
-    std::string temporary = path + "." + Uuid::random().text().substr(0, 8) + ".tmp";
+    std::string temporary =
+        path + "." + Uuid::random().text().substr(0, kMarkLength) + std::string{kTemporarySuffix};
     const Descriptor file{
         open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0600)};
     if (!file) {
@@ -63,6 +69,17 @@ std::expected<AtomicFile, Error> AtomicFile::prepare(std::string path, std::stri
         return failure();
     }
     return prepared;
+}
+
+void AtomicFile::removeLeftovers(const std::string& path) {
+    const std::string folder{Path::parent(path)};
+    const std::string beginning = std::string{Path::name(path)} + ".";
+    for (const std::string& name : Folders::names(folder).value_or(std::vector<std::string>{})) {
+        if (name.size() == beginning.size() + kMarkLength + kTemporarySuffix.size() &&
+            name.starts_with(beginning) && name.ends_with(kTemporarySuffix)) {
+            unlink(Path::join(folder, name).c_str());
+        }
+    }
 }
 
 std::expected<void, Error> AtomicFile::publish() {
@@ -79,7 +96,8 @@ std::expected<void, Error> AtomicFile::write(std::string path, std::string_view 
     return prepared ? prepared->publish() : std::unexpected(prepared.error());
 }
 
-std::expected<std::string, Error> readFile(const std::string& path, std::size_t limit) {
+std::expected<std::string, Error> readFile(
+    const std::string& path, std::size_t limit, Owner owner) {
     if (!Path::isUsable(path)) {
         return std::unexpected(Error::fromSystem(EINVAL));
     }
@@ -90,6 +108,9 @@ std::expected<std::string, Error> readFile(const std::string& path, std::size_t 
     }
     if (!S_ISREG(status.st_mode)) {
         return std::unexpected(Error::fromSystem(S_ISDIR(status.st_mode) ? EISDIR : EINVAL));
+    }
+    if (owner == Owner::trusted && status.st_uid != geteuid() && status.st_uid != 0) {
+        return std::unexpected(Error::fromSystem(EPERM));
     }
     const auto expected = static_cast<std::size_t>(status.st_size);
     std::string bytes(std::min(expected, limit) + 1, '\0');

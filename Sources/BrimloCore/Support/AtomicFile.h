@@ -24,6 +24,10 @@ public:
     AtomicFile& operator=(const AtomicFile&) = delete;
     ~AtomicFile();
 
+    /// Removes what a process that was killed has left of new content for `path`. Only for one who
+    /// alone writes to it.
+    static void removeLeftovers(const std::string& path);
+
     /// Puts the content in place. Call once.
     [[nodiscard]] std::expected<void, Error> publish();
 
@@ -40,9 +44,11 @@ private:
 /// The whole content of a regular file of at most `limit` bytes.
 ///
 /// Fails with EFBIG for a longer one, and with EINVAL for what is no regular file, such as a pipe
-/// that nobody writes to.
+/// that nobody writes to. `Owner::trusted` fails with EPERM for a file that is neither the user's
+/// own nor the system's: somebody else could have written it.
+enum class Owner { any, trusted };
 [[nodiscard]] std::expected<std::string, Error> readFile(
-    const std::string& path, std::size_t limit);
+    const std::string& path, std::size_t limit, Owner owner = Owner::any);
 
 /// Copies a file that could not be understood to the same name plus ".corrupt", over an earlier
 /// copy. Errors are ignored.

@@ -65,13 +65,12 @@ Journal::Pending::Pending(
     , entry_(std::move(entry))
     , file_(std::move(file)) {}
 
-void Journal::Pending::publish(const JournalEntry& entry) && {
+bool Journal::Pending::publish(const JournalEntry& entry) && {
     if (entry_ == entry) {
-        static_cast<void>(file_.publish());
-        return;
+        return file_.publish().has_value();
     }
     complete(beginning_, entry);
-    static_cast<void>(AtomicFile::write(path_, beginning_));
+    return AtomicFile::write(path_, beginning_).has_value();
 }
 
 Journal::Journal(std::string path)
@@ -83,14 +82,19 @@ Journal::Lock Journal::lock() {
     lock.processes =
         Platform::Descriptor{open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600)};
     // Without a lock file the journal goes on with the threads' lock alone.
-    while (lock.processes && flock(lock.processes.number(), LOCK_EX) != 0 && errno == EINTR) {
+    int result = -1;
+    while (lock.processes && (result = flock(lock.processes.number(), LOCK_EX)) != 0 &&
+           errno == EINTR) {
+    }
+    if (result == 0) {
+        AtomicFile::removeLeftovers(path_);
     }
     return lock;
 }
 
 /// A missing file is an empty journal. Fails only when a file is there that can't be read.
 std::expected<std::vector<JournalEntry>, Error> Journal::load() const {
-    const auto text = readFile(path_, kLongestFile);
+    const auto text = readFile(path_, kLongestFile, Owner::trusted);
     if (!text && text.error().code != ENOENT) {
         return std::unexpected(text.error());
     }
@@ -113,7 +117,7 @@ std::expected<std::vector<JournalEntry>, Error> Journal::load() const {
 /// writing thousands of entries anew to add one would cost more than the disk does.
 std::expected<std::string, Error> Journal::beginning() const {
     std::int64_t count = 0;
-    std::string text = readFile(path_, kLongestFile).value_or("");
+    std::string text = readFile(path_, kLongestFile, Owner::trusted).value_or("");
     if (forEachEntry(text, [&](const JournalEntry&) { ++count; }) == Condition::intact) {
         text.resize(text.rfind(']'));
     } else {
@@ -150,10 +154,9 @@ std::vector<JournalEntry> Journal::entries() {
     return entries;
 }
 
-void Journal::append(const JournalEntry& entry) {
-    if (auto pending = prepare(entry)) {
-        std::move(*pending).publish(entry);
-    }
+bool Journal::append(const JournalEntry& entry) {
+    auto pending = prepare(entry);
+    return pending && std::move(*pending).publish(entry);
 }
 
 void Journal::update(const Uuid& id, const std::function<void(JournalEntry&)>& body) {

@@ -32,9 +32,9 @@ public:
     class Pending {
     public:
         /// Puts the journal with `entry` in place. Costs no more than a rename when `entry` is the
-        /// one prepared; one that turned out differently is written anew. A failure is not
-        /// reported.
-        void publish(const JournalEntry& entry) &&;
+        /// one prepared; one that turned out differently is written anew. Whether it is in place
+        /// now; on failure the journal stays as it was.
+        bool publish(const JournalEntry& entry) &&;
 
     private:
         friend class Journal;
@@ -58,8 +58,8 @@ public:
     /// All entries that can be read, newest first; entries of one date in file order.
     [[nodiscard]] std::vector<JournalEntry> entries();
 
-    /// Adds an entry at the end. A failure is not reported and leaves the file as it was.
-    void append(const JournalEntry& entry);
+    /// Adds an entry at the end. Whether it is there now: a failure leaves the file as it was.
+    bool append(const JournalEntry& entry);
 
     /// Applies `body` to the first entry with this id, if there is one. A failure is not reported
     /// and leaves the file as it was.

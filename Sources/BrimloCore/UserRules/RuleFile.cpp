@@ -1,6 +1,5 @@
 #include "BrimloCore/UserRules/RuleFile.h"
 
-#include "BrimloCore/Support/AtomicFile.h"
 #include "BrimloCore/Support/RuleJson.h"
 #include "BrimloCore/Support/Text.h"
 
@@ -15,8 +14,9 @@ constexpr std::size_t kLongestFile = std::size_t{16} << 20U;
 
 }  // namespace
 
-std::expected<std::vector<Lossy<CleanupRule>>, std::string> readRules(const std::string& path) {
-    const auto text = readFile(path, kLongestFile);
+std::expected<std::vector<Lossy<CleanupRule>>, std::string> readRules(
+    const std::string& path, Owner owner) {
+    const auto text = readFile(path, kLongestFile, owner);
     if (!text) {
         return std::unexpected("could not be read: " + text.error().description);
     }

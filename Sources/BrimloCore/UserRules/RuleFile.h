@@ -3,6 +3,7 @@
 #include "BrimloCore/Models/CleanupRule.h"
 #include "BrimloCore/Models/Error.h"
 #include "BrimloCore/Models/Lossy.h"
+#include "BrimloCore/Support/AtomicFile.h"
 #include "BrimloCore/UserRules/RuleValidation.h"
 
 #include <expected>
@@ -15,9 +16,10 @@ namespace Brimlo::UserRules {
 
 /// The elements of a rule file, bad ones with their errors; none when it holds no rules.
 ///
-/// Fails, with the reason, when the file can't be read or is no rule pack at all.
+/// Fails, with the reason, when the file can't be read, is somebody else's though `owner` forbids
+/// that, or is no rule pack at all.
 [[nodiscard]] std::expected<std::vector<Lossy<CleanupRule>>, std::string> readRules(
-    const std::string& path);
+    const std::string& path, Owner owner = Owner::any);
 
 /// A rule of a file, by its id or else its position, and what is wrong with it.
 struct FileVerdict {

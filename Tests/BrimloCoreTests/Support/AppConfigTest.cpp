@@ -62,6 +62,15 @@ TEST_F(AppConfigTest, KeepsADamagedFileAside) {
     }
 }
 
+TEST_F(AppConfigTest, LeavesAloneWhatIsThereAndCannotBeRead) {
+    EXPECT_EQ(AppConfig::read(path_), AppConfig{});
+    ASSERT_EQ(mkfifo(path_.c_str(), 0600), 0);
+    EXPECT_EQ(AppConfig::load(path_), AppConfig{});
+    EXPECT_EQ(AppConfig::read(path_).error(), Error::fromSystem(EINVAL));
+    AppConfig{.staleDays = 7}.save(path_);
+    EXPECT_TRUE(std::filesystem::is_fifo(path_));
+}
+
 TEST_F(AppConfigTest, IsWrittenPrettyAndSortedInItsPlace) {
     AppConfig{.staleDays = -1}.save();
     const std::string path = at("Library/Application Support/Brimlo/config.json");

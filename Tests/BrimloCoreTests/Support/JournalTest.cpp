@@ -5,6 +5,7 @@
 #include "Support/TempHome.h"
 
 #include <filesystem>
+#include <fstream>
 #include <utility>
 
 #include <fcntl.h>
@@ -212,6 +213,24 @@ TEST_F(JournalTest, APreparedEntryCountsOnlyOncePublished) {
     EXPECT_EQ(paths(), (Texts{"/old", "/new", "/changed"}));
     EXPECT_EQ(journal_.entries().back(), changed);
     EXPECT_EQ(Testing::describeTree(home()).size(), before.size());
+}
+
+TEST_F(JournalTest, RemovesWhatAKilledWriterLeft) {
+    const std::string folder = std::filesystem::path{path_}.parent_path();
+    const std::string name = std::filesystem::path{path_}.filename();
+    const std::pair<std::string, bool> cases[] = {
+        {name + ".0A1B2C3D.tmp",    false},
+        {name + ".0A1B2C3.tmp",     true },
+        {name + ".0A1B2C3D.tmp2",   true },
+        {"other.json.0A1B2C3D.tmp", true },
+    };
+    for (const auto& [file, stays] : cases) {
+        std::ofstream{folder + "/" + file} << "[";
+    }
+    journal_.append(JournalEntry::make({.originalPath = "/x"}));
+    for (const auto& [file, stays] : cases) {
+        EXPECT_EQ(Testing::exists(folder + "/" + file), stays) << file;
+    }
 }
 
 TEST_F(JournalTest, LeavesAloneWhatItCannotReadOrWrite) {
