@@ -113,6 +113,9 @@ std::int64_t Cleaner::purgeOwnTrash(std::int64_t olderThanDays, bool dryRun) {
             markPurged(entry);
         }
     }
+    if (!dryRun) {
+        Platform::TrashItem::removeLeftovers();
+    }
     return total;
 }
 
@@ -129,6 +132,7 @@ std::expected<std::int64_t, Error> Cleaner::emptyTrash() {
         return names.error().code == ENOENT ? std::expected<std::int64_t, Error>{0}
                                             : std::unexpected(names.error());
     }
+    Platform::TrashItem::removeLeftovers();
     for (const std::string& name : *names) {
         const std::string path = trash + "/" + name;
         const auto found = FileIdentity::of(path);

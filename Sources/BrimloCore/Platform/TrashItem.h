@@ -24,4 +24,8 @@ namespace Brimlo::Platform::TrashItem {
 [[nodiscard]] std::expected<void, Error> remove(
     const std::string& trashPath, const FileIdentity& identity);
 
+/// Removes what processes of this program that were killed have left in the home Trash: what is
+/// left of items that they were deleting, and notes, a day old or older, of items that never came.
+void removeLeftovers();
+
 }  // namespace Brimlo::Platform::TrashItem

@@ -8,6 +8,7 @@
 
 #include <fcntl.h>
 #include <sys/resource.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace Brimlo {
@@ -244,6 +245,46 @@ TEST_F(TrashUpkeepTest, DeletesDeepTreesWithFewDescriptors) {
         EXPECT_TRUE(Cleaner::emptyTrash());
         EXPECT_TRUE(fs::is_empty(at(".local/share/Trash/files")));
     });
+}
+
+TEST_F(TrashUpkeepTest, ClearsUpAfterAKilledProcess) {
+    const pid_t dead = fork();
+    if (dead == 0) {
+        _exit(0);
+    }
+    waitpid(dead, nullptr, 0);
+    const auto aside = [&](const std::string& name, pid_t process, const std::string& identity) {
+        const std::string path = write(".local/share/Trash/expunged/" + name + "/half");
+        const std::string folder = std::filesystem::path{path}.parent_path();
+        const std::string own = "brimlo-" + std::to_string(process) + "-" +
+                                (identity.empty() ? *Cleaner::identity(folder) : identity);
+        std::filesystem::rename(folder, at(".local/share/Trash/expunged/" + own));
+        return at(".local/share/Trash/expunged/" + own);
+    };
+    const auto note = [&](const std::string& name, const std::string& line, double days) {
+        write(".local/share/Trash/info/" + name + ".trashinfo", "[Trash Info]\nPath=/x\n" + line);
+        age(noteOf(name), days);
+        return noteOf(name);
+    };
+    const std::string own = "X-Brimlo-Entry=0B7C9A52-5D6E-4F70-8192-A3B4C5D6E7F8\n";
+    write(".local/share/Trash/files/there");
+    const std::pair<std::string, bool> cases[] = {
+        {aside("half an item",        dead,     ""),    false},
+        {aside("what took its place", dead,     "1:2"), true },
+        {aside("being deleted now",   getpid(), ""),    true },
+        {note("stray",                own,      2),     false},
+        {note("coming",               own,      0),     true },
+        {note("foreign",              "",       2),     true },
+        {note("there",                own,      2),     true },
+    };
+    EXPECT_EQ(cleaner_.purgeOwnTrash(1, true), 0);
+    for (const auto& [path, stays] : cases) {
+        EXPECT_TRUE(exists(path)) << path << " is gone after a dry run";
+    }
+    EXPECT_EQ(cleaner_.purgeOwnTrash(1, false), 0);
+    for (const auto& [path, stays] : cases) {
+        EXPECT_EQ(exists(path), stays) << path;
+    }
 }
 
 TEST_F(TrashUpkeepTest, EmptiesTheTrashOfAll) {
