@@ -73,7 +73,7 @@ CleanReport Cleaner::execute(
             .resolved = Safety::resolvedParent(canonical),
             .identity = Platform::FileIdentity::of(itself(item.path)),
         };
-        if (const auto reason = Safety::refusal(canonical, judged.resolved)) {
+        if (const auto reason = Safety::refusal(canonical, judged.resolved, judged.identity)) {
             report.refused.push_back(line(item.path, *reason));
             continue;
         }
@@ -102,8 +102,9 @@ void Cleaner::removeFromDocker(const CleanItem& item, const Uuid& batchID, Clean
         .trashID = std::nullopt,
         .batchID = batchID,
     });
-    journal_->append(entry);
-    report.journalIDs.push_back(entry.id);
+    if (journal_->append(entry)) {
+        report.journalIDs.push_back(entry.id);
+    }
     report.freedNowBytes += item.size;
     ++report.processed;
 }
@@ -151,10 +152,9 @@ void Cleaner::dispose(const Judged& judged, const Uuid& batchID, CleanReport& re
         }
         entry.trashPath = trashed->path;
         entry.trashID = trashed->path ? Cleaner::identity(*trashed->path) : std::nullopt;
-        if (record) {
-            std::move(*record).publish(entry);
+        if (record && std::move(*record).publish(entry)) {
+            report.journalIDs.push_back(entry.id);
         }
-        report.journalIDs.push_back(entry.id);
         if (trashed->warning) {
             return fail(*trashed->warning);
         }

@@ -1,5 +1,6 @@
 #include "BrimloCore/Support/Safety.h"
 
+#include "BrimloCore/Platform/OtherNames.h"
 #include "BrimloCore/Platform/PrivatePrefix.h"
 #include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/StoragePaths.h"
@@ -158,6 +159,9 @@ private:
     std::string lowerHome_;
 };
 
+constexpr std::string_view kOutside = "outside user-owned locations";
+constexpr std::string_view kWholeVolume = "whole volume";
+
 bool looksLikeASecret(std::string_view lowerName) {
     return secretNames().contains(lowerName) || lowerName.ends_with(".p12") ||
            lowerName.ends_with(".keychain-db") || lowerName.starts_with("id_");
@@ -200,7 +204,11 @@ std::vector<std::string> protectedPlaces() {
 /// The verdict on the other names of `path`: where one of the folders above it, or itself, is the
 /// same folder as a protected place under another name (a bind mount, a linked `~/.ssh`), the
 /// path is judged by the name that it has there.
-std::optional<std::string> aliasRefusal(const std::string& path) {
+///
+/// `item` is what `path` itself is, as far as the caller knows it: on a second look something else
+/// could stand there.
+std::optional<std::string> aliasRefusal(
+    const std::string& path, const std::optional<Platform::FileIdentity>& item) {
     struct Ancestor {
         std::string_view path;
         Identity identity;
@@ -211,7 +219,11 @@ std::optional<std::string> aliasRefusal(const std::string& path) {
         struct stat status {};
         const std::string text{ancestor};
         const bool isItem = ancestor.size() == path.size();
-        if ((isItem ? lstat(text.c_str(), &status) : stat(text.c_str(), &status)) == 0) {
+        if (isItem && item) {
+            ancestors.push_back({
+                ancestor, {item->device, item->inode}
+            });
+        } else if ((isItem ? lstat(text.c_str(), &status) : stat(text.c_str(), &status)) == 0) {
             ancestors.push_back({
                 ancestor, {status.st_dev, status.st_ino}
             });
@@ -227,6 +239,21 @@ std::optional<std::string> aliasRefusal(const std::string& path) {
             if (auto reason = check(Path::standardized(place + std::string{rest}))) {
                 return reason;
             }
+        }
+    }
+    return std::nullopt;
+}
+
+/// The verdict on the names that `path` has on other mounts of its volume: where only something
+/// inside a protected place is mounted elsewhere, no folder above it is that place. A name that the
+/// tables merely don't own says nothing: a home folder may well be mounted from such a one.
+std::optional<std::string> mountRefusal(
+    const std::string& path, const std::optional<Platform::FileIdentity>& item) {
+    for (const std::string& name : Platform::otherNames(path)) {
+        auto reason = check(name);
+        reason = reason ? reason : aliasRefusal(name, item);
+        if (reason && reason != kOutside && reason != kWholeVolume) {
+            return reason;
         }
     }
     return std::nullopt;
@@ -266,10 +293,10 @@ std::optional<std::string> check(std::string_view path) {
     const auto owns = [&](std::string_view root) { return tables.isExactlyAtOrBelow(root, exact); };
     // The system would cut a path at a NUL and so act on another one.
     if (!Path::isUsable(path) || std::ranges::none_of(kUserOwnedRoots, owns)) {
-        return "outside user-owned locations";
+        return std::string{kOutside};
     }
     if (isWholeVolume(exact)) {
-        return "whole volume";
+        return std::string{kWholeVolume};
     }
     return std::nullopt;
 }
@@ -319,7 +346,10 @@ std::string resolvedParent(const std::string& path) {
     return Path::join(Platform::withoutPrivatePrefix(resolved), Path::name(path));
 }
 
-std::optional<std::string> refusal(const std::string& canonicalPath, const std::string& resolved) {
+std::optional<std::string> refusal(
+    const std::string& canonicalPath,
+    const std::string& resolved,
+    const std::optional<Platform::FileIdentity>& item) {
     if (auto reason = check(canonicalPath)) {
         return reason;
     }
@@ -328,12 +358,13 @@ std::optional<std::string> refusal(const std::string& canonicalPath, const std::
             return reason;
         }
     }
-    return aliasRefusal(resolved);
+    auto reason = aliasRefusal(resolved, item);
+    return reason ? reason : mountRefusal(resolved, item);
 }
 
 std::optional<std::string> refusal(std::string_view path) {
     const std::string form = canonical(path);
-    return refusal(form, resolvedParent(form));
+    return refusal(form, resolvedParent(form), std::nullopt);
 }
 
 }  // namespace Brimlo::Safety

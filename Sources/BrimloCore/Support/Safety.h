@@ -1,5 +1,7 @@
 #pragma once
 
+#include "BrimloCore/Platform/FileIdentity.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -20,9 +22,12 @@ namespace Brimlo::Safety {
 /// does not exist is judged by its text.
 [[nodiscard]] std::optional<std::string> refusal(std::string_view path);
 
-/// `refusal` for a path in canonical form whose `resolvedParent` is known.
+/// `refusal` for a path in canonical form whose `resolvedParent` is known. `item` is what was found
+/// at the path, if anything: what is judged then is that very object, whatever stands there by now.
 [[nodiscard]] std::optional<std::string> refusal(
-    const std::string& canonicalPath, const std::string& resolved);
+    const std::string& canonicalPath,
+    const std::string& resolved,
+    const std::optional<Platform::FileIdentity>& item);
 
 /// `path`, in canonical form, with the symbolic links of its parent resolved as far as they exist.
 ///

@@ -51,5 +51,24 @@ TEST(MountTableTest, FindsMountsByWholeComponents) {
     }
 }
 
+TEST(MountTableTest, FindsTheOtherNamesOfAPath) {
+    const MountTable table = MountTable::parse(
+        "1 0 8:1 / / x\n2 1 8:1 /home/u/.ssh/keys /home/u/keys x\n3 1 8:2 /@home /data x\n"
+        "4 1 8:2 / /all x\n5 1 8:1 /srv /home/u/srv x\n6 1 8:2 /@home /home/u/srv x\n");
+    using Names = std::vector<std::string>;
+    const std::pair<const char*, Names> cases[] = {
+        {"/home/u/keys/id",      {"/home/u/.ssh/keys/id"}         },
+        {"/home/u/keys",         {"/home/u/.ssh/keys"}            },
+        {"/home/u/keysx",        {}                               },
+        {"/home/u/.ssh/keys/id", {"/home/u/keys/id"}              },
+        {"/data/a",              {"/all/@home/a", "/home/u/srv/a"}},
+        {"/home/u/srv/a",        {"/data/a", "/all/@home/a"}      },
+        {"/srv/a",               {"/home/u/srv/a"}                },
+    };
+    for (const auto& [path, names] : cases) {
+        EXPECT_EQ(table.otherNames(path), names) << path;
+    }
+}
+
 }  // namespace
 }  // namespace Brimlo::Platform

@@ -29,6 +29,11 @@ TEST_F(SafetyBindMountTest, RefusesAMountedCredentialsFolder) {
         Safety::refusal(at("work/kube/config")), "holds credentials, settings or agent memory");
     EXPECT_EQ(Safety::refusal(at("work/kube/cache")), std::nullopt);
     EXPECT_EQ(Safety::refusal(at("work/other")), std::nullopt);
+    // Of a part of the folder, no folder above is the protected one.
+    EXPECT_EQ(Safety::refusal(at("work/part/id")), std::nullopt);
+    ASSERT_TRUE(bind(ssh + "/keys", makeFolder("work/part")));
+    EXPECT_EQ(Safety::refusal(at("work/part/id")), "holds credentials, settings or agent memory");
+    umount(at("work/part").c_str());
     umount(at("work/ssh").c_str());
     umount(at("work/kube").c_str());
 }

@@ -1,208 +1,31 @@
+#include "BrimloCoreTests/Support/SafetyOracle.h"
+
 #include "BrimloCore/Support/Safety.h"
-#include "BrimloCoreTests/Support/Words.h"
+#include "Support/Proof.h"
 #include "Support/TempHome.h"
 
-#include <algorithm>
-#include <array>
-#include <cerrno>
 #include <climits>
-#include <filesystem>
+#include <cstdlib>
 #include <map>
 #include <random>
-#include <sstream>
-#include <utility>
 
-#include <stdlib.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
-// The gate is compared with a second one that is written to be read, not to be fast: it walks every
-// list and asks realpath() for what a link means. Its idea of Unicode is just large enough for the
-// letters that the generator uses.
+// The gate is compared with a second one, on hostile spellings in one crowded home and on many
+// small trees of links.
 
 namespace Brimlo {
 namespace {
 
 namespace fs = std::filesystem;
 
+using Testing::has;
+using Testing::kCredentials;
+using Testing::Oracle;
+using Testing::replaceAll;
+using Testing::Texts;
+using Testing::Verdict;
 using Testing::words;
-using Texts = std::vector<std::string>;
-using Verdict = std::optional<std::string>;
-
-constexpr const char* kCredentials = "holds credentials, settings or agent memory";
-
-Texts split(const std::string& path) {
-    std::istringstream stream{path};
-    Texts parts;
-    for (std::string part; std::getline(stream, part, '/');) {
-        if (!part.empty()) {
-            parts.push_back(part);
-        }
-    }
-    return parts;
-}
-
-std::string joined(const Texts& parts) {
-    std::string path;
-    for (const std::string& part : parts) {
-        path += "/" + part;
-    }
-    return path.empty() ? "/" : path;
-}
-
-void replaceAll(std::string& text, const std::string& from, const std::string& to) {
-    for (std::size_t i = text.find(from); i != std::string::npos;
-         i = text.find(from, i + to.size())) {
-        text.replace(i, from.size(), to);
-    }
-}
-
-/// One spelling for all that a reader takes for the same text.
-std::string plain(std::string text) {
-    replaceAll(text, "\u00E9", "e\u0301");
-    replaceAll(text, "\u00C9", "E\u0301");
-    replaceAll(text, "\u212A", "K");
-    return text;
-}
-
-std::string lower(std::string text) {
-    text = plain(std::move(text));
-    for (char& c : text) {
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
-    }
-    return text;
-}
-
-bool isIn(const std::string& path, const Texts& places) {
-    return std::ranges::any_of(places, [&](const std::string& place) {
-        return path == place || path.starts_with(place + "/");
-    });
-}
-
-bool has(const Texts& texts, const std::string& text) {
-    return std::ranges::count(texts, text) > 0;
-}
-
-class Oracle {
-public:
-    explicit Oracle(const std::string& home) {
-        // A space in a name is written "_" here.
-        const auto add = [&](Texts& list, const char* names) {
-            for (std::string name : words(names)) {
-                std::ranges::replace(name, '_', ' ');
-                const std::string place = name.starts_with('~') ? home + name.substr(1) : name;
-                list.push_back(lower(place));
-                places_.push_back(place);
-            }
-        };
-        add(exact_,
-            R"(/ /System /Library /Users /Applications /usr /bin /sbin /private /var /etc /opt
-            /Volumes /cores ~ ~/Library ~/Documents ~/Desktop ~/Downloads ~/Pictures ~/Movies
-            ~/Music ~/Public ~/Applications ~/.ssh ~/.gnupg ~/Library/Keychains
-            ~/Library/Application_Support ~/Library/Preferences ~/Library/Mobile_Documents
-            ~/Library/CloudStorage)");
-        add(never_, R"(~/.ssh ~/.gnupg ~/.aws ~/.kube ~/.config/gcloud ~/.azure
-            ~/Library/Keychains ~/.claude/projects ~/.claude/CLAUDE.md ~/.claude/agents
-            ~/.claude/commands ~/.claude/skills ~/.password-store)");
-        add(agents_, "~/.claude ~/.codex ~/.gemini");
-        add(caches_, "~/.kube/cache ~/.kube/http-cache ~/.aws/cli/cache");
-        roots_ = {plain(home), "/Applications", "/Volumes", "/opt/homebrew", "/usr/local"};
-    }
-
-    [[nodiscard]] static std::string canonical(const std::string& path) {
-        Texts kept;
-        for (const std::string& part :
-             split(path.starts_with("/") ? path : fs::current_path().string() + "/" + path)) {
-            if (part == ".." && !kept.empty()) {
-                kept.pop_back();
-            } else if (part != "." && part != "..") {
-                kept.push_back(part);
-            }
-        }
-        return joined(kept);
-    }
-
-    /// Of the folders above, the longest that realpath() can follow is followed. A link to
-    /// nothing is taken for what it names.
-    [[nodiscard]] static std::string resolvedParent(const std::string& path) {
-        Texts above = split(path);
-        Texts rest;
-        std::array<char, PATH_MAX> real{};
-        do {
-            rest.insert(rest.begin(), above.back());
-            above.pop_back();
-            std::error_code noLink;
-            while (realpath(joined(above).c_str(), real.data()) == nullptr && errno == ENOENT) {
-                const fs::path target = fs::read_symlink(joined(above), noLink);
-                if (noLink) {
-                    break;
-                }
-                above.pop_back();
-                above = split((fs::path{joined(above)} / target).string());
-            }
-        } while (realpath(joined(above).c_str(), real.data()) == nullptr);
-        above = split(real.data());
-        above.insert(above.end(), rest.begin(), rest.end());
-        return joined(above);
-    }
-
-    [[nodiscard]] Verdict check(const std::string& path) const {
-        const std::string text = lower(path);
-        const std::string folder = text.substr(0, text.rfind('/'));
-        const std::string name = text.substr(folder.size() + 1);
-        const auto begins = [&](const char* beginning) { return name.starts_with(beginning); };
-        if (has(exact_, text)) {
-            return "protected location";
-        }
-        if (!isIn(text, caches_) && isIn(text, never_)) {
-            return kCredentials;
-        }
-        if (has(agents_, folder) && (begins("settings") || begins("auth") || begins("oauth"))) {
-            return "agent settings or credentials";
-        }
-        const Texts secrets =
-            words(".env credentials credentials.json auth.json .netrc .npmrc .pypirc token.json");
-        if (has(secrets, name) || name.ends_with(".p12") || name.ends_with(".keychain-db") ||
-            begins("id_")) {
-            return "looks like a secret";
-        }
-        if (!isIn(plain(path), roots_)) {
-            return "outside user-owned locations";
-        }
-        const Texts parts = split(path);
-        return parts.size() < 3 && path.starts_with("/Volumes/") ? Verdict{"whole volume"}
-                                                                 : std::nullopt;
-    }
-
-    /// What is said of the other names of a place: each folder above `path`, or `path` itself, that
-    /// is the very same one as a protected place is replaced by that place's name.
-    [[nodiscard]] Texts aliasReasons(const std::string& path) const {
-        Texts reasons;
-        std::string rest;
-        for (Texts above = split(path); !above.empty(); above.pop_back()) {
-            struct stat here {};
-            struct stat there {};
-            if ((rest.empty() ? lstat : stat)(joined(above).c_str(), &here) == 0) {
-                for (const std::string& place : places_) {
-                    if (stat(place.c_str(), &there) == 0 && here.st_dev == there.st_dev &&
-                        here.st_ino == there.st_ino) {
-                        reasons.push_back(check(place + rest).value_or("passes"));
-                    }
-                }
-            }
-            rest = "/" + above.back() + rest;
-        }
-        return reasons;
-    }
-
-    /// All of the tables, as they stand.
-    [[nodiscard]] const Texts& places() const { return places_; }
-
-private:
-    Texts exact_, never_, agents_, caches_;  ///< In lower case.
-    Texts roots_;
-    Texts places_;
-};
 
 /// A home whose own name has an accent, full of links, and paths that wander through it.
 class SafetyOracleTest : public Testing::TempHome {
@@ -331,6 +154,56 @@ TEST_F(SafetyOracleTest, AgreesOnHostileSpellings) {
     for (const auto& [verdict, count] : seen) {
         EXPECT_GE(count, 20) << verdict;
     }
+}
+
+/// Small homes in which links lead anywhere, one after the other.
+TEST_F(SafetyOracleTest, AgreesOnRandomTreesOfLinks) {
+    static const Texts kFolders = words(
+        ".ssh .ssh/a .kube .kube/cache .aws/cli/cache .claude .gnupg/x Documents x x/y x/y/z");
+    static const Texts kNames =
+        words("x x/l x/y/m .ssh/n .azure .kube/o l m .gnupg .claude/agents");
+    static const Texts kEnds = words("k config cache/k settings.json l/k y ../k");
+    const std::int64_t trees = Testing::rounds("BRIMLO_TREES", 1'000);
+    std::int64_t broken = 0;
+    for (std::int64_t i = 0; i < trees; ++i) {
+        const std::string home = makeFolder("tree");
+        setenv("HOME", home.c_str(), 1);
+        for (int folders = 0; folders < 4; ++folders) {
+            makeFolder("tree/" + oneOf(kFolders));
+        }
+        for (int links = 0; links < 5; ++links) {
+            const std::string name = oneOf(kNames);
+            const std::string up = std::ranges::count(name, '/') > 0 ? "../" : "";
+            const std::string target = oneOf(oneIn(2) ? kFolders : kNames);
+            std::error_code isTaken;
+            fs::create_directories(fs::path{at("tree/" + name)}.parent_path(), isTaken);
+            fs::create_symlink((oneIn(2) ? home + "/" : up) + target, at("tree/" + name), isTaken);
+        }
+        const Oracle oracle{home};
+        for (int paths = 0; paths < 4; ++paths) {
+            const std::string path = home + "/" + oneOf(kNames) + "/" + oneOf(kEnds);
+            const std::string canonical = Oracle::canonical(path);
+            std::error_code error;
+            static_cast<void>(fs::status(fs::path{canonical}.parent_path(), error));
+            if (error == std::errc::too_many_symbolic_link_levels) {
+                continue;  // A circle leads nowhere, and each gate gives up at another point of it.
+            }
+            const std::string resolved = Oracle::resolvedParent(canonical);
+            const Verdict first = oracle.check(canonical);
+            const Verdict expected = first ? first : oracle.check(resolved);
+            const Texts reasons = oracle.aliasReasons(resolved);
+            const Verdict verdict = Safety::refusal(path);
+            const bool isRight = expected ? verdict == expected
+                                          : (!verdict || has(reasons, *verdict)) &&
+                                                (verdict || !has(reasons, kCredentials));
+            EXPECT_TRUE(isRight) << path << ": " << verdict.value_or("passes") << ", not "
+                                 << expected.value_or("passes");
+            broken += isRight && Safety::resolvedParent(canonical) == resolved ? 0 : 1;
+        }
+        fs::remove_all(home);
+    }
+    EXPECT_EQ(broken, 0);
+    Testing::told("random trees of links against a second gate", trees, broken);
 }
 
 }  // namespace

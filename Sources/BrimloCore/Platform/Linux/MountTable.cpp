@@ -1,5 +1,7 @@
 #include "BrimloCore/Platform/Linux/MountTable.h"
 
+#include "BrimloCore/Platform/OtherNames.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -8,6 +10,7 @@
 #include <iterator>
 #include <sstream>
 #include <system_error>
+#include <utility>
 
 namespace Brimlo::Platform {
 
@@ -28,6 +31,17 @@ std::string unescaped(std::string_view text) {
         }
     }
     return result;
+}
+
+/// What follows `folder` in `path` when that is it or lies below it.
+std::optional<std::string_view> rest(std::string_view path, std::string_view folder) {
+    const bool isBelow =
+        path.starts_with(folder) && (path.size() == folder.size() || path[folder.size()] == '/');
+    return isBelow ? std::optional{path.substr(folder.size())} : std::nullopt;
+}
+
+std::string withoutLoneSlash(const std::string& path) {
+    return path == "/" ? std::string{} : path;
 }
 
 }  // namespace
@@ -53,7 +67,8 @@ MountTable MountTable::parse(std::string_view text) {
         const auto parsed = std::from_chars(number.data(), number.data() + number.size(), id);
         const bool isNumber = parsed.ec == std::errc{} && *parsed.ptr == '\0';
         if (isNumber && !field.back().empty()) {
-            table.mounts_.push_back({id, unescaped(field.back())});
+            table.mounts_.push_back(
+                {id, field[2], withoutLoneSlash(unescaped(field[3])), unescaped(field.back())});
         }
     }
     return table;
@@ -65,11 +80,39 @@ std::optional<std::string> MountTable::mountPoint(std::uint64_t id) const {
 }
 
 bool MountTable::hasMountAtOrBelow(std::string_view path) const {
-    return std::ranges::any_of(mounts_, [&](const Mount& mount) {
-        const std::string_view point = mount.point;
-        return point.starts_with(path) &&
-               (point.size() == path.size() || point[path.size()] == '/');
-    });
+    return std::ranges::any_of(
+        mounts_, [&](const Mount& mount) { return rest(mount.point, path).has_value(); });
+}
+
+std::vector<std::string> MountTable::otherNames(std::string_view path) const {
+    // Of mounts on one point, the last covers the others.
+    const Mount* own = nullptr;
+    for (const Mount& mount : mounts_) {
+        if (rest(path, withoutLoneSlash(mount.point)) &&
+            (own == nullptr || mount.point.size() >= own->point.size())) {
+            own = &mount;
+        }
+    }
+    std::vector<std::string> names;
+    if (own == nullptr) {
+        return names;
+    }
+    const std::string inside =
+        own->root + std::string{path.substr(withoutLoneSlash(own->point).size())};
+    for (const Mount& mount : mounts_) {
+        const auto below = rest(inside, mount.root);
+        if (mount.device == own->device && below) {
+            std::string name = withoutLoneSlash(mount.point).append(*below);
+            if (!name.empty() && name != path) {
+                names.push_back(std::move(name));
+            }
+        }
+    }
+    return names;
+}
+
+std::vector<std::string> otherNames(std::string_view path) {
+    return MountTable::read().otherNames(path);
 }
 
 }  // namespace Brimlo::Platform

@@ -22,9 +22,15 @@ public:
     /// Whether something is mounted on `path` or below it.
     [[nodiscard]] bool hasMountAtOrBelow(std::string_view path) const;
 
+    /// The paths at which other mounts show what lies at `path`, one that another mount covers by
+    /// now included.
+    [[nodiscard]] std::vector<std::string> otherNames(std::string_view path) const;
+
 private:
     struct Mount {
         std::uint64_t id;
+        std::string device;
+        std::string root;  ///< What of the file system is mounted, "" for all of it.
         std::string point;
     };
     std::vector<Mount> mounts_;
