@@ -1,0 +1,127 @@
+#!/usr/bin/env python3
+"""Lets eight processes clean at once, and kills some of them anywhere.
+
+    writers.py TOOL [--rounds N]
+
+Each has 40 items of one name and takes some of its neighbour's as well. Afterwards each item is in
+one place and unchanged, the journal parses and names no item and no entry twice, and it misses no
+more items than processes were killed. What is left is then cleaned undisturbed, and all of it undone.
+"""
+
+import argparse
+import collections
+import json
+import os
+import pathlib
+import random
+import shutil
+import subprocess
+import sys
+import tempfile
+import time
+
+from victim import told
+
+WRITERS = 8
+ITEMS = 40
+SHARED = 5  # Of the next one's items, so many are taken as well.
+
+
+class Round:
+    def __init__(self, tool, home):
+        self.tool, self.home = tool, home
+        self.support = home / "Library/Application Support/Brimlo"
+        self.items = []
+        for writer in range(WRITERS):
+            for number in range(ITEMS):
+                item = home / "work" / f"{writer}-{number}" / "one name"
+                item.parent.mkdir(parents=True)
+                item.write_text(str(item))
+                self.items.append(item)
+
+    def start(self, *words):
+        keys = {key: value for key, value in os.environ.items() if key.startswith("BRIMLO_")}
+        return subprocess.Popen(
+            [self.tool, *words, "--json"],
+            env={"HOME": str(self.home), "PATH": os.environ["PATH"], **keys},
+            stdin=subprocess.DEVNULL,
+            stdout=subprocess.DEVNULL,
+            stderr=subprocess.DEVNULL,
+        )
+
+    def disturb(self, chance):
+        """All writers at once; returns how many were killed on their way."""
+        own = [self.items[i * ITEMS : (i + 1) * ITEMS + SHARED] for i in range(WRITERS)]
+        running = [self.start("clean", "--yes", *map(str, items)) for items in own]
+        victims = [process for process in running if chance.random() < 0.5]
+        for process in victims:
+            time.sleep(chance.random() * 0.03)
+            process.kill()
+        return sum(process.wait() == -9 for process in running)
+
+    def problems(self, killed):
+        journal = json.loads((self.support / "journal.json").read_bytes())
+        found = []
+        if len({entry["id"] for entry in journal}) != len(journal):
+            found.append("an entry is there twice")
+        for path, count in collections.Counter(e["originalPath"] for e in journal).items():
+            if count > 1:
+                found.append(f"{path} was recorded {count} times")
+        recorded = {entry["trashPath"]: entry["originalPath"] for entry in journal}
+        files = self.home / ".local/share/Trash/files"
+        trashed = {str(item): item.read_text() for item in files.iterdir()}
+        places = collections.Counter(trashed.values())
+        places.update(str(item) for item in self.items if item.exists())
+        odd = [str(item) for item in self.items if places[str(item)] != 1]
+        found += [f"{item} is in {places[item]} places" for item in odd]
+        wrong = [path for path, origin in recorded.items() if trashed.get(path) != origin]
+        found += [f"the entry of {path} is about something else" for path in wrong]
+        missed = len(trashed.keys() - recorded.keys())
+        if missed > killed:
+            found.append(f"{missed} items have no entry after {killed} kills")
+        litter = len(list(self.support.glob("*.tmp")))
+        return found + ([f"{litter} unfinished journals"] if litter > killed else []), missed
+
+    def settle(self, missed):
+        """Cleans what is left and undoes all of it."""
+        left = [str(item) for item in self.items if item.exists()]
+        if left:
+            self.start("clean", "--yes", *left).wait()
+        found = [f"{item} stayed" for item in left if os.path.exists(item)]
+        if list(self.support.glob("*.tmp")):
+            found.append("an unfinished journal stays")
+        journal = json.loads((self.support / "journal.json").read_bytes())
+        self.start("undo", *(entry["id"] for entry in journal)).wait()
+        back = sum(item.exists() and item.read_text() == str(item) for item in self.items)
+        if back != len(self.items) - missed:
+            found.append(f"{back} items came back")
+        return found
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__.split("\n", maxsplit=1)[0])
+    parser.add_argument("tool")
+    parser.add_argument("--rounds", type=int, default=8)
+    arguments = parser.parse_args()
+    chance = random.Random(20260301)
+    base = pathlib.Path(os.path.realpath(tempfile.mkdtemp(prefix="brimlo-writers-")))
+    kills = missed = broken = 0
+    try:
+        for number in range(arguments.rounds):
+            work = Round(os.path.abspath(arguments.tool), base / str(number))
+            killed = work.disturb(chance)
+            found, lost = work.problems(killed)
+            found += work.settle(lost)
+            kills, missed, broken = kills + killed, missed + lost, broken + bool(found)
+            for text in found[:5]:
+                print(f"BROKEN round {number}: {text}")
+            shutil.rmtree(work.home)
+    finally:
+        shutil.rmtree(base, ignore_errors=True)
+    print(f"{kills} of {arguments.rounds * WRITERS} writers killed, {missed} items without entry")
+    told("rounds of eight writers at once", arguments.rounds, broken)
+    return 1 if broken else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
