@@ -1,0 +1,194 @@
+#include "BrimloCore/DisabledRules/DisabledRules.h"
+#include "BrimloCore/Docker/DockerClient.h"
+#include "BrimloCore/Platform/Linux/DesktopEntry.h"
+#include "BrimloCore/Platform/Linux/TrashInfo.h"
+#include "BrimloCore/Platform/PeriodicJob.h"
+#include "BrimloCore/Support/AppConfig.h"
+#include "BrimloCore/Support/Folders.h"
+#include "BrimloCore/Support/Iso8601.h"
+#include "BrimloCore/Support/Journal.h"
+#include "BrimloCore/Support/Json.h"
+#include "BrimloCore/Support/RuleJson.h"
+#include "BrimloCore/Support/StoragePaths.h"
+#include "BrimloCore/Support/Text.h"
+#include "BrimloCore/UserRules/RuleExchange.h"
+#include "BrimloCore/UserRules/RuleFile.h"
+#include "BrimloCore/UserRules/UserRules.h"
+#include "Fuzz/Targets.h"
+
+#include <array>
+#include <fstream>
+
+#include <unistd.h>
+
+// What a decoder accepted must survive being written and read again; what it reads from a file is
+// given to it as one.
+
+namespace Brimlo::Fuzz {
+
+namespace {
+
+/// Puts the bytes where the program looks for them.
+std::string file(const std::string& path, const std::string& bytes) {
+    std::ofstream{path, std::ios::binary} << bytes;
+    return path;
+}
+
+std::string folder(std::string_view name) {
+    std::string path = StoragePaths::home().append("/").append(name);
+    static_cast<void>(Folders::create(path, Folders::Access::ownerOnly));
+    return path;
+}
+
+void rulePack(const std::string& bytes) {
+    const auto pack = RuleJson::decodePack(bytes);
+    for (const auto& element : pack ? pack->rules.value_or(std::vector<Lossy<CleanupRule>>{})
+                                    : std::vector<Lossy<CleanupRule>>{}) {
+        demand(element.value.has_value() != element.error.has_value(), "a rule or a reason");
+        if (!element.value) {
+            continue;
+        }
+        const auto text = UserRules::packText("again", {*element.value});
+        demand(text.has_value(), "what was read can be written");
+        const auto again = RuleJson::decodePack(*text);
+        demand(again && again->rules->front().value == element.value, "and read again");
+    }
+}
+
+void userRule(const std::string& bytes) {
+    static const std::string kFolder = folder("rules");
+    file(kFolder + "/a.json", bytes);
+    const auto loaded = UserRules::load(kFolder);
+    for (const CleanupRule& rule : loaded.rules) {
+        demand(UserRules::validate(rule).isValid(), "only valid rules are loaded");
+    }
+}
+
+void importedRules(const std::string& bytes) {
+    static const std::string kFolder = folder("imported");
+    static const std::string kFile = folder("import") + "/pack.json";
+    const bool mayOverride = bytes.size() % 2 == 1;
+    const auto result = UserRules::importPack(file(kFile, bytes), mayOverride, kFolder);
+    const auto names = Folders::names(kFolder).value_or(std::vector<std::string>{});
+    for (const std::string& name : names) {
+        demand(name.ends_with(".json"), "nothing but rules is written");
+        unlink((kFolder + "/" + name).c_str());
+    }
+    demand(!result || names.size() <= result->imported.size(), "no rule but those told");
+}
+
+void journal(const std::string& bytes) {
+    static const std::string kPath = folder("journal") + "/journal.json";
+    Journal journal{file(kPath, bytes)};
+    const auto before = journal.entries();
+    for (const JournalEntry& entry : before) {
+        std::string text;
+        entry.encode(text);
+        const auto value = Json::parse(text);
+        demand(value && JournalEntry::decode(*value) == entry, "an entry can be read again");
+    }
+    journal.append(JournalEntry::make({.originalPath = "/x"}));
+    demand(journal.entries().size() == before.size() + 1, "an entry is added to what was read");
+}
+
+void configuration(const std::string& bytes) {
+    static const std::string kFolder = folder("config");
+    const AppConfig config = AppConfig::load(file(kFolder + "/config.json", bytes));
+    config.save(kFolder + "/again.json");
+    demand(AppConfig::load(kFolder + "/again.json") == config, "settings can be read again");
+}
+
+void disabledRules(const std::string& bytes) {
+    file(StoragePaths::support() + "/disabled-rules.json", bytes);
+    const auto before = DisabledRules::load();
+    DisabledRules::set("x", true);
+    auto after = DisabledRules::load();
+    demand(after.contains("x"), "a rule can be switched off whatever the file holds");
+    after.erase("x");
+    demand(after == before || before.contains("x"), "and the others stay as they are");
+}
+
+void dockerObjects(const std::string& bytes) {
+    const auto objects =
+        DockerClient::parseObjects(bytes, [](const std::string& path) { return path.size() > 3; });
+    if (objects) {
+        DockerSnapshot snapshot;
+        snapshot.objects = *objects;
+        static_cast<void>(DockerClient::suggestions(snapshot));
+        static_cast<void>(snapshot.reclaimableTotal());
+    }
+}
+
+void dockerSizes(const std::string& bytes) {
+    static_cast<void>(DockerClient::parseSize(bytes));
+    static_cast<void>(DockerClient::parseSummary(bytes));
+    static_cast<void>(DockerClient::parseSummary(R"({"Type":"Images","Size":")" + bytes + R"("})"));
+}
+
+void job(const std::string& bytes) {
+    using Platform::PeriodicJob;
+    static_cast<void>(PeriodicJob::program(bytes));
+    const std::string path = "/" + bytes;
+    const auto files =
+        PeriodicJob{
+            "a.b", "/home"
+    }
+            .files({.arguments = {path, "autoclean"}, .intervalSeconds = 1, .log = "/log"});
+    if (files) {
+        demand(PeriodicJob::program(files->back().text) == path, "the program's path is kept");
+    }
+}
+
+void trashNote(const std::string& bytes) {
+    using Platform::TrashInfo;
+    static_cast<void>(TrashInfo::parse(bytes));
+    const auto again = TrashInfo::parse(TrashInfo{.path = bytes, .entryID = "id"}.text(0));
+    demand(again && again->path == bytes && again->entryID == "id", "any path is kept");
+    if (!bytes.empty()) {
+        const std::string name = Platform::nameInTrash(bytes.substr(0, 255), 12);
+        demand(!name.empty() && name.size() <= 245, "the note's name fits");
+    }
+}
+
+void desktopEntry(const std::string& bytes) {
+    const auto entry = Platform::DesktopEntry::parse(bytes);
+    demand(!entry || entry->program.starts_with('/'), "a program has an absolute path");
+}
+
+void jsonList(const std::string& bytes) {
+    Json::Array seen;
+    const bool isList =
+        Json::forEachElement(bytes, [&](const Json::Value& value) { seen.push_back(value); });
+    const auto whole = Json::parse(bytes);
+    demand(isList == (whole && whole->is_array()), "both readers know a list");
+    demand(!isList || seen == whole->as_array(), "and read the same in it");
+}
+
+void date(const std::string& bytes) {
+    if (const auto found = Iso8601::parse(bytes)) {
+        demand(Iso8601::parse(Iso8601::format(*found)) == found, "a date can be read again");
+    }
+}
+
+}  // namespace
+
+std::span<const Target> decoders() {
+    static constexpr std::array kTargets{
+        Target{"rule-pack",      rulePack     },
+        Target{"user-rule",      userRule     },
+        Target{"imported-rules", importedRules},
+        Target{"journal",        journal      },
+        Target{"configuration",  configuration},
+        Target{"disabled-rules", disabledRules},
+        Target{"docker-objects", dockerObjects},
+        Target{"docker-sizes",   dockerSizes  },
+        Target{"job",            job          },
+        Target{"trash-note",     trashNote    },
+        Target{"desktop-entry",  desktopEntry },
+        Target{"json-list",      jsonList     },
+        Target{"date",           date         },
+    };
+    return kTargets;
+}
+
+}  // namespace Brimlo::Fuzz
