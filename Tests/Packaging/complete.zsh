@@ -2,23 +2,24 @@
 # interactive shell only, so there is one within this one.
 zmodload zsh/zpty
 zpty shell zsh -f -i
-zpty -w shell "PS1= RPS1= PROMPT= ; fpath=($1 \$fpath); autoload -Uz compinit; compinit -D -u
-zstyle ':completion:*' list-grouped false
-zstyle ':completion:*' format ''
-# Instead of listing what it found, it says it.
+zpty -w shell "PS1=; fpath=($1 \$fpath); autoload -Uz compinit; compinit -D -u
+# Beside putting forth what was found, it says it; calls that only ask are left alone.
 compadd() {
-    local -A given; local -a found
-    if [[ \${@[1,(i)(-|--)]} == *-[OAD]* ]]; then builtin compadd \"\$@\"; return; fi
-    builtin compadd -O found \"\$@\"
-    print -rl -- \${found/#/FOUND:}
+    local -a found
+    if [[ \${(@)@[1,(i)(-|--)]} != *-[OAD]* ]]; then
+        builtin compadd -O found \"\$@\"
+        print -rl -- \${found/#/FOUND:}
+    fi
     builtin compadd \"\$@\"
 }
-bindkey '^I' list-choices
-print READY"
-zpty -r shell line '*READY*READY*'
+list-and-tell() { zle list-choices; print 'THE''END' }
+zle -N list-and-tell
+bindkey '^I' list-and-tell
+print 'RE''ADY'"
+zpty -r shell said '*READY*'
 zpty -n -w shell "$2"$'\t'
-sleep 1
-while zpty -r -t shell line; do
-    [[ $line == *FOUND:* ]] && print -r -- ${${line##*FOUND:}%$'\r\n'}
+zpty -r shell said '*THEEND*'
+for line in ${(f)said}; do
+    [[ $line == *FOUND:* ]] && print -r -- ${${line##*FOUND:}%$'\r'}
 done
 zpty -d shell

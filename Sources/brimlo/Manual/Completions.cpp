@@ -116,14 +116,15 @@ std::string zshText(std::string_view text) {
     return escaped;
 }
 
-/// "'--depth[Show so many levels]:INT: '"
+/// "'--depth=[Show so many levels]:INT: '"; the "=" lets the value stand behind one, too.
 void writeZshOption(std::ostream& out, const ArgumentDescription& option) {
+    const std::string equals = option.value.empty() ? "" : "=";
+    const std::string value =
+        option.value.empty() ? "" : ":" + option.value + ":" + zshAction(option);
+    const std::string again = option.isRepeatable ? "*" : "";
     for (const std::string& name : option.names) {
-        const std::string value =
-            option.value.empty() ? "" : ":" + option.value + ":" + zshAction(option);
-        const std::string again = option.isRepeatable ? "*" : "";
         out << " \\\n        "
-            << shellWord(again + name + "[" + zshText(option.text) + "]" + value);
+            << shellWord(again + name + equals + "[" + zshText(option.text) + "]" + value);
     }
 }
 
