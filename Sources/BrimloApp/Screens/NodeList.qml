@@ -34,7 +34,7 @@ ScrollList {
     // No row is told of a double click, since its handlers share the presses with it.
     function pick(row, modifiers) {
         const now = Date.now();
-        const again = row === pickedRow && now - pickedAt < Qt.styleHints.mouseDoubleClickInterval;
+        const again = row === pickedRow && now - pickedAt < Application.styleHints.mouseDoubleClickInterval;
         pickedRow = again ? -1 : row;
         pickedAt = now;
         if (again && modifiers === Qt.NoModifier)
