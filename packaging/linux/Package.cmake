@@ -13,16 +13,16 @@ set(CPACK_DEBIAN_PACKAGE_MAINTAINER "The Brimlo authors <maintainers@brimlo.app>
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
 "see what fills the disk, and what of it can safely go
- Brimlo knows the caches, logs, build output and downloads of hundreds of
- tools, says what each of them is for and how it comes back, and moves what
- you choose to the Trash. A journal remembers where everything was, so that
- any item can be put back exactly there.
- .
- It also shows a folder by size as a list or a treemap, finds large files and
- duplicates, and takes rules of your own. Every item passes a safety gate that
- no setting widens.
- .
- This package holds the application and the command line tool, brimlo.")
+Brimlo knows the caches, logs, build output and downloads of hundreds of
+tools, says what each of them is for and how it comes back, and moves what
+you choose to the Trash. A journal remembers where everything was, so that
+any item can be put back exactly there.
+
+It also shows a folder by size as a list or a treemap, finds large files and
+duplicates, and takes rules of your own. Every item passes a safety gate that
+no setting widens.
+
+This package holds the application and the command line tool, brimlo.")
 
 # What is linked is found by dpkg-shlibdeps. The modules that the screens import are not linked, so
 # they come from the list of what the application is built with.
