@@ -10,6 +10,7 @@ namespace {
 
 std::vector<std::string> audiences() {
     std::vector<std::string> words;
+    words.reserve(kAllPersonas.size());
     for (const Persona persona : kAllPersonas) {
         words.emplace_back(rawValue(persona));
     }
