@@ -39,6 +39,7 @@ std::vector<std::string> optionNames(const CommandDescription& command) {
 
 std::vector<std::string> commandNames(const CommandDescription& command) {
     std::vector<std::string> names;
+    names.reserve(command.commands.size());
     for (const CommandDescription& below : command.commands) {
         names.push_back(below.name());
     }
