@@ -6,8 +6,8 @@ namespace Brimlo {
 
 struct Sha256::State {
     struct Free {
-        void operator()(EVP_MD* algorithm) const { EVP_MD_free(algorithm); }
-        void operator()(EVP_MD_CTX* context) const { EVP_MD_CTX_free(context); }
+        void operator()(EVP_MD* held) const { EVP_MD_free(held); }
+        void operator()(EVP_MD_CTX* held) const { EVP_MD_CTX_free(held); }
     };
 
     // Fetched once: asked for by name at each start, the algorithm is searched for each time.
