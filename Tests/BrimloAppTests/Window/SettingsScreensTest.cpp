@@ -96,6 +96,7 @@ TEST_F(SettingsScreensTest, EverySettingTakesEffectAtOnce) {
         EXPECT_EQ(stepper->property("value").toLongLong(), c.before);
     }
     press("Preview auto-clean (dry run)");
+    EXPECT_EQ(model().busy(), "Checking what auto-clean would remove…");
     EXPECT_FALSE(isEnabled("Run auto-clean now"));
     finish();
     press("Run auto-clean now");

@@ -102,6 +102,7 @@ TEST_F(SmartCleanScreenTest, ShowsTheFirstStateThatHolds) {
     press("Rescan");
     EXPECT_TRUE(model().isSuggesting());
     waitToSee("0s · usually 20 to 30 seconds");
+    EXPECT_FALSE(sees(empty));
     EXPECT_FALSE(isEnabled("Rescan"));
     EXPECT_TRUE(sees(model().suggestPhase()));
     finish();
