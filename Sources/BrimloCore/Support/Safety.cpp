@@ -1,6 +1,7 @@
 #include "BrimloCore/Support/Safety.h"
 
 #include "BrimloCore/Platform/OtherNames.h"
+#include "BrimloCore/Platform/Posix/IdentityOf.h"
 #include "BrimloCore/Platform/PrivatePrefix.h"
 #include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/StoragePaths.h"
@@ -20,6 +21,8 @@
 namespace Brimlo::Safety {
 
 namespace {
+
+using Platform::FileIdentity;
 
 // In the tables "~" stands for the home folder as it is at the moment of the check.
 
@@ -172,19 +175,13 @@ bool isWholeVolume(std::string_view path) {
     return path.starts_with(kVolumes) && !path.substr(kVolumes.size()).contains('/');
 }
 
-struct Identity {
-    dev_t device;
-    ino_t inode;
-
-    bool operator==(const Identity&) const = default;
-};
-
-std::optional<Identity> identity(const std::string& path) {
+/// That of what a path leads to, links followed.
+std::optional<FileIdentity> targetIdentity(const std::string& path) {
     struct stat status {};
     if (stat(path.c_str(), &status) != 0) {
         return std::nullopt;
     }
-    return Identity{status.st_dev, status.st_ino};
+    return Platform::identityOf(status);
 }
 
 /// All places that the tables protect with what lies in them or around them, without repeats.
@@ -208,29 +205,23 @@ std::vector<std::string> protectedPlaces() {
 /// `item` is what `path` itself is, as far as the caller knows it: on a second look something else
 /// could stand there.
 std::optional<std::string> aliasRefusal(
-    const std::string& path, const std::optional<Platform::FileIdentity>& item) {
+    const std::string& path, const std::optional<FileIdentity>& item) {
     struct Ancestor {
         std::string_view path;
-        Identity identity;
+        FileIdentity identity;
     };
     std::vector<Ancestor> ancestors;
     for (std::string_view ancestor = path; ancestor != "/"; ancestor = Path::parent(ancestor)) {
         // The last component of the item itself is judged as it stands, link or not.
-        struct stat status {};
-        const std::string text{ancestor};
         const bool isItem = ancestor.size() == path.size();
-        if (isItem && item) {
-            ancestors.push_back({
-                ancestor, {item->device, item->inode}
-            });
-        } else if ((isItem ? lstat(text.c_str(), &status) : stat(text.c_str(), &status)) == 0) {
-            ancestors.push_back({
-                ancestor, {status.st_dev, status.st_ino}
-            });
+        const auto found = isItem ? item.or_else([&] { return FileIdentity::of(path); })
+                                  : targetIdentity(std::string{ancestor});
+        if (found) {
+            ancestors.push_back({ancestor, *found});
         }
     }
     for (const std::string& place : protectedPlaces()) {
-        const std::optional<Identity> placeIdentity = identity(place);
+        const std::optional<FileIdentity> placeIdentity = targetIdentity(place);
         for (const Ancestor& ancestor : ancestors) {
             if (placeIdentity != ancestor.identity || ancestor.path == place) {
                 continue;
@@ -248,7 +239,7 @@ std::optional<std::string> aliasRefusal(
 /// inside a protected place is mounted elsewhere, no folder above it is that place. A name that the
 /// tables merely don't own says nothing: a home folder may well be mounted from such a one.
 std::optional<std::string> mountRefusal(
-    const std::string& path, const std::optional<Platform::FileIdentity>& item) {
+    const std::string& path, const std::optional<FileIdentity>& item) {
     for (const std::string& name : Platform::otherNames(path)) {
         auto reason = check(name);
         reason = reason ? reason : aliasRefusal(name, item);
@@ -349,7 +340,7 @@ std::string resolvedParent(const std::string& path) {
 std::optional<std::string> refusal(
     const std::string& canonicalPath,
     const std::string& resolved,
-    const std::optional<Platform::FileIdentity>& item) {
+    const std::optional<FileIdentity>& item) {
     if (auto reason = check(canonicalPath)) {
         return reason;
     }
