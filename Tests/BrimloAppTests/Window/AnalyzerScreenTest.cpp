@@ -74,11 +74,14 @@ TEST_F(AnalyzerScreenTest, ShowsTheFirstStateThatHolds) {
     finish();
     EXPECT_TRUE(sees("See exactly what is using your disk."));
     for (const char* const button : {"Scan home folder", "Scan System disk"}) {
-        press(button);
-        EXPECT_TRUE(model().isScanning());
-        EXPECT_EQ(
-            model().scanRoot(), std::string_view{button} == "Scan home folder" ? home() : "/");
-        key(Qt::Key_Escape);
+        {
+            const Testing::HeldWork held;
+            press(button);
+            EXPECT_TRUE(model().isScanning());
+            EXPECT_EQ(
+                model().scanRoot(), std::string_view{button} == "Scan home folder" ? home() : "/");
+            key(Qt::Key_Escape);
+        }
         finish();
         EXPECT_FALSE(model().hasTree());
     }

@@ -11,6 +11,7 @@ namespace {
 
 using testing::ElementsAre;
 using Testing::exists;
+using Testing::HeldWork;
 using testing::IsEmpty;
 using Testing::LayoutAudit::Elision;
 using Testing::LayoutAudit::misplaced;
@@ -60,19 +61,25 @@ TEST_F(SearchScreensTest, LargeFilesShowsTheFirstStateThatHolds) {
     answerPanel(makeFolder("other"));
     EXPECT_EQ(model().largeRoot(), at("other"));
     EXPECT_FALSE(model().isFindingLarge());
-    press("Find large files");
-    EXPECT_THAT(seen(states), ElementsAre("Cancel"));
-    EXPECT_TRUE(sees("Scanning for large files…"));
-    EXPECT_TRUE(sees(QString::fromStdString(at("other"))));
+    {
+        const HeldWork held;
+        press("Find large files");
+        EXPECT_THAT(seen(states), ElementsAre("Cancel"));
+        EXPECT_TRUE(sees("Scanning for large files…"));
+        EXPECT_TRUE(sees(QString::fromStdString(at("other"))));
+    }
     finish();
     EXPECT_THAT(seen(states), ElementsAre("No large files found.", "Search again"));
     EXPECT_THAT(misplaced(window(), Elision::ofPaths), IsEmpty());
 
     fill("tree/one", 55);
     fill("tree/two", 60);
-    press("Search my home folder");
-    EXPECT_EQ(model().largeRoot(), home());
-    press("Cancel");
+    {
+        const HeldWork held;
+        press("Search my home folder");
+        EXPECT_EQ(model().largeRoot(), home());
+        press("Cancel");
+    }
     finish();
     press("Search again");
     finish();
@@ -116,10 +123,13 @@ TEST_F(SearchScreensTest, DuplicatesShowsTheFirstStateThatHolds) {
     model().setDupRoot(makeFolder("tree"));
     open(Section::duplicates);
     EXPECT_THAT(seen(states), ElementsAre("Find identical files.", "Find duplicates"));
-    press("Find duplicates");
-    EXPECT_THAT(seen(states), ElementsAre("Comparing files…"));
-    EXPECT_TRUE(sees("Large folders can take a minute or two."));
-    EXPECT_EQ(find(QAccessible::Button, "Cancel"), nullptr);
+    {
+        const HeldWork held;
+        press("Find duplicates");
+        EXPECT_THAT(seen(states), ElementsAre("Comparing files…"));
+        EXPECT_TRUE(sees("Large folders can take a minute or two."));
+        EXPECT_EQ(find(QAccessible::Button, "Cancel"), nullptr);
+    }
     finish();
     EXPECT_THAT(seen(states), ElementsAre("No duplicates found.", "Search again"));
 

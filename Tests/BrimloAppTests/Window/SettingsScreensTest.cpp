@@ -95,9 +95,12 @@ TEST_F(SettingsScreensTest, EverySettingTakesEffectAtOnce) {
         key(Qt::Key_Down);
         EXPECT_EQ(stepper->property("value").toLongLong(), c.before);
     }
-    press("Preview auto-clean (dry run)");
-    EXPECT_EQ(model().busy(), "Checking what auto-clean would remove…");
-    EXPECT_FALSE(isEnabled("Run auto-clean now"));
+    {
+        const Testing::HeldWork held;
+        press("Preview auto-clean (dry run)");
+        EXPECT_EQ(model().busy(), "Checking what auto-clean would remove…");
+        EXPECT_FALSE(isEnabled("Run auto-clean now"));
+    }
     finish();
     press("Run auto-clean now");
     EXPECT_FALSE(model().busy().isEmpty() && !model().isCleaning());

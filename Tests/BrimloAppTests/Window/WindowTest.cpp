@@ -2,6 +2,7 @@
 
 #include <QtCore/QFile>
 #include <QtCore/QMimeData>
+#include <QtCore/QThreadPool>
 #include <QtDBus/QDBusConnection>
 #include <QtGui/QDesktopServices>
 #include <QtQml/QQmlComponent>
@@ -80,6 +81,17 @@ public:
 
     std::vector<QUrl> urls;
 };
+
+HeldWork::HeldWork() {
+    QThreadPool& pool = *QThreadPool::globalInstance();
+    for (int i = 0; i < pool.maxThreadCount(); ++i) {
+        pool.start([gate = gate_] { gate->acquire(); });
+    }
+}
+
+HeldWork::~HeldWork() {
+    gate_->release(QThreadPool::globalInstance()->maxThreadCount());
+}
 
 WindowTest::WindowTest()
     : settings_{QDBusConnection{"none"}}
@@ -256,7 +268,7 @@ void WindowTest::tabTo(const QAccessible::Role role, const QString& name) {
 }
 
 void WindowTest::await(const std::function<bool()>& condition, const QString& what) {
-    constexpr int kLongestMilliseconds = 5000;
+    constexpr int kLongestMilliseconds = 30000;
     if (!QTest::qWaitFor(condition, kLongestMilliseconds)) {
         throw std::runtime_error("it never came: " + what.toStdString());
     }

@@ -46,7 +46,7 @@ def nodes(node):
         yield from nodes(node.getChildAtIndex(i))
 
 
-def wait(what, condition, seconds=15):
+def wait(what, condition, seconds=45):
     end = time.monotonic() + seconds
     while time.monotonic() < end:
         try:
@@ -68,7 +68,7 @@ class Application:
         for name in ('XDG_CONFIG_HOME', 'XDG_DATA_HOME', 'XDG_CACHE_HOME', 'XDG_STATE_HOME'):
             environment.pop(name, None)
         self.process = subprocess.Popen([path], env=environment, stderr=subprocess.PIPE, text=True)
-        self.frame = wait('the window', self.find_frame, 30)
+        self.frame = wait('the window', self.find_frame, 60)
 
     def find_frame(self):
         for node in pyatspi.Registry.getDesktop(0):
