@@ -48,6 +48,8 @@ public:
     [[nodiscard]] static std::optional<std::string> program(std::string_view definition);
 
 private:
+    [[nodiscard]] static std::expected<void, Error> checkFit(const Settings& settings);
+
     std::string label_;
     std::string folder_;
 };

@@ -1,12 +1,12 @@
 #include "BrimloCore/Platform/CloneFile.h"
 
+#include "BrimloCore/Platform/Posix/CloneDescription.h"
 #include "BrimloCore/Platform/Posix/Descriptor.h"
 
 #include <array>
 #include <cerrno>
 #include <cstddef>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include <fcntl.h>
@@ -19,12 +19,6 @@
 namespace Brimlo::Platform {
 
 namespace {
-
-std::unexpected<Error> failure(int code) {
-    Error error = Error::fromSystem(code);
-    error.description = "clonefile failed: " + error.description;
-    return std::unexpected(std::move(error));
-}
 
 void copyAttributes(int from, int to) {
     std::vector<char> names(XATTR_LIST_MAX);
@@ -40,15 +34,6 @@ void copyAttributes(int from, int to) {
     }
 }
 
-/// The mode to give to `taker`. The right to run as the owner or group stays behind where those are
-/// others: it would be theirs then.
-mode_t modeFor(const struct stat& taker, const struct stat& giver) {
-    constexpr mode_t kAllBits = 07777;
-    constexpr mode_t kWithoutIdentity = 01777;
-    const bool isSame = taker.st_uid == giver.st_uid && taker.st_gid == giver.st_gid;
-    return giver.st_mode & (isSame ? kAllBits : kWithoutIdentity);
-}
-
 /// All but the bytes. The mode comes after the owner, whose change takes bits of it away.
 void copyDescription(int from, int to) {
     copyAttributes(from, to);
@@ -62,8 +47,7 @@ void copyDescription(int from, int to) {
     if (fstat(to, &taker) == 0) {
         fchmod(to, modeFor(taker, giver));
     }
-    const std::array<timespec, 2> times{giver.st_atim, giver.st_mtim};
-    futimens(to, times.data());
+    futimens(to, timesOf(giver).data());
 }
 
 }  // namespace
@@ -73,31 +57,24 @@ std::expected<void, Error> cloneFile(const std::string& original, const std::str
     const Descriptor from{
         open(original.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC)};
     if (!from) {
-        return failure(errno);
+        return cloneFailure(errno);
     }
     const Descriptor to{
         open(clone.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600)};
     if (!to) {
-        return failure(errno);
+        return cloneFailure(errno);
     }
     if (ioctl(to.number(), FICLONE, from.number()) != 0) {
         const int code = errno;
         unlink(clone.c_str());
-        return failure(code);
+        return cloneFailure(code);
     }
     copyDescription(from.number(), to.number());
     return {};
 }
 
-void copyTimesAndMode(const std::string& source, const std::string& target) {
-    struct stat giver {};
-    struct stat taker {};
-    if (stat(source.c_str(), &giver) != 0 || stat(target.c_str(), &taker) != 0) {
-        return;
-    }
-    const std::array<timespec, 2> times{giver.st_atim, giver.st_mtim};
-    utimensat(AT_FDCWD, target.c_str(), times.data(), 0);
-    chmod(target.c_str(), modeFor(taker, giver));
+std::array<timespec, 2> timesOf(const struct stat& status) {
+    return {status.st_atim, status.st_mtim};
 }
 
 }  // namespace Brimlo::Platform

@@ -18,11 +18,6 @@ constexpr std::string_view kStart = "ExecStart=";
 /// Starts a program whose path systemd refuses as that of a program, but passes as an argument.
 constexpr std::array<std::string_view, 3> kDetour{"/bin/sh", "-c", R"(exec "$0" "$@")"};
 
-bool isControl(unsigned char byte) {
-    constexpr unsigned char kDelete = 0x7f;
-    return byte < ' ' || byte == kDelete;
-}
-
 /// With "%" doubled, which would begin a placeholder.
 std::string literal(std::string_view text) {
     std::string result;
@@ -144,16 +139,8 @@ std::vector<std::string> PeriodicJob::paths() const {
 
 std::expected<std::vector<PeriodicJob::File>, Error> PeriodicJob::files(
     const Settings& settings) const {
-    const auto isUnfit = [](const std::string& text) {
-        return std::ranges::any_of(text, isControl);
-    };
-    if (std::ranges::any_of(settings.arguments, isUnfit) || isUnfit(settings.log)) {
-        constexpr int kCode = 21;
-        return std::unexpected(Error{
-            .domain = kErrorDomain,
-            .code = kCode,
-            .description = "A path holds a line break or another control character",
-        });
+    if (auto fit = checkFit(settings); !fit) {
+        return std::unexpected(std::move(fit.error()));
     }
     return std::vector<File>{
         {.path = folder_ + label_ + ".timer",   .text = timer(settings)  },

@@ -14,11 +14,6 @@ namespace Brimlo::Platform {
 
 namespace {
 
-bool isControl(unsigned char byte) {
-    constexpr unsigned char kDelete = 0x7f;
-    return byte < ' ' || byte == kDelete;
-}
-
 std::string session() {
     return "gui/" + std::to_string(getuid());
 }
@@ -43,16 +38,8 @@ std::vector<std::string> PeriodicJob::paths() const {
 
 std::expected<std::vector<PeriodicJob::File>, Error> PeriodicJob::files(
     const Settings& settings) const {
-    const auto isUnfit = [](const std::string& text) {
-        return std::ranges::any_of(text, isControl);
-    };
-    if (std::ranges::any_of(settings.arguments, isUnfit) || isUnfit(settings.log)) {
-        constexpr int kCode = 21;
-        return std::unexpected(Error{
-            .domain = kErrorDomain,
-            .code = kCode,
-            .description = "A path holds a line break or another control character",
-        });
+    if (auto fit = checkFit(settings); !fit) {
+        return std::unexpected(std::move(fit.error()));
     }
     // Without "RunAtLoad" the first run comes after the first interval.
     PropertyList::Dictionary definition;
