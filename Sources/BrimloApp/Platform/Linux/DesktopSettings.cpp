@@ -83,12 +83,6 @@ DesktopSettings::DesktopSettings(const QDBusConnection& bus, QObject* parent)
     update();
 }
 
-DesktopSettings* DesktopSettings::create(QQmlEngine* engine, QJSEngine* /*scripts*/) {
-    auto* const settings = engine->property("desktopSettings").value<DesktopSettings*>();
-    QJSEngine::setObjectOwnership(settings, QJSEngine::CppOwnership);
-    return settings;
-}
-
 bool DesktopSettings::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::ApplicationPaletteChange) {
         update();

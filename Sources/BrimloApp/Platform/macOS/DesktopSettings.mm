@@ -19,12 +19,6 @@ DesktopSettings::DesktopSettings(QObject* parent)
     update();
 }
 
-DesktopSettings* DesktopSettings::create(QQmlEngine* engine, QJSEngine* /*scripts*/) {
-    auto* const settings = engine->property("desktopSettings").value<DesktopSettings*>();
-    QJSEngine::setObjectOwnership(settings, QJSEngine::CppOwnership);
-    return settings;
-}
-
 bool DesktopSettings::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::ApplicationPaletteChange ||
         event->type() == QEvent::ApplicationStateChange) {
