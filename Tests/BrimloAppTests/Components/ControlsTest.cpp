@@ -1,4 +1,5 @@
 #include "BrimloAppTests/Support/AppTest.h"
+#include "BrimloAppTests/Support/Contrast.h"
 
 #include <QtCore/QRegularExpression>
 #include <QtGui/QAccessible>
@@ -12,7 +13,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cmath>
 #include <map>
 #include <memory>
 #include <set>
@@ -76,20 +76,6 @@ private:
     QtMessageHandler previous_ = nullptr;
 };
 
-/// The relative luminance of WCAG 2.
-double luminance(const QColor& color) {
-    const auto linear = [](const double part) {
-        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
-           0.0722 * linear(color.blueF());
-}
-
-double contrast(const QColor& one, const QColor& other) {
-    const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
-    return (lighter + 0.05) / (darker + 0.05);
-}
-
 TEST_F(ControlsTest, WordsStandOutFromEveryGround) {
     show("");
     const std::map<const char*, const char*> tints{
@@ -98,7 +84,7 @@ TEST_F(ControlsTest, WordsStandOutFromEveryGround) {
         {"reviewText",  "review" },
         {"infoText",    "info"   }
     };
-    ASSERT_NEAR(contrast(Qt::white, Qt::black), 21, 0.01);
+    ASSERT_NEAR(Testing::contrast(Qt::white, Qt::black), 21, 0.01);
     for (const bool dark : {false, true}) {
         for (const bool high : {false, true}) {
             for (const auto* accent : {"", "#1f6f8b", "#f5c211", "#000000", "#ffffff", "#3584e4"}) {
@@ -109,14 +95,14 @@ TEST_F(ControlsTest, WordsStandOutFromEveryGround) {
                 const auto color = [&](const char* name) {
                     return theme()->property(name).value<QColor>();
                 };
-                EXPECT_GE(contrast(color("inkOnAccent"), color("accent")), 4.5);
+                EXPECT_GE(Testing::contrast(color("inkOnAccent"), color("accent")), 4.5);
                 for (const auto* ground : {"window", "sidebar", "card", "popup", "field"}) {
                     for (const auto* ink : {"text", "secondaryText", "accentText"}) {
-                        EXPECT_GE(contrast(color(ink), color(ground)), 4.5)
+                        EXPECT_GE(Testing::contrast(color(ink), color(ground)), 4.5)
                             << ink << " on " << ground;
                     }
                     for (const auto& [ink, tint] : tints) {
-                        EXPECT_GE(contrast(color(ink), color(ground)), 4.5)
+                        EXPECT_GE(Testing::contrast(color(ink), color(ground)), 4.5)
                             << ink << " on " << ground;
                     }
                 }

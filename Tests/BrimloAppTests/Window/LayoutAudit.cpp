@@ -1,11 +1,12 @@
 #include "BrimloAppTests/Window/LayoutAudit.h"
 
+#include "BrimloAppTests/Support/Contrast.h"
+
 #include <QtGui/QColor>
 #include <QtGui/QImage>
 #include <QtQuick/QQuickItem>
 
 #include <algorithm>
-#include <cmath>
 #include <map>
 #include <optional>
 
@@ -115,19 +116,6 @@ std::optional<std::string> fault(const Piece& piece, const QRectF& window, const
 bool areTogether(const Piece& one, const Piece& other) {
     const QRectF both = one.seen & other.seen;
     return one.layer == other.layer && both.width() > 2 && both.height() > 4;
-}
-
-double luminance(const QColor& color) {
-    const auto linear = [](const double part) {
-        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
-           0.0722 * linear(color.blueF());
-}
-
-double contrast(const QColor& one, const QColor& other) {
-    const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
-    return (lighter + 0.05) / (darker + 0.05);
 }
 
 /// The colour that most of a part of the picture has: that on which the words stand.
