@@ -34,7 +34,7 @@ struct Shot {
 class CleanerAliasesTest : public Testing::CleaningHome {
 protected:
     static constexpr const char* kHome = "/home/Jos\u00E9";
-    static constexpr const char* kThings = "/home/Jos\u00E9/things/";
+    static constexpr const char* kDesk = "/home/Jos\u00E9/desk/";
 
     /// Makes the fresh root; false where that is not permitted.
     [[nodiscard]] bool enterOwnRoot() const {
@@ -45,7 +45,7 @@ protected:
             return false;
         }
         setenv("HOME", kHome, 1);
-        fs::create_directories(kThings);
+        fs::create_directories(kDesk);
         return !exists("/usr");  // Else it is not ours.
     }
 
@@ -74,9 +74,9 @@ protected:
         return text;
     }
 
-    /// A folder of `number`'s own below the folder of things.
+    /// A folder of `number`'s own on the desk.
     static std::string place(std::size_t number, const std::string& name) {
-        const std::string folder = kThings + std::to_string(number);
+        const std::string folder = kDesk + std::to_string(number);
         fs::create_directories(folder);
         return folder + "/" + name;
     }
@@ -255,8 +255,8 @@ TEST_F(CleanerAliasesTest, NothingProtectedGoesByAnyName) {
         }
         fireAll(roots, home + "/.ssh");
         // The gun is loaded: an ordinary file goes by each of these names.
-        for (const Shot& shot : spellings(home + "/things/plain")) {
-            std::ofstream{home + "/things/plain"} << "plain";
+        for (const Shot& shot : spellings(home + "/desk/plain")) {
+            std::ofstream{home + "/desk/plain"} << "plain";
             // The rest lead elsewhere: to other names, or into what is no folder.
             const bool isSame = shot.alias == "plain" || shot.alias == "slashes" ||
                                 shot.alias == "from above" || shot.alias == "slash at the end";
