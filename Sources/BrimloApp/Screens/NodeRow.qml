@@ -30,14 +30,16 @@ ListRow {
     width: (list?.width ?? 0) - (list?.leftMargin ?? 0) - (list?.rightMargin ?? 0)
     Accessible.onPressAction: picked(Qt.NoModifier)
 
-    TapHandler {
+    // No tap handlers: those look for their window at the release, and by then an opened folder's row
+    // has none.
+    PointHandler {
         acceptedButtons: Qt.LeftButton
-        onPressedChanged: if (pressed)
+        onActiveChanged: if (active)
             row.picked(point.modifiers)
     }
-    TapHandler {
+    PointHandler {
         acceptedButtons: Qt.RightButton
-        onPressedChanged: if (pressed)
+        onActiveChanged: if (active)
             row.menuWanted(point.position)
     }
     Icon {
