@@ -5,9 +5,10 @@
 
 Walks every section, sheet and menu and fails on a control without a name or of a kind that tells
 nothing; presses, ticks and types through AT-SPI and looks for the effect on the disk; closes the
-window by the window manager while a clean runs. Wants a display and a message bus of its own:
+window by the window manager while a clean runs. Makes a display of its own, and wants a message bus
+of its own:
 
-    xvfb-run -a dbus-run-session -- accessibility.py build/debug/bin/brimlo-app
+    dbus-run-session -- accessibility.py build/debug/bin/brimlo-app
 """
 
 import glob
@@ -21,6 +22,9 @@ import tempfile
 import time
 
 import pyatspi
+
+sys.path.insert(0, os.path.join(os.path.dirname(__file__), '../../../tools'))
+from virtual_display import virtual_display
 
 # What is used by a press or a key, and so needs a name.
 CONTROLS = {'push button', 'check box', 'radio button', 'combo box', 'text', 'list', 'list item',
@@ -245,13 +249,13 @@ def close_while_cleaning(app):
         fail(f'the journal tells of {told} items')
 
 
-def main():
+def run(application):
     home = tempfile.mkdtemp(prefix='brimlo-accessibility-')
     fill(home)
     helpers = [subprocess.Popen(['openbox'], stderr=subprocess.DEVNULL),
                subprocess.Popen(['/usr/libexec/at-spi-bus-launcher', '--launch-immediately'],
                                 stderr=subprocess.DEVNULL)]
-    app = Application(sys.argv[1], home)
+    app = Application(application, home)
     try:
         use(app)
         close_while_cleaning(app)
@@ -263,6 +267,12 @@ def main():
     for line in app.process.stderr.read().splitlines():
         if 'XDG_RUNTIME_DIR' not in line:
             fail('it said: ' + line)
+
+
+def main():
+    with virtual_display() as display:
+        os.environ['DISPLAY'] = display
+        run(sys.argv[1])
     sys.exit(1 if faults else 0)
 
 
