@@ -92,7 +92,6 @@ std::vector<SuggestionRows::Role> roles() {
     return {
         {"kind",            [](const Row& row) { return word(row.kind); }                       },
         {"name",            text(&Row::name)                                                    },
-        {"group",           text(&Row::group)                                                   },
         {"risk",            [](const Row& row) { return QString::fromUtf8(rawValue(row.risk)); }},
         {"runningApps",     text(&Row::runningApps)                                             },
         {"size",            [](const Row& row) { return static_cast<double>(row.size); }        },
@@ -105,7 +104,6 @@ std::vector<SuggestionRows::Role> roles() {
         {"subtitle",        text(&Row::subtitle)                                                },
         {"detail",          text(&Row::detail)                                                  },
         {"idleDays",        [](const Row& row) { return static_cast<int>(row.idleDays); }       },
-        {"ticked",          [](const Row& row) { return row.tick == Tick::all; }                },
         {"isDocker",        [](const Row& row) { return isPseudoPath(row.path); }               },
     };
 }

@@ -3,51 +3,58 @@ import QtQuick.Layouts
 import Brimlo
 
 // What is to be known of a suggestion before it goes.
-ColumnLayout {
+SuggestionRow {
     id: details
 
-    required property SuggestionRow row
+    required property string risk
+    required property string regenerates
+    required property string officialCommand
 
-    spacing: 5
+    text: regenerates
 
-    Label {
-        text: details.row.regenerates
-        visible: text !== ""
-        wrapMode: Text.Wrap
-        lineHeight: 1.15
+    ColumnLayout {
+        spacing: 5
         Layout.fillWidth: true
-        Layout.maximumWidth: 760
-    }
-    RowLayout {
-        spacing: 6
 
-        Icon {
-            symbol: "shield.lefthalf.filled"
-            size: 14
-            color: Theme.secondaryText
-        }
         Label {
-            text: RiskWords.outcome(details.row.risk)
-            secondary: true
+            text: details.regenerates
+            visible: text !== ""
+            wrapMode: Text.Wrap
+            lineHeight: 1.15
             Layout.fillWidth: true
+            Layout.maximumWidth: 760
         }
-    }
-    RowLayout {
-        spacing: 6
-        visible: details.row.officialCommand !== ""
+        RowLayout {
+            spacing: 6
 
-        Icon {
-            symbol: "terminal"
-            size: 14
-            color: Theme.secondaryText
+            Icon {
+                symbol: "shield.lefthalf.filled"
+                size: 14
+                color: Theme.secondaryText
+            }
+            Label {
+                text: RiskWords.outcome(details.risk)
+                secondary: true
+                Layout.fillWidth: true
+            }
         }
-        Label {
-            text: qsTr("Official command:")
-            secondary: true
-        }
-        CommandText {
-            command: details.row.officialCommand
-            Layout.fillWidth: true
+        RowLayout {
+            spacing: 6
+            visible: details.officialCommand !== ""
+
+            Icon {
+                symbol: "terminal"
+                size: 14
+                color: Theme.secondaryText
+            }
+            Label {
+                text: qsTr("Official command:")
+                secondary: true
+            }
+            CommandText {
+                command: details.officialCommand
+                Layout.fillWidth: true
+            }
         }
     }
 }

@@ -2,19 +2,34 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// The line of a suggestion.
-RowLayout {
+// The line of a suggestion. A click shows or hides what belongs to it.
+SuggestionRow {
     id: head
 
-    required property SuggestionRow row
+    required property string name
+    required property string risk
+    required property string runningApps
+    required property real size
+    required property int itemCount
+    required property string tick
+    required property bool expanded
 
-    spacing: Theme.snug
+    readonly property string countText: itemCount === 1 ? qsTr("1 item") : qsTr("%1 items").arg(Format.count(itemCount))
+
+    signal ticked
+
+    text: name + ", " + RiskWords.text(risk) + ", " + Format.bytes(size) + ", " + countText
+    leftPadding: Theme.tight
+    topPadding: 7
+    Accessible.checkable: true
+    Accessible.checked: tick === "all"
+    Accessible.checkStateMixed: tick === "some"
 
     CheckBox {
-        checkState: head.row.tick === "all" ? Qt.Checked : head.row.tick === "some" ? Qt.PartiallyChecked : Qt.Unchecked
+        checkState: head.tick === "all" ? Qt.Checked : head.tick === "some" ? Qt.PartiallyChecked : Qt.Unchecked
         help: qsTr("Select all items in this group")
         focusPolicy: Qt.NoFocus
-        onClicked: head.row.toggled()
+        onClicked: head.ticked()
     }
     Item {
         implicitWidth: Math.max(badge.implicitWidth, Theme.scaled(82))
@@ -23,7 +38,7 @@ RowLayout {
         RiskBadge {
             id: badge
 
-            risk: head.row.risk
+            risk: head.risk
         }
     }
     ColumnLayout {
@@ -31,12 +46,12 @@ RowLayout {
         Layout.fillWidth: true
 
         Label {
-            text: head.row.name
+            text: head.name
             font.weight: Font.DemiBold
             Layout.fillWidth: true
         }
         Label {
-            text: RiskWords.line(head.row.risk)
+            text: RiskWords.line(head.risk)
             secondary: true
             wrapMode: Text.Wrap
             font.pixelSize: Theme.small
@@ -44,29 +59,29 @@ RowLayout {
         }
     }
     Chip {
-        text: qsTr("Close %1 first").arg(head.row.runningApps)
+        text: qsTr("Close %1 first").arg(head.runningApps)
         symbol: "exclamationmark.triangle"
         color: Theme.rebuild
-        visible: head.row.runningApps !== ""
+        visible: head.runningApps !== ""
         Layout.maximumWidth: 260
     }
     SizeText {
-        bytes: head.row.size
+        bytes: head.size
         font.weight: Font.DemiBold
     }
     Label {
-        text: head.row.countText
+        text: head.countText
         secondary: true
         horizontalAlignment: Text.AlignRight
         Layout.minimumWidth: Theme.scaled(74)
     }
     PlainButton {
         symbol: "chevron.right"
-        help: head.row.expanded ? qsTr("Hide the items") : qsTr("Show the items")
+        help: head.expanded ? qsTr("Hide the items") : qsTr("Show the items")
         ink: Theme.secondaryText
         focusPolicy: Qt.NoFocus
-        rotation: head.row.expanded ? 90 : 0
-        onClicked: head.row.expansionToggled()
+        rotation: head.expanded ? 90 : 0
+        onClicked: head.clicked()
 
         Behavior on rotation {
             NumberAnimation {

@@ -2,47 +2,60 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// The line of one item of a suggestion.
-RowLayout {
+// One item of a suggestion. A click ticks it.
+SuggestionRow {
     id: item
 
-    required property SuggestionRow row
+    required property real size
+    required property string tick
+    required property string path
+    required property string subtitle
+    required property string detail
+    required property int idleDays
+    required property bool isDocker
 
+    readonly property string name: subtitle !== "" ? subtitle : path
+
+    signal revealed
+
+    text: name + ", " + Format.bytes(size)
     spacing: Theme.tight
+    Accessible.checkable: true
+    Accessible.checked: tick === "all"
 
     CheckBox {
-        checkState: item.row.ticked ? Qt.Checked : Qt.Unchecked
-        label: item.row.itemName
+        checkState: item.tick === "all" ? Qt.Checked : Qt.Unchecked
+        label: item.name
         focusPolicy: Qt.NoFocus
-        onClicked: item.row.toggled()
+        onClicked: item.clicked()
     }
     PathText {
-        path: item.row.itemName
-        color: item.row.isOrphan ? Theme.rebuildText : Theme.text
+        path: item.name
+        color: item.subtitle.includes("orphaned") ? Theme.rebuildText : Theme.text
         Layout.fillWidth: true
     }
     Label {
-        text: item.row.detail
+        text: item.detail
         secondary: true
         visible: text !== ""
         Layout.maximumWidth: 180
     }
     Label {
-        text: qsTr("idle %1").arg(Format.days(item.row.idleDays))
+        text: qsTr("idle %1").arg(Format.days(item.idleDays))
         secondary: true
-        visible: item.row.idleDays >= 0
+        visible: item.idleDays >= 0
     }
     SizeText {
-        bytes: item.row.size
+        bytes: item.size
     }
     PlainButton {
         symbol: "magnifyingglass"
         help: qsTr("Reveal in %1").arg(SystemWords.fileManager)
         ink: Theme.secondaryText
-        enabled: item.row.canReveal
-        opacity: item.row.canReveal ? 1 : 0
+        enabled: !item.isDocker
+        opacity: enabled ? 1 : 0
         focusPolicy: Qt.NoFocus
-        Accessible.ignored: !item.row.canReveal
-        onClicked: item.row.revealed()
+        Accessible.ignored: item.isDocker
+        onClicked: item.revealed()
     }
 }

@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Qt.labs.qmlmodels
 import Brimlo
 
 // The suggestions, and what belongs to those that are expanded. Space ticks, Left and Right fold,
@@ -15,10 +16,10 @@ ScrollList {
         forceActiveFocus(Qt.MouseFocusReason);
     }
     function fold(expanded) {
-        const row = currentItem as SuggestionRow;
-        if (row?.kind === "suggestion" && row.expanded !== expanded)
+        const head = currentItem as SuggestionHead;
+        if (head !== null && head.expanded !== expanded)
             rows.toggleExpanded(currentIndex);
-        else if (!expanded)
+        else if (head === null && !expanded)
             currentIndex = rows.head(currentIndex);
         keyed = true;
     }
@@ -38,15 +39,47 @@ ScrollList {
     Keys.onLeftPressed: fold(false)
     Keys.onRightPressed: fold(true)
 
-    delegate: SuggestionRow {
-        onToggled: {
-            view.take(index);
-            view.rows.toggle(index);
+    delegate: DelegateChooser {
+        role: "kind"
+
+        DelegateChoice {
+            roleValue: "suggestion"
+
+            SuggestionHead {
+                onClicked: {
+                    view.take(index);
+                    view.rows.toggleExpanded(index);
+                }
+                onTicked: {
+                    view.take(index);
+                    view.rows.toggle(index);
+                }
+            }
         }
-        onExpansionToggled: {
-            view.take(index);
-            view.rows.toggleExpanded(index);
+        DelegateChoice {
+            roleValue: "item"
+
+            SuggestionItem {
+                onClicked: {
+                    view.take(index);
+                    view.rows.toggle(index);
+                }
+                onRevealed: view.rows.reveal(index)
+            }
         }
-        onRevealed: view.rows.reveal(index)
+        DelegateChoice {
+            roleValue: "details"
+
+            SuggestionDetails {
+                onClicked: view.take(index)
+            }
+        }
+        DelegateChoice {
+            roleValue: "more"
+
+            SuggestionMore {
+                onClicked: view.take(index)
+            }
+        }
     }
 }

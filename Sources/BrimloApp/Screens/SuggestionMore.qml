@@ -2,10 +2,17 @@ import QtQuick
 import Brimlo
 
 // How many items of a suggestion are not listed.
-Label {
-    required property SuggestionRow row
+SuggestionRow {
+    id: row
 
-    text: row.moreText
-    secondary: true
-    leftPadding: 34
+    required property int itemCount
+
+    text: qsTr("+ %1 more").arg(Format.count(itemCount))
+
+    Label {
+        text: row.text
+        secondary: true
+        leftPadding: 34
+        Accessible.ignored: true
+    }
 }
