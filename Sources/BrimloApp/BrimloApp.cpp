@@ -6,12 +6,13 @@
 #include "BrimloApp/Snapshot/SnapshotRun.h"
 #include "BrimloApp/Updater.h"
 #include "BrimloApp/WindowCloser.h"
+#include "BrimloApp/WindowSize.h"
 
 #include <QtCore/QThreadPool>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QIcon>
-#include <QtGui/QWindow>
 #include <QtQml/QQmlApplicationEngine>
+#include <QtQuick/QQuickWindow>
 
 #include <chrono>
 #include <cstdio>
@@ -48,12 +49,13 @@ int run() {
     const WindowCloser closer{model};
 
     QQmlApplicationEngine engine;
-    if (openWindow(engine, model, updater, desktopSettings) == nullptr) {
+    engine.setInitialProperties(WindowSize::last());
+    QWindow* const window = openWindow(engine, model, updater, desktopSettings);
+    if (window == nullptr) {
         return EXIT_FAILURE;
     }
-    if (auto* const window = qobject_cast<QWindow*>(engine.rootObjects().constFirst())) {
-        Platform::joinFrame(*window);
-    }
+    const WindowSize size{*window};
+    Platform::joinFrame(*window);
     updater.startAutomaticChecks();
     return QGuiApplication::exec();
 }

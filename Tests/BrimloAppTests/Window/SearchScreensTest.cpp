@@ -174,7 +174,9 @@ TEST_F(SearchScreensTest, BothAreUsedByTheKeyboardAlone) {
     tabTo(QAccessible::Button, "Find large files");
     key(Qt::Key_Return);
     finish();
-    await([&] { return get(QAccessible::List, "Large Files").hasActiveFocus(); }, "the keys of the files");
+    await(
+        [&] { return get(QAccessible::List, "Large Files").hasActiveFocus(); },
+        "the keys of the files");
     key(Qt::Key_Return);
     await([&] { return opened().size() == 1; }, "the file manager");
     tabTo(QAccessible::Button, "Move to Trash");
@@ -187,7 +189,9 @@ TEST_F(SearchScreensTest, BothAreUsedByTheKeyboardAlone) {
     tabTo(QAccessible::Button, "Find duplicates");
     key(Qt::Key_Space);
     finish();
-    await([&] { return get(QAccessible::List, "Duplicates").hasActiveFocus(); }, "the keys of the copies");
+    await(
+        [&] { return get(QAccessible::List, "Duplicates").hasActiveFocus(); },
+        "the keys of the copies");
     tabTo(QAccessible::Button, "Trash extras");
     key(Qt::Key_Return);
     finish();
