@@ -16,6 +16,7 @@
 #include "BrimloCore/UserRules/UserRules.h"
 #include "Fuzz/Targets.h"
 
+#include <algorithm>
 #include <array>
 #include <fstream>
 
@@ -77,14 +78,18 @@ void importedRules(const std::string& bytes) {
     demand(!result || names.size() <= result->imported.size(), "no rule but those told");
 }
 
+void demandReadable(const JournalEntry& entry) {
+    std::string text;
+    entry.encode(text);
+    const auto value = Json::parse(text);
+    demand(value && JournalEntry::decode(*value) == entry, "an entry can be read again");
+}
+
 void journalEntry(const std::string& bytes) {
     const auto value = Json::parse(bytes);
     const auto entry = value ? JournalEntry::decode(*value) : std::unexpected{std::string{}};
     if (entry) {
-        std::string text;
-        entry->encode(text);
-        const auto again = Json::parse(text);
-        demand(again && JournalEntry::decode(*again) == entry, "an entry can be read again");
+        demandReadable(*entry);
     }
 }
 
@@ -92,6 +97,7 @@ void journal(const std::string& bytes) {
     static const std::string kPath = folder("journal") + "/journal.json";
     Journal journal{file(kPath, bytes)};
     const auto before = journal.entries();
+    std::ranges::for_each(before, demandReadable);
     journal.append(JournalEntry::make({.originalPath = "/x"}));
     demand(journal.entries().size() == before.size() + 1, "an entry is added to what was read");
 }
@@ -179,20 +185,20 @@ void date(const std::string& bytes) {
 
 std::span<const Target> decoders() {
     static constexpr std::array kTargets{
-        Target{"rule-pack",      rulePack,      Needs::memory},
-        Target{"user-rule",      userRule,      Needs::files },
-        Target{"imported-rules", importedRules, Needs::files },
-        Target{"journal-entry",  journalEntry,  Needs::memory},
-        Target{"journal",        journal,       Needs::files },
-        Target{"configuration",  configuration, Needs::files },
-        Target{"disabled-rules", disabledRules, Needs::files },
-        Target{"docker-objects", dockerObjects, Needs::memory},
-        Target{"docker-sizes",   dockerSizes,   Needs::memory},
-        Target{"job",            job,           Needs::memory},
-        Target{"trash-note",     trashNote,     Needs::memory},
-        Target{"desktop-entry",  desktopEntry,  Needs::files },
-        Target{"json-list",      jsonList,      Needs::memory},
-        Target{"date",           date,          Needs::memory},
+        Target{"rule-pack",      rulePack     },
+        Target{"user-rule",      userRule     },
+        Target{"imported-rules", importedRules},
+        Target{"journal-entry",  journalEntry },
+        Target{"journal",        journal      },
+        Target{"configuration",  configuration},
+        Target{"disabled-rules", disabledRules},
+        Target{"docker-objects", dockerObjects},
+        Target{"docker-sizes",   dockerSizes  },
+        Target{"job",            job          },
+        Target{"trash-note",     trashNote    },
+        Target{"desktop-entry",  desktopEntry },
+        Target{"json-list",      jsonList     },
+        Target{"date",           date         },
     };
     return kTargets;
 }

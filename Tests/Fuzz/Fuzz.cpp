@@ -6,8 +6,7 @@
 #include <cstdint>
 #include <filesystem>
 
-// BRIMLO_FUZZ names the target; without it, all are listed, followed by "files" where they need
-// them. BRIMLO_FUZZ_HOME is a folder for nothing else: it becomes the home.
+// BRIMLO_FUZZ names the target, BRIMLO_FUZZ_HOME a folder for nothing else: it becomes the home.
 
 namespace {
 
@@ -22,10 +21,7 @@ extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
     for (const auto targets : std::array{Brimlo::Fuzz::decoders(), Brimlo::Fuzz::spellings()}) {
         for (const Brimlo::Fuzz::Target& target : targets) {
             if (name == nullptr) {
-                static_cast<void>(std::printf(
-                    "%s%s\n",
-                    std::string{target.name}.c_str(),
-                    target.needs == Brimlo::Fuzz::Needs::files ? " files" : ""));
+                static_cast<void>(std::printf("%s\n", std::string{target.name}.c_str()));
             } else if (target.name == name) {
                 chosen = target.take;
             }

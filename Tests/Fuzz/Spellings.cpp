@@ -116,8 +116,8 @@ void path(const std::string& bytes) {
 
 std::span<const Target> spellings() {
     static constexpr std::array kTargets{
-        Target{"wildcard", wildcard, Needs::memory},
-        Target{"path",     path,     Needs::files }
+        Target{"wildcard", wildcard},
+        Target{"path",     path    }
     };
     return kTargets;
 }

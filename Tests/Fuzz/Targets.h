@@ -9,13 +9,9 @@
 /// What is fuzzed: each target takes any bytes, and ends the program when a promise is broken.
 namespace Brimlo::Fuzz {
 
-/// What a target needs for each input. With files it is slow.
-enum class Needs { memory, files };
-
 struct Target {
     std::string_view name;
     void (*take)(const std::string& bytes);
-    Needs needs;
 };
 
 /// Whatever is read from a file or from another program.

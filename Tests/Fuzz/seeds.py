@@ -83,8 +83,8 @@ def encoded(text):
 def main(folder):
     documents = {
         "rule-pack": PACK, "user-rule": PACK, "imported-rules": PACK, "journal": [ENTRY],
-        "journal-entry": ENTRY, "configuration": CONFIG, "disabled-rules": ["npm.cache"], "docker-objects": DOCKER,
-        "json-list": [1, "a", {"b": [None]}],
+        "journal-entry": ENTRY, "configuration": CONFIG, "disabled-rules": ["npm.cache"],
+        "docker-objects": DOCKER, "json-list": [1, "a", {"b": [None]}],
     }  # fmt: skip
     inputs = {name: [encoded(text) for text in texts] for name, texts in TEXTS.items()}
     for name, document in documents.items():
