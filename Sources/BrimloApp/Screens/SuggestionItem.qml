@@ -53,7 +53,7 @@ SuggestionRow {
         help: qsTr("Reveal in %1").arg(SystemWords.fileManager)
         ink: Theme.secondaryText
         enabled: !item.isDocker
-        opacity: enabled ? 1 : 0
+        opacity: item.isDocker ? 0 : 1
         focusPolicy: Qt.NoFocus
         Accessible.ignored: item.isDocker
         onClicked: item.revealed()
