@@ -14,21 +14,13 @@ namespace {
 void refusal(benchmark::State& state, const char* below) {
     const std::string path = BenchmarkHome::tree() + below;
     for ([[maybe_unused]] auto iteration : state) {
-        benchmark::DoNotOptimize(Safety::refusal(path));
-    }
-}
-
-void check(benchmark::State& state) {
-    const std::string path = BenchmarkHome::tree() + "/Projects/first/project-1/node_modules";
-    for ([[maybe_unused]] auto iteration : state) {
-        benchmark::DoNotOptimize(Safety::check(path));
+        benchmark::DoNotOptimize(Safety::judge(path).refusal);
     }
 }
 
 BENCHMARK_CAPTURE(refusal, allowed, "/Projects/first/project-1/node_modules")
     ->Name("Safety/RefusalAllowed");
 BENCHMARK_CAPTURE(refusal, refused, "/.ssh/id_ed25519")->Name("Safety/RefusalRefused");
-BENCHMARK(check)->Name("Safety/Check");
 
 }  // namespace
 

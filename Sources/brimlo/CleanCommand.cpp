@@ -69,7 +69,7 @@ std::vector<CleanItem> typedItems(const std::vector<std::string>& paths) {
     }
     // What is refused anyway, the whole disk perhaps, is not measured.
     const auto isRefused = [](const SuggestionItem& item) {
-        return Safety::refusal(item.path).has_value();
+        return Safety::judge(item.path).refusal.has_value();
     };
     std::vector<CleanItem> result;
     for (const SuggestionItem& item : items) {

@@ -14,9 +14,8 @@ ExitCode run(const std::vector<std::string>& paths, const Tool& tool) {
     ExitCode exit = ExitCode::done;
     Json::Array document;
     for (const std::string& path : paths) {
-        const std::string expanded = StoragePaths::expandTilde(path);
-        const std::string canonical = Safety::canonical(expanded);
-        const std::optional<std::string> refusal = Safety::refusal(expanded);
+        const Safety::Verdict verdict = Safety::judge(StoragePaths::expandTilde(path));
+        const auto& [canonical, resolved, identity, refusal] = verdict;
         if (refusal) {
             exit = ExitCode::problems;
         }

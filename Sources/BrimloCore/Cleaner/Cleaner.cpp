@@ -29,23 +29,11 @@ std::string line(const std::string& path, std::string_view reason) {
     return path + ": " + std::string{reason};
 }
 
-/// Without trailing slashes, behind which the system would follow a link.
-std::string itself(const std::string& path) {
-    return path.substr(0, path.find_last_not_of('/') + 1);
-}
-
 bool isDiskFull(const Error& error) {
     return error.domain == kSystemErrorDomain && (error.code == ENOSPC || error.code == EDQUOT);
 }
 
 }  // namespace
-
-/// An item as it was when the gate was asked.
-struct Cleaner::Judged {
-    const CleanItem& item;
-    std::string resolved;  ///< The canonical path, its parent free of links.
-    std::optional<Platform::FileIdentity> identity;
-};
 
 Cleaner::Cleaner(std::shared_ptr<Journal> journal, DockerClient::Places docker)
     : journal_(std::move(journal))
@@ -67,14 +55,9 @@ CleanReport Cleaner::execute(
             }
             continue;
         }
-        const std::string canonical = Safety::canonical(item.path);
-        const Judged judged{
-            .item = item,
-            .resolved = Safety::resolvedParent(canonical),
-            .identity = Platform::FileIdentity::of(itself(item.path)),
-        };
-        if (const auto reason = Safety::refusal(canonical, judged.resolved, judged.identity)) {
-            report.refused.push_back(line(item.path, *reason));
+        const Safety::Verdict verdict = Safety::judge(item.path);
+        if (verdict.refusal) {
+            report.refused.push_back(line(item.path, *verdict.refusal));
             continue;
         }
         if (progress) {
@@ -83,7 +66,7 @@ CleanReport Cleaner::execute(
         if (dryRun) {
             ++report.processed;
         } else {
-            dispose(judged, batchID, report);
+            dispose(item, verdict, batchID, report);
         }
     }
     return report;
@@ -109,15 +92,18 @@ void Cleaner::removeFromDocker(const CleanItem& item, const Uuid& batchID, Clean
     ++report.processed;
 }
 
-void Cleaner::dispose(const Judged& judged, const Uuid& batchID, CleanReport& report) {
-    const auto& [item, resolved, identity] = judged;
+void Cleaner::dispose(
+    const CleanItem& item,
+    const Safety::Verdict& verdict,
+    const Uuid& batchID,
+    CleanReport& report) {
     const auto fail = [&](std::string_view reason) {
-        report.failures.push_back(line(judged.item.path, reason));
+        report.failures.push_back(line(item.path, reason));
     };
-    if (!identity) {
+    if (!verdict.identity) {
         return fail("no longer exists");
     }
-    if (!Text::isValid(item.path) || !Text::isValid(resolved)) {
+    if (!Text::isValid(item.path) || !Text::isValid(verdict.resolved)) {
         return fail("its name is not valid text, so the journal could not bring it back");
     }
     JournalEntry entry = JournalEntry::make({
@@ -125,12 +111,12 @@ void Cleaner::dispose(const Judged& judged, const Uuid& batchID, CleanReport& re
         .trashPath = std::nullopt,
         .size = item.size,
         .ruleID = item.ruleID,
-        .trashID = identity->text(),
+        .trashID = verdict.identity->text(),
         .batchID = batchID,
     });
     const Platform::TrashMove::Request request{
-        .path = resolved,
-        .identity = *identity,
+        .path = verdict.resolved,
+        .identity = *verdict.identity,
         .entryID = entry.id.text(),
     };
     for (int attempt = 1;; ++attempt) {

@@ -6,6 +6,7 @@
 #include "BrimloCore/Docker/DockerClient.h"
 #include "BrimloCore/Models/Error.h"
 #include "BrimloCore/Support/Journal.h"
+#include "BrimloCore/Support/Safety.h"
 
 #include <cstdint>
 #include <expected>
@@ -61,10 +62,12 @@ public:
     [[nodiscard]] static std::expected<std::int64_t, Error> emptyTrash();
 
 private:
-    struct Judged;
-
     void removeFromDocker(const CleanItem& item, const Uuid& batchID, CleanReport& report);
-    void dispose(const Judged& judged, const Uuid& batchID, CleanReport& report);
+    void dispose(
+        const CleanItem& item,
+        const Safety::Verdict& verdict,
+        const Uuid& batchID,
+        CleanReport& report);
 
     std::shared_ptr<Journal> journal_;
     DockerClient::Places docker_;

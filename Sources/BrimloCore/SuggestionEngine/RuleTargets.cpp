@@ -46,7 +46,7 @@ std::vector<SuggestionItem> targets(const CleanupRule& rule) {
     std::vector<SuggestionItem> items;
     for (const std::string& pattern : rule.paths) {
         for (const std::string& path : Glob::expand(pattern)) {
-            if (Safety::refusal(path)) {
+            if (Safety::judge(path).refusal) {
                 continue;
             }
             for (std::string& entry : entries(path, rule)) {

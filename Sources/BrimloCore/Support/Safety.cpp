@@ -175,87 +175,7 @@ bool isWholeVolume(std::string_view path) {
     return path.starts_with(kVolumes) && !path.substr(kVolumes.size()).contains('/');
 }
 
-/// That of what a path leads to, links followed.
-std::optional<FileIdentity> targetIdentity(const std::string& path) {
-    struct stat status {};
-    if (stat(path.c_str(), &status) != 0) {
-        return std::nullopt;
-    }
-    return Platform::identityOf(status);
-}
-
-/// All places that the tables protect with what lies in them or around them, without repeats.
-std::vector<std::string> protectedPlaces() {
-    std::vector<std::string> places;
-    const auto add = [&](std::string_view row) {
-        places.push_back(StoragePaths::expandTilde(row));
-    };
-    std::ranges::for_each(kProtectedExact, add);
-    std::ranges::for_each(kNeverTouchPrefixes, add);
-    std::ranges::for_each(kAgentFolders, add);
-    std::ranges::sort(places);
-    places.erase(std::ranges::unique(places).begin(), places.end());
-    return places;
-}
-
-/// The verdict on the other names of `path`: where one of the folders above it, or itself, is the
-/// same folder as a protected place under another name (a bind mount, a linked `~/.ssh`), the
-/// path is judged by the name that it has there.
-///
-/// `item` is what `path` itself is, as far as the caller knows it: on a second look something else
-/// could stand there.
-std::optional<std::string> aliasRefusal(
-    const std::string& path, const std::optional<FileIdentity>& item) {
-    struct Ancestor {
-        std::string_view path;
-        FileIdentity identity;
-    };
-    std::vector<Ancestor> ancestors;
-    for (std::string_view ancestor = path; ancestor != "/"; ancestor = Path::parent(ancestor)) {
-        // The last component of the item itself is judged as it stands, link or not.
-        const bool isItem = ancestor.size() == path.size();
-        const auto found = isItem ? item.or_else([&] { return FileIdentity::of(path); })
-                                  : targetIdentity(std::string{ancestor});
-        if (found) {
-            ancestors.push_back({ancestor, *found});
-        }
-    }
-    for (const std::string& place : protectedPlaces()) {
-        const std::optional<FileIdentity> placeIdentity = targetIdentity(place);
-        for (const Ancestor& ancestor : ancestors) {
-            if (placeIdentity != ancestor.identity || ancestor.path == place) {
-                continue;
-            }
-            const std::string_view rest = std::string_view{path}.substr(ancestor.path.size());
-            if (auto reason = check(Path::standardized(place + std::string{rest}))) {
-                return reason;
-            }
-        }
-    }
-    return std::nullopt;
-}
-
-/// The verdict on the names that `path` has on other mounts of its volume: where only something
-/// inside a protected place is mounted elsewhere, no folder above it is that place. A name that the
-/// tables merely don't own says nothing: a home folder may well be mounted from such a one.
-std::optional<std::string> mountRefusal(
-    const std::string& path, const std::optional<FileIdentity>& item) {
-    for (const std::string& name : Platform::otherNames(path)) {
-        auto reason = check(name);
-        reason = reason ? reason : aliasRefusal(name, item);
-        if (reason && reason != kOutside && reason != kWholeVolume) {
-            return reason;
-        }
-    }
-    return std::nullopt;
-}
-
-}  // namespace
-
-std::string canonical(std::string_view path) {
-    return Platform::withoutPrivatePrefix(Path::standardized(path));
-}
-
+/// What the tables say of a text in canonical form, without a look at the disk.
 std::optional<std::string> check(std::string_view path) {
     const Tables tables{StoragePaths::home()};
     const std::string exact = Text::decomposed(path);
@@ -292,8 +212,12 @@ std::optional<std::string> check(std::string_view path) {
     return std::nullopt;
 }
 
+/// `path`, in canonical form, with the links of its parent resolved as far as they exist.
 std::string resolvedParent(const std::string& path) {
     constexpr int kMostLinks = 64;
+    if (path == "/") {
+        return path;
+    }
     // Components still to walk, the next one last. A link puts its target's in its own place.
     std::vector<std::string> pending;
     const auto push = [&](std::string_view text) {
@@ -337,25 +261,114 @@ std::string resolvedParent(const std::string& path) {
     return Path::join(Platform::withoutPrivatePrefix(resolved), Path::name(path));
 }
 
-std::optional<std::string> refusal(
-    const std::string& canonicalPath,
-    const std::string& resolved,
-    const std::optional<FileIdentity>& item) {
-    if (auto reason = check(canonicalPath)) {
-        return reason;
+/// That of what a path leads to, links followed.
+std::optional<FileIdentity> targetIdentity(const std::string& path) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0) {
+        return std::nullopt;
     }
-    if (resolved != canonicalPath) {
-        if (auto reason = check(resolved)) {
+    return Platform::identityOf(status);
+}
+
+/// All places that the tables protect with what lies in them or around them, without repeats.
+std::vector<std::string> protectedPlaces() {
+    std::vector<std::string> places;
+    const auto add = [&](std::string_view row) {
+        places.push_back(StoragePaths::expandTilde(row));
+    };
+    std::ranges::for_each(kProtectedExact, add);
+    std::ranges::for_each(kNeverTouchPrefixes, add);
+    std::ranges::for_each(kAgentFolders, add);
+    std::ranges::sort(places);
+    places.erase(std::ranges::unique(places).begin(), places.end());
+    return places;
+}
+
+/// The verdict on the other names of `path`: where one of the folders above it, or itself, is the
+/// same folder as a protected place under another name (a bind mount, a linked `~/.ssh`), the
+/// path is judged by the name that it has there.
+///
+/// `item` is what `path` itself is: on a second look something else could stand there.
+std::optional<std::string> aliasRefusal(
+    const std::string& path, const std::optional<FileIdentity>& item) {
+    struct Ancestor {
+        std::string_view path;
+        FileIdentity identity;
+    };
+    std::vector<Ancestor> ancestors;
+    for (std::string_view ancestor = path; ancestor != "/"; ancestor = Path::parent(ancestor)) {
+        // The last component of the item itself is judged as it stands, link or not.
+        const bool isItem = ancestor.size() == path.size();
+        const auto found = isItem ? item : targetIdentity(std::string{ancestor});
+        if (found) {
+            ancestors.push_back({ancestor, *found});
+        }
+    }
+    for (const std::string& place : protectedPlaces()) {
+        const std::optional<FileIdentity> placeIdentity = targetIdentity(place);
+        for (const Ancestor& ancestor : ancestors) {
+            if (placeIdentity != ancestor.identity || ancestor.path == place) {
+                continue;
+            }
+            const std::string_view rest = std::string_view{path}.substr(ancestor.path.size());
+            if (auto reason = check(Path::standardized(place + std::string{rest}))) {
+                return reason;
+            }
+        }
+    }
+    return std::nullopt;
+}
+
+/// The verdict on the names that `path` has on other mounts of its volume: where only something
+/// inside a protected place is mounted elsewhere, no folder above it is that place. A name that the
+/// tables merely don't own says nothing: a home folder may well be mounted from such a one.
+std::optional<std::string> mountRefusal(
+    const std::string& path, const std::optional<FileIdentity>& item) {
+    for (const std::string& name : Platform::otherNames(path)) {
+        auto reason = check(name);
+        reason = reason ? reason : aliasRefusal(name, item);
+        if (reason && reason != kOutside && reason != kWholeVolume) {
             return reason;
         }
     }
-    auto reason = aliasRefusal(resolved, item);
-    return reason ? reason : mountRefusal(resolved, item);
+    return std::nullopt;
 }
 
-std::optional<std::string> refusal(std::string_view path) {
-    const std::string form = canonical(path);
-    return refusal(form, resolvedParent(form), std::nullopt);
+/// That of what the system finds by `path` itself: behind a trailing slash it would follow a link.
+std::optional<FileIdentity> identityAsGiven(std::string_view path) {
+    return FileIdentity::of(std::string{path.substr(0, path.find_last_not_of('/') + 1)});
+}
+
+std::optional<std::string> refusalOf(
+    const Verdict& verdict, const std::optional<FileIdentity>& item) {
+    if (auto reason = check(verdict.canonical)) {
+        return reason;
+    }
+    if (verdict.resolved != verdict.canonical) {
+        if (auto reason = check(verdict.resolved)) {
+            return reason;
+        }
+    }
+    auto reason = aliasRefusal(verdict.resolved, item);
+    return reason ? reason : mountRefusal(verdict.resolved, item);
+}
+
+}  // namespace
+
+std::string canonical(std::string_view path) {
+    return Platform::withoutPrivatePrefix(Path::standardized(path));
+}
+
+Verdict judge(std::string_view path) {
+    Verdict verdict;
+    verdict.canonical = canonical(path);
+    verdict.resolved = resolvedParent(verdict.canonical);
+    const auto item = FileIdentity::of(verdict.resolved);
+    if (path == verdict.canonical || identityAsGiven(path) == item) {
+        verdict.identity = item;
+    }
+    verdict.refusal = refusalOf(verdict, item);
+    return verdict;
 }
 
 }  // namespace Brimlo::Safety

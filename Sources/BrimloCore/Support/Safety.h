@@ -16,25 +16,24 @@ namespace Brimlo::Safety {
 /// trailing slash. Links are not resolved, a leading "~" is not expanded.
 [[nodiscard]] std::string canonical(std::string_view path);
 
-/// The reason not to touch `path`, or nullopt when it may go.
-///
-/// The reason is a lower-case phrase without the path; callers write "path: reason". A path that
-/// does not exist is judged by its text.
-[[nodiscard]] std::optional<std::string> refusal(std::string_view path);
+/// What was judged, and the judgement. Whoever acts on it acts on `resolved` and on the object of
+/// `identity`, and looks nothing up again: what stands there by then may be something else.
+struct Verdict {
+    std::string canonical;
+    /// `canonical` with the symbolic links of its parent resolved as far as they exist. The last
+    /// component stays: disposal acts on a link, not on what it points to.
+    std::string resolved;
+    /// That of the entry at `resolved`, a link's own; nullopt when nothing is there, or when the
+    /// system finds something else by the path as it was given (the parent of a link is not that
+    /// of its target).
+    std::optional<Platform::FileIdentity> identity;
+    /// The reason not to touch the path, or nullopt when it may go: a lower-case phrase without the
+    /// path; callers write "path: reason".
+    std::optional<std::string> refusal;
+};
 
-/// `refusal` for a path in canonical form whose `resolvedParent` is known. `item` is what was found
-/// at the path, if anything: what is judged then is that very object, whatever stands there by now.
-[[nodiscard]] std::optional<std::string> refusal(
-    const std::string& canonicalPath,
-    const std::string& resolved,
-    const std::optional<Platform::FileIdentity>& item);
-
-/// `path`, in canonical form, with the symbolic links of its parent resolved as far as they exist.
-///
-/// The last component stays: disposal acts on a link, not on what it points to.
-[[nodiscard]] std::string resolvedParent(const std::string& path);
-
-/// What the tables say of a text in canonical form, without a look at the disk.
-[[nodiscard]] std::optional<std::string> check(std::string_view path);
+/// Judges `path` by its text, by where its links lead, and by what lies there under other names. A
+/// path that does not exist is judged by its text.
+[[nodiscard]] Verdict judge(std::string_view path);
 
 }  // namespace Brimlo::Safety

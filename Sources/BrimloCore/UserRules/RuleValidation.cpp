@@ -79,13 +79,13 @@ void validatePath(std::string_view written, bool contentsOnly, RuleValidation& r
     }
     if (isWild) {
         // Anything that the pattern can match lies beside this.
-        if (const auto reason = Safety::refusal(prefix + "/x")) {
+        if (const auto reason = Safety::judge(prefix + "/x").refusal) {
             return fail(": matches inside a location Brimlo never touches (" + *reason + ").");
         }
-    } else if (const auto reason = Safety::refusal(full)) {
+    } else if (const auto reason = Safety::judge(full).refusal) {
         return fail(": Brimlo never deletes this location (" + *reason + ").");
     }
-    if ((isWild || contentsOnly) && Safety::refusal(prefix) == kProtected) {
+    if ((isWild || contentsOnly) && Safety::judge(prefix).refusal == kProtected) {
         result.warnings.push_back(
             path +
             " lists everything inside a personal folder. Treat this rule as Review and check the "
@@ -94,7 +94,8 @@ void validatePath(std::string_view written, bool contentsOnly, RuleValidation& r
 }
 
 bool isProtectedFolder(std::string_view path) {
-    return !path.contains('*') && Safety::refusal(StoragePaths::expandTilde(path)) == kProtected;
+    return !path.contains('*') &&
+           Safety::judge(StoragePaths::expandTilde(path)).refusal == kProtected;
 }
 
 }  // namespace

@@ -92,8 +92,8 @@ TEST_F(MacServicesTest, SpellsPathsAsTheSystemDoes) {
     EXPECT_EQ(Safety::canonical("/private/etc/hosts"), "/etc/hosts");
     EXPECT_EQ(Safety::canonical("/private/missing"), "/private/missing");
     EXPECT_EQ(Safety::canonical("/privately"), "/privately");
-    EXPECT_EQ(Safety::refusal("/private/var"), "protected location");
-    EXPECT_EQ(Safety::refusal(home() + "/x"), std::nullopt) << "in a home below /private";
+    EXPECT_EQ(Safety::judge("/private/var").refusal, "protected location");
+    EXPECT_EQ(Safety::judge(home() + "/x").refusal, std::nullopt) << "in a home below /private";
 }
 
 TEST_F(MacServicesTest, HashesAsTheStandardHasIt) {

@@ -23,16 +23,19 @@ TEST_F(SafetyBindMountTest, RefusesAMountedCredentialsFolder) {
         !bind(ssh, at("work/ssh")) || !bind(kube, at("work/kube"))) {
         GTEST_SKIP() << "mounting a folder is not permitted here";
     }
-    EXPECT_EQ(Safety::refusal(at("work/ssh")), "protected location");
-    EXPECT_EQ(Safety::refusal(at("work/ssh/keys")), "holds credentials, settings or agent memory");
+    EXPECT_EQ(Safety::judge(at("work/ssh")).refusal, "protected location");
     EXPECT_EQ(
-        Safety::refusal(at("work/kube/config")), "holds credentials, settings or agent memory");
-    EXPECT_EQ(Safety::refusal(at("work/kube/cache")), std::nullopt);
-    EXPECT_EQ(Safety::refusal(at("work/other")), std::nullopt);
+        Safety::judge(at("work/ssh/keys")).refusal, "holds credentials, settings or agent memory");
+    EXPECT_EQ(
+        Safety::judge(at("work/kube/config")).refusal,
+        "holds credentials, settings or agent memory");
+    EXPECT_EQ(Safety::judge(at("work/kube/cache")).refusal, std::nullopt);
+    EXPECT_EQ(Safety::judge(at("work/other")).refusal, std::nullopt);
     // Of a part of the folder, no folder above is the protected one.
-    EXPECT_EQ(Safety::refusal(at("work/part/id")), std::nullopt);
+    EXPECT_EQ(Safety::judge(at("work/part/id")).refusal, std::nullopt);
     ASSERT_TRUE(bind(ssh + "/keys", makeFolder("work/part")));
-    EXPECT_EQ(Safety::refusal(at("work/part/id")), "holds credentials, settings or agent memory");
+    EXPECT_EQ(
+        Safety::judge(at("work/part/id")).refusal, "holds credentials, settings or agent memory");
     umount(at("work/part").c_str());
     umount(at("work/ssh").c_str());
     umount(at("work/kube").c_str());

@@ -26,7 +26,7 @@ protected:
     void expect(const std::string& verdict, const std::string& paths) const {
         for (const std::string& path : Testing::words(paths)) {
             const std::string full = path.starts_with('~') ? home_ + path.substr(1) : path;
-            EXPECT_EQ(Safety::refusal(full).value_or(kPasses), verdict) << full;
+            EXPECT_EQ(Safety::judge(full).refusal.value_or(kPasses), verdict) << full;
         }
     }
 
