@@ -101,7 +101,9 @@ void Cleaner::dispose(
         report.failures.push_back(line(item.path, reason));
     };
     if (!verdict.identity) {
-        return fail("no longer exists");
+        // By its text the path means one thing, on the disk another.
+        return fail(identity(item.path) ? "it is not the item that was reviewed"
+                                        : "no longer exists");
     }
     if (!Text::isValid(item.path) || !Text::isValid(verdict.resolved)) {
         return fail("its name is not valid text, so the journal could not bring it back");
