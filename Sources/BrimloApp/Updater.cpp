@@ -45,12 +45,18 @@ private:
         request.setRawHeader("Accept-Encoding", "identity");  // What is packed has no sure length.
         reply_ = network_.get(request);
         reply_->setReadBufferSize(kLongestFile + 1);
-        connect(reply_, &QNetworkReply::readyRead, this, [this] {
-            if (reply_->bytesAvailable() > kLongestFile) {
-                fail("the answer is too long");
-            }
-        });
+        received_.clear();
+        connect(reply_, &QNetworkReply::readyRead, this, &Check::receive);
         connect(reply_, &QNetworkReply::finished, this, &Check::proceed);
+    }
+
+    /// Takes what has come out of Qt's buffer. Left there, an answer could stop short of the limit
+    /// for good: how far a full buffer is filled depends on the pieces in which the answer comes.
+    void receive() {
+        received_ += reply_->readAll();
+        if (received_.size() > kLongestFile) {
+            fail("the answer is too long");
+        }
     }
 
     void proceed() {
@@ -60,9 +66,9 @@ private:
         } else if (reply_->error() != QNetworkReply::NoError || code != 200) {
             fail("the server did not answer as expected");
         } else if (!document_) {
-            document_ = reply_->readAll();
+            document_ = received_;
             fetch(QUrl{source_.feed.toString() + ".sig"});
-        } else if (!UpdateFeed::isSigned(*document_, reply_->readAll(), source_.key)) {
+        } else if (!UpdateFeed::isSigned(*document_, received_, source_.key)) {
             fail("the signature does not match");
         } else if (const auto feed = UpdateFeed::decode(*document_)) {
             finish(*feed);
@@ -83,6 +89,7 @@ private:
     std::function<void(const Answer&)> report_;
     QNetworkAccessManager network_;
     QNetworkReply* reply_ = nullptr;      ///< The one under way; belongs to `network_`.
+    QByteArray received_;                 ///< Of its answer.
     std::optional<QByteArray> document_;  ///< Once all of it has come.
 };
 

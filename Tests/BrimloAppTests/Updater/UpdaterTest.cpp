@@ -125,6 +125,9 @@ TEST_F(UpdaterTest, TrustsNoServer) {
     const auto endless = "HTTP/1.1 200 OK\r\n\r\n" + QByteArray(1 << 20, ' ');
     const auto tooLong = failed_ + "the answer is too long. ||";
     EXPECT_EQ(check(answer(text_), endless), tooLong);
+    const auto pieces = ("3e8\r\n" + QByteArray(1000, ' ') + "\r\n").repeated(1000);
+    const QByteArray inPieces = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n" + pieces;
+    EXPECT_EQ(check(inPieces, right_), tooLong);
     EXPECT_EQ(check(answer(QByteArray(256 * 1024 + 1, ' ')), right_), tooLong);
     Updater updater{source_};
     feed_ = answer("", "302 Found\r\nLocation: /2");
