@@ -1,6 +1,5 @@
 #include "BrimloCore/Cleaner/AutoCleaner.h"
 #include "BrimloCore/Support/AppConfig.h"
-#include "BrimloCore/Support/Fmt.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "brimlo/CleanRun.h"
 #include "brimlo/Console.h"
@@ -32,22 +31,12 @@ AutoCleanOutcome outcomeOf(const Arguments& arguments) {
 }
 
 void show(const AutoCleanOutcome& outcome, bool dryRun) {
-    if (outcome.purgedFromTrash > 0) {
-        Console::line(
-            (dryRun ? "Would permanently remove " : "Permanently removed ") +
-            Fmt::bytes(outcome.purgedFromTrash) + " that Brimlo had moved to Trash.");
-    }
-    if (outcome.skippedReason) {
-        Console::line(*outcome.skippedReason);
-    } else if (outcome.planned.empty()) {
-        Console::line(
-            "Auto-clean found nothing to remove right now. Everything regenerable is already "
-            "clear.");
-    } else {
+    if (!outcome.planned.empty()) {
         const CleanPlan plan{outcome.planned};
         CleanRun::show(plan);
         CleanRun::show(*outcome.report, plan, dryRun);
     }
+    Console::line(outcome.sentence(dryRun));
 }
 
 Json::Object form(const AutoCleanOutcome& outcome) {
@@ -59,7 +48,8 @@ Json::Object form(const AutoCleanOutcome& outcome) {
     if (outcome.report) {
         document.emplace("report", JsonForms::report(*outcome.report));
     }
-    document.emplace("purgedFromTrash", outcome.purgedFromTrash);
+    document.emplace("purge", JsonForms::report(outcome.purge));
+    document.emplace("purgedFromTrash", outcome.purge.bytes);
     return document;
 }
 
@@ -70,7 +60,9 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
     } else {
         show(outcome, !arguments.execute);
     }
-    return CleanRun::exitCode(outcome.report.value_or(CleanReport{}));
+    const ExitCode exit = CleanRun::exitCode(outcome.report.value_or(CleanReport{}));
+    const bool isWell = !outcome.isBlocked && outcome.purge.failures.empty();
+    return exit == ExitCode::done && !isWell ? ExitCode::problems : exit;
 }
 
 }  // namespace

@@ -65,12 +65,14 @@ void show(const CleanPlan& plan) {
 }
 
 void show(const CleanReport& report, const CleanPlan& plan, bool dryRun) {
-    for (const std::string& line : report.refused) {
-        Console::line("refused  " + Console::shortPath(line));
-    }
-    for (const std::string& line : report.failures) {
-        Console::line("failed   " + Console::shortPath(line));
-    }
+    const auto list = [](const char* word, const std::vector<ItemProblem>& problems) {
+        for (const ItemProblem& problem : problems) {
+            Console::line(word + Console::shortPath(problem.text()));
+        }
+    };
+    list("refused     ", report.refused);
+    list("failed      ", report.failures);
+    list("unrecorded  ", report.unrecorded);
     const std::string count = Console::count(static_cast<std::size_t>(report.processed), "item");
     if (dryRun) {
         const char* end = dockerCount(plan) == 0 ? " would go to the Trash. Nothing was moved."
@@ -87,8 +89,16 @@ void show(const CleanReport& report, const CleanPlan& plan, bool dryRun) {
     Console::line(
         "Moved " + count + " to the Trash, " + Fmt::bytes(report.movedToTrashBytes) +
         ". The space is free once the Trash is emptied.");
-    if (report.processed > 0) {
-        Console::line("\"brimlo undo --last\" puts everything back.");
+    if (!report.unrecorded.empty()) {
+        Console::line(
+            Console::count(report.unrecorded.size(), "item") +
+            " could not be recorded. \"brimlo undo\" does not know them; only the desktop's own "
+            "Trash can put them back.");
+    }
+    if (!report.journalIDs.empty()) {
+        Console::line(
+            report.unrecorded.empty() ? "\"brimlo undo --last\" puts everything back."
+                                      : "\"brimlo undo --last\" puts back the others.");
     }
 }
 
@@ -96,7 +106,7 @@ ExitCode exitCode(const CleanReport& report) {
     if (Interrupt::wasNoted()) {
         return ExitCode::interrupted;
     }
-    return report.failures.empty() && report.refused.empty() ? ExitCode::done : ExitCode::problems;
+    return report.hasProblems() ? ExitCode::problems : ExitCode::done;
 }
 
 ExitCode run(const CleanPlan& plan, const Choice& choice, const Tool& tool) {

@@ -1,6 +1,6 @@
+#include "BrimloCore/Cleaner/Cleaner.h"
 #include "BrimloCore/Support/Fmt.h"
 #include "BrimloCore/Support/HistoryBatch.h"
-#include "BrimloCore/Support/Journal.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "brimlo/Console.h"
 #include "brimlo/JsonForms.h"
@@ -8,6 +8,7 @@
 
 #include <array>
 #include <ctime>
+#include <memory>
 
 namespace Brimlo {
 
@@ -22,14 +23,18 @@ std::string localTime(std::chrono::sys_seconds date) {
     return {text.data(), length};
 }
 
-std::string_view state(const JournalEntry& entry) {
-    if (entry.undone) {
-        return "restored";
+std::string_view word(JournalEntry::State state) {
+    switch (state) {
+        case JournalEntry::State::inTrash:
+            return "in Trash";
+        case JournalEntry::State::restored:
+            return "restored";
+        case JournalEntry::State::gone:
+            return "gone";
+        case JournalEntry::State::removed:
+            return "removed";
     }
-    if (entry.purgedFromTrash) {
-        return "gone";
-    }
-    return entry.trashPath ? "in Trash" : "removed";
+    return "";
 }
 
 void show(const HistoryBatch& batch) {
@@ -45,26 +50,30 @@ void show(const HistoryBatch& batch) {
     for (const JournalEntry& entry : batch.items) {
         Console::line(
             "  " + Console::dim(entry.id.text().substr(0, kShownDigits)) + "  " +
-            Console::left(state(entry), kStateWidth) + Console::size(entry.size) + "  " +
+            Console::left(word(entry.state()), kStateWidth) + Console::size(entry.size) + "  " +
             Console::shortPath(entry.originalPath));
     }
     Console::line();
 }
 
 ExitCode run(const Tool& tool) {
-    const std::vector<JournalEntry> entries = Journal{StoragePaths::journal()}.entries();
+    const auto entries = Cleaner{std::make_shared<Journal>(StoragePaths::journal())}.history();
+    if (!entries) {
+        complain("The journal can't be read: " + entries.error().description + ".");
+        return ExitCode::problems;
+    }
     if (tool.isJson()) {
         Json::Array document;
-        for (const JournalEntry& entry : entries) {
+        for (const JournalEntry& entry : *entries) {
             document.push_back(JsonForms::entry(entry));
         }
         print(document);
         return ExitCode::done;
     }
-    if (entries.empty()) {
+    if (entries->empty()) {
         Console::line("Nothing has been cleaned yet.");
     }
-    for (const HistoryBatch& batch : HistoryBatch::group(entries)) {
+    for (const HistoryBatch& batch : HistoryBatch::group(*entries)) {
         show(batch);
     }
     return ExitCode::done;

@@ -18,6 +18,15 @@ Json::Array paths(const auto& texts) {
     return array;
 }
 
+/// Each as "path: reason".
+Json::Array lines(const std::vector<ItemProblem>& problems) {
+    Json::Array array;
+    for (const ItemProblem& problem : problems) {
+        array.push_back(path(problem.text()));
+    }
+    return array;
+}
+
 /// The words that stand for audiences or ratings.
 Json::Array words(const auto& values) {
     Json::Array array;
@@ -106,11 +115,28 @@ Json::Object report(const CleanReport& report) {
     return {
         {"movedToTrashBytes", report.movedToTrashBytes      },
         {"freedNowBytes",     report.freedNowBytes          },
-        {"failures",          paths(report.failures)        },
-        {"refused",           paths(report.refused)         },
+        {"failures",          lines(report.failures)        },
+        {"refused",           lines(report.refused)         },
+        {"unrecorded",        lines(report.unrecorded)      },
         {"notes",             RuleJson::encode(report.notes)},
         {"journalIDs",        std::move(ids)                },
         {"processed",         report.processed              },
+    };
+}
+
+Json::Object report(const UndoReport& report) {
+    return {
+        {"restored",   paths(report.restored)  },
+        {"failures",   lines(report.failures)  },
+        {"unrecorded", lines(report.unrecorded)},
+    };
+}
+
+Json::Object report(const TrashReport& report) {
+    return {
+        {"bytes",    report.bytes          },
+        {"removed",  report.removed        },
+        {"failures", lines(report.failures)},
     };
 }
 

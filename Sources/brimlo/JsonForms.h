@@ -3,6 +3,8 @@
 #include "BrimloCore/Cleaner/CleanPlan.h"
 #include "BrimloCore/Cleaner/CleanReport.h"
 #include "BrimloCore/Cleaner/DuplicateFinder.h"
+#include "BrimloCore/Cleaner/TrashReport.h"
+#include "BrimloCore/Cleaner/UndoReport.h"
 #include "BrimloCore/DiskScanner/FileNode.h"
 #include "BrimloCore/DiskScanner/UnreadableFolders.h"
 #include "BrimloCore/Docker/DockerSnapshot.h"
@@ -27,6 +29,8 @@ namespace Brimlo::JsonForms {
 [[nodiscard]] Json::Array items(const std::vector<CleanItem>& items);
 [[nodiscard]] Json::Object plan(const CleanPlan& plan);
 [[nodiscard]] Json::Object report(const CleanReport& report);
+[[nodiscard]] Json::Object report(const UndoReport& report);
+[[nodiscard]] Json::Object report(const TrashReport& report);
 [[nodiscard]] Json::Value entry(const JournalEntry& entry);
 /// Without the children.
 [[nodiscard]] Json::Object node(const FileNode& node);

@@ -3,6 +3,7 @@
 #include "BrimloCore/Support/Fmt.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "brimlo/Console.h"
+#include "brimlo/JsonForms.h"
 #include "brimlo/Tool.h"
 
 #include <memory>
@@ -11,29 +12,36 @@ namespace Brimlo {
 
 namespace {
 
-void show(
-    const Tool& tool, std::int64_t bytes, const std::string& before, const std::string& after) {
+ExitCode size(const Tool& tool) {
+    const std::int64_t bytes = Cleaner::trashSize();
     if (tool.isJson()) {
         print(Json::Object{
             {"bytes", bytes}
         });
     } else {
-        Console::line(before + Fmt::bytes(bytes) + after);
+        Console::line(Fmt::bytes(bytes) + " in the Trash.");
     }
+    return ExitCode::done;
 }
 
-ExitCode size(const Tool& tool) {
-    show(tool, Cleaner::trashSize(), "", " in the Trash.");
-    return ExitCode::done;
+/// Tells what was deleted. With problems the sentence is a complaint.
+ExitCode tell(const TrashReport& report, const std::string& sentence, const Tool& tool) {
+    if (tool.isJson()) {
+        print(JsonForms::report(report));
+    } else if (report.failures.empty()) {
+        Console::line(sentence);
+    }
+    if (!report.failures.empty()) {
+        complain(sentence);
+    }
+    return report.failures.empty() ? ExitCode::done : ExitCode::problems;
 }
 
 ExitCode purge(std::optional<std::int64_t> olderThanDays, bool dryRun, const Tool& tool) {
     Cleaner cleaner{std::make_shared<Journal>(StoragePaths::journal())};
-    const std::int64_t bytes =
+    const TrashReport report =
         cleaner.purgeOwnTrash(olderThanDays.value_or(AppConfig::load().trashRetentionDays), dryRun);
-    const char* after = " that Brimlo had moved to Trash.";
-    show(tool, bytes, dryRun ? "Would permanently remove " : "Permanently removed ", after);
-    return ExitCode::done;
+    return tell(report, report.purgedSentence(dryRun), tool);
 }
 
 ExitCode empty(bool yes, const Tool& tool) {
@@ -47,13 +55,8 @@ ExitCode empty(bool yes, const Tool& tool) {
         Console::line("Nothing was deleted.");
         return ExitCode::done;
     }
-    const auto freed = Cleaner::emptyTrash();
-    if (!freed) {
-        complain("Could not empty Trash: " + freed.error().description + ".");
-        return ExitCode::problems;
-    }
-    show(tool, *freed, "Emptied Trash: freed ", ".");
-    return ExitCode::done;
+    const TrashReport report = Cleaner::emptyTrash();
+    return tell(report, report.emptiedSentence(), tool);
 }
 
 }  // namespace

@@ -1,5 +1,4 @@
 #include "BrimloCore/Cleaner/Cleaner.h"
-#include "BrimloCore/Platform/FileIdentity.h"
 #include "BrimloCore/Support/HistoryBatch.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
@@ -41,37 +40,30 @@ std::expected<T, std::string> find(
     return *found;
 }
 
-/// Whether the item can still be put back. The journal alone does not know what became of an item
-/// that the desktop restored, or that an undo moved back just before it was killed.
-bool isInTrash(const JournalEntry& entry) {
-    return entry.isRestorable() && Platform::FileIdentity::of(*entry.trashPath);
-}
-
 /// The batch that the arguments mean, or why there is none.
 std::expected<HistoryBatch, std::string> meantBatch(
     const std::vector<HistoryBatch>& batches, const Arguments& arguments) {
     if (!arguments.last) {
         return find(batches, arguments.batch, "clean");
     }
-    const auto found = std::ranges::find_if(batches, [](const HistoryBatch& batch) {
-        return std::ranges::any_of(batch.items, isInTrash);
-    });
+    const auto found = std::ranges::find_if(
+        batches, [](const HistoryBatch& batch) { return batch.restorableCount() > 0; });
     if (found == batches.end()) {
         return std::unexpected("Nothing is left that could be put back.");
     }
     return *found;
 }
 
-/// What the arguments mean to restore, or what is wrong with them.
-std::expected<std::vector<JournalEntry>, std::string> meant(
+/// The entries that the arguments mean to restore, or what is wrong with them.
+std::expected<std::vector<Uuid>, std::string> meant(
     const std::vector<JournalEntry>& entries, const Arguments& arguments) {
-    std::vector<JournalEntry> result;
+    std::vector<Uuid> result;
     for (const std::string& id : arguments.ids) {
-        auto entry = find(entries, id, "entry of the journal");
+        const auto entry = find(entries, id, "entry of the journal");
         if (!entry) {
             return std::unexpected(entry.error());
         }
-        result.push_back(*std::move(entry));
+        result.push_back(entry->id);
     }
     if (!arguments.ids.empty()) {
         return result;
@@ -80,48 +72,52 @@ std::expected<std::vector<JournalEntry>, std::string> meant(
     if (!batch) {
         return std::unexpected(batch.error());
     }
-    std::ranges::copy_if(batch->items, std::back_inserter(result), isInTrash);
+    for (const JournalEntry& entry : batch->items) {
+        if (entry.isRestorable()) {
+            result.push_back(entry.id);
+        }
+    }
     return result;
 }
 
+void show(const UndoReport& report) {
+    for (const std::string& path : report.restored) {
+        Console::line("restored  " + Console::shortPath(path));
+    }
+    for (const ItemProblem& problem : report.failures) {
+        Console::line("failed    " + Console::shortPath(problem.text()));
+    }
+    for (const ItemProblem& problem : report.unrecorded) {
+        Console::line(
+            "          " + Console::shortPath(problem.path) +
+            " is back, but the journal could not be written: " + problem.reason);
+    }
+    Console::line("Restored " + Console::count(report.restored.size(), "item") + ".");
+}
+
 ExitCode run(const Arguments& arguments, const Tool& tool) {
-    const auto journal = std::make_shared<Journal>(StoragePaths::journal());
-    const auto entries = meant(journal->entries(), arguments);
+    Cleaner cleaner{std::make_shared<Journal>(StoragePaths::journal())};
+    const auto entries = cleaner.history();
     if (!entries) {
-        complain(entries.error());
+        complain("The journal can't be read: " + entries.error().description + ".");
+        return ExitCode::problems;
+    }
+    const auto ids = meant(*entries, arguments);
+    if (!ids) {
+        complain(ids.error());
         return ExitCode::problems;
     }
     Interrupt::finishFirst();
-    Cleaner cleaner{journal};
-    Json::Array restored;
-    Json::Array failures;
-    for (const JournalEntry& entry : *entries) {
-        const auto path = cleaner.undo(entry);
-        if (path) {
-            restored.push_back(JsonForms::path(*path));
-        } else {
-            failures.emplace_back(entry.originalPath + ": " + path.error().description);
-        }
-        if (!tool.isJson()) {
-            Console::line(
-                path ? "restored  " + Console::shortPath(*path)
-                     : "failed    " + Console::shortPath(entry.originalPath) + ": " +
-                           Text::printable(path.error().description));
-        }
-    }
-    const bool failed = !failures.empty();
+    const UndoReport report = cleaner.undo(*ids);
     if (tool.isJson()) {
-        print(Json::Object{
-            {"restored", std::move(restored)},
-            {"failures", std::move(failures)}
-        });
+        print(JsonForms::report(report));
     } else {
-        Console::line("Restored " + Console::count(restored.size(), "item") + ".");
+        show(report);
     }
     if (Interrupt::wasNoted()) {
         return ExitCode::interrupted;
     }
-    return failed ? ExitCode::problems : ExitCode::done;
+    return report.hasProblems() ? ExitCode::problems : ExitCode::done;
 }
 
 }  // namespace

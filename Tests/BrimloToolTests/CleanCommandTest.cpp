@@ -131,15 +131,43 @@ TEST_F(CleanCommandTest, ReportsWhatDidNotGoAndMovesTheRest) {
     EXPECT_TRUE(exists(at("folder/inside")));
 }
 
+TEST_F(CleanCommandTest, SaysWhatTheJournalLacks) {
+    write(support("journal.json.lock"), "");
+    ASSERT_EQ(mkfifo(at(support("journal.json")).c_str(), 0600), 0);
+    write("file");
+    const Outcome cleaned = run({"clean", "file", "--yes"});
+    EXPECT_EQ(cleaned.exitCode, 1);
+    EXPECT_THAT(
+        cleaned.out,
+        testing::EndsWith(
+            "unrecorded  ~/file: it is in the Trash and the journal lacks it: Invalid argument\n"
+            "Moved 1 item to the Trash, 4 KB. The space is free once the Trash is emptied.\n"
+            "1 item could not be recorded. \"brimlo undo\" does not know them; only the desktop's "
+            "own Trash can put them back.\n"));
+    const std::string unreadable = "brimlo: The journal can't be read: Invalid argument.\n";
+    for (const std::vector<std::string>& command : {
+             std::vector<std::string>{"undo", "--last"},
+             {"history"     }
+    }) {
+        EXPECT_EQ(run(command), (Outcome{1, "", unreadable}));
+    }
+    EXPECT_EQ(run({"trash", "purge"}).exitCode, 1);
+    EXPECT_EQ(run({"autoclean", "--force", "--execute"}).exitCode, 1);
+}
+
 TEST_F(CleanCommandTest, CleansUnattended) {
     fill();
     EXPECT_TRUE(run({"autoclean", "--execute"}).out.starts_with("Auto-clean is off. "));
-    EXPECT_TRUE(run({"autoclean", "--force"}).out.ends_with("Trash. Nothing was moved.\n"));
+    EXPECT_THAT(
+        run({"autoclean", "--force"}).out,
+        testing::HasSubstr("Trash. Nothing was moved.\nAuto-clean would remove "));
     const Json::Value done = answer({"autoclean", "--execute", "--force"});
     EXPECT_THAT(texts(done.at("planned"), "path"), testing::IsSupersetOf({modules, chrome}));
     EXPECT_EQ(done.at("report").at("processed"), done.at("planned").as_array().size());
     EXPECT_FALSE(exists(chrome) || exists(modules));
-    EXPECT_EQ(shape(answer({"autoclean"})), "{skippedReason,planned[],purgedFromTrash}");
+    EXPECT_EQ(
+        shape(answer({"autoclean"})),
+        "{skippedReason,planned[],purge{bytes,removed,failures[]},purgedFromTrash}");
     EXPECT_TRUE(run({"autoclean", "--force"}).out.starts_with("Auto-clean found nothing "));
 }
 

@@ -75,7 +75,8 @@ TEST_F(CommandLineTest, AnswersWithOneDocumentOfTheTypesFields) {
          "[{id,name,group,personas[],risk,regenerates,officialCommand,runningApps[],"
          "items[{path,size,idleDays}],preselectedPaths[],totalSize}]"                    },
         {{"clean", "--safe", "--dry-run"},
-         "{movedToTrashBytes,freedNowBytes,failures[],refused[],notes[],journalIDs[],processed," +
+         "{movedToTrashBytes,freedNowBytes,failures[],refused[],unrecorded[],notes[],journalIDs[],"
+         "processed," +
              plan                                                                        },
         {{"size", ".cache"},                "[{path,size}]"                              },
         {{"safety", ".cache"},              "[{path,canonical,refusal}]"                 },
@@ -88,8 +89,8 @@ TEST_F(CommandLineTest, AnswersWithOneDocumentOfTheTypesFields) {
          "autoCleanIncludesCustomRules,cliInstallOffered}"                               },
         {{"config", "stale-days", "60"},    "{staleDays}"                                },
         {{"rules", "disable", "npm.cache"}, "{id,enabled}"                               },
-        {{"undo", "--last"},                "{restored[],failures[]}"                    },
-        {{"trash", "empty", "--yes"},       "{bytes}"                                    },
+        {{"undo", "--last"},                "{restored[],failures[],unrecorded[]}"       },
+        {{"trash", "empty", "--yes"},       "{bytes,removed,failures[]}"                 },
     };
     fill();
     for (const auto& c : cases) {

@@ -66,7 +66,7 @@ TEST_F(UndoCommandTest, RefusesIdsThatMeanNothingOrTooMuch) {
     const Json::Value lost = answer({"undo", "abcd0002"}, 1);
     EXPECT_EQ(
         Json::compact(lost),
-        R"({"restored":[],"failures":["/tmp/none/x: Nothing left to restore from"]})");
+        R"({"restored":[],"failures":["/tmp/none/x: Nothing left to restore from"],"unrecorded":[]})");
     EXPECT_EQ(contentOf(at(support("journal.json"))), journal);
 }
 

@@ -50,8 +50,9 @@ def honesty(fault, home, code, answer):
     problems = []
     if (done, failures) != expected:
         problems.append(f"told of {done} done and {failures} failed, not {expected}")
-    if (code == 0) != (failures == 0):
-        problems.append(f"exit code {code} with {failures} failures")
+    unrecorded = len(answer["unrecorded"])
+    if (code == 0) != (failures + unrecorded == 0):
+        problems.append(f"exit code {code} with {failures} failures, {unrecorded} unrecorded")
     return problems
 
 

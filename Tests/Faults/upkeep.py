@@ -46,9 +46,6 @@ class Deleting:
         home.run(self.road)
         left = {item.name for _, item in home.trashed()}
         if self.road == "purge":
-            # What could not be deleted counts as purged and is not tried again.
-            given_up = {entry["trashPath"] for entry in home.journal() if entry["purgedFromTrash"]}
-            left = {name for name in left if str(home.trash / "files" / name) not in given_up}
             left -= {"foreign"}
         found = [f"{name!r} stayed in the Trash" for name in sorted(left)]
         expunged = home.trash / "expunged"

@@ -96,10 +96,14 @@ void journalEntry(const std::string& bytes) {
 void journal(const std::string& bytes) {
     static const std::string kPath = folder("journal") + "/journal.json";
     Journal journal{file(kPath, bytes)};
-    const auto before = journal.entries();
+    const auto before = journal.entries().value();
     std::ranges::for_each(before, demandReadable);
-    journal.append(JournalEntry::make({.originalPath = "/x"}));
-    demand(journal.entries().size() == before.size() + 1, "an entry is added to what was read");
+    demand(
+        journal.append(JournalEntry::make({.originalPath = "/x"})).has_value(),
+        "it can be written");
+    demand(
+        journal.entries().value().size() == before.size() + 1,
+        "an entry is added to what was read");
 }
 
 void configuration(const std::string& bytes) {

@@ -1,5 +1,4 @@
 #include "BrimloApp/AppModel/AppModel.h"
-#include "BrimloApp/AppModel/ReportLines.h"
 #include "BrimloApp/AppModel/RunInBackground.h"
 #include "BrimloCore/DiskScanner/DiskScanner.h"
 #include "BrimloCore/LargeFiles/LargeFiles.h"
@@ -212,11 +211,9 @@ void AppModel::dispose(
 }
 
 void AppModel::removeDisposed(const std::vector<std::shared_ptr<FileNode>>& nodes) {
-    const CleanReport report = lastReport_.value_or(CleanReport{});
-    const ReportLines failures{report.failures};
-    const ReportLines refused{report.refused};
+    const std::set<std::string> stayed = lastReport_.value_or(CleanReport{}).stayed();
     for (const auto& node : nodes) {
-        if (!failures.anyIsAbout(node->path) && !refused.anyBeginsWith(node->path)) {
+        if (!stayed.contains(node->path)) {
             node->remove();
         }
     }

@@ -43,11 +43,11 @@ AppModel::AppModel(Surroundings surroundings, QObject* parent)
     , builtInRules_{Catalog::builtInRules()}
     , disabledRuleIDs_{DisabledRules::load()}
     , cliInstalled_{CLIInstaller::isInstalled(cli_)}
-    , journalFile_{std::make_shared<Journal>(StoragePaths::journal())}
-    , cleaner_{std::make_shared<Cleaner>(journalFile_, docker_)} {
+    , cleaner_{
+          std::make_shared<Cleaner>(std::make_shared<Journal>(StoragePaths::journal()), docker_)} {
     reloadCustomRules();
     readAgent();
-    take(JournalReading::of(*journalFile_));
+    take(JournalReading::of(*cleaner_));
     refreshVolume();
     startAutoCleanTimer();
 }

@@ -96,6 +96,9 @@ class AppModel : public QObject {
     Q_PROPERTY(bool isFindingLarge READ isFindingLarge NOTIFY isFindingLargeChanged)
     Q_PROPERTY(bool largeSearched READ largeSearched NOTIFY largeSearchedChanged)
 
+    // History.
+    Q_PROPERTY(QString journalProblem READ journalProblem NOTIFY journalProblemChanged)
+
     // Rules.
     Q_PROPERTY(Brimlo::RuleDraft* ruleDraft READ ruleDraft NOTIFY ruleDraftChanged)
     Q_PROPERTY(QStringList ruleIssues READ ruleIssues NOTIFY ruleIssuesChanged)
@@ -280,6 +283,8 @@ public:
     [[nodiscard]] const std::vector<HistoryBatch>& historyBatches() const {
         return historyBatches_;
     }
+    /// Why the journal can't be read; empty when it can.
+    [[nodiscard]] const QString& journalProblem() const { return journalProblem_; }
     void undoBatch(const HistoryBatch& batch);
     /// Puts back the items of these journal entries, as far as they can be.
     void undoAll(const std::vector<Uuid>& ids);
@@ -425,6 +430,7 @@ Q_SIGNALS:
     void largeSearchedChanged();
 
     void journalChanged();
+    void journalProblemChanged();
 
     void ruleDraftChanged();
     void customRulesChanged();
@@ -467,8 +473,8 @@ private:
     void removeGroup(const Uuid& id);
 
     void take(JournalReading reading);
-    /// Does one of the operations that take `busy`: `work` in the background answers the banner.
-    void runBusy(const QString& text, std::function<QString()> work);
+    /// Does one of the operations that take `busy`: `work` in the background gives the banner.
+    void runBusy(const QString& text, std::function<std::string()> work);
 
     void setRuleDraft(std::unique_ptr<RuleDraft> draft);
     void reloadCustomRules();
@@ -545,10 +551,10 @@ private:
     bool offersCLI_ = false;
     std::unique_ptr<Clock::Pending> autoTimer_;
 
-    const std::shared_ptr<Journal> journalFile_;
     const std::shared_ptr<Cleaner> cleaner_;
     std::vector<JournalEntry> journal_;
     std::vector<HistoryBatch> historyBatches_;
+    QString journalProblem_;
     std::uint64_t journalReading_ = 0;  ///< The number of the reading that `journal_` holds.
 };
 

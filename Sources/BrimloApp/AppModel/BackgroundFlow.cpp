@@ -1,8 +1,6 @@
 #include "BrimloApp/AppModel/AppModel.h"
 #include "BrimloCore/LaunchAgent/LaunchAgent.h"
-#include "BrimloCore/Support/Fmt.h"
 
-#include <numeric>
 #include <utility>
 
 // What goes on without the user: the hourly auto-clean while the window is open, the background job
@@ -14,28 +12,6 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto kAutoCleanTime = 1h;
-
-/// What an auto-clean took on, in a sentence. The figures are those of the plan.
-QString outcomeWords(const AutoCleanOutcome& outcome, const bool dryRun) {
-    if (outcome.skippedReason) {
-        return QString::fromStdString(*outcome.skippedReason);
-    }
-    if (outcome.planned.empty()) {
-        return QStringLiteral(
-            "Auto-clean found nothing to remove right now. Everything regenerable is already "
-            "clear.");
-    }
-    const std::int64_t bytes = std::accumulate(
-        outcome.planned.begin(),
-        outcome.planned.end(),
-        std::int64_t{0},
-        [](const std::int64_t sum, const CleanItem& item) { return sum + item.size; });
-    return QStringLiteral("Auto-clean %1 %2 item%3 (%4).")
-        .arg(dryRun ? QStringLiteral("would remove") : QStringLiteral("removed"))
-        .arg(outcome.planned.size())
-        .arg(outcome.planned.size() == 1 ? QString{} : QStringLiteral("s"))
-        .arg(QString::fromStdString(Fmt::bytes(bytes)));
-}
 
 }  // namespace
 
@@ -56,7 +32,7 @@ void AppModel::runAutoClean(const bool force, const bool dryRun) {
         dryRun ? QStringLiteral("Checking what auto-clean would remove…")
                : QStringLiteral("Running auto-clean…"),
         [config = config_, cleaner = cleaner_, dryRun, force] {
-            return outcomeWords(AutoCleaner::run(config, *cleaner, dryRun, force), dryRun);
+            return AutoCleaner::run(config, *cleaner, dryRun, force).sentence(dryRun);
         });
 }
 

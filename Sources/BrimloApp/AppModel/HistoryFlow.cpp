@@ -1,9 +1,8 @@
 #include "BrimloApp/AppModel/AppModel.h"
 #include "BrimloApp/AppModel/JournalReading.h"
 #include "BrimloApp/AppModel/RunInBackground.h"
-#include "BrimloCore/Support/Fmt.h"
+#include "BrimloApp/AppModel/Shown.h"
 
-#include <algorithm>
 #include <utility>
 
 // What went, and the ways back and out: restoring, emptying, purging. These take `busy`, so that
@@ -17,6 +16,7 @@ void AppModel::take(JournalReading reading) {
         return;
     }
     journalReading_ = reading.number;
+    assign(journalProblem_, shown(reading.problem), &AppModel::journalProblemChanged);
     if (journal_ != reading.entries) {
         journal_ = std::move(reading.entries);
         historyBatches_ = std::move(reading.batches);
@@ -24,21 +24,21 @@ void AppModel::take(JournalReading reading) {
     }
 }
 
-void AppModel::runBusy(const QString& text, std::function<QString()> work) {
+void AppModel::runBusy(const QString& text, std::function<std::string()> work) {
     setBusy(text);
     struct Done {
-        QString banner;
+        std::string sentence;
         JournalReading journal;
     };
     runInBackground(
         this,
-        [work = std::move(work), journal = journalFile_] {
-            QString banner = work();
-            return Done{.banner = std::move(banner), .journal = JournalReading::of(*journal)};
+        [work = std::move(work), cleaner = cleaner_] {
+            std::string sentence = work();
+            return Done{.sentence = std::move(sentence), .journal = JournalReading::of(*cleaner)};
         },
         [](AppModel& model, Done done) {
             model.setBusy({});
-            model.setBanner(done.banner);
+            model.setBanner(shown(done.sentence));
             model.refreshVolume();
             model.take(std::move(done.journal));
         });
@@ -65,31 +65,9 @@ void AppModel::undoAll(const std::vector<Uuid>& ids) {
         return;
     }
     setShowResult(false);
-    runBusy(
-        QStringLiteral("Restoring…"),
-        [wanted = std::set<Uuid>{ids.begin(), ids.end()},
-         journal = journalFile_,
-         cleaner = cleaner_] {
-            int restored = 0;
-            int diverted = 0;
-            for (const JournalEntry& entry : journal->entries()) {
-                if (entry.undone || !wanted.contains(entry.id)) {
-                    continue;
-                }
-                if (const auto path = cleaner->undo(entry)) {
-                    ++restored;
-                    diverted += *path != entry.originalPath ? 1 : 0;
-                }
-            }
-            QString banner = QStringLiteral("Restored %1 item(s).").arg(restored);
-            if (diverted > 0) {
-                banner += QStringLiteral(
-                              " %1 went to a “(restored)” copy because the original "
-                              "location was in use.")
-                              .arg(diverted);
-            }
-            return banner;
-        });
+    runBusy(QStringLiteral("Restoring…"), [ids, cleaner = cleaner_] {
+        return cleaner->undo(ids).sentence();
+    });
 }
 
 void AppModel::emptyTrash() {
@@ -97,13 +75,9 @@ void AppModel::emptyTrash() {
         return;
     }
     runBusy(QStringLiteral("Emptying Trash…"), [] {
-        const auto freed = Cleaner::emptyTrash();
-        return freed ? QStringLiteral("Emptied Trash: freed %1.")
-                           .arg(QString::fromStdString(Fmt::bytes(*freed)))
-                     : QStringLiteral(
-                           "Could not empty Trash: %1. Grant Full Disk Access if this "
-                           "persists.")
-                           .arg(QString::fromStdString(freed.error().description));
+        const TrashReport report = Cleaner::emptyTrash();
+        return report.emptiedSentence() +
+               (report.failures.empty() ? "" : " Grant Full Disk Access if this persists.");
     });
 }
 
@@ -112,9 +86,7 @@ void AppModel::purgeOwnTrash() {
         return;
     }
     runBusy(QStringLiteral("Removing from Trash…"), [cleaner = cleaner_] {
-        const std::int64_t removed = cleaner->purgeOwnTrash(0, false);
-        return QStringLiteral("Permanently removed %1 that Brimlo had moved to Trash.")
-            .arg(QString::fromStdString(Fmt::bytes(removed)));
+        return cleaner->purgeOwnTrash(0, false).purgedSentence(false);
     });
 }
 

@@ -4,12 +4,17 @@
 
 namespace Brimlo {
 
-JournalReading JournalReading::of(Journal& journal) {
+JournalReading JournalReading::of(Cleaner& cleaner) {
     // Taken before the file is read: of two readings the one with the higher number then has seen
     // whatever had been written when the other began.
     static std::atomic<std::uint64_t> last = 0;
-    JournalReading reading{.number = ++last, .entries = journal.entries(), .batches = {}};
-    reading.batches = HistoryBatch::group(reading.entries);
+    JournalReading reading{.number = ++last};
+    if (auto entries = cleaner.history()) {
+        reading.entries = *std::move(entries);
+        reading.batches = HistoryBatch::group(reading.entries);
+    } else {
+        reading.problem = entries.error().description;
+    }
     return reading;
 }
 

@@ -1,21 +1,24 @@
 #pragma once
 
+#include "BrimloCore/Cleaner/Cleaner.h"
 #include "BrimloCore/Support/HistoryBatch.h"
-#include "BrimloCore/Support/Journal.h"
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 namespace Brimlo {
 
-/// The journal as it stood at one moment.
+/// The journal and the Trash as they stood at one moment.
 struct JournalReading {
     std::uint64_t number = 0;           ///< Grows from reading to reading in this process.
     std::vector<JournalEntry> entries;  ///< Newest first.
     std::vector<HistoryBatch> batches;  ///< The same by cleanup, newest first.
 
-    /// Reads the journal now. Blocks; any thread.
-    [[nodiscard]] static JournalReading of(Journal& journal);
+    std::string problem;  ///< Why the journal can't be read; empty when it can.
+
+    /// Reads the journal now, and looks for each item in the Trash. Blocks; any thread.
+    [[nodiscard]] static JournalReading of(Cleaner& cleaner);
 };
 
 }  // namespace Brimlo

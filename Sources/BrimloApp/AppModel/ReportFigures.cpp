@@ -3,9 +3,6 @@
 #include "BrimloApp/AppModel/Shown.h"
 #include "BrimloCore/Cleaner/CleanReport.h"
 
-#include <string>
-#include <vector>
-
 namespace Brimlo {
 
 ReportFigures ReportFigures::of(const std::optional<CleanReport>& report) {
@@ -16,9 +13,9 @@ ReportFigures ReportFigures::of(const std::optional<CleanReport>& report) {
     figures.processed = static_cast<int>(report->processed);
     figures.freedNow = static_cast<double>(report->freedNowBytes);
     figures.movedToTrash = static_cast<double>(report->movedToTrashBytes);
-    for (const auto& lines : {report->refused, report->failures}) {
-        for (const std::string& line : lines) {
-            figures.problems.append(shown(line));
+    for (const auto* problems : {&report->refused, &report->failures, &report->unrecorded}) {
+        for (const ItemProblem& problem : *problems) {
+            figures.problems.append(shown(problem.text()));
         }
     }
     figures.canUndo = !report->journalIDs.empty();

@@ -32,7 +32,7 @@ public:
     int processed = 0;        ///< Items that went.
     double freedNow = 0;      ///< Bytes of what is gone at once.
     double movedToTrash = 0;  ///< Bytes of what went to the Trash.
-    QStringList problems;     ///< "path: reason": what was refused, then what failed.
+    QStringList problems;     ///< "path: reason": refused, failed, gone without a journal entry.
     bool canUndo = false;     ///< Whether the journal tells of something that went.
 };
 

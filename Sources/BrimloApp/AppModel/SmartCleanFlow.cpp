@@ -1,9 +1,9 @@
 #include "BrimloApp/AppModel/AppModel.h"
-#include "BrimloApp/AppModel/ReportLines.h"
 #include "BrimloApp/AppModel/RunInBackground.h"
 #include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string_view>
 #include <utility>
 
@@ -148,9 +148,9 @@ void AppModel::runClean(
     };
     runInBackground(
         this,
-        [plan, mode, cleaner = cleaner_, journal = journalFile_, tellPath] {
+        [plan, mode, cleaner = cleaner_, tellPath] {
             CleanReport report = cleaner->execute(plan, mode, false, tellPath);
-            return Cleaned{.report = std::move(report), .journal = JournalReading::of(*journal)};
+            return Cleaned{.report = std::move(report), .journal = JournalReading::of(*cleaner)};
         },
         [plan, after = std::move(after)](AppModel& model, Cleaned cleaned) {
             model.assign(
@@ -168,12 +168,14 @@ void AppModel::runClean(
 }
 
 void AppModel::takeCleaned(const CleanPlan& plan, const CleanReport& report) {
-    const ReportLines failures{report.failures};
+    std::set<std::string> failed;
+    std::ranges::transform(
+        report.failures, std::inserter(failed, failed.end()), &ItemProblem::path);
     std::set<std::string> gone;
     std::set<std::string> paths = selected_;
     for (const CleanItem& item : plan.items()) {
         paths.erase(item.path);
-        if (!failures.anyBeginsWith(item.path)) {
+        if (!failed.contains(item.path)) {
             gone.insert(item.path);
         }
     }

@@ -15,7 +15,6 @@ namespace {
 
 using Row = HistoryRow;
 using Kind = Row::Kind;
-using State = Row::State;
 
 constexpr std::size_t kMostPaths = 2;
 
@@ -24,7 +23,7 @@ QString word(const Kind kind) {
 }
 
 QString stateWordOf(const Row& row) {
-    constexpr std::array kWords{"restored", "gone", "inTrash", "removed"};
+    constexpr std::array kWords{"inTrash", "restored", "gone", "removed"};
     return row.kind == Kind::entry
                ? QString::fromUtf8(kWords.at(static_cast<std::size_t>(row.state)))
                : QString{};
@@ -47,16 +46,6 @@ int otherCountOf(const Row& row) {
     return static_cast<int>(std::max<std::int64_t>(others, 0));
 }
 
-State stateOf(const JournalEntry& entry) {
-    if (entry.undone) {
-        return State::restored;
-    }
-    if (entry.purgedFromTrash) {
-        return State::gone;
-    }
-    return entry.trashPath ? State::inTrash : State::removed;
-}
-
 Row headOf(const HistoryBatch& batch) {
     Row row{.kind = Kind::batch, .id = batch.id};
     row.title = batch.title();
@@ -77,7 +66,7 @@ Row rowOf(const JournalEntry& entry) {
     row.date = entry.date;
     row.size = static_cast<double>(entry.size);
     row.path = entry.originalPath;
-    row.state = stateOf(entry);
+    row.state = entry.state();
     return row;
 }
 

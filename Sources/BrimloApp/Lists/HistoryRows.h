@@ -17,8 +17,6 @@ namespace Brimlo {
 /// A line of the history: a cleanup, or one item of it. What its kind has no use for is empty.
 struct HistoryRow {
     enum class Kind { batch, entry };
-    /// What has become of an item, as far as the journal knows.
-    enum class State { restored, gone, inTrash, removed };
 
     Kind kind = Kind::batch;
     Uuid id;  ///< The batch's or the entry's; an entry may have that of its batch.
@@ -32,7 +30,7 @@ struct HistoryRow {
     bool expanded = false;
 
     std::string path;
-    State state = State::removed;
+    JournalEntry::State state = JournalEntry::State::removed;
 
     bool operator==(const HistoryRow&) const = default;
 

@@ -33,13 +33,19 @@ Screen {
             }
         }
         Notice {
+            text: qsTr("The journal can't be read: %1. Only the desktop's own Trash can put things back now.").arg(AppModel.journalProblem)
+            symbol: "exclamationmark.triangle"
+            color: Theme.review
+            visible: AppModel.journalProblem !== ""
+        }
+        Notice {
             text: qsTr("Undo restores an item from the Trash if it is still there. Trash items are removed automatically after your retention period.")
         }
     }
     EmptyState {
         symbol: "clock.arrow.circlepath"
         title: qsTr("Nothing removed yet.")
-        visible: rows.count === 0
+        visible: rows.count === 0 && AppModel.journalProblem === ""
         Layout.alignment: Qt.AlignCenter
         Layout.fillHeight: true
     }

@@ -1,14 +1,14 @@
 #include "BrimloApp/Snapshot/CannedData.h"
-#include "BrimloCore/Support/Journal.h"
-#include "BrimloCore/Support/Path.h"
+#include "BrimloCore/Cleaner/Cleaner.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/UserRules/UserRules.h"
 
 #include <chrono>
 #include <filesystem>
 #include <fstream>
-#include <optional>
+#include <memory>
 #include <string_view>
+#include <vector>
 
 namespace Brimlo::CannedData {
 namespace {
@@ -20,24 +20,14 @@ constexpr std::chrono::sys_seconds kToday = std::chrono::sys_days{2026y / 11 / 1
 
 struct Removal {
     std::string_view path;
-    std::int64_t size = 0;
+    std::int64_t size = 0;  ///< That the journal tells of; what lies in the Trash is small.
     std::string_view ruleID;
-    std::chrono::hours ago{};
-    Uuid batch;
 };
 
-JournalEntry entry(const Removal& removal) {
-    JournalEntry made = JournalEntry::make(
-        {.originalPath = home() + "/" + std::string{removal.path},
-         .trashPath = home() + "/.local/share/Trash/files/" + std::string{Path::name(removal.path)},
-         .size = removal.size,
-         .ruleID = std::string{removal.ruleID},
-         .trashID = std::nullopt,
-         .batchID = removal.batch});
-    made.date = kToday - removal.ago;
-    made.undone = removal.ruleID == "xcode.derived-data";
-    return made;
-}
+struct Cleanup {
+    std::chrono::hours ago{};
+    std::vector<Removal> removals;
+};
 
 /// A file for a rule to find. It takes what is written, so it is kept small.
 void leaveFile(const std::string& path, const std::size_t kilobytes) {
@@ -45,21 +35,36 @@ void leaveFile(const std::string& path, const std::size_t kilobytes) {
     std::ofstream{path} << std::string(kilobytes * 1024, '.');
 }
 
+/// Moves what was cleaned to the Trash for real. The first one was put back since.
+void carryOut(const Cleanup& cleanup) {
+    std::vector<CleanItem> items;
+    for (const auto& [path, size, ruleID] : cleanup.removals) {
+        items.push_back({home() + "/" + std::string{path}, size, std::string{ruleID}, {}});
+        leaveFile(items.back().path, 1);
+    }
+    const auto journal = std::make_shared<Journal>(StoragePaths::journal());
+    const auto ids =
+        Cleaner{journal}.execute(CleanPlan{items}, DisposalMode::trash, false).journalIDs;
+    static_cast<void>(journal->update({ids.begin(), ids.end()}, [&](JournalEntry& entry) {
+        entry.date = kToday - cleanup.ago;
+        entry.undone = entry.ruleID == "xcode.derived-data";
+    }));
+}
+
 }  // namespace
 
 void furnishHome() {
     const std::string home = StoragePaths::home();
-    Journal journal{StoragePaths::journal()};
-    const Uuid last = Uuid::random();
-    const std::vector<Removal> removals{
-        {"Library/Developer/DerivedData",     5230 * kMB, "xcode.derived-data",    54h, Uuid::random()},
-        {"Library/Caches/Homebrew",           1460 * kMB, "homebrew.cache",        30h, Uuid::random()},
-        {"Library/Caches/com.spotify.client", 1890 * kMB, "app.spotify",           0h,  last          },
-        {"Projects/old-shop/node_modules",    923 * kMB,  "artifact.node_modules", 0h,  last          },
-        {".npm/_logs",                        31 * kMB,   "npm.logs",              0h,  last          },
+    const Cleanup cleanups[] = {
+        {54h, {{"Library/Developer/DerivedData", 5230 * kMB, "xcode.derived-data"}}},
+        {30h, {{"Library/Caches/Homebrew", 1460 * kMB, "homebrew.cache"}}          },
+        {0h,
+         {{"Library/Caches/com.spotify.client", 1890 * kMB, "app.spotify"},
+          {"Projects/old-shop/node_modules", 923 * kMB, "artifact.node_modules"},
+          {".npm/_logs", 31 * kMB, "npm.logs"}}                                    },
     };
-    for (const Removal& removal : removals) {
-        journal.append(entry(removal));
+    for (const Cleanup& cleanup : cleanups) {
+        carryOut(cleanup);
     }
     UserRules::Draft previews;
     previews.id = "custom.render-previews";

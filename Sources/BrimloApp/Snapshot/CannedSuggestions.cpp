@@ -157,10 +157,13 @@ CleanReport report() {
 
 CleanReport reportWithProblems() {
     CleanReport report = CannedData::report();
-    report.refused = {home() + "/Documents: is inside a protected folder"};
+    report.refused = {
+        {home() + "/Documents", "is inside a protected folder"}
+    };
     report.failures = {
-        home() + "/Library/Caches/Homebrew: Permission denied",
-        home() + "/Downloads/driver-setup.pkg: No such file or directory"};
+        {home() + "/Library/Caches/Homebrew",    "Permission denied"        },
+        {home() + "/Downloads/driver-setup.pkg", "No such file or directory"}
+    };
     return report;
 }
 

@@ -6,7 +6,9 @@
 
 #include <cstdlib>
 
-namespace Brimlo::AutoCleaner {
+namespace Brimlo {
+
+namespace AutoCleaner {
 
 namespace {
 
@@ -28,8 +30,14 @@ AutoCleanOutcome run(const AppConfig& config, Cleaner& cleaner, bool dryRun, boo
         outcome.skippedReason = kIsOff;
         return outcome;
     }
+    if (const auto writable = cleaner.checkJournal(); !writable) {
+        outcome.skippedReason = "Auto-clean did not run: the journal can't be written (" +
+                                writable.error().description + ").";
+        outcome.isBlocked = true;
+        return outcome;
+    }
     // Before the look at the free space: what was promised to go after some days goes anyway.
-    outcome.purgedFromTrash = cleaner.purgeOwnTrash(config.trashRetentionDays, dryRun);
+    outcome.purge = cleaner.purgeOwnTrash(config.trashRetentionDays, dryRun);
     if (!force) {
         outcome.skippedReason = reasonToWait(config, VolumeInfo::snapshot("/"));
     }
@@ -37,7 +45,8 @@ AutoCleanOutcome run(const AppConfig& config, Cleaner& cleaner, bool dryRun, boo
         const SuggestionOptions everything{.staleDays = config.staleDays};
         const CleanPlan plan{selection(config, SuggestionEngine::generate(everything))};
         outcome.planned = plan.items();
-        outcome.report = cleaner.execute(plan, DisposalMode::trash, dryRun);
+        outcome.report =
+            cleaner.execute(plan, DisposalMode::trash, dryRun, {}, Cleaner::Unrecorded::stays);
     }
     return outcome;
 }
@@ -77,4 +86,35 @@ std::vector<CleanItem> selection(
     return items;
 }
 
-}  // namespace Brimlo::AutoCleaner
+}  // namespace AutoCleaner
+
+std::string AutoCleanOutcome::sentence(bool dryRun) const {
+    std::string text;
+    if (purge.removed > 0 || !purge.failures.empty()) {
+        text = purge.purgedSentence(dryRun) + " ";
+    }
+    if (skippedReason) {
+        return text + *skippedReason;
+    }
+    if (planned.empty()) {
+        return text +
+               "Auto-clean found nothing to remove right now. Everything regenerable is already "
+               "clear.";
+    }
+    std::int64_t bytes = report->movedToTrashBytes + report->freedNowBytes;
+    if (dryRun) {
+        bytes = CleanPlan{planned}.totalBytes();
+    }
+    text += dryRun ? "Auto-clean would remove " : "Auto-clean removed ";
+    text += std::to_string(report->processed) + " item" + (report->processed == 1 ? "" : "s") +
+            " (" + Fmt::bytes(bytes) + ").";
+    const std::size_t stayed = report->failures.size() + report->refused.size();
+    if (stayed > 0) {
+        const ItemProblem& first =
+            report->failures.empty() ? report->refused.front() : report->failures.front();
+        text += " " + std::to_string(stayed) + " could not be removed: " + first.text() + ".";
+    }
+    return text;
+}
+
+}  // namespace Brimlo

@@ -17,9 +17,13 @@ struct AutoCleanOutcome {
     std::optional<std::string> skippedReason;  ///< Why nothing was cleaned; a sentence.
     std::vector<CleanItem> planned;            ///< What the clean took on; empty when skipped.
     std::optional<CleanReport> report;         ///< Absent when skipped.
-    std::int64_t purgedFromTrash = 0;  ///< Bytes of own items that had lain in the Trash too long.
+    TrashReport purge;       ///< Of own items that had lain in the Trash too long.
+    bool isBlocked = false;  ///< Whether it was skipped because something is wrong.
 
     bool operator==(const AutoCleanOutcome&) const = default;
+
+    /// What came of it, in a sentence or two.
+    [[nodiscard]] std::string sentence(bool dryRun) const;
 };
 
 /// The clean that nobody reviews, and that takes less than any other for that: only what is
@@ -29,6 +33,7 @@ namespace AutoCleaner {
 
 /// Purges the Trash of what is older than the retention, then cleans if free space is short.
 ///
+/// Without a journal that can be written it does neither: nobody would see what went unrecorded.
 /// `force` runs it where the settings have it off, and whatever the free space; it takes no more
 /// for that. A dry run removes nothing. Blocks.
 [[nodiscard]] AutoCleanOutcome run(

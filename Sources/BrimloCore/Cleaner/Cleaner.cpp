@@ -25,10 +25,6 @@ namespace {
 /// How often a new place in the Trash is tried when another program takes the one found.
 constexpr int kMostTries = 8;
 
-std::string line(const std::string& path, std::string_view reason) {
-    return path + ": " + std::string{reason};
-}
-
 bool isDiskFull(const Error& error) {
     return error.domain == kSystemErrorDomain && (error.code == ENOSPC || error.code == EDQUOT);
 }
@@ -40,7 +36,11 @@ Cleaner::Cleaner(std::shared_ptr<Journal> journal, DockerClient::Places docker)
     , docker_(std::move(docker)) {}
 
 CleanReport Cleaner::execute(
-    const CleanPlan& plan, DisposalMode /*mode*/, bool dryRun, const Progress& progress) {
+    const CleanPlan& plan,
+    DisposalMode /*mode*/,
+    bool dryRun,
+    const Progress& progress,
+    Unrecorded unrecorded) {
     const Uuid batchID = Uuid::random();
     CleanReport report;
     for (const CleanItem& item : plan.items()) {
@@ -57,7 +57,7 @@ CleanReport Cleaner::execute(
         }
         const Safety::Verdict verdict = Safety::judge(item.path);
         if (verdict.refusal) {
-            report.refused.push_back(line(item.path, *verdict.refusal));
+            report.refused.push_back({item.path, *verdict.refusal});
             continue;
         }
         if (progress) {
@@ -66,7 +66,7 @@ CleanReport Cleaner::execute(
         if (dryRun) {
             ++report.processed;
         } else {
-            dispose(item, verdict, batchID, report);
+            dispose(item, verdict, batchID, unrecorded, report);
         }
     }
     return report;
@@ -74,7 +74,7 @@ CleanReport Cleaner::execute(
 
 void Cleaner::removeFromDocker(const CleanItem& item, const Uuid& batchID, CleanReport& report) {
     if (const auto reason = DockerClient::remove(item.path, docker_)) {
-        report.failures.push_back(line(item.path, *reason));
+        report.failures.push_back({item.path, *reason});
         return;
     }
     const JournalEntry entry = JournalEntry::make({
@@ -85,8 +85,11 @@ void Cleaner::removeFromDocker(const CleanItem& item, const Uuid& batchID, Clean
         .trashID = std::nullopt,
         .batchID = batchID,
     });
-    if (journal_->append(entry)) {
+    if (const auto recorded = journal_->append(entry)) {
         report.journalIDs.push_back(entry.id);
+    } else {
+        const std::string reason = recorded.error().description;
+        report.unrecorded.push_back({item.path, "it is gone and the journal lacks it: " + reason});
     }
     report.freedNowBytes += item.size;
     ++report.processed;
@@ -96,14 +99,15 @@ void Cleaner::dispose(
     const CleanItem& item,
     const Safety::Verdict& verdict,
     const Uuid& batchID,
+    Unrecorded unrecorded,
     CleanReport& report) {
-    const auto fail = [&](std::string_view reason) {
-        report.failures.push_back(line(item.path, reason));
+    const auto fail = [&](std::string reason) {
+        report.failures.push_back({item.path, std::move(reason)});
     };
     if (!verdict.identity) {
         // By its text the path means one thing, on the disk another.
-        return fail(identity(item.path) ? "it is not the item that was reviewed"
-                                        : "no longer exists");
+        return fail(
+            identity(item.path) ? "it is not the item that was reviewed" : "no longer exists");
     }
     if (!Text::isValid(item.path) || !Text::isValid(verdict.resolved)) {
         return fail("its name is not valid text, so the journal could not bring it back");
@@ -131,6 +135,9 @@ void Cleaner::dispose(
         if (!record && isDiskFull(record.error())) {
             return fail("the disk is too full to record the move");
         }
+        if (!record && unrecorded == Unrecorded::stays) {
+            return fail("the journal can't be written: " + record.error().description);
+        }
         const auto trashed = move->commit();
         if (!trashed) {
             if (trashed.error().code == EEXIST && attempt < kMostTries) {
@@ -140,8 +147,14 @@ void Cleaner::dispose(
         }
         entry.trashPath = trashed->path;
         entry.trashID = trashed->path ? Cleaner::identity(*trashed->path) : std::nullopt;
-        if (record && std::move(*record).publish(entry)) {
+        const auto recorded = record ? std::move(*record).publish(entry)
+                                     : std::expected<void, Error>{std::unexpected(record.error())};
+        if (recorded) {
             report.journalIDs.push_back(entry.id);
+        } else {
+            report.unrecorded.push_back(
+                {item.path,
+                 "it is in the Trash and the journal lacks it: " + recorded.error().description});
         }
         if (trashed->warning) {
             return fail(*trashed->warning);

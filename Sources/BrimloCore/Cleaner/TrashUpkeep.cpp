@@ -7,17 +7,15 @@
 #include "BrimloCore/Support/Folders.h"
 #include "BrimloCore/Support/Path.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <ctime>
-#include <string_view>
+#include <set>
 #include <utility>
 
 // What happens to items after they went to the Trash. An item counts as the program's own only if
-// the journal says so and what lies at the recorded path is still the recorded object: its device
-// and inode agree, and so does the entry that the Trash names beside it, where it names one. The
-// entry tells an object that reused an inode, and a volume that got another device number when it
-// was mounted again.
+// the journal says so and `TrashItem::find` confirms it: the entry beside it, or its identity.
 
 namespace Brimlo {
 
@@ -27,38 +25,80 @@ using Platform::FileIdentity;
 
 constexpr int kTargetExists = 1;
 constexpr int kNothingLeft = 2;
+constexpr int kNoPlace = 3;
 
 std::unexpected<Error> failure(int code, std::string description) {
     return std::unexpected(
         Error{.domain = kErrorDomain, .code = code, .description = std::move(description)});
 }
 
-std::string_view inode(std::string_view trashID) {
-    return trashID.substr(trashID.rfind(':') + 1);
+/// The identity of the entry's item in the Trash; ENOENT when it is not there any more.
+std::expected<FileIdentity, Error> findItem(const JournalEntry& entry) {
+    return entry.trashPath
+               ? Platform::TrashItem::find(*entry.trashPath, entry.id.text(), entry.trashID)
+               : std::unexpected(Error::fromSystem(ENOENT));
 }
 
-/// Whether the object at the entry's path in the Trash, with this identity, is the entry's item.
-/// An entry from before identities were recorded is taken at its word.
-bool isItemOf(const JournalEntry& entry, const FileIdentity& found) {
-    const auto entryID = Platform::TrashItem::entryID(*entry.trashPath);
-    if (entryID && *entryID != entry.id.text()) {
-        return false;
-    }
-    const std::string& recorded = entry.trashID.value_or(found.text());
-    return recorded == found.text() || (entryID && inode(recorded) == inode(found.text()));
+bool isGone(const std::expected<FileIdentity, Error>& found) {
+    return !found && found.error().domain == kSystemErrorDomain && found.error().code == ENOENT;
 }
 
+/// The home folder may be spelled in several ways.
 bool isInHomeTrash(const std::string& trashPath) {
-    return Path::standardized(trashPath) == trashPath &&
-           Path::parent(trashPath) == Path::standardized(Platform::homeTrash());
+    return FileIdentity::of(std::string{Path::parent(trashPath)}) ==
+           FileIdentity::of(Platform::homeTrash());
 }
 
 }  // namespace
 
-std::expected<std::string, Error> Cleaner::undo(const JournalEntry& entry) {
-    const auto found = entry.trashPath ? FileIdentity::of(*entry.trashPath) : std::nullopt;
-    if (!found || !isItemOf(entry, *found)) {
+std::expected<std::vector<JournalEntry>, Error> Cleaner::history() {
+    auto entries = journal_->entries();
+    if (entries) {
+        for (JournalEntry& entry : *entries) {
+            entry.purgedFromTrash =
+                entry.purgedFromTrash || (entry.isRestorable() && isGone(findItem(entry)));
+        }
+    }
+    return entries;
+}
+
+UndoReport Cleaner::undo(const std::vector<Uuid>& ids) {
+    UndoReport report;
+    const auto entries = journal_->entries();
+    if (!entries) {
+        report.failures.push_back({journal_->path(), entries.error().description});
+        return report;
+    }
+    const std::set<Uuid> wanted{ids.begin(), ids.end()};
+    for (const JournalEntry& entry : *entries) {
+        if (entry.undone || !wanted.contains(entry.id)) {
+            continue;
+        }
+        const auto path = putBack(entry);
+        if (!path) {
+            report.failures.push_back({entry.originalPath, path.error().description});
+            continue;
+        }
+        report.restored.push_back(*path);
+        const auto marked =
+            journal_->update({entry.id}, [](JournalEntry& changed) { changed.undone = true; });
+        if (!marked) {
+            report.unrecorded.push_back({entry.originalPath, marked.error().description});
+        }
+    }
+    return report;
+}
+
+std::expected<std::string, Error> Cleaner::putBack(const JournalEntry& entry) {
+    const auto found = findItem(entry);
+    if (isGone(found)) {
         return failure(kNothingLeft, "Nothing left to restore from");
+    }
+    if (!found) {
+        return std::unexpected(found.error());
+    }
+    if (!Path::isUsable(entry.originalPath) || !entry.originalPath.starts_with('/')) {
+        return failure(kNoPlace, "The journal names no place to restore to");
     }
     // The plan's spelling may end in a slash or step through folders that are gone by now.
     const std::string original = Path::standardized(entry.originalPath);
@@ -69,69 +109,79 @@ std::expected<std::string, Error> Cleaner::undo(const JournalEntry& entry) {
     if (auto made = Folders::create(parent, Folders::Access::asUmaskAllows); !made) {
         return std::unexpected(made.error());
     }
-    const auto restored = Platform::TrashItem::putBack(*entry.trashPath, original);
+    const auto restored = Platform::TrashItem::putBack(*entry.trashPath, *found, original);
     if (!restored && restored.error().code == EEXIST) {
         return failure(kTargetExists, "Something already exists at " + entry.originalPath);
     }
     if (!restored) {
         return std::unexpected(restored.error());
     }
-    journal_->update(entry.id, [](JournalEntry& changed) { changed.undone = true; });
     return entry.originalPath;
 }
 
-std::int64_t Cleaner::purgeOwnTrash(std::int64_t olderThanDays, bool dryRun) {
+TrashReport Cleaner::purgeOwnTrash(std::int64_t olderThanDays, bool dryRun) {
+    TrashReport report;
+    const auto entries = journal_->entries();
+    if (!entries) {
+        report.failures.push_back({journal_->path(), entries.error().description});
+        return report;
+    }
     // Dates are whole seconds: those before this instant are those before its next whole second.
     const auto now = std::chrono::ceil<std::chrono::seconds>(std::chrono::system_clock::now());
     const std::time_t wholeNow = std::chrono::system_clock::to_time_t(now);
     const std::chrono::sys_seconds cutoff{
         std::chrono::seconds{Days::before(wholeNow, olderThanDays)}};
-    const auto markPurged = [&](const JournalEntry& entry) {
-        journal_->update(entry.id, [](JournalEntry& changed) { changed.purgedFromTrash = true; });
-    };
-    std::int64_t total = 0;
-    for (const JournalEntry& entry : journal_->entries()) {
-        const bool isOld = entry.date < cutoff;
-        if (entry.undone || entry.purgedFromTrash || !isOld || !entry.trashPath) {
+    std::set<Uuid> gone;
+    for (const JournalEntry& entry : *entries) {
+        if (!entry.isRestorable() || entry.date >= cutoff) {
             continue;
         }
-        const auto found = FileIdentity::of(*entry.trashPath);
-        if (!found) {
-            markPurged(entry);
+        const auto found = findItem(entry);
+        if (isGone(found)) {
+            gone.insert(entry.id);
             continue;
         }
-        if (!isInHomeTrash(*entry.trashPath) || !entry.trashID) {
+        if (!found || !isInHomeTrash(*entry.trashPath) || !entry.trashID) {
             continue;  // It can't be proved to be the program's own.
         }
-        if (!isItemOf(entry, *found)) {
-            markPurged(entry);
-            continue;
-        }
-        total += entry.size;
         if (!dryRun) {
-            static_cast<void>(Platform::TrashItem::remove(*entry.trashPath, *found));
-            markPurged(entry);
+            if (const auto removed = Platform::TrashItem::remove(*entry.trashPath, *found);
+                !removed) {
+                report.failures.push_back({*entry.trashPath, removed.error().description});
+                continue;
+            }
+            gone.insert(entry.id);
         }
+        report.bytes += entry.size;
+        ++report.removed;
+    }
+    // In one write: whoever is killed before finds these items gone the next time.
+    if (!gone.empty()) {
+        static_cast<void>(
+            journal_->update(gone, [](JournalEntry& changed) { changed.purgedFromTrash = true; }));
     }
     if (!dryRun) {
         Platform::TrashItem::removeLeftovers();
     }
-    return total;
+    return report;
 }
 
 std::int64_t Cleaner::trashSize() {
     return DiskScanner::quickSize(Platform::homeTrash());
 }
 
-std::expected<std::int64_t, Error> Cleaner::emptyTrash() {
+TrashReport Cleaner::emptyTrash() {
+    TrashReport report;
     const std::string trash = Platform::homeTrash();
-    const std::int64_t size = trashSize();
     const auto names = Folders::names(trash);
     if (!names) {
         // A Trash that nobody has used yet has no folder.
-        return names.error().code == ENOENT ? std::expected<std::int64_t, Error>{0}
-                                            : std::unexpected(names.error());
+        if (names.error().code != ENOENT) {
+            report.failures.push_back({trash, names.error().description});
+        }
+        return report;
     }
+    report.bytes = trashSize();
     Platform::TrashItem::removeLeftovers();
     for (const std::string& name : *names) {
         const std::string path = trash + "/" + name;
@@ -139,11 +189,16 @@ std::expected<std::int64_t, Error> Cleaner::emptyTrash() {
         if (!found) {
             continue;  // Somebody else emptied it first.
         }
-        if (auto removed = Platform::TrashItem::remove(path, *found); !removed) {
-            return std::unexpected(removed.error());
+        if (const auto removed = Platform::TrashItem::remove(path, *found)) {
+            ++report.removed;
+        } else {
+            report.failures.push_back({path, removed.error().description});
         }
     }
-    return size;
+    if (!report.failures.empty()) {
+        report.bytes = std::max<std::int64_t>(0, report.bytes - trashSize());
+    }
+    return report;
 }
 
 }  // namespace Brimlo

@@ -38,7 +38,7 @@ void complete(std::string& text, const JournalEntry& entry) {
     text += ']';
 }
 
-enum class Condition { intact, someUnreadable, noList };
+enum class Condition { intact, olderForm, someUnreadable, noList };
 
 /// Calls `visit` with each entry in the text of a journal that can be read. What was visited counts
 /// only when the text is a list to its end.
@@ -46,11 +46,15 @@ template <typename Visit>
 Condition forEachEntry(std::string_view text, const Visit& visit) {
     Condition condition = Condition::intact;
     const bool isList = Json::forEachElement(text, [&](const Json::Value& element) {
-        if (auto entry = JournalEntry::decode(element)) {
-            visit(*std::move(entry));
-        } else {
+        auto entry = JournalEntry::decode(element);
+        if (!entry) {
             condition = Condition::someUnreadable;
+            return;
         }
+        if (!element.as_object().contains("batchID")) {
+            condition = std::max(condition, Condition::olderForm);
+        }
+        visit(*std::move(entry));
     });
     return isList ? condition : Condition::noList;
 }
@@ -65,12 +69,12 @@ Journal::Pending::Pending(
     , entry_(std::move(entry))
     , file_(std::move(file)) {}
 
-bool Journal::Pending::publish(const JournalEntry& entry) && {
+std::expected<void, Error> Journal::Pending::publish(const JournalEntry& entry) && {
     if (entry_ == entry) {
-        return file_.publish().has_value();
+        return file_.publish();
     }
     complete(beginning_, entry);
-    return AtomicFile::write(path_, beginning_).has_value();
+    return AtomicFile::write(path_, beginning_);
 }
 
 Journal::Journal(std::string path)
@@ -107,7 +111,7 @@ std::expected<std::vector<JournalEntry>, Error> Journal::load() const {
     if (condition == Condition::noList) {
         entries.clear();
     }
-    if (condition != Condition::intact) {
+    if (condition > Condition::olderForm) {
         preserveCorrupt(path_);
     }
     return entries;
@@ -135,37 +139,38 @@ std::expected<std::string, Error> Journal::beginning() const {
     return text;
 }
 
-void Journal::mutate(const std::function<void(std::vector<JournalEntry>&)>& body) {
+std::expected<std::vector<JournalEntry>, Error> Journal::entries() {
     const Lock held = lock();
-    // A journal that is there and can't be read is not overwritten.
-    if (auto entries = load()) {
-        body(*entries);
-        static_cast<void>(AtomicFile::write(path_, encode(*entries)));
+    auto entries = load();
+    if (entries) {
+        std::ranges::reverse(*entries);
     }
-}
-
-std::vector<JournalEntry> Journal::entries() {
-    std::vector<JournalEntry> entries;
-    {
-        const Lock held = lock();
-        entries = load().value_or(std::vector<JournalEntry>{});
-    }
-    std::ranges::stable_sort(entries, std::ranges::greater{}, &JournalEntry::date);
     return entries;
 }
 
-bool Journal::append(const JournalEntry& entry) {
+std::expected<void, Error> Journal::append(const JournalEntry& entry) {
     auto pending = prepare(entry);
-    return pending && std::move(*pending).publish(entry);
+    return pending ? std::move(*pending).publish(entry) : std::unexpected(pending.error());
 }
 
-void Journal::update(const Uuid& id, const std::function<void(JournalEntry&)>& body) {
-    mutate([&](std::vector<JournalEntry>& entries) {
-        const auto found = std::ranges::find(entries, id, &JournalEntry::id);
-        if (found != entries.end()) {
-            body(*found);
+std::expected<void, Error> Journal::update(
+    const std::set<Uuid>& ids, const std::function<void(JournalEntry&)>& body) {
+    const Lock held = lock();
+    auto entries = load();
+    if (!entries) {
+        return std::unexpected(entries.error());  // What can't be read is not overwritten.
+    }
+    for (JournalEntry& entry : *entries) {
+        if (ids.contains(entry.id)) {
+            body(entry);
         }
-    });
+    }
+    return AtomicFile::write(path_, encode(*entries));
+}
+
+std::expected<void, Error> Journal::checkWritable() {
+    const auto pending = prepare(JournalEntry::make({}));
+    return pending ? std::expected<void, Error>{} : std::unexpected(pending.error());
 }
 
 std::expected<Journal::Pending, Error> Journal::prepare(const JournalEntry& entry) {

@@ -8,6 +8,7 @@
 #include <expected>
 #include <functional>
 #include <mutex>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -32,9 +33,9 @@ public:
     class Pending {
     public:
         /// Puts the journal with `entry` in place. Costs no more than a rename when `entry` is the
-        /// one prepared; one that turned out differently is written anew. Whether it is in place
-        /// now; on failure the journal stays as it was.
-        bool publish(const JournalEntry& entry) &&;
+        /// one prepared; one that turned out differently is written anew. On failure the journal
+        /// stays as it was.
+        [[nodiscard]] std::expected<void, Error> publish(const JournalEntry& entry) &&;
 
     private:
         friend class Journal;
@@ -55,15 +56,23 @@ public:
     /// `path` is the journal's file. Nothing is read yet.
     explicit Journal(std::string path);
 
-    /// All entries that can be read, newest first; entries of one date in file order.
-    [[nodiscard]] std::vector<JournalEntry> entries();
+    [[nodiscard]] const std::string& path() const { return path_; }
 
-    /// Adds an entry at the end. Whether it is there now: a failure leaves the file as it was.
-    bool append(const JournalEntry& entry);
+    /// All entries that can be decoded, the last one written first: dates are for people, and two
+    /// cleans of one second have the same. A missing file has none; fails when a file is there that
+    /// can't be read.
+    [[nodiscard]] std::expected<std::vector<JournalEntry>, Error> entries();
 
-    /// Applies `body` to the first entry with this id, if there is one. A failure is not reported
-    /// and leaves the file as it was.
-    void update(const Uuid& id, const std::function<void(JournalEntry&)>& body);
+    /// Adds an entry at the end. A failure leaves the file as it was.
+    [[nodiscard]] std::expected<void, Error> append(const JournalEntry& entry);
+
+    /// Applies `body` to each entry whose id is among `ids`, in one write. A failure leaves the
+    /// file as it was.
+    [[nodiscard]] std::expected<void, Error> update(
+        const std::set<Uuid>& ids, const std::function<void(JournalEntry&)>& body);
+
+    /// Whether an entry could be added now: tried with all but the last step of a write.
+    [[nodiscard]] std::expected<void, Error> checkWritable();
 
     /// Writes the journal with `entry` at its end beside the old one, so that nothing but a rename
     /// is left to do once the item has gone: a full disk shows before the item moves, not after.
@@ -73,7 +82,6 @@ private:
     [[nodiscard]] Lock lock();
     [[nodiscard]] std::expected<std::vector<JournalEntry>, Error> load() const;
     [[nodiscard]] std::expected<std::string, Error> beginning() const;
-    void mutate(const std::function<void(std::vector<JournalEntry>&)>& body);
 
     std::mutex mutex_;
     std::string path_;

@@ -74,6 +74,16 @@ JournalEntry JournalEntry::make(Disposal disposal) {
     };
 }
 
+JournalEntry::State JournalEntry::state() const {
+    if (undone) {
+        return State::restored;
+    }
+    if (purgedFromTrash) {
+        return State::gone;
+    }
+    return trashPath ? State::inTrash : State::removed;
+}
+
 std::expected<JournalEntry, std::string> JournalEntry::decode(const Json::Value& value) {
     FieldReader reader{value};
     static_cast<void>(reader.required("id"));

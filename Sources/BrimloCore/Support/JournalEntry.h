@@ -26,8 +26,12 @@ struct JournalEntry {
 
     bool operator==(const JournalEntry&) const = default;
 
-    /// Whether the item is in the Trash, as far as the journal knows.
-    [[nodiscard]] bool isRestorable() const { return !undone && !purgedFromTrash && trashPath; }
+    /// What became of the item: it lies in the Trash, it was put back, it left the Trash by
+    /// another way, or it never went there but was removed for good, as Docker's objects are.
+    enum class State { inTrash, restored, gone, removed };
+    [[nodiscard]] State state() const;
+
+    [[nodiscard]] bool isRestorable() const { return state() == State::inTrash; }
 
     /// What a disposal that happens now is told by; `id` and `date` are made here.
     struct Disposal {

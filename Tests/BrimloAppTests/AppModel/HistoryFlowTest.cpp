@@ -1,8 +1,11 @@
 #include "BrimloAppTests/Support/ModelTest.h"
+#include "BrimloCore/Support/StoragePaths.h"
 
 #include <gmock/gmock.h>
 
 #include <filesystem>
+
+#include <sys/stat.h>
 
 namespace Brimlo {
 namespace {
@@ -34,7 +37,10 @@ TEST_F(HistoryFlowTest, RestoresWhatCanBeAndKeepsTheRestInTheTrash) {
     model().emptyTrash();
     EXPECT_EQ(model().busy(), "Restoring…") << "one at a time";
     finish();
-    EXPECT_EQ(model().banner(), "Restored 2 item(s).");
+    EXPECT_EQ(
+        model().banner().toStdString(),
+        "Restored 2 item(s). 1 could not be restored: Something already exists at " + at("b") +
+            ".");
     EXPECT_EQ(contentOf(at("a")), "a");
     EXPECT_EQ(contentOf(at("b")), "new");
     EXPECT_EQ(model().historyBatches().front().restorableCount(), 1U);
@@ -57,6 +63,21 @@ TEST_F(HistoryFlowTest, ClosesTheReportWhenItIsUndone) {
     EXPECT_FALSE(model().showResult());
     finish();
     EXPECT_TRUE(exists(at("a")));
+}
+
+TEST_F(HistoryFlowTest, SaysWhenTheJournalCannotBeReadOrWritten) {
+    clean({"a"});
+    EXPECT_EQ(model().journalProblem(), "");
+    std::filesystem::remove(StoragePaths::journal());
+    ASSERT_EQ(mkfifo(StoragePaths::journal().c_str(), 0600), 0);
+    clean({"b"});
+    EXPECT_EQ(model().journalProblem(), "Invalid argument");
+    EXPECT_THAT(model().historyBatches(), IsEmpty());
+    const ReportFigures report = model().reportFigures();
+    EXPECT_EQ(report.processed, 1);
+    EXPECT_FALSE(report.canUndo);
+    const QString lacks = ": it is in the Trash and the journal lacks it: Invalid argument";
+    EXPECT_EQ(report.problems, QStringList{QString::fromStdString(at("b")) + lacks});
 }
 
 TEST_F(HistoryFlowTest, PurgesAndEmptiesInItsOwnWords) {

@@ -10,11 +10,18 @@ namespace {
 TEST(ReportFiguresTest, TellsOfTheReportAndItsProblems) {
     const ReportFigures none = ReportFigures::of({});
     EXPECT_FALSE(none.hasProblems() || none.canUndo);
-    const ReportFigures figures = ReportFigures::of(
-        CleanReport{5, 7, {"/b\n: no"}, {"/a: refused"}, {"a note"}, {Uuid::random()}, 3});
+    const ReportFigures figures = ReportFigures::of(CleanReport{
+        5,
+        7,
+        {{"/b\n", "no"}},
+        {{"/a", "refused"}},
+        {{"/c", "lost"}},
+        {"a note"},
+        {Uuid::random()},
+        3});
     EXPECT_EQ(figures.movedToTrash, 5);
     EXPECT_EQ(figures.freedNow, 7);
-    EXPECT_EQ(figures.problems, (QStringList{"/a: refused", "/b\uFFFD: no"}));
+    EXPECT_EQ(figures.problems, (QStringList{"/a: refused", "/b\uFFFD: no", "/c: lost"}));
     EXPECT_TRUE(figures.hasProblems() && figures.canUndo);
     EXPECT_EQ(figures.processed, 3);
 }

@@ -15,13 +15,18 @@ TEST_F(HistoryRowsTest, TellsWhatHasBecomeOfEachItem) {
     std::vector<JournalEntry> entries(4);
     entries[0] = {.originalPath = at("c"), .trashPath = "/t", .size = 1, .undone = true};
     entries[1] = {.originalPath = "/\n", .trashPath = "/t", .purgedFromTrash = true};
-    entries[2] = {.originalPath = at("a"), .trashPath = "/t", .size = 4};
+    entries[2] = {
+        .originalPath = at("a"), .trashPath = at(".local/share/Trash/files/t"), .size = 4};
     entries[3] = {.originalPath = "docker:b", .size = 5, .batchID = Uuid::random()};
     for (std::size_t i = 0; i < entries.size(); ++i) {
         entries[i].id.bytes[0] = static_cast<std::uint8_t>(i);  // The first one's is its batch's.
         entries[i].date += std::chrono::seconds{i};
-        Journal{StoragePaths::journal()}.append(entries[i]);
+        ASSERT_TRUE(Journal{StoragePaths::journal()}.append(entries[i]));
     }
+    write(".local/share/Trash/files/t");
+    write(
+        ".local/share/Trash/info/t.trashinfo",
+        "[Trash Info]\nPath=/t\nX-Brimlo-Entry=" + entries[2].id.text() + "\n");
     write("real/data");
     HistoryRows list;
     const QAbstractItemModelTester tester{

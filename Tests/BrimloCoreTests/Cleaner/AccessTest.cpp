@@ -53,7 +53,7 @@ protected:
     /// What the program makes of its files now.
     [[nodiscard]] std::vector<bool> readable() const {
         return {
-            !journal_->entries().empty(),
+            !journal_->entries().value_or(std::vector<JournalEntry>{}).empty(),
             AppConfig::load().staleDays == 5,
             DisabledRules::isDisabled("npm.cache"),
             !UserRules::load(UserRules::defaultDirectory()).rules.empty()};

@@ -22,7 +22,7 @@ class AutoCleanerTest : public Testing::CleaningHome {
 protected:
     /// An item that went to the Trash so many days ago.
     void trashLongAgo(const std::string& name, int days) {
-        journal_->update(trash(write(name)).id, [&](JournalEntry& changed) {
+        change(trash(write(name)).id, [&](JournalEntry& changed) {
             changed.date -= std::chrono::hours{24 * days};
         });
     }
@@ -104,13 +104,28 @@ TEST_F(AutoCleanerTest, PurgesWheneverItMayRun) {
         "--force for a one-off run.";
     EXPECT_EQ(run({}, cleaner_, false, false), (AutoCleanOutcome{.skippedReason = off}));
     const AppConfig neverShort{.autoCleanEnabled = true, .freeSpaceThresholdGB = -1};
-    EXPECT_EQ(run(neverShort, cleaner_, true, false).purgedFromTrash, kItemSize);
+    EXPECT_EQ(run(neverShort, cleaner_, true, false).purge.bytes, kItemSize);
     EXPECT_EQ(Testing::describeTree(at(".local")), before);
     const AutoCleanOutcome outcome = run(neverShort, cleaner_, false, false);
     const auto reason = outcome.skippedReason;
     EXPECT_TRUE(reason && reason->ends_with(" is above the -1 GB threshold."));
-    EXPECT_EQ(outcome, (AutoCleanOutcome{.skippedReason = reason, .purgedFromTrash = kItemSize}));
+    EXPECT_EQ(
+        outcome,
+        (AutoCleanOutcome{
+            .skippedReason = reason, .purge = {.bytes = kItemSize, .removed = 1}
+    }));
     EXPECT_TRUE(!exists(inTrash("old")) && exists(inTrash("recent")));
+
+    // But not where nobody would see that the journal lacks what went.
+    write(".cache/thumbnails/normal/1.png");
+    std::filesystem::remove(StoragePaths::journal());
+    ASSERT_EQ(mkfifo(StoragePaths::journal().c_str(), 0600), 0);
+    AutoCleanOutcome blocked{
+        .skippedReason =
+            "Auto-clean did not run: the journal can't be written (Invalid argument)."};
+    blocked.isBlocked = true;
+    EXPECT_EQ(run({}, cleaner_, false, true), blocked);
+    EXPECT_TRUE(exists(at(".cache/thumbnails/normal/1.png")) && exists(inTrash("recent")));
 }
 
 TEST_F(AutoCleanerTest, CleansWhatComesBackByItself) {
@@ -152,7 +167,7 @@ TEST_F(AutoCleanerTest, CleansWhatComesBackByItself) {
     trashLongAgo("earlier", 1);
     const AutoCleanOutcome done = run(alwaysShort, cleaner_, false, false);
     EXPECT_EQ(done.planned, dry.planned);
-    EXPECT_EQ(done.purgedFromTrash, kItemSize);
+    EXPECT_EQ(done.purge.bytes, kItemSize);
     EXPECT_EQ(done.report->processed, 2);
     EXPECT_TRUE(exists(inTrash("normal/1.png")) && exists(inTrash("node_modules/lib.js")));
 

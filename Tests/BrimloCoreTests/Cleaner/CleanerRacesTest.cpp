@@ -52,7 +52,7 @@ protected:
     /// Starts a new journal from time to time, since each entry makes the next one slower.
     void keepJournalShort() {
         constexpr std::size_t kLongest = 50;
-        if (journal_->entries().size() >= kLongest) {
+        if (entries().size() >= kLongest) {
             fs::remove(StoragePaths::journal());
         }
     }
@@ -162,8 +162,11 @@ TEST_F(CleanerRacesTest, PurgeDeletesNoItemThatTookAnothersPlace) {
             JournalEntry entry = JournalEntry::make(
                 {.originalPath = at("item"), .trashPath = place, .size = 1, .trashID = ownID});
             entry.date -= std::chrono::days{2};
-            journal_->append(entry);
-            purged += cleaner_.purgeOwnTrash(1, false);
+            write(
+                ".local/share/Trash/info/" + fs::path{place}.filename().string() + ".trashinfo",
+                "[Trash Info]\nPath=/x\nX-Brimlo-Entry=" + entry.id.text() + "\n");
+            EXPECT_TRUE(journal_->append(entry));
+            purged += cleaner_.purgeOwnTrash(1, false).bytes;
             keepJournalShort();
         });
     EXPECT_GT(purged, 0);
@@ -201,13 +204,13 @@ TEST_F(CleanerRacesTest, CleanersAtOnceLoseNothingAndDoubleNothing) {
     std::int64_t processed = 0;
     for (const CleanReport& report : reports) {
         processed += report.processed;
-        for (const std::string& failure : report.failures) {
-            EXPECT_TRUE(failure.ends_with(": no longer exists")) << failure;
+        for (const ItemProblem& failure : report.failures) {
+            EXPECT_EQ(failure.reason, "no longer exists");
         }
     }
     EXPECT_EQ(processed, kItems);
     std::map<std::string, std::string> trashPaths;
-    for (const JournalEntry& entry : journal_->entries()) {
+    for (const JournalEntry& entry : entries()) {
         EXPECT_TRUE(trashPaths.emplace(entry.originalPath, entry.trashPath.value_or("")).second);
     }
     ASSERT_EQ(trashPaths.size(), paths.size());

@@ -17,6 +17,7 @@ namespace {
 using Testing::contentOf;
 using Testing::describeTree;
 using Testing::exists;
+using Testing::kNobody;
 using Lines = std::vector<std::string>;
 
 class CleanerTest : public Testing::CleaningHome {
@@ -76,7 +77,7 @@ TEST_F(CleanerTest, MovesEachKindOfItem) {
             std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
 
         const CleanReport report = clean({path + c.ending});
-        ASSERT_EQ(report.failures, Lines{});
+        ASSERT_FALSE(report.hasProblems()) << testing::PrintToString(report);
         CleanReport expected{.movedToTrashBytes = kItemSize, .processed = 1};
         expected.journalIDs = report.journalIDs;
         EXPECT_EQ(report, expected);
@@ -132,6 +133,10 @@ TEST_F(CleanerTest, FindsAFreeNameBesideWhatIsThere) {
         EXPECT_EQ(contentOf(inTrash(c.trashed)), c.trashed);
         EXPECT_TRUE(exists(noteOf(c.trashed)));
     }
+    for (int i = 0; i < 40; ++i) {
+        const std::string content = "one of many " + std::to_string(i);
+        EXPECT_EQ(contentOf(*trash(write("work/a.txt", content)).trashPath), content);
+    }
     EXPECT_EQ(contentOf(inTrash("lost.txt")), "an item that lost its note");
     EXPECT_FALSE(exists(noteOf("lost.txt")));
     EXPECT_EQ(contentOf(noteOf("orphan.txt")), "a note that lost its item");
@@ -176,11 +181,10 @@ TEST_F(CleanerTest, LeavesWhatItMustNotMove) {
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         CleanReport expected;
-        Lines& lines = c.isRefused ? expected.refused : expected.failures;
-        lines.push_back(c.path + ": " + c.reason);
+        (c.isRefused ? expected.refused : expected.failures).push_back({c.path, c.reason});
         EXPECT_EQ(clean({c.path}), expected);
     }
-    EXPECT_EQ(journal_->entries().size(), 1U);
+    EXPECT_EQ(entries().size(), 1U);
 }
 
 TEST_F(CleanerTest, MovesTheItemThatTheGateSaw) {
@@ -190,7 +194,11 @@ TEST_F(CleanerTest, MovesTheItemThatTheGateSaw) {
         std::filesystem::rename(path, at("judged"));
         std::filesystem::rename(at("other"), path);
     });
-    EXPECT_EQ(report.failures, Lines{path + ": it is not the item that was reviewed"});
+    CleanReport expected;
+    expected.failures = {
+        {path, "it is not the item that was reviewed"}
+    };
+    EXPECT_EQ(report, expected);
     EXPECT_EQ(contentOf(path), "not judged");
 }
 
@@ -205,9 +213,14 @@ TEST_F(CleanerTest, RefusesATrashThatIsNotPrivate) {
         const char* name;
         Spoil spoil;
     };
+    // Somebody else may be in any group but the one that has the user's name.
+    const Spoil shared = [](const std::string& path) {
+        chmod(path.c_str(), chown(path.c_str(), geteuid(), kNobody) == 0 ? 0770 : 0777);
+    };
     const Case cases[] = {
-        {"a link",          asLink  },
-        {"writable by all", writable},
+        {"a link",                asLink  },
+        {"writable by all",       writable},
+        {"writable by its group", shared  },
     };
     const std::string path = write("work/item");
     for (const auto& c : cases) {
@@ -222,27 +235,58 @@ TEST_F(CleanerTest, RefusesATrashThatIsNotPrivate) {
             const std::string name = folder.substr(folder.rfind('/') + 1);
             CleanReport expected;
             expected.failures = {
-                path + ": the Trash folder \"" + name +
-                "\" is a link, belongs to somebody else or may be changed by others"};
+                {path,
+                 "the Trash folder \"" + name +
+                     "\" is a link, belongs to somebody else or may be changed by others"}
+            };
             EXPECT_EQ(clean({path}), expected);
             EXPECT_EQ(describeTree(at(".local/share")), before);
         }
     }
     EXPECT_TRUE(exists(path));
-    EXPECT_EQ(journal_->entries().size(), 0U);
+    EXPECT_EQ(entries().size(), 0U);
 }
 
-TEST_F(CleanerTest, MovesWithoutAJournalToWriteTo) {
+TEST_F(CleanerTest, TellsWhatTheJournalDoesNotKnow) {
+    using Spoil = std::function<void(const std::string& path)>;
+    const struct {
+        const char* name;
+        Spoil spoil;
+        int code;
+    } cases[] = {
+        {"a pipe",         [](const std::string& path) { mkfifo(path.c_str(), 0600); },    EINVAL},
+        {"a folder",       [](const std::string& path) { mkdir(path.c_str(), 0700); },     EISDIR},
+        {"not to be read", [](const std::string& path) { close(creat(path.c_str(), 0)); }, EACCES},
+        {"not to be made",
+         [](const std::string&) { chmod(StoragePaths::support().c_str(), 0500); },
+         EACCES                                                                                  },
+    };
     asOrdinaryUser([&] {
-        const std::string path = write("work/item");
-        chmod(StoragePaths::support().c_str(), 0500);
-        const CleanReport report = clean({path});
-        EXPECT_EQ(report.failures, Lines{});
-        EXPECT_EQ(report.processed, 1);
-        EXPECT_EQ(report.journalIDs.size(), 0U);
-        EXPECT_TRUE(exists(inTrash("item")));
-        EXPECT_EQ(journal_->entries().size(), 0U);
-        chmod(StoragePaths::support().c_str(), 0700);
+        for (const auto& c : cases) {
+            SCOPED_TRACE(c.name);
+            const std::string path = write("work/item");
+            c.spoil(StoragePaths::journal());
+            const std::string reason = Error::fromSystem(c.code).description;
+            CleanReport expected;
+            expected.failures = {
+                {path, "the journal can't be written: " + reason}
+            };
+            EXPECT_EQ(
+                cleaner_.execute(
+                    planFor({path}), DisposalMode::trash, false, {}, Cleaner::Unrecorded::stays),
+                expected);
+            EXPECT_TRUE(exists(path));
+
+            expected = {.movedToTrashBytes = kItemSize, .processed = 1};
+            expected.unrecorded = {
+                {path, "it is in the Trash and the journal lacks it: " + reason}
+            };
+            EXPECT_EQ(clean({path}), expected);
+            EXPECT_TRUE(exists(inTrash("item")));
+            chmod(StoragePaths::support().c_str(), 0700);
+            std::filesystem::remove_all(StoragePaths::journal());
+            std::filesystem::remove_all(at(".local"));
+        }
     });
 }
 

@@ -56,10 +56,17 @@ TEST_F(CleanerVolumesTest, UsesTheTrashAtTheTopOfTheVolume) {
         mkdir((shared + "-elsewhere").c_str(), 01777);
         fs::create_symlink(shared + "-elsewhere", shared);
     };
+    // Its owner may rename what lies in it, sticky or not.
+    const auto ofAnother = [](const std::string& shared) {
+        mkdir(shared.c_str(), 0700);
+        chmod(shared.c_str(), 01777);
+        EXPECT_EQ(chown(shared.c_str(), Testing::kNobody, Testing::kNobody), 0);
+    };
     const Case cases[] = {
         {"no shared folder",             [](const std::string&) {}, ".Trash-" + user_},
         {"shared folder",                folder(01777),             ".Trash/" + user_},
         {"shared folder that is a link", asLink,                    ".Trash-" + user_},
+        {"shared folder of another",     ofAnother,                 ".Trash-" + user_},
     };
     withOwnMounts([&] {
         for (const auto& c : cases) {
@@ -77,11 +84,11 @@ TEST_F(CleanerVolumesTest, UsesTheTrashAtTheTopOfTheVolume) {
             EXPECT_FALSE(exists(at(".local/share/Trash/files/item")));
 
             // Neither the purge nor the emptying leaves the home Trash.
-            journal_->update(entry.id, [](JournalEntry& old) { old.date -= std::chrono::days{9}; });
-            EXPECT_EQ(cleaner_.purgeOwnTrash(1, false), 0);
-            EXPECT_EQ(Cleaner::emptyTrash(), 0);
+            change(entry.id, [](JournalEntry& old) { old.date -= std::chrono::days{9}; });
+            EXPECT_EQ(cleaner_.purgeOwnTrash(1, false), TrashReport{});
+            EXPECT_EQ(Cleaner::emptyTrash(), TrashReport{});
             EXPECT_EQ(this->entry(entry.id).purgedFromTrash, false);
-            EXPECT_EQ(cleaner_.undo(entry), path);
+            EXPECT_EQ(undo(entry), path);
             EXPECT_TRUE(fs::is_empty(at("volume/" + c.trash + "/info")));
             ASSERT_EQ(umount(at("volume").c_str()), 0);
         }
@@ -97,7 +104,7 @@ TEST_F(CleanerVolumesTest, FollowsTheMountAndNotTheDevice) {
             0);
         const JournalEntry entry = trash(at("bound/folder/item"));
         EXPECT_EQ(entry.trashPath, at("bound/.Trash-" + user_ + "/files/item"));
-        EXPECT_EQ(cleaner_.undo(entry), at("bound/folder/item"));
+        EXPECT_EQ(undo(entry), at("bound/folder/item"));
     });
 }
 
@@ -113,7 +120,9 @@ TEST_F(CleanerVolumesTest, MovesNothingThatHoldsAMount) {
                 const std::string item = folder + below;
                 SCOPED_TRACE(item);
                 CleanReport expected;
-                expected.failures = {at(item) + ": a volume is mounted on it or inside it"};
+                expected.failures = {
+                    {at(item), "a volume is mounted on it or inside it"}
+                };
                 EXPECT_EQ(clean({at(item)}), expected);
                 EXPECT_TRUE(exists(file));
             }
@@ -121,7 +130,7 @@ TEST_F(CleanerVolumesTest, MovesNothingThatHoldsAMount) {
         ASSERT_MOUNTED(bind(write("stored"), write("bound/file")));
         EXPECT_EQ(clean({at("bound")}).processed, 0);
         EXPECT_EQ(clean({at("bound/file")}).processed, 0);
-        EXPECT_EQ(journal_->entries().size(), 0U);
+        EXPECT_EQ(entries().size(), 0U);
     });
 }
 
@@ -130,11 +139,14 @@ TEST_F(CleanerVolumesTest, DeletesNothingThatIsMountedInTheTrash) {
         const JournalEntry entry = trash(makeFolder("code/item").append("/"));
         ASSERT_MOUNTED(mountMemory(".local/share/Trash/files/item/point"));
         const std::string file = write(".local/share/Trash/files/item/point/file");
-        EXPECT_FALSE(Cleaner::emptyTrash());
+        const std::vector<ItemProblem> busy = {
+            {inTrash("item"), Error::fromSystem(EBUSY).description}
+        };
+        EXPECT_EQ(Cleaner::emptyTrash().failures, busy);
         EXPECT_TRUE(exists(file));
-        journal_->update(entry.id, [](JournalEntry& old) { old.date -= std::chrono::days{9}; });
-        EXPECT_EQ(cleaner_.purgeOwnTrash(1, false), kItemSize);
-        EXPECT_TRUE(this->entry(entry.id).purgedFromTrash);
+        change(entry.id, [](JournalEntry& old) { old.date -= std::chrono::days{9}; });
+        EXPECT_EQ(cleaner_.purgeOwnTrash(1, false), (TrashReport{.failures = busy}));
+        EXPECT_FALSE(this->entry(entry.id).purgedFromTrash);
         EXPECT_TRUE(exists(file));
     });
 }
@@ -154,6 +166,38 @@ protected:
         fill();
     }
 
+    /// Mounts a file system on "volume": one in memory, or one that this command makes on an image.
+    bool mountSystem(const char* make) {
+        if (make == nullptr) {
+            return mountMemory("volume", "size=1m,nr_inodes=200");
+        }
+        const std::string image = write("image", "");
+        fs::resize_file(image, std::uintmax_t{320} << 20U);
+        const std::string command = std::string{make} + " " + image + " && mount -o loop " + image +
+                                    " " + makeFolder("volume");
+        return std::system(("(" + command + ") > /dev/null 2>&1").c_str()) == 0;
+    }
+
+    /// Takes every block and inode of the volume that can be had.
+    void fillUp() const {
+        const int file = open(at("volume/filler").c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+        for (off_t size = std::uintmax_t{1} << 28U; size >= 1; size /= 2) {
+            struct stat status {};
+            while (fstat(file, &status) == 0 && posix_fallocate(file, status.st_size, size) == 0) {
+            }
+        }
+        close(file);
+        mkdir(at("volume/names").c_str(), 0700);
+        for (int i = 0; i < 300'000; ++i) {
+            const std::string name = at("volume/names/" + std::to_string(i));
+            const int made = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+            if (made < 0) {
+                break;
+            }
+            close(made);
+        }
+    }
+
     static std::string item(int number) {
         return "volume/code/" + std::string(200, 'i') + std::to_string(number);
     }
@@ -164,7 +208,7 @@ protected:
         const auto journal = std::make_shared<Journal>(StoragePaths::journal());
         const CleanReport report = Cleaner{journal}.execute(
             planFor({at(item(0)), at(item(1)), at(item(2))}), DisposalMode::trash, false);
-        const std::vector<JournalEntry> entries = journal->entries();
+        const std::vector<JournalEntry> entries = journal->entries().value();
         const std::string trash = at("volume/.local/share/Trash/");
         int moved = 0;
         for (int i = 0; i < kItems; ++i) {
@@ -193,7 +237,52 @@ protected:
     }
 };
 
-TEST_F(FullDiskTest, LeavesNothingHalfDoneWhateverRoomIsLeft) {
+TEST_F(FullDiskTest, DeletesWithNoRoomLeft) {
+    const std::pair<const char*, const char*> systems[] = {
+        {"tmpfs", nullptr          },
+        {"ext4",  "mkfs.ext4 -q -F"},
+        {"xfs",   "mkfs.xfs -q -f" },
+    };
+    withOwnMounts([&] {
+        int tried = 0;
+        int broken = 0;
+        for (const auto& [system, make] : systems) {
+            for (const bool isPurge : {true, false}) {
+                SCOPED_TRACE(std::string{system} + (isPurge ? ", purge" : ", empty"));
+                if (!mountSystem(make)) {
+                    continue;  // The count tells.
+                }
+                setenv("HOME", at("volume").c_str(), 1);
+                Cleaner cleaner{std::make_shared<Journal>(StoragePaths::journal())};
+                write("volume/old/file", std::string(50'000, 'x'));
+                write("volume/single");
+                ASSERT_EQ(
+                    cleaner
+                        .execute(
+                            planFor({at("volume/old"), at("volume/single")}),
+                            DisposalMode::trash,
+                            false)
+                        .processed,
+                    2);
+                fillUp();
+                const TrashReport report =
+                    isPurge ? cleaner.purgeOwnTrash(0, false) : Cleaner::emptyTrash();
+                EXPECT_EQ(report.removed, 2);
+                EXPECT_EQ(report.failures, std::vector<ItemProblem>{});
+                const bool isGone = fs::is_empty(at("volume/.local/share/Trash/files"));
+                EXPECT_TRUE(isGone);
+                EXPECT_EQ(cleaner.history().value().front().state(), JournalEntry::State::gone);
+                ASSERT_EQ(umount(at("volume").c_str()), 0);
+                ++tried;
+                broken += isGone ? 0 : 1;
+            }
+        }
+        ASSERT_MOUNTED(tried > 0);
+        Testing::told("deletions on a full ext4, xfs or tmpfs", tried, broken);
+    });
+}
+
+TEST_F(FullDiskTest, LeavesNothingHalfDoneWhateverIsFree) {
     constexpr std::uintmax_t kPage = 4'096;
     const auto leavePages = [&](std::uintmax_t pages) {
         struct statvfs status {};

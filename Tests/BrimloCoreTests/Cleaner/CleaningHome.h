@@ -5,8 +5,11 @@
 #include "BrimloCoreTests/Cleaner/Child.h"
 #include "Support/TempHome.h"
 
+#include <algorithm>
+#include <expected>
 #include <filesystem>
 #include <functional>
+#include <iterator>
 #include <memory>
 #include <ostream>
 
@@ -16,10 +19,14 @@ namespace Brimlo {
 
 /// For the messages of failed expectations.
 inline void PrintTo(const CleanReport& report, std::ostream* stream) {
+    const auto lines = [](const std::vector<ItemProblem>& problems) {
+        std::vector<std::string> texts;
+        std::ranges::transform(problems, std::back_inserter(texts), &ItemProblem::text);
+        return testing::PrintToString(texts);
+    };
     *stream << report.processed << " processed, " << report.movedToTrashBytes << " bytes moved, "
-            << report.journalIDs.size() << " entries, failures "
-            << testing::PrintToString(report.failures) << ", refused "
-            << testing::PrintToString(report.refused);
+            << report.journalIDs.size() << " entries, failures " << lines(report.failures)
+            << ", refused " << lines(report.refused) << ", unrecorded " << lines(report.unrecorded);
 }
 
 namespace Testing {
@@ -46,13 +53,30 @@ protected:
     /// Moves one item to the Trash and returns its journal entry.
     JournalEntry trash(const std::string& path) {
         const CleanReport report = clean({path});
-        EXPECT_EQ(report.failures, std::vector<std::string>{});
-        EXPECT_EQ(report.refused, std::vector<std::string>{});
+        EXPECT_FALSE(report.hasProblems()) << testing::PrintToString(report);
         return report.journalIDs.empty() ? JournalEntry{} : entry(report.journalIDs.front());
     }
 
+    /// The journal, newest first.
+    [[nodiscard]] std::vector<JournalEntry> entries() const { return journal_->entries().value(); }
+
+    void change(const Uuid& id, const std::function<void(JournalEntry&)>& body) {
+        EXPECT_TRUE(journal_->update({id}, body));
+    }
+
+    /// Puts an item back as the journal would tell of it: its path, or the reason why not.
+    std::expected<std::string, std::string> undo(const JournalEntry& entry) {
+        change(entry.id, [&](JournalEntry& stored) { stored = entry; });
+        const UndoReport report = cleaner_.undo({entry.id});
+        EXPECT_TRUE(report.unrecorded.empty());
+        EXPECT_EQ(report.restored.size() + report.failures.size(), 1U);
+        return report.failures.empty()
+                   ? std::expected<std::string, std::string>{report.restored.at(0)}
+                   : std::unexpected{report.failures.at(0).reason};
+    }
+
     [[nodiscard]] JournalEntry entry(const Uuid& id) const {
-        for (const JournalEntry& found : journal_->entries()) {
+        for (const JournalEntry& found : entries()) {
             if (found.id == id) {
                 return found;
             }

@@ -74,11 +74,12 @@ TEST_F(MacTrashTest, OverwritesNothing) {
     const std::string path = write("brimlo test file", "trashed");
     const JournalEntry entry = trash(path);
     write("brimlo test file", "new");
-    EXPECT_EQ(cleaner_.undo(entry).error().code, 1);
-    EXPECT_EQ(Platform::TrashItem::putBack(*entry.trashPath, path).error().code, EEXIST);
+    EXPECT_EQ(undo(entry).error(), "Something already exists at " + path);
+    const FileIdentity identity = *FileIdentity::of(*entry.trashPath);
+    EXPECT_EQ(Platform::TrashItem::putBack(*entry.trashPath, identity, path).error().code, EEXIST);
     EXPECT_EQ(Testing::contentOf(path), "new");
     ASSERT_EQ(unlink(path.c_str()), 0);
-    EXPECT_TRUE(cleaner_.undo(entry));
+    EXPECT_EQ(undo(entry), path);
     EXPECT_EQ(Testing::contentOf(path), "trashed");
 }
 

@@ -20,18 +20,18 @@ using Testing::describeTree;
 using Testing::exists;
 using Testing::inChild;
 using Lines = std::vector<std::string>;
+using Problems = std::vector<ItemProblem>;
 
 class TrashUpkeepTest : public Testing::CleaningHome {
 protected:
-    static Error nothingLeft() { return {"Brimlo", 2, "Nothing left to restore from"}; }
-
-    static Error alreadyThere(const std::string& path) {
-        return {"Brimlo", 1, "Something already exists at " + path};
+    /// Why an item did not come back; empty when it did.
+    static std::string reasonOf(const std::expected<std::string, std::string>& undone) {
+        return undone ? "" : undone.error();
     }
 
     /// Makes the journal say of an item that it was trashed so many seconds ago.
     void setAge(const JournalEntry& entry, std::int64_t seconds) {
-        journal_->update(entry.id, [&](JournalEntry& changed) {
+        change(entry.id, [&](JournalEntry& changed) {
             changed.date -= std::chrono::seconds{seconds};
         });
     }
@@ -75,7 +75,7 @@ TEST_F(TrashUpkeepTest, UndoRestoresATreeExactly) {
 
     const JournalEntry entry = trash(tree);
     fs::remove_all(at("work"));
-    EXPECT_EQ(cleaner_.undo(entry), tree);
+    EXPECT_EQ(undo(entry), tree);
     EXPECT_EQ(statusOf(at("work/tree/shut")).st_mode, static_cast<mode_t>(S_IFDIR));
     chmod(at("work/tree/shut").c_str(), 0755);
     EXPECT_EQ(describeTree(tree), before);
@@ -97,42 +97,64 @@ TEST_F(TrashUpkeepTest, UndoRestoresOnlyTheItemAndOverwritesNothing) {
     const auto otherDevice = [](JournalEntry& entry) {
         entry.trashID = "77:" + entry.trashID->substr(entry.trashID->find(':') + 1);
     };
+    const Change none = [](JournalEntry&) {};
+    const Change emptied = [&](JournalEntry&) { fs::remove(inTrash("item")); };
+    const Change otherInode = [](JournalEntry& entry) { entry.trashID = "1:1"; };
+    const Change noIdentity = [](JournalEntry& entry) { entry.trashID = {}; };
+    const Change othersNote = [&](JournalEntry&) { rewriteNote(""); };
+    const Change noNote = [&](JournalEntry&) { fs::remove(noteOf("item")); };
+    const Change reused = [&](JournalEntry&) {
+        rewriteNote("X-Brimlo-Entry=" + Uuid{}.text() + "\n");
+    };
+    const Change noTrash = [&](JournalEntry& entry) {
+        entry.trashPath = write(".ssh/files/item", "the item");
+        entry.trashID = {};
+        write(
+            ".ssh/info/item.trashinfo",
+            "[Trash Info]\nPath=/x\nX-Brimlo-Entry=" + entry.id.text() + "\n");
+    };
+    const Change cutPath = [&](JournalEntry& entry) {
+        entry.originalPath = at("work") + std::string{"/x\0y", 4};
+    };
+    const Change newFile = [&](JournalEntry&) { write("work/item", "new"); };
+    const Change newLink = [&](JournalEntry&) { link("work/item", "none"); };
+    const Change linkedTrash = [&](JournalEntry&) {
+        fs::rename(at(".local/share/Trash/files"), at("elsewhere"));
+        link(".local/share/Trash/files", at("elsewhere"));
+    };
+    const Change fileAbove = [&](JournalEntry&) {
+        fs::remove_all(at("work"));
+        write("work");
+    };
+    const std::string gone = "Nothing left to restore from";
+    const std::string taken = "Something already exists at " + path;
+    const std::string unsafe =
+        "the Trash folder \"files\" is a link, belongs to somebody else or may be changed by "
+        "others";
     struct Case {
         const char* name;
         Change change;
-        std::expected<std::string, Error> result;
+        std::string reason;  ///< Empty when it comes back.
     };
-    const std::unexpected gone{nothingLeft()};
-    const std::unexpected taken{alreadyThere(path)};
     const Case cases[] = {
-        {"untouched",                     [](JournalEntry&) {},                                path                                       },
-        {"emptied",                       [&](JournalEntry&) { fs::remove(inTrash("item")); }, gone                                       },
-        {"other inode",                   [](JournalEntry& entry) { entry.trashID = "1:1"; },  gone                                       },
-        {"reused inode",
-         [&](JournalEntry&) { rewriteNote("X-Brimlo-Entry=" + Uuid{}.text() + "\n"); },
-         gone                                                                                                                             },
-        {"device renumbered",             otherDevice,                                         path                                       },
-        {"device renumbered and no note",
-         [&](JournalEntry& entry) { otherDevice(entry), fs::remove(noteOf("item")); },
-         gone                                                                                                                             },
-        {"note of another program",       [&](JournalEntry&) { rewriteNote(""); },             path                                       },
-        {"no identity",                   [](JournalEntry& entry) { entry.trashID = {}; },     path                                       },
-        {"file in its place",             [&](JournalEntry&) { write("work/item", "new"); },   taken                                      },
-        {"dangling link in its place",    [&](JournalEntry&) { link("work/item", "none"); },   taken                                      },
-        {"Trash behind a link",
-         [&](JournalEntry&) {
-             fs::rename(at(".local/share/Trash/files"), at("elsewhere"));
-             link(".local/share/Trash/files", at("elsewhere"));
-         },                                                                                    std::unexpected{Error::fromSystem(ENOTDIR)}},
-        {"a file where its folder was",
-         [&](JournalEntry&) {
-             fs::remove_all(at("work"));
-             write("work");
-         },                                                                                    std::unexpected{Error::fromSystem(ENOTDIR)}},
+        {"untouched",                   none,        ""                                        },
+        {"emptied",                     emptied,     gone                                      },
+        {"other inode",                 otherInode,  gone                                      },
+        {"reused inode",                reused,      gone                                      },
+        {"device renumbered",           otherDevice, ""                                        },
+        {"note of another program",     othersNote,  gone                                      },
+        {"no note",                     noNote,      gone                                      },
+        {"no identity",                 noIdentity,  ""                                        },
+        {"out of no Trash",             noTrash,     gone                                      },
+        {"a path cut at a NUL",         cutPath,     "The journal names no place to restore to"},
+        {"file in its place",           newFile,     taken                                     },
+        {"dangling link in its place",  newLink,     taken                                     },
+        {"Trash behind a link",         linkedTrash, unsafe                                    },
+        {"a file where its folder was", fileAbove,   Error::fromSystem(ENOTDIR).description    },
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
-        for (const char* folder : {"work", ".local", "elsewhere"}) {
+        for (const char* folder : {"work", ".local", ".ssh", "elsewhere"}) {
             fs::remove_all(at(folder));
         }
         const JournalEntry entry = trash(write("work/item", "the item"));
@@ -140,10 +162,11 @@ TEST_F(TrashUpkeepTest, UndoRestoresOnlyTheItemAndOverwritesNothing) {
         c.change(seen);
         const auto content = [&] { return fs::is_regular_file(path) ? contentOf(path) : ""; };
         const std::string before = content();
-        EXPECT_EQ(cleaner_.undo(seen), c.result);
-        EXPECT_EQ(this->entry(entry.id).undone, c.result.has_value());
-        EXPECT_EQ(content(), c.result ? "the item" : before);
-        EXPECT_EQ(exists(inTrash("item")), !c.result && std::string_view{c.name} != "emptied");
+        const bool comesBack = c.reason.empty();
+        EXPECT_EQ(reasonOf(undo(seen)), c.reason);
+        EXPECT_EQ(this->entry(entry.id).undone, comesBack);
+        EXPECT_EQ(content(), comesBack ? "the item" : before);
+        EXPECT_EQ(exists(inTrash("item")), !comesBack && std::string_view{c.name} != "emptied");
     }
 }
 
@@ -173,23 +196,32 @@ TEST_F(TrashUpkeepTest, PurgeTakesOnlyOwnOldItems) {
     const auto dotted = [&](JournalEntry& entry) {
         entry.trashPath = at(".local/share/Trash/files/../files/item");
     };
+    // ext4 gives the inode of a file that is gone to the next one.
+    const auto annexed = [&](JournalEntry&) {
+        write(".local/share/Trash/info/item.trashinfo", "[Trash Info]\nPath=/theirs\n");
+    };
+    const auto undone = [](JournalEntry& entry) { entry.undone = true; };
+    const auto unidentified = [](JournalEntry& entry) { entry.trashID = {}; };
+    const auto noteless = [&](JournalEntry&) { fs::remove(noteOf("item")); };
     struct Case {
         const char* name;
         Change change;
         std::int64_t bytes;
         bool isMarked;
         bool isDeleted;  ///< What lies at the entry's path in the Trash.
-        bool isMarkedInDryRun = false;
+        bool isMarkedInDryRun;
     };
     const Case cases[] = {
-        {"old",                    aged(10 * kDay + 5),                                   kItemSize,        true,                                                         true                                                               },
-        {"younger than the limit", aged(10 * kDay - 60),                                  0,                false,                                                        false                                                              },
-        {"undone",                 old([](JournalEntry& entry) { entry.undone = true; }), 0,                false,                                                        false                                                              },
-        {"vanished",               old(removed),                                          0,                true,                                                         true,                                                                true},
-        {"without identity",                        old([](JournalEntry& entry) { entry.trashID = {}; }),                                                            0, false, false                                                              },
-        {"another object",                        old(replaced),                                                              0,                                          true,                                        false,true},
-        {"in another Trash",                    old(elsewhere),                                                                         0,                                                                        false,                                                                                                   false                                                                                             },
-        {"by way of dots",                   old(dotted),                                                                        0,                                                                         false,      false},
+        {"old",                    aged(10 * kDay + 5),  kItemSize, true,  true,  false},
+        {"younger than the limit", aged(10 * kDay - 60), 0,         false, false, false},
+        {"undone",                 old(undone),          0,         false, false, false},
+        {"vanished",               old(removed),         0,         true,  true,  true },
+        {"without identity",       old(unidentified),    0,         false, false, false},
+        {"another object",         old(replaced),        0,         true,  false, true },
+        {"in what is no Trash",    old(elsewhere),       0,         true,  false, true },
+        {"by way of dots",         old(dotted),          0,         true,  false, true },
+        {"without a note",         old(noteless),        0,         true,  false, true },
+        {"with another's note",    old(annexed),         0,         true,  false, true },
     };
     for (const auto& c : cases) {
         for (const bool dryRun : {true, false}) {
@@ -201,8 +233,8 @@ TEST_F(TrashUpkeepTest, PurgeTakesOnlyOwnOldItems) {
             JournalEntry changed = trash(write("work/item"));
             const std::string place = *changed.trashPath;
             c.change(changed);
-            journal_->update(changed.id, [&](JournalEntry& entry) { entry = changed; });
-            EXPECT_EQ(cleaner_.purgeOwnTrash(10, dryRun), c.bytes);
+            change(changed.id, [&](JournalEntry& entry) { entry = changed; });
+            EXPECT_EQ(cleaner_.purgeOwnTrash(10, dryRun).bytes, c.bytes);
             EXPECT_EQ(entry(changed.id).purgedFromTrash, dryRun ? c.isMarkedInDryRun : c.isMarked);
             const bool wasThere = std::string_view{c.name} != "vanished";
             EXPECT_EQ(
@@ -224,7 +256,7 @@ TEST_F(TrashUpkeepTest, PurgeDeletesWhatForbidsItsChange) {
         for (const char* folder : {"tree/a/b", "tree/a", "tree/shut", "tree"}) {
             chmod(inTrash(folder).c_str(), std::string_view{folder} == "tree/shut" ? 0 : 0555);
         }
-        EXPECT_EQ(cleaner_.purgeOwnTrash(0, false), kItemSize);
+        EXPECT_EQ(cleaner_.purgeOwnTrash(0, false).bytes, kItemSize);
         EXPECT_TRUE(fs::is_empty(at(".local/share/Trash/files")));
         EXPECT_TRUE(fs::is_empty(at(".local/share/Trash/info")));
         EXPECT_TRUE(fs::is_empty(at(".local/share/Trash/expunged")));
@@ -239,10 +271,10 @@ TEST_F(TrashUpkeepTest, DeletesDeepTreesWithFewDescriptors) {
         setAge(trash(at("deep")), 10);
         const rlimit limit{.rlim_cur = 64, .rlim_max = 64};
         ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &limit), 0);
-        EXPECT_EQ(cleaner_.purgeOwnTrash(0, false), kItemSize);
+        EXPECT_EQ(cleaner_.purgeOwnTrash(0, false).bytes, kItemSize);
         EXPECT_TRUE(fs::is_empty(at(".local/share/Trash/files")));
         makeDeepTree(inTrash("deep"), kDepth / 10);
-        EXPECT_TRUE(Cleaner::emptyTrash());
+        EXPECT_EQ(Cleaner::emptyTrash().failures, Problems{});
         EXPECT_TRUE(fs::is_empty(at(".local/share/Trash/files")));
     });
 }
@@ -277,18 +309,18 @@ TEST_F(TrashUpkeepTest, ClearsUpAfterAKilledProcess) {
         {note("foreign",              "",       2),     true },
         {note("there",                own,      2),     true },
     };
-    EXPECT_EQ(cleaner_.purgeOwnTrash(1, true), 0);
+    EXPECT_EQ(cleaner_.purgeOwnTrash(1, true).bytes, 0);
     for (const auto& [path, stays] : cases) {
         EXPECT_TRUE(exists(path)) << path << " is gone after a dry run";
     }
-    EXPECT_EQ(cleaner_.purgeOwnTrash(1, false), 0);
+    EXPECT_EQ(cleaner_.purgeOwnTrash(1, false).bytes, 0);
     for (const auto& [path, stays] : cases) {
         EXPECT_EQ(exists(path), stays) << path;
     }
 }
 
 TEST_F(TrashUpkeepTest, EmptiesTheTrashOfAll) {
-    EXPECT_EQ(Cleaner::emptyTrash(), 0);
+    EXPECT_EQ(Cleaner::emptyTrash(), TrashReport{});
     EXPECT_FALSE(exists(at(".local")));
 
     const JournalEntry own = trash(write("work/own", std::string(10'000, 'x')));
@@ -300,14 +332,48 @@ TEST_F(TrashUpkeepTest, EmptiesTheTrashOfAll) {
     mkfifo(inTrash("pipe").c_str(), 0600);
     const std::int64_t size = Cleaner::trashSize();
     EXPECT_GE(size, 20'000);
-    EXPECT_EQ(Cleaner::emptyTrash(), size);
+    EXPECT_EQ(Cleaner::emptyTrash(), (TrashReport{.bytes = size, .removed = 5}));
     EXPECT_TRUE(fs::is_empty(at(".local/share/Trash/files")));
     EXPECT_FALSE(exists(noteOf("own")));
     EXPECT_TRUE(exists(noteOf("orphan")));
     EXPECT_TRUE(exists(at("kept/file")));
-    // The journal learns of it with the next purge.
+    // The journal learns of it with the next purge; the history looks.
     EXPECT_EQ(entry(own.id), own);
-    EXPECT_EQ(cleaner_.undo(own), std::unexpected{nothingLeft()});
+    EXPECT_EQ(cleaner_.history().value().back().state(), JournalEntry::State::gone);
+    EXPECT_EQ(undo(own).error(), "Nothing left to restore from");
+}
+
+TEST_F(TrashUpkeepTest, UndoesTheNewestAndTellsOfEachThatStayed) {
+    const JournalEntry taken = trash(write("taken"));
+    const JournalEntry twice = trash(write("twice", "first"));
+    const JournalEntry again = trash(write("twice", "second"));
+    write("taken", "new");
+    const UndoReport report = cleaner_.undo({taken.id, twice.id, again.id, Uuid::random()});
+    UndoReport expected;
+    expected.restored = {at("twice")};
+    expected.failures = {
+        {at("twice"), "Something already exists at " + at("twice")},
+        {at("taken"), "Something already exists at " + at("taken")}
+    };
+    EXPECT_EQ(report, expected);
+    EXPECT_EQ(contentOf(at("twice")), "second");
+    EXPECT_EQ(
+        report.sentence(),
+        "Restored 1 item(s). 2 could not be restored: Something already exists at " + at("twice") +
+            ".");
+}
+
+TEST_F(TrashUpkeepTest, TellsWhenTheJournalCannotBeRead) {
+    const JournalEntry entry = trash(write("item"));
+    fs::remove(StoragePaths::journal());
+    ASSERT_EQ(mkfifo(StoragePaths::journal().c_str(), 0600), 0);
+    const Problems unreadable = {
+        {StoragePaths::journal(), Error::fromSystem(EINVAL).description}
+    };
+    EXPECT_FALSE(cleaner_.history());
+    EXPECT_EQ(cleaner_.undo({entry.id}).failures, unreadable);
+    EXPECT_EQ(cleaner_.purgeOwnTrash(0, false).failures, unreadable);
+    EXPECT_TRUE(exists(inTrash("item")));
 }
 
 TEST_F(TrashUpkeepTest, EmptiesNoFolderThatTheTrashLinksTo) {
@@ -317,7 +383,7 @@ TEST_F(TrashUpkeepTest, EmptiesNoFolderThatTheTrashLinksTo) {
         write("Documents/files/letter");
         write("Documents/letter");
         link(".local/share/" + folder, at("Documents"));
-        EXPECT_FALSE(Cleaner::emptyTrash());
+        EXPECT_EQ(Cleaner::emptyTrash().removed, 0);
         EXPECT_TRUE(exists(at("Documents/letter")));
         EXPECT_TRUE(exists(at("Documents/files/letter")));
     }

@@ -188,15 +188,16 @@ TEST_F(DockerClientTest, TakesPartInACleanButNotInTheTrash) {
 
     CleanReport report = cleaner.execute(plan, DisposalMode::trash, false, note);
     EXPECT_EQ(calls(), "volume rm a\nvolume rm gone\n");
-    std::vector<JournalEntry> entries = journal->entries();
+    std::vector<JournalEntry> entries = journal->entries().value();
     ASSERT_EQ(entries.size(), 2U);
     std::ranges::sort(entries, {}, &JournalEntry::size);
     const std::vector<Uuid> ids{entries[0].id, entries[1].id};
-    EXPECT_EQ(report, (CleanReport{7, 5, {paths[1] + ": No such volume"}, {}, {}, ids, 2}));
+    EXPECT_EQ(report, (CleanReport{7, 5, {{paths[1], "No such volume"}}, {}, {}, {}, ids, 2}));
     const JournalEntry& gone = entries[0];
     EXPECT_EQ(gone.ruleID, "rule");
     EXPECT_EQ(gone.batchID, entries[1].batchID);
-    EXPECT_FALSE(gone.trashPath || gone.trashID || gone.isRestorable() || cleaner.undo(gone));
+    EXPECT_FALSE(gone.trashPath || gone.trashID || gone.isRestorable());
+    EXPECT_EQ(cleaner.undo({gone.id}).restored, std::vector<std::string>{});
 }
 
 }  // namespace

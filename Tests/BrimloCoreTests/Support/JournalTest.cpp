@@ -54,9 +54,11 @@ JournalEntry entryAt(const std::string& date, std::string path) {
 
 class JournalTest : public Testing::TempHome {
 protected:
+    std::vector<JournalEntry> entries() { return journal_.entries().value(); }
+
     Texts paths() {
         Texts result;
-        for (const JournalEntry& entry : journal_.entries()) {
+        for (const JournalEntry& entry : entries()) {
             result.push_back(entry.originalPath);
         }
         return result;
@@ -88,24 +90,25 @@ TEST_F(JournalTest, WritesTheFieldsInOrderAndLeavesAbsentOnesOut) {
     };
     for (const auto& [before, after] : cases) {
         write("journal.json", "[" + entryText(before) + "]");
-        journal_.update(Uuid{}, [](JournalEntry&) { FAIL() << "no entry has this id"; });
+        EXPECT_TRUE(journal_.update({Uuid{}}, [](JournalEntry&) { FAIL() << "another id"; }));
         EXPECT_EQ(contentOf(path_), "[" + entryText(after) + "]");
     }
     EXPECT_FALSE(exists(corrupt_));
 }
 
-TEST_F(JournalTest, GivesTheNewestFirstAndKeepsFileOrder) {
+TEST_F(JournalTest, GivesTheLastWrittenFirst) {
     int number = 0;
     for (const std::string& date :
          Testing::words("2026-03-01T09:30:00Z 2026-03-01T09:30:01Z 2026-03-01T09:30:00Z "
                         "2025-01-01T00:00:00Z 2026-03-01T09:30:01Z")) {
-        journal_.append(entryAt(date, std::to_string(number++)));
+        EXPECT_TRUE(journal_.append(entryAt(date, std::to_string(number++))));
     }
-    const Texts expected{"1", "4", "0", "2", "3"};
+    const Texts expected{"4", "3", "2", "1", "0"};
     EXPECT_EQ(paths(), expected);
-    journal_.update(journal_.entries().back().id, [](JournalEntry& entry) { entry.undone = true; });
+    EXPECT_TRUE(
+        journal_.update({entries().back().id}, [](JournalEntry& entry) { entry.undone = true; }));
     EXPECT_EQ(paths(), expected);
-    EXPECT_TRUE(journal_.entries().back().undone);
+    EXPECT_TRUE(entries().back().undone);
     const std::string text = contentOf(path_);
     EXPECT_LT(text.find("\"originalPath\":\"3\""), text.find("\"originalPath\":\"4\""));
 }
@@ -125,12 +128,12 @@ TEST_F(JournalTest, KeepsADamagedElementAsideAndReadsTheRest) {
         const std::string text =
             "[" + entryText() + " ,\n" + element + "," + entryText(R"(originalPath="/b")") + "]\n";
         write("journal.json", text);
-        EXPECT_EQ(paths(), (Texts{"/a", "/b"}));
+        EXPECT_EQ(paths(), (Texts{"/b", "/a"}));
         EXPECT_EQ(contentOf(path_), text);
-        journal_.append(entry_);
+        EXPECT_TRUE(journal_.append(entry_));
         EXPECT_EQ(contentOf(corrupt_), text);
         ASSERT_TRUE(std::filesystem::remove(corrupt_));
-        EXPECT_EQ(paths(), (Texts{"/a", "/b", "/new"}));
+        EXPECT_EQ(paths(), (Texts{"/new", "/b", "/a"}));
         EXPECT_FALSE(exists(corrupt_));
     }
 }
@@ -154,9 +157,9 @@ TEST_F(JournalTest, KeepsADamagedDocumentAside) {
             EXPECT_EQ(contentOf(corrupt_), text);
             ASSERT_TRUE(std::filesystem::remove(corrupt_));
         }
-        journal_.append(entry_);
+        EXPECT_TRUE(journal_.append(entry_));
         EXPECT_EQ(contentOf(corrupt_), text);
-        EXPECT_EQ(journal_.entries(), std::vector{entry_});
+        EXPECT_EQ(entries(), std::vector{entry_});
     }
 }
 
@@ -173,8 +176,8 @@ TEST_F(JournalTest, AnyBytesInATextLeaveTheFileReadable) {
     for (const auto& [text, kept] : cases) {
         entry_.originalPath = text;
         entry_.trashPath = entry_.ruleID = entry_.trashID = text;
-        journal_.append(entry_);
-        expected.push_back(kept);
+        EXPECT_TRUE(journal_.append(entry_));
+        expected.insert(expected.begin(), kept);
         EXPECT_EQ(paths(), expected);
     }
     EXPECT_FALSE(exists(corrupt_));
@@ -184,7 +187,7 @@ TEST_F(JournalTest, IsReadableByItsOwnerAlone) {
     write("journal.json", "[1]");
     chmod(path_.c_str(), 0644);
     umask(0);
-    journal_.append(entry_);
+    EXPECT_TRUE(journal_.append(entry_));
     for (const std::string& path : {path_, path_ + ".lock", corrupt_}) {
         struct stat status {};
         EXPECT_EQ(lstat(path.c_str(), &status), 0);
@@ -193,7 +196,7 @@ TEST_F(JournalTest, IsReadableByItsOwnerAlone) {
 }
 
 TEST_F(JournalTest, APreparedEntryCountsOnlyOncePublished) {
-    journal_.append(entryAt("2026-03-01T09:30:00Z", "/old"));
+    EXPECT_TRUE(journal_.append(entryAt("2026-03-01T09:30:00Z", "/old")));
     const auto before = Testing::describeTree(home());
     const int other = open((path_ + ".lock").c_str(), O_RDWR | O_CLOEXEC);
     {
@@ -206,12 +209,12 @@ TEST_F(JournalTest, APreparedEntryCountsOnlyOncePublished) {
     EXPECT_EQ(Testing::describeTree(home()).size(), before.size());
     EXPECT_EQ(paths(), Texts{"/old"});
 
-    journal_.prepare(entry_).value().publish(entry_);
+    EXPECT_TRUE(journal_.prepare(entry_).value().publish(entry_));
     JournalEntry changed = entry_;
     changed.originalPath = "/changed";
-    journal_.prepare(entry_).value().publish(changed);
-    EXPECT_EQ(paths(), (Texts{"/old", "/new", "/changed"}));
-    EXPECT_EQ(journal_.entries().back(), changed);
+    EXPECT_TRUE(journal_.prepare(entry_).value().publish(changed));
+    EXPECT_EQ(paths(), (Texts{"/changed", "/new", "/old"}));
+    EXPECT_EQ(entries().front(), changed);
     EXPECT_EQ(Testing::describeTree(home()).size(), before.size());
 }
 
@@ -227,24 +230,25 @@ TEST_F(JournalTest, RemovesWhatAKilledWriterLeft) {
     for (const auto& [file, stays] : cases) {
         std::ofstream{folder + "/" + file} << "[";
     }
-    journal_.append(JournalEntry::make({.originalPath = "/x"}));
+    EXPECT_TRUE(journal_.append(JournalEntry::make({.originalPath = "/x"})));
     for (const auto& [file, stays] : cases) {
         EXPECT_EQ(Testing::exists(folder + "/" + file), stays) << file;
     }
 }
 
 TEST_F(JournalTest, LeavesAloneWhatItCannotReadOrWrite) {
-    const auto expectUntouched = [&](const std::string& path) {
+    const auto expectUntouched = [&](const std::string& path, bool isEmpty = false) {
         Journal journal{path};
-        EXPECT_EQ(journal.entries(), std::vector<JournalEntry>{});
+        EXPECT_EQ(journal.entries().has_value(), isEmpty);
         const auto before = Testing::describeTree(home());
-        journal.append(entry_);
-        journal.update(entry_.id, [](JournalEntry&) {});
+        EXPECT_FALSE(journal.append(entry_));
+        EXPECT_FALSE(journal.update({entry_.id}, [](JournalEntry&) {}));
         EXPECT_FALSE(journal.prepare(entry_));
+        EXPECT_FALSE(journal.checkWritable());
         EXPECT_EQ(Testing::describeTree(home()), before);
         EXPECT_FALSE(exists(path + ".corrupt"));
     };
-    expectUntouched(at("missing/journal.json"));
+    expectUntouched(at("missing/journal.json"), true);
     expectUntouched(write("file") + "/journal.json");
     expectUntouched(makeFolder("folder"));
     ASSERT_EQ(mkfifo(at("pipe").c_str(), 0600), 0);
@@ -260,7 +264,7 @@ TEST_F(JournalTest, LeavesAloneWhatItCannotReadOrWrite) {
     link("journal.json.corrupt", "file");
     std::filesystem::remove(path_ + ".lock");
     link("journal.json.lock", "made");
-    journal_.append(entry_);
+    EXPECT_TRUE(journal_.append(entry_));
     EXPECT_EQ(paths(), Texts{"/new"});
     EXPECT_EQ(contentOf(at("file")), "content");
     EXPECT_EQ(contentOf(corrupt_), "not json");

@@ -14,6 +14,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <ctime>
+#include <random>
 #include <string_view>
 #include <utility>
 
@@ -120,9 +121,15 @@ std::expected<void, Error> TrashMove::State::makePlace(const Request& request) {
     const std::size_t skipped =
         trash.base.empty() ? 0 : trash.base.size() + (trash.base == "/" ? 0 : 1);
     const TrashInfo info{.path = request.path.substr(skipped), .entryID = request.entryID};
-    constexpr int kMostNames = 10'000;
+    // Beyond the first few a number is drawn: looking for the next free one would take the longer
+    // the more items of this name there are.
+    constexpr int kNumberedInOrder = 16;
+    constexpr int kMostNames = 64;
+    std::random_device random;
+    std::uniform_int_distribution<int> anyNumber{kNumberedInOrder + 1, 999'999'999};
     for (int attempt = 1; attempt <= kMostNames; ++attempt) {
-        const std::string candidate = nameInTrash(name, attempt);
+        const std::string candidate =
+            nameInTrash(name, attempt <= kNumberedInOrder ? attempt : anyNumber(random));
         auto written = writeNoteAs(candidate, info);
         if (written) {
             destination = trash.path + "/files/" + trashName;
@@ -132,7 +139,7 @@ std::expected<void, Error> TrashMove::State::makePlace(const Request& request) {
             return written;
         }
     }
-    return refuse(EEXIST, "the Trash holds too many items of this name");
+    return refuse(EEXIST, "no free name was found for it in the Trash");
 }
 
 std::expected<void, Error> TrashMove::State::writeNoteAs(

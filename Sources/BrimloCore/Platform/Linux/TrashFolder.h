@@ -24,6 +24,15 @@ struct TrashFolder {
     [[nodiscard]] static std::expected<TrashFolder, Error> forItemsIn(
         int folder, std::string_view folderPath);
 
+    /// The home Trash, not made when it is missing: ENOENT then.
+    [[nodiscard]] static std::expected<TrashFolder, Error> home();
+
+    /// The Trash in whose "files" the item at `itemPath` lies or lay; nothing is made.
+    ///
+    /// Fails with ENOENT when that is no Trash of this user's, or is gone from a volume that is
+    /// there, and with ENXIO when the volume may not be there.
+    [[nodiscard]] static std::expected<TrashFolder, Error> holding(const std::string& itemPath);
+
     /// Whether an open folder is the Trash, its "files" or its "info".
     [[nodiscard]] bool holds(int folder) const;
 };

@@ -49,8 +49,8 @@ public:
         : parent_(parent)
         , mount_(mountID(parent)) {}
 
-    std::expected<void, Error> run(const std::string& name) {
-        auto result = enter(parent_, name);
+    std::expected<void, Error> run(const std::string& name, const FileIdentity& identity) {
+        auto result = enter(parent_, name, &identity);
         while (result && !levels_.empty()) {
             std::vector<std::string>& folders = levels_.back().folders;
             if (folders.empty()) {
@@ -58,18 +58,24 @@ public:
             } else {
                 const std::string next = std::move(folders.back());
                 folders.pop_back();
-                result = enter(folder_.number(), next);
+                result = enter(folder_.number(), next, nullptr);
             }
         }
         return result;
     }
 
 private:
-    /// Opens a folder and deletes all in it but its folders, which it notes.
-    std::expected<void, Error> enter(int parent, const std::string& name) {
+    /// Opens a folder and deletes all in it but its folders, which it notes. `expected` is null for
+    /// whatever folder has the name.
+    std::expected<void, Error> enter(
+        int parent, const std::string& name, const FileIdentity* expected) {
         Descriptor folder = openForRemoval(parent, name);
         struct stat status {};
         if (!folder || fstat(folder.number(), &status) != 0) {
+            return failure();
+        }
+        if (expected != nullptr && identityOf(status) != *expected) {
+            errno = ESTALE;
             return failure();
         }
         if (mountID(folder.number()) != mount_) {
@@ -127,13 +133,18 @@ private:
 
 }  // namespace
 
-std::expected<void, Error> removeTree(int parent, const std::string& name) {
+std::expected<void, Error> removeTree(
+    int parent, const std::string& name, const FileIdentity& identity) {
     struct stat status {};
     if (fstatat(parent, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) {
         return failure();
     }
     if (S_ISDIR(status.st_mode)) {
-        return Removal{parent}.run(name);
+        return Removal{parent}.run(name, identity);
+    }
+    if (identityOf(status) != identity) {
+        errno = ESTALE;
+        return failure();
     }
     if (unlinkat(parent, name.c_str(), 0) != 0) {
         return failure();

@@ -3,10 +3,13 @@
 #include "BrimloCore/Platform/Posix/FolderAccess.h"
 #include "BrimloCore/Platform/Posix/IdentityOf.h"
 #include "BrimloCore/Platform/Posix/RemoveTree.h"
+#include "BrimloCore/Platform/Trash.h"
 #include "BrimloCore/Platform/macOS/Cocoa.h"
 #include "BrimloCore/Platform/macOS/MacFolder.h"
 
 #include <cerrno>
+#include <filesystem>
+#include <string>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -29,6 +32,16 @@ struct Place {
         : folder{openMacFolder(std::string_view{path}.substr(0, path.rfind('/')))}
         , name{path.substr(path.rfind('/') + 1)} {}
 };
+
+/// Whether a path leads directly into the home Trash or into this user's on another volume.
+bool isInATrash(const std::string& path) {
+    const std::filesystem::path item{path};
+    const std::string folder = item.parent_path();
+    const std::string ofVolume = "/.Trashes/" + std::to_string(getuid());
+    return item.is_absolute() && item.lexically_normal() == item && item.has_filename() &&
+           (folder == homeTrash() ||
+            (folder.starts_with("/Volumes/") && folder.ends_with(ofVolume)));
+}
 
 /// Moves an item to where nothing is. A folder's own permissions can forbid that to all but root.
 bool moveWithout(int from, const std::string& name, int to, const std::string& newName) {
@@ -60,11 +73,24 @@ std::expected<void, Error> moveByFoundation(
 
 }  // namespace
 
-std::optional<std::string> entryID(const std::string& /*trashPath*/) {
-    return std::nullopt;
+std::expected<FileIdentity, Error> find(
+    const std::string& trashPath,
+    const std::string& /*entryID*/,
+    const std::optional<std::string>& recorded) {
+    if (trashPath.contains('\0') || !isInATrash(trashPath)) {
+        return failure(ENOENT);
+    }
+    struct stat status {};
+    if (lstat(trashPath.c_str(), &status) != 0) {
+        return failure();
+    }
+    const FileIdentity identity = identityOf(status);
+    return !recorded || *recorded == identity.text() ? std::expected<FileIdentity, Error>{identity}
+                                                     : failure(ENOENT);
 }
 
-std::expected<void, Error> putBack(const std::string& trashPath, const std::string& path) {
+std::expected<void, Error> putBack(
+    const std::string& trashPath, const FileIdentity& identity, const std::string& path) {
     const Place trash{trashPath};
     // The user's own way to the folder may well lead over a link.
     Place target{"/"};
@@ -79,6 +105,13 @@ std::expected<void, Error> putBack(const std::string& trashPath, const std::stri
     }
     const int from = trash.folder->number();
     const int to = target.folder->number();
+    struct stat status {};
+    if (fstatat(from, trash.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) {
+        return failure();
+    }
+    if (identityOf(status) != identity) {
+        return failure(ESTALE);
+    }
     if (renameatx_np(from, trash.name.c_str(), to, target.name.c_str(), RENAME_EXCL) != 0) {
         if (errno != ENOTSUP && errno != EINVAL) {
             return failure();
@@ -100,14 +133,10 @@ std::expected<void, Error> remove(const std::string& trashPath, const FileIdenti
     const int folder = trash.folder->number();
     // Under a name that nobody else uses, what was looked at is what is deleted.
     const std::string aside = ".brimlo-" + std::to_string(getpid()) + "-" + identity.text();
-    if (!moveWithout(folder, trash.name, folder, aside)) {
-        return failure();
-    }
-    struct stat status {};
-    const bool isMeant = fstatat(folder, aside.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
-                         identityOf(status) == identity;
-    auto removed = isMeant ? removeTree(folder, aside) : failure(ESTALE);
-    if (!removed) {
+    // The longer name can take room that a full disk does not have.
+    const bool isAside = moveWithout(folder, trash.name, folder, aside);
+    auto removed = removeTree(folder, isAside ? aside : trash.name, identity);
+    if (!removed && isAside) {
         moveWithout(folder, aside, folder, trash.name);
     }
     return removed;
