@@ -7,6 +7,7 @@
 #include "BrimloApp/Updater.h"
 #include "BrimloApp/WindowCloser.h"
 #include "BrimloApp/WindowSize.h"
+#include "BrimloCore/Platform/ProcessStart.h"
 
 #include <QtCore/QThreadPool>
 #include <QtGui/QGuiApplication>
@@ -65,6 +66,7 @@ int run() {
 int main(int argc, char** argv) {
     using namespace std::chrono_literals;
 
+    Platform::prepareProcess();
     // For developers: "--snapshot FOLDER" saves pictures of all screens there.
     const std::span arguments{argv, static_cast<std::size_t>(argc)};
     const bool isSnapshot = argc == 3 && std::string_view{arguments[1]} == "--snapshot";

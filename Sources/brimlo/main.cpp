@@ -1,3 +1,4 @@
+#include "BrimloCore/Platform/ProcessStart.h"
 #include "brimlo/Commands.h"
 #include "brimlo/Interrupt.h"
 
@@ -7,6 +8,7 @@
 
 int main(int argc, char** argv) {
     using namespace Brimlo;
+    Platform::prepareProcess();
     Interrupt::install();
 
     CLI::App app;

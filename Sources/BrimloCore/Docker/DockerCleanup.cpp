@@ -129,7 +129,8 @@ std::optional<std::string> remove(std::string_view pseudoPath, const Places& pla
         }
         reason = forced ? forced->err : reason;
     }
-    return std::string{Text::stripped(reason)};
+    const std::string_view words = Text::stripped(reason);
+    return words.empty() ? "Docker refused and gave no reason" : std::string{words};
 }
 
 }  // namespace Brimlo::DockerClient

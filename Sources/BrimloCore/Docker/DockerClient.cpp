@@ -17,6 +17,9 @@ namespace Brimlo::DockerClient {
 
 namespace {
 
+/// The status of a tool that was made to end.
+constexpr int kWasEnded = -1;
+
 /// Whether the path names a file that this user may run.
 bool isProgram(const std::string& path) {
     std::error_code error;
@@ -46,7 +49,9 @@ void readUsage(DockerSnapshot& snapshot, const Places& places) {
     }
     const auto usage = run({"system", "df", "-v", "--format", "json"}, kObjectSeconds, places);
     if (!usage || usage->status != 0) {
-        snapshot.error = "Could not read Docker usage (needs Docker 25 or newer).";
+        snapshot.error = usage && usage->status == kWasEnded
+                             ? "Could not read Docker usage: " + usage->err + "."
+                             : "Could not read Docker usage (needs Docker 25 or newer).";
         return;
     }
     auto objects = parseObjects(usage->out, isThere);
@@ -91,6 +96,10 @@ std::optional<Result> run(
     if (!ending) {
         return std::nullopt;
     }
+    if (ending->cut != ChildProcess::Cut::none) {
+        const bool isTime = ending->cut == ChildProcess::Cut::time;
+        return Result{kWasEnded, "", isTime ? "Docker took too long" : "Docker printed too much"};
+    }
     return Result{ending->code, Text::repaired(ending->out), Text::repaired(ending->err)};
 }
 
@@ -101,7 +110,8 @@ DockerSnapshot snapshot(const Places& places) {
         snapshot.error = "Docker CLI not found.";
         return snapshot;
     }
-    if (const auto context = run({"context", "show"}, kContextSeconds, places)) {
+    const auto context = run({"context", "show"}, kContextSeconds, places);
+    if (context && context->status == 0 && !Text::stripped(context->out).empty()) {
         snapshot.context = Text::stripped(context->out);
     }
     // The disks take their space whether the daemon runs or not.

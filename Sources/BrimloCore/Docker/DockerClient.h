@@ -33,8 +33,8 @@ struct Result {
     bool operator==(const Result&) const = default;
 };
 
-/// Runs the tool to its end; it is asked to end when its time is up. Nullopt when there is no tool
-/// or it could not be started. Blocks.
+/// Runs the tool to its end. Made to end because its time was up or it printed too much, it has
+/// failed, and `err` says so. Nullopt when there is no tool or it could not be started. Blocks.
 [[nodiscard]] std::optional<Result> run(
     const std::vector<std::string>& arguments,
     double timeoutSeconds,

@@ -18,7 +18,7 @@
 
 // One thread does it all: it reads both pipes as they fill, so that the child never waits for a
 // reader, and looks up from them when the time limit comes. The child is reaped last. Until then
-// its number can't pass to another process, which makes a late SIGTERM harmless.
+// its number can't pass to another process or group, which makes a late signal harmless.
 
 namespace Brimlo::ChildProcess {
 
@@ -66,6 +66,12 @@ public:
         flags_ = static_cast<short>(flags_ | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
         return posix_spawnattr_setsigdefault(&attributes_, &all) == 0 &&
                posix_spawnattr_setsigmask(&attributes_, &none) == 0;
+    }
+
+    /// So that all that comes of the program can be ended together.
+    [[nodiscard]] bool leadGroup() {
+        flags_ = static_cast<short>(flags_ | POSIX_SPAWN_SETPGROUP);
+        return posix_spawnattr_setpgroup(&attributes_, 0) == 0;
     }
 
     [[nodiscard]] bool keepFilesBack() {
@@ -120,32 +126,38 @@ std::optional<pid_t> start(
     SpawnSettings settings;
     const bool isSet = !holdsNul(command) && settings.redirect(out, STDOUT_FILENO) &&
                        settings.redirect(err, STDERR_FILENO) && settings.enter(command.cwd) &&
-                       settings.keepFilesBack() && settings.resetSignals();
+                       settings.keepFilesBack() && settings.leadGroup() && settings.resetSignals();
     return isSet ? settings.spawn(argumentVector(command)) : std::nullopt;
 }
 
-/// A running child and its time limit.
+/// A running child, the group it leads, and its time limit.
 class Child {
 public:
     Child(pid_t number, Clock::time_point deadline)
         : number_(number)
         , deadline_(deadline) {}
 
-    /// Asks the child to end once its time is up.
+    /// Makes the group end once its time is up: asks, insists, and gives up.
     void checkTime() {
-        if (!isAsked_ && Clock::now() >= deadline_) {
-            isAsked_ = true;
-            if (isRunning()) {
-                kill(number_, SIGTERM);
+        while (stage_ < Stage::givenUp && Clock::now() >= deadline_) {
+            constexpr auto kPatience = std::chrono::seconds{1};
+            stage_ = static_cast<Stage>(static_cast<int>(stage_) + 1);
+            deadline_ = Clock::now() + kPatience;
+            if (stage_ != Stage::givenUp) {
+                kill(-number_, stage_ == Stage::asked ? SIGTERM : SIGKILL);
             }
         }
     }
 
-    /// The milliseconds until there is something to do, for `poll`; negative for never.
+    /// Has the time be up.
+    void stop() { deadline_ = std::min(deadline_, Clock::now()); }
+
+    [[nodiscard]] bool wasAsked() const { return stage_ >= Stage::asked; }
+    [[nodiscard]] bool wasKilled() const { return stage_ >= Stage::killed; }
+    [[nodiscard]] bool isGivenUp() const { return stage_ == Stage::givenUp; }
+
+    /// The milliseconds until there is something to do, for `poll`.
     [[nodiscard]] int wait() const {
-        if (isAsked_) {
-            return -1;
-        }
         const auto rest = std::chrono::ceil<milliseconds>(deadline_ - Clock::now()).count();
         constexpr std::int64_t kLongest = 1'000'000'000;
         return static_cast<int>(std::clamp<std::int64_t>(rest, 0, kLongest));
@@ -154,14 +166,14 @@ public:
     /// Waits for the end and sets `ending` to it; false when somebody else has reaped the child.
     [[nodiscard]] bool reap(Ending& ending) {
         // As a rule it ends just after its streams. One that has closed them and works on can
-        // outlast the time limit, so this must not block until the limit is past.
+        // outlast the time limit, so this must not block until the child was killed.
         constexpr auto kLongestNap = milliseconds{20};
         auto nap = std::chrono::microseconds{100};
         int status = 0;
         pid_t reaped = 0;
         do {
             checkTime();
-            reaped = waitpid(number_, &status, isAsked_ ? 0 : WNOHANG);
+            reaped = waitpid(number_, &status, stage_ >= Stage::killed ? 0 : WNOHANG);
             if (reaped == 0) {
                 std::this_thread::sleep_for(nap);
                 nap = std::min<std::chrono::microseconds>(2 * nap, kLongestNap);
@@ -173,44 +185,56 @@ public:
     }
 
 private:
-    [[nodiscard]] bool isRunning() const {
-        siginfo_t info{};
-        return waitid(P_PID, static_cast<id_t>(number_), &info, WEXITED | WNOHANG | WNOWAIT) == 0 &&
-               info.si_pid == 0;
-    }
+    enum class Stage { running, asked, killed, givenUp };
 
     pid_t number_;
-    Clock::time_point deadline_;
-    bool isAsked_ = false;
+    Clock::time_point deadline_;  ///< Of this stage.
+    Stage stage_ = Stage::running;
 };
 
-/// Appends what has come to `text`, if there is one; false at the end.
-bool readSome(int pipe, std::string* text) {
+/// A stream of a child, and what is kept of it.
+struct Stream {
+    std::string* text = nullptr;  ///< Absent when nothing is.
+    std::size_t length = 0;
+
+    [[nodiscard]] bool isTooLong() const { return length > kMostOutput; }
+};
+
+/// Takes what has come; false at the end.
+bool readSome(int pipe, Stream& stream) {
     constexpr std::size_t kBlock = 65536;
     std::array<char, kBlock> block;  // NOLINT(*-member-init): filled by the call
     const ssize_t count = read(pipe, block.data(), block.size());
-    if (count > 0 && text != nullptr) {
-        text->append(block.data(), static_cast<std::size_t>(count));
+    if (count > 0) {
+        stream.length += static_cast<std::size_t>(count);
+        if (stream.text != nullptr && !stream.isTooLong()) {
+            stream.text->append(block.data(), static_cast<std::size_t>(count));
+        }
     }
     return count > 0 || (count < 0 && errno == EINTR);
 }
 
-/// Reads both pipes to their end.
-void drain(int outPipe, int errPipe, std::string* out, std::string* err, Child& child) {
+/// Reads both pipes to their end, as long as there is time; false when too much came.
+bool drain(int outPipe, int errPipe, std::array<Stream, 2> streams, Child& child) {
     std::array<pollfd, 2> pipes{
         {{.fd = outPipe, .events = POLLIN, .revents = 0},
          {.fd = errPipe, .events = POLLIN, .revents = 0}}
     };
-    const std::array<std::string*, 2> texts{out, err};
-    while (pipes[0].fd >= 0 || pipes[1].fd >= 0) {
+    bool isTooMuch = false;
+    while ((pipes[0].fd >= 0 || pipes[1].fd >= 0) && !child.isGivenUp()) {
         child.checkTime();
         const int ready = poll(pipes.data(), pipes.size(), child.wait());
         for (std::size_t i = 0; ready > 0 && i < pipes.size(); ++i) {
-            if (pipes.at(i).revents != 0 && !readSome(pipes.at(i).fd, texts.at(i))) {
+            if (pipes.at(i).revents != 0 && !readSome(pipes.at(i).fd, streams.at(i))) {
                 pipes.at(i).fd = -1;  // `poll` passes over it.
+            }
+            if (!isTooMuch && streams.at(i).text != nullptr && streams.at(i).isTooLong()) {
+                isTooMuch = true;
+                child.stop();
             }
         }
     }
+    return !isTooMuch;
 }
 
 }  // namespace
@@ -233,13 +257,20 @@ std::optional<Ending> run(const Command& command) {
     Ending ending;
     Child child{*number, limit};
     const bool keepsErr = command.standardError == StandardError::keep;
-    drain(
+    const bool isWhole = drain(
         out->readEnd.number(),
         err->readEnd.number(),
-        &ending.out,
-        keepsErr ? &ending.err : nullptr,
+        {
+            {{.text = &ending.out}, {.text = keepsErr ? &ending.err : nullptr}}
+    },
         child);
-    return child.reap(ending) ? std::optional{std::move(ending)} : std::nullopt;
+    if (!child.reap(ending)) {
+        return std::nullopt;
+    }
+    // One that ends in its own way when it is asked has its say.
+    const bool isCut = child.wasKilled() || (child.wasAsked() && ending.bySignal);
+    ending.cut = !isWhole ? Cut::output : isCut ? Cut::time : Cut::none;
+    return ending;
 }
 
 }  // namespace Brimlo::ChildProcess

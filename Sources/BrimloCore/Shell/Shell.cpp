@@ -16,7 +16,7 @@ std::optional<Result> run(
         .cwd = cwd,
         .timeoutSeconds = timeoutSeconds,
     });
-    if (!ending || ending->bySignal) {
+    if (!ending || ending->bySignal || ending->cut != ChildProcess::Cut::none) {
         return std::nullopt;
     }
     return Result{.status = ending->code, .out = Text::repaired(ending->out)};

@@ -18,8 +18,9 @@ struct Result {
 /// Runs the tool at the absolute path `executable`, with the arguments as they are and in the
 /// folder `cwd`, and waits for its end and the end of its output. Standard error is dropped.
 ///
-/// After `timeoutSeconds` the tool is asked to end (SIGTERM), once. Nullopt when it could not be
-/// started or ended by a signal. Blocks; never call it on the thread that draws.
+/// Nullopt when it could not be started, a signal ended it, or it was made to end, because
+/// `timeoutSeconds` were over or it printed too much. Blocks; never call it on the thread that
+/// draws.
 [[nodiscard]] std::optional<Result> run(
     const std::string& executable,
     const std::vector<std::string>& arguments,

@@ -7,7 +7,6 @@
 #include "Support/TempHome.h"
 
 #include <algorithm>
-#include <csignal>
 #include <filesystem>
 
 namespace Brimlo {
@@ -56,7 +55,9 @@ TEST_F(DockerClientTest, RunsTheFirstToolThatCanBeRun) {
     install("printf 'a\\377'; echo b >&2; exit 3");
     EXPECT_EQ(DockerClient::run({}, 5, places()), (DockerClient::Result{3, "a\uFFFD", "b\n"}));
     install("echo a; exec sleep 30");
-    EXPECT_EQ(DockerClient::run({}, 0.2, places()), (DockerClient::Result{SIGTERM, "a\n", ""}));
+    EXPECT_EQ(
+        DockerClient::run({}, 0.2, places()),
+        (DockerClient::Result{-1, "", "Docker took too long"}));
 }
 
 TEST_F(DockerClientTest, TellsWhatDockerHoldsAndWhatWentWrong) {
@@ -71,12 +72,13 @@ TEST_F(DockerClientTest, TellsWhatDockerHoldsAndWhatWentWrong) {
         std::size_t objects;
         std::optional<std::string> error;
     } cases[] = {
-        {"current",   brief,              full,                  1, 11, {}                                       },
-        {"in bulk",   brief + bulk,       full + bulk,           1, 11, {}                                       },
-        {"before 25", brief,              conflict,              1, 0,  old                                      },
-        {"dies late", brief + "; exit 1", full + "; kill $$",    1, 0,  old                                      },
-        {"complains", "echo garbage",     full + "; echo a >&2", 0, 11, {}                                       },
-        {"a list",    brief,              "echo []",             1, 0,  "Unexpected Docker output: not an object"},
+        {"current",   brief,              full,                  1, 11, {}                                                     },
+        {"in bulk",   brief + bulk,       full + bulk,           1, 11, {}                                                     },
+        {"before 25", brief,              conflict,              1, 0,  old                                                    },
+        {"dies late", brief + "; exit 1", full + "; kill $$",    1, 0,  old                                                    },
+        {"complains", "echo garbage",     full + "; echo a >&2", 0, 11, {}                                                     },
+        {"floods",    brief,              "yes",                 1, 0,  "Could not read Docker usage: Docker printed too much."},
+        {"a list",    brief,              "echo []",             1, 0,  "Unexpected Docker output: not an object"              },
     };
     const std::string disk = write(".orbstack/data/d.img");
     std::filesystem::resize_file(disk, 1'000'000);
@@ -93,7 +95,6 @@ TEST_F(DockerClientTest, TellsWhatDockerHoldsAndWhatWentWrong) {
     // No daemon: its disk is told of, and nothing more is asked.
     install("echo c; exit 1");
     const DockerSnapshot stopped{
-        .context = "c",
         .error = "Docker is not running. Start Docker Desktop or OrbStack, then rescan.",
         .vmDisks = {{disk, DiskScanner::quickSize(disk), 1'000'000, "OrbStack"}},
     };
@@ -112,15 +113,16 @@ TEST_F(DockerClientTest, RemovesByTheToolAndWithoutForce) {
         std::optional<std::string> reason;
         std::string calls;
     } cases[] = {
-        {"docker:image:sha256:a", "",                               {},                         "rmi sha256:a\n"       },
-        {"docker:container:9f3c", "",                               {},                         "rm 9f3c\n"            },
-        {"docker:buildcache:x",   "",                               {},                         "builder prune -a -f\n"},
-        {"docker:volume:x",       "echo ' \nused\n\t' >&2; exit 1", "used",                     "volume rm x\n"        },
-        {"docker:image:x",        "[ \"$2\" = -f ] || " + fail,     {},                         "rmi x\nrmi -f x\n"    },
-        {"docker:image:x",        "[ \"$2\" = x ] || " + no + fail, "no",                       "rmi x\nrmi -f x\n"    },
-        {"docker:image:x",        "rm \"$0\"; " + fail,             several,                    "rmi x\n"              },
-        {"docker:container:x",    fail,                             several,                    "rm x\n"               },
-        {"docker:network:x",      "",                               "unknown Docker item kind", ""                     },
+        {"docker:image:sha256:a", "",                               {},                                  "rmi sha256:a\n"       },
+        {"docker:container:9f3c", "",                               {},                                  "rm 9f3c\n"            },
+        {"docker:buildcache:x",   "",                               {},                                  "builder prune -a -f\n"},
+        {"docker:volume:x",       "echo ' \nused\n\t' >&2; exit 1", "used",                              "volume rm x\n"        },
+        {"docker:image:x",        "[ \"$2\" = -f ] || " + fail,     {},                                  "rmi x\nrmi -f x\n"    },
+        {"docker:image:x",        "[ \"$2\" = x ] || " + no + fail, "no",                                "rmi x\nrmi -f x\n"    },
+        {"docker:image:x",        "rm \"$0\"; " + fail,             several,                             "rmi x\n"              },
+        {"docker:container:x",    fail,                             several,                             "rm x\n"               },
+        {"docker:container:x",    "exit 1",                         "Docker refused and gave no reason", "rm x\n"               },
+        {"docker:network:x",      "",                               "unknown Docker item kind",          ""                     },
     };
     for (const auto& c : cases) {
         write("calls", "");

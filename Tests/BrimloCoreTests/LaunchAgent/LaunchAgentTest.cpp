@@ -39,7 +39,7 @@ TEST_F(LaunchAgentTest, WritesAServiceAndItsTimer) {
     ASSERT_TRUE(LaunchAgent::install(makeTool("brimlo")));
     const std::string log = "append:" + at("Library/Logs/brimlo-autoclean.log") + "\n";
     EXPECT_TRUE(contentOf(service).ends_with(
-        "\n[Service]\nType=oneshot\nExecStart=\":" + at("brimlo") +
+        "\n[Service]\nType=oneshot\nTimeoutStartSec=2h\nExecStart=\":" + at("brimlo") +
         "\" \"autoclean\" \"--execute\"\nStandardOutput=" + log + "StandardError=" + log));
     EXPECT_TRUE(
         contentOf(timer).ends_with("\n[Timer]\nOnActiveSec=21600s\nOnUnitActiveSec=21600s\n\n"

@@ -56,7 +56,9 @@ std::string service(const PeriodicJob::Settings& settings) {
            "Description=Brimlo's unattended clean\n"
            "\n"
            "[Service]\n"
-           "Type=oneshot\n" +
+           "Type=oneshot\n"
+           // Without one, a run that hangs would keep all later ones from starting.
+           "TimeoutStartSec=2h\n" +
            std::string{kStart} + commandLine(settings.arguments) +
            "\n"
            "StandardOutput=" +
