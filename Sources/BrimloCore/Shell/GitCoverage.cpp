@@ -6,6 +6,7 @@
 
 #include <array>
 #include <filesystem>
+#include <sstream>
 #include <system_error>
 #include <vector>
 
@@ -64,11 +65,13 @@ public:
 
     /// The branch that the current one is pushed to.
     [[nodiscard]] std::optional<std::string> upstream() const {
-        const auto name = run({"rev-parse", "--abbrev-ref", "--symbolic-full-name", "@{u}"});
-        if (!name || name->status != 0) {
+        const auto name = run({"rev-parse", "--symbolic-full-name", "@{u}"});
+        constexpr std::string_view kRemotes = "refs/remotes/";
+        // One of the repository's own branches is nowhere else.
+        if (!name || name->status != 0 || !name->out.starts_with(kRemotes)) {
             return std::nullopt;
         }
-        return std::string{trimmedLine(name->out)};
+        return std::string{trimmedLine(std::string_view{name->out}.substr(kRemotes.size()))};
     }
 
     [[nodiscard]] bool isPushed() const {
@@ -94,11 +97,32 @@ public:
         return lines.contains("\nlocal\t") || lines.contains("\nworktree\t");
     }
 
-    /// Whether there are tracked files and no repository of another's among them: what that one
-    /// holds is pushed, if at all, by itself, and git would look into it by its configuration.
+    /// Whether there are tracked files, all of them watched for changes (skip-worktree and
+    /// assume-unchanged tell git not to look) and no repository of another's among them: what that
+    /// one holds is pushed, if at all, by itself, and git would look into it by its configuration.
     [[nodiscard]] bool isTracked() const {
-        const auto files = run({"ls-files", "--stage", "--", path_});
-        return files && !files->out.empty() && !("\n" + files->out).contains("\n160000 ");
+        const auto files = run({"ls-files", "-v", "--stage", "--", path_});
+        if (!files || files->out.empty()) {
+            return false;
+        }
+        std::istringstream lines{files->out};
+        for (std::string line; std::getline(lines, line);) {
+            if (!line.starts_with("H ") || line.starts_with("H 160000 ")) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    /// Whether nothing goes with the repository itself, where it is meant as a whole: other
+    /// branches, tags and stashes that no remote branch holds.
+    [[nodiscard]] bool keepsNothingElse() const {
+        if (path_ != ".") {
+            return true;
+        }
+        const auto commits =
+            run({"rev-list", "--max-count=1", "--all", "HEAD", "--not", "--remotes"});
+        return commits && commits->status == 0 && commits->out.empty();
     }
 
     [[nodiscard]] bool isClean() const {
@@ -143,7 +167,8 @@ std::optional<std::string> sentence(const std::string& git, const std::string& p
     const Repository repository{git, *root, inRoot};
     const std::optional<std::string> upstream = repository.upstream();
     if (!upstream || !repository.isPushed() || repository.bringsPrograms() ||
-        !repository.isTracked() || !repository.isClean() || !repository.hidesNothing()) {
+        !repository.keepsNothingElse() || !repository.isTracked() || !repository.isClean() ||
+        !repository.hidesNothing()) {
         return std::nullopt;
     }
     return "git: clean and pushed to " + *upstream;
