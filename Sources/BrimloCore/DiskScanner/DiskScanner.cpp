@@ -1,7 +1,7 @@
 #include "BrimloCore/DiskScanner/DiskScanner.h"
 
 #include "BrimloCore/DiskScanner/TreeScan.h"
-#include "BrimloCore/Platform/EntryStatus.h"
+#include "BrimloCore/Support/Path.h"
 
 #include <utility>
 
@@ -12,8 +12,10 @@ DiskScanner::DiskScanner(std::shared_ptr<ScanControl> control, const ScanOptions
     , options_{options} {}
 
 std::shared_ptr<FileNode> DiskScanner::scan(const std::string& root) {
-    const auto status = Platform::entryStatus(root.c_str());
-    return status ? TreeScan{*control_, options_, linkedFiles_}.run(root, *status) : nullptr;
+    if (!Path::isUsable(root)) {
+        return nullptr;
+    }
+    return TreeScan{*control_, options_, linkedFiles_}.run(Path::standardized(root));
 }
 
 }  // namespace Brimlo

@@ -20,9 +20,11 @@ public:
     /// The tree below `root`, with the allocated bytes of all there is: folders' own blocks, hard
     /// links once, links as themselves. In a crowded folder what is small is merged into one node.
     ///
-    /// Null when nothing is at `root`. A folder that can't be read is an empty one and is told to
-    /// the control, as is each folder once its entries are read. Cancelled, it comes back soon with
-    /// the tree so far. Several threads work; blocks until all are done.
+    /// Null when `root`, which may be in any form and a link, is no folder that can be opened.
+    /// Other volumes are told to the control and not entered; that of `root` is the one the folder
+    /// itself lies on. A folder that can't be read is an empty one and is told to the control, as
+    /// is each folder once its entries are read. Cancelled, it comes back soon with the tree so
+    /// far. Several threads work; blocks until all are done.
     [[nodiscard]] std::shared_ptr<FileNode> scan(const std::string& root);
 
     /// The bytes that a path takes; 0 when nothing is there or can be read. An estimate: the

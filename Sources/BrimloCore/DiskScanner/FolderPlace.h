@@ -34,7 +34,7 @@ public:
     /// The folder at which a walk starts. A link there is followed.
     explicit FolderPlace(std::string path);
 
-    /// Opens the folder; null when it can't be, or is a link now.
+    /// Opens the folder; null when it can't be, or is a link now, and `errno` tells why.
     [[nodiscard]] Open open() const;
 
     /// For the folders in this one, which is open as `self`.

@@ -1,5 +1,7 @@
 #include "BrimloCore/DiskScanner/ScanControl.h"
 
+#include <algorithm>
+#include <cerrno>
 #include <utility>
 
 namespace Brimlo {
@@ -21,7 +23,21 @@ ScanControl::Progress ScanControl::progress() const {
 
 std::vector<std::string> ScanControl::inaccessible() const {
     const std::lock_guard guard{lock_};
-    return skipped_;
+    std::vector<std::string> paths = skipped_;
+    paths.insert(paths.end(), withoutDescriptor_.begin(), withoutDescriptor_.end());
+    return paths;
+}
+
+std::vector<std::string> ScanControl::withoutDescriptor() const {
+    const std::lock_guard guard{lock_};
+    return withoutDescriptor_;
+}
+
+std::vector<std::string> ScanControl::otherVolumes() const {
+    const std::lock_guard guard{lock_};
+    std::vector<std::string> paths = otherVolumes_;
+    std::ranges::sort(paths);
+    return paths;
 }
 
 void ScanControl::record(std::int64_t files, std::int64_t bytes, std::string path) {
@@ -34,6 +50,20 @@ void ScanControl::record(std::int64_t files, std::int64_t bytes, std::string pat
 void ScanControl::skip(std::string path) {
     const std::lock_guard guard{lock_};
     skipped_.push_back(std::move(path));
+}
+
+void ScanControl::couldNotOpen(std::string path, int code) {
+    if (code == ENOENT || code == ENOTDIR || code == ELOOP) {
+        return;
+    }
+    const std::lock_guard guard{lock_};
+    const bool isOurLimit = code == EMFILE || code == ENFILE;
+    (isOurLimit ? withoutDescriptor_ : skipped_).push_back(std::move(path));
+}
+
+void ScanControl::leaveOut(std::string path) {
+    const std::lock_guard guard{lock_};
+    otherVolumes_.push_back(std::move(path));
 }
 
 }  // namespace Brimlo

@@ -1,9 +1,11 @@
 #include "BrimloCore/DiskScanner/TreeScan.h"
 
 #include "BrimloCore/Platform/DirectoryReader.h"
+#include "BrimloCore/Platform/EntryStatus.h"
 #include "BrimloCore/Support/Path.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <iterator>
 #include <optional>
 #include <string_view>
@@ -129,17 +131,28 @@ TreeScan::TreeScan(ScanControl& control, const ScanOptions& options, LinkedFiles
     , options_{options}
     , linkedFiles_{linkedFiles} {}
 
-std::shared_ptr<FileNode> TreeScan::run(
-    const std::string& root, const Platform::EntryStatus& status) {
-    device_ = status.device;
+std::shared_ptr<FileNode> TreeScan::run(const std::string& root) {
+    const FolderPlace place{root};
+    FolderPlace::Open open = place.open();
+    if (!open) {
+        control_.couldNotOpen(root, errno);
+        return nullptr;
+    }
+    // Of the folder that was opened: a link to it may lie on another volume.
+    const auto status = Platform::entryStatus(open->number(), ".");
+    open.reset();
+    if (!status) {
+        return nullptr;
+    }
+    device_ = status->device;
     Folder::Slot self{
         .name = root == "/" ? root : std::string{Path::name(root)},
-        .bytes = status.allocatedBytes,
-        .modified = status.modified,
+        .bytes = status->allocatedBytes,
+        .modified = status->modified,
         .entered = nullptr,
         .node = nullptr,
     };
-    Folder folder{nullptr, 0, self, root, FolderPlace{root}};
+    Folder folder{nullptr, 0, self, root, place};
     const unsigned cores = std::max(1U, std::thread::hardware_concurrency());
     Crew::run(
         {.kind = Job::Kind::readRoot, .folder = &folder, .index = 0},
@@ -192,7 +205,7 @@ void TreeScan::enter(Folder& parent, std::size_t slot, Crew::Member& member) {
 void TreeScan::read(Folder& folder, Crew::Member& member) {
     folder.open = folder.place.open();
     if (!folder.open) {
-        control_.skip(folder.path);
+        control_.couldNotOpen(folder.path, errno);
         finish(folder);
         return;
     }
@@ -239,6 +252,8 @@ TreeScan::Batch TreeScan::lookAt(const Folder& folder, std::size_t from, std::si
             } else {
                 batch.subfolders.push_back(entry);
             }
+        } else {
+            control_.leaveOut(Path::join(folder.path, name));
         }
     }
     return batch;

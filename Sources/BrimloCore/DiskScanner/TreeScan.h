@@ -6,7 +6,6 @@
 #include "BrimloCore/DiskScanner/ScanControl.h"
 #include "BrimloCore/DiskScanner/ScanOptions.h"
 #include "BrimloCore/DiskScanner/WorkCrew.h"
-#include "BrimloCore/Platform/EntryStatus.h"
 
 #include <atomic>
 #include <chrono>
@@ -28,9 +27,8 @@ class TreeScan {
 public:
     TreeScan(ScanControl& control, const ScanOptions& options, LinkedFiles& linkedFiles);
 
-    /// The tree below `root`, whose own status is `status`.
-    [[nodiscard]] std::shared_ptr<FileNode> run(
-        const std::string& root, const Platform::EntryStatus& status);
+    /// The tree below `root`; null when that is no folder that can be opened.
+    [[nodiscard]] std::shared_ptr<FileNode> run(const std::string& root);
 
 private:
     struct Entry;

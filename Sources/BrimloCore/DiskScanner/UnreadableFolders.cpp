@@ -1,46 +1,14 @@
 #include "BrimloCore/DiskScanner/UnreadableFolders.h"
 
+#include "BrimloCore/Platform/Privacy.h"
+
 #include <algorithm>
-#include <array>
 #include <map>
+#include <ranges>
 
 namespace Brimlo {
 
 namespace {
-
-/// Words in the names of what macOS shows only to apps with Full Disk Access.
-constexpr std::array<std::string_view, 30> kPrivateWords{
-    "Safari",
-    "Mail",
-    "Messages",
-    "Photos",
-    "Accounts",
-    "Biome",
-    "IntelligencePlatform",
-    "Shortcuts",
-    "Daemon Containers",
-    "Autosave Information",
-    "Containers",
-    "Group Containers",
-    "Application Scripts",
-    "Mobile Documents",
-    "Metadata",
-    "HomeKit",
-    "Suggestions",
-    "Calendars",
-    "Reminders",
-    "Trial",
-    "News",
-    "Weather",
-    "Finance",
-    "Sharing",
-    "PersonalizationPortrait",
-    "IdentityServices",
-    "FaceTime",
-    "DoNotDisturb",
-    "Assistant",
-    "com.apple",
-};
 
 /// The first components of a path, as many as an area may need.
 std::vector<std::string_view> firstPieces(std::string_view path) {
@@ -70,6 +38,17 @@ std::string areaOf(std::string_view path, std::string_view home) {
     return (isInHome ? "~/" : "/") + std::string{pieces.front()};
 }
 
+/// The first of them in words.
+std::string firstFew(const std::vector<std::string>& paths) {
+    constexpr std::size_t kMost = 5;
+    std::string words;
+    for (const std::string& path : paths | std::views::take(kMost)) {
+        words += (words.empty() ? "" : ", ") + path;
+    }
+    return paths.size() > kMost ? words + " and " + std::to_string(paths.size() - kMost) + " more"
+                                : words;
+}
+
 }  // namespace
 
 std::vector<UnreadableArea> UnreadableFolders::group(
@@ -81,7 +60,7 @@ std::vector<UnreadableArea> UnreadableFolders::group(
         if (entry.count++ == 0) {
             entry.area = area;
             entry.example = path;
-            entry.reason = reason(area);
+            entry.reason = Platform::reasonUnreadable(area);
         }
     }
     std::vector<UnreadableArea> areas;
@@ -93,16 +72,27 @@ std::vector<UnreadableArea> UnreadableFolders::group(
     return areas;
 }
 
-std::string UnreadableFolders::reason(std::string_view area) {
-    if (area == "~/.Trash") {
-        return "The Trash is protected by macOS. Full Disk Access lets Brimlo see and size it.";
+std::vector<UnreadableArea> UnreadableFolders::group(
+    const ScanControl& control, std::string_view home) {
+    const std::vector<std::string> unopened = control.withoutDescriptor();
+    std::vector<std::string> denied = control.inaccessible();
+    denied.resize(denied.size() - unopened.size());
+    std::vector<UnreadableArea> areas = group(denied, home);
+    if (!unopened.empty()) {
+        areas.push_back(
+            {.area = "Too many open files",
+             .count = std::ssize(unopened),
+             .example = unopened.front(),
+             .reason = "The system lets Brimlo open no more files at once. Try again later."});
     }
-    const bool isPrivate = std::ranges::any_of(
-        kPrivateWords, [&](std::string_view word) { return area.contains(word); });
-    if (isPrivate) {
-        return "Private Apple or app data that macOS only shows to apps with Full Disk Access.";
+    if (const auto volumes = control.otherVolumes(); !volumes.empty()) {
+        areas.push_back(
+            {.area = "Other volumes",
+             .count = std::ssize(volumes),
+             .example = volumes.front(),
+             .reason = "Left out: " + firstFew(volumes) + ". Scan them on their own."});
     }
-    return "macOS or the folder's owner denied access. If it is yours, check its permissions.";
+    return areas;
 }
 
 }  // namespace Brimlo

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "BrimloCore/DiskScanner/ScanControl.h"
+
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -24,8 +26,9 @@ namespace UnreadableFolders {
 [[nodiscard]] std::vector<UnreadableArea> group(
     const std::vector<std::string>& paths, std::string_view home);
 
-/// Why an area was out of reach.
-[[nodiscard]] std::string reason(std::string_view area);
+/// What a walk left out, in areas: what it could not read as above, then what there was no
+/// descriptor for, and the other volumes.
+[[nodiscard]] std::vector<UnreadableArea> group(const ScanControl& control, std::string_view home);
 
 }  // namespace UnreadableFolders
 

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <cerrno>
 #include <optional>
 #include <set>
 #include <string_view>
@@ -99,9 +100,8 @@ struct Level {
 /// because what may enter the list is only decided when an entry's turn comes.
 class Walk {
 public:
-    Walk(std::uint64_t device, TopList& top, ScanControl& control)
-        : device_{device}
-        , top_{top}
+    Walk(TopList& top, ScanControl& control)
+        : top_{top}
         , control_{control} {}
 
     void run(const std::string& root) {
@@ -141,10 +141,15 @@ private:
     void enter(const FolderPlace& place) {
         const FolderPlace::Open open = place.open();
         if (!open) {
-            if (!control_.isCancelled()) {
-                control_.skip(path_);
+            if (const int code = errno; !control_.isCancelled()) {
+                control_.couldNotOpen(path_, code);
             }
             return;
+        }
+        if (levels_.empty()) {
+            // Of the folder that was opened: a link to it may lie on another volume.
+            const auto status = Platform::entryStatus(open->number(), ".");
+            device_ = status ? status->device : 0;
         }
         Level level{.pathLength = path_.size()};
         Platform::readDirectory(
@@ -166,7 +171,11 @@ private:
         if (!status) {
             return;
         }
-        if (status->kind == EntryStatus::Kind::directory && status->device == device_) {
+        if (status->kind == EntryStatus::Kind::directory) {
+            if (status->device != device_) {
+                control_.leaveOut(Path::join(path_, name));
+                return;
+            }
             level.entries.push_back({name, *status});
             ++level.subfoldersLeft;
         } else if (status->kind == EntryStatus::Kind::file) {
@@ -192,7 +201,7 @@ private:
         }
     }
 
-    const std::uint64_t device_;
+    std::uint64_t device_ = 0;  ///< Of the root.
     TopList& top_;
     ScanControl& control_;
     LinkedFiles linkedFiles_;
@@ -204,12 +213,11 @@ private:
 
 Nodes find(const std::string& root, std::size_t limit, std::int64_t minSize, ScanControl& control) {
     assert(limit > 0);
-    const auto status = Path::isUsable(root) ? Platform::entryStatus(root.c_str()) : std::nullopt;
-    if (!status) {
+    if (!Path::isUsable(root)) {
         return {};
     }
     TopList top{limit, minSize};
-    Walk{status->device, top, control}.run(root);
+    Walk{top, control}.run(Path::standardized(root));
     return top.largestFirst();
 }
 

@@ -1,4 +1,5 @@
 #include "BrimloCore/DiskScanner/DiskScanner.h"
+#include "BrimloCore/DiskScanner/UnreadableFolders.h"
 #include "BrimloCore/Platform/EntryStatus.h"
 #include "Support/DeepFolder.h"
 #include "Support/TempHome.h"
@@ -174,15 +175,31 @@ TEST_F(TreeScanTest, TakesEveryKindOfEntryForWhatItIs) {
 TEST_F(TreeScanTest, ToleratesAnyRoot) {
     EXPECT_EQ(scan("missing"), nullptr);
     EXPECT_EQ(control->inaccessible(), std::vector<std::string>{});
-    const std::string file = fill("file", 10'000);
-    const Node asFile = scan("file");
-    EXPECT_TRUE(asFile->isDirectory);
-    EXPECT_EQ(asFile->children, std::vector<Node>{});
-    EXPECT_EQ(asFile->size, blocksOf(file));
-    EXPECT_EQ(control->inaccessible(), std::vector<std::string>{file});
+    fill("file", 10'000);
+    EXPECT_EQ(scan("file"), nullptr);
+    EXPECT_EQ(control->inaccessible(), std::vector<std::string>{});
     fill("folder/inside", 10);
     link("way", "folder");
     EXPECT_EQ(names(scan("way")), std::vector<std::string>{"inside"});
+    const Node spelled = scan("folder/../folder//");
+    EXPECT_EQ(spelled->name, "folder");
+    EXPECT_EQ(childOf(spelled, "inside")->path, at("folder/inside"));
+}
+
+TEST_F(TreeScanTest, TellsOfWhatItHadNoDescriptorFor) {
+    fill("t/1/2/3/file", 10);
+    rlimit usual{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &usual), 0);
+    const int next = dup(0);
+    const rlimit few{.rlim_cur = static_cast<rlim_t>(next) + 1, .rlim_max = usual.rlim_max};
+    close(next);
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &few), 0);
+    static_cast<void>(scan("t", {.parallelDepth = 0}));
+    setrlimit(RLIMIT_NOFILE, &usual);
+    EXPECT_EQ(control->withoutDescriptor().size(), 1U);
+    const auto areas = UnreadableFolders::group(*control, home());
+    ASSERT_EQ(areas.size(), 1U);
+    EXPECT_EQ(areas.front().area, "Too many open files");
 }
 
 TEST_F(TreeScanTest, TellsWhatItCouldNotRead) {

@@ -20,4 +20,8 @@ std::string privacySettingsAddress() {
     return "";
 }
 
+std::string reasonUnreadable(std::string_view /*area*/) {
+    return "The folder's owner or the system denied access. If it is yours, check its permissions.";
+}
+
 }  // namespace Brimlo::Platform
