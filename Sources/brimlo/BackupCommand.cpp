@@ -60,7 +60,7 @@ void addBackupCommand(CLI::App& app, Tool& tool) {
             return run(*paths, tool);
         });
     command->group(kLookGroup);
-    command->add_option("paths", *paths, "Files and folders")->required()->type_name("PATH");
+    addPaths(*command, *paths, "Files and folders")->required();
     command->footer(
         "Asks the git repository that a path lies in and, on macOS, Time Machine. Nothing is\n"
         "claimed that is not certain, and nothing is fetched.");

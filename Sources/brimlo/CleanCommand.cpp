@@ -2,7 +2,6 @@
 #include "BrimloCore/RulePacks/Catalog.h"
 #include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
 #include "BrimloCore/Support/AppConfig.h"
-#include "BrimloCore/Support/Safety.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "brimlo/CleanRun.h"
 #include "brimlo/Console.h"
@@ -42,46 +41,26 @@ bool mayMeanDocker(const Arguments& arguments) {
                arguments.rules, [](const std::string& id) { return id.starts_with("docker."); });
 }
 
-std::vector<CleanItem> suggestedItems(const Arguments& arguments) {
+CleanPlan suggestedPlan(const Arguments& arguments) {
     Console::Progress progress;
     const SuggestionOptions options{
         .staleDays = AppConfig::load().staleDays,
         .includeDocker = mayMeanDocker(arguments),
         .onPhase = [&](std::string_view words) { progress.show(words); },
     };
-    std::vector<CleanItem> items;
-    for (const Suggestion& suggestion : SuggestionEngine::generate(options)) {
-        for (const SuggestionItem& item : suggestion.items) {
-            if (isMeant(item, suggestion, arguments)) {
-                items.push_back({item.path, item.size, suggestion.id, suggestion.risk});
-            }
-        }
-    }
-    return items;
+    return CleanPlan::of(
+        SuggestionEngine::generate(options),
+        [&](const Suggestion& suggestion, const SuggestionItem& item) {
+            return isMeant(item, suggestion, arguments);
+        });
 }
 
-/// The paths that a person typed, measured. What is shown for review is what will be judged.
-std::vector<CleanItem> typedItems(const std::vector<std::string>& paths) {
-    std::vector<SuggestionItem> items;
-    items.reserve(paths.size());
-    for (const std::string& path : paths) {
-        items.push_back({.path = Safety::canonical(StoragePaths::expandTilde(path))});
+/// The paths that a person typed.
+CleanPlan typedPlan(std::vector<std::string> paths) {
+    for (std::string& path : paths) {
+        path = StoragePaths::expandTilde(path);
     }
-    // What is refused anyway, the whole disk perhaps, is not measured.
-    const auto isRefused = [](const SuggestionItem& item) {
-        return Safety::judge(item.path).refusal.has_value();
-    };
-    std::vector<CleanItem> result;
-    for (const SuggestionItem& item : items) {
-        if (isRefused(item)) {
-            result.push_back({item.path, 0, std::nullopt, std::nullopt});
-        }
-    }
-    std::erase_if(items, isRefused);
-    for (const SuggestionItem& item : SuggestionEngine::size(std::move(items))) {
-        result.push_back({item.path, item.size, std::nullopt, std::nullopt});
-    }
-    return result;
+    return CleanPlan::at(paths);
 }
 
 /// The first of the rule ids that no rule, no project pattern and nothing of Docker's has.
@@ -109,16 +88,19 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
         complain("No rule and no project pattern is called \"" + *id + "\".");
         return ExitCode::wrongUsage;
     }
-    if (std::ranges::find(arguments.paths, "") != arguments.paths.end()) {
-        complain("An empty path names nothing.");  // Not the current folder.
+    const std::size_t ways = (arguments.preselected ? 1U : 0U) + (arguments.safe ? 1U : 0U) +
+                             (arguments.rules.empty() ? 0U : 1U) +
+                             (arguments.paths.empty() ? 0U : 1U);
+    if (ways != 1) {
+        complain("Say one of --preselected, --safe, --rule ID and paths.");
         return ExitCode::wrongUsage;
     }
     if (!arguments.dryRun && !arguments.yes && (tool.isJson() || !Console::canAsk())) {
         complain("Nobody can be asked here: say --yes to clean, or --dry-run to look.");
         return ExitCode::wrongUsage;
     }
-    const CleanPlan plan{
-        arguments.paths.empty() ? suggestedItems(arguments) : typedItems(arguments.paths)};
+    const CleanPlan plan =
+        arguments.paths.empty() ? suggestedPlan(arguments) : typedPlan(arguments.paths);
     return CleanRun::run(plan, {.dryRun = arguments.dryRun, .yes = arguments.yes}, tool);
 }
 
@@ -131,15 +113,15 @@ void addCleanCommand(CLI::App& app, Tool& tool) {
             return run(*arguments, tool);
         });
     command->group(kCleanGroup);
-    CLI::Option_group* what = command->add_option_group("What to clean, one of");
-    what->require_option(1);
+    CLI::Option_group* what = command->add_option_group("What to clean, one of these or paths");
     what->add_flag(
         "--preselected", arguments->preselected, "All that \"brimlo suggest\" marks [x]");
     what->add_flag(
         "--safe", arguments->safe, "All that is rated Safe and belongs to no running app");
     what->add_option("--rule", arguments->rules, "All that these rules or project patterns find")
         ->type_name("ID");
-    what->add_option("paths", arguments->paths, "These files and folders")->type_name("PATH");
+    // The command's own: after "--", the positionals of a group are not understood.
+    addPaths(*command, arguments->paths, "These files and folders");
     command->add_flag("--dry-run", arguments->dryRun, "Show what would go, and move nothing");
     command->add_flag("--yes", arguments->yes, "Don't ask");
     command->footer(

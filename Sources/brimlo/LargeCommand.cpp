@@ -34,10 +34,6 @@ void show(const std::vector<std::shared_ptr<FileNode>>& files, const Arguments& 
 }
 
 ExitCode run(const Arguments& arguments, const Tool& tool) {
-    if (arguments.path.empty()) {
-        complain("An empty path names nothing.");
-        return ExitCode::wrongUsage;
-    }
     if (arguments.limit == 0) {
         complain("The limit is 1 or more.");
         return ExitCode::wrongUsage;
@@ -81,8 +77,7 @@ void addLargeCommand(CLI::App& app, Tool& tool) {
             return run(*arguments, tool);
         });
     command->group(kLookGroup);
-    command->add_option("path", arguments->path, "The folder (default: your home folder)")
-        ->type_name("PATH");
+    addPath(*command, arguments->path, "The folder (default: your home folder)");
     command->add_option("--limit", arguments->limit, "At most so many files (default: 200)")
         ->check(wholeNumber());
     command

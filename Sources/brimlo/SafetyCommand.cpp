@@ -46,9 +46,7 @@ void addSafetyCommand(CLI::App& app, Tool& tool) {
             return run(*paths, tool);
         });
     command->group(kLookGroup);
-    command->add_option("paths", *paths, "Files and folders, existing or not")
-        ->required()
-        ->type_name("PATH");
+    addPaths(*command, *paths, "Files and folders, existing or not")->required();
     command->footer("Exits with 1 when one of them is refused.");
 }
 

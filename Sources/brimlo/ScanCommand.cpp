@@ -34,7 +34,7 @@ constexpr std::array<std::pair<std::string_view, FileNode::SortKey>, 4> kSortWor
 };
 
 struct Arguments {
-    std::string path;
+    std::string path = "~";
     std::optional<std::int64_t> depth;
     std::string sort = "size";
     bool ascending = false;
@@ -99,7 +99,7 @@ Json::Object form(const FileNode& node, const View& view) {
 
 void show(const std::vector<UnreadableArea>& areas) {
     if (!areas.empty()) {
-        Console::line("\nNot everything could be read:");
+        Console::line("\nNot everything was looked at:");
     }
     for (const UnreadableArea& area : areas) {
         Console::line(
@@ -110,9 +110,7 @@ void show(const std::vector<UnreadableArea>& areas) {
 }
 
 ExitCode run(const Arguments& arguments, const Tool& tool) {
-    const std::string root = arguments.path.empty()
-                                 ? StoragePaths::home()
-                                 : Path::standardized(StoragePaths::expandTilde(arguments.path));
+    const std::string root = Path::standardized(StoragePaths::expandTilde(arguments.path));
     const auto control = std::make_shared<ScanControl>();
     std::shared_ptr<FileNode> tree;
     {
@@ -120,11 +118,11 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
         tree = DiskScanner{control, ScanOptions{}}.scan(root);
     }
     if (!tree) {
-        complain(root + " does not exist or can't be looked at.");
+        complain(arguments.path + " is no folder that can be read.");
         return ExitCode::problems;
     }
     const std::vector<UnreadableArea> areas =
-        UnreadableFolders::group(control->inaccessible(), StoragePaths::home());
+        UnreadableFolders::group(*control, StoragePaths::home());
     const View view = viewOf(arguments, tool.isJson());
     if (!tool.isJson()) {
         show(*tree, view, 0);
@@ -147,8 +145,7 @@ void addScanCommand(CLI::App& app, Tool& tool) {
             return run(*arguments, tool);
         });
     command->group(kLookGroup);
-    command->add_option("path", arguments->path, "The folder (default: your home folder)")
-        ->type_name("PATH");
+    addPath(*command, arguments->path, "The folder (default: your home folder)");
     command
         ->add_option(
             "--depth",

@@ -13,20 +13,21 @@ namespace {
 
 ExitCode run(const std::vector<std::string>& paths, const Tool& tool) {
     ExitCode exit = ExitCode::done;
-    std::vector<SuggestionItem> items;
+    std::vector<std::string> found;
     for (const std::string& path : paths) {
-        const std::string expanded = StoragePaths::expandTilde(path);
+        std::string expanded = StoragePaths::expandTilde(path);
         if (Platform::FileIdentity::of(expanded)) {
-            items.push_back({.path = expanded});
+            found.push_back(std::move(expanded));
         } else {
             complain(path + " does not exist or can't be looked at.");
             exit = ExitCode::problems;
         }
     }
+    std::vector<SuggestionItem> items;
     {
         Console::Progress progress;
         progress.show("Measuring…");
-        items = SuggestionEngine::size(std::move(items));
+        items = SuggestionEngine::size(found);
     }
     if (tool.isJson()) {
         print(JsonForms::items(items));
@@ -47,7 +48,7 @@ void addSizeCommand(CLI::App& app, Tool& tool) {
             return run(*paths, tool);
         });
     command->group(kLookGroup);
-    command->add_option("paths", *paths, "Files and folders")->required()->type_name("PATH");
+    addPaths(*command, *paths, "Files and folders")->required();
 }
 
 }  // namespace Brimlo

@@ -45,6 +45,26 @@ void complain(std::string_view sentence) {
     std::fprintf(stderr, "brimlo: %s%s\n", Text::printable(sentence).c_str(), end);
 }
 
+namespace {
+
+CLI::Option* asPath(CLI::Option* option) {
+    const auto check = [](const std::string& path) {
+        return path.empty() ? "An empty path names nothing." : std::string{};
+    };
+    return option->type_name("PATH")->check(CLI::Validator{check, ""});
+}
+
+}  // namespace
+
+CLI::Option* addPath(CLI::App& command, std::string& path, const std::string& description) {
+    return asPath(command.add_option("path", path, description));
+}
+
+CLI::Option* addPaths(
+    CLI::App& command, std::vector<std::string>& paths, const std::string& description) {
+    return asPath(command.add_option("paths", paths, description));
+}
+
 CLI::Validator wholeNumber() {
     const auto check = [](const std::string& text) {
         std::int64_t number = -1;

@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
@@ -46,6 +47,12 @@ void print(const Json::Value& document);
 
 /// Prints a sentence on standard error, "brimlo: " before it and a period behind it.
 void complain(std::string_view sentence);
+
+/// Lets a command take one path or several. An empty one is wrong usage: it names nothing, and not
+/// the current folder.
+CLI::Option* addPath(CLI::App& command, std::string& path, const std::string& description);
+CLI::Option* addPaths(
+    CLI::App& command, std::vector<std::string>& paths, const std::string& description);
 
 /// Takes whole numbers, 0 or more, that fit into 64 bits.
 [[nodiscard]] CLI::Validator wholeNumber();

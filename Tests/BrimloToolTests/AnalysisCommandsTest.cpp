@@ -27,8 +27,8 @@ TEST_F(AnalysisCommandsTest, ListsLargeFiles) {
 TEST_F(AnalysisCommandsTest, TellsWhatIsWrong) {
     const std::tuple<std::vector<std::string>, int, std::string> cases[] = {
         {{"large", "a/1"},                            1, "a/1 is no folder that can be read."                  },
-        {{"large", ""},                               2, "An empty path names nothing."                        },
         {{"large", "--limit", "0"},                   2, "The limit is 1 or more."                             },
+        {{"scan", "a/1"},                             1, "a/1 is no folder that can be read."                  },
         {{"duplicates", "a/1"},                       1, "a/1 is no folder that can be read."                  },
         {{"duplicates", "--trash-extras", "--json"},
          2,                                              "Nobody can be asked here: say --yes to change files."},
@@ -38,6 +38,13 @@ TEST_F(AnalysisCommandsTest, TellsWhatIsWrong) {
     for (const auto& [arguments, exitCode, sentence] : cases) {
         EXPECT_EQ(run(arguments), (Outcome{exitCode, "", "brimlo: " + sentence + "\n"}));
     }
+    for (const char* command :
+         {"scan", "size", "large", "duplicates", "backup", "safety", "clean"}) {
+        const Outcome outcome = run({command, ""});
+        EXPECT_EQ(outcome.exitCode, 2) << command;
+        EXPECT_TRUE(outcome.err.ends_with("An empty path names nothing.\n")) << outcome.err;
+    }
+    EXPECT_EQ(run({"clean", "--dry-run", "--", "a/1"}).exitCode, 0);
 }
 
 TEST_F(AnalysisCommandsTest, TrashesTheExtrasAndPutsThemBack) {

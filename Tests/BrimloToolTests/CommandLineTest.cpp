@@ -43,7 +43,7 @@ TEST_F(CommandLineTest, TellsWrongUsageInOneSentence) {
         {{"clean", "--yes", "--safe", "--preselected"}, any                                                          },
         {{"clean", "--safe"},                           nobody + "clean, or --dry-run to look."                      },
         {{"clean", "file", "--json"},                   nobody + "clean, or --dry-run to look."                      },
-        {{"clean", "file", "", "--yes"},                "An empty path names nothing."                               },
+        {{"clean", "file", "", "--yes"},                "paths: An empty path names nothing."                        },
         {{"clean", "--rule", "no", "--yes"},            "No rule and no project pattern is called \"no\"."           },
         {{"trash", "empty"},                            nobody + "empty the Trash."                                  },
         {{"undo", "--last", "--batch", "A"},            any                                                          },

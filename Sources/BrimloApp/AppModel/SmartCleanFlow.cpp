@@ -62,19 +62,10 @@ void AppModel::setSelected(std::set<std::string> paths) {
 }
 
 void AppModel::rebuildPlan() {
-    std::vector<CleanItem> items;
-    for (const Suggestion& suggestion : suggestions_) {
-        for (const SuggestionItem& item : suggestion.items) {
-            if (selected_.contains(item.path)) {
-                items.push_back(
-                    {.path = item.path,
-                     .size = item.size,
-                     .ruleID = suggestion.id,
-                     .risk = suggestion.risk});
-            }
-        }
-    }
-    assign(currentPlan_, CleanPlan{items}, &AppModel::currentPlanChanged);
+    CleanPlan plan = CleanPlan::of(suggestions_, [this](const Suggestion&, const auto& item) {
+        return selected_.contains(item.path);
+    });
+    assign(currentPlan_, std::move(plan), &AppModel::currentPlanChanged);
 }
 
 void AppModel::setPersonaFilter(const std::optional<Persona> persona) {

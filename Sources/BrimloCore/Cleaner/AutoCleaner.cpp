@@ -43,7 +43,7 @@ AutoCleanOutcome run(const AppConfig& config, Cleaner& cleaner, bool dryRun, boo
     }
     if (!outcome.skippedReason) {
         const SuggestionOptions everything{.staleDays = config.staleDays};
-        const CleanPlan plan{selection(config, SuggestionEngine::generate(everything))};
+        const CleanPlan plan = selection(config, SuggestionEngine::generate(everything));
         outcome.planned = plan.items();
         outcome.report =
             cleaner.execute(plan, DisposalMode::trash, dryRun, {}, Cleaner::Unrecorded::stays);
@@ -70,20 +70,11 @@ std::optional<std::string> reasonToWait(
            std::to_string(config.freeSpaceThresholdGB) + " GB threshold.";
 }
 
-std::vector<CleanItem> selection(
-    const AppConfig& config, const std::vector<Suggestion>& suggestions) {
-    std::vector<CleanItem> items;
-    for (const Suggestion& suggestion : suggestions) {
-        if (!mayTake(suggestion, config)) {
-            continue;
-        }
-        for (const SuggestionItem& item : suggestion.items) {
-            if (suggestion.preselectedPaths.contains(item.path)) {
-                items.push_back({item.path, item.size, suggestion.id, suggestion.risk});
-            }
-        }
-    }
-    return items;
+CleanPlan selection(const AppConfig& config, const std::vector<Suggestion>& suggestions) {
+    return CleanPlan::of(
+        suggestions, [&](const Suggestion& suggestion, const SuggestionItem& item) {
+            return mayTake(suggestion, config) && suggestion.preselectedPaths.contains(item.path);
+        });
 }
 
 }  // namespace AutoCleaner

@@ -44,8 +44,8 @@ namespace AutoCleaner {
 [[nodiscard]] std::optional<std::string> reasonToWait(
     const AppConfig& config, const std::optional<VolumeInfo::Snapshot>& volume);
 
-/// What of the suggestions an unattended clean may take, in their order.
-[[nodiscard]] std::vector<CleanItem> selection(
+/// What of the suggestions an unattended clean may take.
+[[nodiscard]] CleanPlan selection(
     const AppConfig& config, const std::vector<Suggestion>& suggestions);
 
 }  // namespace AutoCleaner

@@ -1,5 +1,7 @@
 #include "BrimloCore/Cleaner/CleanPlan.h"
 
+#include "BrimloCore/Platform/FileIdentity.h"
+#include "BrimloCore/SuggestionEngine/RuleTargets.h"
 #include "BrimloCore/Support/Safety.h"
 #include "BrimloCore/Support/Text.h"
 
@@ -53,6 +55,39 @@ CleanPlan::CleanPlan(const std::vector<CleanItem>& items) {
             items_.push_back(*entry.item);
         }
     }
+}
+
+CleanPlan CleanPlan::of(const std::vector<Suggestion>& suggestions, const Choice& isMeant) {
+    std::vector<CleanItem> items;
+    for (const Suggestion& suggestion : suggestions) {
+        for (const SuggestionItem& item : suggestion.items) {
+            if (isMeant(suggestion, item)) {
+                items.push_back({item.path, item.size, suggestion.id, suggestion.risk});
+            }
+        }
+    }
+    return CleanPlan{items};
+}
+
+CleanPlan CleanPlan::at(const std::vector<std::string>& paths) {
+    std::vector<CleanItem> items;
+    std::vector<std::string> measured;
+    for (const std::string& path : paths) {
+        Safety::Verdict verdict = Safety::judge(path);
+        if (!verdict.refusal && verdict.identity) {
+            measured.push_back(std::move(verdict.canonical));
+            continue;
+        }
+        // A spelling that means something else than its text must not lose that by being tidied.
+        const bool isAmbiguous =
+            !verdict.identity && Platform::FileIdentity::of(verdict.canonical).has_value();
+        items.push_back({.path = isAmbiguous ? path : std::move(verdict.canonical)});
+    }
+    for (SuggestionItem& item : SuggestionEngine::size(measured)) {
+        items.push_back(
+            {.path = std::move(item.path), .size = item.size, .ruleID = {}, .risk = {}});
+    }
+    return CleanPlan{items};
 }
 
 std::int64_t CleanPlan::totalBytes() const {

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "BrimloCore/Models/Risk.h"
+#include "BrimloCore/Models/Suggestion.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -26,6 +28,18 @@ public:
     /// Keeps the first item of each path and drops those that lie inside another item. Paths
     /// compare in canonical form; the items keep the spelling they came with.
     explicit CleanPlan(const std::vector<CleanItem>& items);
+
+    /// Whether an item of a suggestion is meant.
+    using Choice = std::function<bool(const Suggestion&, const SuggestionItem&)>;
+
+    /// What is meant of the suggestions, each item with its rule and that one's rating.
+    [[nodiscard]] static CleanPlan of(
+        const std::vector<Suggestion>& suggestions, const Choice& isMeant);
+
+    /// What lies at these paths, in canonical form: what is shown for review is what will be
+    /// judged. A path that the system reads differently stays as it is, to be refused. Measures in
+    /// parallel, but nothing that the gate refuses. Blocks.
+    [[nodiscard]] static CleanPlan at(const std::vector<std::string>& paths);
 
     bool operator==(const CleanPlan&) const = default;
 

@@ -75,6 +75,15 @@ std::vector<SuggestionItem> size(std::vector<SuggestionItem> items) {
     return items;
 }
 
+std::vector<SuggestionItem> size(const std::vector<std::string>& paths) {
+    std::vector<SuggestionItem> items;
+    items.reserve(paths.size());
+    for (const std::string& path : paths) {
+        items.push_back({.path = path});
+    }
+    return size(std::move(items));
+}
+
 }  // namespace Brimlo::SuggestionEngine
 
 namespace Brimlo::UserRules {

@@ -15,6 +15,9 @@ namespace Brimlo::SuggestionEngine {
 /// until all are done.
 [[nodiscard]] std::vector<SuggestionItem> size(std::vector<SuggestionItem> items);
 
+/// The sizes of these paths, likewise.
+[[nodiscard]] std::vector<SuggestionItem> size(const std::vector<std::string>& paths);
+
 }  // namespace Brimlo::SuggestionEngine
 
 namespace Brimlo::UserRules {

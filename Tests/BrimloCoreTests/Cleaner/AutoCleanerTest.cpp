@@ -90,8 +90,9 @@ TEST_F(AutoCleanerTest, TakesWhatNeedsNoReview) {
             {"/a", 3, c.id, c.risk}
         };
         const AppConfig config{.autoCleanIncludesCustomRules = c.customRules};
-        const auto taken = AutoCleaner::selection(config, {unticked, suggestion});
-        EXPECT_EQ(taken, c.isTaken ? all : std::vector<CleanItem>{}) << c.id << rawValue(c.risk);
+        const CleanPlan taken = AutoCleaner::selection(config, {unticked, suggestion});
+        EXPECT_EQ(taken.items(), c.isTaken ? all : std::vector<CleanItem>{})
+            << c.id << rawValue(c.risk);
     }
 }
 
