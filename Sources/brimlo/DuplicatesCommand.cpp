@@ -1,4 +1,4 @@
-#include "BrimloCore/Cleaner/DuplicateFinder.h"
+#include "BrimloCore/Cleaner/DuplicateExtras.h"
 #include "BrimloCore/Support/Fmt.h"
 #include "BrimloCore/Support/Folders.h"
 #include "BrimloCore/Support/Path.h"
@@ -25,12 +25,6 @@ struct Arguments {
     bool clone = false;
     bool trashExtras = false;
     bool yes = false;
-};
-
-/// What came of the cloning.
-struct CloneReport {
-    std::int64_t sharedBytes = 0;
-    std::vector<std::string> failures;  ///< "path: reason".
 };
 
 Groups find(const std::vector<std::string>& roots, std::int64_t minSize) {
@@ -89,26 +83,14 @@ Json::Array forms(const Groups& groups) {
 
 CloneReport cloneExtras(const Groups& groups) {
     Interrupt::finishFirst(Interrupt::Undo::impossible);
-    CloneReport report;
+    ScanControl control;
     Console::Progress progress;
-    for (const DuplicateGroup& group : groups) {
-        for (std::size_t i = 1; i < group.paths.size() && !Interrupt::wasNoted(); ++i) {
-            const std::string& path = group.paths[i];
-            progress.show("Cloning " + Console::shortPath(path));
-            // Minutes may have passed since both were read.
-            if (!DuplicateFinder::areEqual(group.paths.front(), path)) {
-                report.failures.push_back(path + ": is no longer equal");
-                continue;
-            }
-            const auto done = DuplicateFinder::replaceWithClone(group.paths.front(), path);
-            if (done) {
-                report.sharedBytes += group.size;
-            } else {
-                report.failures.push_back(path + ": " + done.error().description);
-            }
+    return DuplicateExtras::clone(groups, &control, [&](const std::string& path) {
+        if (Interrupt::wasNoted()) {
+            control.cancel();
         }
-    }
-    return report;
+        progress.show("Cloning " + Console::shortPath(path));
+    });
 }
 
 ExitCode clone(const Groups& groups, bool yes, const Tool& tool) {
@@ -135,26 +117,12 @@ ExitCode clone(const Groups& groups, bool yes, const Tool& tool) {
         for (const std::string& line : report.failures) {
             Console::line("failed   " + Console::shortPath(line));
         }
-        Console::line(
-            report.failures.empty()
-                ? "Replaced duplicates with clones, sharing " + Fmt::bytes(report.sharedBytes) + "."
-                : "Cloned some duplicates; " + std::to_string(report.failures.size()) +
-                      " failed (different volume?).");
+        Console::line(report.sentence());
     }
     if (Interrupt::wasNoted()) {
         return ExitCode::interrupted;
     }
     return report.failures.empty() ? ExitCode::done : ExitCode::problems;
-}
-
-CleanPlan planOfExtras(const Groups& groups) {
-    std::vector<CleanItem> items;
-    for (const DuplicateGroup& group : groups) {
-        for (std::size_t i = 1; i < group.paths.size(); ++i) {
-            items.push_back({group.paths[i], group.size, std::nullopt, std::nullopt});
-        }
-    }
-    return CleanPlan{items};
 }
 
 /// The folders meant. What is none, or can't be read, is complained of and left out.
@@ -185,7 +153,7 @@ ExitCode act(const Groups& groups, const Arguments& arguments, const Tool& tool)
         return clone(groups, arguments.yes, tool);
     }
     if (arguments.trashExtras) {
-        return CleanRun::run(planOfExtras(groups), {.yes = arguments.yes}, tool);
+        return CleanRun::run(DuplicateExtras::plan(groups), {.yes = arguments.yes}, tool);
     }
     if (tool.isJson()) {
         print(forms(groups));
@@ -196,10 +164,6 @@ ExitCode act(const Groups& groups, const Arguments& arguments, const Tool& tool)
 }
 
 ExitCode run(const Arguments& arguments, const Tool& tool) {
-    if (std::ranges::find(arguments.paths, "") != arguments.paths.end()) {
-        complain("An empty path names nothing.");
-        return ExitCode::wrongUsage;
-    }
     const bool isChanging = arguments.clone || arguments.trashExtras;
     if (isChanging && !arguments.yes && (tool.isJson() || !Console::canAsk())) {
         complain("Nobody can be asked here: say --yes to change files.");
@@ -223,8 +187,7 @@ void addDuplicatesCommand(CLI::App& app, Tool& tool) {
             return run(*arguments, tool);
         });
     command->group(kLookGroup);
-    command->add_option("paths", arguments->paths, "Folders (default: your home folder)")
-        ->type_name("PATH");
+    addPaths(*command, arguments->paths, "Folders (default: your home folder)");
     command
         ->add_option(
             "--min-size",

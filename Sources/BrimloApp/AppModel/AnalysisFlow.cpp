@@ -1,15 +1,14 @@
 #include "BrimloApp/AppModel/AppModel.h"
 #include "BrimloApp/AppModel/RunInBackground.h"
+#include "BrimloCore/Cleaner/DuplicateExtras.h"
 #include "BrimloCore/DiskScanner/DiskScanner.h"
 #include "BrimloCore/LargeFiles/LargeFiles.h"
-#include "BrimloCore/Support/Fmt.h"
 #include "BrimloCore/Support/StoragePaths.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 // What fills a folder: the scanned tree and the way through it, the largest files, the duplicates.
@@ -70,9 +69,8 @@ void AppModel::startScan(const std::optional<std::string>& path) {
                 .root = DiskScanner{control, ScanOptions{}}
                   .scan(root)
             };
-            const std::vector<std::string> skipped = control->inaccessible();
-            scanned.unreadableCount = static_cast<int>(skipped.size());
-            scanned.unreadableAreas = UnreadableFolders::group(skipped, StoragePaths::home());
+            scanned.unreadableCount = static_cast<int>(control->inaccessible().size());
+            scanned.unreadableAreas = UnreadableFolders::group(*control, StoragePaths::home());
             return scanned;
         },
         [control = scanControl_](AppModel& model, Scanned scanned) {
@@ -291,13 +289,20 @@ void AppModel::findDuplicates() {
     }
     assign(isFindingDupes_, true, &AppModel::isFindingDupesChanged);
     assign(dupGroups_, {}, &AppModel::dupGroupsChanged);
+    dupControl_ = std::make_shared<ScanControl>();
     runInBackground(
         this,
-        [root = dupRoot_] { return DuplicateFinder::find({root}, kDuplicateSize); },
-        [](AppModel& model, std::vector<DuplicateGroup> found) {
+        [root = dupRoot_, control = dupControl_] {
+            return DuplicateFinder::find({root}, kDuplicateSize, control.get());
+        },
+        [control = dupControl_](AppModel& model, std::vector<DuplicateGroup> found) {
             model.assign(model.dupGroups_, std::move(found), &AppModel::dupGroupsChanged);
             model.assign(model.isFindingDupes_, false, &AppModel::isFindingDupesChanged);
-            model.assign(model.dupsSearched_, true, &AppModel::dupsSearchedChanged);
+            // Of a search that was cancelled nobody knows that there is nothing.
+            model.assign(
+                model.dupsSearched_,
+                model.dupsSearched_ || !control->isCancelled(),
+                &AppModel::dupsSearchedChanged);
         });
 }
 
@@ -315,39 +320,37 @@ bool AppModel::findDuplicatesInDropped(const QUrl& address) {
     return folder.has_value();
 }
 
+void AppModel::cancelDuplicates() {
+    if (dupControl_) {
+        dupControl_->cancel();
+    }
+}
+
 void AppModel::cloneDuplicates(const DuplicateGroup& group) {
-    if (group.paths.empty()) {
+    if (!busy_.isEmpty()) {
         return;
     }
-    const Uuid id = group.id;
-    std::int64_t shared = 0;
-    int failures = 0;
-    for (auto path = std::next(group.paths.begin()); path != group.paths.end(); ++path) {
-        if (DuplicateFinder::replaceWithClone(group.paths.front(), *path)) {
-            shared += group.size;
-        } else {
-            ++failures;
-        }
-    }
-    setBanner(
-        failures > 0
-            ? QStringLiteral("Cloned some duplicates; %1 failed (different volume?).").arg(failures)
-            : QStringLiteral("Replaced duplicates with clones, sharing %1.")
-                  .arg(QString::fromStdString(Fmt::bytes(shared))));
-    removeGroup(id);
-    refreshVolume();
+    setBusy(QStringLiteral("Replacing duplicates with clones…"));
+    runInBackground(
+        this,
+        [group] { return DuplicateExtras::clone({group}).sentence(); },
+        [id = group.id](AppModel& model, const std::string& sentence) {
+            model.setBusy({});
+            model.setBanner(QString::fromStdString(sentence));
+            model.removeGroup(id);
+            model.refreshVolume();
+        });
 }
 
 void AppModel::trashDuplicates(const DuplicateGroup& group) {
-    std::vector<CleanItem> items;
-    for (std::size_t i = 1; i < group.paths.size(); ++i) {
-        items.push_back({.path = group.paths[i], .size = group.size, .ruleID = {}, .risk = {}});
-    }
-    runClean(CleanPlan{items}, DisposalMode::trash, [model = QPointer{this}, id = group.id] {
-        if (model) {
-            model->removeGroup(id);
-        }
-    });
+    runClean(
+        DuplicateExtras::plan({group}),
+        DisposalMode::trash,
+        [model = QPointer{this}, id = group.id] {
+            if (model) {
+                model->removeGroup(id);
+            }
+        });
 }
 
 void AppModel::removeGroup(const Uuid& id) {

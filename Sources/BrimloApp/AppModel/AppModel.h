@@ -259,12 +259,13 @@ public:
     [[nodiscard]] bool isFindingLarge() const { return isFindingLarge_; }
     [[nodiscard]] bool largeSearched() const { return largeSearched_; }
 
-    /// Can't be cancelled.
     Q_INVOKABLE void findDuplicates();
     Q_INVOKABLE void findDuplicatesInHome();
     Q_INVOKABLE bool findDuplicatesInDropped(const QUrl& address);
-    /// Replaces all but the first file of a group with clones of it. Blocks for the few system
-    /// calls that this takes.
+    /// Ends a search without a result.
+    Q_INVOKABLE void cancelDuplicates();
+    /// Replaces all but the first file of a group with clones of it; takes `busy`. The group goes
+    /// in any case.
     void cloneDuplicates(const DuplicateGroup& group);
     /// Moves all but the first file of a group to the Trash; the group goes in any case.
     void trashDuplicates(const DuplicateGroup& group);
@@ -533,6 +534,7 @@ private:
     std::vector<DuplicateGroup> dupGroups_;
     bool isFindingDupes_ = false;
     bool dupsSearched_ = false;
+    std::shared_ptr<ScanControl> dupControl_;
     std::string largeRoot_;
     std::vector<std::shared_ptr<FileNode>> largeFiles_;
     bool isFindingLarge_ = false;

@@ -38,6 +38,7 @@ RowLayout {
     RowButton {
         text: qsTr("Replace with clones")
         symbol: "doc.on.doc"
+        enabled: AppModel.busy === ""
         isCurrent: head.isCurrent
         onClicked: head.cloned()
     }

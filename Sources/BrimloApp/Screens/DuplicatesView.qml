@@ -30,6 +30,13 @@ Screen {
             title: qsTr("Comparing files…")
             path: AppModel.dupRoot
             line: qsTr("Large folders can take a minute or two.")
+            Keys.onEscapePressed: AppModel.cancelDuplicates()
+
+            OutlineButton {
+                text: qsTr("Cancel")
+                focus: true
+                onClicked: AppModel.cancelDuplicates()
+            }
         }
         start: DuplicatesStart {
             anchors.fill: parent

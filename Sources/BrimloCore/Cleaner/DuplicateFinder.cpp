@@ -1,31 +1,21 @@
 #include "BrimloCore/Cleaner/DuplicateFinder.h"
 
+#include "BrimloCore/Cleaner/FileReader.h"
 #include "BrimloCore/DiskScanner/FolderPlace.h"
 #include "BrimloCore/Platform/CloneFile.h"
 #include "BrimloCore/Platform/DirectoryReader.h"
 #include "BrimloCore/Platform/EntryStatus.h"
 #include "BrimloCore/Platform/FileIdentity.h"
-#include "BrimloCore/Platform/Posix/Descriptor.h"
 #include "BrimloCore/Platform/Sha256.h"
 #include "BrimloCore/Platform/Trash.h"
 #include "BrimloCore/Support/Path.h"
 
 #include <algorithm>
-#include <array>
-#include <cerrno>
-#include <cstddef>
-#include <cstdio>
 #include <map>
-#include <memory>
 #include <optional>
 #include <set>
-#include <span>
 #include <string_view>
 #include <utility>
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 // Four stages, each on what the one before it left: files by length, without further names of a
 // file already met, by a digest of beginning and end, and by a digest of all bytes. So that of
@@ -40,10 +30,6 @@ std::int64_t DuplicateGroup::wastedBytes() const {
 namespace DuplicateFinder {
 
 namespace {
-
-constexpr std::int64_t kEdgeBytes = 65'536;
-constexpr std::int64_t kLongestWithOneEdge = 2 * kEdgeBytes;
-constexpr std::int64_t kChunkBytes = 4'194'304;
 
 struct File {
     std::string path;
@@ -85,7 +71,8 @@ std::optional<FilesBySize> filesBySize(
     std::vector<Folder> waiting;
     for (const std::string& root : roots) {
         if (Path::isUsable(root)) {
-            waiting.push_back({root, FolderPlace{root}});
+            std::string path = Path::standardized(root);
+            waiting.push_back({path, FolderPlace{path}});
         }
     }
     const Outside outside;
@@ -104,7 +91,8 @@ std::optional<FilesBySize> filesBySize(
         const auto visit = [&](const Platform::DirectoryEntry& entry) {
             if (entry.isDirectory) {
                 if (!outside.contains(open->number(), entry.name)) {
-                    waiting.push_back({folder.path + "/" + entry.name, inside.place(entry.name)});
+                    waiting.push_back(
+                        {Path::join(folder.path, entry.name), inside.place(entry.name)});
                 }
                 return;
             }
@@ -112,7 +100,7 @@ std::optional<FilesBySize> filesBySize(
             if (status && status->kind == Platform::EntryStatus::Kind::file &&
                 status->length >= minSize) {
                 files[status->length].push_back(
-                    {folder.path + "/" + entry.name, status->fileID, status->device});
+                    {Path::join(folder.path, entry.name), status->fileID, status->device});
             }
         };
         Platform::readDirectory(open->number(), Platform::EntryDetail::kind, visit);
@@ -120,99 +108,23 @@ std::optional<FilesBySize> filesBySize(
     return files;
 }
 
-/// Stage 2: the paths, of each file that under which it was met first.
-Paths firstNames(std::vector<File>& files) {
+/// Stage 2: the paths, of each file that under which it was met first, and of clones the one met
+/// first. Clones lie on one volume, so that the same extents on another one are no clone.
+Paths firstNames(std::vector<File>& files, const FileReader& reader) {
     std::set<std::pair<std::uint64_t, std::uint64_t>> seen;
+    std::set<std::pair<std::uint64_t, std::vector<Platform::Extent>>> seenExtents;
     Paths paths;
     for (File& file : files) {
-        if (seen.emplace(file.device, file.fileID).second) {
+        if (reader.isCancelled() || !seen.emplace(file.device, file.fileID).second) {
+            continue;
+        }
+        const auto extents = Platform::sharedExtents(FileReader::open(file.path).number());
+        if (!extents || seenExtents.emplace(file.device, *extents).second) {
             paths.push_back(std::move(file.path));
         }
     }
     return paths;
 }
-
-/// Reads files and digests them, with one buffer for all.
-class FileReader {
-public:
-    using Bytes = std::span<const std::byte>;
-
-    /// Opens a regular file alone: a pipe or device may have taken its place since it was met.
-    static Platform::Descriptor open(const std::string& path) {
-        constexpr int kFlags = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
-        Platform::Descriptor file{::open(path.c_str(), kFlags)};
-        struct stat status {};
-        const bool isFile = file && fstat(file.number(), &status) == 0 && S_ISREG(status.st_mode);
-        return isFile ? std::move(file) : Platform::Descriptor{};
-    }
-
-    /// Up to `count` bytes, fewer only at the end; nullopt when reading failed. Valid until the
-    /// next call.
-    std::optional<Bytes> read(
-        const Platform::Descriptor& file, std::int64_t count, std::int64_t offset) {
-        std::int64_t length = 0;
-        while (length < count) {
-            const ssize_t more = pread(
-                file.number(),
-                buffer_->bytes.data() + length,
-                static_cast<std::size_t>(count - length),
-                offset + length);
-            if (more == 0) {
-                break;
-            }
-            if (more < 0 && errno != EINTR) {
-                return std::nullopt;
-            }
-            length += std::max<ssize_t>(more, 0);
-        }
-        return Bytes{buffer_->bytes}.first(static_cast<std::size_t>(length));
-    }
-
-    /// The digest of the beginning, and of the end where the two do not meet; nullopt when nothing
-    /// can be read.
-    std::optional<Sha256::Digest> digestOfEdges(const std::string& path) {
-        const Platform::Descriptor file = open(path);
-        const auto beginning = read(file, kEdgeBytes, 0);
-        if (!beginning || beginning->empty()) {
-            return std::nullopt;
-        }
-        sha256_.update(*beginning);
-        struct stat status {};
-        if (fstat(file.number(), &status) == 0 && status.st_size > kLongestWithOneEdge) {
-            sha256_.update(read(file, kEdgeBytes, status.st_size - kEdgeBytes).value_or(Bytes{}));
-        }
-        return sha256_.finish();
-    }
-
-    /// The digest of all bytes up to where they can't be read any further; nullopt when the file
-    /// can't be opened or is longer than `size` by now, since one that grows on might never end.
-    std::optional<Sha256::Digest> digest(const std::string& path, std::int64_t size) {
-        const Platform::Descriptor file = open(path);
-        if (!file) {
-            return std::nullopt;
-        }
-        std::int64_t offset = 0;
-        while (offset <= size) {
-            const auto bytes = read(file, kChunkBytes, offset);
-            if (!bytes || bytes->empty()) {
-                return sha256_.finish();
-            }
-            sha256_.update(*bytes);
-            offset += std::ssize(*bytes);
-        }
-        static_cast<void>(sha256_.finish());
-        return std::nullopt;
-    }
-
-private:
-    /// 4 MiB where a page begins: the kernel copies to other places at a third of the speed.
-    struct alignas(4096) Buffer {
-        std::array<std::byte, kChunkBytes> bytes;
-    };
-
-    std::unique_ptr<Buffer> buffer_ = std::make_unique_for_overwrite<Buffer>();
-    Sha256 sha256_;
-};
 
 /// The paths of which `digestOf` says the same, in their order; without those that nothing else
 /// agrees with, or of which it says nothing.
@@ -234,15 +146,20 @@ void addGroups(
     FileReader& reader,
     const Progress& progress,
     std::vector<DuplicateGroup>& result) {
-    const auto alike =
-        grouped(sameSize, [&](const std::string& path) { return reader.digestOfEdges(path); });
+    using Digest = std::optional<Sha256::Digest>;
+    const auto alike = grouped(sameSize, [&](const std::string& path) {
+        return reader.isCancelled() ? Digest{} : reader.digestOfEdges(path);
+    });
     for (const auto& group : alike) {
-        const auto digestOf = [&](const std::string& path) {
+        const auto digestOf = [&](const std::string& path) -> Digest {
+            if (reader.isCancelled()) {
+                return std::nullopt;
+            }
             if (progress) {
                 progress(path);
             }
             // What is so short was read to its end already.
-            return size < kEdgeBytes ? std::optional{group.first} : reader.digest(path, size);
+            return size < FileReader::kEdgeBytes ? group.first : reader.digest(path, size);
         };
         for (auto& [digest, equal] : grouped(group.second, digestOf)) {
             result.push_back({.size = size, .paths = equal});
@@ -268,48 +185,17 @@ std::vector<DuplicateGroup> find(
         return {};
     }
     std::vector<DuplicateGroup> result;
-    FileReader reader;
+    FileReader reader{control};
     for (auto& [size, sameSize] : *files) {
         if (sameSize.size() > 1) {
-            addGroups(firstNames(sameSize), size, reader, progress, result);
+            addGroups(firstNames(sameSize, reader), size, reader, progress, result);
         }
+    }
+    if (reader.isCancelled()) {
+        return {};
     }
     std::ranges::sort(result, comesFirst);
     return result;
-}
-
-bool areEqual(const std::string& first, const std::string& second) {
-    std::array<FileReader, 2> readers;
-    const Platform::Descriptor one = FileReader::open(first);
-    const Platform::Descriptor other = FileReader::open(second);
-    for (std::int64_t offset = 0; one && other; offset += kChunkBytes) {
-        const auto mine = readers[0].read(one, kChunkBytes, offset);
-        const auto its = readers[1].read(other, kChunkBytes, offset);
-        if (!mine || !its || !std::ranges::equal(*mine, *its)) {
-            return false;
-        }
-        if (std::ssize(*mine) < kChunkBytes) {
-            return true;
-        }
-    }
-    return false;
-}
-
-std::expected<void, Error> replaceWithClone(
-    const std::string& original, const std::string& duplicate) {
-    const std::string temporary = duplicate + ".brimlo-clone";
-    auto cloned = Platform::cloneFile(original, temporary);
-    if (!cloned) {
-        return cloned;
-    }
-    Platform::copyTimesAndMode(duplicate, temporary);
-    if (rename(temporary.c_str(), duplicate.c_str()) == 0) {
-        return {};
-    }
-    const int code = errno;
-    unlink(temporary.c_str());
-    return std::unexpected(
-        Error{.domain = kSystemErrorDomain, .code = code, .description = "rename failed"});
 }
 
 }  // namespace DuplicateFinder

@@ -182,11 +182,38 @@ TEST_F(AnalysisFlowTest, TellsHowManyCopiesCouldNotBeCloned) {
     write("dups/b.brimlo-clone");
     write("dups/c.brimlo-clone");
     model().cloneDuplicates(group);
+    EXPECT_EQ(model().busy(), "Replacing duplicates with clones…");
+    model().emptyTrash();
+    EXPECT_EQ(model().busy(), "Replacing duplicates with clones…") << "one at a time";
+    finish();
     EXPECT_EQ(model().banner(), "Cloned some duplicates; 2 failed (different volume?).");
     EXPECT_THAT(model().dupGroups(), IsEmpty());
     group.paths.resize(1);
     model().cloneDuplicates(group);
+    finish();
     EXPECT_EQ(model().banner(), "Replaced duplicates with clones, sharing 0 bytes.");
+}
+
+TEST_F(AnalysisFlowTest, ReplacesNoCopyThatChangedSinceItWasFound) {
+    makeDuplicates();
+    write("dups/b", "an edit");
+    write("dups/c", std::string(1'048'576, 'e'));
+    model().cloneDuplicates(model().dupGroups().front());
+    finish();
+    EXPECT_EQ(Testing::contentOf(at("dups/b")), "an edit");
+    EXPECT_TRUE(model().banner().startsWith("Cloned some duplicates; 2 failed"));
+}
+
+TEST_F(AnalysisFlowTest, SaysNothingOfADuplicateSearchThatWasCancelled) {
+    write("dups/a", std::string(1'048'576, 'd'));
+    write("dups/b", std::string(1'048'576, 'd'));
+    model().setDupRoot(at("dups"));
+    model().findDuplicates();
+    model().cancelDuplicates();
+    model().findDuplicates();
+    finish();
+    EXPECT_THAT(model().dupGroups(), IsEmpty()) << "a second search beside the first";
+    EXPECT_FALSE(model().dupsSearched());
 }
 
 TEST_F(AnalysisFlowTest, TakesDroppedFoldersAndNothingElse) {

@@ -1,5 +1,4 @@
-#include "BrimloCore/Cleaner/DuplicateFinder.h"
-
+#include "BrimloCore/Cleaner/DuplicateExtras.h"
 #include "BrimloCoreTests/Cleaner/Child.h"
 #include "Support/TempHome.h"
 
@@ -54,30 +53,6 @@ TEST_F(DuplicateFinderTest, ReadsInFullOnlyWhatEdgesDoNotTellApart) {
     }
 }
 
-TEST_F(DuplicateFinderTest, ComparesAllBytesOnceMore) {
-    constexpr std::size_t kChunk = 4'194'304;
-    const std::string file = write("file", std::string(kChunk + 10, 'x'));
-    struct Case {
-        const char* name;
-        std::string content;
-        bool isEqual;
-    };
-    const Case cases[] = {
-        {"equal",                 std::string(kChunk + 10,      'x'), true},
-        {"shorter",                       std::string(kChunk,                                           'x'),       false},
-        {"longer",                  std::string(2 * kChunk + 10,                                              'x'),                                     false},
-        {"another end",                   std::string(kChunk + 9,'x') + "y",false},
-        {"empty","",     false                                       },
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_EQ(DuplicateFinder::areEqual(file, write("other", c.content)), c.isEqual);
-    }
-    EXPECT_FALSE(DuplicateFinder::areEqual(file, at("missing")));
-    EXPECT_FALSE(DuplicateFinder::areEqual(file, link("link", "file")));
-    EXPECT_TRUE(DuplicateFinder::areEqual(write("no bytes", ""), write("nor here", "")));
-}
-
 TEST_F(DuplicateFinderTest, GroupsFilesAndNotNames) {
     fs::create_hard_link(write("a/one", "1234567"), at("a/one too"));
     setenv("XDG_DATA_HOME", home().c_str(), 1);
@@ -94,9 +69,42 @@ TEST_F(DuplicateFinderTest, GroupsFilesAndNotNames) {
     ASSERT_EQ(groups.size(), 3U);
     EXPECT_EQ((Groups{groups[0].paths, groups[1].paths, groups[2].paths}), (Groups{b, c, d}));
     EXPECT_EQ(groups[0].size * 2, groups[0].wastedBytes());
-    ScanControl control;
-    control.cancel();
-    EXPECT_TRUE(DuplicateFinder::find({at("b")}, 7, &control).empty());
+    EXPECT_EQ(find(at("b") + "//."), Groups{b});
+}
+
+TEST_F(DuplicateFinderTest, EndsAtAnyStage) {
+    const std::string content(100'000, 'x');
+    const Lines equal{write("a/1", content), write("a/2", content), write("a/3", content)};
+    ScanControl atStart;
+    atStart.cancel();
+    EXPECT_TRUE(DuplicateFinder::find({at("a")}, 1, &atStart).empty());
+    ScanControl whileReading;
+    int begun = 0;
+    const auto progress = [&](const std::string&) {
+        ++begun;
+        whileReading.cancel();
+    };
+    EXPECT_TRUE(DuplicateFinder::find({at("a")}, 1, &whileReading, progress).empty());
+    EXPECT_EQ(begun, 1);
+}
+
+TEST_F(DuplicateFinderTest, PlansForTheExtrasAndNeverForTheLastCopy) {
+    const auto extras = [](const Lines& paths) {
+        Lines planned;
+        const CleanPlan plan = DuplicateExtras::plan({
+            DuplicateGroup{.size = 7, .paths = paths}
+        });
+        for (const CleanItem& item : plan.items()) {
+            EXPECT_EQ(item.size, 7);
+            planned.push_back(item.path);
+        }
+        return planned;
+    };
+    const Lines there{write("a/1"), write("a/2"), write("a/3")};
+    EXPECT_EQ(extras(there), (Lines{there[1], there[2]}));
+    fs::remove(there[0]);
+    EXPECT_EQ(extras(there), (Lines{there[0], there[2]}));
+    EXPECT_EQ(extras({}), Lines{});
 }
 
 TEST_F(DuplicateFinderTest, PassesOverWhatCannotBeRead) {

@@ -1,15 +1,18 @@
 #include "BrimloCore/Platform/CloneFile.h"
 
 #include "BrimloCore/Platform/Posix/CloneDescription.h"
-#include "BrimloCore/Platform/Posix/Descriptor.h"
 
 #include <array>
 #include <cerrno>
 #include <cstddef>
+#include <cstdio>
+#include <new>
+#include <span>
 #include <string_view>
 #include <vector>
 
 #include <fcntl.h>
+#include <linux/fiemap.h>
 #include <linux/fs.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
@@ -52,29 +55,58 @@ void copyDescription(int from, int to) {
 
 }  // namespace
 
-std::expected<void, Error> cloneFile(const std::string& original, const std::string& clone) {
-    // Should the original have been replaced by a pipe, nobody waits for its other end.
-    const Descriptor from{
-        open(original.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC)};
-    if (!from) {
+std::expected<Descriptor, Error> cloneFile(int original, int folder, const std::string& name) {
+    Descriptor clone{
+        openat(folder, name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600)};
+    if (!clone) {
         return cloneFailure(errno);
     }
-    const Descriptor to{
-        open(clone.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600)};
-    if (!to) {
-        return cloneFailure(errno);
-    }
-    if (ioctl(to.number(), FICLONE, from.number()) != 0) {
+    if (ioctl(clone.number(), FICLONE, original) != 0) {
         const int code = errno;
-        unlink(clone.c_str());
+        unlinkat(folder, name.c_str(), 0);
         return cloneFailure(code);
     }
-    copyDescription(from.number(), to.number());
+    copyDescription(original, clone.number());
+    return clone;
+}
+
+std::expected<void, Error> exchange(int folder, const std::string& one, const std::string& other) {
+    if (renameat2(folder, one.c_str(), folder, other.c_str(), RENAME_EXCHANGE) != 0) {
+        return std::unexpected(Error::fromSystem(errno));
+    }
     return {};
 }
 
-std::array<timespec, 2> timesOf(const struct stat& status) {
-    return {status.st_atim, status.st_mtim};
+std::optional<std::vector<Extent>> sharedExtents(int file) {
+    // Such a piece has no place of its own, or lies among the bytes of something else.
+    constexpr std::uint32_t kNowhere = FIEMAP_EXTENT_UNKNOWN | FIEMAP_EXTENT_NOT_ALIGNED;
+    constexpr std::uint32_t kMost = 128;
+    constexpr std::size_t kBytes = sizeof(fiemap) + kMost * sizeof(fiemap_extent);
+    alignas(fiemap) std::array<std::byte, kBytes> answer{};
+    auto* const head = new (answer.data()) fiemap{};
+    std::vector<Extent> result;
+    bool isLast = false;
+    while (!isLast) {
+        head->fm_start = result.empty() ? 0 : result.back().offset + result.back().length;
+        head->fm_length = FIEMAP_MAX_OFFSET - head->fm_start;
+        head->fm_flags = FIEMAP_FLAG_SYNC;
+        head->fm_extent_count = kMost;
+        if (ioctl(file, FS_IOC_FIEMAP, head) != 0 || head->fm_mapped_extents == 0) {
+            return std::nullopt;
+        }
+        for (const fiemap_extent& piece : std::span{head->fm_extents, head->fm_mapped_extents}) {
+            if ((piece.fe_flags & FIEMAP_EXTENT_SHARED) == 0 || (piece.fe_flags & kNowhere) != 0) {
+                return std::nullopt;
+            }
+            isLast = (piece.fe_flags & FIEMAP_EXTENT_LAST) != 0;
+            result.push_back({piece.fe_logical, piece.fe_physical, piece.fe_length});
+        }
+    }
+    return result;
+}
+
+std::array<timespec, 3> timesOf(const struct stat& status) {
+    return {status.st_atim, status.st_mtim, status.st_ctim};
 }
 
 }  // namespace Brimlo::Platform

@@ -1,10 +1,12 @@
 #include "BrimloCore/Platform/Posix/CloneDescription.h"
 
 #include "BrimloCore/Platform/CloneFile.h"
+#include "BrimloCore/Platform/FileVersion.h"
+#include "BrimloCore/Platform/Posix/IdentityOf.h"
 
 #include <utility>
 
-#include <fcntl.h>
+#include <sys/stat.h>
 
 namespace Brimlo::Platform {
 
@@ -21,14 +23,29 @@ mode_t modeFor(const struct stat& taker, const struct stat& giver) {
     return giver.st_mode & (isSame ? kAllBits : kWithoutIdentity);
 }
 
-void copyTimesAndMode(const std::string& source, const std::string& target) {
-    struct stat giver {};
-    struct stat taker {};
-    if (stat(source.c_str(), &giver) != 0 || stat(target.c_str(), &taker) != 0) {
+void copyTimesAndMode(int giver, int taker) {
+    struct stat given {};
+    struct stat taken {};
+    if (fstat(giver, &given) != 0 || fstat(taker, &taken) != 0) {
         return;
     }
-    utimensat(AT_FDCWD, target.c_str(), timesOf(giver).data(), 0);
-    chmod(target.c_str(), modeFor(taker, giver));
+    futimens(taker, timesOf(given).data());
+    fchmod(taker, modeFor(taken, given));
+}
+
+std::optional<FileVersion> FileVersion::of(int file) {
+    struct stat status {};
+    if (fstat(file, &status) != 0 || !S_ISREG(status.st_mode)) {
+        return std::nullopt;
+    }
+    const auto time = [](const timespec& it) { return Time{it.tv_sec, it.tv_nsec}; };
+    const auto [read, written, changed] = timesOf(status);
+    return FileVersion{
+        .identity = identityOf(status),
+        .length = status.st_size,
+        .names = status.st_nlink,
+        .written = time(written),
+        .changed = time(changed)};
 }
 
 }  // namespace Brimlo::Platform

@@ -17,7 +17,8 @@ namespace Brimlo::Platform {
 /// others: it would be theirs then.
 [[nodiscard]] mode_t modeFor(const struct stat& taker, const struct stat& giver);
 
-/// When a file was last read and last written. Each system has other names for the fields.
-[[nodiscard]] std::array<timespec, 2> timesOf(const struct stat& status);
+/// When a file was last read, last written and last changed in any way. Each system has other names
+/// for the fields.
+[[nodiscard]] std::array<timespec, 3> timesOf(const struct stat& status);
 
 }  // namespace Brimlo::Platform

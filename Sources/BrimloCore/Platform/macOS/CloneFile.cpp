@@ -1,10 +1,10 @@
 #include "BrimloCore/Platform/CloneFile.h"
 
 #include "BrimloCore/Platform/Posix/CloneDescription.h"
-#include "BrimloCore/Platform/Posix/Descriptor.h"
 
 #include <array>
 #include <cerrno>
+#include <cstdio>
 
 #include <fcntl.h>
 #include <sys/clonefile.h>
@@ -13,19 +13,34 @@
 
 namespace Brimlo::Platform {
 
-std::expected<void, Error> cloneFile(const std::string& original, const std::string& clone) {
-    // By descriptor: by its path, a link that took the original's place would be followed.
-    const Descriptor from{
-        open(original.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC)};
+std::expected<Descriptor, Error> cloneFile(int original, int folder, const std::string& name) {
     // The system brings owner, mode, times and attributes along.
-    if (!from || fclonefileat(from.number(), AT_FDCWD, clone.c_str(), 0) != 0) {
+    if (fclonefileat(original, folder, name.c_str(), 0) != 0) {
         return cloneFailure(errno);
+    }
+    Descriptor clone{openat(folder, name.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC)};
+    if (!clone) {
+        const int code = errno;
+        unlinkat(folder, name.c_str(), 0);
+        return cloneFailure(code);
+    }
+    return clone;
+}
+
+std::expected<void, Error> exchange(int folder, const std::string& one, const std::string& other) {
+    if (renameatx_np(folder, one.c_str(), folder, other.c_str(), RENAME_SWAP) != 0) {
+        return std::unexpected(Error::fromSystem(errno));
     }
     return {};
 }
 
-std::array<timespec, 2> timesOf(const struct stat& status) {
-    return {status.st_atimespec, status.st_mtimespec};
+// APFS does not tell which of its blocks are shared.
+std::optional<std::vector<Extent>> sharedExtents(int /*file*/) {
+    return std::nullopt;
+}
+
+std::array<timespec, 3> timesOf(const struct stat& status) {
+    return {status.st_atimespec, status.st_mtimespec, status.st_ctimespec};
 }
 
 }  // namespace Brimlo::Platform

@@ -1,0 +1,207 @@
+#include "BrimloCore/Cleaner/DuplicateExtras.h"
+
+#include "BrimloCore/Cleaner/FileReader.h"
+#include "BrimloCore/Platform/CloneFile.h"
+#include "BrimloCore/Platform/FileIdentity.h"
+#include "BrimloCore/Platform/FileVersion.h"
+#include "BrimloCore/Platform/Writers.h"
+#include "BrimloCore/Support/Fmt.h"
+#include "BrimloCore/Support/Path.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <set>
+#include <string_view>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace Brimlo {
+
+namespace {
+
+using Platform::Descriptor;
+using Platform::FileVersion;
+/// Why an extra was not replaced.
+using Reason = std::string;
+
+constexpr const char* kIsChanged = "was changed meanwhile";
+
+/// Whether the entry called `name` is this file.
+bool isAt(int folder, const std::string& name, const FileVersion& file) {
+    const Descriptor entry = FileReader::open(folder, name);
+    const auto found = FileVersion::of(entry.number());
+    return found && found->holdsTheBytesOf(file);
+}
+
+/// An extra on its way to be replaced.
+class Replacement {
+public:
+    Replacement(const std::string& path, std::array<FileReader, 2>& readers)
+        : readers_{readers}
+        , folder_{::open(
+              std::string{Path::parent(path)}.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)}
+        , name_{Path::name(path)}
+        , temporary_{name_ + ".brimlo-clone"}
+        , extra_{FileReader::open(folder_.number(), name_)}
+        , version_{FileVersion::of(extra_.number())} {}
+
+    /// Lets the extra share the bytes of `original`, and adds them to `sharedBytes`.
+    std::optional<Reason> by(const Descriptor& original, std::int64_t& sharedBytes) {
+        if (!original || !version_) {
+            return "is no longer equal";
+        }
+        if (version_->names > 1) {
+            return "has other names, which would not share";
+        }
+        const auto extents = Platform::sharedExtents(extra_.number());
+        if (extents && extents == Platform::sharedExtents(original.number())) {
+            return std::nullopt;
+        }
+        if (const auto held = Platform::holdWriters(extra_.number()); !held) {
+            return held.error().description;
+        }
+        const auto clone = Platform::cloneFile(original.number(), folder_.number(), temporary_);
+        if (!clone) {
+            return clone.error().description;
+        }
+        const auto reason = takePlace(*clone);
+        sharedBytes += reason ? 0 : version_->length;
+        return reason;
+    }
+
+private:
+    std::optional<Reason> takePlace(const Descriptor& clone) {
+        if (!holdsTheSame(clone)) {
+            remove();
+            return "is no longer equal";
+        }
+        Platform::copyTimesAndMode(extra_.number(), clone.number());
+        const auto made = FileVersion::of(clone.number());
+        if (!made || !isUntouched()) {
+            remove();
+            return kIsChanged;
+        }
+        if (const auto done = exchange(); !done) {
+            remove();
+            return done.error().description;
+        }
+        if (isAt(folder_.number(), temporary_, *version_) &&
+            Platform::isUndisturbed(extra_.number())) {
+            remove();
+            return std::nullopt;
+        }
+        // Something else came out, or somebody waits to write to the extra.
+        if (exchange() && isAt(folder_.number(), temporary_, *made)) {
+            remove();
+            return kIsChanged;
+        }
+        return std::string{kIsChanged} + "; a second version of it is " + temporary_;
+    }
+
+    /// Whether both files can be read to their ends and hold the same bytes.
+    [[nodiscard]] bool holdsTheSame(const Descriptor& clone) {
+        for (std::int64_t offset = 0; !readers_[0].isCancelled();
+             offset += FileReader::kChunkBytes) {
+            const auto mine = readers_[0].read(extra_, FileReader::kChunkBytes, offset);
+            const auto its = readers_[1].read(clone, FileReader::kChunkBytes, offset);
+            const bool isEqual = mine && its && std::ranges::equal(*mine, *its);
+            if (!isEqual || !Platform::isUndisturbed(extra_.number())) {
+                return false;
+            }
+            if (std::ssize(*mine) < FileReader::kChunkBytes) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    /// Whether the extra is as it was before it was compared.
+    [[nodiscard]] bool isUntouched() const {
+        return FileVersion::of(extra_.number()) == version_ &&
+               Platform::isUndisturbed(extra_.number());
+    }
+
+    [[nodiscard]] std::expected<void, Error> exchange() const {
+        return Platform::exchange(folder_.number(), temporary_, name_);
+    }
+
+    void remove() const { unlinkat(folder_.number(), temporary_.c_str(), 0); }
+
+    std::array<FileReader, 2>& readers_;
+    Descriptor folder_;
+    std::string name_;
+    std::string temporary_;
+    Descriptor extra_;
+    std::optional<FileVersion> version_;  ///< Of the extra, before it was compared.
+};
+
+/// Which file of a group stays: the first that is still there.
+const std::string& kept(const DuplicateGroup& group) {
+    const auto isThere = [](const std::string& path) {
+        return Platform::FileIdentity::of(path).has_value();
+    };
+    const auto found = std::ranges::find_if(group.paths, isThere);
+    return found == group.paths.end() ? group.paths.front() : *found;
+}
+
+}  // namespace
+
+std::string CloneReport::sentence() const {
+    if (failures.empty()) {
+        return "Replaced duplicates with clones, sharing " + Fmt::bytes(sharedBytes) + ".";
+    }
+    const bool mayBeTheVolume = std::ranges::any_of(
+        failures, [](const std::string& line) { return line.contains(": clonefile failed: "); });
+    return "Cloned some duplicates; " + std::to_string(failures.size()) + " failed" +
+           (mayBeTheVolume ? " (different volume?)." : ".");
+}
+
+namespace DuplicateExtras {
+
+CleanPlan plan(const std::vector<DuplicateGroup>& groups) {
+    std::set<std::string_view> staying;
+    for (const DuplicateGroup& group : groups) {
+        if (!group.paths.empty()) {
+            staying.insert(kept(group));
+        }
+    }
+    std::vector<CleanItem> items;
+    for (const DuplicateGroup& group : groups) {
+        for (const std::string& path : group.paths) {
+            if (!staying.contains(path)) {
+                items.push_back({.path = path, .size = group.size, .ruleID = {}, .risk = {}});
+            }
+        }
+    }
+    return CleanPlan{items};
+}
+
+CloneReport clone(
+    const std::vector<DuplicateGroup>& groups,
+    const ScanControl* control,
+    const DuplicateFinder::Progress& progress) {
+    CloneReport report;
+    std::array readers{FileReader{control}, FileReader{control}};
+    for (const DuplicateGroup& group : groups) {
+        for (std::size_t i = 1; i < group.paths.size(); ++i) {
+            const std::string& path = group.paths[i];
+            if (progress) {
+                progress(path);
+            }
+            if (readers[0].isCancelled()) {
+                return report;
+            }
+            const Descriptor original = FileReader::open(group.paths.front());
+            if (const auto reason = Replacement{path, readers}.by(original, report.sharedBytes)) {
+                report.failures.push_back(path + ": " + *reason);
+            }
+        }
+    }
+    return report;
+}
+
+}  // namespace DuplicateExtras
+
+}  // namespace Brimlo

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "BrimloCore/DiskScanner/ScanControl.h"
+#include "BrimloCore/Platform/Posix/Descriptor.h"
+#include "BrimloCore/Platform/Sha256.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+
+namespace Brimlo {
+
+/// Reads files and digests them, with one buffer for all.
+class FileReader {
+public:
+    using Bytes = std::span<const std::byte>;
+
+    /// So much is read at once, and at each end of a file.
+    static constexpr std::int64_t kChunkBytes = 4'194'304;
+    static constexpr std::int64_t kEdgeBytes = 65'536;
+
+    /// Reads until the control is cancelled, which may be null.
+    explicit FileReader(const ScanControl* control = nullptr)
+        : control_{control} {}
+
+    /// Opens a regular file alone, by its name in the open folder `folder` or by its whole path: a
+    /// pipe, a device or a link may have taken its place since it was met.
+    [[nodiscard]] static Platform::Descriptor open(int folder, const std::string& name);
+    [[nodiscard]] static Platform::Descriptor open(const std::string& path);
+
+    [[nodiscard]] bool isCancelled() const {
+        return control_ != nullptr && control_->isCancelled();
+    }
+
+    /// Up to `count` bytes, at most a chunk, and fewer only at the end; nullopt when reading
+    /// failed. Valid until the next call.
+    [[nodiscard]] std::optional<Bytes> read(
+        const Platform::Descriptor& file, std::int64_t count, std::int64_t offset);
+
+    /// The digest of the beginning, and of the end where the two do not meet; nullopt when nothing
+    /// can be read.
+    [[nodiscard]] std::optional<Sha256::Digest> digestOfEdges(const std::string& path);
+
+    /// The digest of all bytes up to where they can't be read any further; nullopt when the file
+    /// can't be opened or is longer than `size` by now, since one that grows on might never end,
+    /// and when it was cancelled.
+    [[nodiscard]] std::optional<Sha256::Digest> digest(const std::string& path, std::int64_t size);
+
+private:
+    /// Where a page begins: the kernel copies to other places at a third of the speed.
+    struct alignas(4096) Buffer {
+        std::array<std::byte, kChunkBytes> bytes;
+    };
+
+    const ScanControl* control_;
+    std::unique_ptr<Buffer> buffer_ = std::make_unique_for_overwrite<Buffer>();
+    Sha256 sha256_;
+};
+
+}  // namespace Brimlo
