@@ -6,6 +6,7 @@
 #include <QtCore/QLocale>
 #include <QtCore/QRegularExpression>
 #include <QtGui/QFont>
+#include <QtGui/QFontMetricsF>
 #include <QtGui/QRawFont>
 
 #include <algorithm>
@@ -99,6 +100,27 @@ QString Format::count(const double count) {
 
 QString Format::date(const QDateTime& moment) {
     return moment.isValid() ? abbreviated(moment.toLocalTime().date()) : QString();
+}
+
+QString Format::widestDate(const QString& family, const int pixelSize) {
+    QFont font{family};
+    font.setPixelSize(pixelSize);
+    const QFontMetricsF metrics{font};
+    const auto isNarrower = [&](const QString& one, const QString& other) {
+        return metrics.horizontalAdvance(one) < metrics.horizontalAdvance(other);
+    };
+    QStringList digits;
+    for (int digit = 0; digit < 10; ++digit) {
+        digits.append(QLocale().toString(digit));
+    }
+    static const QRegularExpression kDigit(
+        QStringLiteral("\\d"), QRegularExpression::UseUnicodePropertiesOption);
+    const QString digit = *std::ranges::max_element(digits, isNarrower);
+    QStringList dates;
+    for (int month = 1; month <= 12; ++month) {
+        dates.append(abbreviated(QDate(2028, month, 28)).replace(kDigit, digit));
+    }
+    return *std::ranges::max_element(dates, isNarrower);
 }
 
 QString Format::dateTime(const QDateTime& moment) {

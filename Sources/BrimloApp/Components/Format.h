@@ -22,7 +22,9 @@ public:
     Q_INVOKABLE [[nodiscard]] static QString count(double count);
     /// An abbreviated date without time, or nothing for a date that is none.
     Q_INVOKABLE [[nodiscard]] static QString date(const QDateTime& moment);
-    /// The same with hours and minutes.
+    /// A text as wide as the widest date of a year with four digits, for the width of a column.
+    Q_INVOKABLE [[nodiscard]] static QString widestDate(const QString& family, int pixelSize);
+    /// The same as `date` with hours and minutes.
     Q_INVOKABLE [[nodiscard]] static QString dateTime(const QDateTime& moment);
     /// Fit for one line, whatever a file is called: what would break it or turn its direction
     /// shows as U+FFFD.

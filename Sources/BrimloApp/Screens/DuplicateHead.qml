@@ -16,24 +16,38 @@ RowLayout {
 
     spacing: Theme.tight
 
-    Label {
-        text: qsTr("%1 copies").arg(Format.count(head.copies))
-        font.weight: Font.DemiBold
-        Accessible.ignored: true
-    }
-    Label {
-        text: qsTr("%1 each").arg(Format.bytes(head.size))
-        secondary: true
-        Accessible.ignored: true
-    }
-    Label {
-        text: qsTr("wastes %1").arg(Format.bytes(head.wasted))
-        color: Theme.rebuildText
-        font.weight: Font.Medium
-        horizontalAlignment: Text.AlignRight
+    // What has no room on a line goes to the next.
+    Flow {
+        id: words
+
+        spacing: Theme.tight
         Layout.fillWidth: true
         Layout.rightMargin: Theme.tight
-        Accessible.ignored: true
+
+        Label {
+            id: copies
+
+            text: qsTr("%1 copies").arg(Format.count(head.copies))
+            font.weight: Font.DemiBold
+            Accessible.ignored: true
+        }
+        Label {
+            id: each
+
+            text: qsTr("%1 each").arg(Format.bytes(head.size))
+            secondary: true
+            Accessible.ignored: true
+        }
+        Label {
+            readonly property real room: words.width - copies.width - each.width - 2 * words.spacing
+
+            text: qsTr("wastes %1").arg(Format.bytes(head.wasted))
+            color: Theme.rebuildText
+            font.weight: Font.Medium
+            horizontalAlignment: Text.AlignRight
+            width: room < implicitWidth ? implicitWidth : room
+            Accessible.ignored: true
+        }
     }
     RowButton {
         text: qsTr("Replace with clones")

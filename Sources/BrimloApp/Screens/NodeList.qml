@@ -100,7 +100,7 @@ ScrollList {
 
         font.family: Theme.family
         font.pixelSize: Theme.body
-        text: Format.date(new Date(2028, 8, 28))
+        text: Format.widestDate(Theme.family, Theme.body)
     }
     Shortcut {
         sequence: "Ctrl+A"

@@ -23,16 +23,24 @@ Item {
         anchors.rightMargin: Theme.wide
         spacing: Theme.tight
 
-        Label {
-            text: bar.text
-            font.pixelSize: Theme.title
-            font.weight: Font.DemiBold
-        }
-        Label {
-            text: bar.line
-            secondary: true
+        // What has no room on a line goes to the next.
+        Flow {
+            spacing: Theme.snug
             Layout.fillWidth: true
-            Layout.leftMargin: Theme.tiny
+
+            Label {
+                id: words
+
+                text: bar.text
+                font.pixelSize: Theme.title
+                font.weight: Font.DemiBold
+            }
+            Label {
+                text: bar.line
+                secondary: true
+                height: words.height
+                verticalAlignment: Text.AlignVCenter
+            }
         }
         OutlineButton {
             text: qsTr("Change folder…")

@@ -9,7 +9,7 @@ Item {
     signal previewWanted
     signal cleanWanted
 
-    implicitHeight: Math.max(Theme.controlHeight + 2 * Theme.snug, promise.implicitHeight + 2 * Theme.tight)
+    implicitHeight: Math.max(Theme.controlHeight + 2 * Theme.snug, words.implicitHeight + 2 * Theme.tight)
 
     RowLayout {
         anchors.fill: parent
@@ -18,28 +18,41 @@ Item {
         spacing: Theme.snug
         visible: !AppModel.isCleaning
 
-        Label {
-            text: qsTr("%1 selected").arg(Format.bytes(AppModel.planBytes))
-            font.pixelSize: Theme.title
-            font.weight: Font.DemiBold
-        }
-        Label {
-            text: qsTr("%1 items").arg(Format.count(AppModel.planCount))
-            secondary: true
-        }
-        Icon {
-            symbol: "arrow.uturn.backward.circle"
-            color: Theme.secondaryText
-            Layout.leftMargin: Theme.tight
-            Layout.rightMargin: -Theme.tiny
-        }
-        Label {
-            id: promise
+        // What has no room on a line goes to the next.
+        Flow {
+            id: words
 
-            text: qsTr("Goes to Trash first · undo anytime")
-            secondary: true
-            wrapMode: Text.Wrap
+            spacing: Theme.snug
             Layout.fillWidth: true
+
+            Label {
+                id: selected
+
+                text: qsTr("%1 selected").arg(Format.bytes(AppModel.planBytes))
+                font.pixelSize: Theme.title
+                font.weight: Font.DemiBold
+            }
+            Label {
+                text: qsTr("%1 items").arg(Format.count(AppModel.planCount))
+                secondary: true
+                height: selected.height
+                verticalAlignment: Text.AlignVCenter
+            }
+            Row {
+                spacing: Theme.tight
+
+                Icon {
+                    symbol: "arrow.uturn.backward.circle"
+                    color: Theme.secondaryText
+                    anchors.verticalCenter: parent.verticalCenter
+                }
+                Label {
+                    text: qsTr("Goes to Trash first · undo anytime")
+                    secondary: true
+                    height: selected.height
+                    verticalAlignment: Text.AlignVCenter
+                }
+            }
         }
         OutlineButton {
             text: qsTr("Preview")
