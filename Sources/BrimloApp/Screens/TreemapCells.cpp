@@ -5,6 +5,7 @@
 #include "BrimloCore/Support/Fmt.h"
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
 
 namespace Brimlo {
@@ -23,7 +24,6 @@ constexpr QPointF kNamePlace{8, 8};
 constexpr QPointF kSizePlace{8, 25};
 constexpr int kNamePixels = 12;
 constexpr int kSizePixels = 11;
-constexpr double kSizeOpacity = 0.8;
 
 std::vector<Squarify::Cell> layout(const NodeRows::Nodes& nodes, const QSizeF& size) {
     std::vector<double> weights;
@@ -51,6 +51,20 @@ QColor colorOf(const FileNode& node) {
         static_cast<float>(opacity));
 }
 
+/// Black or white, whichever is easier to read on `fill` when that lies on `ground`.
+QColor inkOn(const QColor& fill, const QColor& ground) {
+    const auto linear = [&](const float above, const float below) {
+        const double part = above * fill.alphaF() + below * (1 - fill.alphaF());
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    const double luminance = 0.2126 * linear(fill.redF(), ground.redF()) +
+                             0.7152 * linear(fill.greenF(), ground.greenF()) +
+                             0.0722 * linear(fill.blueF(), ground.blueF());
+    // Where both have the same contrast by WCAG 2; it is 4.58 there, and more everywhere else.
+    constexpr double kMiddle = 0.179;
+    return luminance > kMiddle ? Qt::black : Qt::white;
+}
+
 QFont sized(QFont font, const int pixels, const QFont::Weight weight) {
     font.setPixelSize(pixels);
     font.setWeight(weight);
@@ -70,8 +84,10 @@ bool isEmpty(const QStaticText& label) {
 
 }  // namespace
 
-TreemapCells::TreemapCells(const NodeRows& rows, const QSizeF& size, const QFont& font)
-    : nameFont_{sized(font, kNamePixels, QFont::DemiBold)}
+TreemapCells::TreemapCells(
+    const NodeRows& rows, const QSizeF& size, const QFont& font, const QColor& ground)
+    : ground_{ground}
+    , nameFont_{sized(font, kNamePixels, QFont::DemiBold)}
     , sizeFont_{sized(font, kSizePixels, QFont::Normal)} {
     for (const auto& [index, rect] : layout(rows.nodes(), size)) {
         const FileNode& node = *rows.nodes()[index];
@@ -137,13 +153,12 @@ void TreemapCells::drawOne(QPainter& painter, const Cell& cell, const double opa
         painter.setBrush(Qt::NoBrush);
         painter.drawRoundedRect(inner, kRadius, kRadius);
     }
+    painter.setPen(inkOn(fill, ground_));
     if (!isEmpty(cell.name)) {
-        painter.setPen(Qt::white);
         painter.setFont(nameFont_);
         painter.drawStaticText(cell.drawn.topLeft() + kNamePlace, cell.name);
     }
     if (!isEmpty(cell.size)) {
-        painter.setPen(QColor::fromRgbF(1, 1, 1, static_cast<float>(kSizeOpacity)));
         painter.setFont(sizeFont_);
         painter.drawStaticText(cell.drawn.topLeft() + kSizePlace, cell.size);
     }

@@ -31,8 +31,13 @@ public:
     };
 
     TreemapCells() = default;
-    /// The cells in a picture of this size, written in a family of `font`.
-    TreemapCells(const NodeRows& rows, const QSizeF& size, const QFont& font);
+    /// The cells in a picture of this size, written in a family of `font`. `ground` is the colour
+    /// that the picture lies on.
+    TreemapCells(
+        const NodeRows& rows,
+        const QSizeF& size,
+        const QFont& font,
+        const QColor& ground = Qt::white);
 
     [[nodiscard]] const std::vector<Cell>& cells() const { return cells_; }
     /// The number of the cell whose place has this point in it.
@@ -45,6 +50,7 @@ private:
     void write(Cell& cell, const FileNode& node) const;
     void drawOne(QPainter& painter, const Cell& cell, double opacity) const;
 
+    QColor ground_;
     QFont nameFont_;
     QFont sizeFont_;
     std::vector<Cell> cells_;

@@ -75,13 +75,21 @@ void TreemapItem::setFontFamily(const QString& family) {
     }
 }
 
+void TreemapItem::setGround(const QColor& color) {
+    if (color != ground_) {
+        ground_ = color;
+        repaint();
+        Q_EMIT groundChanged();
+    }
+}
+
 const TreemapCells& TreemapItem::cells() const {
     if (!cells_) {
         QFont font = QGuiApplication::font();
         if (!fontFamily_.isEmpty()) {
             font.setFamily(fontFamily_);
         }
-        cells_ = rows_ ? TreemapCells{*rows_, size(), font} : TreemapCells{};
+        cells_ = rows_ ? TreemapCells{*rows_, size(), font, ground_} : TreemapCells{};
     }
     return *cells_;
 }

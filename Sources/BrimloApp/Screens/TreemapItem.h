@@ -28,6 +28,8 @@ class TreemapItem : public QQuickPaintedItem {
     Q_PROPERTY(Brimlo::NodeRows* rows READ rows WRITE setRows NOTIFY rowsChanged)
     // That of the labels; empty for the application's.
     Q_PROPERTY(QString fontFamily READ fontFamily WRITE setFontFamily NOTIFY fontFamilyChanged)
+    // The colour that it lies on.
+    Q_PROPERTY(QColor ground READ ground WRITE setGround NOTIFY groundChanged)
     // Of the entry that is hovered: -1, an empty text and 0 when there is none.
     Q_PROPERTY(int hoveredRow READ hoveredRow NOTIFY hoveredChanged)
     Q_PROPERTY(QString hoveredName READ hoveredName NOTIFY hoveredChanged)
@@ -40,6 +42,8 @@ public:
     void setRows(NodeRows* rows);
     [[nodiscard]] const QString& fontFamily() const { return fontFamily_; }
     void setFontFamily(const QString& family);
+    [[nodiscard]] const QColor& ground() const { return ground_; }
+    void setGround(const QColor& color);
     [[nodiscard]] int hoveredRow() const;
     [[nodiscard]] QString hoveredName() const;
     [[nodiscard]] double hoveredSize() const;
@@ -52,6 +56,7 @@ public:
 Q_SIGNALS:
     void rowsChanged();
     void fontFamilyChanged();
+    void groundChanged();
     void hoveredChanged();
 
 protected:
@@ -85,6 +90,7 @@ private:
 
     QPointer<NodeRows> rows_;
     QString fontFamily_;
+    QColor ground_ = Qt::white;
     mutable std::optional<TreemapCells> cells_;  ///< Absent while they have to be made anew.
     QImage picture_;                             ///< All cells, none hovered; null likewise.
     double scale_ = 0;                           ///< Pixels of the picture in one unit of the item.

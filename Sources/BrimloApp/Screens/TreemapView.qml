@@ -19,6 +19,7 @@ FocusScope {
 
             rows: view.rows
             fontFamily: Theme.family
+            ground: Theme.window
             focus: true
             Layout.fillWidth: true
             Layout.fillHeight: true

@@ -1,5 +1,6 @@
 #include "BrimloApp/Screens/TreemapItem.h"
 
+#include "BrimloAppTests/Support/Contrast.h"
 #include "BrimloAppTests/Support/ModelTest.h"
 
 #include <QtGui/QAccessible>
@@ -9,6 +10,7 @@
 #include <QtTest/QTest>
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cmath>
 #include <ctime>
 #include <functional>
@@ -36,7 +38,7 @@ protected:
         item.setSize(QSizeF(width, height));
         window.show();
         window.requestActivate();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+        waitFor([this] { return window.isActive() && window.isExposed(); });
     }
 
     std::shared_ptr<FileNode> add(const std::string& name, const std::int64_t size) {
@@ -130,6 +132,37 @@ TEST_F(TreemapItemTest, DrawsEachCellInTheColourOfItsKind) {
         EXPECT_EQ(image.pixelColor(cells[i].place.topLeft().toPoint()), QColor(Qt::white));
     }
     EXPECT_EQ(image.pixelColor(kWidth / 2, 11), QColor(Qt::white)) << "the margin";
+}
+
+TEST_F(TreemapItemTest, WritesReadablyOnEveryColour) {
+    const char* const names[] = {"a.mp4", "b.wav", "c.png", "d.zip", "e.cpp", "f.pdf", "g.js"};
+    for (const char* const name : names) {
+        add(name, 100);
+    }
+    for (int i = 0; i < 10; ++i) {
+        add("folder" + std::to_string(i), 100)->isDirectory = true;  // Each of another shade.
+    }
+    setTree();
+    for (const char* const ground : {"#ffffff", "#f5f6f8", "#15181c", "#000000"}) {
+        window.setColor(ground);
+        item.setGround(ground);
+        const auto& cells = item.cells().cells();
+        for (std::size_t i = 0; i < cells.size(); ++i) {
+            SCOPED_TRACE(testing::Message() << ground << ' ' << i);
+            QTest::mouseMove(&window, i % 2 == 0 ? middle(i) : QPoint{2, 2});
+            const QImage image = picture();
+            const QColor fill =
+                image.pixelColor((cells[i].drawn.bottomRight() - QPointF{6, 6}).toPoint());
+            double best = 1;
+            for (int y = 8; y < 24; ++y) {
+                for (int x = 8; x < 60; ++x) {
+                    const QPointF at = cells[i].drawn.topLeft() + QPointF(x, y);
+                    best = std::max(best, Testing::contrast(image.pixelColor(at.toPoint()), fill));
+                }
+            }
+            EXPECT_GE(best, 4.5);
+        }
+    }
 }
 
 TEST_F(TreemapItemTest, HoversAndSelectsWithoutDrawingTheRestAnew) {
