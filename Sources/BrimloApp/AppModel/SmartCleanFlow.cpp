@@ -1,5 +1,7 @@
 #include "BrimloApp/AppModel/AppModel.h"
 #include "BrimloApp/AppModel/RunInBackground.h"
+#include "BrimloApp/AppModel/Shown.h"
+#include "BrimloCore/Docker/DockerObject.h"
 #include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
 
 #include <algorithm>
@@ -127,7 +129,8 @@ void AppModel::runClean(
     assign(cleaningDone_, 0, &AppModel::cleaningDoneChanged);
     assign(cleaningTotal_, static_cast<int>(plan.items().size()), &AppModel::cleaningTotalChanged);
     auto tellPath = [model = QPointer{this}](const std::string& path) {
-        postHome(model, [text = QString::fromStdString(path)](AppModel& present) {
+        const std::string words = isPseudoPath(path) ? DockerObject::words(path) : path;
+        postHome(model, [text = shown(words)](AppModel& present) {
             present.assign(present.cleaningPath_, text, &AppModel::cleaningPathChanged);
             present.assign(
                 present.cleaningDone_, present.cleaningDone_ + 1, &AppModel::cleaningDoneChanged);

@@ -1,5 +1,7 @@
 #include "BrimloApp/Lists/HistoryRows.h"
 
+#include "BrimloCore/Cleaner/CleanPlan.h"
+#include "BrimloCore/Docker/DockerObject.h"
 #include "BrimloCore/UserRules/UserRules.h"
 
 #include <QtCore/QDateTime>
@@ -33,10 +35,14 @@ QDateTime dateOf(const Row& row) {
     return QDateTime::fromSecsSinceEpoch(row.date.time_since_epoch().count());
 }
 
+QString placeOf(const std::string& path) {
+    return shown(isPseudoPath(path) ? DockerObject::words(path) : UserRules::tildeForm(path));
+}
+
 QString summaryOf(const Row& row) {
     QStringList paths;
     for (const std::string& path : row.firstPaths) {
-        paths.append(shown(UserRules::tildeForm(path)));
+        paths.append(placeOf(path));
     }
     return paths.join(QStringLiteral(", "));
 }
@@ -48,7 +54,9 @@ int otherCountOf(const Row& row) {
 
 Row headOf(const HistoryBatch& batch) {
     Row row{.kind = Kind::batch, .id = batch.id};
-    row.title = batch.title();
+    const std::string& first = batch.items.front().originalPath;
+    const bool isOneOfDocker = batch.items.size() == 1 && isPseudoPath(first);
+    row.title = isOneOfDocker ? DockerObject::words(first) : batch.title();
     row.date = batch.date();
     row.itemCount = static_cast<std::int64_t>(batch.items.size());
     row.restorable = batch.restorableCount() > 0;
@@ -81,7 +89,7 @@ std::vector<HistoryRows::Role> roles() {
         {"itemCount",  [](const Row& row) { return static_cast<int>(row.itemCount); }},
         {"size",       [](const Row& row) { return row.size; }                       },
         {"expanded",   [](const Row& row) { return row.expanded; }                   },
-        {"path",       [](const Row& row) { return shown(row.path); }                },
+        {"path",       [](const Row& row) { return placeOf(row.path); }              },
         {"state",      stateWordOf                                                   },
     };
 }

@@ -23,6 +23,10 @@ struct DockerObject {
 
     /// What stands for it where files have a path: "docker:image:sha256:ab12".
     [[nodiscard]] std::string pseudoPath() const;
+
+    /// What a pseudo path stands for, in words: "Docker image ab12", with no more of a hash than
+    /// Docker shows.
+    [[nodiscard]] static std::string words(std::string_view pseudoPath);
 };
 
 /// The word that stands for the kind in JSON.

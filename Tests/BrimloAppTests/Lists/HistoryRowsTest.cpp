@@ -12,12 +12,14 @@ namespace {
 class HistoryRowsTest : public Testing::ModelTest {};
 
 TEST_F(HistoryRowsTest, TellsWhatHasBecomeOfEachItem) {
+    const std::string digits = "0123456789abcdef";
+    const std::string image = "docker:image:sha256:" + digits + digits + digits + digits;
     std::vector<JournalEntry> entries(4);
     entries[0] = {.originalPath = at("c"), .trashPath = "/t", .size = 1, .undone = true};
     entries[1] = {.originalPath = "/\n", .trashPath = "/t", .purgedFromTrash = true};
     entries[2] = {
         .originalPath = at("a"), .trashPath = at(".local/share/Trash/files/t"), .size = 4};
-    entries[3] = {.originalPath = "docker:b", .size = 5, .batchID = Uuid::random()};
+    entries[3] = {.originalPath = image, .size = 5, .batchID = Uuid::random()};
     for (std::size_t i = 0; i < entries.size(); ++i) {
         entries[i].id.bytes[0] = static_cast<std::uint8_t>(i);  // The first one's is its batch's.
         entries[i].date += std::chrono::seconds{i};
@@ -36,12 +38,12 @@ TEST_F(HistoryRowsTest, TellsWhatHasBecomeOfEachItem) {
         list.toggleExpanded(place);
     }
     const QStringList old{
-        "batch|docker:b|docker:b|0|1|5|false|true||",
-        "entry|||0|0|5|false|false|docker:b|removed",
+        "batch|Docker image 0123456789ab|Docker image 0123456789ab|0|1|5|false|true||",
+        "entry|||0|0|5|false|false|Docker image 0123456789ab|removed",
         "batch|3 items|~/a, /\uFFFD|1|3|5|true|true||",
-        "entry|||0|0|4|false|false|" + QString::fromStdString(at("a")) + "|inTrash",
+        "entry|||0|0|4|false|false|~/a|inTrash",
         "entry|||0|0|0|false|false|/\uFFFD|gone",
-        "entry|||0|0|1|false|false|" + QString::fromStdString(at("c")) + "|restored"};
+        "entry|||0|0|1|false|false|~/c|restored"};
     const auto shown = [&] {
         return Testing::lines(
             list,
