@@ -160,14 +160,15 @@ std::vector<DuplicateGroup> duplicates() {
     };
     return {
         group(
-            6'120 * kMB, {"Downloads/Workshop recording (1).mp4", "Movies/Workshop recording.mp4"}),
+            6'120 * kMB,
+            {"Documents/Workshop recording.mp4", "Downloads/Workshop recording (1).mp4"}),
         group(
             742 * kMB,
             {"Documents/Installers/sketchbook-4.2.dmg",
              "Downloads/sketchbook-4.2 (1).dmg",
              "Downloads/sketchbook-4.2.dmg"}),
         group(84 * kMB, {"Documents/Thesis.pdf", "Projects/thesis-site/public/Thesis.pdf"}),
-        group(22 * kMB, {"Downloads/dunes.png", "Pictures/Wallpapers/dunes.png"}),
+        group(22 * kMB, {"Pictures/Wallpapers/dunes.png", "Projects/shopfront/public/dunes.png"}),
     };
 }
 

@@ -1,5 +1,6 @@
 #include "BrimloApp/Snapshot/CannedData.h"
 #include "BrimloCore/Cleaner/Cleaner.h"
+#include "BrimloCore/Support/AppConfig.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/UserRules/UserRules.h"
 
@@ -84,6 +85,10 @@ void furnishHome() {
     for (const UserRules::Draft& draft : {previews, exports}) {
         static_cast<void>(UserRules::save(UserRules::make(draft), UserRules::defaultDirectory()));
     }
+    // Asked already: the question would else lie over whatever is shown first.
+    AppConfig config;
+    config.cliInstallOffered = true;
+    config.save();
     const std::string tool = home + "/resources/brimlo";
     leaveFile(tool, 1);
     std::filesystem::permissions(tool, std::filesystem::perms::owner_all);
