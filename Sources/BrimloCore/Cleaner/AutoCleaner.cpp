@@ -42,7 +42,8 @@ AutoCleanOutcome run(const AppConfig& config, Cleaner& cleaner, bool dryRun, boo
         outcome.skippedReason = reasonToWait(config, VolumeInfo::snapshot("/"));
     }
     if (!outcome.skippedReason) {
-        const SuggestionOptions everything{.staleDays = config.staleDays};
+        const SuggestionOptions everything{
+            .staleDays = config.staleDays, .docker = cleaner.docker()};
         const CleanPlan plan = selection(config, SuggestionEngine::generate(everything));
         outcome.planned = plan.items();
         outcome.report =

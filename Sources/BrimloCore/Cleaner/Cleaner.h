@@ -51,6 +51,9 @@ public:
         const Progress& progress = {},
         Unrecorded unrecorded = Unrecorded::goes);
 
+    /// Where Docker's tool may be.
+    [[nodiscard]] const DockerClient::Places& docker() const { return docker_; }
+
     /// "device:inode" of the entry at a path, a link's own; nullopt when there is none.
     [[nodiscard]] static std::optional<std::string> identity(const std::string& path);
 

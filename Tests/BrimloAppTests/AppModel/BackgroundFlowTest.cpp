@@ -94,6 +94,8 @@ TEST_F(BackgroundFlowTest, TellsWhatAutoCleanTook) {
         banner(),
         "Auto-clean found nothing to remove right now. Everything regenerable is already clear.");
 
+    write("docker", "#!/bin/sh\ntouch " + at("asked") + "\nexit 1\n");
+    std::filesystem::permissions(at("docker"), std::filesystem::perms::owner_all);
     makeCaches(1);
     const std::string one = Fmt::bytes(12'288);
     model().runAutoClean(true, true);
@@ -101,6 +103,7 @@ TEST_F(BackgroundFlowTest, TellsWhatAutoCleanTook) {
     model().runAutoClean(true, false);
     finish();
     EXPECT_EQ(banner(), "Auto-clean would remove 1 item (" + one + ").");
+    EXPECT_TRUE(Testing::exists(at("asked"))) << "the surroundings' docker, not the machine's";
     EXPECT_TRUE(Testing::exists(at("caches/0")));
 
     makeCaches(2);
