@@ -1,4 +1,5 @@
 #include "BrimloApp/AppModel/AppModel.h"
+#include "BrimloApp/AppModel/RunInBackground.h"
 #include "BrimloApp/OpenWindow.h"
 #include "BrimloApp/Platform/DesktopSettings.h"
 #include "BrimloApp/Platform/Graphics.h"
@@ -9,7 +10,6 @@
 #include "BrimloApp/WindowSize.h"
 #include "BrimloCore/Platform/ProcessStart.h"
 
-#include <QtCore/QThreadPool>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QIcon>
 #include <QtQml/QQmlApplicationEngine>
@@ -80,8 +80,8 @@ int main(int argc, char** argv) {
     }
     chooseDrawing();
     const int code = run();
-    // Whatever still runs only reads, and nobody waits for what it finds.
-    if (!QThreadPool::globalInstance()->waitForDone(std::chrono::milliseconds{100ms}.count())) {
+    // What still runs only reads, and nobody waits for what it finds.
+    if (!Background::waitForDone(100ms)) {
         static_cast<void>(std::fflush(nullptr));
         std::_Exit(code);
     }

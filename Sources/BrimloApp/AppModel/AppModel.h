@@ -497,7 +497,10 @@ private:
     AppConfig config_;
     bool hasFullDiskAccess_ = false;
     std::int64_t trashBytes_ = 0;
-    int trashMeasuring_ = 0;  ///< The number of the last measuring begun.
+    void measureTrash();
+
+    enum class TrashMeasuring { none, runs, runsAndIsToFollow };
+    TrashMeasuring trashMeasuring_ = TrashMeasuring::none;
 
     std::vector<Suggestion> suggestions_;
     bool isSuggesting_ = false;

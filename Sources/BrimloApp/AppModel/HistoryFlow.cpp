@@ -30,7 +30,7 @@ void AppModel::runBusy(const QString& text, std::function<std::string()> work) {
         std::string sentence;
         JournalReading journal;
     };
-    runInBackground(
+    changeInBackground(
         this,
         [work = std::move(work), cleaner = cleaner_] {
             std::string sentence = work();

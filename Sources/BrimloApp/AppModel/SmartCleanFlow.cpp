@@ -140,7 +140,7 @@ void AppModel::runClean(
         CleanReport report;
         JournalReading journal;
     };
-    runInBackground(
+    changeInBackground(
         this,
         [plan, mode, cleaner = cleaner_, tellPath] {
             CleanReport report = cleaner->execute(plan, mode, false, tellPath);

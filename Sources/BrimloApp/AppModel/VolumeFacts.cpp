@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 // What most screens read: how full the disk is, what the Trash holds, what the system lets the
 // program see, and the settings.
@@ -29,14 +30,26 @@ bool AppModel::checkFullDiskAccess() {
 void AppModel::refreshVolume() {
     assign(volume_, VolumeInfo::snapshot("/"), &AppModel::volumeChanged);
     assign(hasFullDiskAccess_, checkFullDiskAccess(), &AppModel::hasFullDiskAccessChanged);
+    measureTrash();
+}
+
+void AppModel::measureTrash() {
+    // What has changed since the running one began is for one more to see, and one is enough.
+    if (trashMeasuring_ != TrashMeasuring::none) {
+        trashMeasuring_ = TrashMeasuring::runsAndIsToFollow;
+        return;
+    }
+    trashMeasuring_ = TrashMeasuring::runs;
     runInBackground(
         this,
         [] { return Cleaner::trashSize(); },
-        [number = ++trashMeasuring_](AppModel& model, const std::int64_t bytes) {
-            // One that began before the last one may end after it.
-            if (number == model.trashMeasuring_) {
-                model.assign(model.trashBytes_, bytes, &AppModel::trashBytesChanged);
+        [](AppModel& model, const std::int64_t bytes) {
+            const auto was = std::exchange(model.trashMeasuring_, TrashMeasuring::none);
+            if (was == TrashMeasuring::runsAndIsToFollow) {
+                model.measureTrash();
+                return;  // These bytes may be older than what asked for the next ones.
             }
+            model.assign(model.trashBytes_, bytes, &AppModel::trashBytesChanged);
         });
 }
 

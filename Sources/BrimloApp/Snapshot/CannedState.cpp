@@ -3,6 +3,9 @@
 #include "BrimloApp/AppModel/AppModel.h"
 #include "BrimloApp/Snapshot/CannedData.h"
 
+#include <QtCore/QCoreApplication>
+#include <QtCore/QEventLoop>
+
 namespace Brimlo {
 namespace {
 
@@ -21,7 +24,10 @@ void CannedState::measured(AppModel& model) {
     };
     model.assign(model.volume_, std::optional{volume}, &AppModel::volumeChanged);
     model.assign(model.hasFullDiskAccess_, true, &AppModel::hasFullDiskAccessChanged);
-    model.trashMeasuring_ += 1;  // What is being measured would come in between.
+    // What is being measured would come in between.
+    while (model.trashMeasuring_ != AppModel::TrashMeasuring::none) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents);
+    }
     model.assign(model.trashBytes_, 3 * kGB, &AppModel::trashBytesChanged);
 }
 

@@ -3,6 +3,10 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
+#include <memory>
+#include <thread>
+
 namespace Brimlo {
 namespace {
 
@@ -35,6 +39,49 @@ TEST_F(AppModelTest, StartsWithWhatTheHomeHoldsAndRunsNothingByItself) {
 }
 
 TEST_F(AppModelTest, TellsEachSectionByItsWord) {
+TEST_F(AppModelTest, ChangesFilesWhileSearchesOccupyTheirThreads) {
+    model();
+    finish();
+    const Testing::HeldWork searches;
+    model().runClean(
+        CleanPlan{{{.path = write("data"), .size = 1, .ruleID = {}, .risk = {}}}},
+        DisposalMode::trash);
+    waitFor([this] { return !model().isCleaning(); });
+    model().undoLastClean();
+    waitFor([this] { return model().busy().isEmpty(); });
+    EXPECT_EQ(model().banner(), "Restored 1 item(s).");
+}
+
+TEST_F(AppModelTest, MeasuresTheTrashOnceAtATimeAndOnceMoreAtTheEnd) {
+    model();
+    finish();
+    const Testing::Arrivals arrivals;
+    {
+        const Testing::HeldWork held;
+        for (int i = 0; i < 5; ++i) {
+            model().refreshVolume();
+        }
+        write(".local/share/Trash/files/data", std::string(100'000, 'x'));
+    }
+    finish();
+    EXPECT_EQ(arrivals.count(), 2);
+    EXPECT_GE(model().trashBytes(), 100'000);
+}
+
+TEST_F(AppModelTest, NeverReleasesOnTheMainThread) {
+    const std::thread::id mainThread = std::this_thread::get_id();
+    std::atomic<int> here = 0;
+    for (int i = 0; i < 20'000; ++i) {
+        releaseInBackground(
+            std::shared_ptr<int>{new int, [&](const int* held) {
+                                     here += std::this_thread::get_id() == mainThread ? 1 : 0;
+                                     delete held;
+                                 }});
+    }
+    Background::waitForDone();
+    EXPECT_EQ(here, 0);
+}
+
     for (const Section section : kAllSections) {
         model().setSectionID(QString::fromUtf8(id(section)));
         EXPECT_EQ(model().section(), section);

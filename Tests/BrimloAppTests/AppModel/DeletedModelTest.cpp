@@ -1,6 +1,5 @@
 #include "BrimloAppTests/Support/ModelTest.h"
 
-#include <QtCore/QThreadPool>
 #include <gmock/gmock.h>
 
 #include <functional>
@@ -46,10 +45,10 @@ TEST_F(DeletedModelTest, DropsTheResultsOfWhateverWasRunning) {
             SCOPED_TRACE(c.name);
             c.start(model());
             if (waits) {
-                QThreadPool::globalInstance()->waitForDone();
+                Background::waitForDone();
             }
             restart();
-            QThreadPool::globalInstance()->waitForDone();
+            Background::waitForDone();
             settle();
         }
     }

@@ -1,9 +1,9 @@
 #include "BrimloApp/AppModel/RulePreview.h"
 
+#include "BrimloApp/AppModel/RunInBackground.h"
 #include "BrimloAppTests/Support/AppTest.h"
 #include "BrimloAppTests/Support/TestClock.h"
 
-#include <QtCore/QThreadPool>
 #include <QtCore/QVariant>
 #include <gmock/gmock.h>
 
@@ -20,7 +20,7 @@ using testing::IsEmpty;
 class RulePreviewTest : public Testing::AppTest {
 protected:
     void TearDown() override {
-        QThreadPool::globalInstance()->waitForDone();
+        Background::waitForDone();
         settle();
     }
 
@@ -134,7 +134,7 @@ TEST_F(RulePreviewTest, WaitsForTheLastChangeAndShowsNothingOlder) {
     clock.advance(milliseconds{350});
     preview.setDraft(nullptr);
     draft.reset();
-    QThreadPool::globalInstance()->waitForDone();
+    Background::waitForDone();
     settle();
     EXPECT_FALSE(preview.hasResult());
     EXPECT_FALSE(preview.isWorking());

@@ -3,7 +3,6 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QEventLoop>
-#include <QtCore/QThreadPool>
 #include <QtGui/QGuiApplication>
 #include <gtest/gtest.h>
 

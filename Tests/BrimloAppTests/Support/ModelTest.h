@@ -1,14 +1,45 @@
 #pragma once
 
 #include "BrimloApp/AppModel/AppModel.h"
+#include "BrimloApp/AppModel/RunInBackground.h"
 #include "BrimloAppTests/Support/AppTest.h"
 #include "BrimloAppTests/Support/TestClock.h"
+
+#include <QtCore/QSemaphore>
 
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace Brimlo::Testing {
+
+/// While it lives, no work of a pool begins: what waits for it stays in that state, however quick
+/// the work is.
+class HeldWork {
+public:
+    explicit HeldWork(QThreadPool& pool = Background::readers());
+    ~HeldWork();
+
+    HeldWork(const HeldWork&) = delete;
+    HeldWork& operator=(const HeldWork&) = delete;
+    HeldWork(HeldWork&&) = delete;
+    HeldWork& operator=(HeldWork&&) = delete;
+
+private:
+    std::shared_ptr<QSemaphore> gate_ = std::make_shared<QSemaphore>();
+    int threads_;
+};
+
+/// Counts what comes home from the background while it lives.
+class Arrivals : public QObject {
+public:
+    Arrivals();
+    [[nodiscard]] int count() const { return count_; }
+    bool eventFilter(QObject* to, QEvent* event) override;
+
+private:
+    int count_ = 0;
+};
 
 /// The application's model on a home folder of the test's own. Nothing of the machine's is
 /// reached: the command line tool would be linked inside the home, and Docker's tool is the file

@@ -96,7 +96,7 @@ TEST_F(SettingsScreensTest, EverySettingTakesEffectAtOnce) {
         EXPECT_EQ(stepper->property("value").toLongLong(), c.before);
     }
     {
-        const Testing::HeldWork held;
+        const Testing::HeldWork held{Background::writers()};
         press("Preview auto-clean (dry run)");
         EXPECT_EQ(model().busy(), "Checking what auto-clean would remove…");
         EXPECT_FALSE(isEnabled("Run auto-clean now"));

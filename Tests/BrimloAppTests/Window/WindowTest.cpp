@@ -2,7 +2,6 @@
 
 #include <QtCore/QFile>
 #include <QtCore/QMimeData>
-#include <QtCore/QThreadPool>
 #include <QtDBus/QDBusConnection>
 #include <QtGui/QDesktopServices>
 #include <QtQml/QQmlComponent>
@@ -81,17 +80,6 @@ public:
 
     std::vector<QUrl> urls;
 };
-
-HeldWork::HeldWork() {
-    QThreadPool& pool = *QThreadPool::globalInstance();
-    for (int i = 0; i < pool.maxThreadCount(); ++i) {
-        pool.start([gate = gate_] { gate->acquire(); });
-    }
-}
-
-HeldWork::~HeldWork() {
-    gate_->release(QThreadPool::globalInstance()->maxThreadCount());
-}
 
 WindowTest::WindowTest()
     : settings_{QDBusConnection{"none"}}

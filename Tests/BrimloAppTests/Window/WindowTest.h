@@ -4,7 +4,6 @@
 #include "BrimloApp/Updater.h"
 #include "BrimloAppTests/Support/ModelTest.h"
 
-#include <QtCore/QSemaphore>
 #include <QtCore/QUrl>
 #include <QtGui/QAccessible>
 #include <QtQml/QQmlApplicationEngine>
@@ -18,22 +17,6 @@
 #include <vector>
 
 namespace Brimlo::Testing {
-
-/// While it lives, nothing that the model does in the background begins: its screens stay in the
-/// state of waiting, however quick the work is.
-class HeldWork {
-public:
-    HeldWork();
-    ~HeldWork();
-
-    HeldWork(const HeldWork&) = delete;
-    HeldWork& operator=(const HeldWork&) = delete;
-    HeldWork(HeldWork&&) = delete;
-    HeldWork& operator=(HeldWork&&) = delete;
-
-private:
-    std::shared_ptr<QSemaphore> gate_ = std::make_shared<QSemaphore>();
-};
 
 /// The application's real window over the model, which a test uses as a person does: controls are
 /// found by what they are and what they are called, among those that can be seen, and get real
