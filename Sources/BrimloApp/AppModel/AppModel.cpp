@@ -47,7 +47,7 @@ AppModel::AppModel(Surroundings surroundings, QObject* parent)
           std::make_shared<Cleaner>(std::make_shared<Journal>(StoragePaths::journal()), docker_)} {
     reloadCustomRules();
     readAgent();
-    take(JournalReading::of(*cleaner_));
+    readJournal();
     refreshVolume();
     startAutoCleanTimer();
 }

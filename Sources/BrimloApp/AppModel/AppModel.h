@@ -98,6 +98,7 @@ class AppModel : public QObject {
 
     // History.
     Q_PROPERTY(QString journalProblem READ journalProblem NOTIFY journalProblemChanged)
+    Q_PROPERTY(bool isJournalRead READ isJournalRead NOTIFY journalChanged)
 
     // Rules.
     Q_PROPERTY(Brimlo::RuleDraft* ruleDraft READ ruleDraft NOTIFY ruleDraftChanged)
@@ -121,8 +122,8 @@ class AppModel : public QObject {
     Q_PROPERTY(bool offersCLI READ offersCLI NOTIFY offersCLIChanged)
 
 public:
-    /// Reads what the screens show first: the volume, the settings, the rules, the journal. Starts
-    /// the measuring of the Trash and the hourly auto-clean; never fails.
+    /// Reads what the screens show first: the volume, the settings, the rules. Starts the reading
+    /// of the journal, the measuring of the Trash and the hourly auto-clean; never fails.
     explicit AppModel(Surroundings surroundings, QObject* parent = nullptr);
     ~AppModel() override;
 
@@ -278,6 +279,9 @@ public:
 
     // ---- History and the Trash: HistoryFlow.cpp ---------------------------------------------
 
+    /// Whether the journal has been read since the start. That waits in the background for other
+    /// processes that change it.
+    [[nodiscard]] bool isJournalRead() const { return journalReading_ > 0; }
     /// The journal as last read, newest first.
     [[nodiscard]] const std::vector<JournalEntry>& journal() const { return journal_; }
     /// The same by cleanup, newest first.
@@ -483,6 +487,7 @@ private:
     void startAutoCleanTimer();
     void readAgent();
 
+    void readJournal();
     // In the order in which the screens are told of them; the window's first.
     Clock& clock_;
     const CLIInstaller::Places cli_;

@@ -10,14 +10,22 @@
 
 namespace Brimlo {
 
+void AppModel::readJournal() {
+    // Another process may hold the journal's lock for the whole of a clean.
+    runInBackground(
+        this,
+        [cleaner = cleaner_] { return JournalReading::of(*cleaner); },
+        [](AppModel& model, JournalReading reading) { model.take(std::move(reading)); });
+}
+
 void AppModel::take(JournalReading reading) {
     // Two operations may end in another order than they have read the journal in.
     if (reading.number < journalReading_) {
         return;
     }
-    journalReading_ = reading.number;
+    const bool isFirst = std::exchange(journalReading_, reading.number) == 0;
     assign(journalProblem_, shown(reading.problem), &AppModel::journalProblemChanged);
-    if (journal_ != reading.entries) {
+    if (isFirst || journal_ != reading.entries) {
         journal_ = std::move(reading.entries);
         historyBatches_ = std::move(reading.batches);
         Q_EMIT journalChanged();

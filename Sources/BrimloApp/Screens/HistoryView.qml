@@ -44,7 +44,7 @@ Screen {
     }
     EmptyState {
         symbol: "clock.arrow.circlepath"
-        title: qsTr("Nothing removed yet.")
+        title: AppModel.isJournalRead ? qsTr("Nothing removed yet.") : qsTr("Reading the journal…")
         visible: rows.count === 0 && AppModel.journalProblem === ""
         Layout.alignment: Qt.AlignCenter
         Layout.fillHeight: true

@@ -23,6 +23,10 @@ TEST_F(DeletedModelTest, DropsTheResultsOfWhateverWasRunning) {
         }
         return CleanPlan{items};
     };
+    write("cleaned");
+    model().runClean(CleanPlan{{{.path = at("cleaned")}}}, DisposalMode::trash);
+    finish();
+    const Uuid cleaned = model().journal().front().id;
     const Case cases[] = {
         {"suggestions", [](AppModel& it) { it.loadSuggestions(); }                     },
         {"scan",        [](AppModel& it) { it.startScan("/usr/share"); }               },
@@ -33,7 +37,7 @@ TEST_F(DeletedModelTest, DropsTheResultsOfWhateverWasRunning) {
          }                                                                             },
         {"duplicates",  [](AppModel& it) { it.findDuplicates(); }                      },
         {"clean",       [&](AppModel& it) { it.runClean(plan(), DisposalMode::trash); }},
-        {"undo",        [](AppModel& it) { it.undoAll({it.journal().front().id}); }    },
+        {"undo",        [&](AppModel& it) { it.undoAll({cleaned}); }                   },
         {"purge",       [](AppModel& it) { it.purgeOwnTrash(); }                       },
         {"empty",       [](AppModel& it) { it.emptyTrash(); }                          },
         {"auto-clean",  [](AppModel& it) { it.runAutoClean(true, false); }             },
@@ -53,6 +57,8 @@ TEST_F(DeletedModelTest, DropsTheResultsOfWhateverWasRunning) {
         }
     }
     // Only the results were dropped: the work itself is done and written down.
+    model();
+    finish();
     EXPECT_GE(model().journal().size(), 50U);
 }
 

@@ -1,11 +1,19 @@
 #include "BrimloAppTests/Support/ModelTest.h"
+#include "BrimloCore/Platform/Posix/Descriptor.h"
+#include "BrimloCore/Support/StoragePaths.h"
 
 #include <QtCore/QElapsedTimer>
+#include <QtCore/QSemaphore>
 #include <QtCore/QTimer>
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <atomic>
 #include <ctime>
+#include <thread>
+
+#include <fcntl.h>
+#include <sys/file.h>
 
 namespace Brimlo {
 namespace {
@@ -88,6 +96,36 @@ TEST_F(ResponsivenessTest, StaysWithinAFrameDuringEveryLongOperation) {
         longestBlock([&] { model().runClean(plan, DisposalMode::trash); }), kMostMilliseconds);
     EXPECT_EQ(model().lastReport()->processed, 500);
     EXPECT_LE(longestBlock([&] { model().undoLastClean(); }), kMostMilliseconds);
+}
+
+/// What the watch can't see: a wait costs no processor time.
+TEST_F(ResponsivenessTest, NeverWaitsForAnotherProcessThatHoldsTheJournal) {
+    const std::string file = write("data");
+    makeFolder("Library/Application Support/Brimlo");
+    const Platform::Descriptor lock{
+        open((StoragePaths::journal() + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)};
+    ASSERT_EQ(flock(lock.number(), LOCK_EX), 0);
+    // A main thread that waits would do so for ever.
+    std::atomic<bool> hadToHelp = false;
+    QSemaphore done;
+    std::thread helper{[&] {
+        if (!done.tryAcquire(1, 20'000)) {
+            hadToHelp = true;
+            flock(lock.number(), LOCK_UN);
+        }
+    }};
+    model().loadSuggestions();
+    model().runClean(CleanPlan{{{.path = file}}}, DisposalMode::trash);
+    model().undoAll({Uuid::random()});
+    model().refreshVolume();
+    settle();
+    EXPECT_FALSE(model().isJournalRead());
+    EXPECT_FALSE(hadToHelp);
+    done.release();
+    helper.join();
+    flock(lock.number(), LOCK_UN);
+    finish();
+    EXPECT_EQ(model().journal().size(), 1U);
 }
 
 }  // namespace
