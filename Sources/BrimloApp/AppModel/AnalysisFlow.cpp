@@ -3,6 +3,7 @@
 #include "BrimloCore/Cleaner/DuplicateExtras.h"
 #include "BrimloCore/DiskScanner/DiskScanner.h"
 #include "BrimloCore/LargeFiles/LargeFiles.h"
+#include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/StoragePaths.h"
 
 #include <QtCore/QFile>
@@ -28,6 +29,22 @@ std::optional<std::string> droppedFolder(const QUrl& address) {
     const QString path = address.toLocalFile();
     return QFileInfo{path}.isDir() ? std::optional{QFile::encodeName(path).toStdString()}
                                    : std::nullopt;
+}
+
+/// The node of a path in the tree below `top`; null when there is none.
+std::shared_ptr<FileNode> nodeOf(const std::string_view path, std::shared_ptr<FileNode> top) {
+    const auto leadsThere = [&](const std::shared_ptr<FileNode>& child) {
+        return !child->isAggregate && Path::below(child->path, path);
+    };
+    while (top && top->path != path) {
+        std::shared_ptr<FileNode> next;
+        if (top->children) {
+            const auto found = std::ranges::find_if(*top->children, leadsThere);
+            next = found == top->children->end() ? nullptr : *found;
+        }
+        top = std::move(next);
+    }
+    return top;
 }
 
 /// Whether the node is `root` or lies in its tree.
@@ -81,7 +98,11 @@ void AppModel::startScan(const std::optional<std::string>& path) {
                 releaseInBackground(std::move(scanned.root));
             } else {
                 model.takeTree(std::move(scanned.root));
+                for (const std::string& gone : model.wentMeanwhile_) {
+                    model.takeOutOfTree(gone);
+                }
             }
+            model.forgetWhatWent();
             model.assign(
                 model.unreadableCount_, scanned.unreadableCount, &AppModel::unreadableCountChanged);
             model.assign(
@@ -210,15 +231,38 @@ void AppModel::dispose(
 
 void AppModel::removeDisposed(const std::vector<std::shared_ptr<FileNode>>& nodes) {
     const std::set<std::string> stayed = lastReport_.value_or(CleanReport{}).stayed();
+    std::set<std::string> went;
     for (const auto& node : nodes) {
-        if (!stayed.contains(node->path)) {
-            node->remove();
+        if (stayed.contains(node->path)) {
+            continue;
         }
+        went.insert(node->path);
+        if (isInTree(node.get(), root_.get())) {
+            node->remove();
+        } else {
+            takeOutOfTree(node->path);
+        }
+    }
+    takeOutOfLargeFiles(went);
+    if (isScanning_ || isFindingLarge_) {
+        wentMeanwhile_.merge(went);
     }
     if (current_ && !isInTree(current_.get(), root_.get())) {
         setCurrent(root_);
     }
     assign(treeVersion_, treeVersion_ + 1, &AppModel::treeVersionChanged);
+}
+
+void AppModel::takeOutOfTree(const std::string& path) {
+    if (const auto node = nodeOf(path, root_)) {
+        node->remove();
+    }
+}
+
+void AppModel::forgetWhatWent() {
+    if (!isScanning_ && !isFindingLarge_) {
+        wentMeanwhile_.clear();
+    }
 }
 
 // ---- Large files ---------------------------------------------------------------------------
@@ -237,7 +281,9 @@ void AppModel::findLargeFiles() {
         },
         [](AppModel& model, std::vector<std::shared_ptr<FileNode>> found) {
             model.assign(model.largeFiles_, std::move(found), &AppModel::largeFilesChanged);
+            model.takeOutOfLargeFiles(model.wentMeanwhile_);
             model.assign(model.isFindingLarge_, false, &AppModel::isFindingLargeChanged);
+            model.forgetWhatWent();
             model.assign(model.largeSearched_, true, &AppModel::largeSearchedChanged);
         });
 }
@@ -264,8 +310,11 @@ void AppModel::cancelLargeFiles() {
 
 void AppModel::trashLargeFile(const std::shared_ptr<FileNode>& node) {
     dispose({node}, DisposalMode::trash);
+}
+
+void AppModel::takeOutOfLargeFiles(const std::set<std::string>& paths) {
     auto left = largeFiles_;
-    std::erase_if(left, [&](const auto& each) { return each->id == node->id; });
+    std::erase_if(left, [&](const auto& each) { return paths.contains(each->path); });
     assign(largeFiles_, std::move(left), &AppModel::largeFilesChanged);
 }
 

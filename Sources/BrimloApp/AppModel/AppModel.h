@@ -183,7 +183,7 @@ public:
     void toggle(const Suggestion& suggestion);
     void toggle(const std::string& path);
 
-    /// Carries a plan out, then calls `after`; neither during another clean.
+    /// Carries a plan out, then calls `after`. During another clean it only says so.
     void runClean(const CleanPlan& plan, DisposalMode mode, std::function<void()> after = {});
 
     /// What came of the last clean.
@@ -242,14 +242,15 @@ public:
 
     /// The plan to dispose of these nodes. Aggregates have nothing that could go.
     [[nodiscard]] static CleanPlan planFor(const std::vector<std::shared_ptr<FileNode>>& nodes);
-    /// Disposes of nodes and takes those that went out of the tree.
+    /// Disposes of nodes, and takes those that went out of the tree and the large files that are
+    /// shown by then, whichever scan or search those come from.
     void dispose(const std::vector<std::shared_ptr<FileNode>>& nodes, DisposalMode mode);
 
     Q_INVOKABLE void findLargeFiles();
     Q_INVOKABLE void findLargeFilesInHome();
     Q_INVOKABLE bool findLargeFilesInDropped(const QUrl& address);
     Q_INVOKABLE void cancelLargeFiles();
-    /// Moves a file to the Trash; its row goes at once, whatever comes of it.
+    /// Moves a file to the Trash; its row goes when the file went.
     void trashLargeFile(const std::shared_ptr<FileNode>& node);
     [[nodiscard]] const std::string& largeRoot() const { return largeRoot_; }
     void setLargeRoot(std::string path);
@@ -475,8 +476,12 @@ private:
     void sampleScan();
     void takeTree(std::shared_ptr<FileNode> tree);
     void removeDisposed(const std::vector<std::shared_ptr<FileNode>>& nodes);
+    void takeOutOfTree(const std::string& path);
+    void takeOutOfLargeFiles(const std::set<std::string>& paths);
+    void forgetWhatWent();
     void removeGroup(const Uuid& id);
 
+    void readJournal();
     void take(JournalReading reading);
     /// Does one of the operations that take `busy`: `work` in the background gives the banner.
     void runBusy(const QString& text, std::function<std::string()> work);
@@ -487,9 +492,10 @@ private:
     void startAutoCleanTimer();
     void readAgent();
 
-    void readJournal();
     // In the order in which the screens are told of them; the window's first.
     Clock& clock_;
+    void measureTrash();
+
     const CLIInstaller::Places cli_;
     const DockerClient::Places docker_;
 
@@ -502,8 +508,6 @@ private:
     AppConfig config_;
     bool hasFullDiskAccess_ = false;
     std::int64_t trashBytes_ = 0;
-    void measureTrash();
-
     enum class TrashMeasuring { none, runs, runsAndIsToFollow };
     TrashMeasuring trashMeasuring_ = TrashMeasuring::none;
 
@@ -543,6 +547,7 @@ private:
     bool isFindingDupes_ = false;
     bool dupsSearched_ = false;
     std::shared_ptr<ScanControl> dupControl_;
+    std::set<std::string> wentMeanwhile_;  ///< Since the scan or search under way began.
     std::string largeRoot_;
     std::vector<std::shared_ptr<FileNode>> largeFiles_;
     bool isFindingLarge_ = false;

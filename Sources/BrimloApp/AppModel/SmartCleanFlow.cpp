@@ -123,6 +123,7 @@ void AppModel::toggle(const std::string& path) {
 void AppModel::runClean(
     const CleanPlan& plan, const DisposalMode mode, std::function<void()> after) {
     if (isCleaning_) {
+        setBanner(QStringLiteral("Could not start: another cleanup is still running."));
         return;
     }
     assign(isCleaning_, true, &AppModel::isCleaningChanged);

@@ -35,7 +35,7 @@ public:
 
     [[nodiscard]] double totalBytes() const { return number(totalBytes_); }
 
-    /// Moves a file to the Trash; its row goes at once.
+    /// Moves a file to the Trash; its row goes when the file went.
     Q_INVOKABLE void trash(int row);
     /// Shows a file in the file manager.
     Q_INVOKABLE void reveal(int row);

@@ -56,6 +56,7 @@ ListRow {
     RowButton {
         text: qsTr("Move to Trash")
         symbol: "trash"
+        enabled: !AppModel.isCleaning
         isCurrent: row.ListView.isCurrentItem
         onClicked: row.trashed()
     }

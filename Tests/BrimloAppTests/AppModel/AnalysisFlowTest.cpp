@@ -65,14 +65,18 @@ TEST_F(AnalysisFlowTest, ScansAFolderAndTellsItsProgressInSteps) {
     EXPECT_EQ(clock.waiting(), idle + 1) << "the sampling";
     model().startScan("/");
     EXPECT_EQ(model().scanRoot(), at("tree")) << "a scan is running";
+    Background::waitForDone();
+    clock.advance(150ms);
+    EXPECT_TRUE(model().isScanning()) << "its result is not home";
+    EXPECT_THAT(changes(), ElementsAre("scanFiles", "scanBytes", "scanPath")) << "a sample";
 
+    write(".local/share/Trash/files/data", std::string(100'000, 'x'));
     finish();
     EXPECT_EQ(clock.waiting(), idle);
     auto told = changes();
     std::erase(told, "volume");
-    EXPECT_THAT(
-        told, ElementsAre("scanFiles", "scanBytes", "scanPath", "isScanning", "root", "current"))
-        << "one last sample, then the result";
+    EXPECT_THAT(told, ElementsAre("isScanning", "root", "current", "trashBytes"))
+        << "the result, and the volume read anew";
     EXPECT_EQ(model().scanFiles(), 3);
     EXPECT_GE(model().scanBytes(), 550'000);
     EXPECT_THAT(names(), ElementsAre("large", "small", "stays", "empty"));
@@ -86,7 +90,11 @@ TEST_F(AnalysisFlowTest, ThrowsTheTreeOfACancelledScanAway) {
     finish();
     EXPECT_FALSE(model().hasTree());
     EXPECT_THAT(model().currentChildren(), IsEmpty());
-    // So does one that has nothing to give.
+    // A file is nothing to read a folder from.
+    model().startScan(at("tree/small"));
+    finish();
+    EXPECT_EQ(model().unreadableCount(), 1);
+    // Nor is there a tree of what has nothing to give.
     model().startScan(at("nowhere"));
     finish();
     EXPECT_FALSE(model().hasTree());
@@ -136,12 +144,56 @@ TEST_F(AnalysisFlowTest, TakesWhatWentOutOfTheTreeAndNoMore) {
     EXPECT_THAT(names(), ElementsAre("stays", "empty"));
     EXPECT_EQ(model().root()->size, before - large->size - small->size);
     EXPECT_EQ(model().treeVersion(), version + 1);
+
+    // What the gate refuses stays, and so does what can't go, however it is called.
+    write(".ssh/keys");
+    write("a: b");
+    model().startScan(home());
+    finish();
+    const auto odd = child("a: b");
+    std::filesystem::remove(at("a: b"));
+    model().dispose({child(".ssh"), odd}, DisposalMode::trash);
+    finish();
+    EXPECT_THAT(model().lastReport()->refused, SizeIs(1));
+    EXPECT_THAT(model().lastReport()->failures, SizeIs(1));
+    EXPECT_NE(child(".ssh"), nullptr);
+    EXPECT_NE(child("a: b"), nullptr);
 }
 
-TEST_F(AnalysisFlowTest, FindsLargeFilesAndTakesARowAwayAtOnce) {
+TEST_F(AnalysisFlowTest, TakesWhatWentOutOfWhateverTreeIsShownThen) {
+    scan();
+    {
+        // The scan ends while the clean is still to come.
+        const Testing::HeldWork held{Background::writers()};
+        model().dispose({child("small")}, DisposalMode::trash);
+        model().startScan();
+        waitFor([this] { return !model().isScanning(); });
+        EXPECT_THAT(names(), ElementsAre("large", "small", "stays", "empty"));
+    }
+    finish();
+    EXPECT_THAT(names(), ElementsAre("large", "stays", "empty"));
+
+    {
+        // The clean ends while the scan is still to come home. What it then has seen before the
+        // clean is played by a new file.
+        const auto stays = child("stays");
+        const Testing::HeldWork held;
+        model().startScan();
+        model().dispose({stays}, DisposalMode::trash);
+        waitFor([this] { return !model().isCleaning(); });
+        write("tree/stays");
+    }
+    finish();
+    EXPECT_THAT(names(), ElementsAre("large", "empty"));
+    scan();
+    EXPECT_THAT(names(), ElementsAre("large", "stays", "empty")) << "only that one scan";
+}
+
+TEST_F(AnalysisFlowTest, FindsLargeFilesAndTakesARowAwayWhenItsFileWent) {
     const std::string file = write("large/film", "");
     std::filesystem::resize_file(file, 0);
     ASSERT_EQ(std::system(("fallocate -l 60000000 " + file).c_str()), 0);
+    scan();
     model().setLargeRoot(at("large"));
     model().findLargeFiles();
     finish();
@@ -149,15 +201,36 @@ TEST_F(AnalysisFlowTest, FindsLargeFilesAndTakesARowAwayAtOnce) {
     EXPECT_TRUE(model().largeSearched());
 
     const auto node = model().largeFiles().front();
-    std::filesystem::remove(file);
+    model().dispose({child("small")}, DisposalMode::trash);
     model().trashLargeFile(node);
-    EXPECT_THAT(model().largeFiles(), IsEmpty()) << "whatever comes of it";
+    finish();
+    EXPECT_THAT(model().largeFiles(), SizeIs(1)) << "another cleanup was running";
+    EXPECT_EQ(model().banner(), "Could not start: another cleanup is still running.");
+    std::filesystem::rename(file, at("elsewhere"));
+    model().trashLargeFile(node);
     finish();
     EXPECT_THAT(model().lastReport()->failures, SizeIs(1));
-
-    model().findLargeFiles();
-    model().cancelLargeFiles();
+    EXPECT_THAT(model().largeFiles(), SizeIs(1));
+    std::filesystem::rename(at("elsewhere"), file);
+    model().trashLargeFile(node);
     finish();
+    EXPECT_THAT(model().largeFiles(), IsEmpty());
+
+    model().setLargeRoot(at("large"));
+    write("large/film", std::string(60'000'000, 'x'));
+    model().findLargeFiles();
+    finish();
+    ASSERT_THAT(model().largeFiles(), SizeIs(1));
+    const Testing::Arrivals searches;
+    {
+        const Testing::HeldWork held;
+        model().findLargeFiles();
+        EXPECT_THAT(model().largeFiles(), IsEmpty()) << "of the search before";
+        model().findLargeFiles();
+        model().cancelLargeFiles();
+    }
+    finish();
+    EXPECT_EQ(searches.count(), 1) << "never two at once";
     EXPECT_FALSE(model().isFindingLarge());
 }
 

@@ -87,7 +87,8 @@ TEST_F(SmartCleanFlowTest, GoesFromRescanToACleanedDiskAndBack) {
     EXPECT_TRUE(model().isCleaning());
     EXPECT_EQ(model().cleaningTotal(), 2);
     model().runClean(model().currentPlan(), DisposalMode::trash, [] { FAIL() << "ran twice"; });
-    EXPECT_THAT(changes(), ElementsAre("isCleaning", "cleaningTotal"));
+    EXPECT_THAT(changes(), ElementsAre("isCleaning", "cleaningTotal", "banner"));
+    EXPECT_EQ(model().banner(), "Could not start: another cleanup is still running.");
 
     finish();
     told = changes();
