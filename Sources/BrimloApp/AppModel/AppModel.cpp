@@ -1,6 +1,7 @@
 #include "BrimloApp/AppModel/AppModel.h"
 
 #include "BrimloApp/AppModel/RunInBackground.h"
+#include "BrimloApp/Platform/Reveal.h"
 #include "BrimloCore/DisabledRules/DisabledRules.h"
 #include "BrimloCore/RulePacks/Catalog.h"
 #include "BrimloCore/Support/StoragePaths.h"
@@ -86,6 +87,14 @@ void AppModel::setBanner(const QString& text) {
     assign(banner_, text, &AppModel::bannerChanged);
     // The same text set again is shown for its whole time again.
     scheduleBannerDismiss();
+}
+
+void AppModel::reveal(const std::vector<std::string>& paths) {
+    Platform::reveal(paths, [model = QPointer{this}] {
+        if (model) {
+            model->setBanner(QStringLiteral("Could not show it: no file manager answered."));
+        }
+    });
 }
 
 void AppModel::scheduleBannerDismiss() {

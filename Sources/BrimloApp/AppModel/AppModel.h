@@ -147,6 +147,9 @@ public:
     /// failure; an empty one takes the shown one away.
     void setBanner(const QString& text);
 
+    /// Shows entries in the file manager; when there is none, the banner says so.
+    void reveal(const std::vector<std::string>& paths);
+
     /// What long work is under way; empty when none is.
     [[nodiscard]] const QString& busy() const { return busy_; }
 

@@ -1,7 +1,5 @@
 #include "BrimloApp/Lists/DuplicateRows.h"
 
-#include "BrimloApp/Platform/Reveal.h"
-
 #include <algorithm>
 
 namespace Brimlo {
@@ -81,7 +79,7 @@ void DuplicateRows::trash(const int row) {
 void DuplicateRows::reveal(const int row) {
     const DuplicateRow* const found = this->row(row);
     if (found != nullptr && !found->isGroup()) {
-        Platform::reveal({found->path});
+        source()->reveal({found->path});
     }
 }
 

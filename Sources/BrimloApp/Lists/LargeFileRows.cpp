@@ -1,7 +1,5 @@
 #include "BrimloApp/Lists/LargeFileRows.h"
 
-#include "BrimloApp/Platform/Reveal.h"
-
 #include <algorithm>
 #include <memory>
 
@@ -50,7 +48,7 @@ void LargeFileRows::trash(const int row) {
 
 void LargeFileRows::reveal(const int row) {
     if (const LargeFileRow* const found = this->row(row)) {
-        Platform::reveal({found->path});
+        source()->reveal({found->path});
     }
 }
 

@@ -1,7 +1,6 @@
 #include "BrimloApp/Lists/NodeRows.h"
 
 #include "BrimloApp/Components/FileKind.h"
-#include "BrimloApp/Platform/Reveal.h"
 
 #include <QtCore/QFile>
 #include <QtGui/QClipboard>
@@ -183,7 +182,7 @@ void NodeRows::drill(const int row) {
 
 void NodeRows::reveal(const int row) {
     if (const auto node = nodeAt(row)) {
-        Platform::reveal({node->path});
+        source()->reveal({node->path});
     }
 }
 
@@ -193,7 +192,7 @@ void NodeRows::revealSelected() {
         paths.push_back(node->path);
     }
     if (!paths.empty()) {
-        Platform::reveal(paths);
+        source()->reveal(paths);
     }
 }
 

@@ -1,6 +1,5 @@
 #include "BrimloApp/Lists/SuggestionRows.h"
 
-#include "BrimloApp/Platform/Reveal.h"
 #include "BrimloCore/Cleaner/CleanPlan.h"
 
 #include <algorithm>
@@ -177,7 +176,7 @@ int SuggestionRows::head(int place) const {
 void SuggestionRows::reveal(const int place) const {
     const Row* const chosen = row(place);
     if (chosen != nullptr && chosen->kind == Kind::item && !isPseudoPath(chosen->path)) {
-        Platform::reveal({chosen->path});
+        source()->reveal({chosen->path});
     }
 }
 

@@ -26,12 +26,20 @@ struct FileManager : QDBusVirtualObject {
 class RevealTest : public Testing::AppTest {
 protected:
     void start(const std::vector<std::string>& paths) {
-        reveal(paths, [this](const QUrl& folder) { opened.append(folder.toEncoded()); });
+        reveal(
+            paths,
+            [this] { ++failures; },
+            [this](const QUrl& folder) {
+                opened.append(folder.toEncoded());
+                return canOpen;
+            });
     }
     [[nodiscard]] QString url(std::string_view relative) const {
         return QString::fromStdString(FileUrl::fromPath(at(relative)));
     }
     QStringList opened;
+    bool canOpen = true;
+    int failures = 0;
 };
 
 TEST_F(RevealTest, SelectsInTheFileManagerOrOpensTheFolders) {
@@ -68,6 +76,12 @@ TEST_F(RevealTest, OpensNothingButFoldersAndFewOfThem) {
     }
     start(entries);
     EXPECT_EQ(opened, QStringList({url("odd\xFF\n'"), url("1"), url("2"), url("3"), url("4")}));
+    EXPECT_EQ(failures, 0);
+    start({at("missing/gone")});
+    EXPECT_EQ(failures, 1) << "there is nothing to open";
+    canOpen = false;
+    start(entries);
+    EXPECT_EQ(failures, 2) << "nothing opens folders";
 }
 
 }  // namespace

@@ -15,20 +15,24 @@
 namespace Brimlo::Platform {
 namespace {
 
-using Open = std::function<void(const QUrl& folder)>;
+using Open = std::function<bool(const QUrl& folder)>;
 
-void openFolders(const std::vector<std::string>& paths, const Open& open) {
+/// Whether any could be opened.
+bool openFolders(const std::vector<std::string>& paths, const Open& open) {
     constexpr std::size_t kMostFolders = 5;  // Each is a window.
     std::set<std::string_view> folders;
+    bool isAnyOpen = false;
     for (const std::string& path : paths) {
         const std::string_view folder = Path::parent(path);
         std::error_code error;
         // A file in the place of the folder would be opened as what it is, which may be to run it.
         if (folders.size() < kMostFolders && std::filesystem::is_directory(folder, error) &&
             folders.insert(folder).second) {
-            open(QUrl::fromEncoded(QByteArray::fromStdString(FileUrl::fromPath(folder))));
+            const std::string address = FileUrl::fromPath(folder);
+            isAnyOpen = open(QUrl::fromEncoded(QByteArray::fromStdString(address))) || isAnyOpen;
         }
     }
+    return isAnyOpen;
 }
 
 /// What every file manager answers to; the bus starts one if none runs.
@@ -45,19 +49,25 @@ QDBusMessage request(const std::vector<std::string>& paths) {
 
 }  // namespace
 
-void reveal(const std::vector<std::string>& paths, const Open& open) {
+void reveal(
+    const std::vector<std::string>& paths, const std::function<void()>& failed, const Open& open) {
+    const auto openOrTell = [=] {
+        if (!openFolders(paths, open)) {
+            failed();
+        }
+    };
     constexpr int kLongestMilliseconds = 3000;
     const auto bus = QDBusConnection::sessionBus();
     if (!bus.isConnected()) {
-        openFolders(paths, open);  // The end of such a call would never be told.
+        openOrTell();  // The end of such a call would never be told.
         return;
     }
     const auto call = bus.asyncCall(request(paths), kLongestMilliseconds);
     auto* answer = new QDBusPendingCallWatcher(call, QCoreApplication::instance());
-    QObject::connect(answer, &QDBusPendingCallWatcher::finished, [paths, open, answer] {
+    QObject::connect(answer, &QDBusPendingCallWatcher::finished, [openOrTell, answer] {
         answer->deleteLater();
         if (answer->isError()) {
-            openFolders(paths, open);
+            openOrTell();
         }
     });
 }

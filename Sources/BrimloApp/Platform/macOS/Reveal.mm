@@ -7,9 +7,11 @@
 
 namespace Brimlo::Platform {
 
-// The Finder always answers, so that `open` is never needed.
+// The Finder always answers, so that nothing else is needed.
 void reveal(
-    const std::vector<std::string>& paths, const std::function<void(const QUrl&)>& /*open*/) {
+    const std::vector<std::string>& paths,
+    const std::function<void()>& /*failed*/,
+    const std::function<bool(const QUrl&)>& /*open*/) {
     @autoreleasepool {
         NSMutableArray<NSURL*>* const urls = [[NSMutableArray alloc] init];
         for (const std::string& path : paths) {
