@@ -97,6 +97,33 @@ void AppModel::reveal(const std::vector<std::string>& paths) {
     });
 }
 
+void AppModel::rescan() {
+    switch (section_) {
+        case Section::overview:
+        case Section::clean:
+            loadSuggestions();
+            break;
+        case Section::analyzer:
+            startScan();
+            break;
+        case Section::largeFiles:
+            findLargeFiles();
+            break;
+        case Section::duplicates:
+            findDuplicates();
+            break;
+        case Section::rules:
+            reloadCustomRules();
+            break;
+        case Section::history:
+            readJournal();
+            break;
+        case Section::settings:
+            refreshVolume();
+            break;
+    }
+}
+
 void AppModel::scheduleBannerDismiss() {
     bannerTask_.reset();
     if (banner_.isEmpty()) {

@@ -150,6 +150,9 @@ public:
     /// Shows entries in the file manager; when there is none, the banner says so.
     void reveal(const std::vector<std::string>& paths);
 
+    /// Reads anew what the section on show shows: starts its search, or reads its files.
+    Q_INVOKABLE void rescan();
+
     /// What long work is under way; empty when none is.
     [[nodiscard]] const QString& busy() const { return busy_; }
 
@@ -492,13 +495,13 @@ private:
     void setRuleDraft(std::unique_ptr<RuleDraft> draft);
     void reloadCustomRules();
 
+    void measureTrash();
+
     void startAutoCleanTimer();
     void readAgent();
 
     // In the order in which the screens are told of them; the window's first.
     Clock& clock_;
-    void measureTrash();
-
     const CLIInstaller::Places cli_;
     const DockerClient::Places docker_;
 
@@ -543,6 +546,7 @@ private:
     bool ascending_ = false;
     std::shared_ptr<ScanControl> scanControl_;
     std::unique_ptr<Clock::Pending> scanSampling_;
+    std::set<std::string> wentMeanwhile_;  ///< Since the scan or search under way began.
     bool previewRequested_ = false;
     int analyzerMode_ = 0;
     std::string dupRoot_;
@@ -550,7 +554,6 @@ private:
     bool isFindingDupes_ = false;
     bool dupsSearched_ = false;
     std::shared_ptr<ScanControl> dupControl_;
-    std::set<std::string> wentMeanwhile_;  ///< Since the scan or search under way began.
     std::string largeRoot_;
     std::vector<std::shared_ptr<FileNode>> largeFiles_;
     bool isFindingLarge_ = false;

@@ -18,7 +18,7 @@ Item {
         go("settings");
     }
     function rescan() {
-        AppModel.scan();
+        AppModel.rescan();
     }
     function go(section) {
         AppModel.section = section;

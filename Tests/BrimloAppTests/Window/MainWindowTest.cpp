@@ -66,11 +66,32 @@ TEST_F(MainWindowTest, OpensEachSectionByItsKeysItsRowAndTheMenu) {
     finish();
 }
 
-TEST_F(MainWindowTest, RescansTheFolderOfTheAnalyzerByKeysAndMenu) {
+TEST_F(MainWindowTest, RescansWhatIsShownByKeysAndMenu) {
     model().setScanRoot(makeFolder("tree"));
     open();
-    key(Qt::Key_R, Qt::ControlModifier);
-    finish();
+    struct Case {
+        Section section;
+        bool (AppModel::*begins)() const;
+    };
+    const Case cases[] = {
+        {Section::overview,   &AppModel::isSuggesting  },
+        {Section::clean,      &AppModel::isSuggesting  },
+        {Section::largeFiles, &AppModel::isFindingLarge},
+        {Section::duplicates, &AppModel::isFindingDupes},
+        {Section::analyzer,   &AppModel::isScanning    },
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(id(c.section));
+        model().setSection(c.section);
+        finish();
+        {
+            const Testing::HeldWork held;
+            key(Qt::Key_R, Qt::ControlModifier);
+            EXPECT_TRUE((model().*c.begins)());
+            EXPECT_EQ(model().isScanning(), c.section == Section::analyzer);
+        }
+        finish();
+    }
     EXPECT_TRUE(model().hasTree());
     const auto before = model().root();
     press("Menu");
@@ -140,11 +161,14 @@ TEST_F(MainWindowTest, LeadsFromTheOverviewToWhatCanGo) {
     const std::vector<const char*> buttons{
         "Find cleanable space", "Scanning…", "Review & clean", "Analyze disk usage", "Rescan"};
     EXPECT_THAT(seen(buttons), ElementsAre("Find cleanable space", "Analyze disk usage"));
-    press("Find cleanable space");
-    EXPECT_EQ(model().section(), Section::clean);
-    EXPECT_TRUE(model().isSuggesting()) << "the screen starts the run";
-    key(Qt::Key_1, Qt::ControlModifier);
-    EXPECT_THAT(seen(buttons), ElementsAre("Scanning…", "Analyze disk usage"));
+    {
+        const Testing::HeldWork held;
+        press("Find cleanable space");
+        EXPECT_EQ(model().section(), Section::clean);
+        EXPECT_TRUE(model().isSuggesting()) << "the screen starts the run";
+        key(Qt::Key_1, Qt::ControlModifier);
+        EXPECT_THAT(seen(buttons), ElementsAre("Scanning…", "Analyze disk usage"));
+    }
     finish();
 
     makeFolder("tree");
