@@ -107,11 +107,18 @@ TEST_F(BackgroundFlowTest, TellsWhatAutoCleanTook) {
     EXPECT_TRUE(Testing::exists(at("caches/0")));
 
     makeCaches(2);
+    {
+        const Testing::HeldWork held{Background::writers()};
+        model().runClean(CleanPlan{{{.path = write("data")}}}, DisposalMode::trash);
+        model().runAutoClean(true, false);
+        EXPECT_EQ(model().busy(), "") << "not beside a clean";
+    }
+    finish();
     model().runAutoClean(true, false);
     finish();
     EXPECT_EQ(banner(), "Auto-clean removed 2 items (" + Fmt::bytes(24'576) + ").");
     EXPECT_FALSE(Testing::exists(at("caches/0")));
-    EXPECT_EQ(model().journal().size(), 2U);
+    EXPECT_EQ(model().journal().size(), 3U);
 }
 
 TEST_F(BackgroundFlowTest, InstallsTheJobForTheToolOfThisBuild) {

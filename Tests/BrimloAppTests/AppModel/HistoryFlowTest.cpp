@@ -30,17 +30,24 @@ protected:
 };
 
 TEST_F(HistoryFlowTest, RestoresWhatCanBeAndKeepsTheRestInTheTrash) {
+    clean({"earlier"});
     clean({"a", "b", "c"});
-    ASSERT_THAT(model().historyBatches(), SizeIs(1));
+    ASSERT_THAT(model().historyBatches(), SizeIs(2));
     write("b", "new");
-    model().undoBatch(model().historyBatches().front());
-    model().emptyTrash();
-    EXPECT_EQ(model().busy(), "Restoring…") << "one at a time";
+    {
+        const Testing::HeldWork held{Background::writers()};
+        model().undoBatch(model().historyBatches().front());
+        model().emptyTrash();
+        model().purgeOwnTrash();
+        model().runAutoClean(true, false);
+        EXPECT_EQ(model().busy(), "Restoring…") << "one at a time";
+    }
     finish();
     EXPECT_EQ(
         model().banner().toStdString(),
         "Restored 2 item(s). 1 could not be restored: Something already exists at " + at("b") +
             ".");
+    EXPECT_FALSE(exists(at("earlier"))) << "another cleanup";
     EXPECT_EQ(contentOf(at("a")), "a");
     EXPECT_EQ(contentOf(at("b")), "new");
     EXPECT_EQ(model().historyBatches().front().restorableCount(), 1U);
@@ -81,8 +88,12 @@ TEST_F(HistoryFlowTest, SaysWhenTheJournalCannotBeReadOrWritten) {
 }
 
 TEST_F(HistoryFlowTest, PurgesAndEmptiesInItsOwnWords) {
-    model().purgeOwnTrash();
-    EXPECT_EQ(model().busy(), "Removing from Trash…");
+    {
+        const Testing::HeldWork held{Background::writers()};
+        model().purgeOwnTrash();
+        model().undoAll({});
+        EXPECT_EQ(model().busy(), "Removing from Trash…");
+    }
     finish();
     EXPECT_EQ(model().banner(), "Permanently removed 0 bytes that Brimlo had moved to Trash.");
 

@@ -162,6 +162,14 @@ TEST_F(RuleFlowTest, ExportsAndImportsRules) {
     EXPECT_EQ(model().customRules().front().id, "custom.cache");
     finish();
 
+    CleanupRule changed = rule();
+    changed.name = "Changed";
+    model().saveRule(changed);
+    finish();
+    model().importRules(address("rules.json"));
+    finish();
+    EXPECT_EQ(model().customRules().front().name, "Changed") << "an import replaces nothing";
+
     write("bad.json", R"({"pack": "p", "rules": [{"id": "custom.x"}]})");
     model().importRules(address("bad.json"));
     EXPECT_THAT(

@@ -132,7 +132,11 @@ TEST_F(SmartCleanFlowTest, GoesFromRescanToACleanedDiskAndBack) {
 }
 
 TEST_F(SmartCleanFlowTest, KeepsThePlanInStepWithTheTicks) {
+    write("project/package.json");
+    write("project/node_modules/data", std::string(9'000, 'a'));
+    model().setStaleDays(77);
     suggest();
+    EXPECT_THAT(suggestion("artifact.node_modules").regenerates, testing::HasSubstr(" 77+ days"));
     const Suggestion& caches = suggestion("custom.caches");
     const auto whole = testing::ElementsAre("/caches/large", "/caches/small");
 
@@ -160,7 +164,7 @@ TEST_F(SmartCleanFlowTest, KeepsThePlanInStepWithTheTicks) {
     EXPECT_EQ(planned().size(), 3U);
     EXPECT_THAT(changes(), ElementsAre("personaFilter"));
     model().setPersonaFilterID("nobody");
-    EXPECT_EQ(model().visibleSuggestions().size(), 3U);
+    EXPECT_EQ(model().visibleSuggestions().size(), 4U);
     model().clearSelection();
     EXPECT_THAT(planned(), IsEmpty());
 }

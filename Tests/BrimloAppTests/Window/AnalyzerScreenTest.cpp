@@ -56,9 +56,12 @@ TEST_F(AnalyzerScreenTest, ShowsTheFirstStateThatHolds) {
     open(Section::analyzer);
     EXPECT_THAT(seen(states), ElementsAre("Treemap", "See exactly what is using your disk."))
         << "the treemap's button is always there";
-    model().startScan(at("tree"));
-    EXPECT_THAT(seen(states), ElementsAre("Cancel", "tree", "Treemap")) << "of the toolbar";
-    EXPECT_FALSE(isEnabled("Scan"));
+    {
+        const Testing::HeldWork held;
+        model().startScan(at("tree"));
+        EXPECT_THAT(seen(states), ElementsAre("Cancel", "tree", "Treemap")) << "of the toolbar";
+        EXPECT_FALSE(isEnabled("Scan"));
+    }
     finish();
     EXPECT_THAT(rows(), SizeIs(4));
     EXPECT_FALSE(sees("See exactly what is using your disk."));
@@ -68,9 +71,12 @@ TEST_F(AnalyzerScreenTest, ShowsTheFirstStateThatHolds) {
         EXPECT_EQ(rows().empty(), mode != 0);
     }
     // A scan hides the tree, and one that is cancelled leaves nothing.
-    model().startScan("/usr");
-    EXPECT_THAT(rows(), IsEmpty());
-    press("Cancel");
+    {
+        const Testing::HeldWork held;
+        model().startScan("/usr");
+        EXPECT_THAT(rows(), IsEmpty());
+        press("Cancel");
+    }
     finish();
     EXPECT_TRUE(sees("See exactly what is using your disk."));
     for (const char* const button : {"Scan home folder", "Scan System disk"}) {

@@ -146,14 +146,14 @@ TEST_F(BadInputTest, HistoryTakesAHundredThousandItems) {
 TEST_F(BadInputTest, ALongBannerScrollsAndLeavesTheScreenItsPlace) {
     open();
     model().setBanner(QString("A sentence that goes on and on. ").repeated(63));
-    QTest::qWait(50);
+    waitToSee("A sentence*");
     expectSane();
     EXPECT_LT(find(QAccessible::Notification, "A sentence*")->height(), 150);
     EXPECT_GT(find(QAccessible::Pane, "Overview")->height(), 450);
     press("Dismiss");
     EXPECT_TRUE(model().banner().isEmpty());
     model().setBanner(QString(2000, 'W'));
-    QTest::qWait(50);
+    waitToSee("WWWW*");
     expectSane();
 }
 

@@ -122,9 +122,12 @@ TEST_F(MainWindowTest, ShowsWorkAndMessagesAboveTheScreen) {
     await([&] { return !sees("Something happened."); }, "its end");
 
     fillTrash();
-    model().emptyTrash();
-    waitToSee("Emptying Trash…");
-    waitToSee("Working");
+    {
+        const Testing::HeldWork held{Background::writers()};
+        model().emptyTrash();
+        waitToSee("Emptying Trash…");
+        waitToSee("Working");
+    }
     finish();
     await([&] { return !sees("Working"); }, "the end of it");
     waitToSee(model().banner());

@@ -148,7 +148,10 @@ TEST_F(SearchScreensTest, DuplicatesShowsTheFirstStateThatHolds) {
         testing::SizeIs(4));
     EXPECT_TRUE(sees(QString::fromStdString("Kept, " + at("tree/a"))));
     EXPECT_TRUE(sees(QString::fromStdString("Extra copy, " + at("tree/c"))));
-    EXPECT_THAT(misplaced(window(), Elision::ofPaths), IsEmpty());
+    for (const double scale : {1.5, 1.25, 1.0}) {
+        setTheme("fontScale", scale);
+        EXPECT_THAT(misplaced(window(), Elision::ofPaths), IsEmpty()) << scale;
+    }
     EXPECT_THAT(Testing::LayoutAudit::faint(window()), IsEmpty());
 
     press("Trash extras");

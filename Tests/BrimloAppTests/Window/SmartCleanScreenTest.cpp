@@ -94,7 +94,7 @@ protected:
 TEST_F(SmartCleanScreenTest, ShowsTheFirstStateThatHolds) {
     const char* const empty = "Nothing scanned yet";
     const std::vector<const char*> states{
-        "0s · usually 20 to 30 seconds", empty, "No Results for “zzz”", "Suggestions"};
+        "*s · usually 20 to 30 seconds", empty, "No Results for “zzz”", "Suggestions"};
     open(Section::clean);
     EXPECT_THAT(seen(states), ElementsAre(empty));
     EXPECT_TRUE(sees("Press Rescan to find cleanable items."));
@@ -103,7 +103,7 @@ TEST_F(SmartCleanScreenTest, ShowsTheFirstStateThatHolds) {
         const Testing::HeldWork held;
         press("Rescan");
         EXPECT_TRUE(model().isSuggesting());
-        waitToSee("0s · usually 20 to 30 seconds");
+        waitToSee("*s · usually 20 to 30 seconds");
         EXPECT_FALSE(sees(empty));
         EXPECT_FALSE(isEnabled("Rescan"));
         EXPECT_TRUE(sees(model().suggestPhase()));
@@ -115,9 +115,12 @@ TEST_F(SmartCleanScreenTest, ShowsTheFirstStateThatHolds) {
     click(QAccessible::EditableText, "Search apps and tools");
     type("zzz");
     EXPECT_THAT(seen(states), ElementsAre("No Results for “zzz”"));
-    model().loadSuggestions();
-    EXPECT_TRUE(sees("0s · usually 20 to 30 seconds"));
-    EXPECT_FALSE(sees("No Results for “zzz”"));
+    {
+        const Testing::HeldWork held;
+        model().loadSuggestions();
+        EXPECT_TRUE(sees("*s · usually 20 to 30 seconds"));
+        EXPECT_FALSE(sees("No Results for “zzz”"));
+    }
     finish();
     // An audience without a suggestion has none, whatever is searched for.
     model().setPersonaFilterID("gaming");
@@ -152,6 +155,9 @@ TEST_F(SmartCleanScreenTest, TicksByBoxAndKeyAndByTheToolbar) {
     openScanned({1000, 900});
     EXPECT_THAT(planned(), ElementsAre("caches/large", "caches/small"));
     EXPECT_TRUE(sees("2 items"));
+    setTheme("fontScale", 1.5);
+    EXPECT_LT(window().height() - middle(get(QAccessible::Button, "Preview")).y(), 70);
+    setTheme("fontScale", 1.0);
     clickAt(box("Caches, *"));
     EXPECT_THAT(planned(), IsEmpty());
     EXPECT_FALSE(isEnabled("Preview"));
@@ -249,9 +255,12 @@ TEST_F(SmartCleanScreenTest, CleansWhatWasReviewedAndUndoesIt) {
         IsEmpty());
     // Something else is ticked meanwhile: what was shown goes, and no more.
     model().toggle(at("mine/data"));
-    press("Clean *");
-    EXPECT_TRUE(model().isCleaning());
-    EXPECT_THAT(seen({"0 of 3", "1 of 3", "2 of 3", "3 of 3"}), testing::SizeIs(1));
+    {
+        const Testing::HeldWork held{Background::writers()};
+        press("Clean *");
+        EXPECT_TRUE(model().isCleaning());
+        EXPECT_TRUE(sees("0 of 3"));
+    }
     finish();
     EXPECT_FALSE(exists(at("mine/data")));
     waitToSee("Cleanup complete");
@@ -286,8 +295,11 @@ TEST_F(SmartCleanScreenTest, ReportsProblemsAndLeadsOn) {
 TEST_F(SmartCleanScreenTest, GoesTheWholeWayByTheKeyboard) {
     openScanned();
     tabTo(QAccessible::Button, "Rescan");
-    key(Qt::Key_Return);
-    EXPECT_TRUE(model().isSuggesting());
+    {
+        const Testing::HeldWork held;
+        key(Qt::Key_Return);
+        EXPECT_TRUE(model().isSuggesting());
+    }
     finish();
     tabTo(QAccessible::List, "Suggestions");
     key(Qt::Key_Space);

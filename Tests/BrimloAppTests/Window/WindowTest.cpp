@@ -26,7 +26,9 @@ void keepWarning(const QtMsgType type, const QMessageLogContext& /*where*/, cons
 }
 
 bool fits(const QString& name, const QString& wanted) {
-    return wanted.endsWith('*') ? name.startsWith(wanted.chopped(1)) : name == wanted;
+    return wanted.endsWith('*')     ? name.startsWith(wanted.chopped(1))
+           : wanted.startsWith('*') ? name.endsWith(wanted.mid(1))
+                                    : name == wanted;
 }
 
 /// The part of an item that is seen, in the scene; empty when there is none.

@@ -38,7 +38,8 @@ protected:
     void setTheme(const char* property, const QVariant& value);
     [[nodiscard]] QVariant theme(const char* property) const;
 
-    /// The first that bears the name; a "*" at the end of it stands for any rest. Null if none.
+    /// The first that bears the name; a "*" at its beginning or end stands for any text. Null if
+    /// none.
     [[nodiscard]] QQuickItem* find(QAccessible::Role role, const QString& name) const;
     /// The same, once it is there.
     [[nodiscard]] QQuickItem& get(QAccessible::Role role, const QString& name) const;
