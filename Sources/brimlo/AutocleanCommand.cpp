@@ -18,7 +18,7 @@ struct Arguments {
     bool force = false;
 };
 
-AutoCleanOutcome outcomeOf(const Arguments& arguments) {
+AutoCleanOutcome outcomeOf(const Arguments& arguments, const AppConfig& config) {
     if (arguments.execute) {
         // The purge, which comes first, takes nothing back.
         Interrupt::finishFirst(Interrupt::Undo::impossible);
@@ -27,7 +27,7 @@ AutoCleanOutcome outcomeOf(const Arguments& arguments) {
     progress.show(
         arguments.execute ? "Running auto-clean…" : "Checking what auto-clean would remove…");
     Cleaner cleaner{std::make_shared<Journal>(StoragePaths::journal())};
-    return AutoCleaner::run(AppConfig::load(), cleaner, !arguments.execute, arguments.force);
+    return AutoCleaner::run(config, cleaner, !arguments.execute, arguments.force);
 }
 
 void show(const AutoCleanOutcome& outcome, bool dryRun) {
@@ -54,7 +54,12 @@ Json::Object form(const AutoCleanOutcome& outcome) {
 }
 
 ExitCode run(const Arguments& arguments, const Tool& tool) {
-    const AutoCleanOutcome outcome = outcomeOf(arguments);
+    const auto config = AppConfig::read();
+    if (!config) {
+        complain(config.error().description);
+        return ExitCode::problems;
+    }
+    const AutoCleanOutcome outcome = outcomeOf(arguments, *config);
     if (tool.isJson()) {
         print(form(outcome));
     } else {

@@ -61,18 +61,26 @@ bool assign(bool& field, std::string_view text) {
 bool assign(std::int64_t& field, std::string_view text) {
     const char* end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data(), end, field);
-    return error == std::errc{} && stop == end && field >= 0;
+    return error == std::errc{} && stop == end;
 }
 
 bool assign(AppConfig& config, const Setting& setting, std::string_view text) {
-    return std::visit([&](auto field) { return assign(config.*field, text); }, setting.field);
+    const bool isValue =
+        std::visit([&](auto field) { return assign(config.*field, text); }, setting.field);
+    const auto* number = std::get_if<std::int64_t AppConfig::*>(&setting.field);
+    return isValue && (number == nullptr || AppConfig::limits(*number).allow(config.**number));
 }
 
-std::string_view expected(const Setting& setting) {
-    return setting.field.index() == 0 ? "true or false" : "a whole number, 0 or more";
+std::string expected(const Setting& setting) {
+    const auto* number = std::get_if<std::int64_t AppConfig::*>(&setting.field);
+    if (number == nullptr) {
+        return "true or false";
+    }
+    const auto [least, most] = AppConfig::limits(*number);
+    return "a whole number from " + std::to_string(least) + " to " + std::to_string(most);
 }
 
-void show(const AppConfig& config, const Tool& tool) {
+void showAll(const AppConfig& config, const Tool& tool) {
     constexpr std::size_t kKeyWidth = 34;
     constexpr std::size_t kValueWidth = 7;
     Json::Object document;
@@ -90,42 +98,41 @@ void show(const AppConfig& config, const Tool& tool) {
     }
 }
 
-ExitCode run(const std::string& key, const std::optional<std::string>& text, const Tool& tool) {
-    const auto stored = AppConfig::read();
-    AppConfig config = stored.value_or(AppConfig{});
-    if (key.empty()) {
-        show(config, tool);
-        return ExitCode::done;
+void show(const AppConfig& config, const Setting* only, const Tool& tool) {
+    if (only == nullptr) {
+        showAll(config, tool);
+    } else if (tool.isJson()) {
+        print(Json::Object{
+            {only->jsonKey, value(config, *only)}
+        });
+    } else {
+        Console::line(Json::compact(value(config, *only)));
     }
+}
+
+ExitCode run(const std::string& key, const std::optional<std::string>& text, const Tool& tool) {
     const auto* setting = std::ranges::find(kSettings, key, &Setting::key);
-    if (setting == kSettings.end()) {
+    if (!key.empty() && setting == kSettings.end()) {
         complain("There is no setting \"" + key + "\"; \"brimlo config\" lists them.");
         return ExitCode::wrongUsage;
     }
-    if (text) {
-        if (!assign(config, *setting, *text)) {
-            complain(
-                std::string{setting->key} + " takes " + std::string{expected(*setting)} +
-                ", not \"" + *text + "\".");
-            return ExitCode::wrongUsage;
-        }
-        // What could not be read would be lost by saving.
-        if (stored) {
-            config.save();
-        }
-        if (!stored || AppConfig::load() != config) {
-            complain("The setting could not be saved.");
-            return ExitCode::problems;
-        }
+    if (AppConfig tried; text && !assign(tried, *setting, *text)) {
+        complain(
+            std::string{setting->key} + " takes " + expected(*setting) + ", not \"" + *text +
+            "\".");
+        return ExitCode::wrongUsage;
     }
-    if (tool.isJson()) {
-        print(Json::Object{
-            {setting->jsonKey, value(config, *setting)}
-        });
-    } else {
-        Console::line(Json::compact(value(config, *setting)));
+    const auto config =
+        text ? AppConfig::change([&](AppConfig& all) { assign(all, *setting, *text); })
+             : AppConfig::read();
+    if (!config) {
+        complain(config.error().description + (text ? "" : "; these are the defaults"));
     }
-    return ExitCode::done;
+    if (!config && text) {
+        return ExitCode::problems;
+    }
+    show(config.value_or(AppConfig{}), key.empty() ? nullptr : setting, tool);
+    return config ? ExitCode::done : ExitCode::problems;
 }
 
 }  // namespace

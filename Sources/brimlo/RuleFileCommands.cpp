@@ -1,8 +1,6 @@
 #include "brimlo/RuleFileCommands.h"
 
-#include "BrimloCore/Platform/Posix/Descriptor.h"
 #include "BrimloCore/SuggestionEngine/RuleTargets.h"
-#include "BrimloCore/Support/AtomicFile.h"
 #include "BrimloCore/Support/RuleJson.h"
 #include "BrimloCore/Support/Text.h"
 #include "BrimloCore/UserRules/RuleExchange.h"
@@ -14,10 +12,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <memory>
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace Brimlo {
 
@@ -123,53 +117,27 @@ struct Export {
     bool force = false;
 };
 
-/// Writes a file that must not be there yet or, by force, takes the place of a plain one.
-///
-/// Without force an empty file takes the name first, so that one which somebody else makes in the
-/// same moment is not overwritten either.
-std::expected<void, Error> writeExport(const Export& to, const std::string& text) {
-    auto prepared = AtomicFile::prepare(*to.file, text);
-    if (!prepared) {
-        return std::unexpected(prepared.error());
-    }
-    struct stat status {};
-    const bool isPlain = lstat(to.file->c_str(), &status) == 0 && S_ISREG(status.st_mode);
-    if (to.force && isPlain) {
-        return prepared->publish();
-    }
-    const Platform::Descriptor claim{
-        open(to.file->c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600)};
-    if (!claim) {
-        return std::unexpected(Error::fromSystem(errno));
-    }
-    auto published = prepared->publish();
-    if (!published) {
-        unlink(to.file->c_str());
-    }
-    return published;
-}
-
 ExitCode exportRules(const Export& to, const Tool& tool) {
     const auto [rules, issues] = UserRules::load(UserRules::defaultDirectory());
     for (const std::string& issue : issues) {
         complain(issue);
     }
-    const auto text = UserRules::exportJSON(rules);
-    if (!text) {
-        complain("The export failed: " + text.error().description);
-        return ExitCode::problems;
-    }
     const ExitCode exit = issues.empty() ? ExitCode::done : ExitCode::problems;
     if (!to.file) {
+        const auto text = UserRules::exportJSON(rules);
+        if (!text) {
+            complain("The export failed: " + text.error().description);
+            return ExitCode::problems;
+        }
         static_cast<void>(std::fputs(text->c_str(), stdout));
         return exit;
     }
-    if (const auto written = writeExport(to, *text); !written) {
-        const bool isTaken = written.error() == Error::fromSystem(EEXIST);
-        const char* advice = to.force ? "; it is no plain file" : "; --force replaces it";
+    const auto existing = to.force ? UserRules::Existing::replace : UserRules::Existing::keep;
+    if (const auto done = UserRules::exportTo(*to.file, rules, existing); !done) {
+        const bool isTaken = done.error() == Error::fromSystem(EEXIST);
         complain(
-            "The export to " + *to.file + " failed: " + written.error().description +
-            (isTaken ? advice : ""));
+            "The export to " + *to.file + " failed: " + done.error().description +
+            (isTaken ? "; --force replaces it" : ""));
         return ExitCode::problems;
     }
     if (tool.isJson()) {

@@ -106,9 +106,8 @@ ExitCode setDisabled(const std::string& id, bool disabled, const Tool& tool) {
     if (!find(id) && !DisabledRules::isDisabled(id)) {
         return unknown(id);
     }
-    DisabledRules::set(id, disabled);
-    if (DisabledRules::isDisabled(id) != disabled) {
-        complain("The change could not be saved.");
+    if (const auto set = DisabledRules::set(id, disabled); !set) {
+        complain(set.error().description);
         return ExitCode::problems;
     }
     if (tool.isJson()) {

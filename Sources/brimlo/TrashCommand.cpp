@@ -38,9 +38,14 @@ ExitCode tell(const TrashReport& report, const std::string& sentence, const Tool
 }
 
 ExitCode purge(std::optional<std::int64_t> olderThanDays, bool dryRun, const Tool& tool) {
+    const auto config = AppConfig::read();
+    if (!olderThanDays && !config) {
+        complain(config.error().description);  // The default could be too soon.
+        return ExitCode::problems;
+    }
     Cleaner cleaner{std::make_shared<Journal>(StoragePaths::journal())};
     const TrashReport report =
-        cleaner.purgeOwnTrash(olderThanDays.value_or(AppConfig::load().trashRetentionDays), dryRun);
+        cleaner.purgeOwnTrash(olderThanDays ? *olderThanDays : config->trashRetentionDays, dryRun);
     return tell(report, report.purgedSentence(dryRun), tool);
 }
 

@@ -3,6 +3,7 @@
 #include "BrimloToolTests/ToolTest.h"
 
 #include <algorithm>
+#include <filesystem>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -48,6 +49,8 @@ TEST_F(CommandLineTest, TellsWrongUsageInOneSentence) {
         {{"trash", "empty"},                            nobody + "empty the Trash."                                  },
         {{"undo", "--last", "--batch", "A"},            any                                                          },
         {{"config", "foo"},                             "There is no setting \"foo\"; \"brimlo config\" lists them." },
+        {{"config", "stale-days", "36501"},
+         "stale-days takes a whole number from 0 to 36500, not \"36501\"."                                           },
         {{"rules", "show", "\x1b[31m\n\xff"},           "No rule is called \"\uFFFD[31m\uFFFD\uFFFD\"."              },
     };
     write("file");
@@ -171,8 +174,25 @@ TEST_F(CommandLineTest, FailsWhenItsAnswerIsLost) {
 
 TEST_F(CommandLineTest, TellsWhatCouldNotBeSaved) {
     makeFolder(support("config.json/occupied"));
-    const Outcome failed{1, "", "brimlo: The setting could not be saved.\n"};
-    EXPECT_EQ(run({"config", "stale-days", "60"}), failed);
+    makeFolder(support("disabled-rules.json/occupied"));
+    const std::string unread = "brimlo: The settings could not be read: Is a directory";
+    const std::string defaults = unread + "; these are the defaults.\n";
+    EXPECT_EQ(run({"config", "stale-days", "60"}), (Outcome{1, "", unread + ".\n"}));
+    EXPECT_EQ(run({"config", "stale-days"}), (Outcome{1, "90\n", defaults}));
+    EXPECT_EQ(shape(answer({"config"}, 1, defaults)).substr(0, 18), "{autoCleanEnabled,");
+    EXPECT_EQ(
+        run({"rules", "disable", "npm.cache"}),
+        (Outcome{1, "", "brimlo: The change could not be saved: Is a directory.\n"}));
+    std::filesystem::remove_all(at(support("config.json")));
+    write(support("config.json"), R"({"trashRetentionDays": -1})");
+    EXPECT_EQ(
+        run({"config", "stale-days"}).err,
+        "brimlo: The settings could not be read: trashRetentionDays is -1, not from 0 to 36500; "
+        "these are the defaults.\n");
+    // Nothing is deleted by a retention that nobody has set.
+    EXPECT_EQ(run({"trash", "purge"}).exitCode, 1);
+    EXPECT_EQ(run({"trash", "purge", "--older-than", "1"}).exitCode, 0);
+    EXPECT_EQ(run({"autoclean", "--force"}).exitCode, 1);
 }
 
 TEST_F(CommandLineTest, FinishesAnUndoThatNobodyReads) {

@@ -36,7 +36,6 @@ AppModel::AppModel(Surroundings surroundings, QObject* parent)
     , cli_{std::move(surroundings.cli)}
     , docker_{std::move(surroundings.docker)}
     , volume_{VolumeInfo::snapshot("/")}
-    , config_{AppConfig::load()}
     , hasFullDiskAccess_{checkFullDiskAccess()}
     , scanRoot_{StoragePaths::home()}
     , dupRoot_{scanRoot_}
@@ -46,6 +45,7 @@ AppModel::AppModel(Surroundings surroundings, QObject* parent)
     , cliInstalled_{CLIInstaller::isInstalled(cli_)}
     , cleaner_{
           std::make_shared<Cleaner>(std::make_shared<Journal>(StoragePaths::journal()), docker_)} {
+    readConfig();
     reloadCustomRules();
     readAgent();
     readJournal();
@@ -70,6 +70,9 @@ AppModel* AppModel::create(QQmlEngine* engine, QJSEngine* /*scripts*/) {
 }
 
 void AppModel::setSection(const Section section) {
+    if (section == Section::settings) {
+        readConfig();  // The tool may have changed them.
+    }
     assign(section_, section, &AppModel::sectionChanged);
 }
 

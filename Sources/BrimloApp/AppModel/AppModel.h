@@ -17,6 +17,7 @@
 #include "BrimloCore/Models/CleanupRule.h"
 #include "BrimloCore/Models/Suggestion.h"
 #include "BrimloCore/Support/AppConfig.h"
+#include "BrimloCore/UserRules/UserRules.h"
 
 #include <QtCore/QDateTime>
 #include <QtCore/QObject>
@@ -115,6 +116,8 @@ class AppModel : public QObject {
     Q_PROPERTY(int staleDays READ staleDays WRITE setStaleDays NOTIFY configChanged)
     Q_PROPERTY(int trashRetentionDays READ trashRetentionDays WRITE setTrashRetentionDays NOTIFY
                    configChanged)
+    Q_PROPERTY(bool autoCleanIncludesCustomRules READ autoCleanIncludesCustomRules WRITE
+                   setAutoCleanIncludesCustomRules NOTIFY configChanged)
     Q_PROPERTY(bool hasBundledCLI READ hasBundledCLI CONSTANT)
     Q_PROPERTY(bool agentInstalled READ agentInstalled NOTIFY agentInstalledChanged)
     Q_PROPERTY(bool agentIsOfOtherCopy READ agentIsOfOtherCopy NOTIFY agentIsOfOtherCopyChanged)
@@ -319,13 +322,17 @@ public:
     void editRule(const CleanupRule& rule);
     /// Closes the editor and forgets what stands in it.
     Q_INVOKABLE void closeRuleDraft();
-    /// Saves what stands in the editor, and closes it.
+    /// Saves what stands in the editor and closes it; where that failed, the editor stays and says
+    /// why.
     Q_INVOKABLE void saveRuleDraft();
-    void saveRule(const CleanupRule& rule);
+    /// The reason where it failed; empty else.
+    QString saveRule(const CleanupRule& rule);
     /// Deletes one of the user's rules; its findings disappear at once.
     void deleteRule(const CleanupRule& rule);
     void setRuleDisabled(const std::string& id, bool disabled);
+    /// Takes `busy`, and fails while other work has it.
     Q_INVOKABLE void importRules(const QUrl& file);
+    /// Replaces a file that is there: whoever chose it was asked.
     Q_INVOKABLE void exportRules(const QUrl& file);
 
     [[nodiscard]] const std::vector<CleanupRule>& customRules() const { return customRules_; }
@@ -358,9 +365,12 @@ public:
 
     // ---- The machine and the settings: VolumeFacts.cpp -------------------------------------
 
+    /// The settings as the file said when last read: at the start, before each auto-clean and
+    /// suggestion run, and when the screen of the settings opens.
     [[nodiscard]] const AppConfig& config() const { return config_; }
-    /// Takes settings over and saves them at once.
-    void setConfig(const AppConfig& config);
+    /// Changes the settings in their file, and shows what it says then. Whether that went well; if
+    /// not, the banner tells.
+    bool changeConfig(const std::function<void(AppConfig&)>& body);
     /// The boot volume; nullopt when the system doesn't tell.
     [[nodiscard]] const std::optional<VolumeInfo::Snapshot>& volume() const { return volume_; }
     [[nodiscard]] bool hasFullDiskAccess() const { return hasFullDiskAccess_; }
@@ -392,12 +402,20 @@ public:
     [[nodiscard]] SuggestionFigures found() const { return SuggestionFigures::of(suggestions_); }
     [[nodiscard]] bool autoCleanEnabled() const { return config_.autoCleanEnabled; }
     void setAutoCleanEnabled(bool enabled);
-    [[nodiscard]] int freeSpaceThresholdGB() const;
+    [[nodiscard]] int freeSpaceThresholdGB() const {
+        return static_cast<int>(config_.freeSpaceThresholdGB);
+    }
     void setFreeSpaceThresholdGB(int gigabytes);
-    [[nodiscard]] int staleDays() const;
+    [[nodiscard]] int staleDays() const { return static_cast<int>(config_.staleDays); }
     void setStaleDays(int days);
-    [[nodiscard]] int trashRetentionDays() const;
+    [[nodiscard]] int trashRetentionDays() const {
+        return static_cast<int>(config_.trashRetentionDays);
+    }
     void setTrashRetentionDays(int days);
+    [[nodiscard]] bool autoCleanIncludesCustomRules() const {
+        return config_.autoCleanIncludesCustomRules;
+    }
+    void setAutoCleanIncludesCustomRules(bool include);
 
 Q_SIGNALS:
     void sectionChanged();
@@ -474,6 +492,8 @@ private:
     void setBusy(const QString& text) { assign(busy_, text, &AppModel::busyChanged); }
     void scheduleBannerDismiss();
 
+    /// Starts a run that sees what has just changed: after the one under way, if there is one.
+    void suggestAnew();
     void setSuggestions(std::vector<Suggestion> suggestions);
     void setSelected(std::set<std::string> paths);
     void rebuildPlan();
@@ -494,6 +514,9 @@ private:
 
     void setRuleDraft(std::unique_ptr<RuleDraft> draft);
     void reloadCustomRules();
+    void take(UserRules::Loaded rules);
+    /// Reads the settings anew. Whether they could be read; if not, the banner tells, once.
+    bool readConfig();
 
     void measureTrash();
 
@@ -512,6 +535,7 @@ private:
 
     std::optional<VolumeInfo::Snapshot> volume_;
     AppConfig config_;
+    QString configFault_;  ///< Why the settings could not be read; empty when they could.
     bool hasFullDiskAccess_ = false;
     std::int64_t trashBytes_ = 0;
     enum class TrashMeasuring { none, runs, runsAndIsToFollow };
@@ -519,6 +543,7 @@ private:
 
     std::vector<Suggestion> suggestions_;
     bool isSuggesting_ = false;
+    bool suggestAgain_ = false;  ///< Another run is wanted after this one.
     QString suggestPhase_;
     QDateTime suggestStarted_ = QDateTime::currentDateTime();
     std::set<std::string> selected_;

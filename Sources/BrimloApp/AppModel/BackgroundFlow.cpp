@@ -22,6 +22,14 @@ void AppModel::startAutoCleanTimer() {
 }
 
 void AppModel::runAutoClean(const bool force, const bool dryRun) {
+    // With the defaults in the place of settings that can't be read, things could be deleted for
+    // good sooner than was set.
+    if (!readConfig()) {
+        if (force) {
+            setBanner(configFault_);
+        }
+        return;
+    }
     if (!config_.autoCleanEnabled && !force) {
         return;
     }
@@ -37,6 +45,7 @@ void AppModel::runAutoClean(const bool force, const bool dryRun) {
 }
 
 void AppModel::setAgent(const bool enabled) {
+    readConfig();
     if (!enabled) {
         LaunchAgent::uninstall();
         setBanner(QStringLiteral("Background job removed."));
@@ -91,15 +100,15 @@ void AppModel::installCLI() {
 }
 
 void AppModel::offerCLIInstallIfNeeded() {
+    readConfig();
     if (config_.cliInstallOffered || !CLIInstaller::bundledCLI(cli_) ||
         CLIInstaller::isInstalled(cli_)) {
         return;
     }
     // Saved before the question is asked, so that it is asked once even if the program ends here.
-    AppConfig asked = config_;
-    asked.cliInstallOffered = true;
-    setConfig(asked);
-    assign(offersCLI_, true, &AppModel::offersCLIChanged);
+    if (changeConfig([](AppConfig& config) { config.cliInstallOffered = true; })) {
+        assign(offersCLI_, true, &AppModel::offersCLIChanged);
+    }
 }
 
 void AppModel::answerCLIOffer(const bool install) {

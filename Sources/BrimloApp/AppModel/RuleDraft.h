@@ -31,6 +31,7 @@ class RuleDraft : public QObject {
     Q_PROPERTY(int minAgeDays MEMBER minAgeDays_ NOTIFY changed)
     Q_PROPERTY(QString excludes MEMBER excludes_ NOTIFY changed)
     Q_PROPERTY(QString command MEMBER command_ NOTIFY changed)
+    Q_PROPERTY(QString saveFailure MEMBER saveFailure_ NOTIFY saveFailureChanged)
 
 public:
     /// An empty draft of a new rule.
@@ -61,6 +62,7 @@ public:
 Q_SIGNALS:
     /// A field has changed.
     void changed();
+    void saveFailureChanged();
 
 private:
     std::optional<std::string> ruleID_;
@@ -75,6 +77,7 @@ private:
     int minAgeDays_ = 30;
     QString excludes_;  ///< Separated by commas.
     QString command_;
+    QString saveFailure_;  ///< Why it could not be saved when that was tried last.
 };
 
 }  // namespace Brimlo

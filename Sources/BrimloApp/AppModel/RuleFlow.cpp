@@ -1,4 +1,5 @@
 #include "BrimloApp/AppModel/AppModel.h"
+#include "BrimloApp/AppModel/RunInBackground.h"
 #include "BrimloApp/AppModel/Shown.h"
 #include "BrimloCore/DisabledRules/DisabledRules.h"
 #include "BrimloCore/Support/Path.h"
@@ -10,8 +11,8 @@
 #include <algorithm>
 #include <utility>
 
-// How a rule comes into being and goes, and how the lists of rules stay what the files say. All of
-// it runs at once: a rule is a small file.
+// How a rule comes into being and goes, and how the lists of rules stay what the files say. All but
+// an import runs at once: a rule is a small file.
 
 namespace Brimlo {
 namespace {
@@ -20,16 +21,18 @@ QString words(const std::string& text) {
     return QString::fromStdString(text);
 }
 
-/// Not atomic: the file is the user's own, wherever they chose to have it.
-std::expected<void, QString> writeFile(const QString& path, const std::string& text) {
-    QFile file{path};
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) ||
-        file.write(text.data(), static_cast<qint64>(text.size())) !=
-            static_cast<qint64>(text.size()) ||
-        !file.flush()) {
-        return std::unexpected(file.errorString());
+std::string pathOf(const QUrl& file) {
+    return QFile::encodeName(file.toLocalFile()).toStdString();
+}
+
+QString outcomeWords(const UserRules::Imported& done) {
+    QString banner = QStringLiteral("Imported %1 rule(s).").arg(done.imported.size());
+    if (!done.rejected.empty()) {
+        banner += QStringLiteral(" Rejected %1: %2")
+                      .arg(done.rejected.size())
+                      .arg(words(done.rejected.front()));
     }
-    return {};
+    return banner;
 }
 
 }  // namespace
@@ -61,15 +64,18 @@ void AppModel::closeRuleDraft() {
 }
 
 void AppModel::saveRuleDraft() {
-    if (ruleDraft_) {
-        const CleanupRule rule = ruleDraft_->makeRule();
+    if (!ruleDraft_) {
+        return;
+    }
+    const QString failure = saveRule(ruleDraft_->makeRule());
+    if (failure.isEmpty()) {
         closeRuleDraft();
-        saveRule(rule);
+    } else {
+        ruleDraft_->setProperty("saveFailure", failure);
     }
 }
 
-void AppModel::reloadCustomRules() {
-    UserRules::Loaded loaded = UserRules::load(UserRules::defaultDirectory());
+void AppModel::take(UserRules::Loaded loaded) {
     QStringList issues;
     for (const std::string& issue : loaded.issues) {
         issues.push_back(shown(issue));
@@ -78,57 +84,84 @@ void AppModel::reloadCustomRules() {
     assign(ruleIssues_, std::move(issues), &AppModel::ruleIssuesChanged);
 }
 
-void AppModel::saveRule(const CleanupRule& rule) {
+void AppModel::reloadCustomRules() {
+    take(UserRules::load(UserRules::defaultDirectory()));
+}
+
+QString AppModel::saveRule(const CleanupRule& rule) {
     if (const auto saved = UserRules::save(rule, UserRules::defaultDirectory()); !saved) {
-        setBanner(QStringLiteral("Could not save rule: %1").arg(words(saved.error().description)));
-        return;
+        QString failure =
+            QStringLiteral("Could not save rule: %1").arg(words(saved.error().description));
+        setBanner(failure);
+        return failure;
     }
     reloadCustomRules();
     setBanner(QStringLiteral("Saved rule “%1”. Rescanning so it shows up in Smart Clean.")
                   .arg(words(rule.name)));
-    loadSuggestions();
+    suggestAnew();
+    return {};
 }
 
 void AppModel::deleteRule(const CleanupRule& rule) {
-    (void)UserRules::remove(rule.id, UserRules::defaultDirectory());
+    const auto removed = UserRules::remove(rule.id, UserRules::defaultDirectory());
     reloadCustomRules();
+    if (std::ranges::count(customRules_, rule.id, &CleanupRule::id) > 0) {
+        const QString why = removed ? QStringLiteral("another file holds it, too")
+                                    : words(removed.error().description);
+        setBanner(QStringLiteral("Could not delete rule: %1").arg(why));
+        return;
+    }
     std::vector<Suggestion> left = suggestions_;
     std::erase_if(left, [id = rule.id](const Suggestion& each) { return each.id == id; });
     setSuggestions(std::move(left));
 }
 
 void AppModel::setRuleDisabled(const std::string& id, const bool disabled) {
-    DisabledRules::set(id, disabled);
-    assign(disabledRuleIDs_, DisabledRules::load(), &AppModel::disabledRuleIDsChanged);
+    auto ids = DisabledRules::set(id, disabled);
+    if (!ids) {
+        setBanner(words(ids.error().description) + u'.');
+    }
+    assign(
+        disabledRuleIDs_,
+        ids ? *std::move(ids) : DisabledRules::load(),
+        &AppModel::disabledRuleIDsChanged);
 }
 
 void AppModel::importRules(const QUrl& file) {
-    const std::string path = QFile::encodeName(file.toLocalFile()).toStdString();
-    const auto done = UserRules::importPack(path, false, UserRules::defaultDirectory());
-    if (!done) {
-        setBanner(QStringLiteral("Import failed: %1").arg(words(done.error().description)));
+    if (!busy_.isEmpty()) {
+        setBanner(QStringLiteral("Import failed: other work is under way."));
         return;
     }
-    reloadCustomRules();
-    QString banner = QStringLiteral("Imported %1 rule(s).").arg(done->imported.size());
-    if (!done->rejected.empty()) {
-        banner += QStringLiteral(" Rejected %1: %2")
-                      .arg(done->rejected.size())
-                      .arg(words(done->rejected.front()));
-    }
-    setBanner(banner);
-    loadSuggestions();
+    setBusy(QStringLiteral("Importing rules…"));
+    struct Done {
+        std::expected<UserRules::Imported, Error> outcome;
+        UserRules::Loaded rules;
+    };
+    runInBackground(
+        this,
+        [path = pathOf(file)] {
+            const std::string directory = UserRules::defaultDirectory();
+            auto outcome = UserRules::importPack(path, false, directory);
+            return Done{.outcome = std::move(outcome), .rules = UserRules::load(directory)};
+        },
+        [](AppModel& model, Done done) {
+            model.setBusy({});
+            model.take(std::move(done.rules));
+            if (!done.outcome) {
+                model.setBanner(QStringLiteral("Import failed: %1")
+                                    .arg(words(done.outcome.error().description)));
+                return;
+            }
+            model.setBanner(outcomeWords(*done.outcome));
+            model.suggestAnew();
+        });
 }
 
 void AppModel::exportRules(const QUrl& file) {
-    const auto text = UserRules::exportJSON(customRules_);
-    if (!text) {
-        setBanner(QStringLiteral("Export failed: %1").arg(words(text.error().description)));
-    } else if (const auto written = writeFile(file.toLocalFile(), *text); !written) {
-        setBanner(QStringLiteral("Export failed: %1").arg(written.error()));
-    } else {
-        setBanner(QStringLiteral("Exported %1 rule(s).").arg(customRules_.size()));
-    }
+    const auto done = UserRules::exportTo(pathOf(file), customRules_, UserRules::Existing::replace);
+    setBanner(
+        done ? QStringLiteral("Exported %1 rule(s).").arg(customRules_.size())
+             : QStringLiteral("Export failed: %1").arg(words(done.error().description)));
 }
 
 }  // namespace Brimlo

@@ -1,6 +1,7 @@
 #include "BrimloApp/AppModel/AppModel.h"
 #include "BrimloApp/AppModel/RunInBackground.h"
 #include "BrimloApp/AppModel/Shown.h"
+#include "BrimloCore/DisabledRules/DisabledRules.h"
 #include "BrimloCore/Docker/DockerObject.h"
 #include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
 
@@ -17,6 +18,8 @@ void AppModel::loadSuggestions() {
     if (isSuggesting_) {
         return;
     }
+    readConfig();
+    assign(disabledRuleIDs_, DisabledRules::load(), &AppModel::disabledRuleIDsChanged);
     assign(isSuggesting_, true, &AppModel::isSuggestingChanged);
     assign(suggestPhase_, QStringLiteral("Starting…"), &AppModel::suggestPhaseChanged);
     assign(suggestStarted_, QDateTime::currentDateTime(), &AppModel::suggestStartedChanged);
@@ -40,7 +43,15 @@ void AppModel::loadSuggestions() {
             model.setSuggestions(std::move(found));
             model.setSelected(std::move(preselected));
             model.assign(model.isSuggesting_, false, &AppModel::isSuggestingChanged);
+            if (std::exchange(model.suggestAgain_, false)) {
+                model.loadSuggestions();
+            }
         });
+}
+
+void AppModel::suggestAnew() {
+    suggestAgain_ = isSuggesting_;
+    loadSuggestions();
 }
 
 std::vector<const Suggestion*> AppModel::visibleSuggestions() const {

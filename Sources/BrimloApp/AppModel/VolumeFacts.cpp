@@ -13,16 +13,6 @@
 // program see, and the settings.
 
 namespace Brimlo {
-namespace {
-
-/// A settings file may hold any number; the controls of the screens count in int.
-int shown(const std::int64_t number) {
-    return static_cast<int>(std::clamp<std::int64_t>(
-        number, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
-}
-
-}  // namespace
-
 bool AppModel::checkFullDiskAccess() {
     return Platform::canReadProtectedFolders();
 }
@@ -64,45 +54,43 @@ VolumeFigures AppModel::volumeFigures() const {
     return VolumeFigures::of(volume_);
 }
 
-void AppModel::setConfig(const AppConfig& config) {
-    config.save();
-    assign(config_, config, &AppModel::configChanged);
+bool AppModel::readConfig() {
+    const auto read = AppConfig::read();
+    assign(config_, read.value_or(AppConfig{}), &AppModel::configChanged);
+    const QString fault = read ? QString{} : QString::fromStdString(read.error().description + ".");
+    if (std::exchange(configFault_, fault) != fault && !fault.isEmpty()) {
+        setBanner(fault);
+    }
+    return read.has_value();
+}
+
+bool AppModel::changeConfig(const std::function<void(AppConfig&)>& body) {
+    const auto changed = AppConfig::change(body);
+    readConfig();
+    if (!changed) {
+        setBanner(QString::fromStdString(changed.error().description + "."));
+    }
+    return changed.has_value();
 }
 
 void AppModel::setAutoCleanEnabled(const bool enabled) {
-    AppConfig config = config_;
-    config.autoCleanEnabled = enabled;
-    setConfig(config);
-}
-
-int AppModel::freeSpaceThresholdGB() const {
-    return shown(config_.freeSpaceThresholdGB);
+    changeConfig([enabled](AppConfig& config) { config.autoCleanEnabled = enabled; });
 }
 
 void AppModel::setFreeSpaceThresholdGB(const int gigabytes) {
-    AppConfig config = config_;
-    config.freeSpaceThresholdGB = gigabytes;
-    setConfig(config);
-}
-
-int AppModel::staleDays() const {
-    return shown(config_.staleDays);
+    changeConfig([gigabytes](AppConfig& config) { config.freeSpaceThresholdGB = gigabytes; });
 }
 
 void AppModel::setStaleDays(const int days) {
-    AppConfig config = config_;
-    config.staleDays = days;
-    setConfig(config);
-}
-
-int AppModel::trashRetentionDays() const {
-    return shown(config_.trashRetentionDays);
+    changeConfig([days](AppConfig& config) { config.staleDays = days; });
 }
 
 void AppModel::setTrashRetentionDays(const int days) {
-    AppConfig config = config_;
-    config.trashRetentionDays = days;
-    setConfig(config);
+    changeConfig([days](AppConfig& config) { config.trashRetentionDays = days; });
+}
+
+void AppModel::setAutoCleanIncludesCustomRules(const bool include) {
+    changeConfig([include](AppConfig& config) { config.autoCleanIncludesCustomRules = include; });
 }
 
 }  // namespace Brimlo

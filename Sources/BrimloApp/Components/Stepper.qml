@@ -1,8 +1,8 @@
 import QtQuick
 import QtQuick.Layouts
 
-// A number in steps. It shows `value` as it is, also outside the range, and asks for another by
-// `stepped`; its owner changes it.
+// A number in steps. It shows `value` as it is, also outside the range, from where steps lead back
+// only, and asks for another by `stepped`; its owner changes it.
 FocusScope {
     id: stepper
 
@@ -16,7 +16,7 @@ FocusScope {
     signal stepped(int value)
 
     function move(by) {
-        const next = Math.min(to, Math.max(from, value + by));
+        const next = by > 0 ? Math.max(value, Math.min(to, value + by)) : Math.min(value, Math.max(from, value + by));
         if (next !== value)
             stepped(next);
     }

@@ -11,6 +11,12 @@ SettingsSection {
         onSwitched: value => AppModel.autoCleanEnabled = value
         Layout.fillWidth: true
     }
+    Toggle {
+        text: qsTr("Let auto-clean act on custom rules, too")
+        on: AppModel.autoCleanIncludesCustomRules
+        onSwitched: value => AppModel.autoCleanIncludesCustomRules = value
+        Layout.fillWidth: true
+    }
     Divider {
         Layout.fillWidth: true
     }

@@ -21,8 +21,10 @@ Sheet {
     title: draft?.isNew ?? true ? qsTr("New cleanup rule") : qsTr("Edit rule")
     footer: [
         Label {
-            text: qsTr("Removed items go to Trash first. Custom rules never run in auto-clean unless you enable it in Settings.")
-            secondary: true
+            readonly property string failure: sheet.draft?.saveFailure ?? ""
+
+            text: failure || qsTr("Removed items go to Trash first. Custom rules never run in auto-clean unless you enable it in Settings.")
+            secondary: failure === ""
             font.pixelSize: Theme.small
             wrapMode: Text.Wrap
             Layout.fillWidth: true

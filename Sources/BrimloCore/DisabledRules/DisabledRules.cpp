@@ -1,12 +1,15 @@
 #include "BrimloCore/DisabledRules/DisabledRules.h"
 
 #include "BrimloCore/Support/AtomicFile.h"
+#include "BrimloCore/Support/FileLock.h"
 #include "BrimloCore/Support/Json.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
 
+#include <cerrno>
 #include <cstddef>
-#include <mutex>
+#include <string_view>
+#include <utility>
 
 namespace Brimlo::DisabledRules {
 
@@ -14,18 +17,13 @@ namespace {
 
 constexpr std::size_t kLongestFile = std::size_t{16} << 20U;
 
-std::mutex& processLock() {
-    static std::mutex lock;
-    return lock;
-}
-
 std::string filePath() {
     return StoragePaths::support() + "/disabled-rules.json";
 }
 
-std::set<std::string> read() {
-    const auto text = readFile(filePath(), kLongestFile, Owner::trusted);
-    const auto document = text ? Json::parse(*text) : std::unexpected(std::string{});
+/// None when the text makes no sense.
+std::set<std::string> decode(std::string_view text) {
+    const auto document = Json::parse(text);
     const Json::Array* elements = document ? document->if_array() : nullptr;
     std::set<std::string> ids;
     if (elements != nullptr) {
@@ -39,30 +37,53 @@ std::set<std::string> read() {
     return ids;
 }
 
+/// Fails only when a file is there that can't be read.
+std::expected<std::set<std::string>, Error> read() {
+    const auto text = readFile(filePath(), kLongestFile, Owner::trusted);
+    if (!text && text.error().code != ENOENT && text.error().code != EFBIG) {
+        return std::unexpected(text.error());
+    }
+    return decode(text.value_or(""));
+}
+
+std::expected<void, Error> write(const std::set<std::string>& ids) {
+    const Json::Array array(ids.begin(), ids.end());
+    return AtomicFile::write(filePath(), Json::compact(array));
+}
+
+std::unexpected<Error> failure(Error error) {
+    error.description = "The change could not be saved: " + error.description;
+    return std::unexpected(std::move(error));
+}
+
 }  // namespace
 
 std::set<std::string> load() {
-    const std::lock_guard guard{processLock()};
-    return read();
+    return read().value_or(std::set<std::string>{});
 }
 
 bool isDisabled(const std::string& id) {
     return load().contains(id);
 }
 
-void set(const std::string& id, bool disabled) {
+std::expected<std::set<std::string>, Error> set(const std::string& id, bool disabled) {
     if (!Text::isValid(id)) {
-        return;  // No rule is called so, and the file would be unreadable with it.
+        return failure(Error::fromSystem(EILSEQ));  // The file would be unreadable with it.
     }
-    const std::lock_guard guard{processLock()};
-    std::set<std::string> ids = read();
+    const FileLock held{filePath()};
+    auto ids = read();
+    if (!ids) {
+        return failure(std::move(ids.error()));
+    }
     if (disabled) {
-        ids.insert(id);
+        ids->insert(id);
     } else {
-        ids.erase(id);
+        ids->erase(id);
     }
-    const Json::Array array(ids.begin(), ids.end());
-    static_cast<void>(AtomicFile::write(filePath(), Json::compact(array)));
+    if (auto written = write(*ids); !written) {
+        return failure(std::move(written.error()));
+    }
+    return ids;
 }
 
 }  // namespace Brimlo::DisabledRules

@@ -1,13 +1,15 @@
 #include "BrimloCore/Support/AppConfig.h"
 
 #include "BrimloCore/Support/AtomicFile.h"
+#include "BrimloCore/Support/FileLock.h"
 #include "BrimloCore/Support/Json.h"
 #include "BrimloCore/Support/StoragePaths.h"
 
+#include <array>
 #include <cerrno>
 #include <cstddef>
-#include <expected>
 #include <string_view>
+#include <utility>
 
 namespace Brimlo {
 
@@ -15,8 +17,35 @@ namespace {
 
 constexpr std::size_t kLongestFile = std::size_t{1} << 20U;
 
+/// The code of the error that a settings file is there and makes no sense.
+constexpr int kDamagedCode = 12;
+
+struct Number {
+    std::string_view key;
+    std::int64_t AppConfig::*field;
+    AppConfig::Limits limits;
+};
+
+// A petabyte and a hundred years: more is a slip, and multiplied it no longer fits.
+constexpr std::array kNumbers{
+    Number{"freeSpaceThresholdGB", &AppConfig::freeSpaceThresholdGB, {0, 1'000'000}},
+    Number{"staleDays",            &AppConfig::staleDays,            {0, 36'500}   },
+    Number{"trashRetentionDays",   &AppConfig::trashRetentionDays,   {0, 36'500}   },
+};
+
 std::string defaultPath() {
     return StoragePaths::support() + "/config.json";
+}
+
+/// The first number that is beyond its limits, and the limits; nullopt when none is.
+std::optional<std::string> excess(const AppConfig& config) {
+    for (const auto& [key, field, limits] : kNumbers) {
+        if (!limits.allow(config.*field)) {
+            return std::string{key} + " is " + std::to_string(config.*field) + ", not from " +
+                   std::to_string(limits.least) + " to " + std::to_string(limits.most);
+        }
+    }
+    return std::nullopt;
 }
 
 std::expected<AppConfig, std::string> decode(std::string_view text) {
@@ -24,27 +53,52 @@ std::expected<AppConfig, std::string> decode(std::string_view text) {
     if (!document) {
         return std::unexpected(document.error());
     }
-    const AppConfig defaults;
+    AppConfig config;
     Json::FieldReader reader{*document};
-    const auto number = [&](std::string_view key, std::int64_t fallback) {
-        return reader.optionalNumber(key).value_or(fallback);
-    };
-    const AppConfig config{
-        .autoCleanEnabled = reader.flagOr("autoCleanEnabled", defaults.autoCleanEnabled),
-        .freeSpaceThresholdGB = number("freeSpaceThresholdGB", defaults.freeSpaceThresholdGB),
-        .staleDays = number("staleDays", defaults.staleDays),
-        .trashRetentionDays = number("trashRetentionDays", defaults.trashRetentionDays),
-        .autoCleanIncludesCustomRules =
-            reader.flagOr("autoCleanIncludesCustomRules", defaults.autoCleanIncludesCustomRules),
-        .cliInstallOffered = reader.flagOr("cliInstallOffered", defaults.cliInstallOffered),
-    };
-    if (reader.error()) {
-        return std::unexpected(*reader.error());
+    for (const Number& number : kNumbers) {
+        config.*number.field = reader.optionalNumber(number.key).value_or(config.*number.field);
+    }
+    config.autoCleanEnabled = reader.flagOr("autoCleanEnabled", config.autoCleanEnabled);
+    config.autoCleanIncludesCustomRules =
+        reader.flagOr("autoCleanIncludesCustomRules", config.autoCleanIncludesCustomRules);
+    config.cliInstallOffered = reader.flagOr("cliInstallOffered", config.cliInstallOffered);
+    if (const auto fault = reader.error() ? reader.error() : excess(config)) {
+        return std::unexpected(*fault);
     }
     return config;
 }
 
+std::unexpected<Error> failure(std::string_view what, Error error) {
+    error.description = std::string{what} + ": " + error.description;
+    return std::unexpected(std::move(error));
+}
+
+std::unexpected<Error> damaged(const std::string& path, std::string words) {
+    preserveCorrupt(path);
+    return failure(
+        "The settings could not be read", {kErrorDomain, kDamagedCode, std::move(words)});
+}
+
+std::expected<void, Error> write(const AppConfig& config, const std::string& path) {
+    if (auto words = excess(config)) {
+        return std::unexpected(Error{kErrorDomain, kDamagedCode, *std::move(words)});
+    }
+    const Json::Object object{
+        {"autoCleanEnabled",             config.autoCleanEnabled            },
+        {"freeSpaceThresholdGB",         config.freeSpaceThresholdGB        },
+        {"staleDays",                    config.staleDays                   },
+        {"trashRetentionDays",           config.trashRetentionDays          },
+        {"autoCleanIncludesCustomRules", config.autoCleanIncludesCustomRules},
+        {"cliInstallOffered",            config.cliInstallOffered           },
+    };
+    return AtomicFile::write(path, Json::pretty(object));
+}
+
 }  // namespace
+
+AppConfig::Limits AppConfig::limits(std::int64_t AppConfig::*number) {
+    return std::ranges::find(kNumbers, number, &Number::field)->limits;
+}
 
 AppConfig AppConfig::load(const std::optional<std::string>& path) {
     return read(path).value_or(AppConfig{});
@@ -53,34 +107,33 @@ AppConfig AppConfig::load(const std::optional<std::string>& path) {
 std::expected<AppConfig, Error> AppConfig::read(const std::optional<std::string>& path) {
     const std::string file = path ? *path : defaultPath();
     const auto text = readFile(file, kLongestFile, Owner::trusted);
+    if (!text && text.error().code == ENOENT) {
+        return AppConfig{};
+    }
+    if (!text && text.error().code == EFBIG) {
+        return damaged(file, text.error().description);
+    }
     if (!text) {
-        if (text.error().code == EFBIG) {
-            preserveCorrupt(file);
-        }
-        const bool isThere = text.error().code != EFBIG && text.error().code != ENOENT;
-        return isThere ? std::expected<AppConfig, Error>{std::unexpected(text.error())}
-                       : AppConfig{};
+        return failure("The settings could not be read", text.error());
     }
     const auto config = decode(*text);
-    if (!config) {
-        preserveCorrupt(file);
-    }
-    return config.value_or(AppConfig{});
+    return config ? std::expected<AppConfig, Error>{*config} : damaged(file, config.error());
 }
 
-void AppConfig::save(const std::optional<std::string>& path) const {
-    const Json::Object object{
-        {"autoCleanEnabled",             autoCleanEnabled            },
-        {"freeSpaceThresholdGB",         freeSpaceThresholdGB        },
-        {"staleDays",                    staleDays                   },
-        {"trashRetentionDays",           trashRetentionDays          },
-        {"autoCleanIncludesCustomRules", autoCleanIncludesCustomRules},
-        {"cliInstallOffered",            cliInstallOffered           },
-    };
-    // Settings that are there and can't be read are not overwritten.
-    if (read(path)) {
-        static_cast<void>(AtomicFile::write(path ? *path : defaultPath(), Json::pretty(object)));
+std::expected<AppConfig, Error> AppConfig::change(
+    const std::function<void(AppConfig&)>& body, const std::optional<std::string>& path) {
+    const std::string file = path ? *path : defaultPath();
+    const FileLock held{file};
+    auto config = read(file);
+    if (!config && config.error().domain != kErrorDomain) {
+        return config;  // What can't be read would be lost.
     }
+    AppConfig changed = config.value_or(AppConfig{});
+    body(changed);
+    if (auto written = write(changed, file); !written) {
+        return failure("The setting could not be saved", std::move(written.error()));
+    }
+    return changed;
 }
 
 }  // namespace Brimlo

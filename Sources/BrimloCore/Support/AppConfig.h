@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <expected>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -20,20 +21,40 @@ struct AppConfig {
 
     bool operator==(const AppConfig&) const = default;
 
-    /// The settings in a file, by default the one in the support folder.
-    ///
-    /// A missing file or key gives the defaults. A file that can't be understood gives the
-    /// defaults too and is copied to the same name plus ".corrupt".
+    /// The lowest and the highest value of a setting.
+    struct Limits {
+        std::int64_t least;
+        std::int64_t most;
+
+        [[nodiscard]] bool allow(std::int64_t value) const {
+            return value >= least && value <= most;
+        }
+    };
+
+    /// What one of the numbers above may be. No other value is read, set or saved.
+    [[nodiscard]] static Limits limits(std::int64_t AppConfig::*number);
+
+    /// The settings in a file, by default the one in the support folder; the defaults where `read`
+    /// fails.
     [[nodiscard]] static AppConfig load(const std::optional<std::string>& path = std::nullopt);
 
-    /// `load` for one who means to change a setting and keep the others: fails when a file is there
-    /// that can't be read, or that somebody else has put there.
+    /// The settings in a file; a missing file or key gives the defaults.
+    ///
+    /// Fails, with a sentence without its period, when a file is there that can't be read, that
+    /// somebody else has put there, or that can't be understood: no JSON, a value of the wrong type
+    /// or beyond its limits. The latter is copied to the same name plus ".corrupt".
     [[nodiscard]] static std::expected<AppConfig, Error> read(
         const std::optional<std::string>& path = std::nullopt);
 
-    /// Writes all settings, in one step, by default to the support folder, but not over a file that
-    /// `read` fails for. A failure is not reported.
-    void save(const std::optional<std::string>& path = std::nullopt) const;
+    /// Reads the settings, lets `body` change them and writes them in one step, while all others
+    /// that change them wait. Returns what the file says now.
+    ///
+    /// Begins with the defaults where the file can't be understood. Fails, with a sentence without
+    /// its period, and leaves the file as it is where it can't be read or written, or where a
+    /// number is beyond its limits.
+    [[nodiscard]] static std::expected<AppConfig, Error> change(
+        const std::function<void(AppConfig&)>& body,
+        const std::optional<std::string>& path = std::nullopt);
 };
 
 }  // namespace Brimlo

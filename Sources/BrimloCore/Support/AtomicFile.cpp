@@ -2,6 +2,7 @@
 
 #include "BrimloCore/Platform/Posix/Descriptor.h"
 #include "BrimloCore/Platform/Posix/WriteAndSync.h"
+#include "BrimloCore/Platform/SyncVolume.h"
 #include "BrimloCore/Support/Folders.h"
 #include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/Uuid.h"
@@ -26,15 +27,32 @@ using Platform::Descriptor;
 constexpr std::string_view kTemporarySuffix = ".tmp";
 constexpr std::size_t kMarkLength = 8;
 
+/// For more files one wait for the whole volume, with what others have written, is the shorter one.
+constexpr std::size_t kFewFiles = 16;
+
 std::unexpected<Error> failure() {
     return std::unexpected(Error::fromSystem(errno));
 }
 
-void syncFolder(const std::string& path) {
-    const Descriptor folder{open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
+std::string parentOf(const std::string& path) {
+    return std::filesystem::path(path).parent_path().string();
+}
+
+void syncParent(const std::string& path) {
+    const Descriptor folder{open(parentOf(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
     if (folder) {
         fsync(folder.number());
     }
+}
+
+/// The name of the file that a temporary one of this name was to replace; empty for other names.
+std::string_view origin(std::string_view name) {
+    const std::size_t added = 1 + kMarkLength + kTemporarySuffix.size();
+    if (name.size() <= added || !name.ends_with(kTemporarySuffix) ||
+        name[name.size() - added] != '.') {
+        return {};
+    }
+    return name.substr(0, name.size() - added);
 }
 
 }  // namespace
@@ -53,7 +71,8 @@ AtomicFile::~AtomicFile() {
     }
 }
 
-std::expected<AtomicFile, Error> AtomicFile::prepare(std::string path, std::string_view bytes) {
+std::expected<AtomicFile, Error> AtomicFile::create(
+    std::string path, std::string_view bytes, Write write) {
     if (!Path::isUsable(path)) {
         return std::unexpected(Error::fromSystem(EINVAL));
     }
@@ -65,30 +84,78 @@ std::expected<AtomicFile, Error> AtomicFile::prepare(std::string path, std::stri
         return failure();
     }
     AtomicFile prepared{std::move(path), std::move(temporary)};
-    if (!Platform::writeAndSync(file.number(), bytes)) {
+    if (!write(file.number(), bytes)) {
         return failure();
     }
     return prepared;
 }
 
+std::expected<AtomicFile, Error> AtomicFile::prepare(std::string path, std::string_view bytes) {
+    return create(std::move(path), bytes, Platform::writeAndSync);
+}
+
 void AtomicFile::removeLeftovers(const std::string& path) {
     const std::string folder{Path::parent(path)};
-    const std::string beginning = std::string{Path::name(path)} + ".";
-    for (const std::string& name : Folders::names(folder).value_or(std::vector<std::string>{})) {
-        if (name.size() == beginning.size() + kMarkLength + kTemporarySuffix.size() &&
-            name.starts_with(beginning) && name.ends_with(kTemporarySuffix)) {
-            unlink(Path::join(folder, name).c_str());
+    const std::string name{Path::name(path)};
+    for (const std::string& each : Folders::names(folder).value_or(std::vector<std::string>{})) {
+        if (origin(each) == name) {
+            unlink(Path::join(folder, each).c_str());
         }
     }
 }
 
-std::expected<void, Error> AtomicFile::publish() {
+void AtomicFile::removeLeftovers(const std::string& folder, std::string_view suffix) {
+    for (const std::string& each : Folders::names(folder).value_or(std::vector<std::string>{})) {
+        if (origin(each).ends_with(suffix)) {
+            unlink(Path::join(folder, each).c_str());
+        }
+    }
+}
+
+std::expected<void, Error> AtomicFile::sync() const {
+    const Descriptor file{open(temporary_.c_str(), O_WRONLY | O_CLOEXEC | O_NOFOLLOW)};
+    return file && Platform::syncFile(file.number()) ? std::expected<void, Error>{} : failure();
+}
+
+std::expected<void, Error> AtomicFile::moveIntoPlace() {
     if (rename(temporary_.c_str(), path_.c_str()) != 0) {
         return failure();
     }
     temporary_.clear();
-    syncFolder(std::filesystem::path(path_).parent_path().string());
     return {};
+}
+
+std::expected<void, Error> AtomicFile::publish() {
+    auto moved = moveIntoPlace();
+    if (moved) {
+        syncParent(path_);
+    }
+    return moved;
+}
+
+std::expected<void, Error> AtomicFile::writeAll(const std::vector<NewFile>& files) {
+    std::vector<AtomicFile> made;
+    made.reserve(files.size());
+    for (const auto& [path, bytes] : files) {
+        auto file = create(path, bytes, Platform::writeBytes);
+        if (!file) {
+            return std::unexpected(std::move(file.error()));
+        }
+        made.push_back(*std::move(file));
+    }
+    std::expected<void, Error> done;
+    if (files.size() <= kFewFiles || !Platform::syncVolume(parentOf(files.front().path))) {
+        for (std::size_t i = 0; done && i < made.size(); ++i) {
+            done = made[i].sync();
+        }
+    }
+    for (std::size_t i = 0; done && i < made.size(); ++i) {
+        done = made[i].moveIntoPlace();
+    }
+    if (!files.empty()) {
+        syncParent(files.front().path);
+    }
+    return done;
 }
 
 std::expected<void, Error> AtomicFile::write(std::string path, std::string_view bytes) {

@@ -6,6 +6,7 @@
 #include <expected>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Brimlo {
 
@@ -28,14 +29,32 @@ public:
     /// alone writes to it.
     static void removeLeftovers(const std::string& path);
 
+    /// The same for all files of a folder whose names end with `suffix`.
+    static void removeLeftovers(const std::string& folder, std::string_view suffix);
+
     /// Puts the content in place. Call once.
     [[nodiscard]] std::expected<void, Error> publish();
 
     /// `prepare` and `publish` in one.
     [[nodiscard]] static std::expected<void, Error> write(std::string path, std::string_view bytes);
 
+    /// Writes many files of one folder, each in one step, with far fewer waits for the disk than
+    /// one by one. None is in its place unless all are on the disk, so that a full disk shows
+    /// before; then, in their order, until one fails.
+    struct NewFile {
+        std::string path;
+        std::string bytes;
+    };
+    [[nodiscard]] static std::expected<void, Error> writeAll(const std::vector<NewFile>& files);
+
 private:
+    using Write = bool (*)(int descriptor, std::string_view bytes);
+
     AtomicFile(std::string path, std::string temporary);
+    [[nodiscard]] static std::expected<AtomicFile, Error> create(
+        std::string path, std::string_view bytes, Write write);
+    [[nodiscard]] std::expected<void, Error> sync() const;
+    [[nodiscard]] std::expected<void, Error> moveIntoPlace();
 
     std::string path_;
     std::string temporary_;  ///< Empty when there is nothing left to remove.

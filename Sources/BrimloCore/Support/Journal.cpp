@@ -10,9 +10,6 @@
 #include <string_view>
 #include <utility>
 
-#include <fcntl.h>
-#include <sys/file.h>
-
 namespace Brimlo {
 
 namespace {
@@ -81,19 +78,8 @@ Journal::Journal(std::string path)
     : path_(std::move(path)) {}
 
 Journal::Lock Journal::lock() {
-    Lock lock{.threads = std::unique_lock{mutex_}, .processes = {}};
-    const std::string file = path_ + ".lock";
-    lock.processes =
-        Platform::Descriptor{open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600)};
-    // Without a lock file the journal goes on with the threads' lock alone.
-    int result = -1;
-    while (lock.processes && (result = flock(lock.processes.number(), LOCK_EX)) != 0 &&
-           errno == EINTR) {
-    }
-    if (result == 0) {
-        AtomicFile::removeLeftovers(path_);
-    }
-    return lock;
+    std::unique_lock threads{mutex_};
+    return {.threads = std::move(threads), .processes = FileLock{path_}};
 }
 
 /// A missing file is an empty journal. Fails only when a file is there that can't be read.

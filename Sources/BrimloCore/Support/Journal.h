@@ -1,8 +1,8 @@
 #pragma once
 
 #include "BrimloCore/Models/Error.h"
-#include "BrimloCore/Platform/Posix/Descriptor.h"
 #include "BrimloCore/Support/AtomicFile.h"
+#include "BrimloCore/Support/FileLock.h"
 #include "BrimloCore/Support/JournalEntry.h"
 
 #include <expected>
@@ -24,7 +24,7 @@ class Journal {
     /// Keeps out the other threads and then the other processes.
     struct Lock {
         std::unique_lock<std::mutex> threads;
-        Platform::Descriptor processes;  ///< Closing it gives the advisory lock up.
+        FileLock processes;  ///< Without it the journal goes on with the threads' lock alone.
     };
 
 public:

@@ -1,16 +1,25 @@
 #include "BrimloCore/UserRules/RuleExchange.h"
 
+#include "BrimloCore/Platform/Posix/Descriptor.h"
+#include "BrimloCore/Support/AtomicFile.h"
 #include "BrimloCore/UserRules/RuleFile.h"
 #include "BrimloCore/UserRules/UserRules.h"
 
+#include <cerrno>
 #include <cstddef>
 #include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace Brimlo::UserRules {
 
 namespace {
 
 constexpr int kUnreadablePackCode = 11;
+
+constexpr int kNoPlainFileCode = 13;
 
 /// The rule as one of the user's own, without the authority that its file claims for it.
 CleanupRule demoted(CleanupRule rule) {
@@ -21,24 +30,42 @@ CleanupRule demoted(CleanupRule rule) {
     return rule;
 }
 
-/// Stores a rule, or notes why it is not fit for it.
-std::expected<void, Error> take(
-    const CleanupRule& rule, const std::string& directory, Imported& result) {
-    if (const RuleValidation verdict = validate(rule); !verdict.isValid()) {
-        result.rejected.push_back(rule.id + ": " + verdict.joinedErrors("; "));
-        return {};
-    }
-    auto saved = save(rule, directory);
-    if (saved) {
-        result.imported.push_back(rule.id);
-    }
-    return saved;
-}
-
 }  // namespace
 
 std::expected<std::string, Error> exportJSON(const std::vector<CleanupRule>& rules) {
     return packText("custom-export", rules);
+}
+
+std::expected<void, Error> exportTo(
+    const std::string& path, const std::vector<CleanupRule>& rules, Existing existing) {
+    const auto text = exportJSON(rules);
+    if (!text) {
+        return std::unexpected(text.error());
+    }
+    auto prepared = AtomicFile::prepare(path, *text);
+    if (!prepared) {
+        return std::unexpected(prepared.error());
+    }
+    struct stat status {};
+    const bool isThere = lstat(path.c_str(), &status) == 0;
+    if (isThere && existing == Existing::replace) {
+        return S_ISREG(status.st_mode)
+                   ? prepared->publish()
+                   : std::unexpected(
+                         Error{kErrorDomain, kNoPlainFileCode, "what is there is no plain file"});
+    }
+    // An empty file takes the name first, so that one which somebody else makes in the same moment
+    // is not overwritten either.
+    const Platform::Descriptor claim{
+        open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600)};
+    if (!claim) {
+        return std::unexpected(Error::fromSystem(errno));
+    }
+    auto published = prepared->publish();
+    if (!published) {
+        unlink(path.c_str());
+    }
+    return published;
 }
 
 std::expected<Imported, Error> importPack(
@@ -52,6 +79,7 @@ std::expected<Imported, Error> importPack(
         });
     }
     Imported result;
+    std::vector<CleanupRule> rules;
     for (std::size_t position = 0; position < elements->size(); ++position) {
         Lossy<CleanupRule>& element = (*elements)[position];
         if (!element.value) {
@@ -60,13 +88,20 @@ std::expected<Imported, Error> importPack(
             continue;
         }
         const bool isKept = allowOverride || isCustom(element.value->id);
-        const CleanupRule rule =
-            isKept ? *std::move(element.value) : demoted(*std::move(element.value));
-        if (auto taken = take(rule, directory, result); !taken) {
-            return std::unexpected(std::move(taken.error()));
+        CleanupRule rule = isKept ? *std::move(element.value) : demoted(*std::move(element.value));
+        if (const RuleValidation verdict = validate(rule); !verdict.isValid()) {
+            result.rejected.push_back(rule.id + ": " + verdict.joinedErrors("; "));
+            continue;
         }
+        result.imported.push_back(rule.id);
+        rules.push_back(std::move(rule));
     }
-    return result;
+    if (rules.empty()) {
+        return result;
+    }
+    auto saved = saveAll(rules, directory);
+    return saved ? std::expected<Imported, Error>{std::move(result)}
+                 : std::unexpected(std::move(saved.error()));
 }
 
 }  // namespace Brimlo::UserRules

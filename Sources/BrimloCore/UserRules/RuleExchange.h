@@ -15,6 +15,13 @@ namespace Brimlo::UserRules {
 /// Fails when a rule holds what JSON cannot.
 [[nodiscard]] std::expected<std::string, Error> exportJSON(const std::vector<CleanupRule>& rules);
 
+/// Writes such a file, in one step, readable by its owner alone.
+///
+/// A file that is there is kept, with the error EEXIST, or replaced if it is a plain one.
+enum class Existing { keep, replace };
+[[nodiscard]] std::expected<void, Error> exportTo(
+    const std::string& path, const std::vector<CleanupRule>& rules, Existing existing);
+
 /// What became of the rules of a file, each kind in their order there.
 struct Imported {
     std::vector<std::string> imported;  ///< The ids under which rules were stored.
@@ -30,7 +37,7 @@ struct Imported {
 /// it as it stands in the file. Of two rules that come to one id the later stays.
 ///
 /// Fails when the file can't be read or is no rule pack. Fails, too, when a rule can't be saved:
-/// those before it have been.
+/// then none is, unless another file stands in its way, which those before it don't mind.
 [[nodiscard]] std::expected<Imported, Error> importPack(
     const std::string& from, bool allowOverride, const std::string& directory);
 

@@ -1,6 +1,8 @@
 #include "BrimloCore/UserRules/UserRules.h"
 
+#include "BrimloCore/Platform/FileIdentity.h"
 #include "BrimloCore/Support/AtomicFile.h"
+#include "BrimloCore/Support/FileLock.h"
 #include "BrimloCore/Support/Folders.h"
 #include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/StoragePaths.h"
@@ -19,8 +21,14 @@ namespace Brimlo::UserRules {
 
 namespace {
 
+constexpr std::string_view kSuffix = ".json";
+
 std::string rulePath(std::string_view id, const std::string& directory) {
-    return directory + "/" + std::string{id} + ".json";
+    return directory + "/" + std::string{id} + std::string{kSuffix};
+}
+
+bool isPlainLetter(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
 }
 
 void loadFile(const std::string& directory, const std::string& file, Loaded& loaded) {
@@ -61,7 +69,7 @@ Loaded load(const std::string& directory) {
     std::vector<std::string> files = Folders::names(directory).value_or(std::vector<std::string>{});
     // A name that is all ending has none: ".json" is a hidden file called so.
     std::erase_if(
-        files, [](const std::string& file) { return !file.ends_with(".json") || file == ".json"; });
+        files, [](const std::string& file) { return !file.ends_with(kSuffix) || file == kSuffix; });
     std::ranges::sort(files);
     Loaded loaded;
     for (const std::string& file : files) {
@@ -71,19 +79,34 @@ Loaded load(const std::string& directory) {
 }
 
 std::expected<void, Error> save(const CleanupRule& rule, const std::string& directory) {
-    if (const RuleValidation verdict = validate(rule); !verdict.isValid()) {
-        return std::unexpected(Error{
-            .domain = kErrorDomain,
-            .code = kInvalidRuleCode,
-            .description = verdict.joinedErrors("\n"),
-        });
+    return saveAll({rule}, directory);
+}
+
+std::expected<void, Error> saveAll(
+    const std::vector<CleanupRule>& rules, const std::string& directory) {
+    std::vector<AtomicFile::NewFile> files;
+    for (const CleanupRule& rule : rules) {
+        if (const RuleValidation verdict = validate(rule); !verdict.isValid()) {
+            return std::unexpected(Error{
+                .domain = kErrorDomain,
+                .code = kInvalidRuleCode,
+                .description = verdict.joinedErrors("\n"),
+            });
+        }
+        auto text = packText("custom", {rule});
+        if (!text) {
+            return std::unexpected(std::move(text.error()));
+        }
+        files.push_back({rulePath(rule.id, directory), *std::move(text)});
     }
     if (auto made = Folders::create(directory, Folders::Access::ownerOnly); !made) {
         return made;
     }
-    const auto text = packText("custom", {rule});
-    return text ? AtomicFile::write(rulePath(rule.id, directory), *text)
-                : std::unexpected(text.error());
+    const FileLock held{directory};
+    if (held.isHeld()) {
+        AtomicFile::removeLeftovers(directory, kSuffix);
+    }
+    return AtomicFile::writeAll(files);
 }
 
 std::expected<void, Error> remove(std::string_view id, const std::string& directory) {
@@ -127,34 +150,33 @@ std::string tildeForm(std::string_view path) {
 
 std::string slug(std::string_view text) {
     constexpr std::size_t kMostCharacters = 40;
-    const std::string lower = Text::lowercased(text);
-    std::vector<std::string_view> kept;
+    const std::string lower = Text::lowered(text);
+    std::string result;
     bool isGap = false;
+    // An accent is a part of its letter's character, and goes.
     for (const std::string_view character : Text::characters(lower)) {
-        if (!Text::isLetterOrNumber(character)) {
-            isGap = !kept.empty();
+        if (!isPlainLetter(character.front())) {
+            isGap = !result.empty();
             continue;
         }
-        if (isGap) {
-            kept.emplace_back("-");
-            isGap = false;
+        if (std::exchange(isGap, false)) {
+            result += '-';
         }
-        kept.push_back(character);
+        result += character.front();
     }
-    if (kept.empty()) {
-        return "rule";
-    }
-    kept.resize(std::min(kept.size(), kMostCharacters));
-    std::string result;
-    for (const std::string_view character : kept) {
-        result += character;
-    }
-    return result;
+    result.resize(std::min(result.size(), kMostCharacters));
+    return result.empty() ? "rule" : result;
 }
 
 std::string newID(std::string_view name) {
-    const std::string digits = Text::lowercased(Uuid::random().text().substr(0, 4));
-    return std::string{kIDPrefix} + slug(name) + "-" + digits;
+    const std::string directory = defaultDirectory();
+    const std::string beginning = std::string{kIDPrefix} + slug(name) + "-";
+    for (std::size_t digits = 4;; ++digits) {
+        std::string id = beginning + Text::lowercased(Uuid::random().text().substr(0, digits));
+        if (!Platform::FileIdentity::of(rulePath(id, directory))) {
+            return id;
+        }
+    }
 }
 
 }  // namespace Brimlo::UserRules

@@ -15,12 +15,6 @@ using testing::HasSubstr;
 
 class BackgroundFlowTest : public Testing::ModelTest {
 protected:
-    void configure(const std::function<void(AppConfig&)>& change) {
-        AppConfig config = model().config();
-        change(config);
-        model().setConfig(config);
-    }
-
     /// What auto-clean may take: `count` caches of a rule of the user's, where the settings let it.
     void makeCaches(const int count) {
         for (int i = 0; i < count; ++i) {
@@ -35,7 +29,7 @@ protected:
                  .risk = Risk::safe,
                  .regenerates = "It comes back."}),
             UserRules::defaultDirectory()));
-        configure([](AppConfig& config) { config.autoCleanIncludesCustomRules = true; });
+        model().setAutoCleanIncludesCustomRules(true);
     }
 
     std::string banner() { return model().banner().toStdString(); }
@@ -49,14 +43,18 @@ protected:
 TEST_F(BackgroundFlowTest, SavesEachSettingAsItIsSet) {
     model().setAutoCleanEnabled(true);
     model().setFreeSpaceThresholdGB(55);
+    // The tool changes another one meanwhile.
+    ASSERT_TRUE(AppConfig::change([](AppConfig& config) { config.cliInstallOffered = true; }));
     model().setStaleDays(28);
     model().setTrashRetentionDays(0);
     const AppConfig expected{
         .autoCleanEnabled = true,
         .freeSpaceThresholdGB = 55,
         .staleDays = 28,
-        .trashRetentionDays = 0};
+        .trashRetentionDays = 0,
+        .cliInstallOffered = true};
     EXPECT_EQ(AppConfig::load(), expected);
+    EXPECT_EQ(model().config(), expected);
     changes();
     model().setStaleDays(28);
     EXPECT_THAT(changes(), testing::IsEmpty());
@@ -69,12 +67,15 @@ TEST_F(BackgroundFlowTest, ChecksHourlyWhetherSpaceIsShort) {
     finish();
     EXPECT_EQ(banner(), "") << "auto-clean is off";
 
-    model().setAutoCleanEnabled(true);
-    model().setFreeSpaceThresholdGB(0);
+    ASSERT_TRUE(AppConfig::change([](AppConfig& config) {  // By the tool.
+        config.autoCleanEnabled = true;
+        config.freeSpaceThresholdGB = 0;
+    }));
     clock.advance(1h - 1ms);
     EXPECT_EQ(model().busy(), "");
     clock.advance(1ms);
     EXPECT_EQ(model().busy(), "Running auto-clean…");
+    EXPECT_TRUE(model().autoCleanEnabled());
     finish();
     EXPECT_THAT(banner(), testing::MatchesRegex("Free space .+ is above the 0 GB threshold\\."));
 
@@ -119,6 +120,12 @@ TEST_F(BackgroundFlowTest, TellsWhatAutoCleanTook) {
     EXPECT_EQ(banner(), "Auto-clean removed 2 items (" + Fmt::bytes(24'576) + ").");
     EXPECT_FALSE(Testing::exists(at("caches/0")));
     EXPECT_EQ(model().journal().size(), 3U);
+
+    write("Library/Application Support/Brimlo/config.json", R"({"trashRetentionDays": -1})");
+    model().runAutoClean(true, false);
+    EXPECT_EQ(model().busy(), "") << "nothing is purged by a retention that was not set";
+    EXPECT_EQ(
+        banner(), "The settings could not be read: trashRetentionDays is -1, not from 0 to 36500.");
 }
 
 TEST_F(BackgroundFlowTest, InstallsTheJobForTheToolOfThisBuild) {
@@ -193,7 +200,7 @@ TEST_F(BackgroundFlowTest, OffersTheToolOnceWhateverTheAnswer) {
     model().offerCLIInstallIfNeeded();
     EXPECT_FALSE(model().offersCLI());
 
-    configure([](AppConfig& config) { config.cliInstallOffered = false; });
+    model().changeConfig([](AppConfig& config) { config.cliInstallOffered = false; });
     model().offerCLIInstallIfNeeded();
     model().answerCLIOffer(false);
     EXPECT_FALSE(model().cliInstalled());

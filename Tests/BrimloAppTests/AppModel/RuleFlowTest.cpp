@@ -135,6 +135,27 @@ TEST_F(RuleFlowTest, SavesARuleAndDeletesItWithItsFindings) {
     EXPECT_THAT(model().currentPlan().items(), IsEmpty());
     EXPECT_EQ(model().banner(), "");
     EXPECT_FALSE(model().isSuggesting());
+
+    // One that stands in a file of another name can't be deleted so, and stays with its findings.
+    model().saveRule(rule());
+    finish();
+    const std::string rules = UserRules::defaultDirectory();
+    std::filesystem::rename(rules + "/custom.cache.json", rules + "/mine.json");
+    model().deleteRule(rule());
+    EXPECT_EQ(model().banner(), "Could not delete rule: No such file or directory");
+    EXPECT_THAT(model().customRules(), SizeIs(1));
+    EXPECT_FALSE(model().suggestions().empty());
+}
+
+TEST_F(RuleFlowTest, RunsAgainForWhatChangedDuringARun) {
+    model();
+    finish();
+    changes();
+    model().loadSuggestions();
+    model().saveRule(rule());
+    finish();
+    const std::vector<std::string> seen = changes();
+    EXPECT_EQ(std::ranges::count(seen, "isSuggesting"), 4) << "began and ended twice";
 }
 
 TEST_F(RuleFlowTest, ShowsWhichRulesAreOffAsTheFileHasIt) {
@@ -156,11 +177,14 @@ TEST_F(RuleFlowTest, ExportsAndImportsRules) {
 
     model().deleteRule(rule());
     model().importRules(address("rules.json"));
+    EXPECT_EQ(model().busy(), "Importing rules…");
+    model().importRules(address("rules.json"));
+    EXPECT_EQ(model().banner(), "Import failed: other work is under way.");
+    finish();
     EXPECT_EQ(model().banner(), "Imported 1 rule(s).");
-    EXPECT_TRUE(model().isSuggesting());
     ASSERT_THAT(model().customRules(), SizeIs(1));
     EXPECT_EQ(model().customRules().front().id, "custom.cache");
-    finish();
+    EXPECT_EQ(suggestion("custom.cache").items.size(), 1U);
 
     CleanupRule changed = rule();
     changed.name = "Changed";
@@ -172,14 +196,14 @@ TEST_F(RuleFlowTest, ExportsAndImportsRules) {
 
     write("bad.json", R"({"pack": "p", "rules": [{"id": "custom.x"}]})");
     model().importRules(address("bad.json"));
+    finish();
     EXPECT_THAT(
         model().banner().toStdString(),
         testing::StartsWith("Imported 0 rule(s). Rejected 1: rule #"));
-    finish();
     for (const char* name : {"missing.json", "cache/data"}) {
         model().importRules(address(name));
+        finish();
         EXPECT_TRUE(model().banner().startsWith("Import failed: ")) << name;
-        EXPECT_FALSE(model().isSuggesting());
     }
 }
 

@@ -4,6 +4,8 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
+
 namespace Brimlo {
 namespace {
 
@@ -146,6 +148,14 @@ TEST_F(RulesScreenTest, KeepsTheEditorSaneWhenTheRuleGoesAway) {
     await([&] { return model().customRules().size() == 1; }, "the rule");
     press("Edit");
     waitToSee("Edit rule");
+    const std::string file = UserRules::defaultDirectory() + '/' + rule.id + ".json";
+    std::filesystem::remove(file);
+    std::filesystem::create_directories(file + "/in the way");
+    press("Save rule");
+    model().setBanner({});
+    EXPECT_TRUE(sees("Could not save rule: Is a directory"));
+    EXPECT_TRUE(sees("Edit rule")) << "with what was typed";
+    EXPECT_THAT(misplaced(window(), Elision::ofPaths), IsEmpty());
     model().closeRuleDraft();
     await([&] { return !sees("Edit rule"); }, "the end of the editor");
 }

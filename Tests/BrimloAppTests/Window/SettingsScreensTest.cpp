@@ -66,6 +66,9 @@ TEST_F(SettingsScreensTest, EverySettingTakesEffectAtOnce) {
     click(kTick, "Automatically clean regenerable items when disk space is low");
     EXPECT_TRUE(model().config().autoCleanEnabled);
     EXPECT_TRUE(isChecked(kTick, "Automatically clean regenerable items when disk space is low"));
+    click(kTick, "Let auto-clean act on custom rules, too");
+    EXPECT_TRUE(AppConfig::load().autoCleanIncludesCustomRules);
+    EXPECT_TRUE(isChecked(kTick, "Let auto-clean act on custom rules, too"));
     struct Case {
         const char* stepper;
         std::int64_t before;

@@ -38,9 +38,9 @@ class AccessTest : public Testing::CleaningHome {
 protected:
     /// All that the program writes, made by it.
     void useAll() {
-        AppConfig{.staleDays = 5}.save();
+        static_cast<void>(AppConfig::change([](AppConfig& config) { config.staleDays = 5; }));
         EXPECT_TRUE(UserRules::save(kRule, UserRules::defaultDirectory()));
-        DisabledRules::set("npm.cache", true);
+        EXPECT_TRUE(DisabledRules::set("npm.cache", true));
         clean({write("work/item")});
     }
 
@@ -112,16 +112,19 @@ TEST_F(AccessTest, WhatSomebodyElseMadeIsNotTrusted) {
     Testing::told("files that somebody else has planted", 4, broken);
 }
 
-TEST_F(AccessTest, AForeignJournalAndSettingsAreNeverOverwritten) {
+TEST_F(AccessTest, AForeignFileIsNeverOverwritten) {
     if (geteuid() != 0) {
         GTEST_SKIP() << "giving a file away needs root";
     }
     useAll();
-    for (const char* file : {"journal.json", "config.json"}) {
+    for (const char* file : {"journal.json", "config.json", "disabled-rules.json"}) {
         const std::string path = at(std::string{kSupport} + file);
         const std::string before = contentOf(path);
         ASSERT_EQ(chown(path.c_str(), kSomebody, kSomebody), 0);
-        AppConfig{.staleDays = 6}.save();
+        const auto changed = AppConfig::change([](AppConfig& config) { config.staleDays = 6; });
+        EXPECT_EQ(changed.has_value(), std::string{file} != "config.json");
+        const auto switched = DisabledRules::set("npm.logs", true);
+        EXPECT_EQ(switched.has_value(), std::string{file} != "disabled-rules.json");
         // The item still goes: trouble with the journal never stops a clean. But no entry is told.
         const CleanReport report = clean({write("work/other")});
         EXPECT_EQ(report.processed, 1);
@@ -144,9 +147,10 @@ TEST_F(AccessTest, LinksOfTheUsersOwnLeadWhereTheySayAndNoFurther) {
         {"rules folder",                support + "Rules",                   true,                          true                                   },
         {"journal",                support + "journal.json",                        false,                        false},
         {"lock",                support + "journal.json.lock",                           false,                      false                              },
-        {"settings",                support + "config.json",                       false,                        false},
-        {"rule",                support + "Rules/custom.a.json",                           false,                    false                      },
-        {"job",                ".config/systemd/user/app.brimlo.autoclean.service",                            false, false},
+        {"settings lock",                support + "config.json.lock",                  false,              false},
+        {"settings",                support + "config.json",                       false,                        false                                   },
+        {"rule",                support + "Rules/custom.a.json",                           false,                    false},
+        {"job",                ".config/systemd/user/app.brimlo.autoclean.service",                            false, false               },
     };
     const std::string tool = write("tool", "#!/bin/sh\n");
     chmod(tool.c_str(), 0755);

@@ -2,6 +2,10 @@
 
 #include "Support/TempHome.h"
 
+#include <filesystem>
+
+#include <sys/stat.h>
+
 namespace Brimlo {
 namespace {
 
@@ -35,7 +39,8 @@ TEST_F(DisabledRulesTest, KeepsASortedListOfUniqueIDs) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.content);
-        DisabledRules::set(c.id, c.disabled);
+        const auto now = DisabledRules::set(c.id, c.disabled);
+        EXPECT_EQ(now, DisabledRules::load());
         EXPECT_EQ(content(), c.content);
         EXPECT_EQ(DisabledRules::isDisabled(c.id), c.disabled);
     }
@@ -48,16 +53,28 @@ TEST_F(DisabledRulesTest, ReplacesADamagedFile) {
         write(kFile, damaged);
         EXPECT_EQ(DisabledRules::load(), IDs{});
         EXPECT_FALSE(DisabledRules::isDisabled("a"));
-        DisabledRules::set("b", true);
+        EXPECT_EQ(DisabledRules::set("b", true), IDs{"b"});
         EXPECT_EQ(content(), R"(["b"])");
     }
 }
 
 TEST_F(DisabledRulesTest, LosesNothingToAnIDThatIsNoText) {
-    DisabledRules::set("a", true);
-    DisabledRules::set("\xff", true);
+    ASSERT_TRUE(DisabledRules::set("a", true));
+    EXPECT_FALSE(DisabledRules::set("\xff", true));
     EXPECT_EQ(DisabledRules::load(), IDs{"a"});
     EXPECT_EQ(content(), R"(["a"])");
+}
+
+TEST_F(DisabledRulesTest, LeavesAloneWhatIsThereAndCannotBeReadOrWritten) {
+    makeFolder("Library/Application Support/Brimlo");
+    ASSERT_EQ(mkfifo(at(kFile).c_str(), 0600), 0);
+    EXPECT_EQ(
+        DisabledRules::set("a", true).error().description,
+        "The change could not be saved: Invalid argument");
+    EXPECT_TRUE(std::filesystem::is_fifo(at(kFile)));
+    std::filesystem::remove_all(at("Library"));
+    write("Library", "in the way");
+    EXPECT_FALSE(DisabledRules::set("a", true));
 }
 
 }  // namespace

@@ -87,7 +87,7 @@ TEST_F(SuggestionEngineTest, FindsWhatCanBeCleanedAndTicksWhatIsSafe) {
     save({.id = "custom.off", .risk = Risk::safe, .paths = {"~/Library/Caches/Other"}});
     save({.id = "custom.empty", .risk = Risk::safe, .paths = {"~/empty/*"}});
     write("empty/nothing", "");
-    DisabledRules::set("custom.off", true);
+    ASSERT_TRUE(DisabledRules::set("custom.off", true));
     makeProject("code/old", 200.5, 150);
     makeProject("code/older", 300.5, 450);
     makeProject("code/fresh", 5.5, 200);

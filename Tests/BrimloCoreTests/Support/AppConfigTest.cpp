@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <filesystem>
+#include <functional>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -26,6 +27,10 @@ protected:
         return result;
     }
 
+    static std::function<void(AppConfig&)> become(const AppConfig& wanted) {
+        return [wanted](AppConfig& config) { config = wanted; };
+    }
+
     std::string path_ = at("config.json");
 };
 
@@ -35,7 +40,8 @@ TEST_F(AppConfigTest, TakesDefaultsForWhatIsAbsent) {
         {"{}",                                {}                           },
         {R"({"freeSpaceThresholdGB": 100})",  {.freeSpaceThresholdGB = 100}},
         {R"({"staleDays": null, "new": []})", {}                           },
-        {R"({"staleDays": -7.0})",            {.staleDays = -7}            },
+        {R"({"staleDays": 7.0})",             {.staleDays = 7}             },
+        {R"({"staleDays": 36500})",           {.staleDays = 36'500}        },
     };
     for (const auto& [text, config] : cases) {
         write("config.json", text);
@@ -48,14 +54,16 @@ TEST_F(AppConfigTest, KeepsADamagedFileAside) {
     const AppConfig saved{.autoCleanEnabled = true, .staleDays = 7};
     std::vector<std::string> texts = Testing::words(R"(oops [] {"staleDays":"soon"}
         {"staleDays":1.5} {"staleDays":1e400} {"staleDays":9223372036854775808}
-        {"autoCleanEnabled":1})");
+        {"autoCleanEnabled":1} {"staleDays":36501} {"trashRetentionDays":-1}
+        {"freeSpaceThresholdGB":9223372037})");
     texts.insert(texts.end(), {"", "{\"x\": \"\xFF\"}", std::string(100'000'000, '[')});
     for (const std::string& text : texts) {
         SCOPED_TRACE(text.substr(0, 60));
         write("config.json", text);
         EXPECT_EQ(AppConfig::load(path_), AppConfig{});
         EXPECT_EQ(std::filesystem::file_size(path_), text.size());
-        saved.save(path_);
+        EXPECT_EQ(AppConfig::read(path_).error().domain, kErrorDomain);
+        EXPECT_EQ(AppConfig::change(become(saved), path_), saved);
         EXPECT_EQ(AppConfig::load(path_), saved);
         ASSERT_EQ(std::filesystem::file_size(path_ + ".corrupt"), text.size());
         EXPECT_TRUE(text.size() > 1'000'000 || contentOf(path_ + ".corrupt") == text);
@@ -66,25 +74,33 @@ TEST_F(AppConfigTest, LeavesAloneWhatIsThereAndCannotBeRead) {
     EXPECT_EQ(AppConfig::read(path_), AppConfig{});
     ASSERT_EQ(mkfifo(path_.c_str(), 0600), 0);
     EXPECT_EQ(AppConfig::load(path_), AppConfig{});
-    EXPECT_EQ(AppConfig::read(path_).error(), Error::fromSystem(EINVAL));
-    AppConfig{.staleDays = 7}.save(path_);
+    const Error expected{
+        kSystemErrorDomain, EINVAL, "The settings could not be read: Invalid argument"};
+    EXPECT_EQ(AppConfig::read(path_).error(), expected);
+    EXPECT_EQ(AppConfig::change(become({.staleDays = 7}), path_).error(), expected);
     EXPECT_TRUE(std::filesystem::is_fifo(path_));
 }
 
 TEST_F(AppConfigTest, IsWrittenPrettyAndSortedInItsPlace) {
-    AppConfig{.staleDays = -1}.save();
+    ASSERT_TRUE(AppConfig::change(become({.staleDays = 0})));
     const std::string path = at("Library/Application Support/Brimlo/config.json");
     EXPECT_EQ(contentOf(path), R"({
   "autoCleanEnabled": false,
   "autoCleanIncludesCustomRules": false,
   "cliInstallOffered": false,
   "freeSpaceThresholdGB": 30,
-  "staleDays": -1,
+  "staleDays": 0,
   "trashRetentionDays": 7
 }
 )");
-    EXPECT_EQ(AppConfig::load(), AppConfig{.staleDays = -1});
-    AppConfig{}.save(at("missing/config.json"));
+    EXPECT_EQ(AppConfig::load(), AppConfig{.staleDays = 0});
+    EXPECT_EQ(
+        AppConfig::change(become({.staleDays = -1})).error().description,
+        "The setting could not be saved: staleDays is -1, not from 0 to 36500");
+    EXPECT_EQ(AppConfig::load(), AppConfig{.staleDays = 0}) << "beyond the limits";
+    EXPECT_EQ(
+        AppConfig::change(become({}), at("missing/config.json")).error().description,
+        "The setting could not be saved: No such file or directory");
     EXPECT_FALSE(exists(at("missing")));
 }
 

@@ -3,6 +3,7 @@
 #include "BrimloCore/UserRules/UserRules.h"
 #include "Support/TempHome.h"
 
+#include <cerrno>
 #include <filesystem>
 
 namespace Brimlo {
@@ -52,6 +53,21 @@ TEST_F(RuleExchangeTest, WritesRulesInTheirOrderWithSortedKeys) {
     EXPECT_FALSE(UserRules::exportJSON({rule("custom.caf\xe9")})) << "JSON cannot hold such a name";
 }
 
+TEST_F(RuleExchangeTest, ReplacesAFileOnlyWhenToldAndOnlyAPlainOne) {
+    using UserRules::Existing;
+    const auto kept = write("kept", "old");
+    EXPECT_EQ(
+        UserRules::exportTo(kept, {rule("custom.a")}, Existing::keep).error(),
+        Error::fromSystem(EEXIST));
+    EXPECT_EQ(Testing::contentOf(kept), "old");
+    for (const auto& target : {link("link", "kept"), makeFolder("folder"), at("none/x")}) {
+        EXPECT_FALSE(UserRules::exportTo(target, {}, Existing::replace)) << target;
+    }
+    EXPECT_EQ(Testing::describeTree(home()).size(), 4U) << "and nothing is left";
+    EXPECT_TRUE(UserRules::exportTo(kept, {rule("custom.a")}, Existing::replace));
+    EXPECT_EQ(Testing::contentOf(kept), UserRules::exportJSON({rule("custom.a")}));
+}
+
 TEST_F(RuleExchangeTest, TakesTheRankFromRulesOfOthers) {
     CleanupRule mine = rule("custom.dev-npm-cache");
     mine.isCatchAll = false;
@@ -68,11 +84,11 @@ TEST_F(RuleExchangeTest, TakesTheRankFromRulesOfOthers) {
 
 TEST_F(RuleExchangeTest, TakesHostileIDsAsTexts) {
     const std::tuple<std::string, std::string, bool> cases[] = {
-        {"../../config",    "custom.config",    true },
-        {"",                "custom.rule",      true },
-        {"caf\u00e9",       "custom.caf\u00e9", false},
-        {"custom./../../x", "custom./../../x",  false},
-        {"custom.a\0b"s,    "custom.a\0b"s,     false},
+        {"../../config",    "custom.config",   true },
+        {"",                "custom.rule",     true },
+        {"caf\u00e9",       "custom.cafe",     true },
+        {"custom./../../x", "custom./../../x", false},
+        {"custom.a\0b"s,    "custom.a\0b"s,    false},
     };
     for (const auto& [id, becomes, isTaken] : cases) {
         SCOPED_TRACE(id);
@@ -84,6 +100,7 @@ TEST_F(RuleExchangeTest, TakesHostileIDsAsTexts) {
     EXPECT_FALSE(import({rule("custom." + std::string(300, 'x'))})) << "no name of a file";
     EXPECT_EQ(import({rule("../x")}, true), refused({"../x: " + kBadID}));
     std::filesystem::remove_all(at("rules"));
+    std::filesystem::remove(at("rules.lock"));
     EXPECT_EQ(Testing::describeTree(home()).size(), 2U) << "all went into the folder";
 }
 
@@ -94,6 +111,8 @@ TEST_F(RuleExchangeTest, SavesInOrderUntilOneFails) {
     EXPECT_EQ(import({rule(std::string(41, 'x')), last}), taken({id, id}));
     EXPECT_EQ(stored(), std::vector{last}) << "the later of two with one id";
     makeFolder("rules/custom.b.json");
+    EXPECT_FALSE(import({rule("custom." + std::string(300, 'x')), rule("custom.d")}));
+    EXPECT_EQ(stored(), std::vector{last}) << "none, when one can't be written";
     EXPECT_FALSE(import({rule("custom.a"), rule("custom.b"), rule("custom.c")}));
     EXPECT_EQ(stored(), (std::vector{rule("custom.a"), last}));
 }

@@ -131,6 +131,10 @@ TEST_F(UserRulesTest, TellsThePositionOfABadRule) {
 TEST_F(UserRulesTest, SavesWhatItLoads) {
     ASSERT_TRUE(UserRules::save(rule("custom.a"), at("new/rules")));
     EXPECT_EQ(load("new/rules").rules, std::vector{rule("custom.a")});
+    write("new/rules/custom.b.json.01234567.tmp", "left by a save that was killed");
+    write("new/rules/notes.01234567.tmp");
+    ASSERT_TRUE(UserRules::save(rule("custom.a"), at("new/rules")));
+    std::filesystem::remove(at("new/rules/notes.01234567.tmp"));
     EXPECT_EQ(Testing::describeTree(at("new/rules")).size(), 2U) << "nothing temporary is left";
 }
 
@@ -178,15 +182,18 @@ TEST_F(UserRulesTest, RemovesARuleForGood) {
 
 TEST_F(UserRulesTest, MakesSlugsOfNames) {
     const std::pair<std::string, std::string> cases[] = {
-        {"  Hello, World!  ",    "hello-world"},
-        {std::string(39,         'a') + " b",   std::string(39, 'a') + "-"},
-        {"Caf\u00e9 \u00dcber",            "caf\u00e9-\u00fcber"                        },
-        {"\U0001F389 Party \U0001F468\u200D\U0001F469\u200D\U0001F467!","party"},
+        {"  Hello, World!  ", "hello-world"},
+        {std::string(39,      'a') + " b",   std::string(39, 'a') + "-"},
+        {"Caf\u00e9 \u00dcber",         "cafe-uber"                     },
+        {"\u65e5\u672c","rule"},
+        {"\U0001F389 Party \U0001F468\u200D\U0001F469\u200D\U0001F467!",              "party"                                   },
         {"a\xff\xfe"
-         "b",                          "a-b"                                                            },
+         "b","a-b"},
     };
     for (const auto& [name, slug] : cases) {
         EXPECT_EQ(UserRules::slug(name), slug) << name;
+        CleanupRule named = rule(UserRules::newID(name));
+        EXPECT_TRUE(UserRules::save(named, folder())) << named.id;
     }
 }
 

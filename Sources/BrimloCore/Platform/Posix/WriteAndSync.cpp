@@ -8,7 +8,7 @@
 
 namespace Brimlo::Platform {
 
-bool writeAndSync(int descriptor, std::string_view bytes) {
+bool writeBytes(int descriptor, std::string_view bytes) {
     while (!bytes.empty()) {
         const ssize_t count = write(descriptor, bytes.data(), bytes.size());
         if (count < 0 && errno != EINTR) {
@@ -16,6 +16,10 @@ bool writeAndSync(int descriptor, std::string_view bytes) {
         }
         bytes.remove_prefix(count < 0 ? 0 : static_cast<std::size_t>(count));
     }
+    return true;
+}
+
+bool syncFile(int descriptor) {
 #ifdef F_FULLFSYNC
     // There fsync(2) lets the disk keep the bytes to itself. Not every file system knows more.
     if (fcntl(descriptor, F_FULLFSYNC) == 0) {
@@ -23,6 +27,10 @@ bool writeAndSync(int descriptor, std::string_view bytes) {
     }
 #endif
     return fsync(descriptor) == 0;
+}
+
+bool writeAndSync(int descriptor, std::string_view bytes) {
+    return writeBytes(descriptor, bytes) && syncFile(descriptor);
 }
 
 }  // namespace Brimlo::Platform

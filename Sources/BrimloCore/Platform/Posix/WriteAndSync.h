@@ -4,8 +4,13 @@
 
 namespace Brimlo::Platform {
 
-/// Writes all bytes to an open file and waits until the disk has them. False, with `errno` set,
-/// when that failed.
+/// Writes all bytes to an open file. False, with `errno` set, when that failed; likewise below.
+[[nodiscard]] bool writeBytes(int descriptor, std::string_view bytes);
+
+/// Waits until the disk has all that was written to a file, through whichever descriptor.
+[[nodiscard]] bool syncFile(int descriptor);
+
+/// Both.
 [[nodiscard]] bool writeAndSync(int descriptor, std::string_view bytes);
 
 }  // namespace Brimlo::Platform

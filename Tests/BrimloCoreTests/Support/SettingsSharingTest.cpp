@@ -1,0 +1,67 @@
+#include "BrimloCore/DisabledRules/DisabledRules.h"
+#include "BrimloCore/Support/AppConfig.h"
+#include "Support/Proof.h"
+#include "Support/TempHome.h"
+
+#include <cstdint>
+#include <thread>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace Brimlo {
+namespace {
+
+constexpr int kWriters = 4;
+constexpr int kChanges = 100;
+
+/// Window, tool and job change the settings and the list of the rules that are off at once.
+class SettingsSharingTest : public Testing::TempHome {
+protected:
+    static void work(int writer) {
+        for (int i = 0; i < kChanges; ++i) {
+            static_cast<void>(AppConfig::change([](AppConfig& config) { ++config.staleDays; }));
+            const std::string id = std::to_string(writer) + "." + std::to_string(i);
+            static_cast<void>(DisabledRules::set(id, true));
+        }
+    }
+
+    static void expectAll(const char* what) {
+        constexpr int kAll = kWriters * kChanges;
+        const std::int64_t lost = kAll - (AppConfig::load().staleDays - AppConfig{}.staleDays) +
+                                  kAll - std::ssize(DisabledRules::load());
+        EXPECT_EQ(lost, 0);
+        Testing::told(what, std::int64_t{2} * kAll, lost);
+    }
+};
+
+TEST_F(SettingsSharingTest, ProcessesLoseNothing) {
+    std::vector<pid_t> children;
+    for (int writer = 0; writer < kWriters; ++writer) {
+        children.push_back(fork());
+        if (children.back() == 0) {
+            work(writer);
+            _exit(0);
+        }
+    }
+    for (const pid_t child : children) {
+        int status = -1;
+        waitpid(child, &status, 0);
+        EXPECT_EQ(status, 0);
+    }
+    expectAll("changes of the settings by four processes at once");
+}
+
+TEST_F(SettingsSharingTest, ThreadsLoseNothing) {
+    std::vector<std::thread> threads;
+    for (int writer = 0; writer < kWriters; ++writer) {
+        threads.emplace_back(work, writer);
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    expectAll("changes of the settings by four threads at once");
+}
+
+}  // namespace
+}  // namespace Brimlo
