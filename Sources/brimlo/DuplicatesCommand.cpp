@@ -1,4 +1,6 @@
 #include "BrimloCore/Cleaner/DuplicateExtras.h"
+#include "BrimloCore/Cleaner/DuplicateFinder.h"
+#include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Support/Fmt.h"
 #include "BrimloCore/Support/Folders.h"
 #include "BrimloCore/Support/Path.h"
@@ -55,7 +57,7 @@ void show(const Groups& groups) {
             const bool isKept = &path == &group.paths.front();
             Console::line((isKept ? "      keep  " : "            ") + Console::shortPath(path));
         }
-        wasted += group.wastedBytes();
+        wasted = Bytes::sum(wasted, group.wastedBytes());
     }
     if (groups.empty()) {
         Console::line("No two files are equal.");

@@ -1,4 +1,5 @@
 #include "BrimloCore/Cleaner/Cleaner.h"
+#include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Support/Fmt.h"
 #include "BrimloCore/Support/HistoryBatch.h"
 #include "BrimloCore/Support/StoragePaths.h"
@@ -38,10 +39,7 @@ std::string_view word(JournalEntry::State state) {
 }
 
 void show(const HistoryBatch& batch) {
-    std::int64_t total = 0;
-    for (const JournalEntry& entry : batch.items) {
-        total += entry.size;
-    }
+    const std::int64_t total = Bytes::total(batch.items, &JournalEntry::size);
     Console::line(
         Console::bold(localTime(batch.date())) + "  " + Console::count(batch.items.size(), "item") +
         ", " + Fmt::bytes(total) + Console::dim("  batch " + batch.id.text()));

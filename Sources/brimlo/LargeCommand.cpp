@@ -1,4 +1,5 @@
 #include "BrimloCore/LargeFiles/LargeFiles.h"
+#include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Support/Fmt.h"
 #include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/StoragePaths.h"
@@ -23,7 +24,7 @@ void show(const std::vector<std::shared_ptr<FileNode>>& files, const Arguments& 
     std::int64_t total = 0;
     for (const auto& file : files) {
         Console::line(Console::size(file->size) + "  " + Console::shortPath(file->path));
-        total += file->size;
+        total = Bytes::sum(total, file->size);
     }
     if (files.empty()) {
         Console::line("No file takes " + Fmt::bytes(arguments.minSize) + " or more.");

@@ -1,4 +1,5 @@
 #include "BrimloCore/Cleaner/CleanPlan.h"
+#include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/RulePacks/Catalog.h"
 #include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
 #include "BrimloCore/Support/AppConfig.h"
@@ -89,9 +90,11 @@ void showAll(const std::vector<Suggestion>& suggestions) {
     std::int64_t preselected = 0;
     for (const Suggestion& suggestion : suggestions) {
         show(suggestion);
-        total += suggestion.totalSize();
+        total = Bytes::sum(total, suggestion.totalSize());
         for (const SuggestionItem& item : suggestion.items) {
-            preselected += suggestion.preselectedPaths.contains(item.path) ? item.size : 0;
+            if (suggestion.preselectedPaths.contains(item.path)) {
+                preselected = Bytes::sum(preselected, item.size);
+            }
         }
     }
     if (suggestions.empty()) {

@@ -1,9 +1,13 @@
 #include "BrimloCore/Platform/Pipe.h"
+#include "BrimloCore/Support/Fmt.h"
+#include "BrimloCore/Support/Journal.h"
+#include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
 #include "BrimloToolTests/ToolTest.h"
 
 #include <algorithm>
 #include <filesystem>
+#include <limits>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -193,6 +197,20 @@ TEST_F(CommandLineTest, TellsWhatCouldNotBeSaved) {
     EXPECT_EQ(run({"trash", "purge"}).exitCode, 1);
     EXPECT_EQ(run({"trash", "purge", "--older-than", "1"}).exitCode, 0);
     EXPECT_EQ(run({"autoclean", "--force"}).exitCode, 1);
+}
+
+TEST_F(CommandLineTest, SumsNoSizesToLessThanOneOfThem) {
+    Journal journal{StoragePaths::journal()};
+    const Uuid batch = Uuid::random();
+    for (const char* path : {"/a", "/b"}) {
+        const JournalEntry entry = JournalEntry::make(
+            {.originalPath = path,
+             .size = std::numeric_limits<std::int64_t>::max(),
+             .batchID = batch});
+        static_cast<void>(journal.append(entry));
+    }
+    const std::string sum = Fmt::bytes(std::numeric_limits<std::int64_t>::max());
+    EXPECT_THAT(run({"history"}).out, testing::HasSubstr("2 items, " + sum));
 }
 
 TEST_F(CommandLineTest, FinishesAnUndoThatNobodyReads) {

@@ -1,5 +1,7 @@
 #include "BrimloApp/Lists/DuplicateRows.h"
 
+#include "BrimloCore/Models/Bytes.h"
+
 #include <algorithm>
 
 namespace Brimlo {
@@ -47,7 +49,7 @@ void DuplicateRows::refresh() {
         for (const DuplicateGroup& group : source()->dupGroups()) {
             append(rows, group);
             ++groupCount_;
-            reclaimable_ += group.wastedBytes();
+            reclaimable_ = Bytes::sum(reclaimable_, group.wastedBytes());
         }
     }
     setRows(std::move(rows));

@@ -1,5 +1,7 @@
 #include "BrimloApp/Lists/LargeFileRows.h"
 
+#include "BrimloCore/Models/Bytes.h"
+
 #include <algorithm>
 #include <memory>
 
@@ -23,7 +25,7 @@ void LargeFileRows::refresh() {
         for (const auto& file : source()->largeFiles()) {
             rows.push_back(
                 {.id = file->id, .name = file->name, .path = file->path, .size = file->size});
-            total += file->size;
+            total = Bytes::sum(total, file->size);
         }
     }
     setRows(std::move(rows));

@@ -1,6 +1,7 @@
 #include "BrimloApp/Lists/NodeRows.h"
 
 #include "BrimloApp/Components/FileKind.h"
+#include "BrimloCore/Models/Bytes.h"
 
 #include <QtCore/QFile>
 #include <QtGui/QClipboard>
@@ -102,7 +103,7 @@ bool NodeRows::countSelected() {
     std::int64_t size = 0;
     for (const auto& node : selectedNodes()) {
         ++count;
-        size += node->size;
+        size = Bytes::sum(size, node->size);
     }
     const bool isOther = std::exchange(selectedCount_, count) != count;
     return std::exchange(selectedSize_, size) != size || isOther;

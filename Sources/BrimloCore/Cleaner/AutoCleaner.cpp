@@ -1,10 +1,9 @@
 #include "BrimloCore/Cleaner/AutoCleaner.h"
 
+#include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
 #include "BrimloCore/Support/Fmt.h"
 #include "BrimloCore/UserRules/UserRules.h"
-
-#include <cstdlib>
 
 namespace Brimlo {
 
@@ -58,13 +57,7 @@ std::optional<std::string> reasonToWait(
         return std::nullopt;
     }
     constexpr std::int64_t kBytesPerGB = 1'000'000'000;
-    std::int64_t limit = 0;
-    if (__builtin_mul_overflow(config.freeSpaceThresholdGB, kBytesPerGB, &limit)) {
-        // In release builds too: with a threshold that wraps around, nobody would notice that the
-        // clean never runs, or always does.
-        std::abort();
-    }
-    if (volume->available <= limit) {
+    if (volume->available <= Bytes::product(config.freeSpaceThresholdGB, kBytesPerGB)) {
         return std::nullopt;
     }
     return "Free space " + Fmt::bytes(volume->available) + " is above the " +
@@ -93,7 +86,7 @@ std::string AutoCleanOutcome::sentence(bool dryRun) const {
                "Auto-clean found nothing to remove right now. Everything regenerable is already "
                "clear.";
     }
-    std::int64_t bytes = report->movedToTrashBytes + report->freedNowBytes;
+    std::int64_t bytes = Bytes::sum(report->movedToTrashBytes, report->freedNowBytes);
     if (dryRun) {
         bytes = CleanPlan{planned}.totalBytes();
     }

@@ -40,7 +40,7 @@ namespace AutoCleaner {
     const AppConfig& config, Cleaner& cleaner, bool dryRun, bool force);
 
 /// Why so much free space needs no clean; nullopt at or below the threshold, and when the free
-/// space is not known. A threshold beyond all bytes that can be counted ends the program.
+/// space is not known.
 [[nodiscard]] std::optional<std::string> reasonToWait(
     const AppConfig& config, const std::optional<VolumeInfo::Snapshot>& volume);
 

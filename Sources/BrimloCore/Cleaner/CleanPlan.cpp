@@ -1,5 +1,6 @@
 #include "BrimloCore/Cleaner/CleanPlan.h"
 
+#include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Platform/FileIdentity.h"
 #include "BrimloCore/SuggestionEngine/RuleTargets.h"
 #include "BrimloCore/Support/Safety.h"
@@ -91,11 +92,7 @@ CleanPlan CleanPlan::at(const std::vector<std::string>& paths) {
 }
 
 std::int64_t CleanPlan::totalBytes() const {
-    std::int64_t total = 0;
-    for (const CleanItem& item : items_) {
-        total += item.size;
-    }
-    return total;
+    return Bytes::total(items_, &CleanItem::size);
 }
 
 bool isPseudoPath(std::string_view path) {

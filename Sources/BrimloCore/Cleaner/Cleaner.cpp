@@ -1,5 +1,6 @@
 #include "BrimloCore/Cleaner/Cleaner.h"
 
+#include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Platform/FileIdentity.h"
 #include "BrimloCore/Platform/Trash.h"
 #include "BrimloCore/Support/Safety.h"
@@ -91,7 +92,7 @@ void Cleaner::removeFromDocker(const CleanItem& item, const Uuid& batchID, Clean
         const std::string reason = recorded.error().description;
         report.unrecorded.push_back({item.path, "it is gone and the journal lacks it: " + reason});
     }
-    report.freedNowBytes += item.size;
+    report.freedNowBytes = Bytes::sum(report.freedNowBytes, item.size);
     ++report.processed;
 }
 
@@ -159,7 +160,7 @@ void Cleaner::dispose(
         if (trashed->warning) {
             return fail(*trashed->warning);
         }
-        report.movedToTrashBytes += item.size;
+        report.movedToTrashBytes = Bytes::sum(report.movedToTrashBytes, item.size);
         ++report.processed;
         return;
     }

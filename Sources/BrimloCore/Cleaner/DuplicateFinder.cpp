@@ -2,6 +2,7 @@
 
 #include "BrimloCore/Cleaner/FileReader.h"
 #include "BrimloCore/DiskScanner/FolderPlace.h"
+#include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Platform/CloneFile.h"
 #include "BrimloCore/Platform/DirectoryReader.h"
 #include "BrimloCore/Platform/EntryStatus.h"
@@ -24,7 +25,7 @@
 namespace Brimlo {
 
 std::int64_t DuplicateGroup::wastedBytes() const {
-    return paths.empty() ? 0 : size * (std::ssize(paths) - 1);
+    return paths.empty() ? 0 : Bytes::product(size, std::ssize(paths) - 1);
 }
 
 namespace DuplicateFinder {

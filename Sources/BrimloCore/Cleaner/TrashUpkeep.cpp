@@ -1,5 +1,6 @@
 #include "BrimloCore/Cleaner/Cleaner.h"
 #include "BrimloCore/DiskScanner/DiskScanner.h"
+#include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Platform/FileIdentity.h"
 #include "BrimloCore/Platform/Trash.h"
 #include "BrimloCore/Platform/TrashItem.h"
@@ -152,7 +153,7 @@ TrashReport Cleaner::purgeOwnTrash(std::int64_t olderThanDays, bool dryRun) {
             }
             gone.insert(entry.id);
         }
-        report.bytes += entry.size;
+        report.bytes = Bytes::sum(report.bytes, entry.size);
         ++report.removed;
     }
     // In one write: whoever is killed before finds these items gone the next time.

@@ -1,5 +1,6 @@
 #include "BrimloCore/DiskScanner/DiskScanner.h"
 #include "BrimloCore/DiskScanner/FolderPlace.h"
+#include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Platform/DirectoryReader.h"
 #include "BrimloCore/Support/Folders.h"
 
@@ -57,7 +58,7 @@ std::optional<std::int64_t> DiskScanner::bulkSize(const std::string& path) {
                 if (entry.isDirectory) {
                     waiting.push_back(inside.place(entry.name));
                 } else if (entry.linkCount < 2 || linkedFiles.insert(entry.fileID).second) {
-                    total += entry.allocatedBytes;
+                    total = Bytes::sum(total, entry.allocatedBytes);
                 }
             });
         if (!wasRead && isFirst && total == 0) {

@@ -1,5 +1,7 @@
 #include "BrimloCore/DiskScanner/ScanControl.h"
 
+#include "BrimloCore/Models/Bytes.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <utility>
@@ -43,7 +45,7 @@ std::vector<std::string> ScanControl::otherVolumes() const {
 void ScanControl::record(std::int64_t files, std::int64_t bytes, std::string path) {
     const std::lock_guard guard{lock_};
     progress_.files += files;
-    progress_.bytes += bytes;
+    progress_.bytes = Bytes::sum(progress_.bytes, bytes);
     progress_.path = std::move(path);
 }
 

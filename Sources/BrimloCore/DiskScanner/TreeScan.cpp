@@ -1,5 +1,6 @@
 #include "BrimloCore/DiskScanner/TreeScan.h"
 
+#include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Platform/DirectoryReader.h"
 #include "BrimloCore/Platform/EntryStatus.h"
 #include "BrimloCore/Support/Path.h"
@@ -48,7 +49,7 @@ struct Merged {
 
     void add(std::int64_t bytes, std::int64_t files, std::chrono::sys_seconds time) {
         ++count;
-        size += bytes;
+        size = Bytes::sum(size, bytes);
         fileCount += files;
         modified = std::max(modified, time);
     }
@@ -265,7 +266,7 @@ void TreeScan::entriesRead(Folder& folder, Crew::Member& member) {
     for (const Batch& batch : folder.batches) {
         leafCount += batch.leaves.size();
         for (const Entry& leaf : batch.leaves) {
-            leafBytes += leaf.bytes;
+            leafBytes = Bytes::sum(leafBytes, leaf.bytes);
         }
     }
     const bool areFew = std::cmp_less_equal(leafCount, options_.alwaysKeepBelowCount);
@@ -344,10 +345,10 @@ std::shared_ptr<FileNode> TreeScan::makeNode(Folder& folder) const {
         }
     }
     std::ranges::move(folder.leaves, std::back_inserter(nodes));
-    std::int64_t size = folder.ownBytes + folder.merged.size;
+    std::int64_t size = Bytes::sum(folder.ownBytes, folder.merged.size);
     std::int64_t fileCount = folder.merged.fileCount;
     for (const auto& node : nodes) {
-        size += node->size;
+        size = Bytes::sum(size, node->size);
         fileCount += node->fileCount;
     }
 

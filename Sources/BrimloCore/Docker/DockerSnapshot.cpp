@@ -1,5 +1,7 @@
 #include "BrimloCore/Docker/DockerSnapshot.h"
 
+#include "BrimloCore/Models/Bytes.h"
+
 #include <algorithm>
 #include <functional>
 #include <iterator>
@@ -16,19 +18,13 @@ std::vector<DockerObject> DockerSnapshot::objectsIn(DockerCategory category) con
 }
 
 std::int64_t DockerSnapshot::totalIn(DockerCategory category) const {
-    std::int64_t total = 0;
-    for (const DockerObject& object : objects) {
-        total += object.category == category ? object.size : 0;
-    }
-    return total;
+    return Bytes::total(objects, [&](const DockerObject& object) {
+        return object.category == category ? object.size : 0;
+    });
 }
 
 std::int64_t DockerSnapshot::reclaimableTotal() const {
-    std::int64_t total = 0;
-    for (const DockerObject& object : objects) {
-        total += object.size;
-    }
-    return total;
+    return Bytes::total(objects, &DockerObject::size);
 }
 
 }  // namespace Brimlo

@@ -1,5 +1,6 @@
 #include "BrimloCore/Models/Suggestion.h"
 
+#include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Models/FileUrl.h"
 
 namespace Brimlo {
@@ -9,11 +10,7 @@ std::string SuggestionItem::url() const {
 }
 
 std::int64_t Suggestion::totalSize() const {
-    std::int64_t total = 0;
-    for (const SuggestionItem& item : items) {
-        total += item.size;
-    }
-    return total;
+    return Bytes::total(items, &SuggestionItem::size);
 }
 
 }  // namespace Brimlo
