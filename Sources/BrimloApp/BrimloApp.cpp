@@ -9,6 +9,7 @@
 #include "BrimloApp/WindowCloser.h"
 #include "BrimloApp/WindowSize.h"
 #include "BrimloCore/Platform/ProcessStart.h"
+#include "BrimloCore/Support/StoragePaths.h"
 
 #include <QtGui/QGuiApplication>
 #include <QtGui/QIcon>
@@ -72,6 +73,11 @@ int main(int argc, char** argv) {
     const bool isSnapshot = argc == 3 && std::string_view{arguments[1]} == "--snapshot";
     if (isSnapshot) {
         SnapshotRun::isolate();
+    }
+    // Before Qt, which keeps files in the home, too.
+    if (const auto reason = StoragePaths::reasonNotToStart()) {
+        std::fprintf(stderr, "brimlo: %s\n", reason->c_str());
+        return EXIT_FAILURE;
     }
     const QGuiApplication application{argc, argv};
     introduce();

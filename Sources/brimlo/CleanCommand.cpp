@@ -2,7 +2,7 @@
 #include "BrimloCore/RulePacks/Catalog.h"
 #include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
 #include "BrimloCore/Support/AppConfig.h"
-#include "BrimloCore/Support/StoragePaths.h"
+#include "BrimloCore/Support/RealPath.h"
 #include "brimlo/CleanRun.h"
 #include "brimlo/Console.h"
 #include "brimlo/Tool.h"
@@ -56,9 +56,13 @@ CleanPlan suggestedPlan(const Arguments& arguments) {
 }
 
 /// The paths that a person typed.
-CleanPlan typedPlan(std::vector<std::string> paths) {
+std::expected<CleanPlan, Error> typedPlan(std::vector<std::string> paths) {
     for (std::string& path : paths) {
-        path = StoragePaths::expandTilde(path);
+        auto meant = RealPath::typed(path);
+        if (!meant) {
+            return std::unexpected(meant.error());
+        }
+        path = *std::move(meant);
     }
     return CleanPlan::at(paths);
 }
@@ -99,9 +103,13 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
         complain("Nobody can be asked here: say --yes to clean, or --dry-run to look.");
         return ExitCode::wrongUsage;
     }
-    const CleanPlan plan =
+    const std::expected<CleanPlan, Error> plan =
         arguments.paths.empty() ? suggestedPlan(arguments) : typedPlan(arguments.paths);
-    return CleanRun::run(plan, {.dryRun = arguments.dryRun, .yes = arguments.yes}, tool);
+    if (!plan) {
+        complain(plan.error().description);
+        return ExitCode::wrongUsage;
+    }
+    return CleanRun::run(*plan, {.dryRun = arguments.dryRun, .yes = arguments.yes}, tool);
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
+#include "BrimloCore/Support/RealPath.h"
 #include "BrimloCore/Support/Safety.h"
-#include "BrimloCore/Support/StoragePaths.h"
 #include "brimlo/Console.h"
 #include "brimlo/JsonForms.h"
 #include "brimlo/Tool.h"
@@ -11,17 +11,25 @@ namespace Brimlo {
 namespace {
 
 ExitCode run(const std::vector<std::string>& paths, const Tool& tool) {
+    std::vector<Safety::Verdict> verdicts;
+    for (const std::string& path : paths) {
+        const auto meant = RealPath::typed(path);
+        if (!meant) {
+            complain(meant.error().description);
+            return ExitCode::wrongUsage;
+        }
+        verdicts.push_back(Safety::judge(*meant));
+    }
     ExitCode exit = ExitCode::done;
     Json::Array document;
-    for (const std::string& path : paths) {
-        const Safety::Verdict verdict = Safety::judge(StoragePaths::expandTilde(path));
-        const auto& [canonical, resolved, identity, refusal] = verdict;
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        const auto& [canonical, resolved, identity, refusal] = verdicts[i];
         if (refusal) {
             exit = ExitCode::problems;
         }
         if (tool.isJson()) {
             document.push_back({
-                {"path",      JsonForms::path(path)                          },
+                {"path",      JsonForms::path(paths[i])                      },
                 {"canonical", JsonForms::path(canonical)                     },
                 {"refusal",   refusal ? Json::Value(*refusal) : Json::Value{}},
             });

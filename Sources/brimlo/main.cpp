@@ -1,4 +1,5 @@
 #include "BrimloCore/Platform/ProcessStart.h"
+#include "BrimloCore/Support/StoragePaths.h"
 #include "brimlo/Commands.h"
 #include "brimlo/Interrupt.h"
 
@@ -26,6 +27,10 @@ int main(int argc, char** argv) {
                 ? error.what()
                 : "\"" + rest.front() + "\" is not understood; \"brimlo --help\" tells what is.");
         return static_cast<int>(ExitCode::wrongUsage);
+    }
+    if (const auto reason = StoragePaths::reasonNotToStart()) {
+        complain(*reason);
+        return static_cast<int>(ExitCode::problems);
     }
     ExitCode exit = tool.run();
     if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {

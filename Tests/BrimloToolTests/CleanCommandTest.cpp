@@ -116,11 +116,39 @@ TEST_F(CleanCommandTest, TakesWhatWasChosen) {
     }
 }
 
+TEST_F(CleanCommandTest, ReadsATypedPathAsTheSystemDoes) {
+    write("work/x");
+    write("elsewhere/x");
+    link("work/l", makeFolder("elsewhere/sub"));
+    EXPECT_EQ(run({"clean", "work/l/../x", "--yes"}).exitCode, 0);
+    EXPECT_TRUE(exists(at("work/x")) && !exists(at("elsewhere/x")));
+    EXPECT_EQ(run({"clean", "~/work/l/", "--yes"}).exitCode, 0);
+    EXPECT_TRUE(std::filesystem::is_symlink(at("work/l")) && !exists(at("elsewhere/sub")));
+    EXPECT_EQ(run({"clean", "work/./l", "--yes"}).exitCode, 0);
+    EXPECT_EQ(trashed(), (std::vector<std::string>{"l", "sub", "x"}));
+}
+
+TEST_F(CleanCommandTest, CleansAHomeBehindALink) {
+    const std::string real = at("var/home/u");
+    write("var/home/u/.cache/thumbnails/large/a.png", std::string(50'000, 'a'));
+    write("var/home/u/file");
+    link("home", "var/home");
+    setenv("HOME", at("home/u").c_str(), 1);
+    EXPECT_EQ(answer({"suggest"}).as_array().size(), 1U);
+    const Outcome both = run({"clean", "~/file", real + "/.cache/thumbnails/large/a.png", "--yes"});
+    EXPECT_EQ(both.exitCode, 0) << both.err;
+    EXPECT_FALSE(exists(real + "/file") || exists(real + "/.cache/thumbnails/large/a.png"));
+    EXPECT_GT(answer({"trash", "size"}).at("bytes").to_number<std::int64_t>(), 49'999);
+    EXPECT_EQ(run({"undo", "--last"}).exitCode, 0);
+    EXPECT_TRUE(exists(real + "/file") && exists(real + "/.cache/thumbnails/large/a.png"));
+    EXPECT_EQ(run({"clean", "--safe", "--yes"}).exitCode, 0);
+    EXPECT_FALSE(exists(real + "/.cache/thumbnails/large"));
+}
+
 TEST_F(CleanCommandTest, ReportsWhatDidNotGoAndMovesTheRest) {
     write("folder/inside");
     link("link", "folder");
-    const Json::Value report =
-        answer({"clean", "--yes", "/", "/etc/passwd", "missing", "link/"}, 1);
+    const Json::Value report = answer({"clean", "--yes", "/", "/etc/passwd", "missing", "link"}, 1);
     EXPECT_EQ(
         Json::compact(report.at("refused")),
         R"(["/: protected location","/etc/passwd: outside user-owned locations"])");

@@ -4,6 +4,7 @@
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
 #include "BrimloToolTests/ToolTest.h"
+#include "Support/Proof.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -49,6 +50,10 @@ TEST_F(CommandLineTest, TellsWrongUsageInOneSentence) {
         {{"clean", "--safe"},                           nobody + "clean, or --dry-run to look."                      },
         {{"clean", "file", "--json"},                   nobody + "clean, or --dry-run to look."                      },
         {{"clean", "file", "", "--yes"},                "paths: An empty path names nothing."                        },
+        {{"clean", "file", "no/../file", "--yes"},
+         "\"no/../file\" leads through \"" + at("no") + "\", which is no folder."                                    },
+        {{"safety", "file/"},
+         "\"file/\" leads through \"" + at("file") + "\", which is no folder."                                       },
         {{"clean", "--rule", "no", "--yes"},            "No rule and no project pattern is called \"no\"."           },
         {{"trash", "empty"},                            nobody + "empty the Trash."                                  },
         {{"undo", "--last", "--batch", "A"},            any                                                          },
@@ -165,6 +170,30 @@ TEST_F(CommandLineTest, MakesHostileTextHarmless) {
         EXPECT_EQ(std::ranges::count(json.out, '\n'), json.out.empty() ? 0 : 1);
         EXPECT_TRUE(isHarmless(json.err)) << json.err;
     }
+}
+
+TEST_F(CommandLineTest, LeavesNothingOfRootsInAnothersHome) {
+    if (chown(home().c_str(), 12'345, 12'345) != 0) {
+        GTEST_SKIP() << "making a home another's takes root";
+    }
+    const std::vector<std::string> commands[] = {
+        {"suggest"},
+        {"config",  "stale-days", "5"},
+        {"history"     }
+    };
+    for (const auto& arguments : commands) {
+        const Outcome outcome = run(arguments);
+        EXPECT_EQ(outcome.exitCode, 1);
+        EXPECT_EQ(outcome.out, "");
+        EXPECT_THAT(outcome.err, testing::StartsWith("brimlo: Brimlo runs as root, but \""));
+    }
+    EXPECT_EQ(run({"--help"}).exitCode, 0);
+    EXPECT_EQ(run({"--version"}).exitCode, 0);
+    const auto left = describeTree(home());
+    EXPECT_EQ(left.size(), 1U);
+    told("commands of root in another's home", std::ssize(commands), std::ssize(left) - 1);
+    EXPECT_EQ(chown(home().c_str(), 0, 0), 0);
+    EXPECT_EQ(run({"history"}).exitCode, 0);
 }
 
 TEST_F(CommandLineTest, FailsWhenItsAnswerIsLost) {

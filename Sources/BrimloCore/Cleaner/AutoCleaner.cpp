@@ -3,7 +3,6 @@
 #include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
 #include "BrimloCore/Support/Fmt.h"
-#include "BrimloCore/UserRules/UserRules.h"
 
 namespace Brimlo {
 
@@ -16,9 +15,8 @@ constexpr const char* kIsOff =
     "--force for a one-off run.";
 
 bool mayTake(const Suggestion& suggestion, const AppConfig& config) {
-    const bool isOwnRule = suggestion.id.starts_with(UserRules::kIDPrefix);
     return suggestion.risk != Risk::review && suggestion.runningApps.empty() &&
-           (config.autoCleanIncludesCustomRules || !isOwnRule);
+           (config.autoCleanIncludesCustomRules || !suggestion.isUsersOwn);
 }
 
 }  // namespace

@@ -56,7 +56,8 @@ CleanReport Cleaner::execute(
             }
             continue;
         }
-        const Safety::Verdict verdict = Safety::judge(item.path);
+        const Safety::Verdict verdict = Safety::judge(
+            item.path, item.ruleID ? Safety::Chosen::byRule : Safety::Chosen::byPerson);
         if (verdict.refusal) {
             report.refused.push_back({item.path, *verdict.refusal});
             continue;

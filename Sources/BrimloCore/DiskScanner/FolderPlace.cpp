@@ -1,5 +1,7 @@
 #include "BrimloCore/DiskScanner/FolderPlace.h"
 
+#include "BrimloCore/Platform/Posix/FolderAccess.h"
+
 #include <cstddef>
 #include <utility>
 
@@ -19,10 +21,9 @@ FolderPlace::FolderPlace(std::string path)
     : relative_{std::move(path)} {}
 
 FolderPlace::Open FolderPlace::open() const {
-    constexpr int kFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
     Platform::Descriptor descriptor{
-        base_ ? openat(base_->number(), relative_.c_str(), kFlags | O_NOFOLLOW)
-              : ::open(relative_.c_str(), kFlags)};
+        base_ ? Platform::openFolderBelow(base_->number(), relative_)
+              : ::open(relative_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
     return descriptor ? std::make_shared<const Platform::Descriptor>(std::move(descriptor))
                       : nullptr;
 }

@@ -11,9 +11,10 @@ namespace Brimlo {
 /// Where a walk finds a folder that it has yet to open: a relative path from one that is open.
 ///
 /// That spares the kernel the way from the root, reaches folders whose whole path would be too
-/// long to be opened, and keeps to the folder that was seen when one above it is swapped. A folder
-/// is kept open only as long as some below it wait. Beyond a few nested ones the relative path
-/// grows instead, so that a deep tree runs out of neither descriptors nor the length of a path.
+/// long to be opened, and never leads through a link that was put in the place of a folder. A
+/// folder is kept open only as long as some below it wait. Beyond a few nested ones the relative
+/// path grows instead, so that a deep tree runs out of neither descriptors nor the length of a
+/// path.
 class FolderPlace {
 public:
     using Open = std::shared_ptr<const Platform::Descriptor>;
@@ -34,7 +35,8 @@ public:
     /// The folder at which a walk starts. A link there is followed.
     explicit FolderPlace(std::string path);
 
-    /// Opens the folder; null when it can't be, or is a link now, and `errno` tells why.
+    /// Opens the folder; null when it can't be, or when it or a folder above it is a link now, and
+    /// `errno` tells why.
     [[nodiscard]] Open open() const;
 
     /// For the folders in this one, which is open as `self`.

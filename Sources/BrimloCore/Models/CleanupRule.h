@@ -30,6 +30,7 @@ struct CleanupRule {
     bool isCatchAll = false;                 ///< A broad rule that gives way to specific ones.
     std::optional<std::string> domain;       ///< The tool family in the coverage report.
     Confidence confidence = Confidence::documented;
+    bool isUsersOwn = false;           ///< Whose it is: the catalog knows, a file can't claim it.
     std::vector<std::string> sources;  ///< Web addresses on which the rule rests.
 
     bool operator==(const CleanupRule&) const = default;

@@ -33,6 +33,7 @@ struct Suggestion {
     std::string group;
     std::vector<Persona> personas;
     Risk risk = Risk::review;
+    bool isUsersOwn = false;  ///< The user wrote the rule, whatever its id.
     std::string regenerates;
     std::optional<std::string> officialCommand;
     std::vector<std::string>

@@ -67,7 +67,10 @@ const std::vector<CleanupRule>& builtInRules() {
 
 std::vector<CleanupRule> rules() {
     std::vector<CleanupRule> rules = builtInRules();
-    append(rules, UserRules::load(UserRules::defaultDirectory()).rules);
+    for (CleanupRule& rule : UserRules::load(UserRules::defaultDirectory()).rules) {
+        rule.isUsersOwn = true;
+        rules.push_back(std::move(rule));
+    }
     return merge(std::move(rules), UnsupportedSafe::keep);
 }
 

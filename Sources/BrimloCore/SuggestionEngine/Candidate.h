@@ -19,6 +19,7 @@ struct Meta {
     std::string regenerates;
     std::optional<std::string> command;
     std::vector<std::string> openApps;
+    bool isUsersOwn = false;
     bool isArtifact = false;
     bool catchAll = false;
 };

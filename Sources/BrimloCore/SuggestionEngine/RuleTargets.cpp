@@ -25,6 +25,15 @@ bool isExcluded(const std::string& name, const CleanupRule& rule) {
         rule.excludes, [&](const std::string& pattern) { return Glob::matches(name, pattern); });
 }
 
+/// Whether a rule may take one of its expanded paths, or what lies in it.
+bool mayTake(const std::string& path, const CleanupRule& rule) {
+    const auto isRefused = [](const std::string& item) {
+        return Safety::judge(item, Safety::Chosen::byRule).refusal.has_value();
+    };
+    // By the path alone a link may go, but not what lies behind it.
+    return !isRefused(path) && !(rule.contentsOnly && isRefused(path + "/x"));
+}
+
 /// The entries that a rule means by one of its expanded paths.
 std::vector<std::string> entries(const std::string& path, const CleanupRule& rule) {
     if (!rule.contentsOnly) {
@@ -46,7 +55,7 @@ std::vector<SuggestionItem> targets(const CleanupRule& rule) {
     std::vector<SuggestionItem> items;
     for (const std::string& pattern : rule.paths) {
         for (const std::string& path : Glob::expand(pattern)) {
-            if (Safety::judge(path).refusal) {
+            if (!mayTake(path, rule)) {
                 continue;
             }
             for (std::string& entry : entries(path, rule)) {

@@ -116,6 +116,7 @@ private:
             .risk = rule.risk,
             .regenerates = rule.regenerates,
             .command = rule.officialCommand,
+            .isUsersOwn = rule.isUsersOwn,
             .catchAll = rule.isCatchAll,
         };
         std::ranges::copy_if(
@@ -166,6 +167,7 @@ Suggestion suggestion(const Meta& meta, std::vector<SuggestionItem> items, std::
         .group = meta.group,
         .personas = meta.personas,
         .risk = meta.risk,
+        .isUsersOwn = meta.isUsersOwn,
         .regenerates = meta.regenerates,
         .officialCommand = meta.command,
         .runningApps = meta.openApps,

@@ -16,7 +16,7 @@ struct AppConfig {
     std::int64_t freeSpaceThresholdGB = 30;  ///< It cleans at or below so many decimal gigabytes.
     std::int64_t staleDays = 90;             ///< Idle days after which a project counts as stale.
     std::int64_t trashRetentionDays = 7;     ///< Days before own items are purged from the Trash.
-    bool autoCleanIncludesCustomRules = false;  ///< Auto-clean may act on "custom." rules.
+    bool autoCleanIncludesCustomRules = false;  ///< Auto-clean may act on the user's own rules.
     bool cliInstallOffered = false;             ///< The command line tool has been offered once.
 
     bool operator==(const AppConfig&) const = default;

@@ -4,6 +4,7 @@
 #include "BrimloCore/Platform/Posix/IdentityOf.h"
 #include "BrimloCore/Platform/PrivatePrefix.h"
 #include "BrimloCore/Support/Path.h"
+#include "BrimloCore/Support/RealPath.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
 
@@ -16,15 +17,16 @@
 #include <vector>
 
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace Brimlo::Safety {
 
 namespace {
 
 using Platform::FileIdentity;
+using Texts = std::vector<std::string>;
 
-// In the tables "~" stands for the home folder as it is at the moment of the check.
+// In the tables "~" stands for the home folder as it is at the moment of the check, as it is
+// spelled and with its links resolved: on some systems "/home" itself is a link.
 
 constexpr std::array<std::string_view, 31> kProtectedExact{
     "/",
@@ -109,61 +111,9 @@ const std::unordered_set<std::string_view>& secretNames() {
     return kNames;
 }
 
-/// Answers for the rows of the tables, with the home folder in place of "~".
-///
-/// All texts are decomposed, so that equality and prefixes are those of Unicode text: composed
-/// and decomposed spellings of a character are the same.
-class Tables {
-public:
-    explicit Tables(const std::string& home)
-        : home_(Text::decomposed(home))
-        , lowerHome_(Text::lowered(home)) {}
-
-    /// Whether `lower` is the row, lower-cased.
-    [[nodiscard]] bool isRow(std::string_view row, std::string_view lower) const {
-        return rest(row, lower, Letters::lower) == "";
-    }
-
-    /// Whether `lower` is the row or lies below it, lower-cased.
-    [[nodiscard]] bool isAtOrBelow(std::string_view row, std::string_view lower) const {
-        return rest(row, lower, Letters::lower).has_value();
-    }
-
-    /// What follows the row, lower-cased, and its slash in `lower`, if it lies below it.
-    [[nodiscard]] std::optional<std::string_view> below(
-        std::string_view row, std::string_view lower) const {
-        const auto rest = this->rest(row, lower, Letters::lower);
-        return rest == "" ? std::nullopt : rest;
-    }
-
-    /// Whether `exact` is the row or lies below it, in the letters as they stand.
-    [[nodiscard]] bool isExactlyAtOrBelow(std::string_view row, std::string_view exact) const {
-        return rest(row, exact, Letters::asTheyAre).has_value();
-    }
-
-private:
-    enum class Letters { asTheyAre, lower };
-
-    [[nodiscard]] std::optional<std::string_view> rest(
-        std::string_view row, std::string_view path, Letters letters) const {
-        if (row.starts_with('~')) {
-            const std::string& home = letters == Letters::lower ? lowerHome_ : home_;
-            if (!path.starts_with(home)) {
-                return std::nullopt;
-            }
-            path.remove_prefix(home.size());
-            row.remove_prefix(1);
-        }
-        return letters == Letters::lower ? Path::below(Text::lowered(row), path)
-                                         : Path::below(row, path);
-    }
-
-    std::string home_;
-    std::string lowerHome_;
-};
-
 constexpr std::string_view kOutside = "outside user-owned locations";
 constexpr std::string_view kWholeVolume = "whole volume";
+constexpr std::string_view kLinked = "reached through a link into a protected location";
 
 bool looksLikeASecret(std::string_view lowerName) {
     return secretNames().contains(lowerName) || lowerName.ends_with(".p12") ||
@@ -175,163 +125,18 @@ bool isWholeVolume(std::string_view path) {
     return path.starts_with(kVolumes) && !path.substr(kVolumes.size()).contains('/');
 }
 
-/// What the tables say of a text in canonical form, without a look at the disk.
-std::optional<std::string> check(std::string_view path) {
-    const Tables tables{StoragePaths::home()};
-    const std::string exact = Text::decomposed(path);
-    const std::string lower = Text::lowered(path);
-    const std::string_view name = Path::name(lower);
-    const auto isRow = [&](std::string_view row) { return tables.isRow(row, lower); };
-    const auto isAtOrBelow = [&](std::string_view row) { return tables.isAtOrBelow(row, lower); };
-
-    if (std::ranges::any_of(kProtectedExact, isRow)) {
-        return "protected location";
-    }
-    if (!std::ranges::any_of(kCarveOuts, isAtOrBelow) &&
-        std::ranges::any_of(kNeverTouchPrefixes, isAtOrBelow)) {
-        return "holds credentials, settings or agent memory";
-    }
-    for (const std::string_view folder : kAgentFolders) {
-        const std::optional<std::string_view> rest = tables.below(folder, lower);
-        const auto startsName = [&](std::string_view text) { return name.starts_with(text); };
-        if (rest && !rest->contains('/') && std::ranges::any_of(kAgentFileBeginnings, startsName)) {
-            return "agent settings or credentials";
-        }
-    }
-    if (looksLikeASecret(name)) {
-        return "looks like a secret";
-    }
-    const auto owns = [&](std::string_view root) { return tables.isExactlyAtOrBelow(root, exact); };
-    // The system would cut a path at a NUL and so act on another one.
-    if (!Path::isUsable(path) || std::ranges::none_of(kUserOwnedRoots, owns)) {
-        return std::string{kOutside};
-    }
-    if (isWholeVolume(exact)) {
-        return std::string{kWholeVolume};
-    }
-    return std::nullopt;
-}
-
-/// `path`, in canonical form, with the links of its parent resolved as far as they exist.
-std::string resolvedParent(const std::string& path) {
-    constexpr int kMostLinks = 64;
-    if (path == "/") {
-        return path;
-    }
-    // Components still to walk, the next one last. A link puts its target's in its own place.
-    std::vector<std::string> pending;
-    const auto push = [&](std::string_view text) {
-        while (!text.empty()) {
-            const std::size_t slash = text.rfind('/');
-            const std::size_t start = slash == std::string_view::npos ? 0 : slash + 1;
-            if (start < text.size()) {
-                pending.emplace_back(text.substr(start));
-            }
-            text = text.substr(0, slash == std::string_view::npos ? 0 : slash);
-        }
-    };
-    push(Path::parent(path));
-
-    std::string resolved = "/";
-    int links = 0;
-    while (!pending.empty()) {
-        const std::string component = std::move(pending.back());
-        pending.pop_back();
-        if (component == ".") {
-            continue;
-        }
-        if (component == "..") {
-            resolved = Path::parent(resolved);
-            continue;
-        }
-        const std::string next = Path::join(resolved, component);
-        std::array<char, PATH_MAX> target{};
-        const ssize_t length = readlink(next.c_str(), target.data(), target.size());
-        // What is no link, is missing or turns in circles stays as it is spelled.
-        if (length <= 0 || ++links > kMostLinks) {
-            resolved = next;
-            continue;
-        }
-        const std::string_view text{target.data(), static_cast<std::size_t>(length)};
-        if (text.starts_with('/')) {
-            resolved = "/";
-        }
-        push(text);
-    }
-    return Path::join(Platform::withoutPrivatePrefix(resolved), Path::name(path));
+/// Whether the system would look at a path of this length. A longer one is judged by its text.
+bool canBeLookedUp(std::string_view path) {
+    return path.size() < PATH_MAX;
 }
 
 /// That of what a path leads to, links followed.
-std::optional<FileIdentity> targetIdentity(const std::string& path) {
+std::optional<FileIdentity> targetIdentity(std::string_view path) {
     struct stat status {};
-    if (stat(path.c_str(), &status) != 0) {
+    if (!canBeLookedUp(path) || stat(std::string{path}.c_str(), &status) != 0) {
         return std::nullopt;
     }
     return Platform::identityOf(status);
-}
-
-/// All places that the tables protect with what lies in them or around them, without repeats.
-std::vector<std::string> protectedPlaces() {
-    std::vector<std::string> places;
-    const auto add = [&](std::string_view row) {
-        places.push_back(StoragePaths::expandTilde(row));
-    };
-    std::ranges::for_each(kProtectedExact, add);
-    std::ranges::for_each(kNeverTouchPrefixes, add);
-    std::ranges::for_each(kAgentFolders, add);
-    std::ranges::sort(places);
-    places.erase(std::ranges::unique(places).begin(), places.end());
-    return places;
-}
-
-/// The verdict on the other names of `path`: where one of the folders above it, or itself, is the
-/// same folder as a protected place under another name (a bind mount, a linked `~/.ssh`), the
-/// path is judged by the name that it has there.
-///
-/// `item` is what `path` itself is: on a second look something else could stand there.
-std::optional<std::string> aliasRefusal(
-    const std::string& path, const std::optional<FileIdentity>& item) {
-    struct Ancestor {
-        std::string_view path;
-        FileIdentity identity;
-    };
-    std::vector<Ancestor> ancestors;
-    for (std::string_view ancestor = path; ancestor != "/"; ancestor = Path::parent(ancestor)) {
-        // The last component of the item itself is judged as it stands, link or not.
-        const bool isItem = ancestor.size() == path.size();
-        const auto found = isItem ? item : targetIdentity(std::string{ancestor});
-        if (found) {
-            ancestors.push_back({ancestor, *found});
-        }
-    }
-    for (const std::string& place : protectedPlaces()) {
-        const std::optional<FileIdentity> placeIdentity = targetIdentity(place);
-        for (const Ancestor& ancestor : ancestors) {
-            if (placeIdentity != ancestor.identity || ancestor.path == place) {
-                continue;
-            }
-            const std::string_view rest = std::string_view{path}.substr(ancestor.path.size());
-            if (auto reason = check(Path::standardized(place + std::string{rest}))) {
-                return reason;
-            }
-        }
-    }
-    return std::nullopt;
-}
-
-/// The verdict on the names that `path` has on other mounts of its volume: where only something
-/// inside a protected place is mounted elsewhere, no folder above it is that place. A name that the
-/// tables merely don't own says nothing: a home folder may well be mounted from such a one.
-std::optional<std::string> mountRefusal(
-    const std::string& path, const std::optional<FileIdentity>& item) {
-    for (const std::string& name : Platform::otherNames(path)) {
-        auto reason = check(name);
-        reason = reason ? reason : aliasRefusal(name, item);
-        if (reason && reason != kOutside && reason != kWholeVolume) {
-            return reason;
-        }
-    }
-    return std::nullopt;
 }
 
 /// That of what the system finds by `path` itself: behind a trailing slash it would follow a link.
@@ -339,19 +144,226 @@ std::optional<FileIdentity> identityAsGiven(std::string_view path) {
     return FileIdentity::of(std::string{path.substr(0, path.find_last_not_of('/') + 1)});
 }
 
-std::optional<std::string> refusalOf(
-    const Verdict& verdict, const std::optional<FileIdentity>& item) {
-    if (auto reason = check(verdict.canonical)) {
-        return reason;
-    }
-    if (verdict.resolved != verdict.canonical) {
-        if (auto reason = check(verdict.resolved)) {
-            return reason;
-        }
-    }
-    auto reason = aliasRefusal(verdict.resolved, item);
-    return reason ? reason : mountRefusal(verdict.resolved, item);
+/// `path`, in canonical form, with the links of its parent resolved as far as they exist.
+std::string resolvedParent(const std::string& path) {
+    return path == "/" ? path : Path::join(RealPath::of(Path::parent(path)), Path::name(path));
 }
+
+bool isIn(const Texts& places, std::string_view path) {
+    return std::ranges::any_of(
+        places, [&](const std::string& place) { return Path::below(place, path).has_value(); });
+}
+
+/// The tables with the home folder of one moment in the place of "~".
+///
+/// All texts are decomposed, so that equality and prefixes are those of Unicode text: composed
+/// and decomposed spellings of a character are the same.
+class Gate {
+public:
+    Gate() {
+        homes_.push_back(StoragePaths::home());
+        if (std::string real = RealPath::of(homes_.front()); real != homes_.front()) {
+            homes_.push_back(std::move(real));
+        }
+        protectedExact_ = lowered(kProtectedExact);
+        neverTouch_ = lowered(kNeverTouchPrefixes);
+        carveOuts_ = lowered(kCarveOuts);
+        agentFolders_ = lowered(kAgentFolders);
+        const std::array own{StoragePaths::kSupport};
+        ownData_ = lowered(own);
+        ownData_.push_back(Text::lowered(RealPath::of(StoragePaths::expandTilde(own.front()))));
+        for (const std::string& root : expanded(kUserOwnedRoots)) {
+            if (root != "/") {  // A home that is the whole disk makes nobody its owner.
+                userOwned_.push_back(Text::decomposed(root));
+            }
+        }
+        const auto add = [&](const auto& rows) {
+            for (const std::string_view row : rows) {
+                places_.push_back(StoragePaths::expandTilde(row));
+            }
+        };
+        add(kProtectedExact);
+        add(kNeverTouchPrefixes);
+        add(kAgentFolders);
+        add(own);
+        std::ranges::sort(places_);
+        places_.erase(std::ranges::unique(places_).begin(), places_.end());
+    }
+
+    [[nodiscard]] std::optional<std::string> refusal(
+        const Verdict& verdict, const std::optional<FileIdentity>& item) const {
+        auto reason = check(verdict.canonical);
+        if (!reason && verdict.resolved != verdict.canonical) {
+            reason = check(verdict.resolved);
+        }
+        reason = reason ? reason : aliasRefusal(verdict.resolved, item);
+        return reason ? reason : mountRefusal(verdict.resolved, item);
+    }
+
+    /// What is to be said of a rule that names `verdict.canonical` where links lead to another
+    /// folder than the one that the rule's author had in mind.
+    [[nodiscard]] std::optional<std::string> linkRefusal(const Verdict& verdict) const {
+        const std::string_view named = Path::parent(verdict.canonical);
+        const std::string_view reached = Path::parent(verdict.resolved);
+        if (reached == named || reached == inRealHome(named)) {
+            return std::nullopt;
+        }
+        const auto reason = check(reached);
+        const bool isNoRoot = (reason && reason != kWholeVolume) || holdsOthers(reached, named);
+        return isNoRoot ? std::optional{std::string{kLinked}} : std::nullopt;
+    }
+
+private:
+    /// The rows with the home in place of "~", in each spelling it has.
+    template <typename Rows>
+    [[nodiscard]] Texts expanded(const Rows& rows) const {
+        Texts result;
+        for (const std::string_view row : rows) {
+            if (!row.starts_with('~')) {
+                result.emplace_back(row);
+                continue;
+            }
+            for (const std::string& home : homes_) {
+                result.push_back(home + std::string{row.substr(1)});
+            }
+        }
+        return result;
+    }
+
+    template <typename Rows>
+    [[nodiscard]] Texts lowered(const Rows& rows) const {
+        Texts result = expanded(rows);
+        std::ranges::transform(result, result.begin(), Text::lowered);
+        return result;
+    }
+
+    /// What the tables say of a text in canonical form, without a look at the disk.
+    [[nodiscard]] std::optional<std::string> check(std::string_view path) const {
+        const std::string exact = Text::decomposed(path);
+        const std::string lower = Text::lowered(path);
+        const std::string_view name = Path::name(lower);
+        if (std::ranges::find(protectedExact_, lower) != protectedExact_.end()) {
+            return "protected location";
+        }
+        if (!isIn(carveOuts_, lower) && isIn(neverTouch_, lower)) {
+            return "holds credentials, settings or agent memory";
+        }
+        for (const std::string& folder : agentFolders_) {
+            const std::optional<std::string_view> rest = Path::below(folder, lower);
+            const auto startsName = [&](std::string_view text) { return name.starts_with(text); };
+            if (rest && !rest->empty() && !rest->contains('/') &&
+                std::ranges::any_of(kAgentFileBeginnings, startsName)) {
+                return "agent settings or credentials";
+            }
+        }
+        if (looksLikeASecret(name)) {
+            return "looks like a secret";
+        }
+        // The system would cut a path at a NUL and so act on another one.
+        if (!Path::isUsable(path) || !isIn(userOwned_, exact)) {
+            return std::string{kOutside};
+        }
+        if (isWholeVolume(exact)) {
+            return std::string{kWholeVolume};
+        }
+        const auto isBelow = [&](const std::string& own) {
+            return Path::below(lower, own).has_value();
+        };
+        if (isIn(ownData_, lower) || std::ranges::any_of(ownData_, isBelow)) {
+            return "holds Brimlo's own data";
+        }
+        return std::nullopt;
+    }
+
+    /// The verdict on the other names of `path`: where one of the folders above it, or itself, is
+    /// the same folder as a protected place under another name (a bind mount, a linked `~/.ssh`),
+    /// the path is judged by the name that it has there.
+    ///
+    /// `item` is what `path` itself is: on a second look something else could stand there.
+    [[nodiscard]] std::optional<std::string> aliasRefusal(
+        const std::string& path, const std::optional<FileIdentity>& item) const {
+        struct Ancestor {
+            std::string_view path;
+            FileIdentity identity;
+        };
+        std::vector<Ancestor> ancestors;
+        for (std::string_view ancestor = path; ancestor != "/"; ancestor = Path::parent(ancestor)) {
+            // The last component of the item itself is judged as it stands, link or not.
+            const bool isItem = ancestor.size() == path.size();
+            if (const auto found = isItem ? item : targetIdentity(ancestor)) {
+                ancestors.push_back({ancestor, *found});
+            }
+        }
+        for (const std::string& place : places_) {
+            const std::optional<FileIdentity> placeIdentity = targetIdentity(place);
+            for (const Ancestor& ancestor : ancestors) {
+                if (placeIdentity != ancestor.identity || ancestor.path == place) {
+                    continue;
+                }
+                const std::string_view rest = std::string_view{path}.substr(ancestor.path.size());
+                auto reason = check(Path::standardized(place + std::string{rest}));
+                // That "/home" is also called "/Users" makes nothing in the home a stranger's.
+                const bool isHomesOwn = reason == kOutside && isAtOrAboveHome(ancestor.path);
+                if (reason && !isHomesOwn) {
+                    return reason;
+                }
+            }
+        }
+        return std::nullopt;
+    }
+
+    /// The verdict on the names that `path` has on other mounts of its volume: where only something
+    /// inside a protected place is mounted elsewhere, no folder above it is that place. A name that
+    /// the tables merely don't own says nothing: a home folder may well be mounted from such a one.
+    [[nodiscard]] std::optional<std::string> mountRefusal(
+        const std::string& path, const std::optional<FileIdentity>& item) const {
+        for (const std::string& name : Platform::otherNames(path)) {
+            auto reason = check(name);
+            reason = reason ? reason : aliasRefusal(name, item);
+            if (reason && reason != kOutside && reason != kWholeVolume) {
+                return reason;
+            }
+        }
+        return std::nullopt;
+    }
+
+    [[nodiscard]] bool isAtOrAboveHome(std::string_view path) const {
+        return std::ranges::any_of(
+            homes_, [&](const std::string& home) { return Path::below(path, home).has_value(); });
+    }
+
+    /// `path` with the home's links resolved, if it lies at or below the home.
+    [[nodiscard]] std::string inRealHome(std::string_view path) const {
+        const auto rest = Path::below(homes_.front(), path);
+        return rest ? Path::standardized(homes_.back() + "/" + std::string{*rest})
+                    : std::string{path};
+    }
+
+    /// Whether `folder` is or holds a protected place, by its name, by its links, or by being the
+    /// same folder. Those at or below `named` don't count: who names them knows of them.
+    [[nodiscard]] bool holdsOthers(std::string_view folder, std::string_view named) const {
+        const Texts here{Text::lowered(folder)};
+        const Texts known{Text::lowered(named)};
+        const auto identity = targetIdentity(folder);
+        return std::ranges::any_of(places_, [&](const std::string& place) {
+            const std::string name = Text::lowered(place);
+            return !isIn(known, name) &&
+                   (isIn(here, name) || isIn(here, Text::lowered(RealPath::of(place))) ||
+                    (identity && identity == targetIdentity(place)));
+        });
+    }
+
+    Texts homes_;  ///< As it is spelled, and resolved where that differs.
+    // Lower-cased.
+    Texts protectedExact_;
+    Texts neverTouch_;
+    Texts carveOuts_;
+    Texts agentFolders_;
+    Texts ownData_;
+    Texts userOwned_;  ///< In the letters as they stand.
+    /// All places that the tables protect with what lies in them or around them, without repeats.
+    Texts places_;
+};
 
 }  // namespace
 
@@ -359,7 +371,8 @@ std::string canonical(std::string_view path) {
     return Platform::withoutPrivatePrefix(Path::standardized(path));
 }
 
-Verdict judge(std::string_view path) {
+Verdict judge(std::string_view path, Chosen chosen) {
+    const Gate gate;
     Verdict verdict;
     verdict.canonical = canonical(path);
     verdict.resolved = resolvedParent(verdict.canonical);
@@ -367,7 +380,10 @@ Verdict judge(std::string_view path) {
     if (path == verdict.canonical || identityAsGiven(path) == item) {
         verdict.identity = item;
     }
-    verdict.refusal = refusalOf(verdict, item);
+    verdict.refusal = gate.refusal(verdict, item);
+    if (!verdict.refusal && chosen == Chosen::byRule) {
+        verdict.refusal = gate.linkRefusal(verdict);
+    }
     return verdict;
 }
 

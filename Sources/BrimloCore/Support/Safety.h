@@ -32,8 +32,14 @@ struct Verdict {
     std::optional<std::string> refusal;
 };
 
+/// Who chose a path: a person who typed or ticked it, or a rule by its pattern.
+enum class Chosen { byPerson, byRule };
+
 /// Judges `path` by its text, by where its links lead, and by what lies there under other names. A
 /// path that does not exist is judged by its text.
-[[nodiscard]] Verdict judge(std::string_view path);
+///
+/// A rule knows only the path that it names. So what it reaches through a link is refused, too,
+/// where the link leads into a personal folder, the home, or a folder that holds a protected place.
+[[nodiscard]] Verdict judge(std::string_view path, Chosen chosen = Chosen::byPerson);
 
 }  // namespace Brimlo::Safety

@@ -5,10 +5,24 @@
 #include "BrimloCore/Support/Folders.h"
 #include "BrimloCore/Support/Path.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace Brimlo::StoragePaths {
 
 std::string home() {
     return Platform::withoutPrivatePrefix(Path::standardized("/" + Platform::homeFolder()));
+}
+
+std::optional<std::string> reasonNotToStart() {
+    struct stat status {};
+    const std::string folder = home();
+    if (geteuid() != 0 || stat(folder.c_str(), &status) != 0 || status.st_uid == 0) {
+        return std::nullopt;
+    }
+    return "Brimlo runs as root, but \"" + folder +
+           "\" is another user's home, where it would leave files that this user can't change. Run "
+           "it as that user, or with root's own home (sudo -H).";
 }
 
 std::string expandTilde(std::string_view path) {
@@ -19,7 +33,7 @@ std::string expandTilde(std::string_view path) {
 }
 
 std::string support() {
-    std::string folder = home() + "/Library/Application Support/Brimlo";
+    std::string folder = expandTilde(kSupport);
     static_cast<void>(Folders::create(folder, Folders::Access::ownerOnly));
     return folder;
 }

@@ -1,10 +1,14 @@
 #include "BrimloCore/UserRules/RuleValidation.h"
 
+#include "BrimloCore/Support/Glob.h"
+#include "BrimloCore/Support/Path.h"
+#include "BrimloCore/Support/RealPath.h"
 #include "BrimloCore/Support/Safety.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstddef>
 #include <optional>
 
@@ -23,7 +27,6 @@ namespace UserRules {
 
 namespace {
 
-constexpr std::string_view kWildcards = "*?[";
 constexpr std::string_view kProtected = "protected location";
 
 /// The words by which a warning is known to demand the rating Review.
@@ -41,20 +44,6 @@ bool isValidID(std::string_view id) {
            !id.contains("..");
 }
 
-/// The part of a pattern before its first wildcard, up to the last whole component.
-std::string literalPrefix(std::string_view path) {
-    const std::size_t wildcard = path.find_first_of(kWildcards);
-    if (wildcard == std::string_view::npos) {
-        return std::string{path};
-    }
-    const std::string_view before = path.substr(0, wildcard);
-    return std::string{before.substr(0, std::min(before.rfind('/'), before.size()))};
-}
-
-bool hasParentComponent(std::string_view path) {
-    return ("/" + std::string{path} + "/").contains("/../");
-}
-
 void validatePath(std::string_view written, bool contentsOnly, RuleValidation& result) {
     const std::string path{Text::trimmed(written)};
     const auto fail = [&](std::string_view words) {
@@ -63,39 +52,50 @@ void validatePath(std::string_view written, bool contentsOnly, RuleValidation& r
     if (path.empty()) {
         return fail("A path is empty.");
     }
+    if (StoragePaths::expandTilde(path).size() >= PATH_MAX) {
+        result.errors.emplace_back("A path is longer than the system allows.");
+        return;
+    }
     if (!path.starts_with('~') && !path.starts_with('/')) {
         return fail(": use a full path starting with ~/ or /.");
     }
-    if (hasParentComponent(path)) {
+    const Glob::Pattern pattern = Glob::parse(path);
+    if (pattern.goesUp) {
         return fail(": '..' is not allowed.");
     }
-    const std::string full = StoragePaths::expandTilde(path);
-    const std::string prefix = literalPrefix(full);
-    const bool isWild = prefix != full;
-    if (prefix.empty() || prefix == "/" || prefix == StoragePaths::home()) {
+    const std::string& fixed = pattern.fixed;
+    const bool isWild = !pattern.rest.empty();
+    const std::string home = StoragePaths::home();
+    if (fixed == "/" || fixed == home || fixed == RealPath::of(home)) {
         return fail(
             ": too broad. Point at a specific folder or file, not the whole disk or your home "
             "folder.");
     }
-    if (isWild) {
-        // Anything that the pattern can match lies beside this.
-        if (const auto reason = Safety::judge(prefix + "/x").refusal) {
+    const auto refusal = [](const std::string& target) {
+        return Safety::judge(target, Safety::Chosen::byRule).refusal;
+    };
+    if (!isWild) {
+        if (const auto reason = refusal(fixed)) {
+            return fail(": Brimlo never deletes this location (" + *reason + ").");
+        }
+    }
+    if (isWild || contentsOnly) {
+        // Anything that the rule can match lies beside this.
+        if (const auto reason = refusal(Path::join(fixed, "x"))) {
             return fail(": matches inside a location Brimlo never touches (" + *reason + ").");
         }
-    } else if (const auto reason = Safety::judge(full).refusal) {
-        return fail(": Brimlo never deletes this location (" + *reason + ").");
-    }
-    if ((isWild || contentsOnly) && Safety::judge(prefix).refusal == kProtected) {
-        result.warnings.push_back(
-            path +
-            " lists everything inside a personal folder. Treat this rule as Review and check the "
-            "list carefully.");
+        if (Safety::judge(fixed).refusal == kProtected) {
+            result.warnings.push_back(
+                path +
+                " lists everything inside a personal folder. Treat this rule as Review and check "
+                "the list carefully.");
+        }
     }
 }
 
 bool isProtectedFolder(std::string_view path) {
-    return !path.contains('*') &&
-           Safety::judge(StoragePaths::expandTilde(path)).refusal == kProtected;
+    const Glob::Pattern pattern = Glob::parse(path);
+    return pattern.rest.empty() && Safety::judge(pattern.fixed).refusal == kProtected;
 }
 
 }  // namespace

@@ -64,20 +64,23 @@ TEST_F(AutoCleanerTest, TakesWhatNeedsNoReview) {
         std::string id;
         Risk risk;
         Texts runningApps;
+        bool isUsersOwn;
         bool customRules;
         bool isTaken;
     } cases[] = {
-        {"npm.cache",   Risk::safe,    {},      false, true },
-        {"artifact.x",  Risk::rebuild, {},      false, true },
-        {"npm.cache",   Risk::review,  {},      false, false},
-        {"npm.cache",   Risk::safe,    {"App"}, false, false},
-        {"customary.a", Risk::safe,    {},      false, true },
-        {"custom.a",    Risk::safe,    {},      false, false},
-        {"custom.a",    Risk::safe,    {},      true,  true },
-        {"custom.a",    Risk::review,  {},      true,  false},
+        {"npm.cache",  Risk::safe,    {},      false, false, true },
+        {"artifact.x", Risk::rebuild, {},      false, false, true },
+        {"npm.cache",  Risk::review,  {},      false, false, false},
+        {"npm.cache",  Risk::safe,    {"App"}, false, false, false},
+        {"custom.a",   Risk::safe,    {},      false, false, true },
+        {"custom.a",   Risk::safe,    {},      true,  false, false},
+        {"npm.cache",  Risk::safe,    {},      true,  false, false},
+        {"npm.cache",  Risk::safe,    {},      true,  true,  true },
+        {"custom.a",   Risk::review,  {},      true,  true,  false},
     };
     for (const auto& c : cases) {
-        Suggestion suggestion{.id = c.id, .risk = c.risk, .runningApps = c.runningApps};
+        Suggestion suggestion{
+            .id = c.id, .risk = c.risk, .isUsersOwn = c.isUsersOwn, .runningApps = c.runningApps};
         for (const char* path : {"/z", "/y", "/a"}) {
             suggestion.items.push_back({.path = path, .size = 3});
         }

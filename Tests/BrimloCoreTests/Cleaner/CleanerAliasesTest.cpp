@@ -37,7 +37,7 @@ protected:
     static constexpr const char* kDesk = "/home/Jos\u00E9/desk/";
 
     /// Makes the fresh root; false where that is not permitted.
-    [[nodiscard]] bool enterOwnRoot() const {
+    [[nodiscard]] bool enterOwnRoot(bool isHomeLinked) const {
         const std::string root = makeFolder("root");
         if (mount("tmpfs", root.c_str(), "tmpfs", 0, "size=16m") != 0 ||
             mount("/proc", makeFolder("root/proc").c_str(), nullptr, MS_BIND, nullptr) != 0 ||
@@ -45,6 +45,10 @@ protected:
             return false;
         }
         setenv("HOME", kHome, 1);
+        if (isHomeLinked) {
+            fs::create_directories("/disk/home");
+            linked("/disk/home", "/home");
+        }
         fs::create_directories(kDesk);
         return !exists("/usr");  // Else it is not ours.
     }
@@ -178,6 +182,9 @@ protected:
         return report.refused.empty() && shot.alias != "mounted itself" ? "not refused" : "";
     }
 
+    /// Builds everything protected and fires at it; tells tools/prove `what` was tried.
+    void fireAtAll(bool isHomeLinked, const char* what);
+
     std::int64_t fired_ = 0;
     std::int64_t broken_ = 0;
 
@@ -192,8 +199,16 @@ protected:
 };
 
 TEST_F(CleanerAliasesTest, NothingProtectedGoesByAnyName) {
+    fireAtAll(false, "aliases of protected places");
+}
+
+TEST_F(CleanerAliasesTest, NothingProtectedGoesFromAHomeBehindALink) {
+    fireAtAll(true, "aliases of protected places, in a home behind a link");
+}
+
+void CleanerAliasesTest::fireAtAll(bool isHomeLinked, const char* what) {
     Testing::withOwnMounts([&] {
-        if (!enterOwnRoot()) {
+        if (!enterOwnRoot(isHomeLinked)) {
             GTEST_SKIP() << "a root of one's own is not permitted here";
         }
         journal_ = std::make_shared<Journal>(StoragePaths::journal());
@@ -209,9 +224,9 @@ TEST_F(CleanerAliasesTest, NothingProtectedGoesByAnyName) {
         const auto repeats = std::ranges::unique(targets);
         targets.erase(repeats.begin(), repeats.end());
         std::erase_if(targets, [&](const std::string& path) {
-            return path == "/" || path == home || path.ends_with("/.codex") ||
-                   path.ends_with("/.gemini") || path.ends_with("/.claude") ||
-                   path.contains("cache");
+            return path == "/" || path == home || path == fs::canonical(home) ||
+                   path.ends_with("/.codex") || path.ends_with("/.gemini") ||
+                   path.ends_with("/.claude") || path.contains("cache");
         });
         std::ranges::for_each(targets, makeKept);
         std::size_t number = 0;
@@ -223,6 +238,12 @@ TEST_F(CleanerAliasesTest, NothingProtectedGoesByAnyName) {
             const auto reason = oracle.check(target + "/kept/x");
             if (reason && !isFile(target)) {
                 fireAll(inside(target, number), target);
+            }
+            if (!reason && !isFile(target)) {
+                // What lies in it may go, but not because a rule's own folder became a link to it.
+                const std::string cache = linked(target, place(number, "cache"));
+                const Shot shot{"contents of a link", cache + "/kept"};
+                fireAll({shot}, target);
             }
             if (reason == Testing::kCredentials && !isFile(target)) {
                 // Whoever mounts a part of the system into the home has made it the home's own.
@@ -254,6 +275,9 @@ TEST_F(CleanerAliasesTest, NothingProtectedGoesByAnyName) {
             roots.push_back({"mounted itself", path});
         }
         fireAll(roots, home + "/.ssh");
+        // Another name of the folder above the home changes nothing for what lies in it.
+        fs::remove_all("/Users");
+        linked("/home", "/Users");
         // The gun is loaded: an ordinary file goes by each of these names.
         for (const Shot& shot : spellings(home + "/desk/plain")) {
             std::ofstream{home + "/desk/plain"} << "plain";
@@ -264,7 +288,7 @@ TEST_F(CleanerAliasesTest, NothingProtectedGoesByAnyName) {
         }
         EXPECT_FALSE(fs::is_empty(Platform::homeTrash()));
         EXPECT_GE(fired_, std::ssize(targets) * 12);
-        Testing::told("aliases of protected places", fired_, broken_);
+        Testing::told(what, fired_, broken_);
     });
 }
 

@@ -1,4 +1,5 @@
 #include "BrimloCore/DiskScanner/DiskScanner.h"
+#include "BrimloCore/DiskScanner/FolderPlace.h"
 #include "BrimloCore/DiskScanner/UnreadableFolders.h"
 #include "BrimloCore/Platform/EntryStatus.h"
 #include "Support/DeepFolder.h"
@@ -271,6 +272,26 @@ TEST_F(TreeScanTest, EndsSoonWhenCancelled) {
     EXPECT_EQ(names(root), std::vector<std::string>{"file"});
     EXPECT_EQ(root->size, blocksOf(at("t")) + blocksOf(at("t/file")));
     EXPECT_EQ(control->progress().files, 1);
+}
+
+TEST_F(TreeScanTest, GoesThroughNoLinkThatTookAFoldersPlace) {
+    constexpr int kDepth = 20;  // Deeper than folders are kept open.
+    constexpr int kSwapped = 18;
+    std::string path = makeFolder("t");
+    std::string swapped;
+    FolderPlace place{path};
+    for (int depth = 1; depth <= kDepth; ++depth) {
+        const FolderPlace::Open open = place.open();
+        ASSERT_TRUE(open);
+        path += "/d";
+        fs::create_directory(path);
+        swapped = depth == kSwapped ? path : swapped;
+        place = place.inside(open).place("d");
+    }
+    ASSERT_TRUE(place.open());
+    fs::rename(swapped, at("moved"));
+    fs::create_directory_symlink(at("moved"), swapped);
+    EXPECT_FALSE(place.open());
 }
 
 TEST_F(TreeScanTest, SurvivesATreeThatChangesUnderIt) {

@@ -155,10 +155,12 @@ TEST_F(CatalogTest, LetsTheUserHaveTheLastWord) {
     });
     ASSERT_NE(replaced, expected.end());
     *replaced = userRule(replaced->id);
+    replaced->isUsersOwn = true;  // Whatever id it bears.
     writeUserRule("b.json", *replaced);
     writeUserRule("a.json", userRule("custom.mine"));
     writeUserRule("c.json", userRule("bad id"));
     expected.push_back(userRule("custom.mine"));
+    expected.back().isUsersOwn = true;
     EXPECT_EQ(Catalog::rules(), expected);
     EXPECT_EQ(
         Catalog::userRuleIssues(),

@@ -47,7 +47,8 @@ TEST_F(RuleTargetsTest, AreWhatThePathsNameNow) {
     age(link("toCache", "cache"), 8.5);
     writeAged(".ssh/key", 1.5);
     age(link("toKeys", ".ssh"), 9.5);
-    makeFolder("Documents");
+    write("Documents/letter");
+    link("toLetters", "Documents");
     struct Case {
         const char* name;
         CleanupRule rule;
@@ -80,6 +81,8 @@ TEST_F(RuleTargetsTest, AreWhatThePathsNameNow) {
         {"an exclude matches a leading dot",
          {.paths = {"~/cache"}, .contentsOnly = true, .excludes = {"[!i]*"}},
          {{"cache/inner", 5}}                                                                                                      },
+        {"a personal folder by another way", {.paths = {"~/toLetters"}, .contentsOnly = true},          {}                         },
+        {"what lies in it",                  {.paths = {"~/toLetters/*"}},                              {}                         },
         {"contents through a link",
          {.paths = {"~/toCache"}, .contentsOnly = true, .minAgeDays = 5},
          {{"toCache/inner", 5}}                                                                                                    },

@@ -82,27 +82,12 @@ inline bool has(const Texts& texts, const std::string& text) {
 class Oracle {
 public:
     explicit Oracle(const std::string& home) {
-        // A space in a name is written "_" here.
-        const auto add = [&](Texts& list, const char* names) {
-            for (std::string name : words(names)) {
-                std::ranges::replace(name, '_', ' ');
-                const std::string place = name.starts_with('~') ? home + name.substr(1) : name;
-                list.push_back(lower(place));
-                places_.push_back(place);
-            }
-        };
-        add(exact_,
-            R"(/ /System /Library /Users /Applications /usr /bin /sbin /private /var /etc /opt
-            /Volumes /cores ~ ~/Library ~/Documents ~/Desktop ~/Downloads ~/Pictures ~/Movies
-            ~/Music ~/Public ~/Applications ~/.ssh ~/.gnupg ~/Library/Keychains
-            ~/Library/Application_Support ~/Library/Preferences ~/Library/Mobile_Documents
-            ~/Library/CloudStorage)");
-        add(never_, R"(~/.ssh ~/.gnupg ~/.aws ~/.kube ~/.config/gcloud ~/.azure
-            ~/Library/Keychains ~/.claude/projects ~/.claude/CLAUDE.md ~/.claude/agents
-            ~/.claude/commands ~/.claude/skills ~/.password-store)");
-        add(agents_, "~/.claude ~/.codex ~/.gemini");
-        add(caches_, "~/.kube/cache ~/.kube/http-cache ~/.aws/cli/cache");
-        roots_ = {plain(home), "/Applications", "/Volumes", "/opt/homebrew", "/usr/local"};
+        roots_ = {"/Applications", "/Volumes", "/opt/homebrew", "/usr/local"};
+        addRows(home);
+        std::error_code isMissing;
+        if (const fs::path real = fs::canonical(home, isMissing); !isMissing && real != home) {
+            addRows(real);  // The same home by its other name.
+        }
     }
 
     [[nodiscard]] static std::string canonical(const std::string& path) {
@@ -165,9 +150,14 @@ public:
         if (!isIn(plain(path), roots_)) {
             return "outside user-owned locations";
         }
-        const Texts parts = split(path);
-        return parts.size() < 3 && path.starts_with("/Volumes/") ? Verdict{"whole volume"}
-                                                                 : std::nullopt;
+        if (split(path).size() < 3 && path.starts_with("/Volumes/")) {
+            return "whole volume";
+        }
+        const auto isAbove = [&](const std::string& own) { return isIn(own, {text}); };
+        if (isIn(text, own_) || std::ranges::any_of(own_, isAbove)) {
+            return "holds Brimlo's own data";
+        }
+        return std::nullopt;
     }
 
     /// What is said of the other names of a place: each folder above `path`, or `path` itself, that
@@ -195,7 +185,32 @@ public:
     [[nodiscard]] const Texts& places() const { return places_; }
 
 private:
-    Texts exact_, never_, agents_, caches_;  ///< In lower case.
+    void addRows(const std::string& home) {
+        // A space in a name is written "_" here.
+        const auto add = [&](Texts& list, const char* names) {
+            for (std::string name : words(names)) {
+                std::ranges::replace(name, '_', ' ');
+                const std::string place = name.starts_with('~') ? home + name.substr(1) : name;
+                list.push_back(lower(place));
+                places_.push_back(place);
+            }
+        };
+        add(exact_,
+            R"(/ /System /Library /Users /Applications /usr /bin /sbin /private /var /etc /opt
+            /Volumes /cores ~ ~/Library ~/Documents ~/Desktop ~/Downloads ~/Pictures ~/Movies
+            ~/Music ~/Public ~/Applications ~/.ssh ~/.gnupg ~/Library/Keychains
+            ~/Library/Application_Support ~/Library/Preferences ~/Library/Mobile_Documents
+            ~/Library/CloudStorage)");
+        add(never_, R"(~/.ssh ~/.gnupg ~/.aws ~/.kube ~/.config/gcloud ~/.azure
+            ~/Library/Keychains ~/.claude/projects ~/.claude/CLAUDE.md ~/.claude/agents
+            ~/.claude/commands ~/.claude/skills ~/.password-store)");
+        add(agents_, "~/.claude ~/.codex ~/.gemini");
+        add(caches_, "~/.kube/cache ~/.kube/http-cache ~/.aws/cli/cache");
+        add(own_, "~/Library/Application_Support/Brimlo");
+        roots_.push_back(plain(home));
+    }
+
+    Texts exact_, never_, agents_, caches_, own_;  ///< In lower case.
     Texts roots_;
     Texts places_;
 };

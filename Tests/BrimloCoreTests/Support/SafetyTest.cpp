@@ -18,6 +18,8 @@ constexpr const char* kProtected = "protected location";
 constexpr const char* kCredentials = "holds credentials, settings or agent memory";
 constexpr const char* kAgent = "agent settings or credentials";
 constexpr const char* kSecret = "looks like a secret";
+constexpr const char* kOwnData = "holds Brimlo's own data";
+constexpr const char* kLinked = "reached through a link into a protected location";
 constexpr const char* kOutside = "outside user-owned locations";
 
 class SafetyTest : public Testing::TempHome {
@@ -85,6 +87,73 @@ TEST_F(SafetyTest, TakesComposedAndDecomposedTextForTheSame) {
             expect(spelled[1] == 'o' ? kPasses : kOutside, "~/x");
         }
     }
+}
+
+TEST_F(SafetyTest, TakesAHomeBehindALinkForTheSameHome) {
+    makeFolder("var/home/u/dotfiles/ssh");
+    makeFolder("var/home/u/code");
+    link("home", "var/home");
+    link("var/home/u/.ssh", at("home/u/dotfiles/ssh"));
+    setenv("HOME", at("home/u").c_str(), 1);
+    for (const char* spelled : {"home/u", "var/home/u"}) {
+        home_ = at(spelled);
+        expect(kProtected, "~ ~/Documents ~/DESKTOP ~/.ssh ~/dotfiles/ssh");
+        expect(kCredentials, "~/.ssh/x ~/dotfiles/ssh/x ~/.aws/x");
+        expect(kAgent, "~/.claude/settings.json");
+        expect(kPasses, "~/x ~/code/x ~/.kube/cache/x");
+        EXPECT_EQ(Safety::judge(at(spelled) + "/x", Safety::Chosen::byRule).refusal, std::nullopt);
+    }
+    expect(kOutside, at("home/other/x"));
+}
+
+TEST_F(SafetyTest, KeepsTheProgramsOwnData) {
+    makeFolder("dot/Library/Application Support/Brimlo/Rules");
+    link("Library", "dot/Library");
+    const std::string own = "/Library/Application Support/Brimlo";
+    for (const std::string& path :
+         {own,
+          own + "/journal.json",
+          "/LIBRARY/application support/brimlo"s,
+          "/dot"s,
+          "/dot" + own + "/Rules/a"}) {
+        EXPECT_EQ(Safety::judge(home() + path).refusal, kOwnData) << path;
+    }
+    expect(kPasses, "~/dot/x ~/Library/x");
+    EXPECT_EQ(Safety::judge(home() + own + " 2").refusal, std::nullopt);
+}
+
+TEST_F(SafetyTest, LetsNoLinkLeadARuleIntoAProtectedPlace) {
+    for (const char* folder :
+         {"Documents", "big/thumbs", ".config/gcloud", "papers", "private/aws"}) {
+        makeFolder(folder);
+    }
+    link("Music", "papers");
+    link(".aws", "private/aws");
+    const struct {
+        const char* target;
+        std::string byRule;
+    } cases[] = {
+        {"big/thumbs", kPasses },
+        {"Documents",  kLinked },
+        {"papers",     kLinked }, // Music by another name.
+        {".config",    kLinked },
+        {"private",    kLinked },
+        {".",          kLinked },
+        {"..",         kOutside},
+    };
+    for (const auto& c : cases) {
+        const std::string item = link(
+                                     std::string{".cache/of-"} + std::to_string(&c - cases),
+                                     std::string{"../"} + c.target) +
+                                 "/x";
+        EXPECT_EQ(Safety::judge(item, Safety::Chosen::byRule).refusal.value_or(kPasses), c.byRule)
+            << c.target;
+        EXPECT_EQ(
+            Safety::judge(item).refusal.value_or(kPasses), c.byRule == kLinked ? kPasses : c.byRule)
+            << c.target;
+    }
+    // A rule that names the folder itself knows where it leads.
+    EXPECT_EQ(Safety::judge(at("Music/x"), Safety::Chosen::byRule).refusal, std::nullopt);
 }
 
 TEST_F(SafetyTest, JudgesALinkWhereItStandsAndByItsParents) {

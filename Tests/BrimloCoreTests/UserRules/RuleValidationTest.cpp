@@ -99,7 +99,10 @@ TEST_F(RuleValidationTest, JudgesEachPath) {
     link("shortcut", at(".ssh"));
     makeFolder(".ssh");
     const std::string outside = "outside user-owned locations";
+    link("letters", makeFolder("Documents"));
+    const std::string linked = "reached through a link into a protected location";
     const std::string credentials = "holds credentials, settings or agent memory";
+    const std::string tooLong = "~/" + std::string(200'000, 'x');
     struct Case {
         std::string path;
         Texts errors;
@@ -112,6 +115,7 @@ TEST_F(RuleValidationTest, JudgesEachPath) {
         {" \t",                    {"A path is empty."},                         {}                                     },
         {"  foo ",                 {"foo" + kNotFull},                           {}                                     },
         {"~/a/../b",               {"~/a/../b" + kParent},                       {}                                     },
+        {"~/a/.\\./*",             {"~/a/.\\./*" + kParent},                     {}                                     },
         {"~/a..b",                 {},                                           {}                                     },
         {"~",                      {"~" + kTooBroad},                            {}                                     },
         {"/*",                     {"/*" + kTooBroad},                           {}                                     },
@@ -133,6 +137,10 @@ TEST_F(RuleValidationTest, JudgesEachPath) {
         {"~/Library/*",            {kMustBeReview},                              {"~/Library/*" + kListsEverything}     },
         {"~/Documents/a?/b",       {kMustBeReview},                              {"~/Documents/a?/b" + kListsEverything}},
         {"~/Documents/old/*",      {},                                           {}                                     },
+        {"~/\\Documents/*",        {kMustBeReview},                              {"~/\\Documents/*" + kListsEverything} },
+        {"~/\\.ssh/*",             {inside("~/\\.ssh/*", credentials)},          {}                                     },
+        {"~/letters/*",            {inside("~/letters/*", linked)},              {}                                     },
+        {tooLong,                  {"A path is longer than the system allows."}, {}                                     },
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.path);
