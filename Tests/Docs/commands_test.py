@@ -17,6 +17,9 @@ import subprocess
 import sys
 import tempfile
 
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tools"))
+from alone import leave_machine
+
 SOURCES, TOOL = (pathlib.Path(argument).resolve() for argument in sys.argv[1:3])
 DOCUMENTS = sorted({*SOURCES.glob("*.md"), *SOURCES.glob("docs/*.md")})
 BLOCK = re.compile(r"^```(\w*)\n(.*?)^```$", re.MULTILINE | re.DOTALL)
@@ -92,7 +95,10 @@ def mentions(text):
 
 def run_shown(text, home):
     """Runs the commands of a document, one after the other; yields those that were not understood."""
-    surroundings = {"HOME": str(home), "PATH": f"{home / 'bin'}:/usr/bin:/bin", "LC_ALL": "C.UTF-8"}
+    surroundings = {
+        **os.environ, "HOME": str(home), "PATH": f"{home / 'bin'}:{os.environ['PATH']}",
+        "LC_ALL": "C.UTF-8",
+    }
     for kind, block in BLOCK.findall(text):
         if kind == "json" and '"pack"' in block:
             pack = json.loads(block)
@@ -109,6 +115,7 @@ def run_shown(text, home):
 
 
 def main():
+    leave_machine()
     helps, faults, ran = Help(), [], 0
     for document in DOCUMENTS:
         text = document.read_text()

@@ -183,7 +183,7 @@ class Row:
         drop = ["setpriv", f"--reuid={self.user}", f"--regid={self.user}", "--clear-groups"]
         done = subprocess.run(
             [*drop, self.tool, *words],
-            env={"HOME": str(self.home), "PATH": os.environ["PATH"], **plants()},
+            env={**os.environ, "HOME": str(self.home)},
             stdin=subprocess.DEVNULL,
             capture_output=True,
             check=False,
@@ -239,10 +239,6 @@ class Row:
             if not os.path.lexists(path) or tell(path, self.is_lower) != before[cell]:
                 found.append((cell, "did not come back as it was"))
         return found
-
-
-def plants():
-    return {key: value for key, value in os.environ.items() if key.startswith("BRIMLO_")}
 
 
 def main(tool):

@@ -10,6 +10,11 @@ import subprocess
 import sys
 import urllib.parse
 
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tools"))
+from alone import leave_machine
+
+leave_machine()  # Before anything of a script that imports this runs.
+
 SKIPPED = 77
 
 # The calls that change or reach what is on the disk, with the errors that each may return. Closing
@@ -79,12 +84,7 @@ class Home:
 
     def run(self, road, prefix=(), names=ITEMS):
         """Runs the tool, and returns its exit code and its answer, or None for a cut one."""
-        environment = {
-            "HOME": str(self.path),
-            "PATH": os.environ.get("PATH", ""),
-            "ASAN_OPTIONS": "detect_leaks=0",
-            **{key: value for key, value in os.environ.items() if key.startswith("BRIMLO_")},
-        }
+        environment = {**os.environ, "HOME": str(self.path), "ASAN_OPTIONS": "detect_leaks=0"}
         arguments = ROADS[road]
         if road == "clean":
             arguments = arguments + [str(self.path / name) for name in names]
@@ -216,7 +216,7 @@ def enter_own_mounts():
     """Starts the script anew where nobody else sees its mounts, so that none outlives it."""
     if os.environ.get("BRIMLO_OWN_MOUNTS") != "1":
         os.environ["BRIMLO_OWN_MOUNTS"] = "1"
-        os.execvp("unshare", ["unshare", "-m", sys.executable, *sys.argv])
+        sys.exit(subprocess.run(["unshare", "-m", sys.executable, *sys.argv], check=False).returncode)
 
 
 def told(what, tried, broken):

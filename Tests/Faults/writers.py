@@ -40,10 +40,9 @@ class Round:
                 self.items.append(item)
 
     def start(self, *words):
-        keys = {key: value for key, value in os.environ.items() if key.startswith("BRIMLO_")}
         return subprocess.Popen(
             [self.tool, *words, "--json"],
-            env={"HOME": str(self.home), "PATH": os.environ["PATH"], **keys},
+            env={**os.environ, "HOME": str(self.home)},
             stdin=subprocess.DEVNULL,
             stdout=subprocess.DEVNULL,
             stderr=subprocess.DEVNULL,

@@ -9,6 +9,9 @@ import subprocess
 import sys
 import tempfile
 
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tools"))
+from alone import leave_machine
+
 FILES = {
     "bin/brimlo": "-> ../lib/brimlo/brimlo",
     "bin/brimlo-app": "program",
@@ -36,8 +39,8 @@ def kind(path):
 def opens_a_window(program, home):
     """Whether the application draws a first frame, and no complaint comes before it."""
     surroundings = {
+        **os.environ,
         "HOME": str(home),
-        "PATH": os.environ["PATH"],
         "XDG_RUNTIME_DIR": str(home),
         "QT_QPA_PLATFORM": "offscreen",
         "QT_LOGGING_RULES": "qt.scenegraph.time.renderloop=true",
@@ -51,6 +54,7 @@ def opens_a_window(program, home):
 
 
 def main():
+    leave_machine()
     cmake, build = sys.argv[1:]
     with tempfile.TemporaryDirectory(prefix="brimlo-install-") as folder:
         root = pathlib.Path(folder)

@@ -11,6 +11,9 @@ import sys
 import tempfile
 import unittest
 
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tools"))
+from alone import leave_machine
+
 MADE, SOURCES, TOOL = (pathlib.Path(argument) for argument in sys.argv[1:4])
 # What was typed, and what must be put forth.
 CASES = [
@@ -57,7 +60,7 @@ class ManualTest(unittest.TestCase):
         self.folder = tempfile.TemporaryDirectory(prefix="brimlo-manual-")
         self.addCleanup(self.folder.cleanup)
         self.surroundings = {
-            "HOME": self.folder.name, "LC_ALL": "C.UTF-8", "MANWIDTH": "200", "TERM": "dumb",
+            **os.environ, "HOME": self.folder.name, "LC_ALL": "C.UTF-8", "MANWIDTH": "200", "TERM": "dumb",
             "PATH": f"{TOOL.parent}:{os.environ['PATH']}",
         }
 
@@ -113,4 +116,5 @@ class ManualTest(unittest.TestCase):
 
 
 if __name__ == "__main__":
+    leave_machine()
     unittest.main(argv=sys.argv[:1])

@@ -10,6 +10,9 @@ import subprocess
 import sys
 import tempfile
 
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tools"))
+from alone import leave_machine
+
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 PACKS = "Sources/BrimloCore/RulePacks/Packs"
 WEB = "web-and-languages"
@@ -76,6 +79,7 @@ def planted(tree, id_, fault):
 
 
 def main():
+    leave_machine()
     missed = 0
     with tempfile.TemporaryDirectory() as folder:
         tree = pathlib.Path(folder)

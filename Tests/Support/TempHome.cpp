@@ -40,6 +40,8 @@ TempHome::TempHome() {
          {"XDG_DATA_HOME", "XDG_DATA_DIRS", "XDG_CONFIG_HOME", "BRIMLO_TIMING"}) {
         unsetenv(name);
     }
+    static const std::string kPath = std::getenv("PATH");
+    setenv("PATH", kPath.c_str(), 1);  // The case before may have changed it.
 }
 
 TempHome::~TempHome() {

@@ -136,6 +136,7 @@ TEST_F(BackgroundFlowTest, InstallsTheJobForTheToolOfThisBuild) {
         "build).");
     EXPECT_FALSE(model().hasBundledCLI());
 
+    qputenv("PATH", "/nowhere");  // As on a system without systemctl.
     const std::string tool = bundleTool();
     model().setAgent(true);
     EXPECT_EQ(

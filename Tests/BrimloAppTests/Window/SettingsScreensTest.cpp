@@ -136,6 +136,8 @@ TEST_F(SettingsScreensTest, OffersWhatThisBuildCanDo) {
     EXPECT_FALSE(sees(missing));
     const char* const idle = "Auto-clean is off, so the background job will do nothing yet.";
     EXPECT_FALSE(sees(idle));
+    const auto path = qgetenv("PATH");
+    qputenv("PATH", "/nowhere");  // As on a system without systemctl.
     click(kTick, job);
     EXPECT_TRUE(isChecked(kTick, job));
     EXPECT_TRUE(sees(idle));
@@ -144,6 +146,7 @@ TEST_F(SettingsScreensTest, OffersWhatThisBuildCanDo) {
     EXPECT_FALSE(sees(idle));
     click(kTick, job);
     EXPECT_FALSE(model().agentInstalled());
+    qputenv("PATH", path);
     press("Install");
     EXPECT_TRUE(exists(at("bin/brimlo")));
     EXPECT_TRUE(sees("brimlo is installed at /usr/local/bin/brimlo"));
