@@ -28,3 +28,20 @@ if(BRIMLO_COVERAGE)
     target_compile_options(BrimloOptions INTERFACE --coverage)
     target_link_options(BrimloOptions INTERFACE --coverage)
 endif()
+
+# What ships is hardened, every object of it, those that Qt's tools generate included. Not with a
+# sanitizer: it checks the same calls itself. tools/check-hardening reads the result.
+if(CMAKE_BUILD_TYPE MATCHES "^(Release|RelWithDebInfo)$" AND CMAKE_SYSTEM_NAME STREQUAL "Linux"
+        AND NOT BRIMLO_SANITIZE)
+    # Libraries like programs, which all of them become a part of: CMake's own property would compile
+    # them with -fPIC, and programs could not use their precompiled headers.
+    add_compile_options(-fPIE)
+    add_link_options(-pie)
+    # Undefined first: a distribution's own flags may hold a lower level.
+    add_compile_options(-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3
+        -fstack-protector-strong -fstack-clash-protection)
+    if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|i.86)$")
+        add_compile_options(-fcf-protection)
+    endif()
+    add_link_options(LINKER:-z,relro,-z,now)
+endif()
