@@ -86,9 +86,8 @@ void furnishHome() {
         static_cast<void>(UserRules::save(UserRules::make(draft), UserRules::defaultDirectory()));
     }
     // Asked already: the question would else lie over whatever is shown first.
-    AppConfig config;
-    config.cliInstallOffered = true;
-    config.save();
+    static_cast<void>(
+        AppConfig::change([](AppConfig& config) { config.cliInstallOffered = true; }));
     const std::string tool = home + "/resources/brimlo";
     leaveFile(tool, 1);
     std::filesystem::permissions(tool, std::filesystem::perms::owner_all);

@@ -114,7 +114,7 @@ TEST_F(RuleTargetsTest, AreMeasuredInTheirOrder) {
         {.path = big,                   .size = bigSize},
     };
     EXPECT_EQ(SuggestionEngine::size(items), expected);
-    EXPECT_EQ(SuggestionEngine::size({}), std::vector<SuggestionItem>{});
+    EXPECT_EQ(SuggestionEngine::size(std::vector<SuggestionItem>{}), std::vector<SuggestionItem>{});
 }
 
 }  // namespace
