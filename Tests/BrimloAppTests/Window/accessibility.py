@@ -32,6 +32,9 @@ if os.environ.get('BRIMLO_OWN_BUS') != '1':
 
 import pyatspi  # It asks the session bus at once.
 
+# In milliseconds, for an answer and for a first one. By default a busy machine gets 0.8 s.
+pyatspi.setTimeout(45_000, 60_000)
+
 # What is used by a press or a key, and so needs a name.
 CONTROLS = {'push button', 'check box', 'radio button', 'combo box', 'text', 'list', 'list item',
             'menu item', 'spin button', 'page tab list', 'image', 'toggle button', 'dialog'}
