@@ -380,7 +380,7 @@ void AppModel::cloneDuplicates(const DuplicateGroup& group) {
         return;
     }
     setBusy(QStringLiteral("Replacing duplicates with clones…"));
-    runInBackground(
+    changeInBackground(
         this,
         [group] { return DuplicateExtras::clone({group}).sentence(); },
         [id = group.id](AppModel& model, const std::string& sentence) {

@@ -24,8 +24,8 @@ void CannedState::measured(AppModel& model) {
     };
     model.assign(model.volume_, std::optional{volume}, &AppModel::volumeChanged);
     model.assign(model.hasFullDiskAccess_, true, &AppModel::hasFullDiskAccessChanged);
-    // What is being measured would come in between.
-    while (model.trashMeasuring_ != AppModel::TrashMeasuring::none) {
+    // What is being read would come in between.
+    while (model.trashMeasuring_ != AppModel::TrashMeasuring::none || !model.isJournalRead()) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents);
     }
     model.assign(model.trashBytes_, 3 * kGB, &AppModel::trashBytesChanged);

@@ -22,6 +22,7 @@ Scene showing(const QString& name, const Section section, States... states) {
                 stage.model().setSection(section);
                 Stage::wait(0ms);
                 CannedState::measured(stage.model());
+                Stage::wait(0ms);
                 return true;
             }};
 }

@@ -144,9 +144,9 @@ TEST_F(ControlsTest, AStepperKeepsWhatIsOutOfItsRangeUntilTouched) {
         {5,   Qt::Key_Down, 0  },
         {498, Qt::Key_Up,   500},
         {2,   Qt::Key_Up,   7  },
-        {2,   Qt::Key_Down, 5  },
-        {900, Qt::Key_Up,   500},
-        {900, Qt::Key_Down, 500},
+        {2,   Qt::Key_Down, 0  },
+        {900, Qt::Key_Up,   0  },
+        {900, Qt::Key_Down, 895},
         {500, Qt::Key_Up,   0  },
     };
     for (const auto& c : cases) {

@@ -92,9 +92,9 @@ TEST_F(AnalysisRowsTest, TrashesTheLargeFileThatIsMeant) {
     const double left = files.totalBytes() - lines(files, {"size"})[1].toDouble();
     files.trash(3);
     files.trash(1);
+    finish();
     EXPECT_EQ(lines(files, {"name"}), (QStringList{"a", "c"}));
     EXPECT_EQ(files.totalBytes(), left);
-    finish();
     EXPECT_FALSE(exists(at("b\x1B")));
     EXPECT_TRUE(exists(at("a")) && exists(at("c")));
 }
@@ -135,6 +135,7 @@ TEST_F(AnalysisRowsTest, ResolvesTheGroupOfEqualFilesThatIsMeant) {
     EXPECT_TRUE(exists(at("a")));
     EXPECT_FALSE(exists(at("b\n")) || exists(at("c")));
     copies.clone(0);
+    finish();
     EXPECT_EQ(copies.count(), 0);
     EXPECT_TRUE(model().banner().contains("lone")) << "done, or told why not";
 }

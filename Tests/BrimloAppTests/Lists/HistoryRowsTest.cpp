@@ -34,6 +34,7 @@ TEST_F(HistoryRowsTest, TellsWhatHasBecomeOfEachItem) {
     const QAbstractItemModelTester tester{
         &list, QAbstractItemModelTester::FailureReportingMode::Fatal};
     list.setSource(&model());
+    finish();
     for (const int place : {1, 0, 1, -1}) {  // The second time it is an entry's.
         list.toggleExpanded(place);
     }

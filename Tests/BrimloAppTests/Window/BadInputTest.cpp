@@ -135,6 +135,7 @@ TEST_F(BadInputTest, HistoryTakesAHundredThousandItems) {
     std::filesystem::create_directories(StoragePaths::support());
     write(StoragePaths::journal().substr(home().size() + 1), text + "]");
     open(Section::history);
+    finish();
     EXPECT_EQ(model().historyBatches().size(), 50'001U);
     expectSane();
     tabTo(QAccessible::List, "Removed by Brimlo");
