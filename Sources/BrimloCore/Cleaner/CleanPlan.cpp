@@ -82,7 +82,7 @@ CleanPlan CleanPlan::at(const std::vector<std::string>& paths) {
         // A spelling that means something else than its text must not lose that by being tidied.
         const bool isAmbiguous =
             !verdict.identity && Platform::FileIdentity::of(verdict.canonical).has_value();
-        items.push_back({.path = isAmbiguous ? path : std::move(verdict.canonical)});
+        items.push_back({.path = isAmbiguous ? path : verdict.canonical});
     }
     for (SuggestionItem& item : SuggestionEngine::size(measured)) {
         items.push_back(
