@@ -40,7 +40,8 @@ void leaveFile(const std::string& path, const std::size_t kilobytes) {
 void carryOut(const Cleanup& cleanup) {
     std::vector<CleanItem> items;
     for (const auto& [path, size, ruleID] : cleanup.removals) {
-        items.push_back({home() + "/" + std::string{path}, size, std::string{ruleID}, {}});
+        items.push_back(
+            {StoragePaths::home() + "/" + std::string{path}, size, std::string{ruleID}, {}});
         leaveFile(items.back().path, 1);
     }
     const auto journal = std::make_shared<Journal>(StoragePaths::journal());

@@ -151,7 +151,10 @@ TEST_F(SearchScreensTest, DuplicatesShowsTheFirstStateThatHolds) {
     for (const double scale : {1.5, 1.25, 1.0}) {
         setTheme("fontScale", scale);
         await(
-            [&] { return misplaced(window(), Elision::ofPaths).empty(); },
+            [&] {
+                window().grabWindow();  // Items are laid out when the window is drawn.
+                return misplaced(window(), Elision::ofPaths).empty();
+            },
             "everything in its place at " + QString::number(scale));
     }
     EXPECT_THAT(Testing::LayoutAudit::faint(window()), IsEmpty());
