@@ -42,7 +42,7 @@ TEST_F(MacTrashTest, MovesEachKindOfItemAndBringsItBack) {
         EXPECT_TRUE(entry.trashPath->contains("/.Trash/")) << *entry.trashPath;
         EXPECT_EQ(entry.trashID, identity);
         EXPECT_EQ(Cleaner::identity(*entry.trashPath), identity);
-        EXPECT_EQ(cleaner_.undo(entry), path);
+        EXPECT_EQ(undo(entry), path);
         EXPECT_FALSE(exists(*entry.trashPath));
         EXPECT_EQ(Cleaner::identity(path), identity);
     }
