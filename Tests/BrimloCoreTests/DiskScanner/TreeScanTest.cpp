@@ -189,6 +189,8 @@ TEST_F(TreeScanTest, ToleratesAnyRoot) {
 
 TEST_F(TreeScanTest, TellsOfWhatItHadNoDescriptorFor) {
     fill("t/1/2/3/file", 10);
+    // The sanitizer's check of a type opens a pipe, but only for what it has not seen before.
+    static_cast<void>(scan("t", {.parallelDepth = 0}));
     rlimit usual{};
     ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &usual), 0);
     const int next = dup(0);
