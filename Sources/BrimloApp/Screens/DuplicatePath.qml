@@ -1,32 +1,33 @@
 import QtQuick
-import QtQuick.Layouts
 import Brimlo
 
-// One file of a group, and whether it stays.
-RowLayout {
+// One file of a group, and whether it stays. Anchored, since a layout of Qt 6.4 inside another one
+// can keep its old widths when the text size changes.
+Item {
     id: line
 
     required property string path
     required property bool isKept
 
-    spacing: Theme.tight
+    implicitHeight: Math.max(chip.implicitHeight, name.implicitHeight)
 
-    Item {
-        implicitWidth: Math.max(chip.implicitWidth, Theme.scaled(92))
-        implicitHeight: chip.implicitHeight
+    Chip {
+        id: chip
 
-        Chip {
-            id: chip
-
-            text: line.isKept ? qsTr("Kept") : qsTr("Extra copy")
-            symbol: line.isKept ? "checkmark" : "doc.on.doc"
-            color: line.isKept ? Theme.safe : Theme.secondaryText
-            Accessible.ignored: true
-        }
+        text: line.isKept ? qsTr("Kept") : qsTr("Extra copy")
+        symbol: line.isKept ? "checkmark" : "doc.on.doc"
+        color: line.isKept ? Theme.safe : Theme.secondaryText
+        anchors.verticalCenter: parent.verticalCenter
+        Accessible.ignored: true
     }
     PathText {
+        id: name
+
         path: line.path
-        Layout.fillWidth: true
+        anchors.left: parent.left
+        anchors.leftMargin: Math.max(chip.implicitWidth, Theme.scaled(92)) + Theme.tight
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
         Accessible.ignored: true
     }
 }

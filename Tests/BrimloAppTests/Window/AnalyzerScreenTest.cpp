@@ -1,5 +1,4 @@
 #include "BrimloApp/Screens/TreemapItem.h"
-#include "BrimloAppTests/Window/LayoutAudit.h"
 #include "BrimloAppTests/Window/WindowTest.h"
 
 #include <QtGui/QClipboard>
@@ -16,8 +15,6 @@ using testing::ElementsAre;
 using Testing::exists;
 using testing::IsEmpty;
 using testing::SizeIs;
-using Testing::LayoutAudit::Elision;
-using Testing::LayoutAudit::misplaced;
 
 constexpr auto kRow = QAccessible::ListItem;
 
@@ -230,7 +227,7 @@ TEST_F(AnalyzerScreenTest, TrashesWhatIsSelectedByTheKeyboardAlone) {
     key(Qt::Key_Down);
     key(Qt::Key_Down, Qt::ShiftModifier);
     EXPECT_TRUE(sees("2 selected")) << focused().toStdString();
-    EXPECT_THAT(misplaced(window(), Elision::ofPaths), IsEmpty());
+    expectLaidOut();
     tabTo(QAccessible::PageTabList, "View");
     key(Qt::Key_Right);
     EXPECT_EQ(model().analyzerMode(), 1);

@@ -1,4 +1,3 @@
-#include "BrimloAppTests/Window/LayoutAudit.h"
 #include "BrimloAppTests/Window/WindowTest.h"
 #include "BrimloCore/Support/JournalEntry.h"
 #include "BrimloCore/Support/StoragePaths.h"
@@ -11,9 +10,7 @@
 namespace Brimlo {
 namespace {
 
-using testing::IsEmpty;
 using Testing::LayoutAudit::Elision;
-using Testing::LayoutAudit::misplaced;
 
 constexpr std::int64_t kPetabytes = 9'007'199'254'740'000;
 
@@ -57,10 +54,7 @@ protected:
         return folder;
     }
 
-    void expectSane() {
-        window().grabWindow();
-        EXPECT_THAT(misplaced(window(), Elision::ofAll), IsEmpty());
-    }
+    void expectSane() { expectLaidOut(Elision::ofAll); }
 };
 
 TEST_F(BadInputTest, TheAnalyzerTakesAnyNumberOfAnyNames) {

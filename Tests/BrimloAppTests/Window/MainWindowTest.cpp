@@ -1,4 +1,3 @@
-#include "BrimloAppTests/Window/LayoutAudit.h"
 #include "BrimloAppTests/Window/WindowTest.h"
 #include "BrimloCore/Support/Fmt.h"
 #include "BrimloCore/Support/StoragePaths.h"
@@ -12,7 +11,6 @@ namespace {
 
 using testing::ElementsAre;
 using Testing::exists;
-using testing::IsEmpty;
 
 constexpr auto kButton = QAccessible::Button;
 
@@ -204,9 +202,7 @@ TEST_F(MainWindowTest, AsksOnceAboutTheCommandLineTool) {
         open();
         EXPECT_TRUE(model().offersCLI());
         waitToSee("Use Brimlo from the terminal?");
-        EXPECT_THAT(
-            Testing::LayoutAudit::misplaced(window(), Testing::LayoutAudit::Elision::ofPaths),
-            IsEmpty());
+        expectLaidOut();
         press(c.answer);
         await([&] { return !sees("Use Brimlo from the terminal?"); }, "the effect");
         EXPECT_EQ(exists(at("bin/brimlo")), c.installs);
@@ -217,7 +213,6 @@ TEST_F(MainWindowTest, AsksOnceAboutTheCommandLineTool) {
 }
 
 TEST_F(MainWindowTest, KeepsEverythingInItsPlaceAndReadable) {
-    using Testing::LayoutAudit::Elision;
     fillTrash();
     model().setScanRoot("/usr");
     open();
@@ -231,9 +226,8 @@ TEST_F(MainWindowTest, KeepsEverythingInItsPlaceAndReadable) {
                 SCOPED_TRACE(testing::Message() << title << ' ' << scale << ' ' << dark);
                 key(Qt::Key_1 + place++, Qt::ControlModifier);
                 finish();
-                window().grabWindow();
-                EXPECT_THAT(Testing::LayoutAudit::misplaced(window(), Elision::ofPaths), IsEmpty());
-                EXPECT_THAT(Testing::LayoutAudit::faint(window()), IsEmpty());
+                expectLaidOut();
+                expectReadable();
             }
         }
     }

@@ -1,4 +1,3 @@
-#include "BrimloAppTests/Window/LayoutAudit.h"
 #include "BrimloAppTests/Window/WindowTest.h"
 #include "BrimloCore/UserRules/UserRules.h"
 
@@ -12,8 +11,6 @@ namespace {
 using testing::ElementsAre;
 using Testing::exists;
 using testing::IsEmpty;
-using Testing::LayoutAudit::Elision;
-using Testing::LayoutAudit::misplaced;
 
 constexpr auto kField = QAccessible::EditableText;
 constexpr auto kRow = QAccessible::ListItem;
@@ -59,7 +56,7 @@ TEST_F(RulesScreenTest, WritesARuleWithALivePreviewByTheKeyboardAlone) {
     waitToSee("2 item(s) · *");
     EXPECT_TRUE(sees("~/caches/one"));
     EXPECT_FALSE(isEnabled("Save rule")) << "it has no description";
-    EXPECT_THAT(misplaced(window(), Elision::ofPaths), IsEmpty());
+    expectLaidOut();
     tabTo(QAccessible::RadioButton, "Safe");
     key(Qt::Key_Space);
     EXPECT_TRUE(isChecked(QAccessible::RadioButton, "Safe"));
@@ -100,7 +97,7 @@ TEST_F(RulesScreenTest, EditsAndDeletesTheUsersAndSwitchesAndCopiesTheOthers) {
     click(QAccessible::CheckBox, name);
     EXPECT_TRUE(model().disabledRuleIDs().contains(first.id));
     EXPECT_FALSE(isChecked(QAccessible::CheckBox, name));
-    EXPECT_THAT(Testing::LayoutAudit::faint(window()), IsEmpty());
+    expectReadable();
     click(kRow, name + ", *");
     key(Qt::Key_Space);
     EXPECT_FALSE(model().disabledRuleIDs().contains(first.id));
@@ -155,7 +152,7 @@ TEST_F(RulesScreenTest, KeepsTheEditorSaneWhenTheRuleGoesAway) {
     model().setBanner({});
     EXPECT_TRUE(sees("Could not save rule: Is a directory"));
     EXPECT_TRUE(sees("Edit rule")) << "with what was typed";
-    EXPECT_THAT(misplaced(window(), Elision::ofPaths), IsEmpty());
+    expectLaidOut();
     model().closeRuleDraft();
     await([&] { return !sees("Edit rule"); }, "the end of the editor");
 }
@@ -169,7 +166,7 @@ TEST_F(RulesScreenTest, TellsWhatFilesCouldNotBeUsed) {
     ASSERT_EQ(model().ruleIssues().size(), 7);
     EXPECT_TRUE(sees("Some rule files could not be used:*"));
     EXPECT_TRUE(sees("+ 2 more"));
-    EXPECT_THAT(misplaced(window(), Elision::ofPaths), IsEmpty());
+    expectLaidOut();
 }
 
 }  // namespace

@@ -1,4 +1,3 @@
-#include "BrimloAppTests/Window/LayoutAudit.h"
 #include "BrimloAppTests/Window/WindowTest.h"
 
 #include <gmock/gmock.h>
@@ -12,9 +11,6 @@ namespace {
 using testing::ElementsAre;
 using Testing::exists;
 using Testing::HeldWork;
-using testing::IsEmpty;
-using Testing::LayoutAudit::Elision;
-using Testing::LayoutAudit::misplaced;
 
 constexpr auto kRow = QAccessible::ListItem;
 
@@ -70,7 +66,7 @@ TEST_F(SearchScreensTest, LargeFilesShowsTheFirstStateThatHolds) {
     }
     finish();
     EXPECT_THAT(seen(states), ElementsAre("No large files found.", "Search again"));
-    EXPECT_THAT(misplaced(window(), Elision::ofPaths), IsEmpty());
+    expectLaidOut();
 
     fill("tree/one", 55);
     fill("tree/two", 60);
@@ -85,8 +81,8 @@ TEST_F(SearchScreensTest, LargeFilesShowsTheFirstStateThatHolds) {
     finish();
     EXPECT_THAT(seen(states), ElementsAre("2 large files", "Search again"));
     EXPECT_LT(middle(get(kRow, "two, *")).y(), middle(get(kRow, "one, *")).y());
-    EXPECT_THAT(misplaced(window(), Elision::ofPaths), IsEmpty());
-    EXPECT_THAT(Testing::LayoutAudit::faint(window()), IsEmpty());
+    expectLaidOut();
+    expectReadable();
     press("Reveal");
     await([&] { return opened().size() == 1; }, "the file manager");
     press("Change folder…");
@@ -148,16 +144,12 @@ TEST_F(SearchScreensTest, DuplicatesShowsTheFirstStateThatHolds) {
         testing::SizeIs(4));
     EXPECT_TRUE(sees(QString::fromStdString("Kept, " + at("tree/a"))));
     EXPECT_TRUE(sees(QString::fromStdString("Extra copy, " + at("tree/c"))));
-    for (const double scale : {1.25, 1.0}) {
+    for (const double scale : {1.5, 1.25, 1.0}) {
         setTheme("fontScale", scale);
-        await(
-            [&] {
-                window().grabWindow();  // Items are laid out when the window is drawn.
-                return misplaced(window(), Elision::ofPaths).empty();
-            },
-            "everything in its place at " + QString::number(scale));
+        SCOPED_TRACE(scale);
+        expectLaidOut();
     }
-    EXPECT_THAT(Testing::LayoutAudit::faint(window()), IsEmpty());
+    expectReadable();
 
     press("Trash extras");
     finish();

@@ -1,4 +1,3 @@
-#include "BrimloAppTests/Window/LayoutAudit.h"
 #include "BrimloAppTests/Window/WindowTest.h"
 
 #include <gmock/gmock.h>
@@ -10,9 +9,6 @@ namespace {
 
 using testing::ElementsAre;
 using Testing::exists;
-using testing::IsEmpty;
-using Testing::LayoutAudit::Elision;
-using Testing::LayoutAudit::misplaced;
 
 constexpr auto kTick = QAccessible::CheckBox;
 constexpr auto kRow = QAccessible::ListItem;
@@ -42,8 +38,8 @@ TEST_F(SettingsScreensTest, HistoryListsWhatWentAndPutsItBack) {
     key(Qt::Key_Right);
     const auto entry = QString("~/docs/one, ");
     EXPECT_TRUE(sees(entry + "In Trash · can Put Back, *"));
-    EXPECT_THAT(misplaced(window(), Elision::ofPaths), IsEmpty());
-    EXPECT_THAT(Testing::LayoutAudit::faint(window()), IsEmpty());
+    expectLaidOut();
+    expectReadable();
     press("Undo all");
     finish();
     EXPECT_TRUE(exists(at("docs/one")));
@@ -151,7 +147,7 @@ TEST_F(SettingsScreensTest, OffersWhatThisBuildCanDo) {
     EXPECT_TRUE(exists(at("bin/brimlo")));
     EXPECT_TRUE(sees("brimlo is installed at /usr/local/bin/brimlo"));
     EXPECT_TRUE(isEnabled("Reinstall"));
-    EXPECT_THAT(misplaced(window(), Elision::ofPaths), IsEmpty());
+    expectLaidOut();
 }
 
 }  // namespace

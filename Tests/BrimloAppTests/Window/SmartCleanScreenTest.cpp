@@ -1,4 +1,3 @@
-#include "BrimloAppTests/Window/LayoutAudit.h"
 #include "BrimloAppTests/Window/WindowTest.h"
 #include "BrimloCore/UserRules/UserRules.h"
 
@@ -234,7 +233,7 @@ TEST_F(SmartCleanScreenTest, TellsDockersItemsFromThoseThatCanComeBack) {
     EXPECT_TRUE(sees("5 PB Freed immediately"));
     EXPECT_TRUE(sees("0 bytes Freed after emptying Trash"));
     EXPECT_FALSE(sees("Trash"));
-    EXPECT_THAT(Testing::LayoutAudit::faint(window()), IsEmpty());
+    expectReadable();
     press("Clean 5 PB");
     finish();
     EXPECT_TRUE(exists(at("removed")));
@@ -250,9 +249,7 @@ TEST_F(SmartCleanScreenTest, CleansWhatWasReviewedAndUndoesIt) {
     EXPECT_TRUE(
         sees("Some items may contain your own files. They stay in Trash and can be put back."));
     EXPECT_TRUE(isChecked(QAccessible::RadioButton, "Move to Trash"));
-    EXPECT_THAT(
-        Testing::LayoutAudit::misplaced(window(), Testing::LayoutAudit::Elision::ofPaths),
-        IsEmpty());
+    expectLaidOut();
     // Something else is ticked meanwhile: what was shown goes, and no more.
     model().toggle(at("mine/data"));
     {
@@ -265,7 +262,7 @@ TEST_F(SmartCleanScreenTest, CleansWhatWasReviewedAndUndoesIt) {
     EXPECT_FALSE(exists(at("mine/data")));
     waitToSee("Cleanup complete");
     EXPECT_TRUE(sees("3 items processed"));
-    EXPECT_THAT(Testing::LayoutAudit::faint(window()), IsEmpty());
+    expectReadable();
     press("Undo everything");
     finish();
     EXPECT_TRUE(exists(at("mine/data")));
@@ -281,9 +278,7 @@ TEST_F(SmartCleanScreenTest, ReportsProblemsAndLeadsOn) {
     finish();
     waitToSee("Cleanup finished with problems");
     EXPECT_TRUE(sees(QString::fromStdString(at("caches/small")) + ": *"));
-    EXPECT_THAT(
-        Testing::LayoutAudit::misplaced(window(), Testing::LayoutAudit::Elision::ofPaths),
-        IsEmpty());
+    expectLaidOut();
     press("Empty Trash now");
     finish();
     EXPECT_FALSE(exists(at(".local/share/Trash/files/large")));

@@ -18,8 +18,9 @@ namespace {
 std::vector<std::string> warnings;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
 void keepWarning(const QtMsgType type, const QMessageLogContext& /*where*/, const QString& text) {
-    // Qt says so of its own lists when one that was being filled turns empty.
-    const bool isQts = text.startsWith("DelegateModel::cancel: index out range");
+    // Qt says so of its own lists when one that was being filled turns empty, or is closed.
+    const bool isQts = text.startsWith("DelegateModel::cancel: index out range") ||
+                       text.contains("being created at engine destruction");
     if (type != QtDebugMsg && type != QtInfoMsg && !isQts) {
         warnings.push_back(text.toStdString());
     }
@@ -63,6 +64,21 @@ QQuickItem* findIn(
 
 QAccessibleInterface* interfaceOf(QObject& item) {
     return QAccessible::queryAccessibleInterface(&item);
+}
+
+/// The faults of a window that are still there after some seconds of drawing it.
+std::vector<std::string> lasting(
+    QQuickWindow& window, const std::function<std::vector<std::string>()>& faults) {
+    constexpr int kLongestMilliseconds = 10000;
+    std::vector<std::string> found;
+    static_cast<void>(QTest::qWaitFor(
+        [&] {
+            window.grabWindow();
+            found = faults();
+            return found.empty();
+        },
+        kLongestMilliseconds));
+    return found;
 }
 
 }  // namespace
@@ -266,6 +282,17 @@ void WindowTest::await(const std::function<bool()>& condition, const QString& wh
 
 void WindowTest::waitToSee(const QString& name) {
     await([&] { return sees(name); }, name);
+}
+
+void WindowTest::expectLaidOut(const LayoutAudit::Elision elision) {
+    EXPECT_THAT(
+        lasting(window(), [&] { return LayoutAudit::misplaced(window(), elision); }),
+        testing::IsEmpty());
+}
+
+void WindowTest::expectReadable() {
+    EXPECT_THAT(
+        lasting(window(), [&] { return LayoutAudit::faint(window()); }), testing::IsEmpty());
 }
 
 bool WindowTest::drop(const std::vector<std::string>& paths, const QPointF at) {

@@ -3,6 +3,7 @@
 #include "BrimloApp/Platform/DesktopSettings.h"
 #include "BrimloApp/Updater.h"
 #include "BrimloAppTests/Support/ModelTest.h"
+#include "BrimloAppTests/Window/LayoutAudit.h"
 
 #include <QtCore/QUrl>
 #include <QtGui/QAccessible>
@@ -67,6 +68,11 @@ protected:
     /// Waits some seconds at most; what never comes ends the test.
     static void await(const std::function<bool()>& condition, const QString& what);
     void waitToSee(const QString& name);
+
+    /// Fails the test if text in the window is misplaced or faint (`LayoutAudit`) and stays so: a
+    /// list lays its rows out, and a color changes, over several frames.
+    void expectLaidOut(LayoutAudit::Elision elision = LayoutAudit::Elision::ofPaths);
+    void expectReadable();
 
     /// Whether a tooltip is shown.
     [[nodiscard]] bool isTipShown() const;
