@@ -51,6 +51,10 @@ CASES = [
     ("lang.npm.npx", put(personas=["everybody"]), 'there is no audience "everybody"'),
     ("lang.npm.npx", put(regenerates="Downloaded again"), "does not end with a full stop"),
     ("lang.npm.npx", put(regenerates="x" * 240 + "."), "240 are allowed"),
+    ("lang.npm.npx", put(regenerates="Patches made in it are lost."), 'rebuild, and its sentence says "lost"'),
+    ("lang.npm.npx", put(regenerates="It can't be fetched again."), 'its sentence says "can\'t be fetched"'),
+    ("lang.npm.npx", put(regenerates="Tools forget their settings."), '"settings" stay'),
+    ("lang.npm.logs", put(regenerates="A new log is written."), "removes old logs itself"),
     ("lang.npm.npx", put(confidence="verified-local"), "looked at on a real Mac"),
     ("lang.npm.npx", put(domain="Elsewhere"), 'here in "Elsewhere"'),
     ("lang.npm.npx", put(id="lang.npm.nix"), "missing ['lang.npm.npx']"),
@@ -63,6 +67,8 @@ CASES = [
     ("lang.npm.cacache", put(confidence="documented", sources=[]), "without a source"),
     ("lang.npm.cacache", put(catchAll=True), "not in one row"),
     ("lang.npm.cacache", put(contentsOnly=False), "stands at its default"),
+    ("lang.ocaml.opam-switches", drop("contentsOnly"), '"excludes" have no effect'),
+    ("artifact.lang.next", put(regenerates="Its report is gone."), 'rebuild, and its sentence says "gone"'),
     ("artifact.lang.next", put(names=["build"], markers=[]), "proves nothing without markers"),
     ("artifact.lang.next", put(risk="safe", names=["node_modules"]), "rebuild here, safe in"),
 ]  # fmt: skip
@@ -86,7 +92,7 @@ def main():
         for part in ("tools/lint-rules", "tools/rule-ids.txt"):
             (tree / part).parent.mkdir(parents=True, exist_ok=True)
             shutil.copy(ROOT / part, tree / part)
-        for part in (PACKS, "docs"):
+        for part in (PACKS, "Sources/BrimloCore/Catalog", "docs"):
             shutil.copytree(ROOT / part, tree / part)
         for id_, fault, words in CASES:
             planted(tree, id_, fault)
