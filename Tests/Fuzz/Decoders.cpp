@@ -169,7 +169,9 @@ void trashNote(const std::string& bytes) {
 
 void desktopEntry(const std::string& bytes) {
     const auto entry = Platform::DesktopEntry::parse(bytes);
-    demand(!entry || entry->program.starts_with('/'), "a program has an absolute path");
+    demand(
+        !entry || entry->program.starts_with('/') || !entry->package.empty(),
+        "a program has an absolute path");
 }
 
 void jsonList(const std::string& bytes) {

@@ -1,5 +1,6 @@
 #include "BrimloCore/Platform/Linux/DesktopEntry.h"
 
+#include "BrimloCore/Platform/Linux/ProcessNames.h"
 #include "BrimloCore/Platform/RunningApps.h"
 #include "Support/TempHome.h"
 
@@ -53,6 +54,7 @@ TEST_F(DesktopEntryTest, ReadsWhatIsStarted) {
         {"not there",           main + "Name=App\nExec=gone\n",                                    std::nullopt},
         {"not executable",      main + "Name=App\nExec=text\n",                                    std::nullopt},
         {"interpreter",         main + "Name=App\nExec=python3.11 app.py\n",                       std::nullopt},
+        {"in a package",        main + "Name=App\nExec=flatpak run a.App\nX-Flatpak=a.App\n",      ""          },
         {"noise",               noise,                                                             std::nullopt},
     };
     for (const auto& c : cases) {
@@ -97,6 +99,62 @@ TEST_F(DesktopEntryTest, NamesRunningApplications) {
         ".local/share/applications/tests.desktop",
         "[Desktop Entry]\nName=The Tests\nExec=\"" + self + "\"\n");
     EXPECT_TRUE(isRunning("The Tests"));
+}
+
+TEST_F(DesktopEntryTest, NamesApplicationsInPackagesAndBehindInterpreters) {
+    const std::string user = "Name:\tapp\nUid:\t" + std::to_string(getuid()) + "\t0\t0\t0\n";
+    const std::string flatpak = "[Application]\nname=org.example.Web\n\n[Instance]\nname=other\n";
+    const std::string scope = "0::/user.slice/app.slice/app-flatpak-org.a.Two\\x2dWords-4.scope\n";
+    const std::string snap = "1:x:/\n0::/user.slice/snap.chromium.chromium-3f-2b.scope\n";
+    const std::string java = "java|-cp|a|-Didea.paths.selector=AndroidStudio2025.1|";
+    const std::vector<DesktopEntry> entries{
+        {.name = "Example Web",      .package = "flatpak org.example.Web"},
+        {.name = "Chromium Browser", .package = "snap chromium"          },
+        {.name = "Reader",           .program = "/usr/bin/reader"        },
+    };
+    struct Case {
+        const char* name;
+        std::string exe;  ///< "" when it can't be read.
+        std::string words;
+        std::string info;
+        std::string groups;
+        std::string names;
+    };
+    const Case cases[] = {
+        {"flatpak",              "/app/bin/web",              "web|",                       flatpak, "",    "Example Web|"                 },
+        {"flatpak by its scope", "/app/bin/two",              "two|",                       "",      scope, "Two Words|Two-Words|two|"     },
+        {"snap",                 "/snap/chromium/7/chrome",   "chrome|",                    "",      snap,  "Chromium Browser|"            },
+        {"by its makers' name",  "/opt/google/chrome/chrome", "c|",                         "",      "",    "Google Chrome|chrome|"        },
+        {"another's chrome",     "/home/a/puppeteer/chrome",  "c|",                         "",      "",    "chrome|"                      },
+        {"script with an entry", "/usr/bin/python3.11",       "p|-E|/usr/bin/reader|",      "",      "",    "Reader|"                      },
+        {"script without",       "/bin/python3.11",           "p|/bin/lm-vim|",             "",      "",    "lm vim|lm-vim|"               },
+        {"shared Electron",      "/lib/electron27",           "e|/lib/notes/app.asar|",     "",      "",    "app.asar|notes|"              },
+        {"Java",                 "/opt/jbr/bin/java",         java,                         "",      "",    "Android Studio|AndroidStudio|"},
+        {"out of sight",         "",                          "/opt/firefox-bin --type=x|", "",      "",    "firefox bin|firefox-bin|"     },
+        {"kernel thread",        "",                          "",                           "",      "",    ""                             },
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        const std::string proc = std::string{"proc of "} + c.name + "/";
+        std::string words = c.words;
+        std::ranges::replace(words, '|', '\0');
+        write(proc + "17/status", user);
+        write(proc + "17/cmdline", words);
+        write(proc + "17/cgroup", c.groups);
+        if (!c.exe.empty()) {
+            link(proc + "17/exe", c.exe);
+        }
+        if (!c.info.empty()) {
+            write(proc + "17/root/.flatpak-info", c.info);
+        }
+        write(proc + "18/status", "Name:\tinit\nUid:\t4294967294\t0\t0\t0\n");
+        write(proc + "18/cmdline", "somebody else's");
+        std::string names;
+        for (const std::string& name : applicationNames(at(proc), entries)) {
+            names += name + "|";
+        }
+        EXPECT_EQ(names, c.names);
+    }
 }
 
 }  // namespace

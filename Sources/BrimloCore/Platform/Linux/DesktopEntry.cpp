@@ -23,14 +23,8 @@ namespace fs = std::filesystem;
 constexpr std::array<std::string_view, 8> kSharedFolders{
     "/bin", "/sbin", "/usr/bin", "/usr/sbin", "/usr/local/bin", "/usr/games", "/snap/bin", ""};
 
-/// Programs that start many applications, so that a process of theirs tells nothing either.
 constexpr std::array<std::string_view, 11> kLaunchers{
     "sh", "bash", "dash", "zsh", "flatpak", "snap", "perl", "java", "node", "gjs-console", "wine"};
-
-bool isLauncher(const std::string& program) {
-    const std::string name = std::filesystem::path{program}.filename().string();
-    return name.starts_with("python") || std::ranges::find(kLaunchers, name) != kLaunchers.end();
-}
 
 /// No desktop entry is longer; what is longer is something else.
 constexpr std::size_t kLongestFile = std::size_t{256} << 10U;
@@ -86,9 +80,27 @@ std::string programWord(std::string_view command) {
     }
 }
 
+/// `dataFolders`, and where packages' entries lie in a session that does not name them.
+std::vector<std::string> entryFolders() {
+    std::vector<std::string> folders = dataFolders();
+    folders.push_back(dataHome() + "/flatpak/exports/share");
+    folders.emplace_back("/var/lib/flatpak/exports/share");
+    folders.emplace_back("/var/lib/snapd/desktop");
+    return folders;
+}
+
 }  // namespace
 
+bool DesktopEntry::isLauncher(std::string_view path) {
+    const std::string_view name = path.substr(path.rfind('/') + 1);
+    return name.starts_with("python") || name.starts_with("electron") ||
+           std::ranges::find(kLaunchers, name) != kLaunchers.end();
+}
+
 bool DesktopEntry::starts(std::string_view path) const {
+    if (program.empty()) {
+        return false;
+    }
     if (path == program) {
         return true;
     }
@@ -100,6 +112,7 @@ bool DesktopEntry::starts(std::string_view path) const {
 std::optional<DesktopEntry> DesktopEntry::parse(std::string_view text) {
     std::string name;
     std::string command;
+    std::string package;
     bool isMainGroup = false;
     while (!text.empty()) {
         const std::size_t end = std::min(text.find('\n'), text.size());
@@ -114,19 +127,26 @@ std::optional<DesktopEntry> DesktopEntry::parse(std::string_view text) {
                 name = value;
             } else if (key == "Exec") {
                 command = value;
+            } else if (key == "X-Flatpak") {
+                package = "flatpak " + std::string{value};
+            } else if (key == "X-SnapInstanceName") {
+                package = "snap " + std::string{value};
             }
         }
     }
-    const std::optional<std::string> program = locate(programWord(command));
-    if (name.empty() || !program || isLauncher(*program)) {
+    std::string program = locate(programWord(command)).value_or("");
+    if (isLauncher(program)) {
+        program.clear();
+    }
+    if (name.empty() || (program.empty() && package.empty())) {
         return std::nullopt;
     }
-    return DesktopEntry{.name = name, .program = *program};
+    return DesktopEntry{.name = name, .program = program, .package = package};
 }
 
 std::vector<DesktopEntry> DesktopEntry::installed() {
     std::vector<DesktopEntry> entries;
-    for (const std::string& folder : dataFolders()) {
+    for (const std::string& folder : entryFolders()) {
         std::error_code error;
         for (fs::directory_iterator file{folder + "/applications", error}, end;
              !error && file != end;
