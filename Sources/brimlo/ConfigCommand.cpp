@@ -28,7 +28,7 @@ constexpr std::array<Setting, 6> kSettings{
      {"free-space-threshold-gb",
          "freeSpaceThresholdGB",
          &AppConfig::freeSpaceThresholdGB,
-         "it cleans at or below so many GB of free space"},
+         "it cleans at or below so many GB free where your home is"},
      {"stale-days",
          "staleDays",
          &AppConfig::staleDays,

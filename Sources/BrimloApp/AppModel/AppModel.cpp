@@ -35,7 +35,7 @@ AppModel::AppModel(Surroundings surroundings, QObject* parent)
     , clock_{*surroundings.clock}
     , cli_{std::move(surroundings.cli)}
     , docker_{std::move(surroundings.docker)}
-    , volume_{VolumeInfo::snapshot("/")}
+    , volume_{VolumeInfo::ofHome()}
     , hasFullDiskAccess_{checkFullDiskAccess()}
     , scanRoot_{StoragePaths::home()}
     , dupRoot_{scanRoot_}

@@ -371,7 +371,7 @@ public:
     /// Changes the settings in their file, and shows what it says then. Whether that went well; if
     /// not, the banner tells.
     bool changeConfig(const std::function<void(AppConfig&)>& body);
-    /// The boot volume; nullopt when the system doesn't tell.
+    /// The volume of the home folder; nullopt when the system doesn't tell.
     [[nodiscard]] const std::optional<VolumeInfo::Snapshot>& volume() const { return volume_; }
     [[nodiscard]] bool hasFullDiskAccess() const { return hasFullDiskAccess_; }
     /// The size of the Trash as last measured.

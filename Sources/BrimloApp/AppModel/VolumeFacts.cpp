@@ -18,7 +18,7 @@ bool AppModel::checkFullDiskAccess() {
 }
 
 void AppModel::refreshVolume() {
-    assign(volume_, VolumeInfo::snapshot("/"), &AppModel::volumeChanged);
+    assign(volume_, VolumeInfo::ofHome(), &AppModel::volumeChanged);
     assign(hasFullDiskAccess_, checkFullDiskAccess(), &AppModel::hasFullDiskAccessChanged);
     measureTrash();
 }

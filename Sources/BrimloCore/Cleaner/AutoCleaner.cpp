@@ -36,7 +36,7 @@ AutoCleanOutcome run(const AppConfig& config, Cleaner& cleaner, bool dryRun, boo
     // Before the look at the free space: what was promised to go after some days goes anyway.
     outcome.purge = cleaner.purgeOwnTrash(config.trashRetentionDays, dryRun);
     if (!force) {
-        outcome.skippedReason = reasonToWait(config, VolumeInfo::snapshot("/"));
+        outcome.skippedReason = reasonToWait(config, VolumeInfo::ofHome());
     }
     if (!outcome.skippedReason) {
         const SuggestionOptions everything{

@@ -1,6 +1,7 @@
 #include "BrimloCore/Support/VolumeInfo.h"
 
 #include "BrimloCore/Platform/Volume.h"
+#include "BrimloCore/Support/StoragePaths.h"
 
 #include <algorithm>
 
@@ -21,6 +22,10 @@ std::optional<Snapshot> snapshot(const std::string& path) {
         .availableIncludingPurgeable =
             capacity->availableForImportantUsage.value_or(capacity->available),
     };
+}
+
+std::optional<Snapshot> ofHome() {
+    return snapshot(StoragePaths::home());
 }
 
 }  // namespace Brimlo::VolumeInfo

@@ -24,4 +24,7 @@ struct Snapshot {
 /// The figures of the volume that `path` lies on; nullopt when the system doesn't tell.
 [[nodiscard]] std::optional<Snapshot> snapshot(const std::string& path);
 
+/// The figures of the volume of the home folder, where nearly all that is cleaned lies.
+[[nodiscard]] std::optional<Snapshot> ofHome();
+
 }  // namespace Brimlo::VolumeInfo
