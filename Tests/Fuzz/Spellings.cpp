@@ -82,7 +82,7 @@ const Testing::Oracle& oracle() {
 
 /// A path below the home folder.
 void path(const std::string& bytes) {
-    constexpr std::ptrdiff_t kMostFolders = 12;  // The second gate looks at each of them 60 times.
+    constexpr std::ptrdiff_t kMostFolders = 12;  // The second gate looks at each of them often.
     if (std::ranges::count(bytes, '/') > kMostFolders) {
         return;
     }
@@ -102,9 +102,9 @@ void path(const std::string& bytes) {
     }
     const std::string resolved = Testing::Oracle::resolvedParent(canonical);
     demand(judged.resolved == resolved, "both agree on where links lead");
-    const auto first = second.check(canonical);
-    const auto expected = first ? first : second.check(resolved);
-    const auto reasons = second.aliasReasons(resolved);
+    const auto first = second.checkAsAWhole(canonical);
+    const auto expected = first ? first : second.checkAsAWhole(resolved);
+    const auto reasons = second.reasonsByLinks(resolved);
     demand(
         expected ? verdict == expected : !verdict || Testing::has(reasons, *verdict),
         "both agree on the verdict");

@@ -5,7 +5,6 @@
 #include "BrimloCore/Support/Folders.h"
 #include "BrimloCore/Support/Glob.h"
 #include "BrimloCore/Support/ParallelFor.h"
-#include "BrimloCore/Support/Safety.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -26,9 +25,9 @@ bool isExcluded(const std::string& name, const CleanupRule& rule) {
 }
 
 /// Whether a rule may take one of its expanded paths, or what lies in it.
-bool mayTake(const std::string& path, const CleanupRule& rule) {
-    const auto isRefused = [](const std::string& item) {
-        return Safety::judge(item, Safety::Chosen::byRule).refusal.has_value();
+bool mayTake(const std::string& path, const CleanupRule& rule, const Safety::Gate& gate) {
+    const auto isRefused = [&](const std::string& item) {
+        return gate.judge(item, Safety::Chosen::byRule).refusal.has_value();
     };
     // By the path alone a link may go, but not what lies behind it.
     return !isRefused(path) && !(rule.contentsOnly && isRefused(path + "/x"));
@@ -51,11 +50,15 @@ std::vector<std::string> entries(const std::string& path, const CleanupRule& rul
 }  // namespace
 
 std::vector<SuggestionItem> targets(const CleanupRule& rule) {
+    return targets(rule, Safety::Gate{});
+}
+
+std::vector<SuggestionItem> targets(const CleanupRule& rule, const Safety::Gate& gate) {
     const std::time_t now = std::time(nullptr);
     std::vector<SuggestionItem> items;
     for (const std::string& pattern : rule.paths) {
         for (const std::string& path : Glob::expand(pattern)) {
-            if (!mayTake(path, rule)) {
+            if (!mayTake(path, rule, gate)) {
                 continue;
             }
             for (std::string& entry : entries(path, rule)) {

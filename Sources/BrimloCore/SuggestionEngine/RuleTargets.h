@@ -2,6 +2,7 @@
 
 #include "BrimloCore/Models/CleanupRule.h"
 #include "BrimloCore/Models/Suggestion.h"
+#include "BrimloCore/Support/Safety.h"
 
 #include <vector>
 
@@ -10,6 +11,10 @@ namespace Brimlo::SuggestionEngine {
 /// What a rule would clean now, with its age and without its size: in the order of the rule's
 /// paths, then of their expansion. What can't be read or may not be touched is left out.
 [[nodiscard]] std::vector<SuggestionItem> targets(const CleanupRule& rule);
+
+/// The same for one of many rules, which share one look at what may not be touched.
+[[nodiscard]] std::vector<SuggestionItem> targets(
+    const CleanupRule& rule, const Safety::Gate& gate);
 
 /// The same items with their sizes and without their subtitles. Measures them in parallel; blocks
 /// until all are done.

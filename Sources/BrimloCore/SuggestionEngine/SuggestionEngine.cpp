@@ -38,7 +38,7 @@ public:
             if (disabled.contains(rule.id) || !isWanted(rule.personas)) {
                 continue;
             }
-            std::vector<SuggestionItem> items = targets(rule);
+            std::vector<SuggestionItem> items = targets(rule, gate_);
             if (!items.empty()) {
                 metas.push_back(meta(rule));
                 for (SuggestionItem& item : items) {
@@ -141,6 +141,7 @@ private:
 
     const SuggestionOptions& options_;
     const ScanControl* control_;
+    Safety::Gate gate_;
     std::set<std::string> running_;
 };
 

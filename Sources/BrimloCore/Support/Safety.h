@@ -2,6 +2,7 @@
 
 #include "BrimloCore/Platform/FileIdentity.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -35,11 +36,30 @@ struct Verdict {
 /// Who chose a path: a person who typed or ticked it, or a rule by its pattern.
 enum class Chosen { byPerson, byRule };
 
-/// Judges `path` by its text, by where its links lead, and by what lies there under other names. A
-/// path that does not exist is judged by its text.
+/// Judges `path` by its text, by where its links lead, by what lies there under other names, and by
+/// what it holds. A path that does not exist is judged by its text.
 ///
 /// A rule knows only the path that it names. So what it reaches through a link is refused, too,
 /// where the link leads into a personal folder, the home, or a folder that holds a protected place.
 [[nodiscard]] Verdict judge(std::string_view path, Chosen chosen = Chosen::byPerson);
+
+/// The gate with one look at the home, the tables and the mounts, for those who ask about many
+/// paths and touch none. One thread at a time.
+class Gate {
+public:
+    Gate();
+    Gate(Gate&&) noexcept;
+    Gate& operator=(Gate&&) noexcept;
+    Gate(const Gate&) = delete;
+    Gate& operator=(const Gate&) = delete;
+    ~Gate();
+
+    /// As the free function does.
+    [[nodiscard]] Verdict judge(std::string_view path, Chosen chosen = Chosen::byPerson) const;
+
+private:
+    class Look;
+    std::unique_ptr<Look> look_;
+};
 
 }  // namespace Brimlo::Safety

@@ -44,6 +44,15 @@ bool isValidID(std::string_view id) {
            !id.contains("..");
 }
 
+/// What a pattern matches at the least, with an "x" for each wildcard.
+std::string example(const Glob::Pattern& pattern) {
+    std::string path = pattern.fixed;
+    for (const Glob::Pattern::Component& component : pattern.rest) {
+        path = Path::join(path, component.isWild ? "x" : component.text);
+    }
+    return path;
+}
+
 void validatePath(std::string_view written, bool contentsOnly, RuleValidation& result) {
     const std::string path{Text::trimmed(written)};
     const auto fail = [&](std::string_view words) {
@@ -80,8 +89,8 @@ void validatePath(std::string_view written, bool contentsOnly, RuleValidation& r
         }
     }
     if (isWild || contentsOnly) {
-        // Anything that the rule can match lies beside this.
-        if (const auto reason = refusal(Path::join(fixed, "x"))) {
+        const std::string matched = example(pattern);
+        if (const auto reason = refusal(contentsOnly ? Path::join(matched, "x") : matched)) {
             return fail(": matches inside a location Brimlo never touches (" + *reason + ").");
         }
         if (Safety::judge(fixed).refusal == kProtected) {

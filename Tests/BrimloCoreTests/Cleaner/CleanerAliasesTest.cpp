@@ -33,6 +33,8 @@ struct Shot {
 
 class CleanerAliasesTest : public Testing::CleaningHome {
 protected:
+    static constexpr std::size_t kFirst = 45;
+    static constexpr std::size_t kEachOfSo = 40;
     static constexpr const char* kHome = "/home/Jos\u00E9";
     static constexpr const char* kDesk = "/home/Jos\u00E9/desk/";
 
@@ -215,9 +217,18 @@ void CleanerAliasesTest::fireAtAll(bool isHomeLinked, const char* what) {
         cleaner_ = Cleaner{journal_};
         const std::string home = kHome;
         const Testing::Oracle oracle{home};
-        std::vector<std::string> targets = oracle.places();
+        // The rows are hundreds, and those of one kind are judged alike.
+        std::vector<std::string> targets;
+        const std::vector<std::string> all = oracle.places();
+        for (std::size_t i = 0; i < all.size(); i += i < kFirst ? 1 : kEachOfSo) {
+            targets.push_back(all[i]);
+        }
         for (const char* file :
-             {"/.claude/settings.json", "/.codex/auth.json", "/a/.env", "/a/id_rsa"}) {
+             {"/Library/Application Support/Brimlo",
+              "/.claude/settings.json",
+              "/.codex/auth.json",
+              "/a/.env",
+              "/a/id_rsa"}) {
             targets.push_back(home + file);
         }
         std::ranges::sort(targets);

@@ -36,6 +36,10 @@ TEST_F(SafetyBindMountTest, RefusesAMountedCredentialsFolder) {
     ASSERT_TRUE(bind(ssh + "/keys", makeFolder("work/part")));
     EXPECT_EQ(
         Safety::judge(at("work/part/id")).refusal, "holds credentials, settings or agent memory");
+    // What is shown at a protected place lies elsewhere, and must not go from there.
+    ASSERT_TRUE(bind(makeFolder("vault/deep/aws"), makeFolder(".aws")));
+    EXPECT_EQ(Safety::judge(at("vault")).refusal, "holds credentials, settings or agent memory");
+    umount(at(".aws").c_str());
     umount(at("work/part").c_str());
     umount(at("work/ssh").c_str());
     umount(at("work/kube").c_str());

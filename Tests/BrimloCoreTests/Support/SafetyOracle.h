@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BrimloCore/Platform/ProtectedPlaces.h"
 #include "BrimloCoreTests/Support/Words.h"
 
 #include <algorithm>
@@ -69,10 +70,13 @@ inline std::string lower(std::string text) {
     return text;
 }
 
+inline bool isInside(const std::string& path, const std::string& place) {
+    return path.starts_with(place) && (path.size() == place.size() || path[place.size()] == '/');
+}
+
 inline bool isIn(const std::string& path, const Texts& places) {
-    return std::ranges::any_of(places, [&](const std::string& place) {
-        return path == place || path.starts_with(place + "/");
-    });
+    return std::ranges::any_of(
+        places, [&](const std::string& place) { return isInside(path, place); });
 }
 
 inline bool has(const Texts& texts, const std::string& text) {
@@ -87,6 +91,9 @@ public:
         std::error_code isMissing;
         if (const fs::path real = fs::canonical(home, isMissing); !isMissing && real != home) {
             addRows(real);  // The same home by its other name.
+        }
+        for (const Row& row : rows_) {
+            places_.push_back(row.path);
         }
     }
 
@@ -127,24 +134,30 @@ public:
         return joined(above);
     }
 
+    /// What the rows at or above `path` say.
     [[nodiscard]] Verdict check(const std::string& path) const {
         const std::string text = lower(path);
         const std::string folder = text.substr(0, text.rfind('/'));
         const std::string name = text.substr(folder.size() + 1);
         const auto begins = [&](const char* beginning) { return name.starts_with(beginning); };
-        if (has(exact_, text)) {
+        const auto ends = [&](const std::string& ending) { return name.ends_with(ending); };
+        const Texts names = namesOf(text);
+        if (anyRow(kWhole, [&](const Row& row) { return has(names, row.lower); })) {
             return "protected location";
         }
-        if (!isIn(text, caches_) && isIn(text, never_)) {
+        if (std::ranges::any_of(names, [&](const std::string& each) { return isSecret(each); })) {
             return kCredentials;
         }
-        if (has(agents_, folder) && (begins("settings") || begins("auth") || begins("oauth"))) {
+        if (anyRow(kAgent, [&](const Row& row) { return row.lower == folder; }) &&
+            (begins("settings") || begins("auth") || begins("oauth"))) {
             return "agent settings or credentials";
         }
         const Texts secrets =
-            words(".env credentials credentials.json auth.json .netrc .npmrc .pypirc token.json");
-        if (has(secrets, name) || name.ends_with(".p12") || name.ends_with(".keychain-db") ||
-            begins("id_")) {
+            words(R"(.env credentials credentials.json auth.json .netrc .npmrc .pypirc token.json
+                .git-credentials .pgpass wallet.dat .vault-token)");
+        if (has(secrets, name) || begins("id_") ||
+            std::ranges::any_of(
+                words(".p12 .pfx .keychain-db .kdbx .kdb .jks .keystore .ppk"), ends)) {
             return "looks like a secret";
         }
         if (!isIn(plain(path), roots_)) {
@@ -153,66 +166,251 @@ public:
         if (split(path).size() < 3 && path.starts_with("/Volumes/")) {
             return "whole volume";
         }
-        const auto isAbove = [&](const std::string& own) { return isIn(own, {text}); };
-        if (isIn(text, own_) || std::ranges::any_of(own_, isAbove)) {
-            return "holds Brimlo's own data";
+        const bool isOwn = anyRow(kOwn, [&](const Row& row) {
+            return isInside(text, row.lower) || isInside(row.lower, text);
+        });
+        return isOwn ? Verdict{"holds Brimlo's own data"} : std::nullopt;
+    }
+
+    /// What they and the rows below `path` say.
+    [[nodiscard]] Verdict checkAsAWhole(const std::string& path) const {
+        if (const Verdict reason = check(path)) {
+            return reason;
         }
-        return std::nullopt;
+        const std::string text = lower(path);
+        const auto isHeld = [&](const Row& row) { return isInside(row.lower, text); };
+        if (anyRow(kNever | kProfile | kAgent, isHeld) || anyThere(kFile, path, text) ||
+            std::ranges::any_of(
+                steads_, [&](const Stead& stead) { return anyThereIn(stead, path, text); })) {
+            return kCredentials;
+        }
+        return anyRow(kWhole, isHeld) ? Verdict{"holds a protected location"} : std::nullopt;
     }
 
     /// What is said of the other names of a place: each folder above `path`, or `path` itself, that
-    /// is the very same one as a protected place is replaced by that place's name.
-    [[nodiscard]] Texts aliasReasons(const std::string& path) const {
+    /// is the very same one as a protected place is replaced by that place's name. And why `path`,
+    /// free of links, may not go when places of the tables lie in it by their links.
+    [[nodiscard]] Texts reasonsByLinks(const std::string& path) const {
         Texts reasons;
-        std::string rest;
-        for (Texts above = split(path); !above.empty(); above.pop_back()) {
-            struct stat here {};
+        for (const Row& row : rows_) {
             struct stat there {};
-            if ((rest.empty() ? lstat : stat)(joined(above).c_str(), &here) == 0) {
-                for (const std::string& place : places_) {
-                    if (stat(place.c_str(), &there) == 0 && here.st_dev == there.st_dev &&
-                        here.st_ino == there.st_ino) {
-                        reasons.push_back(check(place + rest).value_or("passes"));
-                    }
-                }
+            if (stat(row.path.c_str(), &there) != 0) {
+                continue;
             }
-            rest = "/" + above.back() + rest;
+            std::string rest;
+            for (Texts above = split(path); !above.empty(); above.pop_back()) {
+                struct stat here {};
+                if ((rest.empty() ? lstat : stat)(joined(above).c_str(), &here) == 0 &&
+                    here.st_dev == there.st_dev && here.st_ino == there.st_ino) {
+                    reasons.push_back(checkAsAWhole(row.path + rest).value_or("passes"));
+                }
+                rest = "/" + above.back() + rest;
+            }
+            if (isInside(lower(fs::canonical(row.path)), lower(path))) {
+                reasons.emplace_back(
+                    row.kind == kOwn     ? "holds Brimlo's own data"
+                    : row.kind == kWhole ? "holds a protected location"
+                                         : kCredentials);
+            }
         }
         return reasons;
     }
 
-    /// All of the tables, as they stand.
+    /// All of the tables, as they stand: first those of every system.
     [[nodiscard]] const Texts& places() const { return places_; }
+    [[nodiscard]] Texts commonPlaces() const {
+        return {places_.begin(), places_.begin() + static_cast<std::ptrdiff_t>(common_)};
+    }
 
 private:
+    // A place may be of several kinds and has a row for each.
+    static constexpr unsigned kWhole = 1;
+    static constexpr unsigned kNever = 2;
+    static constexpr unsigned kFile = 4;
+    static constexpr unsigned kProfile = 8;
+    static constexpr unsigned kAgent = 16;
+    static constexpr unsigned kOwn = 32;
+
+    struct Row {
+        std::string path;
+        std::string lower;
+        unsigned kind;
+    };
+
+    struct Stead {
+        Texts folder;  ///< Lower-cased components; a star is any one.
+        std::string standsFor;
+    };
+
+    [[nodiscard]] bool anyRow(unsigned kinds, const auto& isWanted) const {
+        return std::ranges::any_of(
+            rows_, [&](const Row& row) { return (row.kind & kinds) != 0 && isWanted(row); });
+    }
+
+    /// Whether the components of `pattern` begin those of `path`, as far as both go.
+    static bool fits(const Texts& pattern, const Texts& path) {
+        const auto both = static_cast<std::ptrdiff_t>(std::min(pattern.size(), path.size()));
+        return std::equal(
+            pattern.begin(),
+            pattern.begin() + both,
+            path.begin(),
+            [](const std::string& wanted, const std::string& name) {
+                return wanted == "*" || wanted == name;
+            });
+    }
+
+    static std::string behind(const Texts& parts, std::size_t depth) {
+        return parts.size() > depth
+                   ? joined({parts.begin() + static_cast<std::ptrdiff_t>(depth), parts.end()})
+                   : "";
+    }
+
+    /// `text` and what it is in the homes that it lies in.
+    [[nodiscard]] Texts namesOf(const std::string& text) const {
+        Texts names{text};
+        const Texts parts = split(text);
+        for (const Stead& stead : steads_) {
+            if (parts.size() > stead.folder.size() && fits(stead.folder, parts)) {
+                names.push_back(stead.standsFor + behind(parts, stead.folder.size()));
+            }
+        }
+        return names;
+    }
+
+    [[nodiscard]] bool isSecret(const std::string& text) const {
+        const Texts parts = split(text);
+        if (std::ranges::any_of(carved_, [&](const Texts& carved) {
+                return parts.size() >= carved.size() && fits(carved, parts);
+            })) {
+            return false;
+        }
+        static const Texts kCaches = words(
+            R"(cache caches cache2 cacheddata cachestorage code_cache crash_reports crashpad dawncache
+            dawngraphitecache dawnwebgpucache gpucache graphitedawncache grshadercache logs
+            media_cache optguideondeviceclassifiermodel optguideondevicemodel
+            optimization_guide_model_store safe_browsing shader-cache shadercache startupcache
+            thumbnails tmp)");
+        return anyRow(kNever | kFile | kProfile, [&](const Row& row) {
+            if (!isInside(text, row.lower)) {
+                return false;
+            }
+            const Texts rest = split(text.substr(row.lower.size()));
+            return row.kind != kProfile || std::ranges::none_of(rest, [&](std::string part) {
+                       std::ranges::replace(part, ' ', '_');
+                       return has(kCaches, part) || part.starts_with("cache_");
+                   });
+        });
+    }
+
+    /// Whether a row of these kinds that lies in `text` is there, when `path` stands for `text`.
+    [[nodiscard]] bool anyThere(
+        unsigned kinds, const std::string& path, const std::string& text) const {
+        const std::size_t depth = split(text).size();
+        return anyRow(kinds, [&](const Row& row) {
+            struct stat status {};
+            return isInside(row.lower, text) &&
+                   lstat((path + behind(split(row.path), depth)).c_str(), &status) == 0;
+        });
+    }
+
+    [[nodiscard]] bool anyThereIn(
+        const Stead& stead, const std::string& path, const std::string& text) const {
+        const Texts parts = split(text);
+        if (!fits(stead.folder, parts)) {
+            return false;
+        }
+        Texts folders{path};
+        for (std::size_t i = parts.size(); i < stead.folder.size(); ++i) {
+            Texts inside;
+            for (const std::string& folder : folders) {
+                std::error_code ignored;
+                for (const auto& entry : fs::directory_iterator{folder, ignored}) {
+                    const std::string name = entry.path().filename();
+                    const bool isAny = stead.folder[i] == "*" && !name.starts_with('.');
+                    if (isAny || name == stead.folder[i]) {
+                        inside.push_back(entry.path());
+                    }
+                }
+            }
+            folders = inside;
+        }
+        const std::string standsFor = stead.standsFor + behind(parts, stead.folder.size());
+        return std::ranges::any_of(folders, [&](const std::string& folder) {
+            return anyThere(kNever | kFile | kProfile | kAgent, folder, standsFor);
+        });
+    }
+
     void addRows(const std::string& home) {
-        // A space in a name is written "_" here.
-        const auto add = [&](Texts& list, const char* names) {
-            for (std::string name : words(names)) {
-                std::ranges::replace(name, '_', ' ');
-                const std::string place = name.starts_with('~') ? home + name.substr(1) : name;
-                list.push_back(lower(place));
-                places_.push_back(place);
+        const auto at = [&](const std::string& name) {
+            return name.starts_with('~') ? home + name.substr(1) : name;
+        };
+        const auto addAll = [&](unsigned kind, const auto& names) {
+            for (const auto& name : names) {
+                const std::string path = at(std::string{name});
+                rows_.push_back({path, lower(path), kind});
             }
         };
-        add(exact_,
+        // A space in a name is written "_" here.
+        const auto add = [&](unsigned kind, const char* text) {
+            Texts names = words(text);
+            for (std::string& name : names) {
+                std::ranges::replace(name, '_', ' ');
+            }
+            addAll(kind, names);
+        };
+        add(kWhole,
             R"(/ /System /Library /Users /Applications /usr /bin /sbin /private /var /etc /opt
             /Volumes /cores ~ ~/Library ~/Documents ~/Desktop ~/Downloads ~/Pictures ~/Movies
             ~/Music ~/Public ~/Applications ~/.ssh ~/.gnupg ~/Library/Keychains
             ~/Library/Application_Support ~/Library/Preferences ~/Library/Mobile_Documents
             ~/Library/CloudStorage)");
-        add(never_, R"(~/.ssh ~/.gnupg ~/.aws ~/.kube ~/.config/gcloud ~/.azure
+        add(kNever, R"(~/.ssh ~/.gnupg ~/.aws ~/.kube ~/.config/gcloud ~/.azure
             ~/Library/Keychains ~/.claude/projects ~/.claude/CLAUDE.md ~/.claude/agents
-            ~/.claude/commands ~/.claude/skills ~/.password-store)");
-        add(agents_, "~/.claude ~/.codex ~/.gemini");
-        add(caches_, "~/.kube/cache ~/.kube/http-cache ~/.aws/cli/cache");
-        add(own_, "~/Library/Application_Support/Brimlo");
+            ~/.claude/commands ~/.claude/skills ~/.claude.json ~/.password-store ~/.netrc
+            ~/.git-credentials ~/.config/git/credentials ~/.pgpass ~/.my.cnf ~/.mylogin.cnf
+            ~/.config/gh ~/.config/hub ~/.config/glab-cli ~/.config/github-copilot
+            ~/.config/containers ~/.config/doctl ~/.config/hcloud ~/.config/scw
+            ~/.config/linode-cli ~/.config/helm ~/.config/argocd ~/.config/rclone ~/.config/borg
+            ~/.config/restic ~/.config/netlify ~/.config/ngrok ~/.oci ~/.fly ~/.cloudflared
+            ~/.ngrok2 ~/.databrickscfg ~/.dbt ~/.boto ~/.s3cfg ~/.passwd-s3fs ~/.terraformrc
+            ~/.vault-token ~/.yarnrc.yml ~/.jupyter)");
+        addAll(kFile, words(R"(~/.android/adbkey ~/.cache/huggingface/token ~/.cargo/credentials
+            ~/.cargo/credentials.toml ~/.composer/auth.json ~/.docker/config.json ~/.docker/contexts
+            ~/.docker/trust ~/.gem/credentials ~/.gradle/gradle.properties ~/.hex/hex.config
+            ~/.kaggle/kaggle.json ~/.m2/settings-security.xml ~/.m2/settings.xml ~/.minikube/ca.key
+            ~/.config/configstore/firebase-tools.json ~/.config/dart/pub-credentials.json
+            ~/.nuget/NuGet/NuGet.Config ~/.pub-cache/credentials.json ~/.pulumi/credentials.json
+            ~/.pulumi/stacks ~/.subversion/auth ~/.terraform.d/credentials.tfrc.json
+            ~/.wrangler/config ~/.cache/huggingface/stored_tokens)"));
+        add(kAgent, "~/.claude ~/.codex ~/.gemini");
+        add(kOwn, "~/Library/Application_Support/Brimlo");
+        common_ = common_ == 0 ? rows_.size() : common_;
         roots_.push_back(plain(home));
+
+        // The system's own rows are data; what they mean is told here a second time.
+        const Platform::ProtectedPlaces system = Platform::protectedPlaces();
+        addAll(kWhole, system.whole);
+        addAll(kWhole, system.named);
+        addAll(kNever, system.never);
+        addAll(kProfile, system.profiles);
+        Texts carved = words("~/.kube/cache ~/.kube/http-cache ~/.aws/cli/cache");
+        carved.insert(carved.end(), system.carveOuts.begin(), system.carveOuts.end());
+        for (const std::string& name : carved) {
+            carved_.push_back(split(lower(at(name))));
+        }
+        for (const auto& stead : system.steads) {
+            if (stead.folder != at(stead.standsFor)) {
+                steads_.push_back({split(lower(at(stead.folder))), lower(at(stead.standsFor))});
+            }
+        }
     }
 
-    Texts exact_, never_, agents_, caches_, own_;  ///< In lower case.
+    std::vector<Row> rows_;
     Texts roots_;
+    std::vector<Texts> carved_;
+    std::vector<Stead> steads_;
     Texts places_;
+    std::size_t common_ = 0;
 };
 
 }  // namespace Brimlo::Testing

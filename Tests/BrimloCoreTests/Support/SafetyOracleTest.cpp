@@ -31,7 +31,6 @@ using Testing::words;
 class SafetyOracleTest : public Testing::TempHome {
 protected:
     SafetyOracleTest() {
-        setenv("HOME", home_.c_str(), 1);
         for (const std::string& file : words(R"(.ssh/config .ssh/keys/deep/x .kube/config
                  .kube/cache/x .aws/cli/cache/y .claude/projects/p .claude/settings.json
                  .codex/sub/x Library/Keychains/k Library/Caches/é/x Documents/old code/.env
@@ -71,9 +70,11 @@ protected:
         static const Texts kNames = words(R"(x .. .SSH .env Settings.json auth oauth_x ID_rsa a.p12
             p12 login.keychain-db Credentials.JSON token.json cache http-cache ... ~ .Kube
             projects CLAUDE.md é Preferences itself)");
-        static const Texts kFavourites{"", "/code", "/.claude"};
+        static const Texts kFavourites{
+            "", "/code", "/.claude", "/.var", "/Library/Application Support/Brimlo"};
+        const Texts& places = oneIn(2) ? oracle_.places() : common_;
         std::string path =
-            oneIn(2) ? home_ + oneOf(kFavourites) : oneOf(oneIn(5) ? kElsewhere : oracle_.places());
+            oneIn(2) ? home_ + oneOf(kFavourites) : oneOf(oneIn(5) ? kElsewhere : places);
         const bool isOurs = path.starts_with(home_);
         for (std::size_t steps = random_() % 6; steps > 0; --steps) {
             Texts names;
@@ -116,8 +117,14 @@ protected:
         return path + (oneIn(5) ? "/" : "");
     }
 
-    std::string home_ = at("Jos\u00E9");
+    static std::string entered(const std::string& home) {
+        setenv("HOME", home.c_str(), 1);
+        return home;
+    }
+
+    std::string home_ = entered(at("Jos\u00E9"));
     Oracle oracle_{home_};
+    Texts common_ = oracle_.commonPlaces();
     std::mt19937 random_{20'260'301};
 };
 
@@ -131,8 +138,8 @@ TEST_F(SafetyOracleTest, AgreesOnHostileSpellings) {
         ASSERT_EQ(judged.canonical, canonical);
         const std::string resolved = canonical == "/" ? "/" : Oracle::resolvedParent(canonical);
         ASSERT_EQ(judged.resolved, resolved);
-        const Verdict first = oracle_.check(canonical);
-        const Verdict expected = first ? first : oracle_.check(resolved);
+        const Verdict first = oracle_.checkAsAWhole(canonical);
+        const Verdict expected = first ? first : oracle_.checkAsAWhole(resolved);
         const Verdict verdict = judged.refusal;
         ++seen[verdict.value_or("passes")];
         if (expected) {
@@ -141,14 +148,14 @@ TEST_F(SafetyOracleTest, AgreesOnHostileSpellings) {
         }
         // The tables let it pass; only its identity with a protected place may still stop it, and
         // what lies in a credentials folder under another name has to be stopped.
-        const Texts reasons = oracle_.aliasReasons(resolved);
+        const Texts reasons = oracle_.reasonsByLinks(resolved);
         if (verdict || has(reasons, kCredentials)) {
             ++seen["alias"];
             ASSERT_TRUE(has(reasons, verdict.value_or("passes, though an alias")));
         }
     }
-    // The walk is worth its time only if it comes by every verdict: seven, a pass, and the aliases.
-    EXPECT_EQ(seen.size(), 9U);
+    // The walk is worth its time only if it comes by every verdict: eight, a pass, and the aliases.
+    EXPECT_EQ(seen.size(), 10U);
     for (const auto& [verdict, count] : seen) {
         EXPECT_GE(count, 20) << verdict;
     }
@@ -188,9 +195,9 @@ TEST_F(SafetyOracleTest, AgreesOnRandomTreesOfLinks) {
                 continue;  // A circle leads nowhere, and each gate gives up at another point of it.
             }
             const std::string resolved = Oracle::resolvedParent(canonical);
-            const Verdict first = oracle.check(canonical);
-            const Verdict expected = first ? first : oracle.check(resolved);
-            const Texts reasons = oracle.aliasReasons(resolved);
+            const Verdict first = oracle.checkAsAWhole(canonical);
+            const Verdict expected = first ? first : oracle.checkAsAWhole(resolved);
+            const Texts reasons = oracle.reasonsByLinks(resolved);
             const Safety::Verdict judged = Safety::judge(path);
             const Verdict verdict = judged.refusal;
             const bool isRight = expected ? verdict == expected

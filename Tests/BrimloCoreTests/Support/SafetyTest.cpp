@@ -15,6 +15,7 @@ using namespace std::string_literals;
 
 constexpr const char* kPasses = "";
 constexpr const char* kProtected = "protected location";
+constexpr const char* kHolds = "holds a protected location";
 constexpr const char* kCredentials = "holds credentials, settings or agent memory";
 constexpr const char* kAgent = "agent settings or credentials";
 constexpr const char* kSecret = "looks like a secret";
@@ -47,12 +48,47 @@ TEST_F(SafetyTest, JudgesTextStepByStep) {
         /usr/local/../lib /Users/Shared/x ~x/y /System/Volumes/Data~/x /volumes/Backup/old)");
     expect("whole volume", "/Volumes/Backup /Volumes//Backup/");
     expect(kPasses, R"(~/Library/Caches ~/Documents/old ~/Documentsx ~/.config/gcloudx ~/.ssh2/x
-        ~/.aws/cli/cache ~/.kube/cache/x ~/.KUBE/Http-Cache ~/code/.ssh/x ~/.claude
+        ~/.aws/cli/cache ~/.kube/cache/x ~/.KUBE/Http-Cache ~/code/.ssh/x
         ~/.claude/projects-old ~/.gemini/oldauth ~/.claude/cache/settings.json ~/code/.env.local
         ~/a/auth.json/x /Applications/Foo.app /usr/local /opt/homebrew /Volumes/Backup/old)");
     // A mark that joins with the slash before it hides nothing, and neither does a NUL.
     expect(kCredentials, "~/.ssh/\u0301x ~/.ssh/\0 ~/.\u212Aube/config"s);
     expect(kOutside, "~/.ssh\0/x ~/code/x\0"s);
+}
+
+TEST_F(SafetyTest, KnowsTheHomesOfThisSystem) {
+    write(".config/user-dirs.dirs", "XDG_VIDEOS_DIR=\"$HOME/Filme\"\n");
+    setenv("XDG_DATA_HOME", at("data/share").c_str(), 1);
+    expect(kProtected, "~/Filme ~/.config ~/.local/share ~/snap/firefox ~/data/share");
+    expect(kHolds, "~/data ~/.var");
+    expect(kCredentials, R"(~/.local/share/keyrings/x ~/.git-credentials ~/.thunderbird/a/Mail
+        ~/.mozilla/firefox ~/.mozilla/firefox/a.default/logins.json ~/.bitcoin ~/.config/dconf/user
+        ~/.mozilla ~/.local ~/.codex ~/data/share/keyrings/x ~/snap/x/9/.config/chromium/Default
+        ~/.var/app/some.App/data/keyrings ~/.var/app/some.App/.mozilla/firefox/a)");
+    expect(kSecret, "~/Downloads/passwords.kdbx ~/code/release.keystore");
+    expect(kPasses, R"(~/Filme/old.mkv ~/.config/some ~/.local/share/some ~/.cache ~/.gradle
+        ~/.mozilla/firefox/a.default/shader-cache ~/.config/google-chrome/Default/GPUCache/x
+        ~/.var/app/some.App ~/.var/app/some.App/data ~/.local/share/Anki2/me/backups/x)");
+    // What holds a file with credentials may go without it, and a program's own home likewise.
+    write(".gradle/gradle.properties");
+    write(".var/app/some.App/data/keyrings/login.keyring");
+    write("snap/some/7/.ssh/known_hosts");
+    expect(kCredentials, R"(~/.gradle/gradle.properties ~/.gradle ~/.var/app/some.App
+        ~/.var/app/some.App/data ~/snap/some ~/snap/some/7)");
+    expect(kPasses, "~/.gradle/caches ~/.var/app/other.App ~/snap/some/7/x");
+    unsetenv("XDG_DATA_HOME");
+    expect(kPasses, "~/data ~/data/share");
+}
+
+TEST_F(SafetyTest, KeepsWhatHoldsAProtectedPlaceByALink) {
+    makeFolder("dotfiles/config/gcloud");
+    makeFolder("vault/deep/ssh");
+    link(".ssh", "vault/deep/ssh");
+    link(".config", "dotfiles/config");
+    expect(kProtected, "~/dotfiles/config ~/vault/deep/ssh");
+    expect(kCredentials, "~/vault ~/vault/deep");
+    expect(kHolds, "~/dotfiles");
+    expect(kPasses, "~/vault/other ~/dotfiles/config/some");
 }
 
 TEST_F(SafetyTest, ReadsTheHomeAnewInAnySpelling) {

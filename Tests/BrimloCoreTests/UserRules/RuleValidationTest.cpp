@@ -102,6 +102,8 @@ TEST_F(RuleValidationTest, JudgesEachPath) {
     link("letters", makeFolder("Documents"));
     const std::string linked = "reached through a link into a protected location";
     const std::string credentials = "holds credentials, settings or agent memory";
+    const std::string profile = "~/.mozilla/firefox/*/";
+    write(".config/user-dirs.dirs", "XDG_VIDEOS_DIR=\"$HOME/Filme\"");
     const std::string tooLong = "~/" + std::string(200'000, 'x');
     struct Case {
         std::string path;
@@ -140,6 +142,11 @@ TEST_F(RuleValidationTest, JudgesEachPath) {
         {"~/\\Documents/*",        {kMustBeReview},                              {"~/\\Documents/*" + kListsEverything} },
         {"~/\\.ssh/*",             {inside("~/\\.ssh/*", credentials)},          {}                                     },
         {"~/letters/*",            {inside("~/letters/*", linked)},              {}                                     },
+        {"~/Filme/*",              {kMustBeReview},                              {"~/Filme/*" + kListsEverything}       },
+        {"~/.claude",              {never("~/.claude", credentials)},            {}                                     },
+        {"~/.bitcoin/*",           {inside("~/.bitcoin/*", credentials)},        {}                                     },
+        {profile + "key4.db",      {inside(profile + "key4.db", credentials)},   {}                                     },
+        {profile + "shader-cache", {},                                           {}                                     },
         {tooLong,                  {"A path is longer than the system allows."}, {}                                     },
     };
     for (const Case& c : cases) {

@@ -16,15 +16,26 @@ std::string variable(const char* name) {
     return value != nullptr ? value : "";
 }
 
+/// The folder that a variable names, or one in the home folder.
+std::string folderOf(const char* name, const char* inHome) {
+    const std::string folder = variable(name);
+    return normalFolder(folder.starts_with('/') ? folder : homeFolder() + inHome);
+}
+
 }  // namespace
 
 std::string dataHome() {
-    const std::string folder = variable("XDG_DATA_HOME");
-    const std::filesystem::path path =
-        folder.starts_with('/') ? folder : homeFolder() + "/.local/share";
+    return folderOf("XDG_DATA_HOME", "/.local/share");
+}
+
+std::string configHome() {
+    return folderOf("XDG_CONFIG_HOME", "/.config");
+}
+
+std::string normalFolder(const std::string& path) {
     // Paths in the Trash are compared as text, so they are spelled in one way. The last step drops
     // what is empty behind a trailing slash.
-    const std::filesystem::path normal = path.lexically_normal();
+    const std::filesystem::path normal = std::filesystem::path{path}.lexically_normal();
     return (normal.has_filename() ? normal : normal.parent_path()).string();
 }
 

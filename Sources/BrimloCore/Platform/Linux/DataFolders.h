@@ -10,6 +10,12 @@ namespace Brimlo::Platform {
 /// `$XDG_DATA_HOME`, by default "~/.local/share". A relative value counts as unset.
 [[nodiscard]] std::string dataHome();
 
+/// `$XDG_CONFIG_HOME`, by default "~/.config", likewise.
+[[nodiscard]] std::string configHome();
+
+/// An absolute path without ".", "..", empty components and trailing slash, links not followed.
+[[nodiscard]] std::string normalFolder(const std::string& path);
+
 /// `dataHome` and the folders of `$XDG_DATA_DIRS`, the most important first.
 [[nodiscard]] std::vector<std::string> dataFolders();
 

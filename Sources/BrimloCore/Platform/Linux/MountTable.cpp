@@ -40,8 +40,8 @@ std::optional<std::string_view> rest(std::string_view path, std::string_view fol
     return isBelow ? std::optional{path.substr(folder.size())} : std::nullopt;
 }
 
-std::string withoutLoneSlash(const std::string& path) {
-    return path == "/" ? std::string{} : path;
+std::string withoutLoneSlash(std::string path) {
+    return path == "/" ? std::string{} : std::move(path);
 }
 
 }  // namespace
@@ -68,7 +68,10 @@ MountTable MountTable::parse(std::string_view text) {
         const bool isNumber = parsed.ec == std::errc{} && *parsed.ptr == '\0';
         if (isNumber && !field.back().empty()) {
             table.mounts_.push_back(
-                {id, field[2], withoutLoneSlash(unescaped(field[3])), unescaped(field.back())});
+                {id,
+                 field[2],
+                 withoutLoneSlash(unescaped(field[3])),
+                 withoutLoneSlash(unescaped(field.back()))});
         }
     }
     return table;
@@ -76,19 +79,23 @@ MountTable MountTable::parse(std::string_view text) {
 
 std::optional<std::string> MountTable::mountPoint(std::uint64_t id) const {
     const auto found = std::ranges::find(mounts_, id, &Mount::id);
-    return found == mounts_.end() ? std::nullopt : std::optional{found->point};
+    if (found == mounts_.end()) {
+        return std::nullopt;
+    }
+    return found->point.empty() ? "/" : found->point;
 }
 
 bool MountTable::hasMountAtOrBelow(std::string_view path) const {
-    return std::ranges::any_of(
-        mounts_, [&](const Mount& mount) { return rest(mount.point, path).has_value(); });
+    return path == "/" || std::ranges::any_of(mounts_, [&](const Mount& mount) {
+               return rest(mount.point, path).has_value();
+           });
 }
 
 std::vector<std::string> MountTable::otherNames(std::string_view path) const {
     // Of mounts on one point, the last covers the others.
     const Mount* own = nullptr;
     for (const Mount& mount : mounts_) {
-        if (rest(path, withoutLoneSlash(mount.point)) &&
+        if (rest(path, mount.point) &&
             (own == nullptr || mount.point.size() >= own->point.size())) {
             own = &mount;
         }
@@ -97,12 +104,11 @@ std::vector<std::string> MountTable::otherNames(std::string_view path) const {
     if (own == nullptr) {
         return names;
     }
-    const std::string inside =
-        own->root + std::string{path.substr(withoutLoneSlash(own->point).size())};
+    const std::string inside = own->root + std::string{path.substr(own->point.size())};
     for (const Mount& mount : mounts_) {
         const auto below = rest(inside, mount.root);
-        if (mount.device == own->device && below) {
-            std::string name = withoutLoneSlash(mount.point).append(*below);
+        if (below && mount.device == own->device) {
+            std::string name = mount.point + std::string{*below};
             if (!name.empty() && name != path) {
                 names.push_back(std::move(name));
             }
@@ -111,8 +117,15 @@ std::vector<std::string> MountTable::otherNames(std::string_view path) const {
     return names;
 }
 
-std::vector<std::string> otherNames(std::string_view path) {
-    return MountTable::read().otherNames(path);
+struct OtherNames::Mounts {
+    MountTable table;
+};
+
+OtherNames::OtherNames()
+    : mounts_(std::make_shared<const Mounts>(MountTable::read())) {}
+
+std::vector<std::string> OtherNames::of(std::string_view path) const {
+    return mounts_->table.otherNames(path);
 }
 
 }  // namespace Brimlo::Platform

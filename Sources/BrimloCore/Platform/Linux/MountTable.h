@@ -30,8 +30,8 @@ private:
     struct Mount {
         std::uint64_t id;
         std::string device;
-        std::string root;  ///< What of the file system is mounted, "" for all of it.
-        std::string point;
+        std::string root;   ///< What of the file system is mounted, "" for all of it.
+        std::string point;  ///< "" for the root.
     };
     std::vector<Mount> mounts_;
 };

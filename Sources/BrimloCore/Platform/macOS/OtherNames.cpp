@@ -3,7 +3,12 @@
 namespace Brimlo::Platform {
 
 /// Only whole volumes are mounted here, each in one place.
-std::vector<std::string> otherNames(std::string_view /*path*/) {
+struct OtherNames::Mounts {};
+
+OtherNames::OtherNames() = default;
+
+std::vector<std::string> OtherNames::of(std::string_view /*path*/) const {
+    static_cast<void>(mounts_);
     return {};
 }
 

@@ -1,0 +1,596 @@
+#include "BrimloCore/Support/SafetyTables.h"
+
+#include "BrimloCore/Platform/Posix/IdentityOf.h"
+#include "BrimloCore/Platform/PrivatePrefix.h"
+#include "BrimloCore/Platform/ProtectedPlaces.h"
+#include "BrimloCore/Support/Glob.h"
+#include "BrimloCore/Support/Path.h"
+#include "BrimloCore/Support/RealPath.h"
+#include "BrimloCore/Support/StoragePaths.h"
+#include "BrimloCore/Support/Text.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <map>
+#include <unordered_set>
+#include <utility>
+
+#include <sys/stat.h>
+
+namespace Brimlo {
+
+namespace {
+
+using Rows = Platform::ProtectedPlaces::Rows;
+using Texts = std::vector<std::string>;
+
+// What every system has. `Platform::protectedPlaces` adds what one system has. "~" stands for the
+// home folder as it is at the moment of the check.
+
+/// May not go themselves; what lies in them may.
+constexpr std::array<std::string_view, 31> kWhole{
+    "/",
+    "/System",
+    "/Library",
+    "/Users",
+    "/Applications",
+    "/usr",
+    "/bin",
+    "/sbin",
+    "/private",
+    "/var",
+    "/etc",
+    "/opt",
+    "/Volumes",
+    "/cores",
+    "~",
+    "~/Library",
+    "~/Documents",
+    "~/Desktop",
+    "~/Downloads",
+    "~/Pictures",
+    "~/Movies",
+    "~/Music",
+    "~/Public",
+    "~/Applications",
+    "~/.ssh",
+    "~/.gnupg",
+    "~/Library/Keychains",
+    "~/Library/Application Support",
+    "~/Library/Preferences",
+    "~/Library/Mobile Documents",
+    "~/Library/CloudStorage",
+};
+
+/// May not go, nor anything in them.
+constexpr std::array<std::string_view, 49> kNever{
+    "~/.ssh",
+    "~/.gnupg",
+    "~/.aws",
+    "~/.kube",
+    "~/.config/gcloud",
+    "~/.azure",
+    "~/Library/Keychains",
+    "~/.claude/projects",
+    "~/.claude/CLAUDE.md",
+    "~/.claude/agents",
+    "~/.claude/commands",
+    "~/.claude/skills",
+    "~/.claude.json",
+    "~/.password-store",
+    "~/.netrc",
+    "~/.git-credentials",
+    "~/.config/git/credentials",
+    "~/.pgpass",
+    "~/.my.cnf",
+    "~/.mylogin.cnf",
+    "~/.config/gh",
+    "~/.config/hub",
+    "~/.config/glab-cli",
+    "~/.config/github-copilot",
+    "~/.config/containers",
+    "~/.config/doctl",
+    "~/.config/hcloud",
+    "~/.config/scw",
+    "~/.config/linode-cli",
+    "~/.config/helm",
+    "~/.config/argocd",
+    "~/.config/rclone",
+    "~/.config/borg",
+    "~/.config/restic",
+    "~/.config/netlify",
+    "~/.config/ngrok",
+    "~/.oci",
+    "~/.fly",
+    "~/.cloudflared",
+    "~/.ngrok2",
+    "~/.databrickscfg",
+    "~/.dbt",
+    "~/.boto",
+    "~/.s3cfg",
+    "~/.passwd-s3fs",
+    "~/.terraformrc",
+    "~/.vault-token",
+    "~/.yarnrc.yml",
+    "~/.jupyter",
+};
+
+/// Files with credentials among what else a tool keeps: they never go, and the folders that hold
+/// them not as long as they are there.
+constexpr std::array<std::string_view, 25> kFiles{
+    "~/.android/adbkey",
+    "~/.cache/huggingface/stored_tokens",
+    "~/.cache/huggingface/token",
+    "~/.cargo/credentials",
+    "~/.cargo/credentials.toml",
+    "~/.composer/auth.json",
+    "~/.config/configstore/firebase-tools.json",
+    "~/.config/dart/pub-credentials.json",
+    "~/.docker/config.json",
+    "~/.docker/contexts",
+    "~/.docker/trust",
+    "~/.gem/credentials",
+    "~/.gradle/gradle.properties",
+    "~/.hex/hex.config",
+    "~/.kaggle/kaggle.json",
+    "~/.m2/settings-security.xml",
+    "~/.m2/settings.xml",
+    "~/.minikube/ca.key",
+    "~/.nuget/NuGet/NuGet.Config",
+    "~/.pub-cache/credentials.json",
+    "~/.pulumi/credentials.json",
+    "~/.pulumi/stacks",
+    "~/.subversion/auth",
+    "~/.terraform.d/credentials.tfrc.json",
+    "~/.wrangler/config",
+};
+
+/// Caches that may go although their parents hold credentials.
+constexpr std::array<std::string_view, 3> kCarveOuts{
+    "~/.kube/cache",
+    "~/.kube/http-cache",
+    "~/.aws/cli/cache",
+};
+
+/// What bears one of these names in a profile, its program makes anew or can do without.
+constexpr std::array<std::string_view, 26> kCacheNames{
+    "cache",
+    "cache_*",
+    "caches",
+    "cache2",
+    "cacheddata",
+    "cachestorage",
+    "code cache",
+    "crash reports",
+    "crashpad",
+    "dawncache",
+    "dawngraphitecache",
+    "dawnwebgpucache",
+    "gpucache",
+    "graphitedawncache",
+    "grshadercache",
+    "logs",
+    "media_cache",
+    "optguideondeviceclassifiermodel",
+    "optguideondevicemodel",
+    "optimization_guide_model_store",
+    "safe browsing",
+    "shader-cache",
+    "shadercache",
+    "startupcache",
+    "thumbnails",
+    "tmp",
+};
+
+constexpr std::array<std::string_view, 3> kAgentFolders{"~/.claude", "~/.codex", "~/.gemini"};
+
+constexpr std::array<std::string_view, 3> kAgentFileBeginnings{"settings", "auth", "oauth"};
+
+constexpr std::array<std::string_view, 4> kUserOwnedRoots{
+    "/Applications",
+    "/Volumes",
+    "/opt/homebrew",
+    "/usr/local",
+};
+
+constexpr std::array<std::string_view, 12> kSecretNames{
+    ".env",
+    "credentials",
+    "credentials.json",
+    "auth.json",
+    ".git-credentials",
+    ".netrc",
+    ".npmrc",
+    ".pgpass",
+    ".pypirc",
+    "token.json",
+    "wallet.dat",
+    ".vault-token",
+};
+
+constexpr std::array<std::string_view, 8> kSecretEndings{
+    ".p12", ".pfx", ".keychain-db", ".kdbx", ".kdb", ".jks", ".keystore", ".ppk"};
+
+constexpr std::string_view kProtected = "protected location";
+constexpr std::string_view kHolds = "holds a protected location";
+constexpr std::string_view kCredentials = "holds credentials, settings or agent memory";
+
+bool looksLikeASecret(std::string_view lowerName) {
+    const auto endsName = [&](std::string_view ending) { return lowerName.ends_with(ending); };
+    return std::ranges::find(kSecretNames, lowerName) != kSecretNames.end() ||
+           std::ranges::any_of(kSecretEndings, endsName) || lowerName.starts_with("id_");
+}
+
+bool isWholeVolume(std::string_view path) {
+    constexpr std::string_view kVolumes = "/Volumes/";
+    return path.starts_with(kVolumes) && !path.substr(kVolumes.size()).contains('/');
+}
+
+bool isIn(const Texts& places, std::string_view path) {
+    return std::ranges::any_of(
+        places, [&](const std::string& place) { return Path::below(place, path).has_value(); });
+}
+
+/// Whether `path` lies strictly below `folder`.
+bool isInside(std::string_view folder, std::string_view path) {
+    const auto rest = Path::below(folder, path);
+    return rest && !rest->empty();
+}
+
+bool exists(const std::string& path) {
+    struct stat status {};
+    return lstat(path.c_str(), &status) == 0;
+}
+
+/// The first component of `path`, which loses it and the slash behind.
+std::string_view takeComponent(std::string_view& path) {
+    const std::size_t end = std::min(path.find('/'), path.size());
+    const std::string_view component = path.substr(0, end);
+    path.remove_prefix(std::min(end + 1, path.size()));
+    return component;
+}
+
+/// Removes what `pattern`, whose stars each stand for a component, and `path` have in common from
+/// both; false where they part.
+bool follow(std::string_view& pattern, std::string_view& path) {
+    while (!pattern.empty() && !path.empty()) {
+        const std::string_view wanted = takeComponent(pattern);
+        const std::string_view component = takeComponent(path);
+        if (wanted != component && wanted != "*") {
+            return false;
+        }
+    }
+    return true;
+}
+
+struct Row {
+    std::string text;
+    std::string lower;
+    std::string_view reason;  ///< Why a folder that holds it may not go.
+};
+
+/// A place of the tables, or a folder above one, so that what isn't there is looked for once.
+struct Node {
+    std::string text;
+    std::size_t parent;  ///< Its place in the list; its own for the uppermost.
+    bool isPlace = false;
+    std::string_view reason;
+};
+
+/// All that doesn't change while the program runs.
+struct FixedRows {
+    std::unordered_set<std::string> whole;
+    std::vector<Row> systemsWhole;  ///< Of these, the ones of this system.
+    std::vector<Row> never;
+    std::vector<Row> files;
+    std::vector<Row> profiles;
+    std::vector<Row> agents;
+    Texts carveOuts;
+    std::vector<Row> all;
+    std::vector<Node> nodes;
+};
+
+void add(std::vector<Row>& list, Rows rows, std::string_view reason) {
+    for (const std::string_view row : rows) {
+        list.push_back({std::string{row}, Text::lowered(row), reason});
+    }
+}
+
+/// The places and the folders above them, each behind its parent.
+std::vector<Node> nodesOf(const std::vector<Row>& rows) {
+    std::map<std::string, Node> byText;
+    for (const Row& row : rows) {
+        Node& node = byText[row.text];
+        node.isPlace = true;
+        node.reason = row.reason;
+        std::string_view above = row.text;
+        while (above.starts_with("~/")) {
+            above = Path::parent(above);
+            byText.try_emplace(std::string{above});
+        }
+    }
+    std::vector<Node> nodes;
+    std::map<std::string_view, std::size_t> numbers;
+    for (auto& [text, node] : byText) {
+        const auto parent = numbers.find(Path::parent(text));
+        const std::size_t number = nodes.size();
+        nodes.push_back(
+            {text, parent == numbers.end() ? number : parent->second, node.isPlace, node.reason});
+        numbers.emplace(text, number);
+    }
+    return nodes;
+}
+
+const FixedRows& fixedRows() {
+    static const FixedRows kRows = [] {
+        const Platform::ProtectedPlaces places = Platform::protectedPlaces();
+        FixedRows rows;
+        add(rows.systemsWhole, places.whole, kHolds);
+        add(rows.never, kNever, kCredentials);
+        add(rows.never, places.never, kCredentials);
+        add(rows.files, kFiles, kCredentials);
+        add(rows.profiles, places.profiles, kCredentials);
+        add(rows.agents, kAgentFolders, kCredentials);
+        add(rows.all, kWhole, kHolds);
+        for (const auto* list :
+             {&rows.systemsWhole, &rows.never, &rows.files, &rows.profiles, &rows.agents}) {
+            rows.all.insert(rows.all.end(), list->begin(), list->end());
+        }
+        for (const Row& row : rows.all) {
+            if (row.reason == kHolds) {
+                rows.whole.insert(row.lower);
+            }
+        }
+        add(rows.all, std::array{StoragePaths::kSupport}, "holds Brimlo's own data");
+        for (const Rows list : {Rows{kCarveOuts}, places.carveOuts}) {
+            std::ranges::transform(list, std::back_inserter(rows.carveOuts), Text::lowered);
+        }
+        rows.nodes = nodesOf(rows.all);
+        return rows;
+    }();
+    return kRows;
+}
+
+bool isCached(std::string_view rest) {
+    while (!rest.empty()) {
+        const std::string component{takeComponent(rest)};
+        const auto isIt = [&](std::string_view name) {
+            return Glob::matches(component, std::string{name});
+        };
+        if (std::ranges::any_of(kCacheNames, isIt)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Whether `place` is or lies in one of which nothing may go.
+bool mayNeverGo(const std::string& place) {
+    const FixedRows& rows = fixedRows();
+    const auto isCarved = [&](std::string_view pattern) {
+        std::string_view rest = place;
+        return follow(pattern, rest) && pattern.empty();
+    };
+    if (std::ranges::any_of(rows.carveOuts, isCarved)) {
+        return false;
+    }
+    const auto isAbove = [&](const Row& row) { return Path::below(row.lower, place).has_value(); };
+    return std::ranges::any_of(rows.never, isAbove) || std::ranges::any_of(rows.files, isAbove) ||
+           std::ranges::any_of(rows.profiles, [&](const Row& row) {
+               const auto rest = Path::below(row.lower, place);
+               return rest && !isCached(*rest);
+           });
+}
+
+/// Whether one of `rows`, all inside `place`, is there in the folder `path`, which stands for it.
+bool isAnyThere(const std::vector<Row>& rows, const std::string& path, const std::string& place) {
+    return std::ranges::any_of(rows, [&](const Row& row) {
+        return isInside(place, row.lower) && exists(path + row.text.substr(place.size()));
+    });
+}
+
+std::optional<std::string> text(std::string_view reason) {
+    return std::string{reason};
+}
+
+}  // namespace
+
+SafetyTables::SafetyTables() {
+    homes_.push_back(StoragePaths::home());
+    if (std::string real = RealPath::of(homes_.front()); real != homes_.front()) {
+        homes_.push_back(std::move(real));
+    }
+    for (const std::string_view root : kUserOwnedRoots) {
+        userOwned_.emplace_back(root);
+    }
+    for (const std::string& home : homes_) {
+        if (home != "/") {  // A home that is the whole disk makes nobody its owner.
+            userOwned_.push_back(Text::decomposed(home));
+            loweredHomes_.push_back(Text::lowered(home));
+        }
+    }
+    const std::string own = StoragePaths::expandTilde(StoragePaths::kSupport);
+    ownData_ = {place(own), place(RealPath::of(own))};
+    Platform::ProtectedPlaces places = Platform::protectedPlaces();
+    for (const std::string& folder : places.named) {
+        named_.push_back(Platform::withoutPrivatePrefix(Path::standardized(folder)));
+        loweredNamed_.push_back(place(named_.back()));
+    }
+    for (Platform::ProtectedPlaces::Stead& stead : places.steads) {
+        std::string folder = place(stead.folder);
+        if (folder != stead.standsFor) {
+            steads_.push_back({std::move(folder), std::move(stead.standsFor)});
+        }
+    }
+}
+
+std::string SafetyTables::place(std::string_view path) const {
+    std::string lower = Text::lowered(path);
+    for (const std::string& home : loweredHomes_) {
+        if (Path::below(home, lower)) {
+            return "~" + lower.substr(home.size());
+        }
+    }
+    return lower;
+}
+
+/// `place`, and what it is in the homes that it lies in.
+Texts SafetyTables::namesInHome(const std::string& place) const {
+    Texts names{place};
+    for (const Stead& stead : steads_) {
+        std::string_view pattern = stead.folder;
+        std::string_view rest = place;
+        if (follow(pattern, rest) && pattern.empty() && !rest.empty()) {
+            names.push_back(stead.standsFor + "/" + std::string{rest});
+        }
+    }
+    return names;
+}
+
+std::optional<std::string> SafetyTables::check(std::string_view path) const {
+    const std::string exact = Text::decomposed(path);
+    const std::string place = this->place(path);
+    const std::string_view name = Path::name(place);
+    const Texts names = namesInHome(place);
+    const FixedRows& rows = fixedRows();
+    if (std::ranges::find(loweredNamed_, place) != loweredNamed_.end() ||
+        std::ranges::any_of(
+            names, [&](const std::string& text) { return rows.whole.contains(text); })) {
+        return text(kProtected);
+    }
+    if (std::ranges::any_of(names, mayNeverGo)) {
+        return text(kCredentials);
+    }
+    const auto startsName = [&](std::string_view text) { return name.starts_with(text); };
+    for (const Row& folder : rows.agents) {
+        const std::optional<std::string_view> rest = Path::below(folder.lower, place);
+        if (rest && !rest->empty() && !rest->contains('/') &&
+            std::ranges::any_of(kAgentFileBeginnings, startsName)) {
+            return "agent settings or credentials";
+        }
+    }
+    if (looksLikeASecret(name)) {
+        return "looks like a secret";
+    }
+    // The system would cut a path at a NUL and so act on another one.
+    if (!Path::isUsable(path) || !isIn(userOwned_, exact)) {
+        return "outside user-owned locations";
+    }
+    if (isWholeVolume(exact)) {
+        return "whole volume";
+    }
+    const auto isBelow = [&](const std::string& own) {
+        return Path::below(place, own).has_value();
+    };
+    if (isIn(ownData_, place) || std::ranges::any_of(ownData_, isBelow)) {
+        return "holds Brimlo's own data";
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> SafetyTables::checkAsAWhole(std::string_view path) const {
+    if (auto reason = check(path)) {
+        return reason;
+    }
+    const std::string place = this->place(path);
+    const FixedRows& rows = fixedRows();
+    const auto isHeld = [&](const Row& row) { return Path::below(place, row.lower).has_value(); };
+    const std::string actual{path};
+    for (const auto* list : {&rows.never, &rows.profiles, &rows.agents}) {
+        if (std::ranges::any_of(*list, isHeld)) {
+            return text(kCredentials);
+        }
+    }
+    if (isAnyThere(rows.files, actual, place) || holdsAnotherHomesRows(actual, place)) {
+        return text(kCredentials);
+    }
+    const auto isPlaceHeld = [&](const std::string& other) {
+        return Path::below(place, other).has_value();
+    };
+    if (std::ranges::any_of(rows.whole, isPlaceHeld) ||
+        std::ranges::any_of(loweredNamed_, isPlaceHeld) ||
+        std::ranges::any_of(loweredHomes_, isPlaceHeld)) {
+        return text(kHolds);
+    }
+    return std::nullopt;
+}
+
+/// Whether rows are there in a home that `path` lies in or holds. By its name alone such a home
+/// holds nothing: there are as many as programs.
+bool SafetyTables::holdsAnotherHomesRows(const std::string& path, const std::string& place) const {
+    const FixedRows& rows = fixedRows();
+    return std::ranges::any_of(steads_, [&](const Stead& stead) {
+        std::string_view pattern = stead.folder;
+        std::string_view rest = place;
+        if (!follow(pattern, rest)) {
+            return false;
+        }
+        Glob::Pattern folders{.fixed = path};
+        while (!pattern.empty()) {
+            const std::string component{takeComponent(pattern)};
+            folders.rest.push_back({component, component == "*"});
+        }
+        const std::string standsFor =
+            rest.empty() ? stead.standsFor : stead.standsFor + "/" + std::string{rest};
+        return std::ranges::any_of(Glob::expand(folders), [&](const std::string& folder) {
+            return isAnyThere(rows.never, folder, standsFor) ||
+                   isAnyThere(rows.files, folder, standsFor) ||
+                   isAnyThere(rows.profiles, folder, standsFor) ||
+                   isAnyThere(rows.agents, folder, standsFor);
+        });
+    });
+}
+
+std::vector<SafetyTables::Landmark> SafetyTables::landmarks() const {
+    enum class Found { missing, plain, behindALink };
+    std::vector<Landmark> landmarks;
+    struct stat status {};
+    const std::vector<Node>& nodes = fixedRows().nodes;
+    std::vector<Found> found(nodes.size(), Found::missing);
+    std::string path;
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        const Node& node = nodes[i];
+        const Found above = node.parent == i ? Found::plain : found[node.parent];
+        const bool isInHome = node.text.starts_with('~');
+        if (above == Found::missing || (isInHome && loweredHomes_.empty())) {
+            continue;
+        }
+        path = isInHome ? homes_.front() : "";
+        path.append(node.text, isInHome ? 1 : 0);
+        if (lstat(path.c_str(), &status) != 0) {
+            continue;
+        }
+        const bool isLink = S_ISLNK(status.st_mode);
+        if (isLink && stat(path.c_str(), &status) != 0) {
+            continue;
+        }
+        // The links of the home itself are known.
+        const bool isElsewhere = node.text != "~" && (isLink || above == Found::behindALink);
+        found[i] = isElsewhere ? Found::behindALink : Found::plain;
+        if (node.isPlace) {
+            landmarks.push_back({
+                .path = path,
+                .real = isInHome && !isElsewhere ? homes_.back() + node.text.substr(1)
+                                                 : RealPath::of(path),
+                .isBehindALink = isElsewhere,
+                .identity = Platform::identityOf(status),
+                .reason = node.reason,
+            });
+        }
+    }
+    for (const std::string& folder : named_) {
+        if (stat(folder.c_str(), &status) == 0) {
+            landmarks.push_back({
+                .path = folder,
+                .real = RealPath::of(folder),
+                .isBehindALink = true,
+                .identity = Platform::identityOf(status),
+                .reason = kHolds,
+            });
+        }
+    }
+    return landmarks;
+}
+
+}  // namespace Brimlo
