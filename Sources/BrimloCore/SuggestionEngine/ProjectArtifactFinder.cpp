@@ -7,6 +7,7 @@
 #include "BrimloCore/Support/AtomicFile.h"
 #include "BrimloCore/Support/Days.h"
 #include "BrimloCore/Support/Path.h"
+#include "BrimloCore/Support/Safety.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
 
@@ -130,7 +131,10 @@ public:
         const Listing listing{folder.number()};
         std::optional<std::int64_t> idle;
         for (const std::string_view child : listing.folders) {
-            const auto matches = matcher_.matches(child, listing.names);
+            auto matches = matcher_.matches(child, listing.names);
+            if (!matches.empty() && !mayBeOutput(child)) {
+                matches.clear();
+            }
             if (!matches.empty() && !idle) {
                 idle = idleDays(path_, listing.names);
             }
@@ -154,7 +158,16 @@ public:
     std::vector<FoundArtifact> found;
 
 private:
+    /// Whether the folder `name` in this one is a project's and not a tool's own: such a one stands
+    /// hidden in the home, or is none that may go.
+    [[nodiscard]] bool mayBeOutput(std::string_view name) const {
+        const bool isTools = name.starts_with('.') && path_ == home_;
+        return !isTools && !gate_.judge(Path::join(path_, name), Safety::Chosen::byRule).refusal;
+    }
+
     ArtifactMatcher matcher_;
+    Safety::Gate gate_;
+    std::string home_ = StoragePaths::home();
     int maxDepth_;
     const ScanControl* control_;
     std::string path_;  ///< Of the folder that the walk is in.

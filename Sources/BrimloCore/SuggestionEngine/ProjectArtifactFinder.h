@@ -25,8 +25,9 @@ struct FoundArtifact {
 namespace ProjectArtifactFinder {
 
 /// Walks each root down to `maxDepth`, the root itself being depth 0. A folder may be found by
-/// several patterns; what is found is not entered. Ends early, with what it has, when `control` is
-/// cancelled. One thread.
+/// several patterns; what is found is not entered. What the safety gate refuses, and what is hidden
+/// directly in the home folder, is a tool's own and nothing that a project built. Ends early, with
+/// what it has, when `control` is cancelled. One thread.
 [[nodiscard]] std::vector<FoundArtifact> find(
     const std::vector<std::string>& roots, int maxDepth, const ScanControl* control = nullptr);
 

@@ -74,6 +74,19 @@ TEST_F(ProjectArtifactFinderTest, KnowsBuildOutputByItsNameAndNeighbours) {
     EXPECT_EQ(foundPaths(), expected);
 }
 
+TEST_F(ProjectArtifactFinderTest, TakesNoToolsOwnFolderInTheHomeForOutput) {
+    for (const char* file : {"build.gradle", "app.json", "package.json", "ProjectSettings/x"}) {
+        write(file);
+    }
+    for (const char* folder : {".gradle", ".expo", "Library", "Build", "node_modules", "p/.expo"}) {
+        makeFolder(std::string{folder} + "/in/__pycache__");
+    }
+    write("p/app.json");
+    write(".config/user-dirs.dirs", "XDG_DOCUMENTS_DIR=$HOME/Build");
+    const Texts expected{"Build/in/__pycache__", "node_modules", "p/.expo"};
+    EXPECT_EQ(foundPaths(), expected);
+}
+
 TEST_F(ProjectArtifactFinderTest, ReadsFoldersDownToTheLastDepth) {
     makeFolder("1/2/3/4/5/6/7/8/__pycache__");
     makeFolder("1/2/3/4/5/6/7/8/9/__pycache__");
