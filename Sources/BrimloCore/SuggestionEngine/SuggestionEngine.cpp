@@ -133,10 +133,16 @@ private:
             .group = pattern.group,
             .personas = pattern.personas,
             .risk = pattern.risk,
-            .regenerates = pattern.regenerates + " Preselected: projects idle for " +
-                           std::to_string(options_.staleDays) + "+ days.",
+            .regenerates = pattern.regenerates + preselection(pattern.risk),
             .isArtifact = true,
         };
+    }
+
+    /// What is said of the ticks of a pattern with this rating.
+    [[nodiscard]] std::string preselection(Risk risk) const {
+        return risk == Risk::review ? ""
+                                    : " Preselected: projects idle for " +
+                                          std::to_string(options_.staleDays) + "+ days.";
     }
 
     const SuggestionOptions& options_;
@@ -145,9 +151,13 @@ private:
     std::set<std::string> running_;
 };
 
-/// Which items start ticked: what comes back silently, unless the app that owns it runs, and the
-/// build output of projects that nobody has touched for long.
+/// Which items start ticked: what comes back silently, unless the app that owns it runs, and what
+/// is built again of the output of projects that nobody has touched for long. Never what is rated
+/// Review.
 bool isPreselected(const SuggestionItem& item, const Meta& meta, std::int64_t staleDays) {
+    if (meta.risk == Risk::review) {
+        return false;
+    }
     if (meta.isArtifact) {
         return item.idleDays.value_or(0) >= staleDays;
     }

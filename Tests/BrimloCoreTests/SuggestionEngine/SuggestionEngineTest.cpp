@@ -109,6 +109,16 @@ TEST_F(SuggestionEngineTest, FindsWhatCanBeCleanedAndTicksWhatIsSafe) {
     EXPECT_EQ(generated(), expected);
 }
 
+TEST_F(SuggestionEngineTest, NeverTicksWhatIsToBeReviewed) {
+    write("infra/Pulumi.yaml");
+    fill("infra/.pulumi/stacks/prod.json", 100);
+    age(at("infra"), 400.5);
+    const auto suggestions = SuggestionEngine::generate({.staleDays = 0});
+    const Texts expected{"artifact.pulumi-stack-state review", "  - infra/.pulumi 400 infra"};
+    EXPECT_EQ(described(suggestions), expected);
+    EXPECT_FALSE(suggestions.front().regenerates.contains("Preselected"));
+}
+
 TEST_F(SuggestionEngineTest, TicksProjectsByTheirIdleness) {
     makeProject("a", 29.5, 10);
     makeProject("b", 30.5, 50);
