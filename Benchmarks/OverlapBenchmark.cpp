@@ -23,7 +23,7 @@ std::vector<Candidate> candidates(std::size_t count, std::size_t metaCount) {
         } else if (i % 4 != 0) {
             path.append("-").append(std::to_string(i));
         }
-        list.push_back({.meta = i % metaCount, .item = {.path = std::move(path)}});
+        list.push_back({.meta = i % metaCount, .item = {.path = path}, .place = path});
     }
     return list;
 }

@@ -28,6 +28,9 @@ struct Meta {
 struct Candidate {
     std::size_t meta = 0;  ///< Its place in the list of `Meta`.
     SuggestionItem item;   ///< Not yet measured.
+    /// The one name of where the item lies; its path where that has no other name. Candidates are
+    /// compared by it.
+    std::string place;
 };
 
 }  // namespace Brimlo

@@ -23,10 +23,10 @@ namespace Brimlo::SuggestionEngine {
 
 namespace {
 
-/// The kept candidates, by path, in the order of their acceptance.
+/// The kept candidates, by place, in the order of their acceptance.
 class Kept {
 public:
-    /// The kept candidate at `path` or the nearest above it, or nullptr.
+    /// The kept candidate at the place `path` or the nearest above it, or nullptr.
     [[nodiscard]] const Candidate* covering(std::string_view path) const {
         while (!path.empty() && path != "/") {
             if (const auto found = places_.find(path); found != places_.end()) {
@@ -39,12 +39,12 @@ public:
     }
 
     void accept(const Candidate& candidate) {
-        places_.emplace(candidate.item.path, accepted_.size());
+        places_.emplace(candidate.place, accepted_.size());
         accepted_.push_back(candidate);
     }
 
     void evict(const Candidate& candidate) {
-        const auto place = places_.find(candidate.item.path);
+        const auto place = places_.find(candidate.place);
         const std::size_t index = place->second;
         places_.erase(place);
         evicted_.resize(accepted_.size());
@@ -73,7 +73,7 @@ std::vector<Candidate> sorted(std::vector<Candidate> candidates, const std::vect
     keys.reserve(candidates.size());
     for (const Candidate& candidate : candidates) {
         const Meta& meta = metas[candidate.meta];
-        const Key key{Text::characterCount(candidate.item.path), meta.catchAll, meta.risk};
+        const Key key{Text::characterCount(candidate.place), meta.catchAll, meta.risk};
         keys.emplace_back(key, keys.size());
     }
     std::ranges::sort(keys);  // The place is part of the key, so this keeps ties in order.
@@ -92,7 +92,7 @@ std::vector<Candidate> resolveOverlaps(
     Kept kept;
     for (const Candidate& candidate : sorted(std::move(candidates), metas)) {
         const Meta& meta = metas[candidate.meta];
-        const Candidate* broader = kept.covering(candidate.item.path);
+        const Candidate* broader = kept.covering(candidate.place);
         if (broader == nullptr) {
             kept.accept(candidate);
         } else if (!meta.catchAll && meta.risk < metas[broader->meta].risk) {

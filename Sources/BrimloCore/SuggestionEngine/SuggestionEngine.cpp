@@ -5,6 +5,7 @@
 #include "BrimloCore/RulePacks/Catalog.h"
 #include "BrimloCore/SuggestionEngine/Candidate.h"
 #include "BrimloCore/SuggestionEngine/OverlapResolver.h"
+#include "BrimloCore/SuggestionEngine/PlaceNames.h"
 #include "BrimloCore/SuggestionEngine/ProjectArtifactFinder.h"
 #include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/StoragePaths.h"
@@ -240,6 +241,10 @@ std::vector<Suggestion> generate(const SuggestionOptions& options, const ScanCon
     enterPhase("Measuring " + count + " folders…");
     std::vector<Candidate> kept;
     timed("resolve overlaps (" + count + " candidates)", [&] {
+        PlaceNames names;
+        for (Candidate& candidate : gathering.candidates) {
+            candidate.place = names.of(candidate.item.path);
+        }
         kept = resolveOverlaps(std::move(gathering.candidates), gathering.metas);
     });
 

@@ -25,10 +25,11 @@ const std::vector<Meta> kMetas{
 };
 
 /// A candidate whose idle days number it, so that equal ones can be told apart.
-Candidate candidate(std::size_t meta, std::string path, std::size_t number) {
+Candidate candidate(std::size_t meta, const std::string& path, std::size_t number) {
     const auto idleDays = static_cast<std::int64_t>(number);
     return {
-        .meta = meta, .item = {.path = std::move(path), .idleDays = idleDays}
+        .meta = meta, .item = {.path = path, .idleDays = idleDays},
+             .place = path
     };
 }
 

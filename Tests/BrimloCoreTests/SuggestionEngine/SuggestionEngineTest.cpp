@@ -119,6 +119,30 @@ TEST_F(SuggestionEngineTest, NeverTicksWhatIsToBeReviewed) {
     EXPECT_FALSE(suggestions.front().regenerates.contains("Preselected"));
 }
 
+TEST_F(SuggestionEngineTest, OffersAPlaceOnceByAnyOfItsNames) {
+    fill(".cache/big/in/x", 90);
+    fill(".cache/big/y", 300);
+    makeProject("code/p", 200.5, 150);
+    link("way", ".cache/./");
+    link(".cache/twice", "big");
+    link("src", at("code"));
+    save({.id = "custom.review", .risk = Risk::review, .paths = {"~/way/big"}});
+    save({
+        .id = "custom.safe", .risk = Risk::safe, .paths = {"~/.cache/big/in", "~/way/big/in"}
+    });
+    save({.id = "custom.twice", .risk = Risk::rebuild, .paths = {"~/.cache/twice/y"}});
+    save({.id = "custom.output", .risk = Risk::review, .paths = {"~/src/p/node_modules"}});
+    const Texts expected{
+        "custom.twice rebuild",
+        "  - .cache/twice/y 0 -",
+        "artifact.node_modules rebuild",
+        "  * code/p/node_modules 200 p",
+        "custom.safe safe",
+        "  * .cache/big/in 0 -",
+    };
+    EXPECT_EQ(generated(), expected);
+}
+
 TEST_F(SuggestionEngineTest, TicksProjectsByTheirIdleness) {
     makeProject("a", 29.5, 10);
     makeProject("b", 30.5, 50);
