@@ -128,6 +128,14 @@ std::expected<FileIdentity, Error> find(
     const std::string& trashPath,
     const std::string& entryID,
     const std::optional<std::string>& recorded) {
+    // Most of a long journal is gone. Two calls tell so where its folder is still there, and opening
+    // and checking the Trash takes twenty.
+    const fs::path path{trashPath};
+    struct stat none {};
+    if (lstat(path.c_str(), &none) != 0 && errno == ENOENT &&
+        lstat(path.parent_path().c_str(), &none) == 0) {
+        return failure(ENOENT);
+    }
     const auto item = Item::at(trashPath);
     if (!item) {
         return std::unexpected(item.error());
