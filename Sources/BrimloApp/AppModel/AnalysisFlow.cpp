@@ -71,12 +71,14 @@ void AppModel::startScan(const std::optional<std::string>& path) {
     takeTree(nullptr);
     assign(scanFiles_, std::int64_t{0}, &AppModel::scanFilesChanged);
     assign(scanBytes_, std::int64_t{0}, &AppModel::scanBytesChanged);
+    assign(leftOutCount_, 0, &AppModel::unreadableCountChanged);
     assign(unreadableCount_, 0, &AppModel::unreadableCountChanged);
     scanSampling_ = clock_.schedule(kSamplingTime, Clock::Repeat::always, [this] { sampleScan(); });
 
     struct Scanned {
         std::shared_ptr<FileNode> root;
         int unreadableCount = 0;
+        int leftOutCount = 0;
         std::vector<UnreadableArea> unreadableAreas;
     };
     runInBackground(
@@ -87,6 +89,7 @@ void AppModel::startScan(const std::optional<std::string>& path) {
                   .scan(root)
             };
             scanned.unreadableCount = static_cast<int>(control->inaccessible().size());
+            scanned.leftOutCount = static_cast<int>(control->otherVolumes().size());
             scanned.unreadableAreas = UnreadableFolders::group(*control, StoragePaths::home());
             return scanned;
         },
@@ -103,6 +106,8 @@ void AppModel::startScan(const std::optional<std::string>& path) {
                 }
             }
             model.forgetWhatWent();
+            model.assign(
+                model.leftOutCount_, scanned.leftOutCount, &AppModel::unreadableCountChanged);
             model.assign(
                 model.unreadableCount_, scanned.unreadableCount, &AppModel::unreadableCountChanged);
             model.assign(

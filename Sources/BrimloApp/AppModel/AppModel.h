@@ -83,6 +83,7 @@ class AppModel : public QObject {
     Q_PROPERTY(double scanBytes READ scanBytes NOTIFY scanBytesChanged)
     Q_PROPERTY(QString scanPath READ scanPath NOTIFY scanPathChanged)
     Q_PROPERTY(int unreadableCount READ unreadableCount NOTIFY unreadableCountChanged)
+    Q_PROPERTY(int leftOutCount READ leftOutCount NOTIFY unreadableCountChanged)
     Q_PROPERTY(QString sortKey READ sortKeyID WRITE setSortKeyID NOTIFY sortKeyChanged)
     Q_PROPERTY(bool ascending READ ascending WRITE setAscending NOTIFY ascendingChanged)
     Q_PROPERTY(bool previewRequested READ previewRequested WRITE setPreviewRequested NOTIFY
@@ -235,6 +236,8 @@ public:
     [[nodiscard]] double scanBytes() const { return static_cast<double>(scanBytes_); }
     [[nodiscard]] const QString& scanPath() const { return scanPath_; }
     [[nodiscard]] int unreadableCount() const { return unreadableCount_; }
+    /// Other volumes below the scanned folder.
+    [[nodiscard]] int leftOutCount() const { return leftOutCount_; }
     [[nodiscard]] const std::vector<UnreadableArea>& unreadableAreas() const {
         return unreadableAreas_;
     }
@@ -566,6 +569,7 @@ private:
     std::int64_t scanBytes_ = 0;
     QString scanPath_;
     int unreadableCount_ = 0;
+    int leftOutCount_ = 0;
     std::vector<UnreadableArea> unreadableAreas_;
     FileNode::SortKey sortKey_ = FileNode::SortKey::size;
     bool ascending_ = false;

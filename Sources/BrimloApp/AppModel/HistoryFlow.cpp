@@ -2,6 +2,7 @@
 #include "BrimloApp/AppModel/JournalReading.h"
 #include "BrimloApp/AppModel/RunInBackground.h"
 #include "BrimloApp/AppModel/Shown.h"
+#include "BrimloCore/Platform/Privacy.h"
 
 #include <utility>
 
@@ -84,8 +85,10 @@ void AppModel::emptyTrash() {
     }
     runBusy(QStringLiteral("Emptying Trash…"), [] {
         const TrashReport report = Cleaner::emptyTrash();
+        const bool mayBePrivacy =
+            !report.failures.empty() && !Platform::privacySettingsAddress().empty();
         return report.emptiedSentence() +
-               (report.failures.empty() ? "" : " Grant Full Disk Access if this persists.");
+               (mayBePrivacy ? " Grant Full Disk Access if this persists." : "");
     });
 }
 

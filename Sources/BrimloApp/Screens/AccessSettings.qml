@@ -8,15 +8,15 @@ SettingsSection {
         symbol: AppModel.hasFullDiskAccess ? "checkmark.shield" : "lock.shield"
         text: AppModel.hasFullDiskAccess ? qsTr("Full Disk Access granted") : qsTr("Full Disk Access not granted")
         color: AppModel.hasFullDiskAccess ? Theme.safeText : Theme.rebuildText
+        visible: SystemWords.hasPrivacyPage
 
         OutlineButton {
             text: qsTr("Open System Settings")
-            enabled: SystemWords.hasPrivacyPage
             onClicked: AppModel.openPrivacySettings()
         }
     }
     SettingsCaption {
-        text: qsTr("This system has no page for it: what you may read, Brimlo may read.")
+        text: qsTr("What you may read, Brimlo may read.")
         visible: !SystemWords.hasPrivacyPage
     }
 }

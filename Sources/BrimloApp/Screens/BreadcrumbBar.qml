@@ -62,11 +62,11 @@ Item {
         PlainButton {
             id: unreadable
 
-            text: qsTr("%1 unreadable").arg(Format.count(AppModel.unreadableCount))
+            text: AppModel.unreadableCount > 0 ? qsTr("%1 unreadable").arg(Format.count(AppModel.unreadableCount)) : qsTr("%1 left out").arg(Format.count(AppModel.leftOutCount))
             symbol: "exclamationmark.triangle"
             help: popover.presented ? "" : qsTr("Click to see which folders and why")
             ink: Theme.rebuildText
-            visible: AppModel.unreadableCount > 0
+            visible: AppModel.unreadableCount + AppModel.leftOutCount > 0
             checked: popover.presented
             onClicked: popover.presented = !popover.presented
 

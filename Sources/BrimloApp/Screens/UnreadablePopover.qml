@@ -18,14 +18,14 @@ Popover {
     Label {
         id: title
 
-        text: qsTr("%1 folders could not be read").arg(Format.count(AppModel.unreadableCount))
+        text: AppModel.unreadableCount > 0 ? qsTr("%1 folders could not be read").arg(Format.count(AppModel.unreadableCount)) : qsTr("%1 other volumes were left out").arg(Format.count(AppModel.leftOutCount))
         font.pixelSize: Theme.title
         font.weight: Font.DemiBold
         Layout.fillWidth: true
         Accessible.role: Accessible.Heading
     }
     Label {
-        text: SystemWords.hasPrivacyPage ? qsTr("Their size is not in the total. macOS hides these from apps that do not have Full Disk Access.") : qsTr("Their size is not in the total. They belong to the system or to other users.")
+        text: AppModel.unreadableCount === 0 ? qsTr("Their size is not in the total.") : SystemWords.hasPrivacyPage ? qsTr("Their size is not in the total. macOS hides these from apps that do not have Full Disk Access.") : qsTr("Their size is not in the total. They belong to the system or to other users.")
         secondary: true
         wrapMode: Text.Wrap
         lineHeight: 1.15
@@ -48,10 +48,12 @@ Popover {
         visible: areas.moreCount > 0
     }
     Divider {
+        visible: SystemWords.hasPrivacyPage
         Layout.fillWidth: true
     }
     RowLayout {
         spacing: Theme.tight
+        visible: SystemWords.hasPrivacyPage
 
         Icon {
             symbol: AppModel.hasFullDiskAccess ? "checkmark.shield" : "lock.shield"
@@ -65,7 +67,6 @@ Popover {
         OutlineButton {
             text: qsTr("Open System Settings")
             visible: !AppModel.hasFullDiskAccess
-            enabled: SystemWords.hasPrivacyPage
             onClicked: AppModel.openPrivacySettings()
         }
     }

@@ -1,6 +1,7 @@
 #include "BrimloCore/Cleaner/DuplicateExtras.h"
 
 #include "BrimloCore/Cleaner/FileReader.h"
+#include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Platform/CloneFile.h"
 #include "BrimloCore/Platform/FileIdentity.h"
 #include "BrimloCore/Platform/FileVersion.h"
@@ -67,7 +68,7 @@ public:
             return clone.error().description;
         }
         const auto reason = takePlace(*clone);
-        sharedBytes += reason ? 0 : version_->length;
+        sharedBytes = Bytes::sum(sharedBytes, reason ? 0 : version_->length);
         return reason;
     }
 

@@ -2,6 +2,7 @@
 
 #include "BrimloCore/DiskScanner/FolderPlace.h"
 #include "BrimloCore/DiskScanner/LinkedFiles.h"
+#include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Platform/DirectoryReader.h"
 #include "BrimloCore/Platform/EntryStatus.h"
 #include "BrimloCore/Support/Path.h"
@@ -180,7 +181,7 @@ private:
             ++level.subfoldersLeft;
         } else if (status->kind == EntryStatus::Kind::file) {
             ++level.files;
-            level.bytes += status->allocatedBytes;
+            level.bytes = Bytes::sum(level.bytes, status->allocatedBytes);
             if (status->allocatedBytes < top_.threshold()) {
                 return;
             }

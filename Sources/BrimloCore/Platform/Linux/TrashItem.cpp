@@ -128,8 +128,8 @@ std::expected<FileIdentity, Error> find(
     const std::string& trashPath,
     const std::string& entryID,
     const std::optional<std::string>& recorded) {
-    // Most of a long journal is gone. Two calls tell so where its folder is still there, and opening
-    // and checking the Trash takes twenty.
+    // Most of a long journal is gone. Two calls tell so where its folder is still there, and
+    // opening and checking the Trash takes twenty.
     const fs::path path{trashPath};
     struct stat none {};
     if (lstat(path.c_str(), &none) != 0 && errno == ENOENT &&
