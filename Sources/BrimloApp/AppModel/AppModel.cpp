@@ -57,6 +57,7 @@ AppModel::~AppModel() {
     // The walks know nothing of the model: told to end, they at least end soon.
     cancelScan();
     cancelLargeFiles();
+    cancelDuplicates();
     releaseInBackground(std::pair{std::move(root_), std::move(current_)});
 }
 
