@@ -29,10 +29,10 @@ struct Arguments {
     bool yes = false;
 };
 
-Groups find(const std::vector<std::string>& roots, std::int64_t minSize) {
+Groups find(const std::vector<std::string>& roots, std::int64_t minSize, ScanControl& control) {
     Console::Progress progress;
     progress.show("Looking for files of the same length…");
-    return DuplicateFinder::find(roots, minSize, nullptr, [&](const std::string& path) {
+    return DuplicateFinder::find(roots, minSize, &control, [&](const std::string& path) {
         progress.show("Reading " + Console::shortPath(path));
     });
 }
@@ -45,7 +45,7 @@ std::size_t extraCount(const Groups& groups) {
     return count;
 }
 
-void show(const Groups& groups) {
+void show(const Groups& groups, std::int64_t minSize, std::size_t unread) {
     std::int64_t wasted = 0;
     for (const DuplicateGroup& group : groups) {
         Console::line(
@@ -59,14 +59,15 @@ void show(const Groups& groups) {
         }
         wasted = Bytes::sum(wasted, group.wastedBytes());
     }
-    if (groups.empty()) {
-        Console::line("No two files are equal.");
-        return;
-    }
     Console::line(
-        Console::bold(
-            Console::count(extraCount(groups), "extra file") + ", " + Fmt::bytes(wasted)) +
-        ".");
+        groups.empty()
+            ? "No two files of " + Fmt::bytes(minSize) + " or more are equal."
+            : Console::bold(
+                  Console::count(extraCount(groups), "extra file") + ", " + Fmt::bytes(wasted)) +
+                  ".");
+    if (unread > 0) {
+        Console::line(Console::dim(Console::count(unread, "folder") + " could not be read."));
+    }
 }
 
 void showWays() {
@@ -144,9 +145,12 @@ std::vector<std::string> roots(const std::vector<std::string>& paths) {
     return result;
 }
 
-ExitCode act(const Groups& groups, const Arguments& arguments, const Tool& tool) {
+ExitCode act(
+    const std::vector<std::string>& folders, const Arguments& arguments, const Tool& tool) {
+    ScanControl control;
+    const Groups groups = find(folders, arguments.minSize, control);
     if (!tool.isJson()) {
-        show(groups);
+        show(groups, arguments.minSize, control.inaccessible().size());
         if (groups.empty()) {
             return ExitCode::done;
         }
@@ -175,7 +179,7 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
     if (folders.empty() && !tool.isJson()) {
         return ExitCode::problems;
     }
-    const ExitCode exit = act(find(folders, arguments.minSize), arguments, tool);
+    const ExitCode exit = act(folders, arguments, tool);
     const bool isComplete = folders.size() >= arguments.paths.size();
     return exit == ExitCode::done && !isComplete ? ExitCode::problems : exit;
 }

@@ -278,18 +278,21 @@ void AppModel::findLargeFiles() {
     }
     assign(isFindingLarge_, true, &AppModel::isFindingLargeChanged);
     assign(largeFiles_, {}, &AppModel::largeFilesChanged);
+    assign(largeSearched_, false, &AppModel::largeSearchedChanged);
     largeControl_ = std::make_shared<ScanControl>();
     runInBackground(
         this,
         [root = largeRoot_, control = largeControl_] {
             return LargeFiles::find(root, kLargeFileLimit, kLargeFileSize, *control);
         },
-        [](AppModel& model, std::vector<std::shared_ptr<FileNode>> found) {
+        [control = largeControl_](AppModel& model, std::vector<std::shared_ptr<FileNode>> found) {
             model.assign(model.largeFiles_, std::move(found), &AppModel::largeFilesChanged);
             model.takeOutOfLargeFiles(model.wentMeanwhile_);
             model.assign(model.isFindingLarge_, false, &AppModel::isFindingLargeChanged);
             model.forgetWhatWent();
-            model.assign(model.largeSearched_, true, &AppModel::largeSearchedChanged);
+            model.largeUnreadable_ = std::ssize(control->inaccessible());
+            model.assign(
+                model.largeSearched_, !control->isCancelled(), &AppModel::largeSearchedChanged);
         });
 }
 
@@ -343,6 +346,7 @@ void AppModel::findDuplicates() {
     }
     assign(isFindingDupes_, true, &AppModel::isFindingDupesChanged);
     assign(dupGroups_, {}, &AppModel::dupGroupsChanged);
+    assign(dupsSearched_, false, &AppModel::dupsSearchedChanged);
     dupControl_ = std::make_shared<ScanControl>();
     runInBackground(
         this,
@@ -352,11 +356,9 @@ void AppModel::findDuplicates() {
         [control = dupControl_](AppModel& model, std::vector<DuplicateGroup> found) {
             model.assign(model.dupGroups_, std::move(found), &AppModel::dupGroupsChanged);
             model.assign(model.isFindingDupes_, false, &AppModel::isFindingDupesChanged);
-            // Of a search that was cancelled nobody knows that there is nothing.
+            model.dupsUnreadable_ = std::ssize(control->inaccessible());
             model.assign(
-                model.dupsSearched_,
-                model.dupsSearched_ || !control->isCancelled(),
-                &AppModel::dupsSearchedChanged);
+                model.dupsSearched_, !control->isCancelled(), &AppModel::dupsSearchedChanged);
         });
 }
 

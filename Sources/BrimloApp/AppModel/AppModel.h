@@ -65,6 +65,8 @@ class AppModel : public QObject {
     Q_PROPERTY(int suggestionCount READ suggestionCount NOTIFY suggestionsChanged)
     Q_PROPERTY(int planCount READ planCount NOTIFY currentPlanChanged)
     Q_PROPERTY(double planBytes READ planBytes NOTIFY currentPlanChanged)
+    Q_PROPERTY(double planFinalBytes READ planFinalBytes NOTIFY currentPlanChanged)
+    Q_PROPERTY(bool planHasFinalItems READ planHasFinalItems NOTIFY currentPlanChanged)
     Q_PROPERTY(QString personaFilter READ personaFilterID WRITE setPersonaFilterID NOTIFY
                    personaFilterChanged)
     Q_PROPERTY(bool showResult READ showResult WRITE setShowResult NOTIFY showResultChanged)
@@ -94,9 +96,11 @@ class AppModel : public QObject {
     Q_PROPERTY(QString dupRoot READ dupRootText WRITE setDupRootText NOTIFY dupRootChanged)
     Q_PROPERTY(bool isFindingDupes READ isFindingDupes NOTIFY isFindingDupesChanged)
     Q_PROPERTY(bool dupsSearched READ dupsSearched NOTIFY dupsSearchedChanged)
+    Q_PROPERTY(qint64 dupsUnreadable READ dupsUnreadable NOTIFY dupsSearchedChanged)
     Q_PROPERTY(QString largeRoot READ largeRootText WRITE setLargeRootText NOTIFY largeRootChanged)
     Q_PROPERTY(bool isFindingLarge READ isFindingLarge NOTIFY isFindingLargeChanged)
     Q_PROPERTY(bool largeSearched READ largeSearched NOTIFY largeSearchedChanged)
+    Q_PROPERTY(qint64 largeUnreadable READ largeUnreadable NOTIFY largeSearchedChanged)
 
     // History.
     Q_PROPERTY(QString journalProblem READ journalProblem NOTIFY journalProblemChanged)
@@ -182,6 +186,10 @@ public:
     [[nodiscard]] double planBytes() const {
         return static_cast<double>(currentPlan_.totalBytes());
     }
+    [[nodiscard]] double planFinalBytes() const {
+        return static_cast<double>(currentPlan_.finalBytes());
+    }
+    [[nodiscard]] bool planHasFinalItems() const { return currentPlan_.hasFinalItems(); }
     [[nodiscard]] std::optional<Persona> personaFilter() const { return personaFilter_; }
     void setPersonaFilter(std::optional<Persona> persona);
     [[nodiscard]] DisposalMode disposal() const { return disposal_; }
@@ -271,7 +279,10 @@ public:
         return largeFiles_;
     }
     [[nodiscard]] bool isFindingLarge() const { return isFindingLarge_; }
+    /// Whether the list is what a search found that nobody cancelled.
     [[nodiscard]] bool largeSearched() const { return largeSearched_; }
+    /// Folders that this search could not read.
+    [[nodiscard]] std::int64_t largeUnreadable() const { return largeUnreadable_; }
 
     Q_INVOKABLE void findDuplicates();
     Q_INVOKABLE void findDuplicatesInHome();
@@ -289,6 +300,7 @@ public:
     [[nodiscard]] const std::vector<DuplicateGroup>& dupGroups() const { return dupGroups_; }
     [[nodiscard]] bool isFindingDupes() const { return isFindingDupes_; }
     [[nodiscard]] bool dupsSearched() const { return dupsSearched_; }
+    [[nodiscard]] std::int64_t dupsUnreadable() const { return dupsUnreadable_; }
 
     // ---- History and the Trash: HistoryFlow.cpp ---------------------------------------------
 
@@ -582,11 +594,13 @@ private:
     std::vector<DuplicateGroup> dupGroups_;
     bool isFindingDupes_ = false;
     bool dupsSearched_ = false;
+    std::int64_t dupsUnreadable_ = 0;
     std::shared_ptr<ScanControl> dupControl_;
     std::string largeRoot_;
     std::vector<std::shared_ptr<FileNode>> largeFiles_;
     bool isFindingLarge_ = false;
     bool largeSearched_ = false;
+    std::int64_t largeUnreadable_ = 0;
     std::shared_ptr<ScanControl> largeControl_;
 
     std::unique_ptr<RuleDraft> ruleDraft_;

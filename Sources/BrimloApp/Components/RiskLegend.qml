@@ -15,7 +15,7 @@ ColumnLayout {
         Accessible.role: Accessible.Heading
     }
     Label {
-        text: qsTr("Nothing is ever permanently deleted by default. Everything goes to Trash first and is listed under History where you can undo it.")
+        text: qsTr("Everything goes to Trash first and is listed under History, where you can undo it. Only what Docker holds goes for good, and the review says so.")
         secondary: true
         wrapMode: Text.Wrap
         lineHeight: 1.15

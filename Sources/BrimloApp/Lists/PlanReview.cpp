@@ -105,16 +105,12 @@ double PlanReview::totalBytes() const {
 }
 
 double PlanReview::freedNow() const {
-    double freed = 0;
-    for (const CleanItem& item : plan_.items()) {
-        freed += isPseudoPath(item.path) ? static_cast<double>(item.size) : 0;
-    }
-    return freed;
+    return static_cast<double>(plan_.finalBytes());
 }
 
 bool PlanReview::hasReviewItems() const {
     return std::ranges::any_of(plan_.items(), [](const CleanItem& item) {
-        return item.risk.value_or(Risk::review) == Risk::review;
+        return !isPseudoPath(item.path) && item.risk.value_or(Risk::review) == Risk::review;
     });
 }
 

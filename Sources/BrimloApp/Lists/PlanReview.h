@@ -37,6 +37,7 @@ class PlanReview : public BRIMLO_SOURCE_ROWS(PlanReviewRow) {
     Q_PROPERTY(double totalBytes READ totalBytes NOTIFY planChanged)
     Q_PROPERTY(double freedNow READ freedNow NOTIFY planChanged)
     Q_PROPERTY(double freedAfterEmptying READ freedAfterEmptying NOTIFY planChanged)
+    Q_PROPERTY(bool hasFinalItems READ hasFinalItems NOTIFY planChanged)
     Q_PROPERTY(bool hasReviewItems READ hasReviewItems NOTIFY planChanged)
 
 public:
@@ -58,7 +59,9 @@ public:
     /// Bytes that are free at once: those of Docker's objects.
     [[nodiscard]] double freedNow() const;
     [[nodiscard]] double freedAfterEmptying() const { return totalBytes() - freedNow(); }
-    /// Whether an item may hold the user's own files: by its rating, or because it has none.
+    [[nodiscard]] bool hasFinalItems() const { return plan_.hasFinalItems(); }
+    /// Whether an item that goes to the Trash may hold the user's own files: by its rating, or
+    /// because it has none.
     [[nodiscard]] bool hasReviewItems() const;
 
 Q_SIGNALS:

@@ -70,6 +70,8 @@ Row detailsOf(const Suggestion& suggestion) {
     row.risk = suggestion.risk;
     row.regenerates = suggestion.regenerates;
     row.officialCommand = suggestion.officialCommand.value_or("");
+    row.isDocker = std::ranges::any_of(
+        suggestion.items, [](const SuggestionItem& item) { return isPseudoPath(item.path); });
     return row;
 }
 
@@ -78,6 +80,7 @@ Row itemOf(
     const SuggestionItem& item,
     const std::set<std::string>& selected) {
     Row row{.kind = Kind::item, .id = suggestion.id, .path = item.path};
+    row.isDocker = isPseudoPath(item.path);
     row.size = item.size;
     row.tick = selected.contains(item.path) ? Tick::all : Tick::none;
     row.subtitle = item.subtitle.value_or("");
@@ -103,7 +106,7 @@ std::vector<SuggestionRows::Role> roles() {
         {"subtitle",        text(&Row::subtitle)                                                },
         {"detail",          text(&Row::detail)                                                  },
         {"idleDays",        [](const Row& row) { return static_cast<int>(row.idleDays); }       },
-        {"isDocker",        [](const Row& row) { return isPseudoPath(row.path); }               },
+        {"isDocker",        [](const Row& row) { return row.isDocker; }                         },
     };
 }
 

@@ -32,6 +32,7 @@ struct SuggestionRow {
     std::int64_t itemCount = 0;  ///< Of a suggestion, or those that are not listed.
     Tick tick = Tick::none;      ///< Of a suggestion, or of an item.
     bool expanded = false;
+    bool isDocker = false;  ///< Whether it, or what belongs to it, goes for good through Docker.
 
     std::string regenerates;
     std::string officialCommand;

@@ -88,7 +88,7 @@ FocusScope {
         }
         EmptyState {
             symbol: "folder"
-            title: rows.count === 0 ? qsTr("This folder is empty.") : qsTr("Nothing in this folder takes up space.")
+            title: rows.count === 0 && AppModel.unreadableCount > 0 ? qsTr("Nothing in this folder could be read.") : rows.count === 0 ? qsTr("This folder is empty.") : qsTr("Nothing in this folder takes up space.")
             visible: !list.visible && !map.visible
             Layout.fillWidth: true
             Layout.fillHeight: true

@@ -46,7 +46,7 @@ ListRow {
             text: row.isDocker ? qsTr("Docker · permanent") : qsTr("Trash")
             symbol: row.isDocker ? "shippingbox" : "trash"
             color: row.isDocker ? Theme.review : Theme.info
-            help: row.isDocker ? qsTr("Docker objects are removed through Docker and cannot be restored. Images and cache can be pulled or rebuilt.") : ""
+            help: row.isDocker ? qsTr("Docker objects are removed through Docker and cannot be restored. What was never pushed or cannot be built again is lost.") : ""
         }
     }
 }

@@ -66,6 +66,11 @@ Sheet {
         }
     }
     Notice {
+        text: qsTr("What Docker holds goes for good and cannot be put back.")
+        color: Theme.review
+        visible: sheet.review.hasFinalItems
+    }
+    Notice {
         text: qsTr("Some items may contain your own files. They stay in Trash and can be put back.")
         color: Theme.rebuild
         visible: sheet.review.hasReviewItems

@@ -39,7 +39,7 @@ Screen {
             visible: AppModel.journalProblem !== ""
         }
         Notice {
-            text: qsTr("Undo restores an item from the Trash if it is still there. Trash items are removed automatically after your retention period.")
+            text: AppModel.autoCleanEnabled ? qsTr("Undo restores an item from the Trash if it is still there. Auto-clean removes what Brimlo put there after %1 days.").arg(Format.count(AppModel.trashRetentionDays)) : qsTr("Undo restores an item from the Trash if it is still there.")
         }
     }
     EmptyState {

@@ -11,7 +11,7 @@ StartPanel {
     symbol: searched ? "checkmark.circle" : "doc.text.magnifyingglass"
     eyebrow: qsTr("Large Files")
     title: searched ? qsTr("No large files found.") : qsTr("Find your biggest files.")
-    line: searched ? qsTr("Nothing 50 MB or larger in this folder. Try another folder.") : qsTr("Lists the biggest individual files (50 MB or more) so you can spot space hogs. Nothing is removed until you choose Move to Trash on a file, and it goes to the Trash first with full undo.")
+    line: searched && AppModel.largeUnreadable > 0 ? qsTr("Nothing 50 MB or larger in what could be read. %1 folders could not be.").arg(Format.count(AppModel.largeUnreadable)) : searched ? qsTr("Nothing 50 MB or larger in this folder. Try another folder.") : qsTr("Lists the biggest individual files (50 MB or more) so you can spot space hogs. Nothing is removed until you choose Move to Trash on a file, and it goes to the Trash first with full undo.")
     actions: [
         SolidButton {
             text: panel.searched ? qsTr("Search again") : qsTr("Find large files")

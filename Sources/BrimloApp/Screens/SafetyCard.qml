@@ -39,7 +39,7 @@ Card {
             symbol: "arrow.uturn.backward.circle"
             color: Theme.info
             title: qsTr("Trash first, always undoable")
-            line: qsTr("Everything goes to the Trash first and every cleanup is logged, so you can restore one item or a whole cleanup from History.")
+            line: qsTr("Everything goes to the Trash first and every cleanup is logged, so you can restore one item or a whole cleanup from History. Only what Docker holds goes for good, and the review says so.")
         }
     }
 }

@@ -42,12 +42,12 @@ Item {
                 spacing: Theme.tight
 
                 Icon {
-                    symbol: "arrow.uturn.backward.circle"
+                    symbol: AppModel.planHasFinalItems ? "exclamationmark.triangle" : "arrow.uturn.backward.circle"
                     color: Theme.secondaryText
                     anchors.verticalCenter: parent.verticalCenter
                 }
                 Label {
-                    text: qsTr("Goes to Trash first · undo anytime")
+                    text: AppModel.planHasFinalItems ? qsTr("%1 goes for good, the rest to Trash").arg(Format.bytes(AppModel.planFinalBytes)) : qsTr("Goes to Trash first · undo anytime")
                     secondary: true
                     height: selected.height
                     verticalAlignment: Text.AlignVCenter

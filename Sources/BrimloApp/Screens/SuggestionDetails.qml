@@ -7,6 +7,7 @@ SuggestionRow {
     id: details
 
     required property string risk
+    required property bool isDocker
     required property string regenerates
     required property string officialCommand
 
@@ -33,7 +34,7 @@ SuggestionRow {
                 color: Theme.secondaryText
             }
             Label {
-                text: RiskWords.outcome(details.risk)
+                text: details.isDocker ? qsTr("Goes for good, through Docker.") : RiskWords.outcome(details.risk)
                 secondary: true
                 Layout.fillWidth: true
             }

@@ -80,9 +80,7 @@ std::string AutoCleanOutcome::sentence(bool dryRun) const {
         return text + *skippedReason;
     }
     if (planned.empty()) {
-        return text +
-               "Auto-clean found nothing to remove right now. Everything regenerable is already "
-               "clear.";
+        return text + "Auto-clean found nothing to remove right now.";
     }
     std::int64_t bytes = Bytes::sum(report->movedToTrashBytes, report->freedNowBytes);
     if (dryRun) {

@@ -95,6 +95,19 @@ std::int64_t CleanPlan::totalBytes() const {
     return Bytes::total(items_, &CleanItem::size);
 }
 
+std::int64_t CleanPlan::finalBytes() const {
+    std::int64_t bytes = 0;
+    for (const CleanItem& item : items_) {
+        bytes = Bytes::sum(bytes, isPseudoPath(item.path) ? item.size : 0);
+    }
+    return bytes;
+}
+
+bool CleanPlan::hasFinalItems() const {
+    return std::ranges::any_of(
+        items_, [](const CleanItem& item) { return isPseudoPath(item.path); });
+}
+
 bool isPseudoPath(std::string_view path) {
     return path.starts_with("docker:");
 }

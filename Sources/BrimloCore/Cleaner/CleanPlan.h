@@ -52,6 +52,12 @@ public:
     /// The sum of the items' sizes in bytes.
     [[nodiscard]] std::int64_t totalBytes() const;
 
+    /// The part of `totalBytes` that goes for good and has no way back: Docker's objects.
+    [[nodiscard]] std::int64_t finalBytes() const;
+
+    /// Whether any item goes for good.
+    [[nodiscard]] bool hasFinalItems() const;
+
 private:
     std::vector<CleanItem> items_;
     std::vector<std::string> dropped_;

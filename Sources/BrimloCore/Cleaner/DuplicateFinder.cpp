@@ -12,6 +12,7 @@
 #include "BrimloCore/Support/Path.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <map>
 #include <optional>
 #include <set>
@@ -64,7 +65,7 @@ private:
 
 /// Stage 1; nullopt when it was cancelled.
 std::optional<FilesBySize> filesBySize(
-    const std::vector<std::string>& roots, std::int64_t minSize, const ScanControl* control) {
+    const std::vector<std::string>& roots, std::int64_t minSize, ScanControl* control) {
     struct Folder {
         std::string path;
         FolderPlace place;
@@ -86,6 +87,9 @@ std::optional<FilesBySize> filesBySize(
         waiting.pop_back();
         const FolderPlace::Open open = folder.place.open();
         if (!open) {
+            if (const int code = errno; control != nullptr) {
+                control->couldNotOpen(folder.path, code);
+            }
             continue;
         }
         const FolderPlace::Inside inside = folder.place.inside(open);
@@ -179,7 +183,7 @@ bool comesFirst(const DuplicateGroup& a, const DuplicateGroup& b) {
 std::vector<DuplicateGroup> find(
     const std::vector<std::string>& roots,
     std::int64_t minSize,
-    const ScanControl* control,
+    ScanControl* control,
     const Progress& progress) {
     auto files = filesBySize(roots, minSize, control);
     if (!files) {

@@ -32,16 +32,15 @@ using Progress = std::function<void(const std::string& path)>;
 /// bytes first, then by first path.
 ///
 /// Names of one file count as one, and so do clones that share every byte, where the system can
-/// tell
-/// (`Platform::sharedExtents`): one of them going would give nothing back. Not entered are folders
-/// called "Library", those of a Trash, and those whose name ends in ".photoslibrary" or ".app";
-/// other volumes are. What can't be read is left out, and so are empty files. The control may be
-/// null; cancelled at any stage, the answer is empty. Blocks; one thread; reads whole files only
-/// where length, beginning and end agree.
+/// tell (`Platform::sharedExtents`): one of them going would give nothing back. Not entered are
+/// folders called "Library", those of a Trash, and those whose name ends in ".photoslibrary" or
+/// ".app"; other volumes are. What can't be read is left out, and so are empty files; `control`,
+/// which may be null, is told of the folders. Cancelled at any stage, the answer is empty. Blocks;
+/// one thread; reads whole files only where length, beginning and end agree.
 [[nodiscard]] std::vector<DuplicateGroup> find(
     const std::vector<std::string>& roots,
     std::int64_t minSize,
-    const ScanControl* control = nullptr,
+    ScanControl* control = nullptr,
     const Progress& progress = {});
 
 }  // namespace DuplicateFinder

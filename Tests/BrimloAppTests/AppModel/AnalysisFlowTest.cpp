@@ -75,10 +75,17 @@ TEST_F(AnalysisFlowTest, CountsWhatItCouldNotReadAndWhatItLeftOut) {
     chmod(closed.c_str(), 0);
     ASSERT_EQ(seteuid(kNobody), 0);
     scan();
+    model().setLargeRoot(at("tree"));
+    model().findLargeFiles();
+    model().setDupRoot(at("tree"));
+    model().findDuplicates();
+    finish();
     ASSERT_EQ(seteuid(0), 0);
     umount(volume.c_str());
     EXPECT_EQ(model().unreadableCount(), 1);
     EXPECT_EQ(model().leftOutCount(), 1);
+    EXPECT_EQ(model().largeUnreadable(), 1);
+    EXPECT_EQ(model().dupsUnreadable(), 1);
     EXPECT_THAT(model().unreadableAreas(), SizeIs(2));
     chmod(closed.c_str(), 0700);
     scan();
@@ -307,7 +314,7 @@ TEST_F(AnalysisFlowTest, ReplacesNoCopyThatChangedSinceItWasFound) {
     EXPECT_TRUE(model().banner().startsWith("Cloned some duplicates; 2 failed"));
 }
 
-TEST_F(AnalysisFlowTest, SaysNothingOfADuplicateSearchThatWasCancelled) {
+TEST_F(AnalysisFlowTest, SaysNothingOfASearchThatWasCancelled) {
     write("dups/a", std::string(1'048'576, 'd'));
     write("dups/b", std::string(1'048'576, 'd'));
     model().setDupRoot(at("dups"));
@@ -317,6 +324,14 @@ TEST_F(AnalysisFlowTest, SaysNothingOfADuplicateSearchThatWasCancelled) {
     finish();
     EXPECT_THAT(model().dupGroups(), IsEmpty()) << "a second search beside the first";
     EXPECT_FALSE(model().dupsSearched());
+    model().setLargeRoot(at("dups"));
+    model().findLargeFiles();
+    finish();
+    EXPECT_TRUE(model().largeSearched());
+    model().findLargeFiles();
+    model().cancelLargeFiles();
+    finish();
+    EXPECT_FALSE(model().largeSearched()) << "the one before does not count";
 }
 
 TEST_F(AnalysisFlowTest, TakesDroppedFoldersAndNothingElse) {
