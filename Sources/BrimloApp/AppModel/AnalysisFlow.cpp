@@ -290,7 +290,7 @@ void AppModel::findLargeFiles() {
             model.takeOutOfLargeFiles(model.wentMeanwhile_);
             model.assign(model.isFindingLarge_, false, &AppModel::isFindingLargeChanged);
             model.forgetWhatWent();
-            model.largeUnreadable_ = std::ssize(control->inaccessible());
+            model.largeUnreadable_ = static_cast<int>(control->inaccessible().size());
             model.assign(
                 model.largeSearched_, !control->isCancelled(), &AppModel::largeSearchedChanged);
         });
@@ -356,7 +356,7 @@ void AppModel::findDuplicates() {
         [control = dupControl_](AppModel& model, std::vector<DuplicateGroup> found) {
             model.assign(model.dupGroups_, std::move(found), &AppModel::dupGroupsChanged);
             model.assign(model.isFindingDupes_, false, &AppModel::isFindingDupesChanged);
-            model.dupsUnreadable_ = std::ssize(control->inaccessible());
+            model.dupsUnreadable_ = static_cast<int>(control->inaccessible().size());
             model.assign(
                 model.dupsSearched_, !control->isCancelled(), &AppModel::dupsSearchedChanged);
         });

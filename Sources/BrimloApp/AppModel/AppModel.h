@@ -96,11 +96,11 @@ class AppModel : public QObject {
     Q_PROPERTY(QString dupRoot READ dupRootText WRITE setDupRootText NOTIFY dupRootChanged)
     Q_PROPERTY(bool isFindingDupes READ isFindingDupes NOTIFY isFindingDupesChanged)
     Q_PROPERTY(bool dupsSearched READ dupsSearched NOTIFY dupsSearchedChanged)
-    Q_PROPERTY(qint64 dupsUnreadable READ dupsUnreadable NOTIFY dupsSearchedChanged)
+    Q_PROPERTY(int dupsUnreadable READ dupsUnreadable NOTIFY dupsSearchedChanged)
     Q_PROPERTY(QString largeRoot READ largeRootText WRITE setLargeRootText NOTIFY largeRootChanged)
     Q_PROPERTY(bool isFindingLarge READ isFindingLarge NOTIFY isFindingLargeChanged)
     Q_PROPERTY(bool largeSearched READ largeSearched NOTIFY largeSearchedChanged)
-    Q_PROPERTY(qint64 largeUnreadable READ largeUnreadable NOTIFY largeSearchedChanged)
+    Q_PROPERTY(int largeUnreadable READ largeUnreadable NOTIFY largeSearchedChanged)
 
     // History.
     Q_PROPERTY(QString journalProblem READ journalProblem NOTIFY journalProblemChanged)
@@ -282,7 +282,7 @@ public:
     /// Whether the list is what a search found that nobody cancelled.
     [[nodiscard]] bool largeSearched() const { return largeSearched_; }
     /// Folders that this search could not read.
-    [[nodiscard]] std::int64_t largeUnreadable() const { return largeUnreadable_; }
+    [[nodiscard]] int largeUnreadable() const { return largeUnreadable_; }
 
     Q_INVOKABLE void findDuplicates();
     Q_INVOKABLE void findDuplicatesInHome();
@@ -300,7 +300,7 @@ public:
     [[nodiscard]] const std::vector<DuplicateGroup>& dupGroups() const { return dupGroups_; }
     [[nodiscard]] bool isFindingDupes() const { return isFindingDupes_; }
     [[nodiscard]] bool dupsSearched() const { return dupsSearched_; }
-    [[nodiscard]] std::int64_t dupsUnreadable() const { return dupsUnreadable_; }
+    [[nodiscard]] int dupsUnreadable() const { return dupsUnreadable_; }
 
     // ---- History and the Trash: HistoryFlow.cpp ---------------------------------------------
 
@@ -594,13 +594,13 @@ private:
     std::vector<DuplicateGroup> dupGroups_;
     bool isFindingDupes_ = false;
     bool dupsSearched_ = false;
-    std::int64_t dupsUnreadable_ = 0;
+    int dupsUnreadable_ = 0;
     std::shared_ptr<ScanControl> dupControl_;
     std::string largeRoot_;
     std::vector<std::shared_ptr<FileNode>> largeFiles_;
     bool isFindingLarge_ = false;
     bool largeSearched_ = false;
-    std::int64_t largeUnreadable_ = 0;
+    int largeUnreadable_ = 0;
     std::shared_ptr<ScanControl> largeControl_;
 
     std::unique_ptr<RuleDraft> ruleDraft_;

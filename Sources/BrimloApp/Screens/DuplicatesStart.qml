@@ -11,7 +11,7 @@ StartPanel {
     symbol: searched ? "checkmark.circle" : "doc.on.doc"
     eyebrow: qsTr("Duplicates")
     title: searched ? qsTr("No duplicates found.") : qsTr("Find identical files.")
-    line: searched && AppModel.dupsUnreadable > 0 ? qsTr("Nothing in what could be read is an exact copy of something else (files of 1 MB or more). %1 folders or files could not be read.").arg(Format.count(AppModel.dupsUnreadable)) : searched ? qsTr("Nothing in this folder is an exact copy of something else (files of 1 MB or more). Try another folder.") : qsTr("Brimlo compares files of 1 MB or more by their full contents, so only exact copies are listed. Then “Replace with clones” shares the disk space between copies, keeps every path working, and loses nothing.")
+    line: searched && AppModel.dupsUnreadable > 0 ? qsTr("Nothing in what could be read is an exact copy of something else (files of 1 MB or more). %1 folders could not be.").arg(Format.count(AppModel.dupsUnreadable)) : searched ? qsTr("Nothing in this folder is an exact copy of something else (files of 1 MB or more). Try another folder.") : qsTr("Brimlo compares files of 1 MB or more by their full contents, so only exact copies are listed. Then “Replace with clones” shares the disk space between copies, keeps every path working, and loses nothing.")
     actions: [
         SolidButton {
             text: panel.searched ? qsTr("Search again") : qsTr("Find duplicates")

@@ -52,7 +52,7 @@ AutoCleanOutcome run(const AppConfig& config, Cleaner& cleaner, bool dryRun, boo
 std::optional<std::string> reasonToWait(
     const AppConfig& config, const std::optional<VolumeInfo::Snapshot>& volume) {
     if (!volume) {
-        return std::nullopt;
+        return "Auto-clean did not run: the free space could not be read.";
     }
     constexpr std::int64_t kBytesPerGB = 1'000'000'000;
     if (volume->available <= Bytes::product(config.freeSpaceThresholdGB, kBytesPerGB)) {

@@ -39,8 +39,8 @@ namespace AutoCleaner {
 [[nodiscard]] AutoCleanOutcome run(
     const AppConfig& config, Cleaner& cleaner, bool dryRun, bool force);
 
-/// Why so much free space needs no clean; nullopt at or below the threshold, and when the free
-/// space is not known.
+/// Why so much free space, or one that is not known, lets the clean wait; nullopt at or below the
+/// threshold.
 [[nodiscard]] std::optional<std::string> reasonToWait(
     const AppConfig& config, const std::optional<VolumeInfo::Snapshot>& volume);
 

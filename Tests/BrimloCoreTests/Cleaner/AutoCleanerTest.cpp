@@ -46,13 +46,13 @@ TEST_F(AutoCleanerTest, WaitsWhileThereIsRoom) {
         std::optional<VolumeInfo::Snapshot> volume;
         std::optional<std::string> reason;
     } cases[] = {
-        {30,            free(30 * kGB),               std::nullopt                                       },
-        {30,            free(30 * kGB + 1),           "Free space 30 GB is above the 30 GB threshold."   },
-        {30,            free(31 * kGB + 250'000'000), "Free space 31.25 GB is above the 30 GB threshold."},
-        {30,            std::nullopt,                 std::nullopt                                       },
-        {-1,            free(0),                      "Free space 0 bytes is above the -1 GB threshold." },
-        {9'223'372'036, free(800 * kGB),              std::nullopt                                       },
-        {9'223'372'037, free(800 * kGB),              std::nullopt                                       },
+        {30,            free(30 * kGB),               std::nullopt                                               },
+        {30,            free(30 * kGB + 1),           "Free space 30 GB is above the 30 GB threshold."           },
+        {30,            free(31 * kGB + 250'000'000), "Free space 31.25 GB is above the 30 GB threshold."        },
+        {30,            std::nullopt,                 "Auto-clean did not run: the free space could not be read."},
+        {-1,            free(0),                      "Free space 0 bytes is above the -1 GB threshold."         },
+        {9'223'372'036, free(800 * kGB),              std::nullopt                                               },
+        {9'223'372'037, free(800 * kGB),              std::nullopt                                               },
     };
     for (const auto& c : cases) {
         EXPECT_EQ(
