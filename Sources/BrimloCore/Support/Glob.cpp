@@ -62,10 +62,12 @@ void appendEntries(
 
 Pattern parse(std::string_view path) {
     Pattern pattern;
-    const bool isInHome = path == "~" || path.starts_with("~/");
+    const std::string home = StoragePaths::home();
+    const bool hasTilde = path == "~" || path.starts_with("~/");
+    const bool isInHome = hasTilde || (home != "/" && Path::below(home, path));
     if (isInHome) {
-        pattern.fixed = StoragePaths::home();
-        path.remove_prefix(1);
+        pattern.fixed = home;
+        path.remove_prefix(hasTilde ? 1 : home.size());
     }
     const bool isAbsolute = isInHome || path.starts_with('/');
     if (!isAbsolute || path.find_first_of(kWildcards) == std::string_view::npos) {

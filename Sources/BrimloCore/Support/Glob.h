@@ -27,7 +27,8 @@ struct Pattern {
 };
 
 /// The path is wild if a star, a question mark or an opening bracket is in it, outside the home
-/// folder's own name; then a backslash makes the next character an ordinary one.
+/// folder's own name, which may be written out; then a backslash makes the next character an
+/// ordinary one.
 [[nodiscard]] Pattern parse(std::string_view path);
 
 /// The existing paths that a pattern names.

@@ -58,6 +58,12 @@ TEST_F(GlobTest, FindsWhatAPatternNames) {
         EXPECT_THAT(Glob::expand(pattern), testing::UnorderedElementsAreArray(expected)) << pattern;
     }
     EXPECT_EQ(Glob::expand("~"), std::vector{home()});
+    // The home's own text is literal, written out, too.
+    const std::string file = write("a [b]*/d/x");
+    setenv("HOME", at("a [b]*").c_str(), 1);
+    for (const std::string& pattern : {"~/d/?"s, at("a [b]*/d/x"), at("a [b]*/?/x")}) {
+        EXPECT_EQ(Glob::expand(pattern), std::vector{file}) << pattern;
+    }
 }
 
 TEST_F(GlobTest, MatchesANameAsAWhole) {
