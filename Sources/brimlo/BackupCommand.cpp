@@ -1,7 +1,5 @@
 #include "BrimloCore/Shell/CoverageChecker.h"
-#include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/RuleJson.h"
-#include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
 #include "brimlo/Console.h"
 #include "brimlo/JsonForms.h"
@@ -32,7 +30,7 @@ void show(
 ExitCode run(const std::vector<std::string>& paths, const Tool& tool) {
     Json::Array document;
     for (const std::string& written : paths) {
-        const std::string path = Path::standardized(StoragePaths::expandTilde(written));
+        const std::string path = meantPath(written);
         const std::vector<std::string> covered = CoverageChecker::covered(path);
         const std::vector<std::string> warnings = CoverageChecker::warnings(path);
         if (!tool.isJson()) {

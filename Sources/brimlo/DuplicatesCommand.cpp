@@ -3,7 +3,6 @@
 #include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Support/Fmt.h"
 #include "BrimloCore/Support/Folders.h"
-#include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "brimlo/CleanRun.h"
 #include "brimlo/Console.h"
@@ -135,7 +134,7 @@ std::vector<std::string> roots(const std::vector<std::string>& paths) {
     }
     std::vector<std::string> result;
     for (const std::string& path : paths) {
-        std::string root = Path::standardized(StoragePaths::expandTilde(path));
+        std::string root = meantPath(path);
         if (Folders::names(root)) {
             result.push_back(std::move(root));
         } else {

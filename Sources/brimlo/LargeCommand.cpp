@@ -1,8 +1,6 @@
 #include "BrimloCore/LargeFiles/LargeFiles.h"
 #include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Support/Fmt.h"
-#include "BrimloCore/Support/Path.h"
-#include "BrimloCore/Support/StoragePaths.h"
 #include "brimlo/Console.h"
 #include "brimlo/JsonForms.h"
 #include "brimlo/Tool.h"
@@ -39,7 +37,7 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
         complain("The limit is 1 or more.");
         return ExitCode::wrongUsage;
     }
-    const std::string root = Path::standardized(StoragePaths::expandTilde(arguments.path));
+    const std::string root = meantPath(arguments.path);
     ScanControl control;
     std::vector<std::shared_ptr<FileNode>> files;
     {

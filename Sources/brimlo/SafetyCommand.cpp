@@ -1,4 +1,3 @@
-#include "BrimloCore/Support/RealPath.h"
 #include "BrimloCore/Support/Safety.h"
 #include "brimlo/Console.h"
 #include "brimlo/JsonForms.h"
@@ -13,12 +12,7 @@ namespace {
 ExitCode run(const std::vector<std::string>& paths, const Tool& tool) {
     std::vector<Safety::Verdict> verdicts;
     for (const std::string& path : paths) {
-        const auto meant = RealPath::typed(path);
-        if (!meant) {
-            complain(meant.error().description);
-            return ExitCode::wrongUsage;
-        }
-        verdicts.push_back(Safety::judge(*meant));
+        verdicts.push_back(Safety::judge(meantPath(path)));
     }
     ExitCode exit = ExitCode::done;
     Json::Array document;

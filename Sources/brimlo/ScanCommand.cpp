@@ -1,6 +1,5 @@
 #include "BrimloCore/DiskScanner/DiskScanner.h"
 #include "BrimloCore/DiskScanner/UnreadableFolders.h"
-#include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
 #include "brimlo/Console.h"
@@ -110,7 +109,7 @@ void show(const std::vector<UnreadableArea>& areas) {
 }
 
 ExitCode run(const Arguments& arguments, const Tool& tool) {
-    const std::string root = Path::standardized(StoragePaths::expandTilde(arguments.path));
+    const std::string root = meantPath(arguments.path);
     const auto control = std::make_shared<ScanControl>();
     std::shared_ptr<FileNode> tree;
     {

@@ -1,6 +1,5 @@
 #include "BrimloCore/Platform/FileIdentity.h"
 #include "BrimloCore/SuggestionEngine/RuleTargets.h"
-#include "BrimloCore/Support/StoragePaths.h"
 #include "brimlo/Console.h"
 #include "brimlo/JsonForms.h"
 #include "brimlo/Tool.h"
@@ -15,9 +14,9 @@ ExitCode run(const std::vector<std::string>& paths, const Tool& tool) {
     ExitCode exit = ExitCode::done;
     std::vector<std::string> found;
     for (const std::string& path : paths) {
-        std::string expanded = StoragePaths::expandTilde(path);
-        if (Platform::FileIdentity::of(expanded)) {
-            found.push_back(std::move(expanded));
+        std::string meant = meantPath(path);
+        if (Platform::FileIdentity::of(meant)) {
+            found.push_back(std::move(meant));
         } else {
             complain(path + " does not exist or can't be looked at.");
             exit = ExitCode::problems;

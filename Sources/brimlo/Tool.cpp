@@ -1,5 +1,6 @@
 #include "brimlo/Tool.h"
 
+#include "BrimloCore/Support/RealPath.h"
 #include "BrimloCore/Support/Text.h"
 
 #include <charconv>
@@ -49,7 +50,8 @@ namespace {
 
 CLI::Option* asPath(CLI::Option* option) {
     const auto check = [](const std::string& path) {
-        return path.empty() ? "An empty path names nothing." : std::string{};
+        const auto meant = RealPath::typed(path);
+        return meant ? std::string{} : meant.error().description;
     };
     return option->type_name("PATH")->check(CLI::Validator{check, ""});
 }
@@ -63,6 +65,10 @@ CLI::Option* addPath(CLI::App& command, std::string& path, const std::string& de
 CLI::Option* addPaths(
     CLI::App& command, std::vector<std::string>& paths, const std::string& description) {
     return asPath(command.add_option("paths", paths, description));
+}
+
+std::string meantPath(const std::string& typed) {
+    return RealPath::typed(typed).value_or(typed);
 }
 
 CLI::Validator wholeNumber() {

@@ -48,11 +48,14 @@ void print(const Json::Value& document);
 /// Prints a sentence on standard error, "brimlo: " before it and a period behind it.
 void complain(std::string_view sentence);
 
-/// Lets a command take one path or several. An empty one is wrong usage: it names nothing, and not
-/// the current folder.
+/// Lets a command take one path or several. One that names nothing, as an empty one does, is wrong
+/// usage.
 CLI::Option* addPath(CLI::App& command, std::string& path, const std::string& description);
 CLI::Option* addPaths(
     CLI::App& command, std::vector<std::string>& paths, const std::string& description);
+
+/// The path that the system means by one that a command took: absolute.
+[[nodiscard]] std::string meantPath(const std::string& typed);
 
 /// Takes whole numbers, 0 or more, that fit into 64 bits.
 [[nodiscard]] CLI::Validator wholeNumber();

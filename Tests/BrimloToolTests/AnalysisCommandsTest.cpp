@@ -45,6 +45,14 @@ TEST_F(AnalysisCommandsTest, TellsWhatIsWrong) {
         EXPECT_TRUE(outcome.err.ends_with("An empty path names nothing.\n")) << outcome.err;
     }
     EXPECT_EQ(run({"clean", "--dry-run", "--", "a/1"}).exitCode, 0);
+    // As the system reads it: ".." behind a link is the folder above the link's target.
+    link("b/link", makeFolder("a/in"));
+    for (const char* command : {"large", "duplicates", "size", "scan"}) {
+        const Outcome there = run({command, "a"});
+        EXPECT_EQ(run({command, "b/link/.."}), there) << command;
+        EXPECT_EQ(there.exitCode, 0) << there.err;
+    }
+    EXPECT_EQ(run({"backup", "a/1/.."}).exitCode, 2);
 }
 
 TEST_F(AnalysisCommandsTest, TrashesTheExtrasAndPutsThemBack) {
