@@ -1,4 +1,4 @@
-#include "BrimloCore/Docker/DockerCategory.h"
+#include "BrimloCore/Docker/DockerClient.h"
 #include "BrimloCore/RulePacks/Catalog.h"
 #include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
 #include "BrimloCore/Support/AppConfig.h"
@@ -55,16 +55,55 @@ CleanPlan suggestedPlan(const Arguments& arguments) {
         });
 }
 
-/// The paths that a person typed.
-std::expected<CleanPlan, Error> typedPlan(std::vector<std::string> paths) {
-    for (std::string& path : paths) {
-        auto meant = RealPath::typed(path);
+/// Docker's objects of these pseudo paths, with all that a review tells of them. Only what nothing
+/// uses is found.
+std::expected<std::vector<CleanItem>, std::string> dockerItems(
+    const std::vector<std::string>& pseudoPaths) {
+    DockerSnapshot snapshot;
+    if (!pseudoPaths.empty()) {
+        Console::Progress progress;
+        progress.show("Reading Docker…");
+        snapshot = DockerClient::snapshot();
+    }
+    if (snapshot.error) {
+        return std::unexpected(*snapshot.error);
+    }
+    std::vector<CleanItem> items;
+    for (const std::string& path : pseudoPaths) {
+        const auto object = std::ranges::find(snapshot.objects, path, &DockerObject::pseudoPath);
+        if (object == snapshot.objects.end()) {
+            return std::unexpected("Docker lists nothing unused as \"" + path + "\".");
+        }
+        items.push_back(
+            {.path = path,
+             .size = object->size,
+             .ruleID = std::string{ruleID(object->category)},
+             .risk = risk(object->category),
+             .title = object->title});
+    }
+    return items;
+}
+
+/// What a person typed: paths, and pseudo paths of Docker's objects.
+struct Typed {
+    std::vector<std::string> paths;
+    std::vector<std::string> ofDocker;
+};
+
+std::expected<Typed, Error> typed(const std::vector<std::string>& words) {
+    Typed typed;
+    for (const std::string& word : words) {
+        if (isPseudoPath(word)) {
+            typed.ofDocker.push_back(word);
+            continue;
+        }
+        auto meant = RealPath::typed(word);
         if (!meant) {
             return std::unexpected(meant.error());
         }
-        path = *std::move(meant);
+        typed.paths.push_back(*std::move(meant));
     }
-    return CleanPlan::at(paths);
+    return typed;
 }
 
 /// The first of the rule ids that no rule, no project pattern and nothing of Docker's has.
@@ -103,13 +142,21 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
         complain("Nobody can be asked here: say --yes to clean, or --dry-run to look.");
         return ExitCode::wrongUsage;
     }
-    const std::expected<CleanPlan, Error> plan =
-        arguments.paths.empty() ? suggestedPlan(arguments) : typedPlan(arguments.paths);
-    if (!plan) {
-        complain(plan.error().description);
+    const CleanRun::Choice choice{.dryRun = arguments.dryRun, .yes = arguments.yes};
+    if (arguments.paths.empty()) {
+        return CleanRun::run(suggestedPlan(arguments), choice, tool);
+    }
+    const auto what = typed(arguments.paths);
+    if (!what) {
+        complain(what.error().description);
         return ExitCode::wrongUsage;
     }
-    return CleanRun::run(*plan, {.dryRun = arguments.dryRun, .yes = arguments.yes}, tool);
+    auto ofDocker = dockerItems(what->ofDocker);
+    if (!ofDocker) {
+        complain(ofDocker.error());
+        return ExitCode::problems;
+    }
+    return CleanRun::run(CleanPlan::at(what->paths, *std::move(ofDocker)), choice, tool);
 }
 
 }  // namespace
@@ -129,15 +176,19 @@ void addCleanCommand(CLI::App& app, Tool& tool) {
     what->add_option("--rule", arguments->rules, "All that these rules or project patterns find")
         ->type_name("ID");
     // The command's own: after "--", the positionals of a group are not understood.
-    addPaths(*command, arguments->paths, "These files and folders");
+    addPaths(
+        *command, arguments->paths, "These files and folders, or Docker's objects by \"docker:\"");
     command->add_flag("--dry-run", arguments->dryRun, "Show what would go, and move nothing");
     command->add_flag("--yes", arguments->yes, "Don't ask");
     command->footer(
-        "Each item passes the safety gate once more and is recorded in the journal.\n"
+        "Each item passes the safety gate once more and is recorded in the journal. Docker's\n"
+        "objects, called as \"brimlo docker --json\" calls them, go for good, and only while\n"
+        "nothing uses them; a file of such a name is ./docker:…\n"
         "Examples:\n"
         "  brimlo clean --preselected --dry-run\n"
         "  brimlo clean --rule npm.cache --rule artifact.node_modules\n"
-        "  brimlo clean ~/Downloads/old.iso --yes");
+        "  brimlo clean ~/Downloads/old.iso --yes\n"
+        "  brimlo clean docker:volume:old-data");
 }
 
 }  // namespace Brimlo

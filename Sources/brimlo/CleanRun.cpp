@@ -3,6 +3,7 @@
 #include "BrimloCore/Cleaner/Cleaner.h"
 #include "BrimloCore/Support/Fmt.h"
 #include "BrimloCore/Support/StoragePaths.h"
+#include "BrimloCore/Support/Text.h"
 #include "brimlo/Console.h"
 #include "brimlo/Interrupt.h"
 #include "brimlo/JsonForms.h"
@@ -17,6 +18,13 @@ namespace {
 
 std::string total(const CleanPlan& plan) {
     return Console::count(plan.items().size(), "item") + ", " + Fmt::bytes(plan.totalBytes());
+}
+
+/// Docker's objects by what they are called, too, where that is not their id.
+std::string name(const CleanItem& item) {
+    const std::string name = Console::itemName(item.path);
+    const std::string title = Text::printable(item.title.value_or(""));
+    return name.ends_with(title) ? name : name + "  " + title;
 }
 
 std::size_t dockerCount(const CleanPlan& plan) {
@@ -39,7 +47,8 @@ CleanReport execute(const CleanPlan& plan, bool dryRun) {
     std::size_t done = 0;
     return cleaner.execute(plan, DisposalMode::trash, dryRun, [&](const std::string& path) {
         progress.show(
-            std::to_string(++done) + "/" + std::to_string(plan.items().size()) + "  " + path);
+            std::to_string(++done) + "/" + std::to_string(plan.items().size()) + "  " +
+            Console::itemName(path));
     });
 }
 
@@ -49,7 +58,7 @@ void show(const CleanPlan& plan) {
     for (const CleanItem& item : plan.items()) {
         Console::line(
             Console::size(item.size) + "  " + (item.risk ? Console::badge(*item.risk) + "  " : "") +
-            Console::shortPath(item.path) + Console::dim(item.ruleID ? "  " + *item.ruleID : ""));
+            name(item) + Console::dim(item.ruleID ? "  " + *item.ruleID : ""));
     }
     for (const std::string& path : plan.dropped()) {
         Console::line("   (inside another item: " + Console::shortPath(path) + ")");
@@ -67,7 +76,7 @@ void show(const CleanPlan& plan) {
 void show(const CleanReport& report, const CleanPlan& plan, bool dryRun) {
     const auto list = [](const char* word, const std::vector<ItemProblem>& problems) {
         for (const ItemProblem& problem : problems) {
-            Console::line(word + Console::shortPath(problem.text()));
+            Console::line(word + Console::problem(problem));
         }
     };
     list("refused     ", report.refused);

@@ -1,5 +1,7 @@
 #include "brimlo/Console.h"
 
+#include "BrimloCore/Cleaner/CleanPlan.h"
+#include "BrimloCore/Docker/DockerObject.h"
 #include "BrimloCore/Support/Fmt.h"
 #include "BrimloCore/Support/Text.h"
 #include "BrimloCore/UserRules/UserRules.h"
@@ -94,6 +96,14 @@ std::string size(std::int64_t bytes) {
 
 std::string shortPath(std::string_view path) {
     return Text::printable(UserRules::tildeForm(path));
+}
+
+std::string itemName(std::string_view path) {
+    return isPseudoPath(path) ? Text::printable(DockerObject::words(path)) : shortPath(path);
+}
+
+std::string problem(const ItemProblem& problem) {
+    return itemName(problem.path) + ": " + Text::printable(problem.reason);
 }
 
 std::string count(std::size_t number, std::string_view noun) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BrimloCore/Cleaner/ItemProblem.h"
 #include "BrimloCore/Models/Risk.h"
 
 #include <cstddef>
@@ -33,6 +34,12 @@ void paragraph(std::string_view text);
 
 /// A path as a person would write it: the home folder as "~".
 [[nodiscard]] std::string shortPath(std::string_view path);
+
+/// What a person knows an item by: its short path, or the kind and the id of a Docker object.
+[[nodiscard]] std::string itemName(std::string_view path);
+
+/// An item by its name, and why it did not go as meant.
+[[nodiscard]] std::string problem(const ItemProblem& problem);
 
 /// "1 item" or "12 items".
 [[nodiscard]] std::string count(std::size_t number, std::string_view noun);

@@ -49,7 +49,7 @@ void show(const HistoryBatch& batch) {
         Console::line(
             "  " + Console::dim(entry.id.text().substr(0, kShownDigits)) + "  " +
             Console::left(word(entry.state()), kStateWidth) + Console::size(entry.size) + "  " +
-            Console::shortPath(entry.originalPath));
+            Console::itemName(entry.originalPath));
     }
     Console::line();
 }

@@ -85,7 +85,7 @@ void show(const UndoReport& report) {
         Console::line("restored  " + Console::shortPath(path));
     }
     for (const ItemProblem& problem : report.failures) {
-        Console::line("failed    " + Console::shortPath(problem.text()));
+        Console::line("failed    " + Console::problem(problem));
     }
     for (const ItemProblem& problem : report.unrecorded) {
         Console::line(

@@ -1,4 +1,6 @@
+#include "BrimloCore/Docker/DockerClient.h"
 #include "BrimloCore/Support/Text.h"
+#include "BrimloCoreTests/Cleaner/OwnMounts.h"
 #include "BrimloToolTests/ToolTest.h"
 
 #include <filesystem>
@@ -208,6 +210,44 @@ TEST_F(CleanCommandTest, AsksAPersonAtATerminal) {
     EXPECT_THAT(trashed(), testing::ElementsAre("file"));
     EXPECT_EQ(converse({"trash", "empty"}, "no\n"), "Nothing was deleted.\n");
     EXPECT_THAT(trashed(), testing::ElementsAre("file"));
+}
+
+TEST_F(CleanCommandTest, RemovesDockersObjectsByTheirNames) {
+    const std::string docker = write(
+        ".orbstack/bin/docker",
+        R"(#!/bin/sh
+case "$*" in
+    'system df -v --format json') echo '{"Images":[{"ID":"sha256:ab12","Repository":"shop","Tag":"3",
+        "Containers":"0","Size":"5MB","UniqueSize":"5MB"}],"Volumes":[{"Name":"data","Links":"0","Size":"1MB"}]}';;
+    rmi*) touch "$HOME/removed";;
+    volume*) exit 1;;
+esac
+)");
+    std::filesystem::permissions(docker, std::filesystem::perms::owner_all);
+    withOwnMounts([&] {
+        const std::string tool = DockerClient::binary().value_or(docker);
+        if (tool != docker && mount(docker.c_str(), tool.c_str(), "", MS_BIND, nullptr) != 0) {
+            GTEST_SKIP() << "this machine's Docker can't be hidden";
+        }
+        const std::string image = "docker:image:sha256:ab12";
+        const Outcome dry = run({"clean", image, "--dry-run"});
+        EXPECT_TRUE(dry.out.contains("Docker image ab12  shop:3  docker.images-unused")) << dry.out;
+        EXPECT_TRUE(dry.out.contains("1 item of Docker's would be removed for good")) << dry.out;
+        EXPECT_FALSE(exists(at("removed")));
+        const Outcome unknown = run({"clean", "docker:image:x", image, "--yes"});
+        EXPECT_EQ(unknown.exitCode, 1);
+        EXPECT_EQ(unknown.err, "brimlo: Docker lists nothing unused as \"docker:image:x\".\n");
+        EXPECT_FALSE(exists(at("removed")));
+
+        const Outcome volume = run({"clean", "docker:volume:data", write("file"), "--yes"});
+        EXPECT_EQ(volume.exitCode, 1);
+        const std::string why = "Docker volume data: Docker refused and gave no reason\n";
+        EXPECT_TRUE(volume.out.contains("failed      " + why)) << volume.out;
+        EXPECT_THAT(trashed(), testing::ElementsAre("file"));
+        EXPECT_EQ(run({"clean", image, "--yes"}).exitCode, 0);
+        EXPECT_TRUE(exists(at("removed")));
+        EXPECT_TRUE(run({"history"}).out.contains("Docker image ab12\n"));
+    });
 }
 
 }  // namespace

@@ -1,7 +1,9 @@
 #include "BrimloApp/AppModel/ReportFigures.h"
 
 #include "BrimloApp/AppModel/Shown.h"
+#include "BrimloCore/Cleaner/CleanPlan.h"
 #include "BrimloCore/Cleaner/CleanReport.h"
+#include "BrimloCore/Docker/DockerObject.h"
 
 namespace Brimlo {
 
@@ -15,7 +17,10 @@ ReportFigures ReportFigures::of(const std::optional<CleanReport>& report) {
     figures.movedToTrash = static_cast<double>(report->movedToTrashBytes);
     for (const auto* problems : {&report->refused, &report->failures, &report->unrecorded}) {
         for (const ItemProblem& problem : *problems) {
-            figures.problems.append(shown(problem.text()));
+            const bool isDocker = isPseudoPath(problem.path);
+            figures.problems.append(shown(
+                isDocker ? DockerObject::words(problem.path) + ": " + problem.reason
+                         : problem.text()));
         }
     }
     figures.canUndo = !report->journalIDs.empty();

@@ -1,6 +1,7 @@
 #include "BrimloApp/Lists/PlanReview.h"
 
 #include "BrimloApp/AppModel/RunInBackground.h"
+#include "BrimloCore/Docker/DockerObject.h"
 
 #include <algorithm>
 #include <string_view>
@@ -31,10 +32,18 @@ std::vector<PlanReviewRow> rowsOf(const CleanPlan& plan, const AppModel* const s
     const Origins origins = source != nullptr ? originsIn(source->suggestions()) : Origins{};
     std::vector<PlanReviewRow> rows;
     for (const CleanItem& item : plan.items()) {
-        PlanReviewRow row{.path = item.path, .title = item.path, .subtitle = {}, .size = item.size};
+        const bool isDocker = isPseudoPath(item.path);
+        PlanReviewRow row{
+            .path = item.path,
+            .title = isDocker ? DockerObject::words(item.path) : item.path,
+            .subtitle = {},
+            .size = item.size};
         if (const auto known = origins.find(item.path); known != origins.end()) {
-            row.title = known->second.suggestion->name;
-            row.subtitle = known->second.item->subtitle.value_or(item.path);
+            const auto& [suggestion, found] = known->second;
+            // What is about to go for good is called by its own name.
+            row.title = isDocker ? found->detail.value_or(row.title) : suggestion->name;
+            row.subtitle = isDocker ? suggestion->name + " · " + found->subtitle.value_or("")
+                                    : found->subtitle.value_or(item.path);
         }
         rows.push_back(std::move(row));
     }

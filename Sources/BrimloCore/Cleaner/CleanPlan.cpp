@@ -64,14 +64,15 @@ CleanPlan CleanPlan::of(const std::vector<Suggestion>& suggestions, const Choice
         for (const SuggestionItem& item : suggestion.items) {
             if (isMeant(suggestion, item)) {
                 items.push_back({item.path, item.size, suggestion.id, suggestion.risk});
+                items.back().title = isPseudoPath(item.path) ? item.detail : std::nullopt;
             }
         }
     }
     return CleanPlan{items};
 }
 
-CleanPlan CleanPlan::at(const std::vector<std::string>& paths) {
-    std::vector<CleanItem> items;
+CleanPlan CleanPlan::at(const std::vector<std::string>& paths, std::vector<CleanItem> others) {
+    std::vector<CleanItem> items = std::move(others);
     std::vector<std::string> measured;
     for (const std::string& path : paths) {
         Safety::Verdict verdict = Safety::judge(path);

@@ -18,6 +18,8 @@ struct CleanItem {
     std::int64_t size = 0;              ///< Allocated bytes that disposal is expected to give back.
     std::optional<std::string> ruleID;  ///< The rule that proposed it; absent for manual choices.
     std::optional<Risk> risk;           ///< That rule's rating.
+    /// What Docker calls its object; absent for a file.
+    std::optional<std::string> title = std::nullopt;
 
     bool operator==(const CleanItem&) const = default;
 };
@@ -38,8 +40,9 @@ public:
 
     /// What lies at these paths, in canonical form: what is shown for review is what will be
     /// judged. A path that the system reads differently stays as it is, to be refused. Measures in
-    /// parallel, but nothing that the gate refuses. Blocks.
-    [[nodiscard]] static CleanPlan at(const std::vector<std::string>& paths);
+    /// parallel, but nothing that the gate refuses. Before them come the `others`. Blocks.
+    [[nodiscard]] static CleanPlan at(
+        const std::vector<std::string>& paths, std::vector<CleanItem> others = {});
 
     bool operator==(const CleanPlan&) const = default;
 

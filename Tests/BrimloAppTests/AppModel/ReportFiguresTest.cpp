@@ -13,15 +13,18 @@ TEST(ReportFiguresTest, TellsOfTheReportAndItsProblems) {
     const ReportFigures figures = ReportFigures::of(CleanReport{
         5,
         7,
-        {{"/b\n", "no"}},
-        {{"/a", "refused"}},
+        {{"/b\n", "no"}, {"docker:volume:v", "in use"}},
+        {{"/a", "refused"}             },
         {{"/c", "lost"}},
-        {"a note"},
+        {"a note"             },
         {Uuid::random()},
-        3});
+        3
+    });
     EXPECT_EQ(figures.movedToTrash, 5);
     EXPECT_EQ(figures.freedNow, 7);
-    EXPECT_EQ(figures.problems, (QStringList{"/a: refused", "/b\uFFFD: no", "/c: lost"}));
+    EXPECT_EQ(
+        figures.problems,
+        (QStringList{"/a: refused", "/b\uFFFD: no", "Docker volume v: in use", "/c: lost"}));
     EXPECT_TRUE(figures.hasProblems() && figures.canUndo);
     EXPECT_EQ(figures.processed, 3);
 }

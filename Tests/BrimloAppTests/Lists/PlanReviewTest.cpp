@@ -6,6 +6,8 @@
 #include <QtTest/QAbstractItemModelTester>
 #include <QtTest/QSignalSpy>
 
+#include <filesystem>
+
 namespace Brimlo {
 namespace {
 
@@ -55,6 +57,19 @@ TEST_F(PlanReviewTest, CarriesOutWhatItShowsOnce) {
     review.confirm();
 }
 
+TEST_F(PlanReviewTest, CallsDockersObjectsByTheirNames) {
+    const std::string docker = write("docker", R"(#!/bin/sh
+[ "$*" != 'system df -v --format json' ] || echo '{"Images":[{"ID":"sha256:ab","Repository":"shop",
+    "Tag":"3","CreatedSince":"2 days ago","Containers":"0","Size":"5MB","UniqueSize":"5MB"}]}'
+)");
+    std::filesystem::permissions(docker, std::filesystem::perms::owner_all);
+    suggest();
+    model().clearSelection();
+    model().toggle("docker:image:sha256:ab");
+    review.openSelection();
+    EXPECT_EQ(lines(review, roles), QStringList{"shop:3|Docker: Unused images · 2 days ago|true"});
+}
+
 TEST_F(PlanReviewTest, DisposesOfNodesAndTellsDockersObjectsFromThem) {
     write("odd\n", std::string(900'000, 'a'));
     model().startScan(home());
@@ -73,7 +88,7 @@ TEST_F(PlanReviewTest, DisposesOfNodesAndTellsDockersObjectsFromThem) {
     EXPECT_EQ(review.totalBytes(), review.freedNow() + review.freedAfterEmptying());
     EXPECT_TRUE(review.hasReviewItems());
     const QString path = QString::fromStdString(at("odd")) + "\uFFFD";
-    EXPECT_EQ(lines(review, roles), (QStringList{"docker:image:a||true", path + "||false"}));
+    EXPECT_EQ(lines(review, roles), (QStringList{"Docker image a||true", path + "||false"}));
     review.confirm();
     finish();
     EXPECT_FALSE(exists(at("odd\n")));
