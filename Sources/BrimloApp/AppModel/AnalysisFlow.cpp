@@ -104,7 +104,11 @@ void AppModel::startScan(const std::optional<std::string>& path) {
                 for (const std::string& gone : model.wentMeanwhile_) {
                     model.takeOutOfTree(gone);
                 }
+                if (auto folder = nodeOf(model.reopened_, model.root_)) {
+                    model.setCurrent(std::move(folder));
+                }
             }
+            model.reopened_.clear();
             model.forgetWhatWent();
             model.assign(
                 model.leftOutCount_, scanned.leftOutCount, &AppModel::unreadableCountChanged);
@@ -115,7 +119,19 @@ void AppModel::startScan(const std::optional<std::string>& path) {
                 std::move(scanned.unreadableAreas),
                 &AppModel::unreadableAreasChanged);
             model.refreshVolume();
+            if (std::exchange(model.scanAgain_, false) && !control->isCancelled()) {
+                model.startScan();
+            }
         });
+}
+
+void AppModel::scanAnew() {
+    scanAgain_ = isScanning_;
+    if (!isScanning_) {
+        std::string opened = current_->path;
+        startScan(root_->path);
+        reopened_ = std::move(opened);
+    }
 }
 
 void AppModel::sampleScan() {
@@ -293,7 +309,15 @@ void AppModel::findLargeFiles() {
             model.largeUnreadable_ = static_cast<int>(control->inaccessible().size());
             model.assign(
                 model.largeSearched_, !control->isCancelled(), &AppModel::largeSearchedChanged);
+            if (std::exchange(model.findLargeAgain_, false) && !control->isCancelled()) {
+                model.findLargeFiles();
+            }
         });
+}
+
+void AppModel::findLargeFilesAnew() {
+    findLargeAgain_ = isFindingLarge_;
+    findLargeFiles();
 }
 
 void AppModel::findLargeFilesInHome() {
@@ -327,6 +351,10 @@ void AppModel::takeOutOfLargeFiles(const std::set<std::string>& paths) {
 }
 
 void AppModel::setLargeRoot(std::string path) {
+    // What a search finds is of the folder in which it began.
+    if (isFindingLarge_) {
+        return;
+    }
     assign(largeRoot_, std::move(path), &AppModel::largeRootChanged);
 }
 
@@ -359,7 +387,15 @@ void AppModel::findDuplicates() {
             model.dupsUnreadable_ = static_cast<int>(control->inaccessible().size());
             model.assign(
                 model.dupsSearched_, !control->isCancelled(), &AppModel::dupsSearchedChanged);
+            if (std::exchange(model.findDupesAgain_, false) && !control->isCancelled()) {
+                model.findDuplicates();
+            }
         });
+}
+
+void AppModel::findDuplicatesAnew() {
+    findDupesAgain_ = isFindingDupes_;
+    findDuplicates();
 }
 
 void AppModel::findDuplicatesInHome() {
@@ -416,6 +452,9 @@ void AppModel::removeGroup(const Uuid& id) {
 }
 
 void AppModel::setDupRoot(std::string path) {
+    if (isFindingDupes_) {
+        return;
+    }
     assign(dupRoot_, std::move(path), &AppModel::dupRootChanged);
 }
 

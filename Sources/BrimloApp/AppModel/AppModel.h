@@ -517,6 +517,10 @@ private:
     void sampleScan();
     void takeTree(std::shared_ptr<FileNode> tree);
     void removeDisposed(const std::vector<std::shared_ptr<FileNode>>& nodes);
+    /// Scans the tree's folder once more and opens the same folder in it; so do the two below.
+    void scanAnew();
+    void findLargeFilesAnew();
+    void findDuplicatesAnew();
     void takeOutOfTree(const std::string& path);
     void takeOutOfLargeFiles(const std::set<std::string>& paths);
     void forgetWhatWent();
@@ -524,8 +528,15 @@ private:
 
     void readJournal();
     void take(JournalReading reading);
-    /// Does one of the operations that take `busy`: `work` in the background gives the banner.
-    void runBusy(const QString& text, std::function<std::string()> work);
+    /// What came of an operation that takes `busy`.
+    struct Outcome {
+        std::string sentence;               ///< For the banner.
+        std::vector<std::string> restored;  ///< Where items are again.
+    };
+    /// Does such an operation, `work` in the background.
+    void runBusy(const QString& text, std::function<Outcome()> work);
+    /// Looks anew for whatever is listed of the places where items came back.
+    void takeRestored(const std::vector<std::string>& paths);
 
     void setRuleDraft(std::unique_ptr<RuleDraft> draft);
     void reloadCustomRules();
@@ -580,6 +591,8 @@ private:
     std::int64_t scanFiles_ = 0;
     std::int64_t scanBytes_ = 0;
     QString scanPath_;
+    bool scanAgain_ = false;
+    std::string reopened_;  ///< The folder to open in the tree of the scan under way.
     int unreadableCount_ = 0;
     int leftOutCount_ = 0;
     std::vector<UnreadableArea> unreadableAreas_;
@@ -597,12 +610,14 @@ private:
     int dupsUnreadable_ = 0;
     std::shared_ptr<ScanControl> dupControl_;
     std::string largeRoot_;
+    bool findDupesAgain_ = false;
     std::vector<std::shared_ptr<FileNode>> largeFiles_;
     bool isFindingLarge_ = false;
     bool largeSearched_ = false;
     int largeUnreadable_ = 0;
     std::shared_ptr<ScanControl> largeControl_;
 
+    bool findLargeAgain_ = false;
     std::unique_ptr<RuleDraft> ruleDraft_;
     std::vector<CleanupRule> customRules_;
     QStringList ruleIssues_;

@@ -40,7 +40,8 @@ void AppModel::runAutoClean(const bool force, const bool dryRun) {
         dryRun ? QStringLiteral("Checking what auto-clean would remove…")
                : QStringLiteral("Running auto-clean…"),
         [config = config_, cleaner = cleaner_, dryRun, force] {
-            return AutoCleaner::run(config, *cleaner, dryRun, force).sentence(dryRun);
+            const AutoCleanOutcome outcome = AutoCleaner::run(config, *cleaner, dryRun, force);
+            return Outcome{.sentence = outcome.sentence(dryRun), .restored = {}};
         });
 }
 

@@ -3,7 +3,9 @@
 #include "BrimloApp/AppModel/RunInBackground.h"
 #include "BrimloApp/AppModel/Shown.h"
 #include "BrimloCore/Platform/Privacy.h"
+#include "BrimloCore/Support/Path.h"
 
+#include <algorithm>
 #include <utility>
 
 // What went, and the ways back and out: restoring, emptying, purging. These take `busy`, so that
@@ -33,24 +35,45 @@ void AppModel::take(JournalReading reading) {
     }
 }
 
-void AppModel::runBusy(const QString& text, std::function<std::string()> work) {
+void AppModel::runBusy(const QString& text, std::function<Outcome()> work) {
     setBusy(text);
     struct Done {
-        std::string sentence;
+        Outcome outcome;
         JournalReading journal;
     };
     changeInBackground(
         this,
         [work = std::move(work), cleaner = cleaner_] {
-            std::string sentence = work();
-            return Done{.sentence = std::move(sentence), .journal = JournalReading::of(*cleaner)};
+            Outcome outcome = work();
+            return Done{.outcome = std::move(outcome), .journal = JournalReading::of(*cleaner)};
         },
         [](AppModel& model, Done done) {
             model.setBusy({});
-            model.setBanner(shown(done.sentence));
+            model.setBanner(shown(done.outcome.sentence));
             model.refreshVolume();
             model.take(std::move(done.journal));
+            model.takeRestored(done.outcome.restored);
         });
+}
+
+void AppModel::takeRestored(const std::vector<std::string>& paths) {
+    const auto holdsOne = [&](const std::string& folder) {
+        return std::ranges::any_of(
+            paths, [&](const std::string& path) { return Path::below(folder, path).has_value(); });
+    };
+    if (paths.empty()) {
+        return;
+    }
+    suggestAnew();
+    if (isScanning_ ? holdsOne(scanRoot_) : root_ && holdsOne(root_->path)) {
+        scanAnew();
+    }
+    if ((isFindingLarge_ || largeSearched_) && holdsOne(largeRoot_)) {
+        findLargeFilesAnew();
+    }
+    if ((isFindingDupes_ || dupsSearched_) && holdsOne(dupRoot_)) {
+        findDuplicatesAnew();
+    }
 }
 
 void AppModel::undoBatch(const HistoryBatch& batch) {
@@ -75,7 +98,8 @@ void AppModel::undoAll(const std::vector<Uuid>& ids) {
     }
     setShowResult(false);
     runBusy(QStringLiteral("Restoring…"), [ids, cleaner = cleaner_] {
-        return cleaner->undo(ids).sentence();
+        UndoReport report = cleaner->undo(ids);
+        return Outcome{.sentence = report.sentence(), .restored = std::move(report.restored)};
     });
 }
 
@@ -87,8 +111,8 @@ void AppModel::emptyTrash() {
         const TrashReport report = Cleaner::emptyTrash();
         const bool mayBePrivacy =
             !report.failures.empty() && !Platform::privacySettingsAddress().empty();
-        return report.emptiedSentence() +
-               (mayBePrivacy ? " Grant Full Disk Access if this persists." : "");
+        const char* advice = mayBePrivacy ? " Grant Full Disk Access if this persists." : "";
+        return Outcome{.sentence = report.emptiedSentence() + advice, .restored = {}};
     });
 }
 
@@ -97,7 +121,8 @@ void AppModel::purgeOwnTrash() {
         return;
     }
     runBusy(QStringLiteral("Removing from Trash…"), [cleaner = cleaner_] {
-        return cleaner->purgeOwnTrash(0, false).purgedSentence(false);
+        const TrashReport report = cleaner->purgeOwnTrash(0, false);
+        return Outcome{.sentence = report.purgedSentence(false), .restored = {}};
     });
 }
 

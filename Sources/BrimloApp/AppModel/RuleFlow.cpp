@@ -111,6 +111,9 @@ void AppModel::deleteRule(const CleanupRule& rule) {
         setBanner(QStringLiteral("Could not delete rule: %1").arg(why));
         return;
     }
+    if (isSuggesting_) {
+        suggestAnew();
+    }
     std::vector<Suggestion> left = suggestions_;
     std::erase_if(left, [id = rule.id](const Suggestion& each) { return each.id == id; });
     setSuggestions(std::move(left));

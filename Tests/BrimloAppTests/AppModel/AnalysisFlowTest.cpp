@@ -271,6 +271,37 @@ TEST_F(AnalysisFlowTest, FindsLargeFilesAndTakesARowAwayWhenItsFileWent) {
     EXPECT_FALSE(model().isFindingLarge());
 }
 
+TEST_F(AnalysisFlowTest, ListsAgainWhatAnUndoBroughtBack) {
+    write(".cache/thumbnails/normal/data");
+    write("large/film", std::string(60'000'000, 'x'));
+    makeDuplicates();
+    model().setLargeRoot(at("large"));
+    model().findLargeFiles();
+    suggest();
+    scan();
+    model().drill(child("large"));
+    model().runClean(model().currentPlan(), DisposalMode::trash);
+    finish();
+    model().trashLargeFile(model().largeFiles().front());
+    finish();
+    model().trashDuplicates(model().dupGroups().front());
+    finish();
+    model().dispose({child("inner")}, DisposalMode::trash);
+    finish();
+    ASSERT_EQ(
+        model().suggestions().size() + model().largeFiles().size() + model().dupGroups().size() +
+            model().currentChildren().size(),
+        0U);
+    for (const HistoryBatch& batch : std::vector{model().historyBatches()}) {
+        model().undoBatch(batch);
+        finish();
+    }
+    EXPECT_EQ(suggestion("photos.thumbnails").items.front().path, at(".cache/thumbnails/normal"));
+    EXPECT_THAT(model().largeFiles(), SizeIs(1));
+    EXPECT_THAT(model().dupGroups(), SizeIs(1));
+    EXPECT_THAT(names(), ElementsAre("inner")) << "in the folder that was open";
+}
+
 TEST_F(AnalysisFlowTest, MovesAllButOneCopyToTheTrash) {
     makeDuplicates();
     ASSERT_THAT(model().dupGroups(), SizeIs(1));
@@ -347,6 +378,12 @@ TEST_F(AnalysisFlowTest, TakesDroppedFoldersAndNothingElse) {
     EXPECT_TRUE(model().findDuplicatesInDropped(address("tree")));
     EXPECT_TRUE(model().isScanning() && model().isFindingLarge() && model().isFindingDupes());
     EXPECT_EQ(model().scanRoot(), at("tree"));
+
+    // Another one, while a search runs, is no new name for what that finds.
+    model().findLargeFilesInDropped(address("tree/sub"));
+    model().findDuplicatesInDropped(address("tree/sub"));
+    EXPECT_EQ(model().largeRoot(), at("tree"));
+    EXPECT_EQ(model().dupRoot(), at("tree"));
     finish();
 }
 

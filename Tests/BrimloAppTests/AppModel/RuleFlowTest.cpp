@@ -156,6 +156,13 @@ TEST_F(RuleFlowTest, RunsAgainForWhatChangedDuringARun) {
     finish();
     const std::vector<std::string> seen = changes();
     EXPECT_EQ(std::ranges::count(seen, "isSuggesting"), 4) << "began and ended twice";
+
+    ASSERT_FALSE(model().suggestions().empty());
+    model().loadSuggestions();
+    Background::waitForDone();
+    model().deleteRule(rule());
+    finish();
+    EXPECT_THAT(model().suggestions(), IsEmpty()) << "the run before still knew the rule";
 }
 
 TEST_F(RuleFlowTest, ShowsWhichRulesAreOffAsTheFileHasIt) {
