@@ -3,7 +3,10 @@
 #include "BrimloApp/Platform/Bundle.h"
 #include "BrimloCore/Support/Path.h"
 
+#include <algorithm>
+#include <cstdlib>
 #include <filesystem>
+#include <string_view>
 
 #include <unistd.h>
 
@@ -19,28 +22,53 @@ std::string shellWord(std::string_view text) {
     return word + '\'';
 }
 
+bool isProgram(const std::string& path) {
+    std::error_code error;
+    return std::filesystem::is_regular_file(path, error) && access(path.c_str(), X_OK) == 0;
+}
+
+/// What a terminal starts when "brimlo" is typed.
+std::optional<std::string> firstOn(std::string_view searchPath) {
+    while (!searchPath.empty()) {
+        const std::string_view folder = searchPath.substr(0, searchPath.find(':'));
+        searchPath.remove_prefix(std::min(folder.size() + 1, searchPath.size()));
+        std::string program = Path::join(folder, "brimlo");
+        if (folder.starts_with('/') && isProgram(program)) {
+            return program;
+        }
+    }
+    return std::nullopt;
+}
+
 }  // namespace
 
 Places usualPlaces() {
-    return {Platform::resourceFolder(), kLinkPath, Platform::usualAuthorizers()};
+    const char* path = std::getenv("PATH");  // NOLINT(concurrency-mt-unsafe): set at start only
+    return {
+        Platform::resourceFolder(),
+        kLinkPath,
+        Platform::usualAuthorizers(),
+        path != nullptr ? path : ""};
 }
 
 std::optional<std::string> bundledCLI(const Places& places) {
     const std::string tool = Path::join(places.resources, "brimlo");
-    std::error_code error;
-    const bool isFile = std::filesystem::is_regular_file(tool, error);
-    return isFile && access(tool.c_str(), X_OK) == 0 ? std::optional{tool} : std::nullopt;
+    return isProgram(tool) ? std::optional{tool} : std::nullopt;
 }
 
-bool isInstalled(const Places& places) {
+std::optional<std::string> installedAt(const Places& places) {
     const auto tool = bundledCLI(places);
     std::error_code error;
-    return tool && std::filesystem::read_symlink(places.link, error).native() == *tool;
+    if (!tool || std::filesystem::read_symlink(places.link, error).native() == *tool) {
+        return tool ? std::optional{places.link} : std::nullopt;
+    }
+    const auto found = firstOn(places.searchPath);
+    return found && std::filesystem::equivalent(*found, *tool, error) ? found : std::nullopt;
 }
 
 Result install(const Places& places) {
     const auto tool = bundledCLI(places);
-    if (!tool || isInstalled(places)) {
+    if (!tool || installedAt(places)) {
         return {tool ? Outcome::alreadyInstalled : Outcome::noTool, ""};
     }
     Result notMade{Outcome::failed, "symlink was not created"};
@@ -56,7 +84,7 @@ Result install(const Places& places) {
     if (run.outcome != Run::done) {
         return {run.outcome == Run::cancelled ? Outcome::cancelled : Outcome::failed, run.text};
     }
-    return isInstalled(places) ? Result{Outcome::installed, ""} : notMade;
+    return installedAt(places) ? Result{Outcome::installed, ""} : notMade;
 }
 
 }  // namespace Brimlo::CLIInstaller

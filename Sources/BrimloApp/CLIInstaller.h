@@ -16,6 +16,7 @@ struct Places {
     std::string resources;  ///< The folder that holds the tool, in a build that has one.
     std::string link;       ///< Absolute and standardized.
     Platform::AuthorizerPlaces authorizers;
+    std::string searchPath = std::string{};  ///< Folders separated by colons.
 };
 
 /// Those of this application on this system.
@@ -24,8 +25,9 @@ struct Places {
 /// The tool's path; nullopt when this build has none.
 [[nodiscard]] std::optional<std::string> bundledCLI(const Places& places = usualPlaces());
 
-/// Whether the link leads to this very tool.
-[[nodiscard]] bool isInstalled(const Places& places = usualPlaces());
+/// Where a terminal finds this very tool: at the link, or in the folder of the search path whose
+/// "brimlo" comes first, as a package installs it. Nullopt when that is nowhere.
+[[nodiscard]] std::optional<std::string> installedAt(const Places& places = usualPlaces());
 
 /// What came of an installation.
 enum class Outcome : std::uint8_t { installed, alreadyInstalled, noTool, cancelled, failed };

@@ -1,6 +1,7 @@
 #include "BrimloApp/AppModel/AppModel.h"
 
 #include "BrimloApp/AppModel/RunInBackground.h"
+#include "BrimloApp/AppModel/Shown.h"
 #include "BrimloApp/Platform/Reveal.h"
 #include "BrimloCore/DisabledRules/DisabledRules.h"
 #include "BrimloCore/RulePacks/Catalog.h"
@@ -42,7 +43,7 @@ AppModel::AppModel(Surroundings surroundings, QObject* parent)
     , largeRoot_{scanRoot_}
     , builtInRules_{Catalog::builtInRules()}
     , disabledRuleIDs_{DisabledRules::load()}
-    , cliInstalled_{CLIInstaller::isInstalled(cli_)}
+    , cliPlace_{shown(CLIInstaller::installedAt(cli_).value_or(""))}
     , cleaner_{
           std::make_shared<Cleaner>(std::make_shared<Journal>(StoragePaths::journal()), docker_)} {
     readConfig();

@@ -127,6 +127,7 @@ class AppModel : public QObject {
     Q_PROPERTY(bool agentInstalled READ agentInstalled NOTIFY agentInstalledChanged)
     Q_PROPERTY(bool agentIsOfOtherCopy READ agentIsOfOtherCopy NOTIFY agentIsOfOtherCopyChanged)
     Q_PROPERTY(bool cliInstalled READ cliInstalled NOTIFY cliInstalledChanged)
+    Q_PROPERTY(QString cliPlace READ cliPlace NOTIFY cliInstalledChanged)
     Q_PROPERTY(bool offersCLI READ offersCLI NOTIFY offersCLIChanged)
 
 public:
@@ -375,7 +376,9 @@ public:
     [[nodiscard]] bool agentInstalled() const { return agentInstalled_; }
     /// Whether the job starts the tool of another copy of the application.
     [[nodiscard]] bool agentIsOfOtherCopy() const { return agentIsOfOtherCopy_; }
-    [[nodiscard]] bool cliInstalled() const { return cliInstalled_; }
+    [[nodiscard]] bool cliInstalled() const { return !cliPlace_.isEmpty(); }
+    /// Where a terminal finds the command line tool; empty when it does not.
+    [[nodiscard]] QString cliPlace() const { return cliPlace_; }
     [[nodiscard]] bool offersCLI() const { return offersCLI_; }
 
     // ---- The machine and the settings: VolumeFacts.cpp -------------------------------------
@@ -514,13 +517,13 @@ private:
     void rebuildPlan();
     void takeCleaned(const CleanPlan& plan, const CleanReport& report);
 
-    void sampleScan();
-    void takeTree(std::shared_ptr<FileNode> tree);
-    void removeDisposed(const std::vector<std::shared_ptr<FileNode>>& nodes);
     /// Scans the tree's folder once more and opens the same folder in it; so do the two below.
     void scanAnew();
     void findLargeFilesAnew();
     void findDuplicatesAnew();
+    void sampleScan();
+    void takeTree(std::shared_ptr<FileNode> tree);
+    void removeDisposed(const std::vector<std::shared_ptr<FileNode>>& nodes);
     void takeOutOfTree(const std::string& path);
     void takeOutOfLargeFiles(const std::set<std::string>& paths);
     void forgetWhatWent();
@@ -588,11 +591,11 @@ private:
     std::shared_ptr<FileNode> current_;
     int treeVersion_ = 0;
     bool isScanning_ = false;
+    bool scanAgain_ = false;
+    std::string reopened_;  ///< The folder to open in the tree of the scan under way.
     std::int64_t scanFiles_ = 0;
     std::int64_t scanBytes_ = 0;
     QString scanPath_;
-    bool scanAgain_ = false;
-    std::string reopened_;  ///< The folder to open in the tree of the scan under way.
     int unreadableCount_ = 0;
     int leftOutCount_ = 0;
     std::vector<UnreadableArea> unreadableAreas_;
@@ -606,18 +609,18 @@ private:
     std::string dupRoot_;
     std::vector<DuplicateGroup> dupGroups_;
     bool isFindingDupes_ = false;
+    bool findDupesAgain_ = false;
     bool dupsSearched_ = false;
     int dupsUnreadable_ = 0;
     std::shared_ptr<ScanControl> dupControl_;
     std::string largeRoot_;
-    bool findDupesAgain_ = false;
     std::vector<std::shared_ptr<FileNode>> largeFiles_;
     bool isFindingLarge_ = false;
+    bool findLargeAgain_ = false;
     bool largeSearched_ = false;
     int largeUnreadable_ = 0;
     std::shared_ptr<ScanControl> largeControl_;
 
-    bool findLargeAgain_ = false;
     std::unique_ptr<RuleDraft> ruleDraft_;
     std::vector<CleanupRule> customRules_;
     QStringList ruleIssues_;
@@ -626,7 +629,7 @@ private:
 
     bool agentInstalled_ = false;
     bool agentIsOfOtherCopy_ = false;
-    bool cliInstalled_ = false;
+    QString cliPlace_;
     bool offersCLI_ = false;
     std::unique_ptr<Clock::Pending> autoTimer_;
 

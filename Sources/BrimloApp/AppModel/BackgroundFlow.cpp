@@ -1,4 +1,5 @@
 #include "BrimloApp/AppModel/AppModel.h"
+#include "BrimloApp/AppModel/Shown.h"
 #include "BrimloCore/LaunchAgent/LaunchAgent.h"
 
 #include <utility>
@@ -97,13 +98,16 @@ void AppModel::installCLI() {
                           .arg(QString::fromStdString(result.text)));
             break;
     }
-    assign(cliInstalled_, CLIInstaller::isInstalled(cli_), &AppModel::cliInstalledChanged);
+    assign(
+        cliPlace_,
+        shown(CLIInstaller::installedAt(cli_).value_or("")),
+        &AppModel::cliInstalledChanged);
 }
 
 void AppModel::offerCLIInstallIfNeeded() {
     readConfig();
     if (config_.cliInstallOffered || !CLIInstaller::bundledCLI(cli_) ||
-        CLIInstaller::isInstalled(cli_)) {
+        CLIInstaller::installedAt(cli_)) {
         return;
     }
     // Saved before the question is asked, so that it is asked once even if the program ends here.

@@ -6,7 +6,7 @@ SettingsSection {
 
     SettingsLine {
         symbol: AppModel.cliInstalled ? "checkmark.circle" : "terminal"
-        text: AppModel.cliInstalled ? qsTr("brimlo is installed at /usr/local/bin/brimlo") : qsTr("Install brimlo so you can use it in any terminal")
+        text: AppModel.cliInstalled ? qsTr("brimlo is installed at %1").arg(AppModel.cliPlace) : qsTr("Install brimlo so you can use it in any terminal")
         color: AppModel.cliInstalled ? Theme.safeText : Theme.secondaryText
 
         OutlineButton {
@@ -21,5 +21,6 @@ SettingsSection {
     }
     SettingsCaption {
         text: qsTr("Adds a link at /usr/local/bin/brimlo pointing to the tool inside the app. Needs your administrator password once.")
+        visible: !AppModel.cliInstalled
     }
 }

@@ -190,7 +190,10 @@ TEST_F(BackgroundFlowTest, OffersTheToolOnceWhateverTheAnswer) {
     model().offerCLIInstallIfNeeded();
     EXPECT_FALSE(model().offersCLI()) << "there is none";
     EXPECT_FALSE(AppConfig::load().cliInstallOffered);
-    bundleTool();
+    link("path/brimlo", bundleTool());
+    model().offerCLIInstallIfNeeded();
+    EXPECT_FALSE(model().offersCLI()) << "a terminal finds it already";
+    std::filesystem::remove(at("path/brimlo"));
     writeAuthorizer("exec \"$@\"");
     model().offerCLIInstallIfNeeded();
     EXPECT_TRUE(model().offersCLI());

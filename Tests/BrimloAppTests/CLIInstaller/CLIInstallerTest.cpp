@@ -28,7 +28,7 @@ TEST_F(CLIInstallerTest, ReplacesWhateverIsNotTheLinkButAFolder) {
     const std::string tool = write("app/brimlo");
     link("bin/brimlo", tool);
     EXPECT_EQ(install(places()), (Result{Outcome::noTool, ""})) << "it may not be run";
-    EXPECT_FALSE(isInstalled(places()));
+    EXPECT_FALSE(installedAt(places()).has_value());
     program("app/brimlo");
     makeFolder("old");
     const std::pair<std::string, Result> cases[] = {
@@ -42,11 +42,34 @@ TEST_F(CLIInstallerTest, ReplacesWhateverIsNotTheLinkButAFolder) {
         SCOPED_TRACE(target);
         std::filesystem::remove_all(at("bin"));
         target.empty() ? write("bin/brimlo") : link("bin/brimlo", target);
-        EXPECT_EQ(isInstalled(places()), target == tool);
+        EXPECT_EQ(installedAt(places()).has_value(), target == tool);
         EXPECT_EQ(install(places()), expected);
-        EXPECT_EQ(isInstalled(places()), expected != notMade);
+        EXPECT_EQ(installedAt(places()).has_value(), expected != notMade);
     }
     EXPECT_FALSE(Testing::exists(at("old/brimlo"))) << "made in the folder";
+}
+
+TEST_F(CLIInstallerTest, AsksForNoPasswordWhereTheToolIsOnThePath) {
+    program("app/brimlo");
+    program("other/brimlo");
+    write("dull/brimlo");
+    link("packaged/brimlo", "../app/brimlo");
+    const std::string packaged = at("packaged") + ":";
+    const std::string before = at("none") + ":relative::" + at("dull") + ":";
+    const std::pair<std::string, bool> cases[] = {
+        {before + packaged,                     true },
+        {before + at("other") + ":" + packaged, false},
+        {before,                                false},
+    };
+    for (const auto& [path, isThere] : cases) {
+        SCOPED_TRACE(path);
+        Places places = this->places("exit 126");
+        places.searchPath = path;
+        EXPECT_EQ(
+            installedAt(places), isThere ? std::optional{at("packaged/brimlo")} : std::nullopt);
+        const Outcome outcome = isThere ? Outcome::alreadyInstalled : Outcome::cancelled;
+        EXPECT_EQ(install(places).outcome, outcome);
+    }
 }
 
 TEST_F(CLIInstallerTest, TakesEveryByteOfAPathAsItIs) {

@@ -76,6 +76,7 @@ Surroundings ModelTest::surroundings() {
         .resources = at("resources"),
         .link = at("bin/brimlo"),
         .authorizers = {at("pkexec")},
+        .searchPath = at("path"),
     };
     return {.clock = &clock, .cli = cli, .docker = {at("docker")}};
 }
