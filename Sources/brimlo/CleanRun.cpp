@@ -89,26 +89,30 @@ void show(const CleanReport& report, const CleanPlan& plan, bool dryRun) {
         Console::line(count + end);
         return;
     }
-    if (report.freedNowBytes > 0) {
-        Console::line(
-            "Cleaned " + count + ". Docker freed " + Fmt::bytes(report.freedNowBytes) +
-            " for good; " + Fmt::bytes(report.movedToTrashBytes) + " moved to the Trash.");
+    if (report.processed == 0) {
+        Console::line("Nothing was cleaned.");
         return;
     }
+    const bool hasDockers = dockerCount(plan) > 0;
     Console::line(
-        "Moved " + count + " to the Trash, " + Fmt::bytes(report.movedToTrashBytes) +
-        ". The space is free once the Trash is emptied.");
+        hasDockers
+            ? "Cleaned " + count + ". Docker freed " + Fmt::bytes(report.freedNowBytes) +
+                  " for good; " + Fmt::bytes(report.movedToTrashBytes) + " moved to the Trash."
+            : "Moved " + count + " to the Trash, " + Fmt::bytes(report.movedToTrashBytes) +
+                  ". The space is free once the Trash is emptied.");
     if (!report.unrecorded.empty()) {
         Console::line(
             Console::count(report.unrecorded.size(), "item") +
             " could not be recorded. \"brimlo undo\" does not know them; only the desktop's own "
             "Trash can put them back.");
     }
-    if (!report.journalIDs.empty()) {
-        Console::line(
-            report.unrecorded.empty() ? "\"brimlo undo --last\" puts everything back."
-                                      : "\"brimlo undo --last\" puts back the others.");
+    if (report.journalIDs.empty() || (hasDockers && report.movedToTrashBytes == 0)) {
+        return;
     }
+    const char* what = hasDockers                  ? "back what went to the Trash."
+                       : report.unrecorded.empty() ? "everything back."
+                                                   : "back the others.";
+    Console::line(std::string{"\"brimlo undo --last\" puts "} + what);
 }
 
 ExitCode exitCode(const CleanReport& report) {

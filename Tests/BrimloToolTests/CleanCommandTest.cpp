@@ -159,6 +159,7 @@ TEST_F(CleanCommandTest, ReportsWhatDidNotGoAndMovesTheRest) {
     EXPECT_EQ(report.at("processed").as_int64(), 1);
     EXPECT_THAT(trashed(), testing::ElementsAre("link"));
     EXPECT_TRUE(exists(at("folder/inside")));
+    EXPECT_THAT(run({"clean", "--yes", "/etc"}).out, testing::EndsWith("Nothing was cleaned.\n"));
 }
 
 TEST_F(CleanCommandTest, SaysWhatTheJournalLacks) {

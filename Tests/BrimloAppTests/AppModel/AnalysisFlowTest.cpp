@@ -380,8 +380,8 @@ TEST_F(AnalysisFlowTest, TakesDroppedFoldersAndNothingElse) {
     EXPECT_EQ(model().scanRoot(), at("tree"));
 
     // Another one, while a search runs, is no new name for what that finds.
-    model().findLargeFilesInDropped(address("tree/sub"));
-    model().findDuplicatesInDropped(address("tree/sub"));
+    model().findLargeFilesInDropped(address("tree/large"));
+    model().findDuplicatesInDropped(address("tree/large"));
     EXPECT_EQ(model().largeRoot(), at("tree"));
     EXPECT_EQ(model().dupRoot(), at("tree"));
     finish();

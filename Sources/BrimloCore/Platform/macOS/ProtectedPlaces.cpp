@@ -1,5 +1,7 @@
 #include "BrimloCore/Platform/ProtectedPlaces.h"
 
+#include <array>
+
 namespace Brimlo::Platform {
 
 namespace {
