@@ -95,6 +95,9 @@ ProtectedPlaces protectedPlaces() {
         .whole = kWhole,
         .never = kNever,
         .profiles = kProfiles,
+        .carveOuts = {},
+        .named = {},
+        .steads = {},
     };
 }
 
