@@ -16,7 +16,8 @@ struct Places {
     std::string resources;  ///< The folder that holds the tool, in a build that has one.
     std::string link;       ///< Absolute and standardized.
     Platform::AuthorizerPlaces authorizers;
-    std::string searchPath = std::string{};  ///< Folders separated by colons.
+    /// Folders separated by colons.
+    std::string searchPath = std::string{};  // NOLINT(readability-redundant-member-init): optional
 };
 
 /// Those of this application on this system.
