@@ -30,7 +30,7 @@ struct Candidate {
     SuggestionItem item;   ///< Not yet measured.
     /// The one name of where the item lies; its path where that has no other name. Candidates are
     /// compared by it.
-    std::string place;
+    std::string place = {};
 };
 
 }  // namespace Brimlo

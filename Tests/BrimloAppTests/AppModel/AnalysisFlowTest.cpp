@@ -6,11 +6,6 @@
 #include <algorithm>
 #include <filesystem>
 
-#include <sched.h>
-#include <sys/mount.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 namespace Brimlo {
 namespace {
 
@@ -59,38 +54,6 @@ protected:
         finish();
     }
 };
-
-TEST_F(AnalysisFlowTest, CountsWhatItCouldNotReadAndWhatItLeftOut) {
-    constexpr uid_t kNobody = 65'534;
-    const std::string closed = makeFolder("tree/closed");
-    const std::string volume = makeFolder("tree/volume");
-    // The pools have no thread yet; those to come get the namespace of this one.
-    if (unshare(CLONE_NEWNS) != 0 ||
-        mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
-        mount("none", volume.c_str(), "tmpfs", 0, nullptr) != 0) {
-        GTEST_SKIP() << "the right to mount is missing";
-    }
-    finish();
-    chmod(home().c_str(), 0755);
-    chmod(closed.c_str(), 0);
-    ASSERT_EQ(seteuid(kNobody), 0);
-    scan();
-    model().setLargeRoot(at("tree"));
-    model().findLargeFiles();
-    model().setDupRoot(at("tree"));
-    model().findDuplicates();
-    finish();
-    ASSERT_EQ(seteuid(0), 0);
-    umount(volume.c_str());
-    EXPECT_EQ(model().unreadableCount(), 1);
-    EXPECT_EQ(model().leftOutCount(), 1);
-    EXPECT_EQ(model().largeUnreadable(), 1);
-    EXPECT_EQ(model().dupsUnreadable(), 1);
-    EXPECT_THAT(model().unreadableAreas(), SizeIs(2));
-    chmod(closed.c_str(), 0700);
-    scan();
-    EXPECT_EQ(model().unreadableCount() + model().leftOutCount(), 0);
-}
 
 TEST_F(AnalysisFlowTest, ScansAFolderAndTellsItsProgressInSteps) {
     model();

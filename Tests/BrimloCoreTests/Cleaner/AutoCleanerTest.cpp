@@ -2,7 +2,6 @@
 
 #include "BrimloCore/Platform/Spawn.h"
 #include "BrimloCoreTests/Cleaner/CleaningHome.h"
-#include "BrimloCoreTests/Cleaner/OwnMounts.h"
 
 #include <chrono>
 #include <csignal>
@@ -58,21 +57,6 @@ TEST_F(AutoCleanerTest, WaitsWhileThereIsRoom) {
         EXPECT_EQ(
             AutoCleaner::reasonToWait({.freeSpaceThresholdGB = c.threshold}, c.volume), c.reason);
     }
-}
-
-TEST_F(AutoCleanerTest, LooksAtTheVolumeOfTheHome) {
-    Testing::withOwnMounts([&] {
-        const std::string own = makeFolder("own");
-        if (mount("none", own.c_str(), "tmpfs", 0, "size=16m") != 0) {
-            GTEST_SKIP() << "nothing can be mounted here";
-        }
-        setenv("HOME", own.c_str(), 1);
-        const AppConfig neverShort{.autoCleanEnabled = true, .freeSpaceThresholdGB = -1};
-        const AutoCleanOutcome outcome = run(neverShort, cleaner_, true, false);
-        const auto volume = VolumeInfo::snapshot(own);
-        EXPECT_EQ(outcome.skippedReason, AutoCleaner::reasonToWait(neverShort, volume));
-        EXPECT_EQ(VolumeInfo::ofHome(), volume);
-    });
 }
 
 TEST_F(AutoCleanerTest, TakesWhatNeedsNoReview) {

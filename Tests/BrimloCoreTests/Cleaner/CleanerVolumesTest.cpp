@@ -1,3 +1,4 @@
+#include "BrimloCore/Cleaner/AutoCleaner.h"
 #include "BrimloCore/Cleaner/Cleaner.h"
 #include "BrimloCore/Platform/Linux/TrashInfo.h"
 #include "BrimloCoreTests/Cleaner/CleaningHome.h"
@@ -148,6 +149,21 @@ TEST_F(CleanerVolumesTest, DeletesNothingThatIsMountedInTheTrash) {
         EXPECT_EQ(cleaner_.purgeOwnTrash(1, false), (TrashReport{.failures = busy}));
         EXPECT_FALSE(this->entry(entry.id).purgedFromTrash);
         EXPECT_TRUE(exists(file));
+    });
+}
+
+TEST_F(CleanerVolumesTest, AutoCleanLooksAtTheVolumeOfTheHome) {
+    withOwnMounts([&] {
+        const std::string own = makeFolder("own");
+        if (mount("none", own.c_str(), "tmpfs", 0, "size=16m") != 0) {
+            GTEST_SKIP() << "nothing can be mounted here";
+        }
+        setenv("HOME", own.c_str(), 1);
+        const AppConfig neverShort{.autoCleanEnabled = true, .freeSpaceThresholdGB = -1};
+        const AutoCleanOutcome outcome = AutoCleaner::run(neverShort, cleaner_, true, false);
+        const auto volume = VolumeInfo::snapshot(own);
+        EXPECT_EQ(outcome.skippedReason, AutoCleaner::reasonToWait(neverShort, volume));
+        EXPECT_EQ(VolumeInfo::ofHome(), volume);
     });
 }
 
