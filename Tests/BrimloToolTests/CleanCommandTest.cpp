@@ -119,14 +119,14 @@ TEST_F(CleanCommandTest, TakesWhatWasChosen) {
 }
 
 TEST_F(CleanCommandTest, ReadsATypedPathAsTheSystemDoes) {
-    write("work/x");
+    write("here/x");
     write("elsewhere/x");
-    link("work/l", makeFolder("elsewhere/sub"));
-    EXPECT_EQ(run({"clean", "work/l/../x", "--yes"}).exitCode, 0);
-    EXPECT_TRUE(exists(at("work/x")) && !exists(at("elsewhere/x")));
-    EXPECT_EQ(run({"clean", "~/work/l/", "--yes"}).exitCode, 0);
-    EXPECT_TRUE(std::filesystem::is_symlink(at("work/l")) && !exists(at("elsewhere/sub")));
-    EXPECT_EQ(run({"clean", "work/./l", "--yes"}).exitCode, 0);
+    link("here/l", makeFolder("elsewhere/sub"));
+    EXPECT_EQ(run({"clean", "here/l/../x", "--yes"}).exitCode, 0);
+    EXPECT_TRUE(exists(at("here/x")) && !exists(at("elsewhere/x")));
+    EXPECT_EQ(run({"clean", "~/here/l/", "--yes"}).exitCode, 0);
+    EXPECT_TRUE(std::filesystem::is_symlink(at("here/l")) && !exists(at("elsewhere/sub")));
+    EXPECT_EQ(run({"clean", "here/./l", "--yes"}).exitCode, 0);
     EXPECT_EQ(trashed(), (std::vector<std::string>{"l", "sub", "x"}));
 }
 

@@ -12,7 +12,7 @@
 #include <type_traits>
 #include <utility>
 
-// Start-up, and what stands around every screen: the section, the banner, the busy line.
+// Start-up, and what every screen shares: the section, the banner, the busy line.
 
 namespace Brimlo {
 namespace {

@@ -159,7 +159,7 @@ public:
     /// Shows entries in the file manager; when there is none, the banner says so.
     void reveal(const std::vector<std::string>& paths);
 
-    /// Reads anew what the section on show shows: starts its search, or reads its files.
+    /// Refreshes the current section: starts its search again, or reads its files again.
     Q_INVOKABLE void rescan();
 
     /// What long work is under way; empty when none is.

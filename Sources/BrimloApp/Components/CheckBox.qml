@@ -8,7 +8,7 @@ T.CheckBox {
 
     property string help
 
-    // For readers of the screen, when the box bears no words itself.
+    // For screen readers, when the box has no text of its own.
     property string label: text !== "" ? text : help
 
     function press() {

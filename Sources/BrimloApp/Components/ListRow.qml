@@ -21,7 +21,7 @@ T.ItemDelegate {
     hoverEnabled: true
     // Space would press the row; what it means is the list's to say.
     Keys.forwardTo: row.list !== null ? [row.list] : []
-    // Rows that wait to be used again are still there for readers of the screen, unless hidden.
+    // Screen readers still see pooled rows unless they are hidden.
     ListView.onPooled: visible = false
     ListView.onReused: visible = true
     Accessible.role: Accessible.ListItem

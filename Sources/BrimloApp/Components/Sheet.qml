@@ -24,7 +24,7 @@ T.Popup {
 
     signal dismissed
 
-    // A row of a list may be gone by now, and the list gets the keys in its place.
+    // A list row may be gone by now; its list gets the keyboard focus then.
     function giveBack() {
         let heir = before;
         while (heir && !(heir.visible && heir.activeFocusOnTab))
@@ -76,7 +76,7 @@ T.Popup {
         Keys.onReturnPressed: event => sheet.answer(event)
         Keys.onEnterPressed: event => sheet.answer(event)
 
-        // The popup's own item is the dialog that readers of the screen are told of.
+        // Screen readers are told of the popup's own item as the dialog.
         Binding {
             target: frame.parent?.Accessible ?? null
             property: "name"

@@ -35,13 +35,13 @@ struct NodeRow {
 /// The entries of the folder that is shown, in the order chosen, and which of them are selected.
 ///
 /// The selection is one of nodes, not of places: it stays with them through another order, another
-/// folder and another scan. Those that aren't on show count for nothing.
+/// folder and another scan. Those that aren't shown don't count.
 class NodeRows : public BRIMLO_SOURCE_ROWS(NodeRow) {
     Q_OBJECT
     QML_ELEMENT
 
     Q_PROPERTY(Brimlo::AppModel* source READ source WRITE setSource NOTIFY sourceChanged)
-    // Of the selected rows on show.
+    // Of the selected rows that are shown.
     Q_PROPERTY(int selectedCount READ selectedCount NOTIFY selectionChanged)
     Q_PROPERTY(double selectedSize READ selectedSize NOTIFY selectionChanged)
 

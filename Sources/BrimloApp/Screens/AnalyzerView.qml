@@ -8,7 +8,7 @@ import Brimlo
 Screen {
     id: screen
 
-    // What of the three is on show gets the keys.
+    // The visible one of the three has the keyboard focus.
     function settle() {
         (AppModel.isScanning ? scanning : AppModel.hasTree ? result : start).focus = true;
     }

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// What is selected of the entries on show, and what can be done with it; it slides in and out.
+// What is selected of the entries shown, and what can be done with it; it slides in and out.
 Item {
     id: bar
 
