@@ -44,6 +44,8 @@ def honesty(fault, home, code, answer):
     if fault.road == "undo":
         done, failures = len(answer["restored"]), len(answer["failures"])
         expected = len(stayed), len(ITEMS) - len(stayed)
+        if not stayed and any(str(home.support) in line for line in answer["failures"]):
+            expected = 0, 1  # A journal that can't be read is one reason for all.
     else:
         done, failures = answer["processed"], len(answer["failures"]) + len(answer["refused"])
         expected = len(ITEMS) - len(stayed), len(stayed)

@@ -68,7 +68,8 @@ public:
 
     /// Puts the items of these journal entries back where they were, the newest first, and tells of
     /// each that did not come back why. Never overwrites; takes items from a Trash alone. Entries
-    /// that are undone already are passed over.
+    /// that are undone already are passed over. When the journal can't be read, nothing comes back,
+    /// and the one failure names the journal.
     [[nodiscard]] UndoReport undo(const std::vector<Uuid>& ids);
 
     /// Deletes the journal's own items from the home Trash that are older than so many days. Only

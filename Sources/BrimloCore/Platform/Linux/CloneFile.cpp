@@ -83,7 +83,7 @@ std::optional<std::vector<Extent>> sharedExtents(int file) {
     constexpr std::uint32_t kMost = 128;
     constexpr std::size_t kBytes = sizeof(fiemap) + kMost * sizeof(fiemap_extent);
     alignas(fiemap) std::array<std::byte, kBytes> answer{};
-    auto* const head = new (answer.data()) fiemap{};
+    auto* const head = new (answer.data()) fiemap;
     std::vector<Extent> result;
     bool isLast = false;
     while (!isLast) {
