@@ -32,11 +32,22 @@ bool isThere(const std::string& path) {
     return std::filesystem::exists(path, error);
 }
 
-/// Whether the daemon answers. Its version is asked for since that is little to print.
-bool answers(const Places& places) {
+/// Why the daemon does not answer; nothing when it does. Its version is asked for since that is
+/// little to print.
+std::optional<std::string> silence(const Places& places) {
     constexpr double kSeconds = 8;
     const auto info = run({"info", "--format", "{{.ServerVersion}}"}, kSeconds, places);
-    return info && info->status == 0;
+    if (info && info->status == 0) {
+        return std::nullopt;
+    }
+    if (info && info->status == kWasEnded) {
+        return "Docker does not answer: " + info->err + ".";
+    }
+    // So says the tool, in one language, of a socket that is another group's.
+    if (info && Text::lowercased(info->err).contains("permission denied")) {
+        return "Docker refuses this user: permission denied.";
+    }
+    return "Docker is not running. Start Docker Desktop or OrbStack, then rescan.";
 }
 
 /// Fills in what the daemon tells of its objects.
@@ -116,11 +127,10 @@ DockerSnapshot snapshot(const Places& places) {
     }
     // The disks take their space whether the daemon runs or not.
     snapshot.vmDisks = vmDisks();
-    snapshot.available = answers(places);
+    snapshot.error = silence(places);
+    snapshot.available = !snapshot.error;
     if (snapshot.available) {
         readUsage(snapshot, places);
-    } else {
-        snapshot.error = "Docker is not running. Start Docker Desktop or OrbStack, then rescan.";
     }
     return snapshot;
 }

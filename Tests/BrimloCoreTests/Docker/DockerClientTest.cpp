@@ -101,6 +101,13 @@ TEST_F(DockerClientTest, TellsWhatDockerHoldsAndWhatWentWrong) {
     write("calls", "");
     EXPECT_EQ(DockerClient::snapshot(places()), stopped);
     EXPECT_EQ(calls(), "context show\ninfo --format {{.ServerVersion}}\n");
+    install("echo 'permission denied while trying to connect to the socket' >&2; exit 1");
+    const DockerSnapshot refused = DockerClient::snapshot(places());
+    EXPECT_FALSE(refused.available);
+    EXPECT_EQ(refused.error, "Docker refuses this user: permission denied.");
+    install("yes");
+    EXPECT_EQ(
+        DockerClient::snapshot(places()).error, "Docker does not answer: Docker printed too much.");
 }
 
 TEST_F(DockerClientTest, RemovesByTheToolAndWithoutForce) {
