@@ -8,6 +8,7 @@ VolumeFigures VolumeFigures::of(const std::optional<VolumeInfo::Snapshot>& snaps
     }
     VolumeFigures figures;
     figures.isKnown = true;
+    figures.isSystem = snapshot->isSystem;
     figures.total = static_cast<double>(snapshot->total);
     figures.available = static_cast<double>(snapshot->available);
     figures.used = static_cast<double>(snapshot->used());

@@ -15,6 +15,7 @@ class VolumeFigures {
     QML_VALUE_TYPE(volumeFigures)
 
     Q_PROPERTY(bool isKnown MEMBER isKnown)
+    Q_PROPERTY(bool isSystem MEMBER isSystem)
     Q_PROPERTY(double total MEMBER total)
     Q_PROPERTY(double available MEMBER available)
     Q_PROPERTY(double used MEMBER used)
@@ -26,6 +27,7 @@ public:
     [[nodiscard]] static VolumeFigures of(const std::optional<VolumeInfo::Snapshot>& snapshot);
 
     bool isKnown = false;
+    bool isSystem = true;  ///< Whether the system lies on it too.
     double total = 0;
     double available = 0;
     double used = 0;            ///< With what the system could free by itself.

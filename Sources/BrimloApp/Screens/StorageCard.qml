@@ -48,7 +48,7 @@ Card {
                     color: Theme.secondaryText
                 }
                 Label {
-                    text: SystemWords.bootVolume
+                    text: AppModel.volume.isSystem ? SystemWords.bootVolume : qsTr("Home disk")
                     secondary: true
                     font.weight: Font.Medium
                     Accessible.role: Accessible.Heading

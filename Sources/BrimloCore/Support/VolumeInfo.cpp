@@ -25,7 +25,13 @@ std::optional<Snapshot> snapshot(const std::string& path) {
 }
 
 std::optional<Snapshot> ofHome() {
-    return snapshot(StoragePaths::home());
+    std::optional<Snapshot> home = snapshot(StoragePaths::home());
+    const std::optional<Snapshot> system = snapshot("/");
+    // Parts of one disk have devices of their own on APFS and btrfs, but one capacity.
+    if (home && system) {
+        home->isSystem = home->total == system->total;
+    }
+    return home;
 }
 
 }  // namespace Brimlo::VolumeInfo

@@ -12,6 +12,7 @@ struct Snapshot {
     std::int64_t total = 0;
     std::int64_t available = 0;
     std::int64_t availableIncludingPurgeable = 0;
+    bool isSystem = true;  ///< False for a home folder on another disk than the system.
 
     [[nodiscard]] std::int64_t used() const { return total - available; }
 
