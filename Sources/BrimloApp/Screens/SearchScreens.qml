@@ -1,8 +1,7 @@
 import QtQuick
 import Brimlo
 
-// The three states of a screen that searches: before it, at it, and with what it found. That which
-// is on show gets the keys.
+// The three states of a search: before it, running, and with results. The visible one has focus.
 Item {
     id: screens
 

@@ -32,7 +32,7 @@ Surroundings nowhere() {
     };
 }
 
-/// The first item on show of that role and name at or below `top`, in the order of the screen.
+/// The first visible item of that role and name at or below `top`, in the order of the screen.
 QAccessibleInterface* find(
     QAccessibleInterface* top, const QAccessible::Role role, const QString& name) {
     if (top == nullptr || top->state().invisible) {

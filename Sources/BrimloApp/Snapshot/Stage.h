@@ -30,10 +30,10 @@ public:
     /// Presses a key, wherever the focus is.
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
-    /// Presses a control as assistive technology does; false when none is on show.
+    /// Presses a control as assistive technology does; false when none is visible.
     [[nodiscard]] bool press(QAccessible::Role role, const QString& name);
 
-    /// Gives the focus to a list or a control; false when none is on show.
+    /// Gives the focus to a list or a control; false when none is visible.
     [[nodiscard]] bool focus(QAccessible::Role role, const QString& name);
 
     /// Lets time go by in the window.

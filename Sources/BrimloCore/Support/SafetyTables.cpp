@@ -365,7 +365,7 @@ bool isCached(std::string_view rest) {
     return false;
 }
 
-/// Whether `place` is or lies in one of which nothing may go.
+/// Whether `place` is, or is in, a place whose contents are protected.
 bool mayNeverGo(const std::string& place) {
     const FixedRows& rows = fixedRows();
     const auto isCarved = [&](std::string_view pattern) {

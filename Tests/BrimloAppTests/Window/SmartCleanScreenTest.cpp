@@ -338,7 +338,7 @@ TEST_F(SmartCleanScreenTest, KeepsSheetsSaneWhenTheirDataGoesAway) {
     press("Clean *");
     finish();
     waitToSee("Cleanup finished with problems");
-    // The next clean's report takes the place of the one on show.
+    // The next clean's report replaces the visible one.
     model().setSection(Section::overview);
     model().toggle(at("mine/data"));
     model().runClean(model().currentPlan(), DisposalMode::trash);
