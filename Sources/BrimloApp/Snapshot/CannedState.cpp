@@ -1,133 +1,128 @@
 #include "BrimloApp/Snapshot/CannedState.h"
 
-#include "BrimloApp/AppModel/AppModel.h"
+#include "BrimloApp/Analyzer/Analyzer.h"
+#include "BrimloApp/Duplicates/DuplicateSearch.h"
+#include "BrimloApp/History/History.h"
+#include "BrimloApp/LargeFiles/LargeFileSearch.h"
+#include "BrimloApp/Overview/Machine.h"
+#include "BrimloApp/Review/Cleanup.h"
+#include "BrimloApp/Rules/RuleBook.h"
+#include "BrimloApp/Settings/Settings.h"
+#include "BrimloApp/SmartClean/SmartClean.h"
 #include "BrimloApp/Snapshot/CannedData.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEventLoop>
 
-namespace Brimlo {
+namespace Brimlo::CannedState {
 namespace {
 
 constexpr std::int64_t kGB = 1'000'000'000;
 
 }  // namespace
 
-void CannedState::measured(AppModel& model) {
-    model.setScanRoot(CannedData::home());
-    model.setLargeRoot(CannedData::home());
-    model.setDupRoot(CannedData::home());
-    const VolumeInfo::Snapshot volume{
+void measured(AppModel& model) {
+    model.analyzer()->setScanRoot(CannedData::home());
+    model.largeFiles()->setRoot(CannedData::home());
+    model.duplicates()->setRoot(CannedData::home());
+    Machine& machine = *model.machine();
+    machine.setVolume(VolumeInfo::Snapshot{
         .total = 512 * kGB,
         .available = 61 * kGB,
         .availableIncludingPurgeable = 74 * kGB,
-    };
-    model.assign(model.volume_, std::optional{volume}, &AppModel::volumeChanged);
-    model.assign(model.hasFullDiskAccess_, true, &AppModel::hasFullDiskAccessChanged);
+    });
+    machine.setFullDiskAccess(true);
     // What is being read would come in between.
-    while (model.trashMeasuring_ != AppModel::TrashMeasuring::none || !model.isJournalRead()) {
+    while (machine.isMeasuring() || !model.history()->isJournalRead()) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents);
     }
-    model.assign(model.trashBytes_, 3 * kGB, &AppModel::trashBytesChanged);
+    machine.setTrashBytes(3 * kGB);
 }
 
-void CannedState::withoutAccess(AppModel& model) {
-    model.assign(model.hasFullDiskAccess_, false, &AppModel::hasFullDiskAccessChanged);
+void withoutAccess(AppModel& model) {
+    model.machine()->setFullDiskAccess(false);
 }
 
-void CannedState::suggesting(AppModel& model) {
-    model.assign(model.isSuggesting_, true, &AppModel::isSuggestingChanged);
-    model.assign(
-        model.suggestPhase_, QStringLiteral("Sizing candidates…"), &AppModel::suggestPhaseChanged);
-    model.assign(
-        model.suggestStarted_,
-        QDateTime::currentDateTime().addSecs(-4),
-        &AppModel::suggestStartedChanged);
+void suggesting(AppModel& model) {
+    model.smartClean()->show(
+        {.isSuggesting = true,
+         .phase = QStringLiteral("Sizing candidates…"),
+         .started = QDateTime::currentDateTime().addSecs(-4)});
 }
 
-void CannedState::nothingSuggested(AppModel& model) {
-    model.assign(model.isSuggesting_, false, &AppModel::isSuggestingChanged);
+void nothingSuggested(AppModel& model) {
+    model.smartClean()->show(SmartClean::Progress{});
 }
 
-void CannedState::suggested(AppModel& model) {
-    std::vector<Suggestion> suggestions = CannedData::suggestions();
-    std::set<std::string> ticked;
-    for (const Suggestion& suggestion : suggestions) {
-        ticked.insert(suggestion.preselectedPaths.begin(), suggestion.preselectedPaths.end());
-    }
-    model.setSuggestions(std::move(suggestions));
-    model.setSelected(std::move(ticked));
+void suggested(AppModel& model) {
+    model.smartClean()->show(CannedData::suggestions());
 }
 
-void CannedState::cleaning(AppModel& model) {
-    model.assign(model.isCleaning_, true, &AppModel::isCleaningChanged);
-    model.assign(model.cleaningTotal_, model.planCount(), &AppModel::cleaningTotalChanged);
-    model.assign(model.cleaningDone_, model.planCount() - 2, &AppModel::cleaningDoneChanged);
+void cleaning(AppModel& model) {
     const std::string path = CannedData::home() + "/Library/Application Support/Slack/Cache";
-    model.assign(model.cleaningPath_, QString::fromStdString(path), &AppModel::cleaningPathChanged);
+    const int count = model.smartClean()->planCount();
+    model.cleanup()->show(
+        {.isCleaning = true,
+         .path = QString::fromStdString(path),
+         .done = count - 2,
+         .total = count});
 }
 
-void CannedState::cleaned(AppModel& model, const CleanReport& report) {
-    model.assign(model.lastReport_, std::optional{report}, &AppModel::lastReportChanged);
-    model.setShowResult(true);
+void cleaned(AppModel& model, const CleanReport& report) {
+    model.cleanup()->show(report);
 }
 
-void CannedState::scanning(AppModel& model) {
-    model.assign(model.isScanning_, true, &AppModel::isScanningChanged);
-    model.assign(model.scanFiles_, std::int64_t{184'213}, &AppModel::scanFilesChanged);
-    model.assign(model.scanBytes_, 57 * kGB, &AppModel::scanBytesChanged);
-    model.assign(
-        model.scanPath_,
-        QString::fromStdString(CannedData::home() + "/Projects/shopfront/node_modules"),
-        &AppModel::scanPathChanged);
+void scanning(AppModel& model) {
+    model.analyzer()->setScanning(true);
+    model.analyzer()->show(
+        {.files = 184'213,
+         .bytes = 57 * kGB,
+         .path = CannedData::home() + "/Projects/shopfront/node_modules"});
 }
 
-void CannedState::scanned(AppModel& model) {
-    model.takeTree(CannedData::tree());
-    model.assign(model.unreadableCount_, 5, &AppModel::unreadableCountChanged);
-    model.assign(
-        model.unreadableAreas_, CannedData::unreadableAreas(), &AppModel::unreadableAreasChanged);
+void scanned(AppModel& model) {
+    model.analyzer()->setTree(CannedData::tree());
+    model.analyzer()->show(
+        {.unreadableCount = 5, .leftOutCount = 0, .areas = CannedData::unreadableAreas()});
 }
 
-void CannedState::findingLargeFiles(AppModel& model) {
-    model.assign(model.isFindingLarge_, true, &AppModel::isFindingLargeChanged);
+void findingLargeFiles(AppModel& model) {
+    model.largeFiles()->show({.isSearching = true});
 }
 
-void CannedState::foundLargeFiles(AppModel& model) {
+void foundLargeFiles(AppModel& model) {
     foundNoLargeFiles(model);
-    model.assign(model.largeFiles_, CannedData::largeFiles(), &AppModel::largeFilesChanged);
+    model.largeFiles()->setFiles(CannedData::largeFiles());
 }
 
-void CannedState::foundNoLargeFiles(AppModel& model) {
-    model.assign(model.largeSearched_, true, &AppModel::largeSearchedChanged);
+void foundNoLargeFiles(AppModel& model) {
+    model.largeFiles()->show({.hasSearched = true});
 }
 
-void CannedState::findingDuplicates(AppModel& model) {
-    model.assign(model.isFindingDupes_, true, &AppModel::isFindingDupesChanged);
+void findingDuplicates(AppModel& model) {
+    model.duplicates()->show({.isSearching = true});
 }
 
-void CannedState::foundDuplicates(AppModel& model) {
+void foundDuplicates(AppModel& model) {
     foundNoDuplicates(model);
-    model.assign(model.dupGroups_, CannedData::duplicates(), &AppModel::dupGroupsChanged);
+    model.duplicates()->setGroups(CannedData::duplicates());
 }
 
-void CannedState::foundNoDuplicates(AppModel& model) {
-    model.assign(model.dupsSearched_, true, &AppModel::dupsSearchedChanged);
+void foundNoDuplicates(AppModel& model) {
+    model.duplicates()->show({.hasSearched = true});
 }
 
-void CannedState::busy(AppModel& model, const QString& text) {
+void busy(AppModel& model, const QString& text) {
     model.setBusy(text);
 }
 
-void CannedState::offeringCLI(AppModel& model) {
-    model.assign(model.offersCLI_, true, &AppModel::offersCLIChanged);
+void offeringCLI(AppModel& model) {
+    model.settings()->setOffersCLI(true);
 }
 
-void CannedState::withRuleIssues(AppModel& model) {
-    model.assign(
-        model.ruleIssues_,
-        {QStringLiteral("old-rules.json: not valid JSON")},
-        &AppModel::ruleIssuesChanged);
+void withRuleIssues(AppModel& model) {
+    model.rules()->show(
+        {.rules = model.rules()->customRules(), .issues = {"old-rules.json: not valid JSON"}});
 }
 
-}  // namespace Brimlo
+}  // namespace Brimlo::CannedState

@@ -1,5 +1,7 @@
 #include "BrimloApp/Snapshot/Scenes.h"
 
+#include "BrimloApp/Analyzer/Analyzer.h"
+#include "BrimloApp/Rules/RuleBook.h"
 #include "BrimloApp/Snapshot/CannedData.h"
 #include "BrimloApp/Snapshot/CannedState.h"
 #include "BrimloApp/Snapshot/Stage.h"
@@ -70,31 +72,31 @@ std::function<bool(Stage&)> editing(void (*open)(AppModel& model)) {
 }
 
 std::vector<Scene> windowScenes() {
-    using enum Section;
+    using enum Sections::Section;
     return {
-        showing("overview", overview),
-        showing("overview-suggested", overview, CannedState::suggested),
-        then(showing("overview-without-access", overview), doing([](AppModel& model) {
+        showing("overview", Overview),
+        showing("overview-suggested", Overview, CannedState::suggested),
+        then(showing("overview-without-access", Overview), doing([](AppModel& model) {
                  CannedState::withoutAccess(model);
                  CannedState::busy(model, "Emptying Trash…");
                  model.setBanner("Export failed: Permission denied");
              })),
-        then(showing("menu", overview), press("Menu")),
+        then(showing("menu", Overview), press("Menu")),
         then(
-            then(showing("about", overview), press("Menu")),
+            then(showing("about", Overview), press("Menu")),
             [](Stage& stage) { return stage.press(QAccessible::MenuItem, "About Brimlo"); }),
-        showing("cli-offer", overview, CannedState::offeringCLI),
+        showing("cli-offer", Overview, CannedState::offeringCLI),
     };
 }
 
 std::vector<Scene> cleanScenes() {
-    using enum Section;
-    const Scene suggested = showing("clean", clean, CannedState::suggested);
+    using enum Sections::Section;
+    const Scene suggested = showing("clean", Clean, CannedState::suggested);
     const auto as = [&](const QString& name) { return Scene{name, suggested.set}; };
     return {
-        showing("clean-suggesting", clean, CannedState::suggesting),
+        showing("clean-suggesting", Clean, CannedState::suggesting),
         then(
-            showing("clean-nothing", clean, CannedState::suggesting),
+            showing("clean-nothing", Clean, CannedState::suggesting),
             doing(CannedState::nothingSuggested)),
         suggested,
         then(
@@ -113,46 +115,47 @@ std::vector<Scene> cleanScenes() {
 }
 
 std::vector<Scene> analysisScenes() {
-    using enum Section;
-    const Scene scanned = showing("analyzer", analyzer, CannedState::scanned);
+    using enum Sections::Section;
+    const Scene scanned = showing("analyzer", Analyzer, CannedState::scanned);
     const auto as = [&](const QString& name) { return Scene{name, scanned.set}; };
     const QString list = "Space Analyzer";
     return {
-        showing("analyzer-start", analyzer),
-        showing("analyzer-scanning", analyzer, CannedState::scanning),
+        showing("analyzer-start", Analyzer),
+        showing("analyzer-scanning", Analyzer, CannedState::scanning),
         scanned,
         then(as("analyzer-selected"), keys(list, {Qt::Key_Down})),
         then(as("analyzer-drilled"), keys(list, {Qt::Key_Down, Qt::Key_Right})),
         then(as("analyzer-unreadable"), press("5 unreadable")),
         then(as("analyzer-treemap"), doing([](AppModel& model) {
-                 model.setAnalyzerMode(1);
-                 const auto& folders = *model.root()->children;
-                 model.drill(*std::ranges::find(folders, "Downloads", &FileNode::name));
+                 model.analyzer()->setAnalyzerMode(1);
+                 const auto& folders = *model.analyzer()->root()->children;
+                 model.analyzer()->drill(*std::ranges::find(folders, "Downloads", &FileNode::name));
              })),
         then(as("analyzer-review"), keys(list, {Qt::Key_Down, Qt::Key_Delete})),
-        showing("large-files-start", largeFiles),
-        showing("large-files-searching", largeFiles, CannedState::findingLargeFiles),
-        showing("large-files", largeFiles, CannedState::foundLargeFiles),
-        showing("large-files-none", largeFiles, CannedState::foundNoLargeFiles),
-        showing("duplicates-start", duplicates),
-        showing("duplicates-searching", duplicates, CannedState::findingDuplicates),
-        showing("duplicates", duplicates, CannedState::foundDuplicates),
-        showing("duplicates-none", duplicates, CannedState::foundNoDuplicates),
+        showing("large-files-start", LargeFiles),
+        showing("large-files-searching", LargeFiles, CannedState::findingLargeFiles),
+        showing("large-files", LargeFiles, CannedState::foundLargeFiles),
+        showing("large-files-none", LargeFiles, CannedState::foundNoLargeFiles),
+        showing("duplicates-start", Duplicates),
+        showing("duplicates-searching", Duplicates, CannedState::findingDuplicates),
+        showing("duplicates", Duplicates, CannedState::foundDuplicates),
+        showing("duplicates-none", Duplicates, CannedState::foundNoDuplicates),
     };
 }
 
 std::vector<Scene> upkeepScenes() {
-    using enum Section;
+    using enum Sections::Section;
     return {
-        showing("rules", rules, CannedState::withRuleIssues),
-        then(showing("rule-new", rules), editing([](AppModel& model) { model.newRule(); })),
-        then(showing("rule-edited", rules), editing([](AppModel& model) {
-                 model.editRule(model.customRules().back());
-             })),
-        then(showing("history", history), keys("Removed by Brimlo", {Qt::Key_Right})),
-        showing("settings", settings),
+        showing("rules", Rules, CannedState::withRuleIssues),
         then(
-            showing("settings-end", settings),
+            showing("rule-new", Rules), editing([](AppModel& model) { model.rules()->newRule(); })),
+        then(showing("rule-edited", Rules), editing([](AppModel& model) {
+                 model.rules()->editRule(model.rules()->customRules().back());
+             })),
+        then(showing("history", History), keys("Removed by Brimlo", {Qt::Key_Right})),
+        showing("settings", Settings),
+        then(
+            showing("settings-end", Settings),
             [](Stage& stage) { return stage.focus(QAccessible::Button, "Install"); }),
     };
 }

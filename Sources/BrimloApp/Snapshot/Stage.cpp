@@ -1,6 +1,6 @@
 #include "BrimloApp/Snapshot/Stage.h"
 
-#include "BrimloApp/OpenWindow.h"
+#include "BrimloApp/Shell/OpenWindow.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>

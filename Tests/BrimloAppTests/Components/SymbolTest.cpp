@@ -1,6 +1,6 @@
-#include "BrimloApp/AppModel/Section.h"
 #include "BrimloApp/Components/SymbolImages.h"
 #include "BrimloApp/Components/SymbolTable.h"
+#include "BrimloApp/Shell/Sections.h"
 #include "BrimloCore/Models/Persona.h"
 
 #include <QtCore/QDir>
@@ -56,8 +56,8 @@ TEST(SymbolTest, IsThereForWhateverTheProgramNames) {
     for (const auto persona : kAllPersonas) {
         named.emplace(symbol(persona));
     }
-    for (const auto section : kAllSections) {
-        named.emplace(symbol(section));
+    for (const QVariant& section : Sections::all()) {
+        named.insert(section.toMap().value("symbol").toString().toStdString());
     }
     // Words with a dot in them stand for nothing else in the screens, short ones only as values of
     // a symbol.

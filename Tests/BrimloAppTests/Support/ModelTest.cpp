@@ -1,8 +1,15 @@
 #include "BrimloAppTests/Support/ModelTest.h"
 
+#include "BrimloApp/Analyzer/Analyzer.h"
+#include "BrimloApp/Duplicates/DuplicateSearch.h"
+#include "BrimloApp/LargeFiles/LargeFileSearch.h"
+#include "BrimloApp/Review/Cleanup.h"
+#include "BrimloApp/SmartClean/SmartClean.h"
+
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
 #include <QtCore/QMetaMethod>
+#include <QtCore/QMetaProperty>
 
 #include <algorithm>
 #include <filesystem>
@@ -12,7 +19,7 @@
 namespace Brimlo::Testing {
 namespace {
 
-/// Tells the names of an object's properties as their change signals come.
+/// Tells the names of an object's signals as they come.
 class ChangeRecorder : public QObject {
     Q_OBJECT
 public:
@@ -21,7 +28,7 @@ public:
         , names_{names} {
         const QMetaObject& type = *recorded.metaObject();
         const QMetaMethod slot = staticMetaObject.method(staticMetaObject.methodOffset());
-        for (int i = type.methodOffset(); i < type.methodCount(); ++i) {
+        for (int i = QObject::staticMetaObject.methodCount(); i < type.methodCount(); ++i) {
             if (type.method(i).methodType() == QMetaMethod::Signal) {
                 connect(&recorded, type.method(i), this, slot);
             }
@@ -29,8 +36,10 @@ public:
     }
 
     Q_SLOT void note() {
-        const QMetaMethod signal = sender()->metaObject()->method(senderSignalIndex());
-        names_.push_back(signal.name().chopped(qstrlen("Changed")).toStdString());
+        const QMetaObject& type = *sender()->metaObject();
+        const std::string part{std::string_view{type.className()}.substr(qstrlen("Brimlo::"))};
+        QByteArray name = type.method(senderSignalIndex()).name();
+        names_.push_back(part + '.' + name.replace("Changed", "").toStdString());
     }
 
 private:
@@ -84,7 +93,13 @@ Surroundings ModelTest::surroundings() {
 AppModel& ModelTest::model() {
     if (!model_) {
         model_ = std::make_unique<AppModel>(surroundings());
-        new ChangeRecorder{*model_, changes_};  // The model owns it.
+        const QMetaObject& type = *model_->metaObject();
+        for (int i = 0; i < type.propertyCount(); ++i) {
+            if (auto* const part = type.property(i).read(model_.get()).value<QObject*>()) {
+                new ChangeRecorder{*part, changes_};  // The part owns it.
+            }
+        }
+        new ChangeRecorder{*model_, changes_};
     }
     return *model_;
 }
@@ -102,8 +117,9 @@ std::vector<std::string> ModelTest::changes() {
 void ModelTest::finish() {
     const auto isIdle = [this] {
         const AppModel& it = model();
-        return !it.isSuggesting() && !it.isCleaning() && !it.isScanning() && !it.isFindingDupes() &&
-               !it.isFindingLarge() && it.busy().isEmpty();
+        return !it.smartClean()->isSuggesting() && !it.cleanup()->isCleaning() &&
+               !it.analyzer()->isScanning() && !it.duplicates()->isSearching() &&
+               !it.largeFiles()->isSearching() && it.busy().isEmpty();
     };
     // Each item of a clean is synced to the disk several times.
     waitFor(isIdle, std::chrono::minutes{4});
@@ -115,12 +131,12 @@ void ModelTest::finish() {
 }
 
 void ModelTest::suggest() {
-    model().loadSuggestions();
+    model().smartClean()->loadSuggestions();
     finish();
 }
 
 const Suggestion& ModelTest::suggestion(const std::string& id) {
-    const auto& all = model().suggestions();
+    const auto& all = model().smartClean()->suggestions();
     const auto found = std::ranges::find(all, id, &Suggestion::id);
     if (found == all.end()) {
         throw std::runtime_error("there is no suggestion " + id);

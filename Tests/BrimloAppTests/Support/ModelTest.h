@@ -1,7 +1,7 @@
 #pragma once
 
-#include "BrimloApp/AppModel/AppModel.h"
-#include "BrimloApp/AppModel/RunInBackground.h"
+#include "BrimloApp/Shell/AppModel.h"
+#include "BrimloApp/Shell/RunInBackground.h"
 #include "BrimloAppTests/Support/AppTest.h"
 #include "BrimloAppTests/Support/TestClock.h"
 
@@ -61,7 +61,7 @@ protected:
     /// What the model stands on.
     [[nodiscard]] Surroundings surroundings();
 
-    /// The names of the properties that changed since the last call, as their signals came.
+    /// What changed since the last call, as its signals came: "Analyzer.current".
     std::vector<std::string> changes();
 
     /// Runs the event loop until the model has nothing under way.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "BrimloApp/AppModel/Clock.h"
+#include "BrimloApp/Shell/Clock.h"
 
 #include <chrono>
 #include <cstdint>

@@ -1,4 +1,9 @@
-#include "BrimloApp/Screens/TreemapItem.h"
+#include "BrimloApp/Analyzer/Analyzer.h"
+#include "BrimloApp/Analyzer/TreemapItem.h"
+#include "BrimloApp/Duplicates/DuplicateSearch.h"
+#include "BrimloApp/LargeFiles/LargeFileSearch.h"
+#include "BrimloApp/Review/Cleanup.h"
+#include "BrimloApp/Rules/RuleBook.h"
 #include "BrimloAppTests/Window/WindowTest.h"
 
 #include <QtGui/QClipboard>
@@ -28,16 +33,16 @@ protected:
     }
 
     void openScanned() {
-        model().startScan(at("tree"));
-        open(Section::analyzer);
-        ASSERT_TRUE(model().hasTree());
+        model().analyzer()->startScan(at("tree"));
+        open(Section::Analyzer);
+        ASSERT_TRUE(model().analyzer()->hasTree());
     }
 
     [[nodiscard]] std::vector<std::string> rows() const {
         return seen({"large, *", "small, *", "stays, *", "empty, *", "inner, *"});
     }
     [[nodiscard]] QPointF row(const char* name) const { return middle(get(kRow, name)); }
-    [[nodiscard]] std::string shownFolder() { return model().current()->name; }
+    [[nodiscard]] std::string shownFolder() { return model().analyzer()->current()->name; }
 
     [[nodiscard]] TreemapItem& map() const {
         auto* const map = qobject_cast<TreemapItem*>(find(QAccessible::Graphic, "Treemap"));
@@ -49,13 +54,13 @@ protected:
 TEST_F(AnalyzerScreenTest, ShowsTheFirstStateThatHolds) {
     const std::vector<const char*> states{
         "Cancel", "tree", "Treemap", "See exactly what is using your disk."};
-    model().setScanRoot("/usr");
-    open(Section::analyzer);
+    model().analyzer()->setScanRoot("/usr");
+    open(Section::Analyzer);
     EXPECT_THAT(seen(states), ElementsAre("Treemap", "See exactly what is using your disk."))
         << "the treemap's button is always there";
     {
         const Testing::HeldWork held;
-        model().startScan(at("tree"));
+        model().analyzer()->startScan(at("tree"));
         EXPECT_THAT(seen(states), ElementsAre("Cancel", "tree", "Treemap")) << "of the toolbar";
         EXPECT_FALSE(isEnabled("Scan"));
     }
@@ -63,14 +68,14 @@ TEST_F(AnalyzerScreenTest, ShowsTheFirstStateThatHolds) {
     EXPECT_THAT(rows(), SizeIs(4));
     EXPECT_FALSE(sees("See exactly what is using your disk."));
     for (const int mode : {7, 1, 0}) {
-        model().setAnalyzerMode(mode);
+        model().analyzer()->setAnalyzerMode(mode);
         EXPECT_EQ(find(QAccessible::Graphic, "Treemap") != nullptr, mode != 0);
         EXPECT_EQ(rows().empty(), mode != 0);
     }
     // A scan hides the tree, and one that is cancelled leaves nothing.
     {
         const Testing::HeldWork held;
-        model().startScan("/usr");
+        model().analyzer()->startScan("/usr");
         EXPECT_THAT(rows(), IsEmpty());
         press("Cancel");
     }
@@ -80,19 +85,20 @@ TEST_F(AnalyzerScreenTest, ShowsTheFirstStateThatHolds) {
         {
             const Testing::HeldWork held;
             press(button);
-            EXPECT_TRUE(model().isScanning());
+            EXPECT_TRUE(model().analyzer()->isScanning());
             EXPECT_EQ(
-                model().scanRoot(), std::string_view{button} == "Scan home folder" ? home() : "/");
+                model().analyzer()->scanRoot(),
+                std::string_view{button} == "Scan home folder" ? home() : "/");
             key(Qt::Key_Escape);
         }
         finish();
-        EXPECT_FALSE(model().hasTree());
+        EXPECT_FALSE(model().analyzer()->hasTree());
     }
 }
 
 TEST_F(AnalyzerScreenTest, SetsTheFolderByItsMenuWithoutAScan) {
-    model().setScanRoot(at("tree"));
-    open(Section::analyzer);
+    model().analyzer()->setScanRoot(at("tree"));
+    open(Section::Analyzer);
     struct Case {
         const char* entry;
         std::string root;
@@ -104,34 +110,28 @@ TEST_F(AnalyzerScreenTest, SetsTheFolderByItsMenuWithoutAScan) {
     };
     for (const Case& c : cases) {
         press(QString::fromStdString(
-            std::filesystem::path{model().scanRoot()}.filename().string() == ""
+            std::filesystem::path{model().analyzer()->scanRoot()}.filename().string() == ""
                 ? "/"
-                : std::filesystem::path{model().scanRoot()}.filename()));
+                : std::filesystem::path{model().analyzer()->scanRoot()}.filename()));
         choose(c.entry);
         if (c.root == at("tree")) {
             answerPanel(at("tree"));
         }
-        await([&] { return model().scanRoot() == c.root; }, c.entry);
+        await([&] { return model().analyzer()->scanRoot() == c.root; }, c.entry);
         await([&] { return !sees("Choose folder…"); }, "the end of the menu");
-        EXPECT_FALSE(model().isScanning());
+        EXPECT_FALSE(model().analyzer()->isScanning());
     }
     press("Scan");
     finish();
-    EXPECT_TRUE(model().hasTree());
+    EXPECT_TRUE(model().analyzer()->hasTree());
 }
 
 TEST_F(AnalyzerScreenTest, SortsByMenuColumnAndDirection) {
     openScanned();
-    const std::pair<const char*, FileNode::SortKey> keys[] = {
-        {"Name",     FileNode::SortKey::name    },
-        {"Modified", FileNode::SortKey::modified},
-        {"Items",    FileNode::SortKey::items   },
-        {"Size",     FileNode::SortKey::size    },
-    };
-    for (const auto& [entry, wanted] : keys) {
+    for (const char* const entry : {"Name", "Modified", "Items", "Size"}) {
         press("Sort by");
         choose(entry);
-        await([&] { return model().sortKey() == wanted; }, entry);
+        await([&] { return model().analyzer()->sortKey() == entry; }, entry);
         await([&] { return find(QAccessible::MenuItem, entry) == nullptr; }, "its end");
         press("Sort by");
         await([&] { return find(QAccessible::MenuItem, entry) != nullptr; }, "the menu");
@@ -140,12 +140,12 @@ TEST_F(AnalyzerScreenTest, SortsByMenuColumnAndDirection) {
         await([&] { return find(QAccessible::MenuItem, entry) == nullptr; }, "its end");
     }
     press("Reverse order");
-    EXPECT_TRUE(model().ascending());
+    EXPECT_TRUE(model().analyzer()->ascending());
     EXPECT_LT(row("empty, *").y(), row("large, *").y());
     press("Name");
-    EXPECT_EQ(model().sortKey(), FileNode::SortKey::name);
+    EXPECT_EQ(model().analyzer()->sortKey(), "Name");
     press("Name");
-    EXPECT_FALSE(model().ascending());
+    EXPECT_FALSE(model().analyzer()->ascending());
 }
 
 TEST_F(AnalyzerScreenTest, DrillsByDoubleClickAndComesBackByCrumbs) {
@@ -209,13 +209,13 @@ TEST_F(AnalyzerScreenTest, ActsOnTheRowOrOnTheSelectionThatItIsIn) {
     await([&] { return shownFolder() == "large"; }, "the folder");
     click(kRow, "inner, *", Qt::RightButton);
     choose("Create Cleanup Rule from This…");
-    await([&] { return model().ruleDraft() != nullptr; }, "the editor");
-    EXPECT_EQ(model().ruleDraft()->property("name").toString(), "inner");
+    await([&] { return model().rules()->ruleDraft() != nullptr; }, "the editor");
+    EXPECT_EQ(model().rules()->ruleDraft()->property("name").toString(), "inner");
 }
 
 TEST_F(AnalyzerScreenTest, TrashesWhatIsSelectedByTheKeyboardAlone) {
-    model().setScanRoot(at("tree"));
-    open(Section::analyzer);
+    model().analyzer()->setScanRoot(at("tree"));
+    open(Section::Analyzer);
     key(Qt::Key_R, Qt::ControlModifier);
     finish();
     tabTo(QAccessible::List, "Space Analyzer");
@@ -230,7 +230,7 @@ TEST_F(AnalyzerScreenTest, TrashesWhatIsSelectedByTheKeyboardAlone) {
     expectLaidOut();
     tabTo(QAccessible::PageTabList, "View");
     key(Qt::Key_Right);
-    EXPECT_EQ(model().analyzerMode(), 1);
+    EXPECT_EQ(model().analyzer()->analyzerMode(), 1);
     EXPECT_TRUE(sees("2 selected"));
     tabTo(QAccessible::Button, "Review & Clean…");
     key(Qt::Key_Return);
@@ -246,7 +246,7 @@ TEST_F(AnalyzerScreenTest, TrashesWhatIsSelectedByTheKeyboardAlone) {
 TEST_F(AnalyzerScreenTest, WorksByTheTreemapAsByTheList) {
     openScanned();
     click(QAccessible::RadioButton, "Treemap");
-    EXPECT_EQ(model().analyzerMode(), 1);
+    EXPECT_EQ(model().analyzer()->analyzerMode(), 1);
     waitToSee("Double-click to open a folder");
     const QPointF inLarge = map().mapToScene({40, 40});
     QTest::mouseMove(&window(), inLarge.toPoint());
@@ -257,14 +257,14 @@ TEST_F(AnalyzerScreenTest, WorksByTheTreemapAsByTheList) {
     choose("Review & Move to Trash…");
     waitToSee("Review before cleaning");
     // The tree goes away under the sheet: what was shown is what goes.
-    model().startScan(at("tree"));
+    model().analyzer()->startScan(at("tree"));
     finish();
     press("Clean *");
     finish();
     EXPECT_FALSE(exists(at("tree/large")));
-    model().setShowResult(false);
+    model().cleanup()->setShowResult(false);
     write("tree/large/inner/data", std::string(400'000, 'a'));
-    model().startScan(at("tree"));
+    model().analyzer()->startScan(at("tree"));
     finish();
     doubleClickAt(inLarge);
     EXPECT_EQ(shownFolder(), "large");
@@ -280,28 +280,30 @@ TEST_F(AnalyzerScreenTest, TakesADroppedFolderAndRefusesTheRest) {
     const std::string file = at("tree/small");
     const std::string folder = at("tree");
     const Case cases[] = {
-        {"a file",              Section::analyzer,   {file},          false},
-        {"nothing there",       Section::analyzer,   {at("missing")}, false},
-        {"a file first",        Section::analyzer,   {file, folder},  false},
-        {"a folder",            Section::analyzer,   {folder, file},  true },
-        {"a file to search",    Section::largeFiles, {file},          false},
-        {"a folder to search",  Section::largeFiles, {folder},        true },
-        {"a file to compare",   Section::duplicates, {file},          false},
-        {"a folder to compare", Section::duplicates, {folder},        true },
+        {"a file",              Section::Analyzer,   {file},          false},
+        {"nothing there",       Section::Analyzer,   {at("missing")}, false},
+        {"a file first",        Section::Analyzer,   {file, folder},  false},
+        {"a folder",            Section::Analyzer,   {folder, file},  true },
+        {"a file to search",    Section::LargeFiles, {file},          false},
+        {"a folder to search",  Section::LargeFiles, {folder},        true },
+        {"a file to compare",   Section::Duplicates, {file},          false},
+        {"a folder to compare", Section::Duplicates, {folder},        true },
     };
-    open(Section::analyzer);
+    open(Section::Analyzer);
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         model().setSection(c.section);
         finish();
         EXPECT_EQ(drop(c.paths, {600, 400}), c.isTaken);
-        EXPECT_EQ(model().isScanning(), c.isTaken && c.section == Section::analyzer);
-        EXPECT_EQ(model().isFindingLarge(), c.isTaken && c.section == Section::largeFiles);
-        EXPECT_EQ(model().isFindingDupes(), c.isTaken && c.section == Section::duplicates);
+        EXPECT_EQ(model().analyzer()->isScanning(), c.isTaken && c.section == Section::Analyzer);
+        EXPECT_EQ(
+            model().largeFiles()->isSearching(), c.isTaken && c.section == Section::LargeFiles);
+        EXPECT_EQ(
+            model().duplicates()->isSearching(), c.isTaken && c.section == Section::Duplicates);
         finish();
     }
-    EXPECT_EQ(model().largeRoot(), folder);
-    EXPECT_EQ(model().dupRoot(), folder);
+    EXPECT_EQ(model().largeFiles()->root(), folder);
+    EXPECT_EQ(model().duplicates()->root(), folder);
 }
 
 }  // namespace

@@ -1,3 +1,8 @@
+#include "BrimloApp/Analyzer/Analyzer.h"
+#include "BrimloApp/Duplicates/DuplicateSearch.h"
+#include "BrimloApp/History/History.h"
+#include "BrimloApp/Review/Cleanup.h"
+#include "BrimloApp/Rules/RuleBook.h"
 #include "BrimloAppTests/Window/WindowTest.h"
 #include "BrimloCore/Support/JournalEntry.h"
 #include "BrimloCore/Support/StoragePaths.h"
@@ -58,16 +63,16 @@ protected:
 };
 
 TEST_F(BadInputTest, TheAnalyzerTakesAnyNumberOfAnyNames) {
-    open(Section::analyzer);
+    open(Section::Analyzer);
     for (const int count : {0, 1, 100'000}) {
         SCOPED_TRACE(count);
-        model().setCurrent(folderOf(count, kPetabytes / std::max(1, count)));
+        model().analyzer()->setCurrent(folderOf(count, kPetabytes / std::max(1, count)));
         for (const int mode : {0, 1}) {
-            model().setAnalyzerMode(mode);
+            model().analyzer()->setAnalyzerMode(mode);
             settle();
             expectSane();
         }
-        model().setAnalyzerMode(0);
+        model().analyzer()->setAnalyzerMode(0);
     }
     tabTo(QAccessible::List, "Space Analyzer");
     key(Qt::Key_A, Qt::ControlModifier);
@@ -90,26 +95,24 @@ TEST_F(BadInputTest, TheListsTakeAnyNames) {
     for (const std::string& name : oddNames()) {
         write("tree/" + name, std::string(1'200'000, 'x'));
     }
-    model().setDupRoot(at("tree"));
-    model().findDuplicates();
+    model().duplicates()->setRoot(at("tree"));
+    model().duplicates()->find();
     finish();
-    model().runClean(
-        CleanPlan{{{.path = at("tree/" + oddNames()[3]), .size = kPetabytes}}},
-        DisposalMode::trash);
+    model().cleanup()->run(CleanPlan{{{.path = at("tree/" + oddNames()[3]), .size = kPetabytes}}});
     finish();
-    open(Section::duplicates);
+    open(Section::Duplicates);
     waitToSee("Cleanup *");
     expectSane();
     press("Done");
-    model().setSection(Section::history);
+    model().setSection(Section::History);
     click(QAccessible::ListItem, "WWWW*");
     expectSane();
-    model().setSection(Section::duplicates);
+    model().setSection(Section::Duplicates);
     expectSane();
     press("Trash extras");
     finish();
     waitToSee("Cleanup *");
-    model().newRuleDraft(at("tree/" + oddNames()[2]), oddNames()[0]);
+    model().rules()->newRuleDraft(at("tree/" + oddNames()[2]), oddNames()[0]);
     await([&] { return sees("New cleanup rule"); }, "the editor");
     expectSane();
 }
@@ -128,9 +131,9 @@ TEST_F(BadInputTest, HistoryTakesAHundredThousandItems) {
     }
     std::filesystem::create_directories(StoragePaths::support());
     write(StoragePaths::journal().substr(home().size() + 1), text + "]");
-    open(Section::history);
+    open(Section::History);
     finish();
-    EXPECT_EQ(model().historyBatches().size(), 50'001U);
+    EXPECT_EQ(model().history()->batches().size(), 50'001U);
     expectSane();
     tabTo(QAccessible::List, "Removed by Brimlo");
     key(Qt::Key_Space);

@@ -1,3 +1,10 @@
+#include "BrimloApp/Analyzer/Analyzer.h"
+#include "BrimloApp/Duplicates/DuplicateSearch.h"
+#include "BrimloApp/History/History.h"
+#include "BrimloApp/LargeFiles/LargeFileSearch.h"
+#include "BrimloApp/Overview/Machine.h"
+#include "BrimloApp/Settings/Settings.h"
+#include "BrimloApp/SmartClean/SmartClean.h"
 #include "BrimloAppTests/Window/WindowTest.h"
 #include "BrimloCore/Support/Fmt.h"
 #include "BrimloCore/Support/StoragePaths.h"
@@ -60,41 +67,44 @@ TEST_F(MainWindowTest, OpensEachSectionByItsKeysItsRowAndTheMenu) {
     for (const int pressed : {Qt::Key_Down, Qt::Key_Home, Qt::Key_Up, Qt::Key_Down}) {
         key(pressed);
     }
-    EXPECT_EQ(model().section(), Section::clean);
+    EXPECT_EQ(model().section(), Section::Clean);
     finish();
 }
 
 TEST_F(MainWindowTest, RescansWhatIsShownByKeysAndMenu) {
-    model().setScanRoot(makeFolder("tree"));
+    model().analyzer()->setScanRoot(makeFolder("tree"));
     open();
     struct Case {
         Section section;
-        bool (AppModel::*begins)() const;
+        bool (*hasBegun)(const AppModel& model);
     };
+    const auto isSuggesting = [](const AppModel& it) { return it.smartClean()->isSuggesting(); };
     const Case cases[] = {
-        {Section::overview,   &AppModel::isSuggesting  },
-        {Section::clean,      &AppModel::isSuggesting  },
-        {Section::largeFiles, &AppModel::isFindingLarge},
-        {Section::duplicates, &AppModel::isFindingDupes},
-        {Section::analyzer,   &AppModel::isScanning    },
+        {Section::Overview,   isSuggesting                                                     },
+        {Section::Clean,      isSuggesting                                                     },
+        {Section::LargeFiles, [](const AppModel& it) { return it.largeFiles()->isSearching(); }},
+        {Section::Duplicates, [](const AppModel& it) { return it.duplicates()->isSearching(); }},
+        {Section::Analyzer,   [](const AppModel& it) { return it.analyzer()->isScanning(); }   },
     };
     for (const Case& c : cases) {
-        SCOPED_TRACE(id(c.section));
+        SCOPED_TRACE(static_cast<int>(c.section));
         model().setSection(c.section);
         finish();
         {
             const Testing::HeldWork held;
             key(Qt::Key_R, Qt::ControlModifier);
-            EXPECT_TRUE((model().*c.begins)());
-            EXPECT_EQ(model().isScanning(), c.section == Section::analyzer);
+            EXPECT_TRUE(c.hasBegun(model()));
+            EXPECT_EQ(model().analyzer()->isScanning(), c.section == Section::Analyzer);
         }
         finish();
     }
-    EXPECT_TRUE(model().hasTree());
-    const auto before = model().root();
+    EXPECT_TRUE(model().analyzer()->hasTree());
+    const auto before = model().analyzer()->root();
     press("Menu");
     choose("Rescan");
-    await([&] { return model().hasTree() && model().root() != before; }, "another scan");
+    await(
+        [&] { return model().analyzer()->hasTree() && model().analyzer()->root() != before; },
+        "another scan");
     finish();
     press("Menu");
     const QQuickItem* const updates = find(QAccessible::MenuItem, "Check for Updates…");
@@ -122,7 +132,7 @@ TEST_F(MainWindowTest, ShowsWorkAndMessagesAboveTheScreen) {
     fillTrash();
     {
         const Testing::HeldWork held{Background::writers()};
-        model().emptyTrash();
+        model().history()->emptyTrash();
         waitToSee("Emptying Trash…");
         waitToSee("Working");
     }
@@ -139,7 +149,7 @@ TEST_F(MainWindowTest, ShowsTheTrashOnlyWhenThereIsSomethingInIt) {
     finish();
     key(Qt::Key_1, Qt::ControlModifier);
     finish();
-    const std::string size = Fmt::bytes(static_cast<std::int64_t>(model().trashBytes()));
+    const std::string size = Fmt::bytes(static_cast<std::int64_t>(model().machine()->trashBytes()));
     EXPECT_TRUE(sees(QString::fromStdString(size + " in Trash"))) << "showing it measures it";
     press("Empty Trash");
     finish();
@@ -152,8 +162,9 @@ TEST_F(MainWindowTest, SpeaksOfAccessOnlyWhereItIsMissing) {
     const char* const line =
         "Full Disk Access is off, so protected caches (Safari, Mail, Photos) are invisible to "
         "scans.";
-    EXPECT_EQ(sees(line), !model().hasFullDiskAccess());
-    EXPECT_EQ(find(kButton, "Open System Settings") != nullptr, !model().hasFullDiskAccess());
+    EXPECT_EQ(sees(line), !model().machine()->hasFullDiskAccess());
+    EXPECT_EQ(
+        find(kButton, "Open System Settings") != nullptr, !model().machine()->hasFullDiskAccess());
 }
 
 TEST_F(MainWindowTest, LeadsFromTheOverviewToWhatCanGo) {
@@ -165,22 +176,22 @@ TEST_F(MainWindowTest, LeadsFromTheOverviewToWhatCanGo) {
     {
         const Testing::HeldWork held;
         press("Find cleanable space");
-        EXPECT_EQ(model().section(), Section::clean);
-        EXPECT_TRUE(model().isSuggesting()) << "the screen starts the run";
+        EXPECT_EQ(model().section(), Section::Clean);
+        EXPECT_TRUE(model().smartClean()->isSuggesting()) << "the screen starts the run";
         key(Qt::Key_1, Qt::ControlModifier);
         EXPECT_THAT(seen(buttons), ElementsAre("Scanning…", "Analyze disk usage"));
     }
     finish();
 
     makeFolder("tree");
-    model().setScanRoot(at("tree"));
+    model().analyzer()->setScanRoot(at("tree"));
     press("Analyze disk usage");
-    EXPECT_EQ(model().section(), Section::analyzer);
+    EXPECT_EQ(model().section(), Section::Analyzer);
     finish();
-    EXPECT_TRUE(model().hasTree());
+    EXPECT_TRUE(model().analyzer()->hasTree());
     key(Qt::Key_1, Qt::ControlModifier);
     press("Analyze disk usage");
-    EXPECT_FALSE(model().isScanning()) << "there is a tree already";
+    EXPECT_FALSE(model().analyzer()->isScanning()) << "there is a tree already";
 }
 
 TEST_F(MainWindowTest, AsksOnceAboutTheCommandLineTool) {
@@ -200,7 +211,7 @@ TEST_F(MainWindowTest, AsksOnceAboutTheCommandLineTool) {
         std::filesystem::remove(StoragePaths::support() + "/config.json");
         close();
         open();
-        EXPECT_TRUE(model().offersCLI());
+        EXPECT_TRUE(model().settings()->offersCLI());
         waitToSee("Use Brimlo from the terminal?");
         expectLaidOut();
         press(c.answer);
@@ -214,7 +225,7 @@ TEST_F(MainWindowTest, AsksOnceAboutTheCommandLineTool) {
 
 TEST_F(MainWindowTest, KeepsEverythingInItsPlaceAndReadable) {
     fillTrash();
-    model().setScanRoot("/usr");
+    model().analyzer()->setScanRoot("/usr");
     open();
     model().setBanner("Restored 2 item(s).");
     for (const double scale : {1.0, 1.5}) {

@@ -1,3 +1,4 @@
+#include "BrimloApp/Rules/RuleBook.h"
 #include "BrimloAppTests/Window/WindowTest.h"
 #include "BrimloCore/UserRules/UserRules.h"
 
@@ -36,12 +37,12 @@ protected:
         tabTo(QAccessible::Button, "Use suggested wording");
         key(Qt::Key_Space);
         press("Save rule");
-        await([&] { return model().ruleDraft() == nullptr; }, "the end of the editor");
+        await([&] { return model().rules()->ruleDraft() == nullptr; }, "the end of the editor");
     }
 };
 
 TEST_F(RulesScreenTest, WritesARuleWithALivePreviewByTheKeyboardAlone) {
-    open(Section::rules);
+    open(Section::Rules);
     tabTo(QAccessible::Button, "New rule");
     key(Qt::Key_Return);
     waitToSee("New cleanup rule");
@@ -65,14 +66,14 @@ TEST_F(RulesScreenTest, WritesARuleWithALivePreviewByTheKeyboardAlone) {
     EXPECT_EQ(find(QAccessible::Button, "Use suggested wording"), nullptr);
     tabTo(QAccessible::Button, "Save rule");
     key(Qt::Key_Return);
-    await([&] { return model().ruleDraft() == nullptr; }, "the end of the editor");
-    ASSERT_EQ(model().customRules().size(), 1U);
-    EXPECT_EQ(model().customRules()[0].risk, Risk::safe);
+    await([&] { return model().rules()->ruleDraft() == nullptr; }, "the end of the editor");
+    ASSERT_EQ(model().rules()->customRules().size(), 1U);
+    EXPECT_EQ(model().rules()->customRules()[0].risk, Risk::safe);
     EXPECT_TRUE(sees("1 custom rule"));
 }
 
 TEST_F(RulesScreenTest, EditsAndDeletesTheUsersAndSwitchesAndCopiesTheOthers) {
-    open(Section::rules);
+    open(Section::Rules);
     const char* const invitation = "You haven't added any rules yet. *";
     EXPECT_TRUE(sees(invitation));
     EXPECT_TRUE(sees("0 custom rules"));
@@ -84,35 +85,35 @@ TEST_F(RulesScreenTest, EditsAndDeletesTheUsersAndSwitchesAndCopiesTheOthers) {
     waitToSee("Edit rule");
     fillIn("Name", "Renamed");
     key(Qt::Key_S, Qt::ControlModifier);
-    await([&] { return model().ruleDraft() == nullptr; }, "the end of the editor");
-    EXPECT_EQ(model().customRules()[0].name, "Renamed");
+    await([&] { return model().rules()->ruleDraft() == nullptr; }, "the end of the editor");
+    EXPECT_EQ(model().rules()->customRules()[0].name, "Renamed");
     press("Edit");
     fillIn("Name", "Never saved");
     press("Cancel");
-    EXPECT_EQ(model().ruleDraft(), nullptr);
-    EXPECT_EQ(model().customRules()[0].name, "Renamed");
+    EXPECT_EQ(model().rules()->ruleDraft(), nullptr);
+    EXPECT_EQ(model().rules()->customRules()[0].name, "Renamed");
 
-    const CleanupRule& first = model().builtInRules().front();
+    const CleanupRule& first = model().rules()->builtInRules().front();
     const QString name = QString::fromStdString(first.name);
     click(QAccessible::CheckBox, name);
-    EXPECT_TRUE(model().disabledRuleIDs().contains(first.id));
+    EXPECT_TRUE(model().rules()->disabledRuleIDs().contains(first.id));
     EXPECT_FALSE(isChecked(QAccessible::CheckBox, name));
     expectReadable();
     click(kRow, name + ", *");
     key(Qt::Key_Space);
-    EXPECT_FALSE(model().disabledRuleIDs().contains(first.id));
+    EXPECT_FALSE(model().rules()->disabledRuleIDs().contains(first.id));
     press("Copy into a new rule");
     waitToSee("New cleanup rule");
-    EXPECT_EQ(model().ruleDraft()->property("name").toString(), name);
+    EXPECT_EQ(model().rules()->ruleDraft()->property("name").toString(), name);
     key(Qt::Key_Escape);
-    await([&] { return model().ruleDraft() == nullptr; }, "the end of the editor");
+    await([&] { return model().rules()->ruleDraft() == nullptr; }, "the end of the editor");
     press("Delete");
-    EXPECT_THAT(model().customRules(), IsEmpty());
+    EXPECT_THAT(model().rules()->customRules(), IsEmpty());
     EXPECT_TRUE(sees(invitation));
 }
 
 TEST_F(RulesScreenTest, ImportsAndExports) {
-    open(Section::rules);
+    open(Section::Rules);
     writeRule("Mine");
     press("Export");
     answerPanel(at("rules.json"));
@@ -120,12 +121,12 @@ TEST_F(RulesScreenTest, ImportsAndExports) {
     press("Delete");
     press("Import");
     answerPanel(at("rules.json"));
-    await([&] { return model().customRules().size() == 1; }, "the rule");
+    await([&] { return model().rules()->customRules().size() == 1; }, "the rule");
     waitToSee(model().banner());
 }
 
 TEST_F(RulesScreenTest, SearchesAndSaysWhenNothingFits) {
-    open(Section::rules);
+    open(Section::Rules);
     click(kField, "Search rules");
     type("zzz");
     waitToSee("No Results for “zzz”");
@@ -135,14 +136,14 @@ TEST_F(RulesScreenTest, SearchesAndSaysWhenNothingFits) {
 }
 
 TEST_F(RulesScreenTest, KeepsTheEditorSaneWhenTheRuleGoesAway) {
-    open(Section::rules);
+    open(Section::Rules);
     writeRule("Mine");
     press("Edit");
     waitToSee("Edit rule");
-    const CleanupRule rule = model().customRules()[0];
-    model().deleteRule(rule);
+    const CleanupRule rule = model().rules()->customRules()[0];
+    model().rules()->deleteRule(rule);
     press("Save rule");
-    await([&] { return model().customRules().size() == 1; }, "the rule");
+    await([&] { return model().rules()->customRules().size() == 1; }, "the rule");
     press("Edit");
     waitToSee("Edit rule");
     const std::string file = UserRules::defaultDirectory() + '/' + rule.id + ".json";
@@ -153,7 +154,7 @@ TEST_F(RulesScreenTest, KeepsTheEditorSaneWhenTheRuleGoesAway) {
     EXPECT_TRUE(sees("Could not save rule: Is a directory"));
     EXPECT_TRUE(sees("Edit rule")) << "with what was typed";
     expectLaidOut();
-    model().closeRuleDraft();
+    model().rules()->closeRuleDraft();
     await([&] { return !sees("Edit rule"); }, "the end of the editor");
 }
 
@@ -162,8 +163,8 @@ TEST_F(RulesScreenTest, TellsWhatFilesCouldNotBeUsed) {
         const std::string name = UserRules::defaultDirectory() + '/' + std::to_string(i) + ".json";
         write(name.substr(home().size() + 1), "no JSON");
     }
-    open(Section::rules);
-    ASSERT_EQ(model().ruleIssues().size(), 7);
+    open(Section::Rules);
+    ASSERT_EQ(model().rules()->ruleIssues().size(), 7);
     EXPECT_TRUE(sees("Some rule files could not be used:*"));
     EXPECT_TRUE(sees("+ 2 more"));
     expectLaidOut();

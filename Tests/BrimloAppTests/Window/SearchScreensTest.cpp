@@ -1,3 +1,5 @@
+#include "BrimloApp/Duplicates/DuplicateSearch.h"
+#include "BrimloApp/LargeFiles/LargeFileSearch.h"
 #include "BrimloAppTests/Window/WindowTest.h"
 
 #include <gmock/gmock.h>
@@ -50,13 +52,13 @@ TEST_F(SearchScreensTest, LargeFilesShowsTheFirstStateThatHolds) {
         "No large files found.",
         "Find large files",
         "Search again"};
-    model().setLargeRoot(makeFolder("tree"));
-    open(Section::largeFiles);
+    model().largeFiles()->setRoot(makeFolder("tree"));
+    open(Section::LargeFiles);
     EXPECT_THAT(seen(states), ElementsAre("Find your biggest files.", "Find large files"));
     press("Change…");
     answerPanel(makeFolder("other"));
-    EXPECT_EQ(model().largeRoot(), at("other"));
-    EXPECT_FALSE(model().isFindingLarge());
+    EXPECT_EQ(model().largeFiles()->root(), at("other"));
+    EXPECT_FALSE(model().largeFiles()->isSearching());
     {
         const HeldWork held;
         press("Find large files");
@@ -73,7 +75,7 @@ TEST_F(SearchScreensTest, LargeFilesShowsTheFirstStateThatHolds) {
     {
         const HeldWork held;
         press("Search my home folder");
-        EXPECT_EQ(model().largeRoot(), home());
+        EXPECT_EQ(model().largeFiles()->root(), home());
         press("Cancel");
     }
     finish();
@@ -88,7 +90,7 @@ TEST_F(SearchScreensTest, LargeFilesShowsTheFirstStateThatHolds) {
     await([&] { return opened().size() == 1; }, "the file manager");
     press("Change folder…");
     answerPanel(at("tree"));
-    EXPECT_EQ(model().largeRoot(), at("tree"));
+    EXPECT_EQ(model().largeFiles()->root(), at("tree"));
 
     click(kRow, "two, *");
     EXPECT_EQ(get(kRow, "two, *").property("index").toInt(), 0);
@@ -115,8 +117,8 @@ TEST_F(SearchScreensTest, DuplicatesShowsTheFirstStateThatHolds) {
         "No duplicates found.",
         "Find duplicates",
         "Search again"};
-    model().setDupRoot(makeFolder("tree"));
-    open(Section::duplicates);
+    model().duplicates()->setRoot(makeFolder("tree"));
+    open(Section::Duplicates);
     EXPECT_THAT(seen(states), ElementsAre("Find identical files.", "Find duplicates"));
     {
         const HeldWork held;
@@ -132,7 +134,7 @@ TEST_F(SearchScreensTest, DuplicatesShowsTheFirstStateThatHolds) {
     fill("tree/d", 3);
     fill("tree/e", 3);
     press("Search my home folder");
-    EXPECT_EQ(model().dupRoot(), home());
+    EXPECT_EQ(model().duplicates()->root(), home());
     finish();
     EXPECT_THAT(seen(states), ElementsAre("2 groups of identical files", "Search again"));
     EXPECT_THAT(
@@ -167,8 +169,8 @@ TEST_F(SearchScreensTest, DuplicatesShowsTheFirstStateThatHolds) {
 TEST_F(SearchScreensTest, BothAreUsedByTheKeyboardAlone) {
     fill("tree/large", 55);
     makeCopies();
-    model().setLargeRoot(at("tree"));
-    model().setDupRoot(at("tree"));
+    model().largeFiles()->setRoot(at("tree"));
+    model().duplicates()->setRoot(at("tree"));
     open();
     key(Qt::Key_4, Qt::ControlModifier);
     tabTo(QAccessible::Button, "Find large files");

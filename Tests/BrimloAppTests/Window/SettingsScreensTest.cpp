@@ -1,3 +1,5 @@
+#include "BrimloApp/Review/Cleanup.h"
+#include "BrimloApp/Settings/Settings.h"
 #include "BrimloAppTests/Window/WindowTest.h"
 #include "BrimloCore/Platform/Privacy.h"
 
@@ -20,9 +22,9 @@ class SettingsScreensTest : public Testing::WindowTest {
 protected:
     void trash(const char* path) {
         write(path);
-        model().runClean(CleanPlan{{{.path = at(path), .size = 7}}}, DisposalMode::trash);
+        model().cleanup()->run(CleanPlan{{{.path = at(path), .size = 7}}});
         finish();
-        model().setShowResult(false);
+        model().cleanup()->setShowResult(false);
     }
     [[nodiscard]] bool isUsable(const QAccessible::Role role, const char* name) const {
         const QQuickItem* const found = find(role, name);
@@ -31,7 +33,7 @@ protected:
 };
 
 TEST_F(SettingsScreensTest, HistoryListsWhatWentAndPutsItBack) {
-    open(Section::history);
+    open(Section::History);
     EXPECT_TRUE(sees("Nothing removed yet."));
     trash("docs/one");
     EXPECT_FALSE(sees("Nothing removed yet."));
@@ -59,9 +61,9 @@ TEST_F(SettingsScreensTest, HistoryListsWhatWentAndPutsItBack) {
 }
 
 TEST_F(SettingsScreensTest, EverySettingTakesEffectAtOnce) {
-    open(Section::settings, kTall);
+    open(Section::Settings, kTall);
     click(kTick, "Automatically clean regenerable items when disk space is low");
-    EXPECT_TRUE(model().config().autoCleanEnabled);
+    EXPECT_TRUE(model().settings()->config().autoCleanEnabled);
     EXPECT_TRUE(isChecked(kTick, "Automatically clean regenerable items when disk space is low"));
     click(kTick, "Let auto-clean act on custom rules, too");
     EXPECT_TRUE(AppConfig::load().autoCleanIncludesCustomRules);
@@ -72,7 +74,7 @@ TEST_F(SettingsScreensTest, EverySettingTakesEffectAtOnce) {
         std::int64_t after;
         const char* shown;
     };
-    const AppConfig& config = model().config();
+    const AppConfig& config = model().settings()->config();
     const Case cases[] = {
         {"Free-space threshold: *",
          config.freeSpaceThresholdGB,
@@ -114,7 +116,7 @@ TEST_F(SettingsScreensTest, EverySettingTakesEffectAtOnce) {
 TEST_F(SettingsScreensTest, OffersWhatThisBuildCanDo) {
     const char* const missing = "Not available when running from a development build.";
     const char* const job = "Also run auto-clean when Brimlo is closed";
-    open(Section::settings, kTall);
+    open(Section::Settings, kTall);
     EXPECT_TRUE(sees(missing));
     EXPECT_FALSE(isUsable(kTick, job));
     EXPECT_FALSE(isEnabled("Install"));
@@ -127,7 +129,7 @@ TEST_F(SettingsScreensTest, OffersWhatThisBuildCanDo) {
     bundleTool();
     write("pkexec", "#!/bin/sh\nexec \"$@\"\n");
     std::filesystem::permissions(at("pkexec"), std::filesystem::perms::owner_all);
-    open(Section::settings, kTall);
+    open(Section::Settings, kTall);
     press("Not Now");
     await([&] { return sees("Settings"); }, "the end of the question");
     EXPECT_FALSE(sees(missing));
@@ -142,7 +144,7 @@ TEST_F(SettingsScreensTest, OffersWhatThisBuildCanDo) {
     click(kTick, "Automatically clean regenerable items when disk space is low");
     EXPECT_FALSE(sees(idle));
     click(kTick, job);
-    EXPECT_FALSE(model().agentInstalled());
+    EXPECT_FALSE(model().settings()->agentInstalled());
     qputenv("PATH", path);
     press("Install");
     EXPECT_TRUE(exists(at("bin/brimlo")));

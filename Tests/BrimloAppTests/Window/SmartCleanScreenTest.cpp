@@ -1,3 +1,7 @@
+#include "BrimloApp/History/History.h"
+#include "BrimloApp/Review/Cleanup.h"
+#include "BrimloApp/Rules/RuleBook.h"
+#include "BrimloApp/SmartClean/SmartClean.h"
 #include "BrimloAppTests/Window/WindowTest.h"
 #include "BrimloCore/UserRules/UserRules.h"
 
@@ -71,13 +75,13 @@ protected:
 
     void openScanned(const QSize size = {1000, 660}) {
         addRules();
-        open(Section::clean, size);
-        ASSERT_FALSE(model().suggestions().empty());
+        open(Section::Clean, size);
+        ASSERT_FALSE(model().smartClean()->suggestions().empty());
     }
 
     [[nodiscard]] std::vector<std::string> planned() {
         std::vector<std::string> names;
-        for (const CleanItem& item : model().currentPlan().items()) {
+        for (const CleanItem& item : model().smartClean()->currentPlan().items()) {
             names.push_back(
                 item.path.starts_with('/') ? item.path.substr(home().size() + 1) : item.path);
         }
@@ -94,18 +98,18 @@ TEST_F(SmartCleanScreenTest, ShowsTheFirstStateThatHolds) {
     const char* const empty = "Nothing scanned yet";
     const std::vector<const char*> states{
         "*s · usually 20 to 30 seconds", empty, "No Results for “zzz”", "Suggestions"};
-    open(Section::clean);
+    open(Section::Clean);
     EXPECT_THAT(seen(states), ElementsAre(empty));
     EXPECT_TRUE(sees("Press Rescan to find cleanable items."));
     addRules();
     {
         const Testing::HeldWork held;
         press("Rescan");
-        EXPECT_TRUE(model().isSuggesting());
+        EXPECT_TRUE(model().smartClean()->isSuggesting());
         waitToSee("*s · usually 20 to 30 seconds");
         EXPECT_FALSE(sees(empty));
         EXPECT_FALSE(isEnabled("Rescan"));
-        EXPECT_TRUE(sees(model().suggestPhase()));
+        EXPECT_TRUE(sees(model().smartClean()->suggestPhase()));
     }
     finish();
     EXPECT_THAT(seen(states), ElementsAre("Suggestions"));
@@ -116,13 +120,13 @@ TEST_F(SmartCleanScreenTest, ShowsTheFirstStateThatHolds) {
     EXPECT_THAT(seen(states), ElementsAre("No Results for “zzz”"));
     {
         const Testing::HeldWork held;
-        model().loadSuggestions();
+        model().smartClean()->loadSuggestions();
         EXPECT_TRUE(sees("*s · usually 20 to 30 seconds"));
         EXPECT_FALSE(sees("No Results for “zzz”"));
     }
     finish();
     // An audience without a suggestion has none, whatever is searched for.
-    model().setPersonaFilterID("gaming");
+    model().smartClean()->setPersonaFilter("gaming");
     EXPECT_THAT(seen(states), ElementsAre(empty));
 }
 
@@ -142,7 +146,7 @@ TEST_F(SmartCleanScreenTest, SearchesNamesAndGroupsWithinTheAudience) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(testing::Message() << c.audience << ' ' << c.query);
-        model().setPersonaFilterID(c.audience);
+        model().smartClean()->setPersonaFilter(c.audience);
         click(QAccessible::EditableText, "Search apps and tools");
         key(Qt::Key_Escape);
         type(c.query);
@@ -180,7 +184,7 @@ TEST_F(SmartCleanScreenTest, TicksByBoxAndKeyAndByTheToolbar) {
 
     click(QAccessible::ComboBox, "Audience");
     click(kRow, "Video");
-    EXPECT_EQ(model().personaFilter(), Persona::video);
+    EXPECT_EQ(model().smartClean()->personaFilter(), "video");
     EXPECT_TRUE(sees("Close WindowTests first"));
     EXPECT_TRUE(sees("Comes back after a rebuild or re-download"));
 }
@@ -201,14 +205,14 @@ TEST_F(SmartCleanScreenTest, ExplainsTheRatingsAndShowsNoTooltipThere) {
     key(Qt::Key_Escape);
     await([&] { return !sees("How to read the ratings"); }, "its end");
     press("Add rule");
-    EXPECT_NE(model().ruleDraft(), nullptr);
+    EXPECT_NE(model().rules()->ruleDraft(), nullptr);
 }
 
 TEST_F(SmartCleanScreenTest, PreviewsWithoutAWayToClean) {
     openScanned();
-    model().setPreviewRequested(true);
+    model().smartClean()->setPreviewRequested(true);
     waitToSee("Preview: nothing will change");
-    EXPECT_FALSE(model().previewRequested());
+    EXPECT_FALSE(model().smartClean()->previewRequested());
     EXPECT_TRUE(sees("This is a preview. Use Clean to apply."));
     EXPECT_EQ(find(QAccessible::Button, "Clean *"), nullptr);
     key(Qt::Key_Return);
@@ -216,8 +220,8 @@ TEST_F(SmartCleanScreenTest, PreviewsWithoutAWayToClean) {
     press("Preview");
     waitToSee("Preview: nothing will change");
     press("Close");
-    EXPECT_FALSE(model().isCleaning());
-    EXPECT_THAT(model().journal(), IsEmpty());
+    EXPECT_FALSE(model().cleanup()->isCleaning());
+    EXPECT_THAT(model().history()->journal(), IsEmpty());
 }
 
 TEST_F(SmartCleanScreenTest, TellsDockersItemsFromThoseThatCanComeBack) {
@@ -257,11 +261,11 @@ TEST_F(SmartCleanScreenTest, CleansWhatWasReviewedAndUndoesIt) {
     EXPECT_TRUE(isChecked(QAccessible::RadioButton, "Move to Trash"));
     expectLaidOut();
     // Something else is ticked meanwhile: what was shown goes, and no more.
-    model().toggle(at("mine/data"));
+    model().smartClean()->toggle(at("mine/data"));
     {
         const Testing::HeldWork held{Background::writers()};
         press("Clean *");
-        EXPECT_TRUE(model().isCleaning());
+        EXPECT_TRUE(model().cleanup()->isCleaning());
         EXPECT_TRUE(sees("0 of 3"));
     }
     finish();
@@ -272,7 +276,7 @@ TEST_F(SmartCleanScreenTest, CleansWhatWasReviewedAndUndoesIt) {
     press("Undo everything");
     finish();
     EXPECT_TRUE(exists(at("mine/data")));
-    EXPECT_FALSE(model().showResult());
+    EXPECT_FALSE(model().cleanup()->showResult());
     await([&] { return !sees("Cleanup complete"); }, "its end");
 }
 
@@ -289,8 +293,8 @@ TEST_F(SmartCleanScreenTest, ReportsProblemsAndLeadsOn) {
     finish();
     EXPECT_FALSE(exists(at(".local/share/Trash/files/large")));
     press("View history");
-    EXPECT_EQ(model().section(), Section::history);
-    EXPECT_FALSE(model().showResult());
+    EXPECT_EQ(model().section(), Section::History);
+    EXPECT_FALSE(model().cleanup()->showResult());
 }
 
 TEST_F(SmartCleanScreenTest, GoesTheWholeWayByTheKeyboard) {
@@ -299,7 +303,7 @@ TEST_F(SmartCleanScreenTest, GoesTheWholeWayByTheKeyboard) {
     {
         const Testing::HeldWork held;
         key(Qt::Key_Return);
-        EXPECT_TRUE(model().isSuggesting());
+        EXPECT_TRUE(model().smartClean()->isSuggesting());
     }
     finish();
     tabTo(QAccessible::List, "Suggestions");
@@ -332,21 +336,21 @@ TEST_F(SmartCleanScreenTest, KeepsSheetsSaneWhenTheirDataGoesAway) {
     press("Review & Clean…");
     waitToSee("Review before cleaning");
     std::filesystem::remove_all(at("caches"));
-    model().loadSuggestions();
+    model().smartClean()->loadSuggestions();
     finish();
     EXPECT_TRUE(sees("Review before cleaning"));
     press("Clean *");
     finish();
     waitToSee("Cleanup finished with problems");
-    // The next clean's report replaces the visible one.
-    model().setSection(Section::overview);
-    model().toggle(at("mine/data"));
-    model().runClean(model().currentPlan(), DisposalMode::trash);
+    // The next clean's report takes the place of the one on show.
+    model().setSection(Section::Overview);
+    model().smartClean()->toggle(at("mine/data"));
+    model().cleanup()->run(model().smartClean()->currentPlan());
     finish();
     waitToSee("Cleanup complete");
     key(Qt::Key_Escape);
     await([&] { return !sees("Cleanup complete"); }, "its end");
-    EXPECT_FALSE(model().showResult());
+    EXPECT_FALSE(model().cleanup()->showResult());
 }
 
 }  // namespace

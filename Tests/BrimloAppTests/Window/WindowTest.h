@@ -1,7 +1,7 @@
 #pragma once
 
 #include "BrimloApp/Platform/DesktopSettings.h"
-#include "BrimloApp/Updater.h"
+#include "BrimloApp/Settings/Updater.h"
 #include "BrimloAppTests/Support/ModelTest.h"
 #include "BrimloAppTests/Window/LayoutAudit.h"
 
@@ -31,7 +31,7 @@ protected:
 
     /// Shows the window, at its smallest unless said otherwise, once the model is idle. `section`
     /// is shown first.
-    void open(Section section = Section::overview, QSize size = {1000, 660});
+    void open(Section section = Section::Overview, QSize size = {1000, 660});
     /// Ends the window and its model, as if the program ended.
     void close();
     [[nodiscard]] QQuickWindow& window() const { return *window_; }

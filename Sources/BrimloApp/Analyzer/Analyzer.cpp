@@ -1,0 +1,251 @@
+#include "BrimloApp/Analyzer/Analyzer.h"
+
+#include "BrimloApp/Analyzer/AreaRows.h"
+#include "BrimloApp/Analyzer/CrumbRows.h"
+#include "BrimloApp/Analyzer/NodeRows.h"
+#include "BrimloApp/Overview/Machine.h"
+#include "BrimloApp/Review/PlanReview.h"
+#include "BrimloApp/Shell/Assign.h"
+#include "BrimloApp/Shell/FolderSearch.h"
+#include "BrimloCore/DiskScanner/DiskScanner.h"
+#include "BrimloCore/Support/Path.h"
+#include "BrimloCore/Support/StoragePaths.h"
+
+#include <QtCore/QFile>
+
+#include <algorithm>
+#include <utility>
+
+namespace Brimlo {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kSamplingTime = 150ms;
+
+/// The node of a path in the tree below `top`; null when there is none.
+std::shared_ptr<FileNode> nodeOf(const std::string_view path, std::shared_ptr<FileNode> top) {
+    const auto leadsThere = [&](const std::shared_ptr<FileNode>& child) {
+        return !child->isAggregate && Path::below(child->path, path);
+    };
+    while (top && top->path != path) {
+        std::shared_ptr<FileNode> next;
+        if (top->children) {
+            const auto found = std::ranges::find_if(*top->children, leadsThere);
+            next = found == top->children->end() ? nullptr : *found;
+        }
+        top = std::move(next);
+    }
+    return top;
+}
+
+/// Whether the node is `root` or lies in its tree.
+bool isInTree(const FileNode* node, const FileNode* root) {
+    while (node != nullptr && node != root) {
+        node = node->parent.lock().get();
+    }
+    return node != nullptr;
+}
+
+}  // namespace
+
+Analyzer::Analyzer(AppModel& app)
+    : app_{app}
+    , scanRoot_{StoragePaths::home()}
+    , review_{std::make_unique<PlanReview>(app)}
+    , rows_{std::make_unique<NodeRows>(app, *this)}
+    , crumbs_{std::make_unique<CrumbRows>(*this)}
+    , areas_{std::make_unique<AreaRows>(*this)} {}
+
+Analyzer::~Analyzer() {
+    cancelScan();  // The scan knows nothing of the model: told to end, it at least ends soon.
+    releaseInBackground(std::pair{std::move(root_), std::move(current_)});
+}
+
+// ---- The scan ------------------------------------------------------------------------------
+
+void Analyzer::startScan(const std::string& path) {
+    if (!isScanning_) {
+        setScanRoot(path);
+        scan();
+    }
+}
+
+void Analyzer::scan() {
+    if (isScanning_) {
+        return;
+    }
+    scanControl_ = std::make_shared<ScanControl>();
+    setScanning(true);
+    setTree(nullptr);
+    show(ScanControl::Progress{});
+    show(Unseen{});
+    scanSampling_ = app_.surroundings().clock->schedule(
+        kSamplingTime, Clock::Repeat::always, [this] { show(scanControl_->progress()); });
+
+    struct Scanned {
+        Node root;
+        Unseen unseen;
+    };
+    runInBackground(
+        this,
+        [control = scanControl_, root = scanRoot_] {
+            Scanned scanned{
+                .root = DiskScanner{control,                                    ScanOptions{}}
+                  .scan(root), .unseen = {                                          }
+            };
+            scanned.unseen = {
+                .unreadableCount = static_cast<int>(control->inaccessible().size()),
+                .leftOutCount = static_cast<int>(control->otherVolumes().size()),
+                .areas = UnreadableFolders::group(*control, StoragePaths::home())};
+            return scanned;
+        },
+        [control = scanControl_](Analyzer& analyzer, Scanned scanned) {
+            analyzer.scanSampling_.reset();
+            analyzer.show(control->progress());
+            analyzer.setScanning(false);
+            const std::string reopened = std::exchange(analyzer.reopened_, {});
+            const auto went = std::exchange(analyzer.wentMeanwhile_, {});
+            if (control->isCancelled()) {
+                releaseInBackground(std::move(scanned.root));
+            } else {
+                analyzer.setTree(std::move(scanned.root));
+                std::ranges::for_each(
+                    went, [&](const std::string& path) { analyzer.takeOut(path); });
+                if (auto folder = nodeOf(reopened, analyzer.root_)) {
+                    analyzer.setCurrent(std::move(folder));
+                }
+            }
+            analyzer.show(std::move(scanned.unseen));
+            analyzer.app_.machine()->refresh();
+            if (std::exchange(analyzer.scanAgain_, false) && !control->isCancelled()) {
+                analyzer.scan();
+            }
+        });
+}
+
+void Analyzer::scanHome() {
+    startScan(StoragePaths::home());
+}
+
+void Analyzer::scanWholeDisk() {
+    startScan("/");
+}
+
+bool Analyzer::scanDropped(const QUrl& address) {
+    const auto folder = FolderSearch::droppedFolder(address);
+    if (folder) {
+        startScan(*folder);
+    }
+    return folder.has_value();
+}
+
+void Analyzer::cancelScan() {
+    if (scanControl_) {
+        scanControl_->cancel();
+    }
+}
+
+void Analyzer::findAgainIf(const std::function<bool(const std::string& folder)>& isMeant) {
+    if (isScanning_) {
+        scanAgain_ = scanAgain_ || isMeant(scanRoot_);
+    } else if (root_ && isMeant(root_->path)) {
+        std::string opened = current_->path;
+        startScan(root_->path);
+        reopened_ = std::move(opened);
+    }
+}
+
+void Analyzer::setScanRoot(std::string path) {
+    assign(*this, scanRoot_, std::move(path), &Analyzer::scanRootChanged);
+}
+
+QString Analyzer::scanRootText() const {
+    return QFile::decodeName(QByteArray::fromStdString(scanRoot_));
+}
+
+void Analyzer::setScanRootText(const QString& path) {
+    setScanRoot(QFile::encodeName(path).toStdString());
+}
+
+void Analyzer::setScanning(const bool isScanning) {
+    assign(*this, isScanning_, isScanning, &Analyzer::isScanningChanged);
+}
+
+void Analyzer::show(ScanControl::Progress progress) {
+    assign(*this, progress_, std::move(progress), &Analyzer::progressChanged);
+}
+
+void Analyzer::show(Unseen unseen) {
+    assign(*this, unseen_, std::move(unseen), &Analyzer::unreadableChanged);
+}
+
+// ---- The tree ------------------------------------------------------------------------------
+
+void Analyzer::setTree(Node tree) {
+    Node old = std::exchange(root_, tree);
+    setCurrent(std::move(tree));
+    // A tree of a disk has hundreds of thousands of nodes, too many to be let go on this thread.
+    releaseInBackground(std::move(old));
+}
+
+void Analyzer::setCurrent(Node folder) {
+    assign(*this, current_, std::move(folder), &Analyzer::currentChanged);
+}
+
+void Analyzer::drill(const Node& node) {
+    if (node->isDirectory && node->children && !node->children->empty()) {
+        setCurrent(node);
+    }
+}
+
+std::vector<Analyzer::Node> Analyzer::currentChildren() const {
+    if (!current_) {
+        return {};
+    }
+    return current_->sortedChildren(
+        sortKey_, ascending_ ? FileNode::SortOrder::ascending : FileNode::SortOrder::descending);
+}
+
+void Analyzer::forget(const std::vector<Node>& nodes) {
+    for (const Node& node : nodes) {
+        if (isInTree(node.get(), root_.get())) {
+            node->remove();
+        } else {
+            takeOut(node->path);
+        }
+        if (isScanning_) {
+            wentMeanwhile_.insert(node->path);
+        }
+    }
+    if (current_ && !isInTree(current_.get(), root_.get())) {
+        setCurrent(root_);
+    }
+    Q_EMIT nodesWent();
+}
+
+void Analyzer::takeOut(const std::string& path) {
+    if (const auto node = nodeOf(path, root_)) {
+        node->remove();
+    }
+}
+
+QString Analyzer::sortKey() const {
+    return QString::fromUtf8(FileNode::rawValue(sortKey_));
+}
+
+void Analyzer::setSortKey(const QString& word) {
+    if (const auto key = FileNode::sortKeyFromRawValue(word.toStdString())) {
+        assign(*this, sortKey_, *key, &Analyzer::orderChanged);
+    }
+}
+
+void Analyzer::setAscending(const bool ascending) {
+    assign(*this, ascending_, ascending, &Analyzer::orderChanged);
+}
+
+void Analyzer::setAnalyzerMode(const int mode) {
+    assign(*this, analyzerMode_, mode, &Analyzer::analyzerModeChanged);
+}
+
+}  // namespace Brimlo

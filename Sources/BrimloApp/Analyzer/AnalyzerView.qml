@@ -1,0 +1,106 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import Brimlo
+
+// What fills a folder: scanned, shown level by level, and cleared from after a review.
+Screen {
+    id: screen
+
+    // The visible one of the three has the keyboard focus.
+    function settle() {
+        (AppModel.analyzer.isScanning ? scanning : AppModel.analyzer.hasTree ? result : start).focus = true;
+    }
+
+    focus: true
+    title: qsTr("Space Analyzer")
+    Component.onCompleted: settle()
+    toolbar: [
+        FolderMenu {
+            Layout.maximumWidth: 200
+        },
+        ToolbarButton {
+            text: qsTr("Scan")
+            symbol: "arrow.clockwise"
+            help: qsTr("Scan the selected folder again")
+            enabled: !AppModel.analyzer.isScanning
+            onClicked: AppModel.analyzer.scan()
+        },
+        SortMenu {},
+        ToolbarButton {
+            symbol: AppModel.analyzer.ascending ? "arrow.up" : "arrow.down"
+            help: qsTr("Reverse order")
+            onClicked: AppModel.analyzer.ascending = !AppModel.analyzer.ascending
+        },
+        SegmentedPicker {
+            label: qsTr("View")
+            currentIndex: AppModel.analyzer.analyzerMode === 0 ? 0 : 1
+            model: [
+                {
+                    symbol: "list.bullet",
+                    name: qsTr("List"),
+                    help: qsTr("List or treemap")
+                },
+                {
+                    symbol: "square.grid.3x3.fill",
+                    name: qsTr("Treemap"),
+                    help: qsTr("List or treemap")
+                }
+            ]
+            onActivated: index => AppModel.analyzer.analyzerMode = index
+        }
+    ]
+
+    DisposeSheet {
+        review: AppModel.analyzer.review
+    }
+    Connections {
+        target: AppModel.analyzer
+
+        function onIsScanningChanged() {
+            screen.settle();
+        }
+        function onCurrentChanged() {
+            screen.settle();
+        }
+    }
+    FolderDrop {
+        parent: screen
+        invitation: qsTr("Drop the folder to scan it")
+        onFolderDropped: address => AppModel.analyzer.scanDropped(address)
+    }
+    Item {
+        Layout.fillWidth: true
+        Layout.fillHeight: true
+
+        FocusScope {
+            id: scanning
+
+            anchors.fill: parent
+            visible: AppModel.analyzer.isScanning
+            Keys.onEscapePressed: AppModel.analyzer.cancelScan()
+
+            ScanningState {
+                anchors.centerIn: parent
+                width: Math.min(560, parent.width - 2 * Theme.wide)
+            }
+        }
+        AnalyzerResult {
+            id: result
+
+            anchors.fill: parent
+            visible: !AppModel.analyzer.isScanning && AppModel.analyzer.hasTree
+        }
+        FocusScope {
+            id: start
+
+            anchors.fill: parent
+            visible: !AppModel.analyzer.isScanning && !AppModel.analyzer.hasTree
+
+            AnalyzerStart {
+                anchors.fill: parent
+            }
+        }
+    }
+}

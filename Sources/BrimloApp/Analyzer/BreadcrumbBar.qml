@@ -1,0 +1,81 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import Brimlo
+
+// The way from the scanned folder down to the one that is shown, whose figures stand at the right.
+// A long way shows its end.
+Item {
+    id: bar
+
+    required property CrumbRows crumbs
+
+    function reveal(item) {
+        way.contentX = Math.max(0, Math.min(item.x, Math.max(way.contentX, item.x + item.width - way.width)));
+    }
+
+    implicitHeight: Theme.controlHeight + Theme.snug
+
+    RowLayout {
+        anchors.fill: parent
+        anchors.leftMargin: Theme.wide - 7
+        anchors.rightMargin: Theme.wide
+        spacing: Theme.snug
+
+        Flickable {
+            id: way
+
+            contentWidth: line.width
+            contentHeight: height
+            boundsBehavior: Flickable.StopAtBounds
+            flickableDirection: Flickable.HorizontalFlick
+            interactive: contentWidth > width
+            clip: interactive
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            onContentWidthChanged: contentX = Math.max(0, contentWidth - width)
+            onWidthChanged: contentX = Math.max(0, contentWidth - width)
+
+            Row {
+                id: line
+
+                height: way.height
+                spacing: 2
+
+                Repeater {
+                    model: bar.crumbs
+
+                    Crumb {
+                        isLast: index === bar.crumbs.count - 1
+                        anchors.verticalCenter: parent?.verticalCenter
+                        onChosen: bar.crumbs.show(index)
+                        onFocused: bar.reveal(this)
+                    }
+                }
+            }
+        }
+        Label {
+            text: qsTr("%1 · %2 files").arg(Format.bytes(bar.crumbs.size)).arg(Format.count(bar.crumbs.fileCount))
+            secondary: true
+        }
+        PlainButton {
+            id: unreadable
+
+            text: AppModel.analyzer.unreadableCount > 0 ? qsTr("%1 unreadable").arg(Format.count(AppModel.analyzer.unreadableCount)) : qsTr("%1 left out").arg(Format.count(AppModel.analyzer.leftOutCount))
+            symbol: "exclamationmark.triangle"
+            help: popover.presented ? "" : qsTr("Click to see which folders and why")
+            ink: Theme.rebuildText
+            visible: AppModel.analyzer.unreadableCount + AppModel.analyzer.leftOutCount > 0
+            checked: popover.presented
+            onClicked: popover.presented = !popover.presented
+
+            UnreadablePopover {
+                id: popover
+
+                parent: unreadable
+                onDismissed: presented = false
+            }
+        }
+    }
+}

@@ -1,0 +1,63 @@
+#include "BrimloApp/Analyzer/CrumbRows.h"
+
+#include "BrimloApp/Analyzer/Analyzer.h"
+#include "BrimloApp/Shell/Shown.h"
+
+#include <algorithm>
+#include <memory>
+#include <vector>
+
+namespace Brimlo {
+namespace {
+
+/// From the root down to the folder that is shown.
+std::vector<std::shared_ptr<FileNode>> wayTo(std::shared_ptr<FileNode> folder) {
+    std::vector<std::shared_ptr<FileNode>> folders;
+    for (; folder; folder = folder->parent.lock()) {
+        folders.push_back(folder);
+    }
+    std::ranges::reverse(folders);
+    return folders;
+}
+
+}  // namespace
+
+CrumbRows::CrumbRows(Analyzer& analyzer)
+    : analyzer_{analyzer}
+    , rows_{*this, {{"name", [](const CrumbLine& line) { return shown(line.name); }}}} {
+    connect(&analyzer, &Analyzer::currentChanged, this, &CrumbRows::refresh);
+    connect(&analyzer, &Analyzer::nodesWent, this, &CrumbRows::refresh);
+}
+
+void CrumbRows::refresh() {
+    std::vector<CrumbLine> lines;
+    for (const auto& folder : wayTo(analyzer_.current())) {
+        lines.push_back({.id = folder->id, .name = folder->name});
+    }
+    rows_.set(std::move(lines));
+    Q_EMIT folderChanged();
+}
+
+void CrumbRows::show(const int row) {
+    const CrumbLine* const crumb = rows_.at(row);
+    const auto folders = wayTo(analyzer_.current());
+    const auto found = std::ranges::find_if(
+        folders, [&](const auto& folder) { return crumb != nullptr && folder->id == crumb->id; });
+    if (found != folders.end()) {
+        analyzer_.setCurrent(*found);
+    }
+}
+
+QString CrumbRows::folderName() const {
+    return rows_.all().empty() ? QString{} : shown(rows_.all().back().name);
+}
+
+double CrumbRows::size() const {
+    return analyzer_.hasTree() ? number(analyzer_.current()->size) : 0;
+}
+
+double CrumbRows::fileCount() const {
+    return analyzer_.hasTree() ? number(analyzer_.current()->fileCount) : 0;
+}
+
+}  // namespace Brimlo

@@ -1,0 +1,121 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Brimlo
+
+// The entries of the folder that is shown. The arrows select alone, with Shift a range, with
+// Control they only go; Space selects one more or one less, Control-A all, Escape none. Return and
+// Right open a folder, Left goes back; Delete opens the review.
+ScrollList {
+    id: list
+
+    required property NodeRows rows
+    property int anchorRow: 0
+    property int pickedRow: -1
+    property double pickedAt: 0
+    readonly property int countWidth: Math.ceil(widestCount.advanceWidth)
+    readonly property int dateWidth: Math.ceil(widestDate.advanceWidth)
+
+    signal backWanted
+
+    function choose(row, modifiers) {
+        currentIndex = row;
+        if (modifiers & Qt.ShiftModifier) {
+            rows.selectRange(Math.min(anchorRow, count - 1), row);
+            return;
+        }
+        anchorRow = row;
+        if (modifiers & (Qt.ControlModifier | Qt.MetaModifier))
+            rows.toggleSelected(row);
+        else
+            rows.select(row);
+    }
+    // No row is told of a double click, since its handlers share the presses with it.
+    function pick(row, modifiers) {
+        const now = Date.now();
+        const again = row === pickedRow && now - pickedAt < Application.styleHints.mouseDoubleClickInterval;
+        pickedRow = again ? -1 : row;
+        pickedAt = now;
+        if (again && modifiers === Qt.NoModifier)
+            rows.drill(row);
+        else
+            choose(row, modifiers);
+    }
+    function step(by, event) {
+        event.accepted = !(event.modifiers & Qt.AltModifier);
+        if (!event.accepted)
+            return;
+        go(currentIndex + by);
+        if (!(event.modifiers & Qt.ControlModifier))
+            choose(currentIndex, event.modifiers);
+    }
+    // At a place in a row, or below the row when the keyboard asks.
+    function showMenu(row, at) {
+        const item = itemAtIndex(row);
+        if (item !== null)
+            menu.show(row, item, at?.x ?? item.width / 3, at?.y ?? item.height);
+    }
+    function begin() {
+        currentIndex = count > 0 ? 0 : -1;
+        anchorRow = 0;
+        pickedRow = -1;
+        positionViewAtBeginning();
+    }
+
+    label: qsTr("Space Analyzer")
+    model: rows
+    topMargin: Theme.tiny
+    bottomMargin: Theme.snug
+    leftMargin: Theme.snug
+    rightMargin: Theme.snug
+    onOpened: index => rows.drill(index)
+    Keys.onUpPressed: event => step(-1, event)
+    Keys.onDownPressed: event => step(1, event)
+    Keys.onRightPressed: rows.drill(currentIndex)
+    Keys.onLeftPressed: backWanted()
+    Keys.onMenuPressed: showMenu(currentIndex)
+    Keys.onDeletePressed: rows.review(currentIndex)
+    Keys.onSpacePressed: choose(currentIndex, Qt.ControlModifier)
+    Keys.onEscapePressed: event => {
+        event.accepted = rows.selectedCount > 0;
+        rows.clearSelection();
+    }
+
+    NodeMenu {
+        id: menu
+
+        rows: list.rows
+    }
+    TextMetrics {
+        id: widestCount
+
+        font.family: Theme.family
+        font.pixelSize: Theme.body
+        text: "88,888,888"
+    }
+    TextMetrics {
+        id: widestDate
+
+        font.family: Theme.family
+        font.pixelSize: Theme.body
+        text: Format.widestDate(Theme.family, Theme.body)
+    }
+    Shortcut {
+        sequence: "Ctrl+A"
+        enabled: list.activeFocus
+        onActivated: list.rows.selectAll()
+    }
+    delegate: NodeRow {
+        countWidth: list.countWidth
+        dateWidth: list.dateWidth
+        onPicked: modifiers => {
+            list.forceActiveFocus(Qt.MouseFocusReason);
+            list.pick(index, modifiers);
+        }
+        onMenuWanted: at => {
+            list.forceActiveFocus(Qt.MouseFocusReason);
+            list.currentIndex = index;
+            list.showMenu(index, at);
+        }
+    }
+}

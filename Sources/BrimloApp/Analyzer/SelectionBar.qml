@@ -1,0 +1,65 @@
+import QtQuick
+import QtQuick.Layouts
+import Brimlo
+
+// What is selected of the entries shown, and what can be done with it; it slides in and out.
+Item {
+    id: bar
+
+    required property NodeRows rows
+    readonly property bool presented: rows.selectedCount > 0
+
+    implicitHeight: presented ? row.implicitHeight + 2 * Theme.snug + 1 : 0
+    opacity: presented ? 1 : 0
+    visible: opacity > 0
+    enabled: presented
+    clip: true
+
+    Divider {
+        width: parent.width
+    }
+    RowLayout {
+        id: row
+
+        spacing: Theme.tight
+        height: implicitHeight
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: parent.top
+        anchors.topMargin: Theme.snug + 1
+        anchors.leftMargin: Theme.wide
+        anchors.rightMargin: Theme.wide
+
+        Label {
+            text: qsTr("%1 selected").arg(Format.count(bar.rows.selectedCount))
+            font.weight: Font.DemiBold
+        }
+        Label {
+            text: Format.bytes(bar.rows.selectedSize)
+            secondary: true
+            Layout.fillWidth: true
+        }
+        OutlineButton {
+            text: qsTr("Reveal")
+            help: qsTr("Reveal in %1").arg(SystemWords.fileManager)
+            onClicked: bar.rows.revealSelected()
+        }
+        SolidButton {
+            text: qsTr("Review & Clean…")
+            symbol: "sparkles"
+            onClicked: bar.rows.reviewSelected()
+        }
+    }
+    Behavior on implicitHeight {
+        NumberAnimation {
+            duration: Theme.duration
+            easing.type: Easing.OutQuad
+        }
+    }
+    Behavior on opacity {
+        NumberAnimation {
+            duration: Theme.duration
+            easing.type: Easing.OutQuad
+        }
+    }
+}

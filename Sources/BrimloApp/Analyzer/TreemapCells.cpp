@@ -1,0 +1,168 @@
+#include "BrimloApp/Analyzer/TreemapCells.h"
+
+#include "BrimloApp/Components/FileKind.h"
+#include "BrimloApp/Shell/Shown.h"
+#include "BrimloCore/DiskScanner/Squarify.h"
+#include "BrimloCore/Support/Fmt.h"
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+
+namespace Brimlo {
+namespace {
+
+constexpr double kMargin = 12;
+constexpr double kGap = 1.5;  // Around each cell.
+constexpr double kRadius = 3;
+constexpr double kUsualOpacity = 0.92;
+constexpr double kSelectionWidth = 2.5;
+
+// Where there is room for the labels, and their places from the top left of what is drawn.
+constexpr double kLabelledWidth = 80;
+constexpr double kLabelledHeight = 36;
+constexpr QPointF kNamePlace{8, 8};
+constexpr QPointF kSizePlace{8, 25};
+constexpr int kNamePixels = 12;
+constexpr int kSizePixels = 11;
+
+std::vector<Squarify::Cell> layout(const NodeRows::Nodes& nodes, const QSizeF& size) {
+    std::vector<double> weights;
+    weights.reserve(nodes.size());
+    for (const auto& node : nodes) {
+        weights.push_back(static_cast<double>(node->size));
+    }
+    return Squarify::layout(
+        weights,
+        {.x = kMargin,
+         .y = kMargin,
+         .width = size.width() - 2 * kMargin,
+         .height = size.height() - 2 * kMargin});
+}
+
+QColor colorOf(const FileNode& node) {
+    const auto [red, green, blue] = FileKind::of(node).color();
+    // Folders side by side are all of one colour and must still stand apart.
+    const std::size_t shade = std::hash<std::string>{}(node.name) % 25;
+    const double opacity = node.isDirectory ? 0.75 + static_cast<double>(shade) / 100 : 1;
+    return QColor::fromRgbF(
+        static_cast<float>(red),
+        static_cast<float>(green),
+        static_cast<float>(blue),
+        static_cast<float>(opacity));
+}
+
+/// Black or white, whichever is easier to read on `fill` when that lies on `ground`.
+QColor inkOn(const QColor& fill, const QColor& ground) {
+    const auto linear = [&](const float above, const float below) {
+        const double part = above * fill.alphaF() + below * (1 - fill.alphaF());
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    const double luminance = 0.2126 * linear(fill.redF(), ground.redF()) +
+                             0.7152 * linear(fill.greenF(), ground.greenF()) +
+                             0.0722 * linear(fill.blueF(), ground.blueF());
+    // Where both have the same contrast by WCAG 2; it is 4.58 there, and more everywhere else.
+    constexpr double kMiddle = 0.179;
+    return luminance > kMiddle ? Qt::black : Qt::white;
+}
+
+QFont sized(QFont font, const int pixels, const QFont::Weight weight) {
+    font.setPixelSize(pixels);
+    font.setWeight(weight);
+    return font;
+}
+
+QStaticText label(const QString& text, const QFont& font) {
+    QStaticText label{text};
+    label.setTextFormat(Qt::PlainText);
+    label.prepare({}, font);
+    return label;
+}
+
+bool isEmpty(const QStaticText& label) {
+    return label.text().isEmpty();
+}
+
+}  // namespace
+
+TreemapCells::TreemapCells(
+    const NodeRows& rows, const QSizeF& size, const QFont& font, const QColor& ground)
+    : ground_{ground}
+    , nameFont_{sized(font, kNamePixels, QFont::DemiBold)}
+    , sizeFont_{sized(font, kSizePixels, QFont::Normal)} {
+    for (const auto& [index, rect] : layout(rows.nodes(), size)) {
+        const FileNode& node = *rows.nodes()[index];
+        const QRectF place{rect.x, rect.y, rect.width, rect.height};
+        const QRectF drawn = place.adjusted(kGap, kGap, -kGap, -kGap);
+        Cell& cell = cells_.emplace_back(Cell{
+            .row = static_cast<int>(index),
+            .place = place,
+            .drawn = drawn,
+            .ink = drawn,
+            .color = colorOf(node),
+            .isSelected = rows.isSelected(node.id),
+            .name = {},
+            .size = {}});
+        if (drawn.width() > kLabelledWidth && drawn.height() > kLabelledHeight) {
+            write(cell, node);
+        }
+    }
+}
+
+void TreemapCells::write(Cell& cell, const FileNode& node) const {
+    cell.name = label(shown(node.name), nameFont_);
+    cell.size = label(QString::fromStdString(Fmt::bytes(node.size)), sizeFont_);
+    constexpr double kSlack = 2;  // A slanted letter goes beyond its width.
+    for (const auto& [text, place] : {
+             std::pair{&cell.name, kNamePlace},
+             std::pair{&cell.size, kSizePlace}
+    }) {
+        cell.ink |= QRectF{cell.drawn.topLeft() + place, text->size()}.adjusted(
+            -kSlack, -kSlack, kSlack, kSlack);
+    }
+}
+
+std::optional<std::size_t> TreemapCells::at(const QPointF& point) const {
+    // The edge between two cells belongs to the one behind it alone.
+    const auto found = std::ranges::find_if(cells_, [&](const Cell& cell) {
+        return point.x() >= cell.place.left() && point.x() < cell.place.right() &&
+               point.y() >= cell.place.top() && point.y() < cell.place.bottom();
+    });
+    return found == cells_.end() ? std::nullopt
+                                 : std::optional{static_cast<std::size_t>(found - cells_.begin())};
+}
+
+void TreemapCells::draw(
+    QPainter& painter, const QRectF& part, const std::optional<std::size_t> hovered) const {
+    painter.setRenderHint(QPainter::Antialiasing);
+    for (std::size_t i = 0; i < cells_.size(); ++i) {
+        if (!cells_[i].drawn.isEmpty() && cells_[i].ink.intersects(part)) {
+            drawOne(painter, cells_[i], i == hovered ? 1 : kUsualOpacity);
+        }
+    }
+}
+
+void TreemapCells::drawOne(QPainter& painter, const Cell& cell, const double opacity) const {
+    QColor fill = cell.color;
+    fill.setAlphaF(fill.alphaF() * static_cast<float>(opacity));
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(fill);
+    painter.drawRoundedRect(cell.drawn, kRadius, kRadius);
+    if (const QRectF inner = cell.drawn.adjusted(1, 1, -1, -1);
+        cell.isSelected && !inner.isEmpty()) {
+        painter.setPen(QPen{Qt::white, kSelectionWidth});
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(inner, kRadius, kRadius);
+    }
+    painter.setPen(inkOn(fill, ground_));
+    if (!isEmpty(cell.name)) {
+        painter.setFont(nameFont_);
+        painter.drawStaticText(cell.drawn.topLeft() + kNamePlace, cell.name);
+    }
+    if (!isEmpty(cell.size)) {
+        painter.setFont(sizeFont_);
+        painter.drawStaticText(cell.drawn.topLeft() + kSizePlace, cell.size);
+    }
+}
+
+}  // namespace Brimlo

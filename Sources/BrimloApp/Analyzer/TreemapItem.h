@@ -1,0 +1,104 @@
+#pragma once
+
+#include "BrimloApp/Analyzer/NodeRows.h"
+#include "BrimloApp/Analyzer/TreemapCells.h"
+
+#include <QtCore/QPointer>
+#include <QtGui/QImage>
+#include <QtQml/QQmlProperty>
+#include <QtQml/qqmlregistration.h>
+#include <QtQuick/QQuickPaintedItem>
+
+#include <cstddef>
+#include <optional>
+
+namespace Brimlo {
+
+/// The folder that is shown as a treemap, with pointer and keyboard.
+///
+/// A click selects a cell alone, a double click opens its folder. The arrow keys go from cell to
+/// cell, Return opens, Space selects. One cell at most is hovered, by the pointer or by the keys.
+///
+/// The picture is kept as an image, since thousands of rounded cells take longer than a frame; what
+/// is hovered is drawn into it cell by cell. It looks the same in software and hardware rendering.
+class TreemapItem : public QQuickPaintedItem {
+    Q_OBJECT
+    QML_ELEMENT
+
+    Q_PROPERTY(Brimlo::NodeRows* rows READ rows WRITE setRows NOTIFY rowsChanged)
+    // That of the labels; empty for the application's.
+    Q_PROPERTY(QString fontFamily READ fontFamily WRITE setFontFamily NOTIFY fontFamilyChanged)
+    // The colour that it lies on.
+    Q_PROPERTY(QColor ground READ ground WRITE setGround NOTIFY groundChanged)
+    // Of the entry that is hovered: -1, an empty text and 0 when there is none.
+    Q_PROPERTY(int hoveredRow READ hoveredRow NOTIFY hoveredChanged)
+    Q_PROPERTY(QString hoveredName READ hoveredName NOTIFY hoveredChanged)
+    Q_PROPERTY(double hoveredSize READ hoveredSize NOTIFY hoveredChanged)
+
+public:
+    explicit TreemapItem(QQuickItem* parent = nullptr);
+
+    [[nodiscard]] NodeRows* rows() const { return rows_; }
+    void setRows(NodeRows* rows);
+    [[nodiscard]] const QString& fontFamily() const { return fontFamily_; }
+    void setFontFamily(const QString& family);
+    [[nodiscard]] const QColor& ground() const { return ground_; }
+    void setGround(const QColor& color);
+    [[nodiscard]] int hoveredRow() const;
+    [[nodiscard]] QString hoveredName() const;
+    [[nodiscard]] double hoveredSize() const;
+
+    /// The cells as they are now.
+    [[nodiscard]] const TreemapCells& cells() const;
+
+    void paint(QPainter* painter) override;
+
+Q_SIGNALS:
+    void rowsChanged();
+    void fontFamilyChanged();
+    void groundChanged();
+    void hoveredChanged();
+
+protected:
+    void componentComplete() override;
+    void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
+    void hoverEnterEvent(QHoverEvent* event) override { hoverMoveEvent(event); }
+    void hoverMoveEvent(QHoverEvent* event) override;
+    void hoverLeaveEvent(QHoverEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseUngrabEvent() override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    enum class By { pointer, keys };
+
+    /// Takes other entries, or another size.
+    void rearrange();
+    /// Takes another selection.
+    void repaint();
+    void setHovered(std::optional<std::size_t> cell, By by);
+    void updateHovered();
+    void moveHovered(int key);
+    [[nodiscard]] const FileNode* hoveredNode() const;
+    void drawHovered(QPainter& painter) const;
+    /// A property of what is told to those who don't see the screen.
+    QQmlProperty accessible(const char* property);
+
+    QPointer<NodeRows> rows_;
+    QString fontFamily_;
+    QColor ground_ = Qt::white;
+    mutable std::optional<TreemapCells> cells_;  ///< Absent while they have to be made anew.
+    QImage picture_;                             ///< All cells, none hovered; null likewise.
+    double scale_ = 0;                           ///< Pixels of the picture in one unit of the item.
+
+    std::optional<std::size_t> hovered_;
+    By hoveredBy_ = By::pointer;
+    std::optional<QPointF> pointer_;  ///< Absent while it is elsewhere.
+    std::optional<std::size_t> pressed_;
+};
+
+}  // namespace Brimlo

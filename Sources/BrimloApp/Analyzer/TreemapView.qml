@@ -1,0 +1,65 @@
+import QtQuick
+import QtQuick.Layouts
+import Brimlo
+
+// The entries of the folder that is shown as a treemap, and below it which one is under the pointer
+// and what the colours say.
+FocusScope {
+    id: view
+
+    required property NodeRows rows
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: 0
+
+        TreemapItem {
+            id: map
+
+            rows: view.rows
+            fontFamily: Theme.family
+            ground: Theme.window
+            focus: true
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            Keys.onEscapePressed: event => {
+                event.accepted = view.rows.selectedCount > 0;
+                view.rows.clearSelection();
+            }
+            Keys.onDeletePressed: view.rows.review(hoveredRow)
+
+            TapHandler {
+                acceptedButtons: Qt.RightButton
+                onPressedChanged: if (pressed && map.hoveredRow >= 0)
+                    menu.show(map.hoveredRow, map, point.position.x, point.position.y)
+            }
+            NodeMenu {
+                id: menu
+
+                rows: view.rows
+            }
+        }
+        RowLayout {
+            spacing: Theme.tight
+            Layout.fillWidth: true
+            Layout.leftMargin: Theme.snug
+            Layout.rightMargin: Theme.snug
+            Layout.bottomMargin: Theme.snug
+
+            PathText {
+                path: map.hoveredRow < 0 ? qsTr("Double-click to open a folder") : map.hoveredName + " · " + Format.bytes(map.hoveredSize)
+                secondary: map.hoveredRow < 0
+                font.pixelSize: Theme.caption
+                Layout.fillWidth: true
+                Layout.minimumWidth: 150
+                Layout.preferredWidth: 150
+            }
+            FileKindLegend {
+                spacing: view.width < 900 ? 6 : Theme.snug
+                Layout.fillWidth: true
+                Layout.preferredWidth: Layout.maximumWidth
+                Layout.maximumWidth: Theme.scaled(550) + 7 * spacing
+            }
+        }
+    }
+}

@@ -1,0 +1,66 @@
+import QtQuick
+import QtQuick.Layouts
+import Brimlo
+
+// The head of a group of equal files: what they take, and the two ways to take less.
+RowLayout {
+    id: head
+
+    required property real copies
+    required property real size
+    required property real wasted
+    required property bool isCurrent
+
+    signal cloned
+    signal trashed
+
+    spacing: Theme.tight
+
+    // What has no room on a line goes to the next.
+    Flow {
+        id: words
+
+        spacing: Theme.tight
+        Layout.fillWidth: true
+        Layout.rightMargin: Theme.tight
+
+        Label {
+            id: copies
+
+            text: qsTr("%1 copies").arg(Format.count(head.copies))
+            font.weight: Font.DemiBold
+            Accessible.ignored: true
+        }
+        Label {
+            id: each
+
+            text: qsTr("%1 each").arg(Format.bytes(head.size))
+            secondary: true
+            Accessible.ignored: true
+        }
+        Label {
+            readonly property real room: words.width - copies.width - each.width - 2 * words.spacing
+
+            text: qsTr("wastes %1").arg(Format.bytes(head.wasted))
+            color: Theme.rebuildText
+            font.weight: Font.Medium
+            horizontalAlignment: Text.AlignRight
+            width: room < implicitWidth ? implicitWidth : room
+            Accessible.ignored: true
+        }
+    }
+    RowButton {
+        text: qsTr("Replace with clones")
+        symbol: "doc.on.doc"
+        enabled: AppModel.busy === ""
+        isCurrent: head.isCurrent
+        onClicked: head.cloned()
+    }
+    RowButton {
+        text: qsTr("Trash extras")
+        symbol: "trash"
+        enabled: !AppModel.cleanup.isCleaning
+        isCurrent: head.isCurrent
+        onClicked: head.trashed()
+    }
+}

@@ -1,0 +1,95 @@
+#include "BrimloApp/Duplicates/DuplicateRows.h"
+
+#include "BrimloApp/Duplicates/DuplicateSearch.h"
+#include "BrimloApp/Shell/Shown.h"
+#include "BrimloCore/Models/Bytes.h"
+
+#include <algorithm>
+
+namespace Brimlo {
+namespace {
+
+using Line = DuplicateLine;
+
+void append(std::vector<Line>& lines, const DuplicateGroup& group) {
+    lines.push_back(
+        {.group = group.id,
+         .path = {},
+         .copies = static_cast<std::int64_t>(group.paths.size()),
+         .size = group.size,
+         .wasted = group.wastedBytes()});
+    for (const std::string& path : group.paths) {
+        lines.push_back({.group = group.id, .path = path, .isKept = lines.back().isGroup()});
+    }
+    lines.back().isLast = true;
+}
+
+}  // namespace
+
+std::string DuplicateLine::key() const {
+    return std::string{group.bytes.begin(), group.bytes.end()} + path;
+}
+
+DuplicateRows::DuplicateRows(DuplicateSearch& search)
+    : search_{search}
+    , rows_{
+          *this,
+          {
+           {"kind", [](const Line& line) { return line.isGroup() ? "group" : "path"; }},
+           {"copies", [](const Line& line) { return number(line.copies); }},
+           {"size", [](const Line& line) { return number(line.size); }},
+           {"wasted", [](const Line& line) { return number(line.wasted); }},
+           {"path", [](const Line& line) { return shown(line.path); }},
+           {"isKept", [](const Line& line) { return line.isKept; }},
+           {"isLast", [](const Line& line) { return line.isLast; }},
+           }} {
+    connect(&search, &DuplicateSearch::groupsChanged, this, &DuplicateRows::refresh);
+}
+
+void DuplicateRows::refresh() {
+    std::vector<Line> lines;
+    groupCount_ = 0;
+    reclaimable_ = 0;
+    for (const DuplicateGroup& group : search_.groups()) {
+        append(lines, group);
+        ++groupCount_;
+        reclaimable_ = Bytes::sum(reclaimable_, group.wastedBytes());
+    }
+    rows_.set(std::move(lines));
+    Q_EMIT figuresChanged();
+}
+
+double DuplicateRows::reclaimable() const {
+    return number(reclaimable_);
+}
+
+std::optional<DuplicateGroup> DuplicateRows::groupAt(const int row) const {
+    const Line* const line = rows_.at(row);
+    if (line == nullptr || !line->isGroup()) {
+        return std::nullopt;
+    }
+    const auto& groups = search_.groups();
+    const auto group = std::ranges::find(groups, line->group, &DuplicateGroup::id);
+    return group == groups.end() ? std::nullopt : std::optional{*group};
+}
+
+void DuplicateRows::clone(const int row) {
+    if (const auto group = groupAt(row)) {
+        search_.clone(*group);
+    }
+}
+
+void DuplicateRows::trash(const int row) {
+    if (const auto group = groupAt(row)) {
+        search_.trash(*group);
+    }
+}
+
+void DuplicateRows::reveal(const int row) {
+    const Line* const line = rows_.at(row);
+    if (line != nullptr && !line->isGroup()) {
+        search_.reveal(line->path);
+    }
+}
+
+}  // namespace Brimlo

@@ -1,0 +1,71 @@
+#include "BrimloApp/Duplicates/DuplicateSearch.h"
+
+#include "BrimloApp/Duplicates/DuplicateRows.h"
+#include "BrimloApp/Overview/Machine.h"
+#include "BrimloApp/Review/Cleanup.h"
+#include "BrimloApp/Shell/Assign.h"
+#include "BrimloCore/Cleaner/DuplicateExtras.h"
+
+#include <utility>
+
+namespace Brimlo {
+namespace {
+
+constexpr std::int64_t kLeastSize = 1'048'576;
+
+}  // namespace
+
+DuplicateSearch::DuplicateSearch(AppModel& app)
+    : FolderSearch{app}
+    , rows_{std::make_unique<DuplicateRows>(*this)} {}
+
+DuplicateSearch::~DuplicateSearch() = default;
+
+void DuplicateSearch::start(std::shared_ptr<ScanControl> control) {
+    setGroups({});
+    runInBackground(
+        this,
+        [root = root(), control] {
+            return DuplicateFinder::find({root}, kLeastSize, control.get());
+        },
+        [control](DuplicateSearch& search, Groups found) {
+            search.setGroups(std::move(found));
+            search.end(*control);
+        });
+}
+
+void DuplicateSearch::setGroups(Groups groups) {
+    assign(*this, groups_, std::move(groups), &DuplicateSearch::groupsChanged);
+}
+
+void DuplicateSearch::clone(const DuplicateGroup& group) {
+    if (!app().busy().isEmpty()) {
+        return;
+    }
+    app().setBusy(QStringLiteral("Replacing duplicates with clones…"));
+    changeInBackground(
+        this,
+        [group] { return DuplicateExtras::clone({group}).sentence(); },
+        [id = group.id](DuplicateSearch& search, const std::string& sentence) {
+            search.app().setBusy({});
+            search.app().setBanner(QString::fromStdString(sentence));
+            search.remove(id);
+            search.app().machine()->refresh();
+        });
+}
+
+void DuplicateSearch::trash(const DuplicateGroup& group) {
+    app().cleanup()->run(DuplicateExtras::plan({group}), [this, id = group.id] { remove(id); });
+}
+
+void DuplicateSearch::reveal(const std::string& path) {
+    app().reveal({path});
+}
+
+void DuplicateSearch::remove(const Uuid& id) {
+    Groups left = groups_;
+    std::erase_if(left, [&](const DuplicateGroup& group) { return group.id == id; });
+    setGroups(std::move(left));
+}
+
+}  // namespace Brimlo

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "BrimloApp/Shell/FolderSearch.h"
+#include "BrimloCore/Cleaner/DuplicateFinder.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace Brimlo {
+
+class DuplicateRows;
+
+/// The search for equal files, and what is done with the groups found.
+class DuplicateSearch : public Brimlo::FolderSearch {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("A part of the model")
+    Q_MOC_INCLUDE("BrimloApp/Duplicates/DuplicateRows.h")
+
+    Q_PROPERTY(Brimlo::DuplicateRows* rows READ rows CONSTANT)
+
+public:
+    using Groups = std::vector<DuplicateGroup>;
+
+    explicit DuplicateSearch(AppModel& app);
+    ~DuplicateSearch() override;
+
+    Q_DISABLE_COPY_MOVE(DuplicateSearch)
+
+    [[nodiscard]] DuplicateRows* rows() const { return rows_.get(); }
+    /// The most wasted bytes first.
+    [[nodiscard]] const Groups& groups() const { return groups_; }
+    void setGroups(Groups groups);
+
+    /// Replaces all but the first file of a group with clones of it; takes `busy`. The group goes
+    /// in any case.
+    void clone(const DuplicateGroup& group);
+    /// Moves all but the first file of a group to the Trash; the group goes in any case.
+    void trash(const DuplicateGroup& group);
+    void reveal(const std::string& path);
+
+Q_SIGNALS:
+    void groupsChanged();
+
+private:
+    void start(std::shared_ptr<ScanControl> control) override;
+    void remove(const Uuid& id);
+
+    Groups groups_;
+    const std::unique_ptr<DuplicateRows> rows_;
+};
+
+}  // namespace Brimlo

@@ -1,0 +1,90 @@
+#include "BrimloApp/History/History.h"
+
+#include "BrimloApp/History/HistoryRows.h"
+#include "BrimloApp/Review/Cleanup.h"
+#include "BrimloApp/Shell/Assign.h"
+#include "BrimloApp/Shell/Shown.h"
+#include "BrimloCore/Platform/Privacy.h"
+
+#include <utility>
+
+namespace Brimlo {
+
+History::History(AppModel& app)
+    : app_{app}
+    , rows_{std::make_unique<HistoryRows>(*this)} {}
+
+History::~History() = default;
+
+void History::readJournal() {
+    runInBackground(
+        this,
+        [cleaner = app_.cleaner()] { return JournalReading::of(*cleaner); },
+        [](History& history, JournalReading reading) { history.show(std::move(reading)); });
+}
+
+void History::show(JournalReading reading) {
+    // Two operations may end in another order than they have read the journal in.
+    if (reading.number < reading_.number) {
+        return;
+    }
+    const bool isOther = !isJournalRead() || reading_.entries != reading.entries;
+    reading_ = std::move(reading);
+    assign(*this, journalProblem_, shown(reading_.problem), &History::journalProblemChanged);
+    if (isOther) {
+        Q_EMIT journalChanged();
+    }
+}
+
+void History::undoBatch(const HistoryBatch& batch) {
+    std::vector<Uuid> ids;
+    for (const JournalEntry& entry : batch.items) {
+        if (entry.isRestorable()) {
+            ids.push_back(entry.id);
+        }
+    }
+    undoAll(ids);
+}
+
+void History::undoLastClean() {
+    if (const auto& report = app_.cleanup()->lastReport()) {
+        undoAll(report->journalIDs);
+    }
+}
+
+void History::undoAll(const std::vector<Uuid>& ids) {
+    if (!app_.busy().isEmpty()) {
+        return;
+    }
+    app_.cleanup()->setShowResult(false);
+    app_.runBusy(QStringLiteral("Restoring…"), [ids, cleaner = app_.cleaner()] {
+        UndoReport report = cleaner->undo(ids);
+        return AppModel::Outcome{
+            .sentence = report.sentence(), .restored = std::move(report.restored)};
+    });
+}
+
+void History::emptyTrash() {
+    if (!app_.busy().isEmpty()) {
+        return;
+    }
+    app_.runBusy(QStringLiteral("Emptying Trash…"), [] {
+        const TrashReport report = Cleaner::emptyTrash();
+        const bool mayBePrivacy =
+            !report.failures.empty() && !Platform::privacySettingsAddress().empty();
+        const char* advice = mayBePrivacy ? " Grant Full Disk Access if this persists." : "";
+        return AppModel::Outcome{.sentence = report.emptiedSentence() + advice, .restored = {}};
+    });
+}
+
+void History::purgeOwnTrash() {
+    if (!app_.busy().isEmpty()) {
+        return;
+    }
+    app_.runBusy(QStringLiteral("Removing from Trash…"), [cleaner = app_.cleaner()] {
+        const TrashReport report = cleaner->purgeOwnTrash(0, false);
+        return AppModel::Outcome{.sentence = report.purgedSentence(false), .restored = {}};
+    });
+}
+
+}  // namespace Brimlo

@@ -1,0 +1,63 @@
+import QtQuick
+import QtQuick.Layouts
+import Brimlo
+
+// One of the largest files.
+ListRow {
+    id: row
+
+    required property int index
+    required property string name
+    required property string path
+    required property real size
+
+    signal revealed
+    signal trashed
+
+    text: name + ", " + path + ", " + Format.bytes(size)
+    width: (list?.width ?? 0) - (list?.leftMargin ?? 0) - (list?.rightMargin ?? 0)
+    topPadding: 7
+    bottomPadding: 7
+
+    Icon {
+        symbol: "doc.fill"
+        color: Theme.secondaryText
+    }
+    ColumnLayout {
+        spacing: 1
+        Layout.fillWidth: true
+
+        PathText {
+            path: row.name
+            font.weight: Font.Medium
+            Layout.fillWidth: true
+            Accessible.ignored: true
+        }
+        PathText {
+            path: row.path
+            secondary: true
+            font.pixelSize: Theme.small
+            Layout.fillWidth: true
+            Accessible.ignored: true
+        }
+    }
+    SizeText {
+        bytes: row.size
+        font.weight: Font.DemiBold
+        Accessible.ignored: true
+    }
+    RowButton {
+        text: qsTr("Reveal")
+        help: qsTr("Reveal in %1").arg(SystemWords.fileManager)
+        isCurrent: row.ListView.isCurrentItem
+        Layout.leftMargin: Theme.tight
+        onClicked: row.revealed()
+    }
+    RowButton {
+        text: qsTr("Move to Trash")
+        symbol: "trash"
+        enabled: !AppModel.cleanup.isCleaning
+        isCurrent: row.ListView.isCurrentItem
+        onClicked: row.trashed()
+    }
+}

@@ -1,0 +1,77 @@
+import QtQuick
+import QtQuick.Layouts
+import Brimlo
+
+// What of the disk could go, as far as it was looked for.
+Card {
+    id: card
+
+    readonly property bool found: AppModel.smartClean.found.count > 0
+
+    padding: Theme.roomy
+    spacing: Theme.normal
+
+    SectionHeading {
+        text: qsTr("Reclaimable")
+        line: card.found ? "" : qsTr("Find caches, build folders and leftovers for the apps and tools you use.")
+        Layout.fillWidth: true
+
+        OutlineButton {
+            text: qsTr("Rescan")
+            symbol: "arrow.clockwise"
+            visible: card.found
+            enabled: !AppModel.smartClean.isSuggesting
+            onClicked: AppModel.smartClean.loadSuggestions()
+        }
+    }
+    RowLayout {
+        spacing: Theme.snug
+        visible: card.found
+        Layout.fillWidth: true
+
+        StatCard {
+            value: Format.bytes(AppModel.smartClean.found.safeBytes)
+            label: qsTr("safe to clear")
+            color: Theme.safe
+            Layout.minimumWidth: 100
+        }
+        StatCard {
+            value: Format.bytes(AppModel.smartClean.found.rebuildBytes)
+            label: qsTr("rebuilds on demand")
+            color: Theme.rebuild
+            Layout.minimumWidth: 100
+        }
+        StatCard {
+            value: Format.count(AppModel.smartClean.found.count)
+            label: qsTr("suggestions")
+            color: Theme.info
+            Layout.minimumWidth: 100
+        }
+    }
+    RowLayout {
+        spacing: Theme.tight
+        Layout.fillWidth: true
+
+        SolidButton {
+            text: AppModel.smartClean.isSuggesting ? qsTr("Scanning…") : qsTr("Find cleanable space")
+            symbol: "sparkles"
+            visible: !card.found
+            onClicked: AppModel.section = Sections.Clean
+        }
+        SolidButton {
+            text: qsTr("Review & clean")
+            symbol: "sparkles"
+            visible: card.found
+            onClicked: AppModel.section = Sections.Clean
+        }
+        OutlineButton {
+            text: qsTr("Analyze disk usage")
+            symbol: "chart.pie"
+            onClicked: {
+                AppModel.section = Sections.Analyzer;
+                if (!AppModel.analyzer.hasTree)
+                    AppModel.analyzer.scan();
+            }
+        }
+    }
+}

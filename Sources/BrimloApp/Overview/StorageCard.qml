@@ -1,0 +1,120 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import Brimlo
+
+// How full the disk is, and what the Trash holds of it.
+Card {
+    id: card
+
+    // The bar grows from nothing when the screen is first shown.
+    property bool barGrown: false
+    readonly property int grown: barGrown ? 1 : 0
+    readonly property var shares: [
+        {
+            name: qsTr("Used"),
+            fraction: AppModel.machine.volume.takenShare * grown,
+            color: Theme.accentText
+        },
+        {
+            name: qsTr("Purgeable"),
+            fraction: AppModel.machine.volume.purgeableShare * grown,
+            color: Theme.rebuild
+        },
+        {
+            name: qsTr("Free"),
+            fraction: AppModel.machine.volume.freeShare * grown,
+            color: Theme.mixed(Theme.card, Theme.text, 0.12)
+        }
+    ]
+
+    padding: Theme.roomy
+    visible: AppModel.machine.volume.isKnown
+
+    RowLayout {
+        spacing: Theme.tight
+        Layout.fillWidth: true
+
+        ColumnLayout {
+            spacing: 2
+
+            RowLayout {
+                spacing: 6
+
+                Icon {
+                    symbol: "internaldrive"
+                    size: 14
+                    color: Theme.secondaryText
+                }
+                Label {
+                    text: AppModel.machine.volume.isSystem ? SystemWords.bootVolume : qsTr("Home disk")
+                    secondary: true
+                    font.weight: Font.Medium
+                    Accessible.role: Accessible.Heading
+                }
+            }
+            RowLayout {
+                spacing: Theme.tight
+
+                Label {
+                    id: available
+
+                    text: Format.bytes(AppModel.machine.volume.available)
+                    font.pixelSize: Theme.large
+                    font.weight: Font.DemiBold
+                    Layout.alignment: Qt.AlignBaseline
+                }
+                Label {
+                    text: qsTr("free of %1").arg(Format.bytes(AppModel.machine.volume.total))
+                    secondary: true
+                    font.pixelSize: Theme.title
+                    Layout.alignment: Qt.AlignBaseline
+                }
+            }
+        }
+        Item {
+            Layout.fillWidth: true
+        }
+        RowLayout {
+            spacing: Theme.snug
+            visible: AppModel.machine.trashBytes > 0
+
+            Icon {
+                symbol: "trash"
+                color: Theme.secondaryText
+            }
+            Label {
+                text: qsTr("%1 in Trash").arg(Format.bytes(AppModel.machine.trashBytes))
+                secondary: true
+            }
+            OutlineButton {
+                text: qsTr("Empty Trash")
+                enabled: AppModel.busy === ""
+                onClicked: AppModel.history.emptyTrash()
+            }
+        }
+    }
+    FlatBar {
+        shares: card.shares
+        implicitHeight: 12
+        label: qsTr("Storage")
+        Layout.fillWidth: true
+        Layout.topMargin: Theme.tiny
+    }
+    Flow {
+        spacing: Theme.roomy
+        Layout.fillWidth: true
+
+        Repeater {
+            model: card.shares
+
+            LegendEntry {
+                required property var modelData
+
+                color: modelData.color
+                text: modelData.name
+            }
+        }
+    }
+}

@@ -1,0 +1,101 @@
+#include "BrimloApp/Review/Cleanup.h"
+
+#include "BrimloApp/Analyzer/Analyzer.h"
+#include "BrimloApp/History/History.h"
+#include "BrimloApp/LargeFiles/LargeFileSearch.h"
+#include "BrimloApp/Overview/Machine.h"
+#include "BrimloApp/Shell/Assign.h"
+#include "BrimloApp/Shell/Shown.h"
+#include "BrimloApp/SmartClean/SmartClean.h"
+#include "BrimloCore/Docker/DockerObject.h"
+
+#include <set>
+#include <string>
+#include <utility>
+
+namespace Brimlo {
+
+Cleanup::Cleanup(AppModel& app)
+    : app_{app} {}
+
+void Cleanup::run(const CleanPlan& plan, std::function<void()> after) {
+    if (isCleaning()) {
+        app_.setBanner(QStringLiteral("Could not start: another cleanup is still running."));
+        return;
+    }
+    show(Progress{.isCleaning = true, .path = {}, .total = static_cast<int>(plan.items().size())});
+    auto tellPath = [cleanup = QPointer{this}](const std::string& path) {
+        const std::string words = isPseudoPath(path) ? DockerObject::words(path) : path;
+        postHome(cleanup, [text = shown(words)](Cleanup& present) {
+            Progress progress = present.progress_;
+            progress.path = text;
+            ++progress.done;
+            present.show(std::move(progress));
+        });
+    };
+    struct Cleaned {
+        CleanReport report;
+        JournalReading journal;
+    };
+    changeInBackground(
+        this,
+        [plan, cleaner = app_.cleaner(), tellPath] {
+            CleanReport report = cleaner->execute(plan, DisposalMode::trash, false, tellPath);
+            return Cleaned{.report = std::move(report), .journal = JournalReading::of(*cleaner)};
+        },
+        [plan, after = std::move(after)](Cleanup& cleanup, Cleaned cleaned) {
+            cleanup.show(cleaned.report);
+            cleanup.show(Progress{});
+            cleanup.app_.machine()->refresh();
+            cleanup.app_.history()->show(std::move(cleaned.journal));
+            cleanup.app_.smartClean()->forget(plan, cleaned.report);
+            if (after) {
+                after();
+            }
+        });
+}
+
+CleanPlan Cleanup::planFor(const std::vector<std::shared_ptr<FileNode>>& nodes) {
+    std::vector<CleanItem> items;
+    for (const auto& node : nodes) {
+        if (!node->isAggregate) {
+            items.push_back({.path = node->path, .size = node->size, .ruleID = {}, .risk = {}});
+        }
+    }
+    return CleanPlan{items};
+}
+
+void Cleanup::dispose(const std::vector<std::shared_ptr<FileNode>>& nodes) {
+    const CleanPlan plan = planFor(nodes);
+    if (plan.items().empty()) {
+        return;
+    }
+    run(plan, [this, nodes] {
+        const std::set<std::string> stayed = lastReport_.value_or(CleanReport{}).stayed();
+        std::vector<std::shared_ptr<FileNode>> gone;
+        std::set<std::string> paths;
+        for (const auto& node : nodes) {
+            if (!node->isAggregate && !stayed.contains(node->path)) {
+                gone.push_back(node);
+                paths.insert(node->path);
+            }
+        }
+        app_.analyzer()->forget(gone);
+        app_.largeFiles()->forget(paths);
+    });
+}
+
+void Cleanup::show(Progress progress) {
+    assign(*this, progress_, std::move(progress), &Cleanup::progressChanged);
+}
+
+void Cleanup::show(const CleanReport& report) {
+    assign(*this, lastReport_, report, &Cleanup::lastReportChanged);
+    setShowResult(true);
+}
+
+void Cleanup::setShowResult(const bool show) {
+    assign(*this, showResult_, show, &Cleanup::showResultChanged);
+}
+
+}  // namespace Brimlo

@@ -1,0 +1,151 @@
+#include "BrimloApp/Review/PlanReview.h"
+
+#include "BrimloApp/Review/Cleanup.h"
+#include "BrimloApp/Shell/RunInBackground.h"
+#include "BrimloApp/Shell/Shown.h"
+#include "BrimloApp/SmartClean/SmartClean.h"
+#include "BrimloCore/Docker/DockerObject.h"
+
+#include <algorithm>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+
+namespace Brimlo {
+namespace {
+
+/// Which suggestion a path stands in.
+struct Origin {
+    const Suggestion* suggestion;
+    const SuggestionItem* item;
+};
+using Origins = std::unordered_map<std::string_view, Origin>;
+
+Origins originsIn(const std::vector<Suggestion>& suggestions) {
+    Origins origins;
+    for (const Suggestion& suggestion : suggestions) {
+        for (const SuggestionItem& item : suggestion.items) {
+            origins.try_emplace(item.path, Origin{.suggestion = &suggestion, .item = &item});
+        }
+    }
+    return origins;
+}
+
+std::vector<PlanLine> linesOf(const CleanPlan& plan, const std::vector<Suggestion>& suggestions) {
+    const Origins origins = originsIn(suggestions);
+    std::vector<PlanLine> rows;
+    for (const CleanItem& item : plan.items()) {
+        const bool isDocker = isPseudoPath(item.path);
+        PlanLine row{
+            .path = item.path,
+            .title = isDocker ? DockerObject::words(item.path) : item.path,
+            .subtitle = {},
+            .size = item.size};
+        if (const auto known = origins.find(item.path); known != origins.end()) {
+            const auto& [suggestion, found] = known->second;
+            // What is about to go for good is called by its own name.
+            row.title = isDocker ? found->detail.value_or(row.title) : suggestion->name;
+            row.subtitle = isDocker ? suggestion->name + " · " + found->subtitle.value_or("")
+                                    : found->subtitle.value_or(item.path);
+        }
+        rows.push_back(std::move(row));
+    }
+    return rows;
+}
+
+std::vector<Rows<PlanLine>::Role> roles() {
+    return {
+        {"title",    [](const PlanLine& row) { return shown(row.title); }             },
+        {"subtitle", [](const PlanLine& row) { return shown(row.subtitle); }          },
+        {"size",     [](const PlanLine& row) { return static_cast<double>(row.size); }},
+        {"isDocker", [](const PlanLine& row) { return isPseudoPath(row.path); }       },
+    };
+}
+
+}  // namespace
+
+PlanReview::PlanReview(AppModel& app)
+    : app_{app}
+    , rows_{*this, roles()} {}
+
+PlanReview::~PlanReview() {
+    releaseInBackground(std::move(nodes_));
+}
+
+void PlanReview::openSelection() {
+    open(app_.smartClean()->currentPlan(), {});
+}
+
+void PlanReview::openNodes(std::vector<std::shared_ptr<FileNode>> nodes) {
+    std::erase_if(nodes, [](const auto& node) { return node->isAggregate; });
+    if (!nodes.empty()) {
+        CleanPlan plan = Cleanup::planFor(nodes);
+        open(std::move(plan), std::move(nodes));
+    }
+}
+
+void PlanReview::open(CleanPlan plan, std::vector<std::shared_ptr<FileNode>> nodes) {
+    setPlan(std::move(plan), std::move(nodes));
+    setOpen(true);
+}
+
+void PlanReview::close() {
+    setPlan(CleanPlan{{}}, {});
+    setOpen(false);
+}
+
+void PlanReview::confirm() {
+    if (!isOpen_ || app_.cleanup()->isCleaning() || plan_.items().empty()) {
+        return;
+    }
+    // Closed first, so that nothing that hears of it can confirm a second time.
+    CleanPlan plan = plan_;
+    const auto nodes = nodes_;
+    close();
+    if (nodes.empty()) {
+        app_.cleanup()->run(plan);
+    } else {
+        app_.cleanup()->dispose(nodes);
+    }
+    Q_EMIT confirmed();
+}
+
+int PlanReview::itemCount() const {
+    return static_cast<int>(plan_.items().size());
+}
+
+double PlanReview::totalBytes() const {
+    return static_cast<double>(plan_.totalBytes());
+}
+
+double PlanReview::freedNow() const {
+    return static_cast<double>(plan_.finalBytes());
+}
+
+bool PlanReview::hasReviewItems() const {
+    return std::ranges::any_of(plan_.items(), [](const CleanItem& item) {
+        return !isPseudoPath(item.path) && item.risk.value_or(Risk::review) == Risk::review;
+    });
+}
+
+void PlanReview::setPlan(CleanPlan plan, std::vector<std::shared_ptr<FileNode>> nodes) {
+    std::swap(nodes_, nodes);
+    if (!nodes.empty()) {
+        // After another scan nobody else may hold them, and a folder takes long to let go.
+        releaseInBackground(std::move(nodes));
+    }
+    if (plan_ != plan) {
+        plan_ = std::move(plan);
+        rows_.set(linesOf(plan_, app_.smartClean()->suggestions()));
+        Q_EMIT planChanged();
+    }
+}
+
+void PlanReview::setOpen(const bool isOpen) {
+    if (isOpen_ != isOpen) {
+        isOpen_ = isOpen;
+        Q_EMIT isOpenChanged();
+    }
+}
+
+}  // namespace Brimlo

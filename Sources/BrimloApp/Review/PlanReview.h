@@ -1,0 +1,90 @@
+#pragma once
+
+#include "BrimloApp/Shell/Rows.h"
+#include "BrimloCore/Cleaner/CleanPlan.h"
+#include "BrimloCore/DiskScanner/FileNode.h"
+
+#include <QtQml/qqmlregistration.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace Brimlo {
+
+class AppModel;
+
+/// One item of a plan, in the words of the suggestion that it comes from.
+struct PlanLine {
+    std::string path;
+    std::string title;     ///< The suggestion's name; the path when there is none.
+    std::string subtitle;  ///< Empty when the title is the path.
+    std::int64_t size = 0;
+
+    bool operator==(const PlanLine&) const = default;
+
+    [[nodiscard]] const std::string& key() const { return path; }
+};
+
+/// A plan for the user to look at before anything happens: what is confirmed is what was shown,
+/// whatever has been ticked or scanned meanwhile. Closed at first.
+class PlanReview : public Brimlo::RowList {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("A part of the model")
+
+    Q_PROPERTY(bool isOpen READ isOpen NOTIFY isOpenChanged)
+    Q_PROPERTY(int itemCount READ itemCount NOTIFY planChanged)
+    Q_PROPERTY(double totalBytes READ totalBytes NOTIFY planChanged)
+    Q_PROPERTY(double freedNow READ freedNow NOTIFY planChanged)
+    Q_PROPERTY(double freedAfterEmptying READ freedAfterEmptying NOTIFY planChanged)
+    Q_PROPERTY(bool hasFinalItems READ hasFinalItems NOTIFY planChanged)
+    Q_PROPERTY(bool hasReviewItems READ hasReviewItems NOTIFY planChanged)
+
+public:
+    explicit PlanReview(AppModel& app);
+    ~PlanReview() override;
+
+    Q_DISABLE_COPY_MOVE(PlanReview)
+
+    /// Opens on what is ticked in Smart Clean.
+    Q_INVOKABLE void openSelection();
+    /// Opens on nodes of the scanned tree, unless no one is left without the aggregates.
+    void openNodes(std::vector<std::shared_ptr<FileNode>> nodes);
+    /// Forgets the plan.
+    Q_INVOKABLE void close();
+    /// Has the plan carried out, once, and closes. Nothing happens while another clean is
+    /// under way, or when the plan has no items: the review stays as it is.
+    Q_INVOKABLE void confirm();
+
+    [[nodiscard]] bool isOpen() const { return isOpen_; }
+    [[nodiscard]] int itemCount() const;
+    [[nodiscard]] double totalBytes() const;
+    /// Bytes that are free at once: those of Docker's objects.
+    [[nodiscard]] double freedNow() const;
+    [[nodiscard]] double freedAfterEmptying() const { return totalBytes() - freedNow(); }
+    [[nodiscard]] bool hasFinalItems() const { return plan_.hasFinalItems(); }
+    /// Whether an item that goes to the Trash may hold the user's own files: by its rating, or
+    /// because it has none.
+    [[nodiscard]] bool hasReviewItems() const;
+
+Q_SIGNALS:
+    void isOpenChanged();
+    void planChanged();
+    /// The plan is being carried out. The review is closed by then.
+    void confirmed();
+
+private:
+    void open(CleanPlan plan, std::vector<std::shared_ptr<FileNode>> nodes);
+    void setPlan(CleanPlan plan, std::vector<std::shared_ptr<FileNode>> nodes);
+    void setOpen(bool isOpen);
+
+    AppModel& app_;
+    Rows<PlanLine> rows_;
+    CleanPlan plan_{{}};
+    std::vector<std::shared_ptr<FileNode>> nodes_;  ///< Those of the plan; empty for a selection.
+    bool isOpen_ = false;
+};
+
+}  // namespace Brimlo

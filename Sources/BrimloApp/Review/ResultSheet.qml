@@ -1,0 +1,74 @@
+import QtQuick
+import QtQuick.Layouts
+import Brimlo
+
+// What came of a clean.
+Sheet {
+    id: sheet
+
+    readonly property var report: AppModel.cleanup.lastReport
+
+    title: report.hasProblems ? qsTr("Cleanup finished with problems") : qsTr("Cleanup complete")
+    subtitle: qsTr("%1 items processed").arg(Format.count(report.processed))
+    symbol: report.hasProblems ? "exclamationmark.circle.fill" : "checkmark.circle.fill"
+    symbolColor: report.hasProblems ? Theme.rebuild : Theme.safe
+    presented: AppModel.cleanup.showResult
+    onDismissed: AppModel.cleanup.showResult = false
+    defaultButton: done
+    footer: [
+        OutlineButton {
+            text: qsTr("Undo everything")
+            symbol: "arrow.uturn.backward"
+            visible: sheet.report.canUndo
+            enabled: AppModel.busy === ""
+            onClicked: AppModel.history.undoLastClean()
+        },
+        Item {
+            Layout.fillWidth: true
+        },
+        OutlineButton {
+            text: qsTr("View history")
+            onClicked: {
+                AppModel.cleanup.showResult = false;
+                AppModel.section = Sections.History;
+            }
+        },
+        SolidButton {
+            id: done
+
+            text: qsTr("Done")
+            onClicked: AppModel.cleanup.showResult = false
+        }
+    ]
+
+    RowLayout {
+        spacing: Theme.snug
+        Layout.fillWidth: true
+
+        StatCard {
+            value: Format.bytes(sheet.report.freedNow)
+            label: qsTr("Freed now")
+            color: Theme.safe
+            Layout.minimumWidth: 100
+        }
+        StatCard {
+            value: Format.bytes(sheet.report.movedToTrash)
+            label: qsTr("In Trash (frees when emptied)")
+            color: Theme.info
+            Layout.minimumWidth: 100
+        }
+    }
+    Notice {
+        text: qsTr("Space is only reclaimed once the Trash is emptied.")
+        buttonText: qsTr("Empty Trash now")
+        visible: sheet.report.movedToTrash > 0
+        enabled: AppModel.busy === ""
+        onClicked: AppModel.history.emptyTrash()
+    }
+    ProblemList {
+        problems: sheet.report.problems
+        visible: sheet.report.hasProblems
+        Layout.fillWidth: true
+        Layout.fillHeight: true
+    }
+}

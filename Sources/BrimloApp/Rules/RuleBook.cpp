@@ -1,0 +1,182 @@
+#include "BrimloApp/Rules/RuleBook.h"
+
+#include "BrimloApp/Rules/RuleRows.h"
+#include "BrimloApp/Shell/Assign.h"
+#include "BrimloApp/Shell/Shown.h"
+#include "BrimloApp/SmartClean/SmartClean.h"
+#include "BrimloCore/DisabledRules/DisabledRules.h"
+#include "BrimloCore/RulePacks/Catalog.h"
+#include "BrimloCore/Support/Path.h"
+#include "BrimloCore/UserRules/RuleExchange.h"
+#include "BrimloCore/UserRules/UserRules.h"
+
+#include <QtCore/QFile>
+
+#include <algorithm>
+#include <utility>
+
+namespace Brimlo {
+namespace {
+
+QString words(const std::string& text) {
+    return QString::fromStdString(text);
+}
+
+std::string pathOf(const QUrl& file) {
+    return QFile::encodeName(file.toLocalFile()).toStdString();
+}
+
+QString outcomeWords(const UserRules::Imported& done) {
+    QString banner = QStringLiteral("Imported %1 rule(s).").arg(done.imported.size());
+    if (!done.rejected.empty()) {
+        banner += QStringLiteral(" Rejected %1: %2")
+                      .arg(done.rejected.size())
+                      .arg(words(done.rejected.front()));
+    }
+    return banner;
+}
+
+}  // namespace
+
+RuleBook::RuleBook(AppModel& app)
+    : app_{app}
+    , builtInRules_{Catalog::builtInRules()}
+    , disabledRuleIDs_{DisabledRules::load()}
+    , rows_{std::make_unique<RuleRows>(*this)} {}
+
+RuleBook::~RuleBook() = default;
+
+// ---- The editor ----------------------------------------------------------------------------
+
+void RuleBook::setRuleDraft(std::unique_ptr<RuleDraft> draft) {
+    // The editor may still be on its way out, with bindings to the old draft.
+    if (RuleDraft* const old = ruleDraft_.release()) {
+        old->deleteLater();
+    }
+    ruleDraft_ = std::move(draft);
+    Q_EMIT ruleDraftChanged();
+}
+
+void RuleBook::newRuleDraft(
+    const std::optional<std::string>& path, const std::optional<std::string>& name) {
+    setRuleDraft(
+        path ? std::make_unique<RuleDraft>(*path, name.value_or(std::string{Path::name(*path)}))
+             : std::make_unique<RuleDraft>());
+}
+
+void RuleBook::editRule(const CleanupRule& rule) {
+    setRuleDraft(std::make_unique<RuleDraft>(rule));
+}
+
+void RuleBook::closeRuleDraft() {
+    if (ruleDraft_) {
+        setRuleDraft(nullptr);
+    }
+}
+
+void RuleBook::saveRuleDraft() {
+    if (!ruleDraft_) {
+        return;
+    }
+    const QString failure = saveRule(ruleDraft_->makeRule());
+    if (failure.isEmpty()) {
+        closeRuleDraft();
+    } else {
+        ruleDraft_->setProperty("saveFailure", failure);
+    }
+}
+
+// ---- The rules -----------------------------------------------------------------------------
+
+void RuleBook::show(UserRules::Loaded loaded) {
+    QStringList issues;
+    for (const std::string& issue : loaded.issues) {
+        issues.push_back(shown(issue));
+    }
+    assign(*this, customRules_, std::move(loaded.rules), &RuleBook::customRulesChanged);
+    assign(*this, ruleIssues_, std::move(issues), &RuleBook::ruleIssuesChanged);
+}
+
+void RuleBook::reload() {
+    show(UserRules::load(UserRules::defaultDirectory()));
+}
+
+void RuleBook::readDisabled() {
+    assign(*this, disabledRuleIDs_, DisabledRules::load(), &RuleBook::disabledRuleIDsChanged);
+}
+
+QString RuleBook::saveRule(const CleanupRule& rule) {
+    if (const auto saved = UserRules::save(rule, UserRules::defaultDirectory()); !saved) {
+        QString failure =
+            QStringLiteral("Could not save rule: %1").arg(words(saved.error().description));
+        app_.setBanner(failure);
+        return failure;
+    }
+    reload();
+    app_.setBanner(QStringLiteral("Saved rule “%1”. Rescanning so it shows up in Smart Clean.")
+                       .arg(words(rule.name)));
+    app_.smartClean()->suggestAnew();
+    return {};
+}
+
+void RuleBook::deleteRule(const CleanupRule& rule) {
+    const std::string id = rule.id;  // The rule may be one of those that are read anew.
+    const auto removed = UserRules::remove(id, UserRules::defaultDirectory());
+    reload();
+    if (std::ranges::count(customRules_, id, &CleanupRule::id) > 0) {
+        const QString why = removed ? QStringLiteral("another file holds it, too")
+                                    : words(removed.error().description);
+        app_.setBanner(QStringLiteral("Could not delete rule: %1").arg(why));
+        return;
+    }
+    if (app_.smartClean()->isSuggesting()) {
+        app_.smartClean()->suggestAnew();
+    }
+    app_.smartClean()->forgetRule(id);
+}
+
+void RuleBook::setRuleDisabled(const std::string& id, const bool disabled) {
+    if (const auto ids = DisabledRules::set(id, disabled); !ids) {
+        app_.setBanner(words(ids.error().description) + u'.');
+    }
+    readDisabled();
+}
+
+void RuleBook::importRules(const QUrl& file) {
+    if (!app_.busy().isEmpty()) {
+        app_.setBanner(QStringLiteral("Import failed: other work is under way."));
+        return;
+    }
+    app_.setBusy(QStringLiteral("Importing rules…"));
+    struct Done {
+        std::expected<UserRules::Imported, Error> outcome;
+        UserRules::Loaded rules;
+    };
+    runInBackground(
+        this,
+        [path = pathOf(file)] {
+            const std::string directory = UserRules::defaultDirectory();
+            auto outcome = UserRules::importPack(path, false, directory);
+            return Done{.outcome = std::move(outcome), .rules = UserRules::load(directory)};
+        },
+        [](RuleBook& book, Done done) {
+            book.app_.setBusy({});
+            book.show(std::move(done.rules));
+            if (!done.outcome) {
+                book.app_.setBanner(QStringLiteral("Import failed: %1")
+                                        .arg(words(done.outcome.error().description)));
+                return;
+            }
+            book.app_.setBanner(outcomeWords(*done.outcome));
+            book.app_.smartClean()->suggestAnew();
+        });
+}
+
+void RuleBook::exportRules(const QUrl& file) {
+    const auto done = UserRules::exportTo(pathOf(file), customRules_, UserRules::Existing::replace);
+    app_.setBanner(
+        done ? QStringLiteral("Exported %1 rule(s).").arg(customRules_.size())
+             : QStringLiteral("Export failed: %1").arg(words(done.error().description)));
+}
+
+}  // namespace Brimlo

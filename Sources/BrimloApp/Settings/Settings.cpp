@@ -1,0 +1,189 @@
+#include "BrimloApp/Settings/Settings.h"
+
+#include "BrimloApp/Review/Cleanup.h"
+#include "BrimloApp/Shell/Assign.h"
+#include "BrimloApp/Shell/Shown.h"
+#include "BrimloCore/Cleaner/AutoCleaner.h"
+#include "BrimloCore/LaunchAgent/LaunchAgent.h"
+
+#include <utility>
+
+namespace Brimlo {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kAutoCleanTime = 1h;
+
+/// Where a terminal finds the tool.
+QString placeOf(const CLIInstaller::Places& cli) {
+    return shown(CLIInstaller::installedAt(cli).value_or(""));
+}
+
+}  // namespace
+
+Settings::Settings(AppModel& app)
+    : app_{app}
+    , cli_{app.surroundings().cli}
+    , cliPlace_{placeOf(cli_)} {
+    readAgent();
+}
+
+// ---- The file ------------------------------------------------------------------------------
+
+bool Settings::read() {
+    const auto read = AppConfig::read();
+    assign(*this, config_, read.value_or(AppConfig{}), &Settings::configChanged);
+    const QString fault = read ? QString{} : QString::fromStdString(read.error().description + ".");
+    if (std::exchange(fault_, fault) != fault && !fault.isEmpty()) {
+        app_.setBanner(fault);
+    }
+    return read.has_value();
+}
+
+bool Settings::change(const std::function<void(AppConfig&)>& body) {
+    const auto changed = AppConfig::change(body);
+    read();
+    if (!changed) {
+        app_.setBanner(QString::fromStdString(changed.error().description + "."));
+    }
+    return changed.has_value();
+}
+
+void Settings::setAutoCleanEnabled(const bool enabled) {
+    change([enabled](AppConfig& config) { config.autoCleanEnabled = enabled; });
+}
+
+void Settings::setFreeSpaceThresholdGB(const int gigabytes) {
+    change([gigabytes](AppConfig& config) { config.freeSpaceThresholdGB = gigabytes; });
+}
+
+void Settings::setStaleDays(const int days) {
+    change([days](AppConfig& config) { config.staleDays = days; });
+}
+
+void Settings::setTrashRetentionDays(const int days) {
+    change([days](AppConfig& config) { config.trashRetentionDays = days; });
+}
+
+void Settings::setAutoCleanIncludesCustomRules(const bool include) {
+    change([include](AppConfig& config) { config.autoCleanIncludesCustomRules = include; });
+}
+
+// ---- Auto-clean and the background job -----------------------------------------------------
+
+void Settings::startAutoCleanTimer() {
+    const auto tick = [this] { runAutoClean(false, false); };
+    autoTimer_ = app_.surroundings().clock->schedule(kAutoCleanTime, Clock::Repeat::always, tick);
+    QMetaObject::invokeMethod(this, tick, Qt::QueuedConnection);
+}
+
+void Settings::runAutoClean(const bool force, const bool dryRun) {
+    // With the defaults in the place of settings that can't be read, things could be deleted for
+    // good sooner than was set.
+    if (!read()) {
+        if (force) {
+            app_.setBanner(fault_);
+        }
+        return;
+    }
+    if (!config_.autoCleanEnabled && !force) {
+        return;
+    }
+    if (app_.cleanup()->isCleaning() || !app_.busy().isEmpty()) {
+        return;
+    }
+    app_.runBusy(
+        dryRun ? QStringLiteral("Checking what auto-clean would remove…")
+               : QStringLiteral("Running auto-clean…"),
+        [config = config_, cleaner = app_.cleaner(), dryRun, force] {
+            const AutoCleanOutcome outcome = AutoCleaner::run(config, *cleaner, dryRun, force);
+            return AppModel::Outcome{.sentence = outcome.sentence(dryRun), .restored = {}};
+        });
+}
+
+void Settings::setAgent(const bool enabled) {
+    read();
+    if (!enabled) {
+        LaunchAgent::uninstall();
+        app_.setBanner(QStringLiteral("Background job removed."));
+    } else if (const auto tool = CLIInstaller::bundledCLI(cli_); !tool) {
+        app_.setBanner(
+            QStringLiteral("Background mode needs the packaged app (the command line tool is "
+                           "missing from this build)."));
+        return;
+    } else if (const auto installed = LaunchAgent::install(*tool); !installed) {
+        app_.setBanner(QStringLiteral("Could not install the background job: %1")
+                           .arg(QString::fromStdString(installed.error().description)));
+    } else if (config_.autoCleanEnabled) {
+        app_.setBanner(
+            QStringLiteral("Background auto-clean is on. It checks every 6 hours while you "
+                           "are logged in."));
+    } else {
+        app_.setBanner(
+            QStringLiteral("Background job installed, but auto-clean is off, so it will do "
+                           "nothing yet. Turn on auto-clean above."));
+    }
+    readAgent();
+}
+
+void Settings::readAgent() {
+    const bool installed = LaunchAgent::isInstalled();
+    const bool isOther =
+        installed && LaunchAgent::installedExecutable() != CLIInstaller::bundledCLI(cli_);
+    assign(
+        *this,
+        agent_,
+        {.isInstalled = installed, .isOfOtherCopy = isOther},
+        &Settings::agentChanged);
+}
+
+// ---- The command line tool -----------------------------------------------------------------
+
+void Settings::installCLI() {
+    const CLIInstaller::Result result = CLIInstaller::install(cli_);
+    switch (result.outcome) {
+        case CLIInstaller::Outcome::installed:
+        case CLIInstaller::Outcome::alreadyInstalled:
+            app_.setBanner(
+                QStringLiteral("Command-line tool ready. Run `brimlo` in any terminal."));
+            break;
+        case CLIInstaller::Outcome::noTool:
+            app_.setBanner(QStringLiteral("This build has no command-line tool to install."));
+            break;
+        case CLIInstaller::Outcome::cancelled:
+            app_.setBanner(QStringLiteral(
+                "Command-line tool not installed. You can install it later from Settings."));
+            break;
+        case CLIInstaller::Outcome::failed:
+            app_.setBanner(QStringLiteral("Could not install the command-line tool: %1")
+                               .arg(QString::fromStdString(result.text)));
+            break;
+    }
+    assign(*this, cliPlace_, placeOf(cli_), &Settings::cliPlaceChanged);
+}
+
+void Settings::offerCLIInstallIfNeeded() {
+    read();
+    if (config_.cliInstallOffered || !CLIInstaller::bundledCLI(cli_) ||
+        CLIInstaller::installedAt(cli_)) {
+        return;
+    }
+    // Saved before the question is asked, so that it is asked once even if the program ends here.
+    if (change([](AppConfig& config) { config.cliInstallOffered = true; })) {
+        setOffersCLI(true);
+    }
+}
+
+void Settings::setOffersCLI(const bool offers) {
+    assign(*this, offersCLI_, offers, &Settings::offersCLIChanged);
+}
+
+void Settings::answerCLIOffer(const bool install) {
+    setOffersCLI(false);
+    if (install) {
+        installCLI();
+    }
+}
+
+}  // namespace Brimlo

@@ -1,0 +1,53 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Brimlo
+
+// What the menus and the keys of the window do, once for all of them.
+Item {
+    id: actions
+
+    readonly property string rescanKeys: "Ctrl+R"
+    readonly property string quitKeys: "Ctrl+Q"
+
+    signal aboutRequested
+    signal quitRequested
+
+    function checkForUpdates() {
+        Updater.checkForUpdates();
+        go(Sections.Settings);
+    }
+    function rescan() {
+        AppModel.rescan();
+    }
+    function go(section) {
+        AppModel.section = section;
+    }
+    function goKeys(place) {
+        return "Ctrl+" + (place + 1);
+    }
+
+    Shortcut {
+        sequence: actions.rescanKeys
+        onActivated: actions.rescan()
+    }
+    Shortcut {
+        sequence: actions.quitKeys
+        onActivated: actions.quitRequested()
+    }
+    Repeater {
+        model: Sections.all
+
+        Item {
+            id: place
+
+            required property int index
+            required property var modelData
+
+            Shortcut {
+                sequence: actions.goKeys(place.index)
+                onActivated: actions.go(place.modelData.id)
+            }
+        }
+    }
+}

@@ -1,0 +1,175 @@
+#include "BrimloApp/Shell/AppModel.h"
+
+#include "BrimloApp/Analyzer/Analyzer.h"
+#include "BrimloApp/Duplicates/DuplicateSearch.h"
+#include "BrimloApp/History/History.h"
+#include "BrimloApp/LargeFiles/LargeFileSearch.h"
+#include "BrimloApp/Overview/Machine.h"
+#include "BrimloApp/Platform/Reveal.h"
+#include "BrimloApp/Review/Cleanup.h"
+#include "BrimloApp/Rules/RuleBook.h"
+#include "BrimloApp/Settings/Settings.h"
+#include "BrimloApp/Shell/Assign.h"
+#include "BrimloApp/Shell/Shown.h"
+#include "BrimloApp/SmartClean/SmartClean.h"
+#include "BrimloCore/Support/Path.h"
+#include "BrimloCore/Support/StoragePaths.h"
+
+#include <algorithm>
+#include <array>
+#include <type_traits>
+#include <utility>
+
+namespace Brimlo {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kBannerTime = 8s;
+constexpr auto kErrorBannerTime = 20s;
+
+/// Who sets the banner has no other way to say that something went wrong than its words.
+bool tellsOfFailure(const QString& text) {
+    constexpr std::array kWords{"failed", "could not", "unable"};
+    const QString lowered = text.toLower();
+    return std::ranges::any_of(kWords, [&](const char* word) { return lowered.contains(word); });
+}
+
+}  // namespace
+
+AppModel::AppModel(Surroundings surroundings, QObject* parent)
+    : QObject{parent}
+    , surroundings_{std::move(surroundings)}
+    , cleaner_{std::make_shared<Cleaner>(
+          std::make_shared<Journal>(StoragePaths::journal()), surroundings_.docker)}
+    , machine_{std::make_unique<Machine>()}
+    , smartClean_{std::make_unique<SmartClean>(*this)}
+    , cleanup_{std::make_unique<Cleanup>(*this)}
+    , analyzer_{std::make_unique<Analyzer>(*this)}
+    , largeFiles_{std::make_unique<LargeFileSearch>(*this)}
+    , duplicates_{std::make_unique<DuplicateSearch>(*this)}
+    , rules_{std::make_unique<RuleBook>(*this)}
+    , history_{std::make_unique<History>(*this)}
+    , settings_{std::make_unique<Settings>(*this)} {
+    settings_->read();
+    rules_->reload();
+    history_->readJournal();
+    machine_->refresh();
+    settings_->startAutoCleanTimer();
+}
+
+AppModel::~AppModel() = default;
+
+// Of a singleton that can be made without arguments, QML makes one of its own.
+static_assert(!std::is_default_constructible_v<AppModel>);
+
+AppModel* AppModel::create(QQmlEngine* engine, QJSEngine* /*scripts*/) {
+    auto* model = engine->property("appModel").value<AppModel*>();
+    QJSEngine::setObjectOwnership(model, QJSEngine::CppOwnership);
+    return model;
+}
+
+void AppModel::setSection(const Section section) {
+    if (section == Section::Settings) {
+        settings_->read();  // The tool may have changed them.
+    }
+    assign(*this, section_, section, &AppModel::sectionChanged);
+}
+
+void AppModel::rescan() {
+    switch (section_) {
+        case Section::Overview:
+        case Section::Clean:
+            smartClean_->loadSuggestions();
+            break;
+        case Section::Analyzer:
+            analyzer_->scan();
+            break;
+        case Section::LargeFiles:
+            largeFiles_->find();
+            break;
+        case Section::Duplicates:
+            duplicates_->find();
+            break;
+        case Section::Rules:
+            rules_->reload();
+            break;
+        case Section::History:
+            history_->readJournal();
+            break;
+        case Section::Settings:
+            machine_->refresh();
+            break;
+    }
+}
+
+// ---- The banner and the busy line ----------------------------------------------------------
+
+void AppModel::setBanner(const QString& text) {
+    assign(*this, banner_, text, &AppModel::bannerChanged);
+    // The same text set again is shown for its whole time again.
+    scheduleBannerDismiss();
+}
+
+void AppModel::scheduleBannerDismiss() {
+    bannerTask_.reset();
+    if (banner_.isEmpty()) {
+        return;
+    }
+    const auto time = tellsOfFailure(banner_) ? kErrorBannerTime : kBannerTime;
+    bannerTask_ = surroundings_.clock->schedule(time, Clock::Repeat::once, [this, text = banner_] {
+        if (banner_ == text) {
+            assign(*this, banner_, QString{}, &AppModel::bannerChanged);
+        }
+    });
+}
+
+void AppModel::setBusy(const QString& text) {
+    assign(*this, busy_, text, &AppModel::busyChanged);
+}
+
+void AppModel::runBusy(const QString& text, std::function<Outcome()> work) {
+    setBusy(text);
+    struct Done {
+        Outcome outcome;
+        JournalReading journal;
+    };
+    changeInBackground(
+        this,
+        [work = std::move(work), cleaner = cleaner_] {
+            Outcome outcome = work();
+            return Done{.outcome = std::move(outcome), .journal = JournalReading::of(*cleaner)};
+        },
+        [](AppModel& model, Done done) {
+            model.setBusy({});
+            model.setBanner(shown(done.outcome.sentence));
+            model.machine_->refresh();
+            model.history_->show(std::move(done.journal));
+            model.findAgain(done.outcome.restored);
+        });
+}
+
+void AppModel::findAgain(const std::vector<std::string>& restored) {
+    if (restored.empty()) {
+        return;
+    }
+    const auto holdsOne = [&](const std::string& folder) {
+        return std::ranges::any_of(restored, [&](const std::string& path) {
+            return Path::below(folder, path).has_value();
+        });
+    };
+    smartClean_->suggestAnew();
+    analyzer_->findAgainIf(holdsOne);
+    largeFiles_->findAgainIf(holdsOne);
+    duplicates_->findAgainIf(holdsOne);
+}
+
+void AppModel::reveal(const std::vector<std::string>& paths) {
+    Platform::reveal(paths, [model = QPointer{this}] {
+        if (model) {
+            model->setBanner(QStringLiteral("Could not show it: no file manager answered."));
+        }
+    });
+}
+
+}  // namespace Brimlo

@@ -1,0 +1,145 @@
+#pragma once
+
+#include "BrimloApp/Shell/RunInBackground.h"
+#include "BrimloApp/Shell/Sections.h"
+#include "BrimloApp/Shell/Surroundings.h"
+#include "BrimloCore/Cleaner/Cleaner.h"
+
+#include <QtCore/QObject>
+#include <QtCore/QString>
+#include <QtQml/QQmlEngine>
+#include <QtQml/qqmlregistration.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace Brimlo {
+
+class Analyzer;
+class Cleanup;
+class DuplicateSearch;
+class History;
+class LargeFileSearch;
+class Machine;
+class RuleBook;
+class Settings;
+class SmartClean;
+
+/// The state behind every screen, and all that can be done from them: a part for each screen, and
+/// here what they share. Confined to the main thread.
+///
+/// What takes long runs in the background, where it is given copies, and comes home once. Each long
+/// operation has a boolean that is true while it runs, and does nothing when called meanwhile. A
+/// property notifies when its value has changed and never else. To QML, ratings, audiences and sort
+/// keys are the words of the core, and an absent text is an empty one.
+class AppModel : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+    Q_MOC_INCLUDE("BrimloApp/Analyzer/Analyzer.h")
+    Q_MOC_INCLUDE("BrimloApp/Duplicates/DuplicateSearch.h")
+    Q_MOC_INCLUDE("BrimloApp/History/History.h")
+    Q_MOC_INCLUDE("BrimloApp/LargeFiles/LargeFileSearch.h")
+    Q_MOC_INCLUDE("BrimloApp/Overview/Machine.h")
+    Q_MOC_INCLUDE("BrimloApp/Review/Cleanup.h")
+    Q_MOC_INCLUDE("BrimloApp/Rules/RuleBook.h")
+    Q_MOC_INCLUDE("BrimloApp/Settings/Settings.h")
+    Q_MOC_INCLUDE("BrimloApp/SmartClean/SmartClean.h")
+
+    Q_PROPERTY(
+        Brimlo::Sections::Section section READ section WRITE setSection NOTIFY sectionChanged)
+    Q_PROPERTY(QString banner READ banner WRITE setBanner NOTIFY bannerChanged)
+    Q_PROPERTY(QString busy READ busy NOTIFY busyChanged)
+
+    Q_PROPERTY(Brimlo::Machine* machine READ machine CONSTANT)
+    Q_PROPERTY(Brimlo::SmartClean* smartClean READ smartClean CONSTANT)
+    Q_PROPERTY(Brimlo::Cleanup* cleanup READ cleanup CONSTANT)
+    Q_PROPERTY(Brimlo::Analyzer* analyzer READ analyzer CONSTANT)
+    Q_PROPERTY(Brimlo::LargeFileSearch* largeFiles READ largeFiles CONSTANT)
+    Q_PROPERTY(Brimlo::DuplicateSearch* duplicates READ duplicates CONSTANT)
+    Q_PROPERTY(Brimlo::RuleBook* rules READ rules CONSTANT)
+    Q_PROPERTY(Brimlo::History* history READ history CONSTANT)
+    Q_PROPERTY(Brimlo::Settings* settings READ settings CONSTANT)
+
+public:
+    /// Reads what the screens show first: the volume, the settings, the rules. Starts the reading
+    /// of the journal, the measuring of the Trash and the hourly auto-clean; never fails.
+    explicit AppModel(Surroundings surroundings, QObject* parent = nullptr);
+    ~AppModel() override;
+
+    Q_DISABLE_COPY_MOVE(AppModel)
+
+    /// The model that the engine's property "appModel" holds, for QML's singleton of this name.
+    [[nodiscard]] static AppModel* create(QQmlEngine* engine, QJSEngine* scripts);
+
+    // The parts, never null.
+    [[nodiscard]] Machine* machine() const { return machine_.get(); }
+    [[nodiscard]] SmartClean* smartClean() const { return smartClean_.get(); }
+    [[nodiscard]] Cleanup* cleanup() const { return cleanup_.get(); }
+    [[nodiscard]] Analyzer* analyzer() const { return analyzer_.get(); }
+    [[nodiscard]] LargeFileSearch* largeFiles() const { return largeFiles_.get(); }
+    [[nodiscard]] DuplicateSearch* duplicates() const { return duplicates_.get(); }
+    [[nodiscard]] RuleBook* rules() const { return rules_.get(); }
+    [[nodiscard]] History* history() const { return history_.get(); }
+    [[nodiscard]] Settings* settings() const { return settings_.get(); }
+
+    [[nodiscard]] const Surroundings& surroundings() const { return surroundings_; }
+    [[nodiscard]] const std::shared_ptr<Cleaner>& cleaner() const { return cleaner_; }
+
+    [[nodiscard]] Section section() const { return section_; }
+    void setSection(Section section);
+    /// Refreshes the current section: starts its search again, or reads its files again.
+    Q_INVOKABLE void rescan();
+
+    /// A sentence about the last operation; empty when there is none.
+    [[nodiscard]] const QString& banner() const { return banner_; }
+    /// Shows a sentence, which goes by itself after 8 seconds, or after 20 when its words tell of a
+    /// failure; an empty one takes the shown one away.
+    void setBanner(const QString& text);
+
+    /// What long work is under way; empty when none is.
+    [[nodiscard]] const QString& busy() const { return busy_; }
+    void setBusy(const QString& text);
+    /// What came of work that takes `busy`.
+    struct Outcome {
+        std::string sentence;               ///< For the banner.
+        std::vector<std::string> restored;  ///< Where items are again.
+    };
+    /// Runs work that changes files in the background, with `text` as `busy`, and then reads anew
+    /// what it may have changed. To be called when `busy` is empty.
+    void runBusy(const QString& text, std::function<Outcome()> work);
+
+    /// Shows entries in the file manager; when there is none, the banner says so.
+    void reveal(const std::vector<std::string>& paths);
+
+Q_SIGNALS:
+    void sectionChanged();
+    void bannerChanged();
+    void busyChanged();
+
+private:
+    void scheduleBannerDismiss();
+    /// Looks anew for whatever is listed of the places where items came back.
+    void findAgain(const std::vector<std::string>& restored);
+
+    const Surroundings surroundings_;
+    const std::shared_ptr<Cleaner> cleaner_;
+    Section section_ = Section::Overview;
+    QString banner_;
+    std::unique_ptr<Clock::Pending> bannerTask_;
+    QString busy_;
+
+    const std::unique_ptr<Machine> machine_;
+    const std::unique_ptr<SmartClean> smartClean_;
+    const std::unique_ptr<Cleanup> cleanup_;
+    const std::unique_ptr<Analyzer> analyzer_;
+    const std::unique_ptr<LargeFileSearch> largeFiles_;
+    const std::unique_ptr<DuplicateSearch> duplicates_;
+    const std::unique_ptr<RuleBook> rules_;
+    const std::unique_ptr<History> history_;
+    const std::unique_ptr<Settings> settings_;
+};
+
+}  // namespace Brimlo

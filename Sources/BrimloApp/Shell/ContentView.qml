@@ -1,0 +1,87 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Brimlo
+
+// The window: the sidebar, the lines for messages, the screen of the chosen section, and the sheets
+// that belong to none.
+Window {
+    id: window
+
+    title: qsTr("Brimlo")
+    width: 1180
+    height: 780
+    minimumWidth: 1000
+    minimumHeight: 660
+    visible: true
+    color: Theme.window
+    Component.onCompleted: {
+        sidebar.takeFocus();
+        AppModel.settings.offerCLIInstallIfNeeded();
+    }
+
+    DesktopTheme {}
+    AppActions {
+        id: actions
+
+        onAboutRequested: about.presented = true
+        onQuitRequested: window.close()
+    }
+    Loader {
+        active: SystemWords.menuBar !== ""
+        Component.onCompleted: if (active)
+            setSource(SystemWords.menuBar, {
+                actions: actions
+            })
+    }
+    T.SplitView {
+        anchors.fill: parent
+        handle: Item {
+            implicitWidth: 1
+            containmentMask: Item {
+                x: -4
+                width: 9
+                height: window.height
+            }
+        }
+
+        Sidebar {
+            id: sidebar
+
+            actions: actions
+            implicitWidth: Math.min(Theme.scaled(220), window.width * 0.25)
+            T.SplitView.minimumWidth: 200
+            T.SplitView.maximumWidth: Math.max(320, Theme.scaled(220))
+        }
+        ColumnLayout {
+            spacing: 0
+            T.SplitView.fillWidth: true
+
+            BusyLine {}
+            BannerLine {}
+            SectionScreens {
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+            }
+        }
+    }
+    LazyLoader {
+        needed: AppModel.cleanup.showResult
+        source: "ResultSheet.qml"
+    }
+    LazyLoader {
+        needed: AppModel.rules.ruleDraft !== null
+        source: "RuleEditorSheet.qml"
+    }
+    LazyLoader {
+        needed: AppModel.settings.offersCLI
+        source: "CLIOfferSheet.qml"
+    }
+    AboutSheet {
+        id: about
+
+        onDismissed: presented = false
+    }
+}

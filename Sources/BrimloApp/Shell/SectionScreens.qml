@@ -1,0 +1,56 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Brimlo
+
+// The screen of the chosen section. Each is made when it is first shown, and keeps its place in
+// its lists from then on.
+FocusScope {
+    Repeater {
+        model: [
+            {
+                id: Sections.Overview,
+                file: "OverviewView.qml"
+            },
+            {
+                id: Sections.Clean,
+                file: "SmartCleanView.qml"
+            },
+            {
+                id: Sections.Analyzer,
+                file: "AnalyzerView.qml"
+            },
+            {
+                id: Sections.LargeFiles,
+                file: "LargeFilesView.qml"
+            },
+            {
+                id: Sections.Rules,
+                file: "RulesView.qml"
+            },
+            {
+                id: Sections.Duplicates,
+                file: "DuplicatesView.qml"
+            },
+            {
+                id: Sections.History,
+                file: "HistoryView.qml"
+            },
+            {
+                id: Sections.Settings,
+                file: "SettingsView.qml"
+            }
+        ]
+
+        LazyLoader {
+            required property var modelData
+            readonly property bool chosen: AppModel.section === modelData.id
+
+            anchors.fill: parent
+            source: modelData.file
+            needed: chosen
+            visible: chosen
+            focus: chosen
+        }
+    }
+}

@@ -1,0 +1,190 @@
+#include "BrimloApp/SmartClean/SmartClean.h"
+
+#include "BrimloApp/Review/PlanReview.h"
+#include "BrimloApp/Rules/RuleBook.h"
+#include "BrimloApp/Settings/Settings.h"
+#include "BrimloApp/Shell/Assign.h"
+#include "BrimloApp/SmartClean/SuggestionRows.h"
+#include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+#include <utility>
+
+namespace Brimlo {
+
+SmartClean::SmartClean(AppModel& app)
+    : app_{app}
+    , rows_{std::make_unique<SuggestionRows>(app, *this)}
+    , review_{std::make_unique<PlanReview>(app)} {}
+
+SmartClean::~SmartClean() = default;
+
+// ---- The suggestion run --------------------------------------------------------------------
+
+void SmartClean::loadSuggestions() {
+    if (isSuggesting()) {
+        return;
+    }
+    app_.settings()->read();
+    app_.rules()->readDisabled();
+    show(
+        {.isSuggesting = true,
+         .phase = QStringLiteral("Starting…"),
+         .started = QDateTime::currentDateTime()});
+    auto tellPhase = [part = QPointer{this}](const std::string_view phase) {
+        postHome(part, [text = QString::fromUtf8(phase)](SmartClean& present) {
+            Progress progress = present.progress_;
+            progress.phase = text;
+            present.show(std::move(progress));
+        });
+    };
+    // For all audiences: the picker chooses what is shown, not what is looked for.
+    SuggestionOptions options{
+        .staleDays = app_.settings()->config().staleDays,
+        .onPhase = std::move(tellPhase),
+        .docker = app_.surroundings().docker};
+    runInBackground(
+        this,
+        [options = std::move(options)] { return SuggestionEngine::generate(options); },
+        [](SmartClean& part, std::vector<Suggestion> found) {
+            part.show(std::move(found));
+            Progress progress = part.progress_;
+            progress.isSuggesting = false;
+            part.show(std::move(progress));
+            if (std::exchange(part.suggestAgain_, false)) {
+                part.loadSuggestions();
+            }
+        });
+}
+
+void SmartClean::suggestAnew() {
+    suggestAgain_ = isSuggesting();
+    loadSuggestions();
+}
+
+void SmartClean::show(Progress progress) {
+    assign(*this, progress_, std::move(progress), &SmartClean::progressChanged);
+}
+
+// ---- What was found ------------------------------------------------------------------------
+
+void SmartClean::show(std::vector<Suggestion> found) {
+    std::set<std::string> preselected;
+    for (const Suggestion& suggestion : found) {
+        preselected.insert(suggestion.preselectedPaths.begin(), suggestion.preselectedPaths.end());
+    }
+    setSuggestions(std::move(found));
+    setSelected(std::move(preselected));
+}
+
+void SmartClean::setSuggestions(std::vector<Suggestion> suggestions) {
+    assign(*this, suggestions_, std::move(suggestions), &SmartClean::suggestionsChanged);
+    rebuildPlan();
+}
+
+std::vector<const Suggestion*> SmartClean::visibleSuggestions() const {
+    std::vector<const Suggestion*> visible;
+    for (const Suggestion& suggestion : suggestions_) {
+        if (!personaFilter_ || std::ranges::count(suggestion.personas, *personaFilter_) > 0) {
+            visible.push_back(&suggestion);
+        }
+    }
+    return visible;
+}
+
+void SmartClean::forget(const CleanPlan& plan, const CleanReport& report) {
+    std::set<std::string> failed;
+    std::ranges::transform(
+        report.failures, std::inserter(failed, failed.end()), &ItemProblem::path);
+    std::set<std::string> gone;
+    std::set<std::string> paths = selected_;
+    for (const CleanItem& item : plan.items()) {
+        paths.erase(item.path);
+        if (!failed.contains(item.path)) {
+            gone.insert(item.path);
+        }
+    }
+    std::vector<Suggestion> left = suggestions_;
+    for (Suggestion& suggestion : left) {
+        std::erase_if(
+            suggestion.items, [&](const SuggestionItem& item) { return gone.contains(item.path); });
+    }
+    std::erase_if(left, [](const Suggestion& suggestion) { return suggestion.items.empty(); });
+    setSuggestions(std::move(left));
+    setSelected(std::move(paths));
+}
+
+void SmartClean::forgetRule(const std::string& id) {
+    std::vector<Suggestion> left = suggestions_;
+    std::erase_if(left, [&](const Suggestion& suggestion) { return suggestion.id == id; });
+    setSuggestions(std::move(left));
+}
+
+QString SmartClean::personaFilter() const {
+    return personaFilter_ ? QString::fromUtf8(rawValue(*personaFilter_)) : QString{};
+}
+
+void SmartClean::setPersonaFilter(const QString& word) {
+    const auto persona = personaFromRawValue(word.toStdString());
+    assign(*this, personaFilter_, persona, &SmartClean::personaFilterChanged);
+}
+
+// ---- What is ticked ------------------------------------------------------------------------
+
+void SmartClean::setSelected(std::set<std::string> paths) {
+    assign(*this, selected_, std::move(paths), &SmartClean::selectedChanged);
+    rebuildPlan();
+}
+
+void SmartClean::rebuildPlan() {
+    CleanPlan plan = CleanPlan::of(suggestions_, [this](const Suggestion&, const auto& item) {
+        return selected_.contains(item.path);
+    });
+    assign(*this, currentPlan_, std::move(plan), &SmartClean::currentPlanChanged);
+}
+
+void SmartClean::selectAllSafe() {
+    std::set<std::string> safe;
+    for (const Suggestion& suggestion : suggestions_) {
+        if (suggestion.risk == Risk::safe && suggestion.runningApps.empty()) {
+            for (const SuggestionItem& item : suggestion.items) {
+                safe.insert(item.path);
+            }
+        }
+    }
+    setSelected(std::move(safe));
+}
+
+void SmartClean::clearSelection() {
+    setSelected({});
+}
+
+void SmartClean::toggle(const Suggestion& suggestion) {
+    std::set<std::string> paths = selected_;
+    const bool isWhole = std::ranges::all_of(
+        suggestion.items, [&](const SuggestionItem& item) { return paths.contains(item.path); });
+    for (const SuggestionItem& item : suggestion.items) {
+        if (isWhole) {
+            paths.erase(item.path);
+        } else {
+            paths.insert(item.path);
+        }
+    }
+    setSelected(std::move(paths));
+}
+
+void SmartClean::toggle(const std::string& path) {
+    std::set<std::string> paths = selected_;
+    if (paths.erase(path) == 0) {
+        paths.insert(path);
+    }
+    setSelected(std::move(paths));
+}
+
+void SmartClean::setPreviewRequested(const bool requested) {
+    assign(*this, previewRequested_, requested, &SmartClean::previewRequestedChanged);
+}
+
+}  // namespace Brimlo

@@ -1,0 +1,141 @@
+#pragma once
+
+#include "BrimloApp/Shell/AppModel.h"
+#include "BrimloApp/SmartClean/SuggestionFigures.h"
+#include "BrimloCore/Cleaner/CleanPlan.h"
+#include "BrimloCore/Cleaner/CleanReport.h"
+#include "BrimloCore/Models/Suggestion.h"
+
+#include <QtCore/QDateTime>
+#include <QtCore/QObject>
+#include <QtCore/QString>
+#include <QtQml/qqmlregistration.h>
+
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace Brimlo {
+
+class PlanReview;
+class SuggestionRows;
+
+/// The suggestions, and what is ticked of them. Main thread; looks for them in the background.
+class SmartClean : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("A part of the model")
+    Q_MOC_INCLUDE("BrimloApp/Review/PlanReview.h")
+    Q_MOC_INCLUDE("BrimloApp/SmartClean/SuggestionRows.h")
+
+    Q_PROPERTY(bool isSuggesting READ isSuggesting NOTIFY progressChanged)
+    Q_PROPERTY(QString suggestPhase READ suggestPhase NOTIFY progressChanged)
+    Q_PROPERTY(QDateTime suggestStarted READ suggestStarted NOTIFY progressChanged)
+    Q_PROPERTY(Brimlo::SuggestionFigures found READ found NOTIFY suggestionsChanged)
+    Q_PROPERTY(int planCount READ planCount NOTIFY currentPlanChanged)
+    Q_PROPERTY(double planBytes READ planBytes NOTIFY currentPlanChanged)
+    Q_PROPERTY(double planFinalBytes READ planFinalBytes NOTIFY currentPlanChanged)
+    Q_PROPERTY(bool planHasFinalItems READ planHasFinalItems NOTIFY currentPlanChanged)
+    Q_PROPERTY(
+        QString personaFilter READ personaFilter WRITE setPersonaFilter NOTIFY personaFilterChanged)
+    Q_PROPERTY(bool previewRequested READ previewRequested WRITE setPreviewRequested NOTIFY
+                   previewRequestedChanged)
+    Q_PROPERTY(Brimlo::SuggestionRows* rows READ rows CONSTANT)
+    Q_PROPERTY(Brimlo::PlanReview* review READ review CONSTANT)
+
+public:
+    explicit SmartClean(AppModel& app);
+    ~SmartClean() override;
+
+    Q_DISABLE_COPY_MOVE(SmartClean)
+
+    /// Starts a suggestion run for all audiences.
+    Q_INVOKABLE void loadSuggestions();
+    /// Starts a run that sees what has just changed: after the one under way, if there is one.
+    void suggestAnew();
+
+    struct Progress {
+        bool isSuggesting = false;
+        QString phase;
+        QDateTime started;
+
+        bool operator==(const Progress&) const = default;
+    };
+    void show(Progress progress);
+    [[nodiscard]] bool isSuggesting() const { return progress_.isSuggesting; }
+    [[nodiscard]] const QString& suggestPhase() const { return progress_.phase; }
+    [[nodiscard]] const QDateTime& suggestStarted() const { return progress_.started; }
+
+    /// Shows what a run found, with what it preselects ticked.
+    void show(std::vector<Suggestion> found);
+    /// The result of the last run, the largest first.
+    [[nodiscard]] const std::vector<Suggestion>& suggestions() const { return suggestions_; }
+    /// Those of the audience chosen.
+    [[nodiscard]] std::vector<const Suggestion*> visibleSuggestions() const;
+    [[nodiscard]] SuggestionFigures found() const { return SuggestionFigures::of(suggestions_); }
+    /// Takes what a clean took off the list, and unticks all that it was to take.
+    void forget(const CleanPlan& plan, const CleanReport& report);
+    /// Takes what a rule found off the list.
+    void forgetRule(const std::string& id);
+
+    /// The word of the audience whose suggestions are shown; empty for all.
+    [[nodiscard]] QString personaFilter() const;
+    void setPersonaFilter(const QString& word);
+
+    /// The paths ticked.
+    [[nodiscard]] const std::set<std::string>& selected() const { return selected_; }
+    /// Ticks all that is safe and owned by no running app, and nothing else.
+    Q_INVOKABLE void selectAllSafe();
+    Q_INVOKABLE void clearSelection();
+    /// Ticks all items, or unticks them when all are ticked.
+    void toggle(const Suggestion& suggestion);
+    void toggle(const std::string& path);
+
+    /// The plan for what is ticked, whether the audience filter shows it or not.
+    [[nodiscard]] const CleanPlan& currentPlan() const { return currentPlan_; }
+    [[nodiscard]] int planCount() const { return static_cast<int>(currentPlan_.items().size()); }
+    [[nodiscard]] double planBytes() const {
+        return static_cast<double>(currentPlan_.totalBytes());
+    }
+    [[nodiscard]] double planFinalBytes() const {
+        return static_cast<double>(currentPlan_.finalBytes());
+    }
+    [[nodiscard]] bool planHasFinalItems() const { return currentPlan_.hasFinalItems(); }
+
+    /// Whether the screen is to open its preview.
+    [[nodiscard]] bool previewRequested() const { return previewRequested_; }
+    void setPreviewRequested(bool requested);
+
+    [[nodiscard]] SuggestionRows* rows() const { return rows_.get(); }
+    /// Of what is ticked.
+    [[nodiscard]] PlanReview* review() const { return review_.get(); }
+
+Q_SIGNALS:
+    void progressChanged();
+    void suggestionsChanged();
+    void selectedChanged();
+    void currentPlanChanged();
+    void personaFilterChanged();
+    void previewRequestedChanged();
+
+private:
+    void setSuggestions(std::vector<Suggestion> suggestions);
+    void setSelected(std::set<std::string> paths);
+    void rebuildPlan();
+
+    AppModel& app_;
+    Progress progress_;
+    bool suggestAgain_ = false;  ///< Another run is wanted after this one.
+    std::vector<Suggestion> suggestions_;
+    std::set<std::string> selected_;
+    CleanPlan currentPlan_{{}};
+    std::optional<Persona> personaFilter_;
+    bool previewRequested_ = false;
+
+    const std::unique_ptr<SuggestionRows> rows_;
+    const std::unique_ptr<PlanReview> review_;
+};
+
+}  // namespace Brimlo

@@ -1,0 +1,100 @@
+import QtQuick
+import QtQuick.Layouts
+import Brimlo
+
+// The foot of Smart Clean: what is ticked and what can be done with it, or how far the clean is.
+Item {
+    id: bar
+
+    signal previewWanted
+    signal cleanWanted
+
+    implicitHeight: Math.max(Theme.controlHeight + 2 * Theme.snug, words.implicitHeight + 2 * Theme.tight)
+
+    RowLayout {
+        anchors.fill: parent
+        anchors.leftMargin: Theme.wide
+        anchors.rightMargin: Theme.wide
+        spacing: Theme.snug
+        visible: !AppModel.cleanup.isCleaning
+
+        // What has no room on a line goes to the next.
+        Flow {
+            id: words
+
+            spacing: Theme.snug
+            Layout.fillWidth: true
+
+            Label {
+                id: selected
+
+                text: qsTr("%1 selected").arg(Format.bytes(AppModel.smartClean.planBytes))
+                font.pixelSize: Theme.title
+                font.weight: Font.DemiBold
+            }
+            Label {
+                text: qsTr("%1 items").arg(Format.count(AppModel.smartClean.planCount))
+                secondary: true
+                height: selected.height
+                verticalAlignment: Text.AlignVCenter
+            }
+            Row {
+                spacing: Theme.tight
+
+                Icon {
+                    symbol: AppModel.smartClean.planHasFinalItems ? "exclamationmark.triangle" : "arrow.uturn.backward.circle"
+                    color: Theme.secondaryText
+                    anchors.verticalCenter: parent.verticalCenter
+                }
+                Label {
+                    text: AppModel.smartClean.planHasFinalItems ? qsTr("%1 goes for good, the rest to Trash").arg(Format.bytes(AppModel.smartClean.planFinalBytes)) : qsTr("Goes to Trash first · undo anytime")
+                    secondary: true
+                    height: selected.height
+                    verticalAlignment: Text.AlignVCenter
+                }
+            }
+        }
+        OutlineButton {
+            text: qsTr("Preview")
+            enabled: AppModel.smartClean.planCount > 0
+            onClicked: bar.previewWanted()
+        }
+        SolidButton {
+            text: qsTr("Review & Clean…")
+            symbol: "sparkles"
+            enabled: AppModel.smartClean.planCount > 0
+            onClicked: bar.cleanWanted()
+        }
+    }
+    ColumnLayout {
+        anchors.fill: parent
+        anchors.leftMargin: Theme.wide
+        anchors.rightMargin: Theme.wide
+        anchors.topMargin: Theme.tight
+        anchors.bottomMargin: Theme.tight
+        spacing: Theme.tiny
+        visible: AppModel.cleanup.isCleaning
+
+        ProgressLine {
+            value: AppModel.cleanup.cleaningDone / Math.max(1, AppModel.cleanup.cleaningTotal)
+            label: progress.text
+            Layout.fillWidth: true
+        }
+        RowLayout {
+            spacing: Theme.snug
+            Layout.fillWidth: true
+
+            Label {
+                id: progress
+
+                text: qsTr("%1 of %2").arg(AppModel.cleanup.cleaningDone).arg(AppModel.cleanup.cleaningTotal)
+                font.weight: Font.Medium
+            }
+            PathText {
+                path: AppModel.cleanup.cleaningPath
+                secondary: true
+                Layout.fillWidth: true
+            }
+        }
+    }
+}

@@ -1,0 +1,231 @@
+#include "BrimloApp/Rules/RuleBook.h"
+#include "BrimloApp/SmartClean/SmartClean.h"
+#include "BrimloAppTests/Support/ModelTest.h"
+#include "BrimloCore/UserRules/UserRules.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+namespace Brimlo {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class RuleFlowTest : public Testing::ModelTest {
+protected:
+    /// A rule that finds the folder "cache" of the home.
+    CleanupRule rule(const std::string& name = "Cache") {
+        write("cache/data", std::string(10'000, 'a'));
+        return UserRules::make(
+            {.id = "custom.cache",
+             .name = name,
+             .group = {},
+             .paths = {"~/cache"},
+             .risk = Risk::safe,
+             .regenerates = "It comes back."});
+    }
+
+    QUrl address(const char* name) { return QUrl::fromLocalFile(QString::fromStdString(at(name))); }
+};
+
+TEST_F(RuleFlowTest, MakesARuleOfWhatStandsInTheEditor) {
+    RuleDraft draft;
+    EXPECT_TRUE(draft.isNew());
+    draft.setProperty("name", "\t Slack cache ");
+    draft.setProperty("group", "   ");
+    draft.setPath(0, "  ");
+    draft.addPath();
+    draft.setPath(1, " ~/a ");
+    draft.addPath();
+    draft.setPath(7, "~/nowhere");
+    draft.choosePath(2, QString::fromStdString(at("b")));
+    draft.setProperty("quitApps", "Slack, , Discord,");
+    draft.setProperty("excludes", " *.plist ,keep-*");
+    draft.setProperty("command", "  ");
+    draft.setProperty("minAgeDays", 7);
+    draft.setRisk("safe");
+    draft.setRisk("harmless");
+    draft.useSuggestedWording();
+
+    const CleanupRule made = draft.makeRule();
+    EXPECT_TRUE(UserRules::isCustom(made.id));
+    EXPECT_EQ(made.name, "Slack cache");
+    EXPECT_EQ(made.group, "Slack cache");
+    EXPECT_THAT(made.paths, ElementsAre("~/a", "~/b"));
+    EXPECT_THAT(made.quitApps, ElementsAre("Slack", "Discord"));
+    EXPECT_THAT(made.excludes, ElementsAre("*.plist", "keep-*"));
+    EXPECT_EQ(made.officialCommand, "  ") << "empty and blank are two things";
+    EXPECT_EQ(made.minAgeDays, std::nullopt) << "the switch is off";
+    EXPECT_EQ(made.risk, Risk::safe);
+    EXPECT_EQ(made.regenerates, "The app recreates it automatically the next time it runs.");
+    EXPECT_THAT(made.personas, ElementsAre(Persona::general));
+    EXPECT_NE(draft.makeRule().id, made.id);
+}
+
+TEST_F(RuleFlowTest, KeepsARuleAsItIsWhenNothingIsChanged) {
+    CleanupRule whole = rule();
+    whole.quitApps = {"Slack", "Discord"};
+    whole.excludes = {"a*", "b"};
+    whole.minAgeDays = 7;
+    whole.officialCommand = "slack --clean";
+    whole.contentsOnly = true;
+    whole.group = "Chat";
+    whole.personas = {Persona::general};
+    EXPECT_EQ(RuleDraft{whole}.makeRule(), whole);
+
+    // A group that is the name is not shown, and comes back as the name.
+    whole.group = whole.name;
+    RuleDraft draft{whole};
+    EXPECT_EQ(draft.property("group"), "");
+    EXPECT_EQ(draft.makeRule().group, whole.name);
+    draft.setProperty("useMinAge", false);
+    EXPECT_EQ(draft.makeRule().minAgeDays, std::nullopt);
+    whole.minAgeDays = std::numeric_limits<std::int64_t>::max();
+    EXPECT_EQ(RuleDraft{whole}.property("minAgeDays"), std::numeric_limits<int>::max());
+}
+
+TEST_F(RuleFlowTest, OpensTheEditorOnAFolder) {
+    struct Case {
+        std::optional<std::string> path;
+        std::optional<std::string> name;
+        const char* expectedName;
+        const char* expectedPath;
+    };
+    const Case cases[] = {
+        {std::nullopt,      std::nullopt, "",      ""             },
+        {at("Caches/Some"), std::nullopt, "Some",  "~/Caches/Some"},
+        {"/opt/thing",      "Named",      "Named", "/opt/thing"   },
+    };
+    for (const Case& c : cases) {
+        model().rules()->newRuleDraft(c.path, c.name);
+        ASSERT_NE(model().rules()->ruleDraft(), nullptr);
+        EXPECT_EQ(model().rules()->ruleDraft()->property("name"), c.expectedName);
+        EXPECT_EQ(
+            model().rules()->ruleDraft()->property("paths").toStringList(),
+            QStringList{c.expectedPath});
+    }
+    changes();
+    model().rules()->closeRuleDraft();
+    model().rules()->closeRuleDraft();
+    EXPECT_EQ(model().rules()->ruleDraft(), nullptr);
+    EXPECT_THAT(changes(), ElementsAre("RuleBook.ruleDraft"));
+}
+
+TEST_F(RuleFlowTest, SavesARuleAndDeletesItWithItsFindings) {
+    model().rules()->editRule(rule());
+    model().rules()->saveRuleDraft();
+    EXPECT_EQ(model().rules()->ruleDraft(), nullptr);
+    EXPECT_EQ(model().banner(), "Saved rule “Cache”. Rescanning so it shows up in Smart Clean.");
+    EXPECT_TRUE(model().smartClean()->isSuggesting());
+    finish();
+    ASSERT_THAT(model().rules()->customRules(), SizeIs(1));
+    EXPECT_EQ(suggestion("custom.cache").items.front().path, at("cache"));
+
+    model().rules()->saveRule(rule("Renamed"));
+    finish();
+    ASSERT_THAT(model().rules()->customRules(), SizeIs(1)) << "its file was overwritten";
+
+    model().smartClean()->toggle(suggestion("custom.cache"));
+    model().smartClean()->toggle(suggestion("custom.cache"));
+    ASSERT_FALSE(model().smartClean()->currentPlan().items().empty());
+    model().setBanner({});
+    model().rules()->deleteRule(rule());
+    EXPECT_THAT(model().rules()->customRules(), IsEmpty());
+    EXPECT_THAT(model().smartClean()->suggestions(), IsEmpty());
+    EXPECT_THAT(model().smartClean()->currentPlan().items(), IsEmpty());
+    EXPECT_EQ(model().banner(), "");
+    EXPECT_FALSE(model().smartClean()->isSuggesting());
+
+    // One that stands in a file of another name can't be deleted so, and stays with its findings.
+    model().rules()->saveRule(rule());
+    finish();
+    const std::string rules = UserRules::defaultDirectory();
+    std::filesystem::rename(rules + "/custom.cache.json", rules + "/mine.json");
+    model().rules()->deleteRule(rule());
+    EXPECT_EQ(model().banner(), "Could not delete rule: No such file or directory");
+    EXPECT_THAT(model().rules()->customRules(), SizeIs(1));
+    EXPECT_FALSE(model().smartClean()->suggestions().empty());
+}
+
+TEST_F(RuleFlowTest, RunsAgainForWhatChangedDuringARun) {
+    model();
+    finish();
+    std::vector<bool> runs;
+    QObject::connect(model().smartClean(), &SmartClean::progressChanged, &model(), [&] {
+        const bool runsNow = model().smartClean()->isSuggesting();
+        if (runs.empty() || runs.back() != runsNow) {
+            runs.push_back(runsNow);
+        }
+    });
+    model().smartClean()->loadSuggestions();
+    model().rules()->saveRule(rule());
+    finish();
+    EXPECT_EQ(runs, (std::vector{true, false, true, false}));
+    model().smartClean()->disconnect(&model());
+
+    ASSERT_FALSE(model().smartClean()->suggestions().empty());
+    model().smartClean()->loadSuggestions();
+    Background::waitForDone();
+    model().rules()->deleteRule(rule());
+    finish();
+    EXPECT_THAT(model().smartClean()->suggestions(), IsEmpty())
+        << "the run before still knew the rule";
+}
+
+TEST_F(RuleFlowTest, ShowsWhichRulesAreOffAsTheFileHasIt) {
+    model().rules()->setRuleDisabled("a", true);
+    model().rules()->setRuleDisabled("b", true);
+    model().rules()->setRuleDisabled("a", false);
+    EXPECT_THAT(model().rules()->disabledRuleIDs(), ElementsAre("b"));
+    restart();
+    EXPECT_THAT(model().rules()->disabledRuleIDs(), ElementsAre("b"));
+}
+
+TEST_F(RuleFlowTest, ExportsAndImportsRules) {
+    model().rules()->saveRule(rule());
+    finish();
+    model().rules()->exportRules(address("rules.json"));
+    EXPECT_EQ(model().banner(), "Exported 1 rule(s).");
+    model().rules()->exportRules(address("no/such/folder/rules.json"));
+    EXPECT_TRUE(model().banner().startsWith("Export failed: "));
+
+    model().rules()->deleteRule(rule());
+    model().rules()->importRules(address("rules.json"));
+    EXPECT_EQ(model().busy(), "Importing rules…");
+    model().rules()->importRules(address("rules.json"));
+    EXPECT_EQ(model().banner(), "Import failed: other work is under way.");
+    finish();
+    EXPECT_EQ(model().banner(), "Imported 1 rule(s).");
+    ASSERT_THAT(model().rules()->customRules(), SizeIs(1));
+    EXPECT_EQ(model().rules()->customRules().front().id, "custom.cache");
+    EXPECT_EQ(suggestion("custom.cache").items.size(), 1U);
+
+    std::string pack = Testing::contentOf(at("rules.json"));
+    const std::string& builtIn = model().rules()->builtInRules().front().id;
+    pack.replace(pack.find("custom.cache"), std::string_view{"custom.cache"}.size(), builtIn);
+    write("posing.json", pack);
+    model().rules()->importRules(address("posing.json"));
+    finish();
+    for (const CleanupRule& each : model().rules()->customRules()) {
+        EXPECT_NE(each.id, builtIn) << "an import overrides no built-in rule";
+    }
+    EXPECT_THAT(model().rules()->customRules(), SizeIs(2));
+
+    write("bad.json", R"({"pack": "p", "rules": [{"id": "custom.x"}]})");
+    model().rules()->importRules(address("bad.json"));
+    finish();
+    EXPECT_THAT(
+        model().banner().toStdString(),
+        testing::StartsWith("Imported 0 rule(s). Rejected 1: rule #"));
+    for (const char* name : {"missing.json", "cache/data"}) {
+        model().rules()->importRules(address(name));
+        finish();
+        EXPECT_TRUE(model().banner().startsWith("Import failed: ")) << name;
+    }
+}
+
+}  // namespace
+}  // namespace Brimlo

@@ -1,0 +1,181 @@
+#include "BrimloApp/Analyzer/Analyzer.h"
+#include "BrimloApp/Duplicates/DuplicateSearch.h"
+#include "BrimloApp/History/History.h"
+#include "BrimloApp/LargeFiles/LargeFileSearch.h"
+#include "BrimloApp/Overview/Machine.h"
+#include "BrimloApp/Review/Cleanup.h"
+#include "BrimloApp/Rules/RuleBook.h"
+#include "BrimloApp/Settings/Settings.h"
+#include "BrimloApp/SmartClean/SmartClean.h"
+#include "BrimloAppTests/Support/ModelTest.h"
+#include "BrimloCore/Support/StoragePaths.h"
+
+#include <gmock/gmock.h>
+
+#include <atomic>
+#include <memory>
+#include <thread>
+
+namespace Brimlo {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::IsEmpty;
+
+class AppModelTest : public Testing::ModelTest {};
+
+TEST_F(AppModelTest, StartsWithWhatTheHomeHoldsAndRunsNothingByItself) {
+    write("data", std::string(100'000, 'x'));
+    model().cleanup()->run(CleanPlan{{{.path = at("data"), .size = 1, .ruleID = {}, .risk = {}}}});
+    finish();
+    restart();
+
+    AppModel& started = model();
+    EXPECT_EQ(started.section(), Section::Overview);
+    EXPECT_FALSE(started.history()->isJournalRead()) << "is read in the background";
+    EXPECT_EQ(started.machine()->trashBytes(), 0) << "is measured there";
+    EXPECT_TRUE(started.machine()->volumeFigures().isKnown);
+    EXPECT_TRUE(started.machine()->hasFullDiskAccess());
+    EXPECT_GT(started.rules()->builtInRules().size(), 600U);
+    EXPECT_EQ(started.analyzer()->scanRoot(), home());
+    finish();
+    EXPECT_GE(started.machine()->trashBytes(), 100'000);
+    EXPECT_EQ(started.history()->journal().size(), 1U);
+    EXPECT_TRUE(started.banner().isEmpty()) << "auto-clean is off and says nothing";
+    EXPECT_THAT(started.smartClean()->suggestions(), IsEmpty());
+    EXPECT_EQ(started.analyzer()->root(), nullptr);
+}
+
+TEST_F(AppModelTest, ChangesFilesWhileSearchesOccupyTheirThreads) {
+    model();
+    finish();
+    const Testing::HeldWork searches;
+    model().cleanup()->run(
+        CleanPlan{{{.path = write("data"), .size = 1, .ruleID = {}, .risk = {}}}});
+    waitFor([this] { return !model().cleanup()->isCleaning(); });
+    model().history()->undoLastClean();
+    waitFor([this] { return model().busy().isEmpty(); });
+    EXPECT_EQ(model().banner(), "Restored 1 item(s).");
+}
+
+TEST_F(AppModelTest, MeasuresTheTrashOnceAtATimeAndOnceMoreAtTheEnd) {
+    model();
+    finish();
+    const Testing::Arrivals arrivals;
+    {
+        const Testing::HeldWork held;
+        for (int i = 0; i < 5; ++i) {
+            model().machine()->refresh();
+        }
+        write(".local/share/Trash/files/data", std::string(100'000, 'x'));
+    }
+    finish();
+    EXPECT_EQ(arrivals.count(), 2);
+    EXPECT_GE(model().machine()->trashBytes(), 100'000);
+}
+
+TEST_F(AppModelTest, NeverReleasesOnTheMainThread) {
+    const std::thread::id mainThread = std::this_thread::get_id();
+    std::atomic<int> here = 0;
+    for (int i = 0; i < 20'000; ++i) {
+        releaseInBackground(
+            std::shared_ptr<int>{new int, [&](const int* held) {
+                                     here += std::this_thread::get_id() == mainThread ? 1 : 0;
+                                     delete held;
+                                 }});
+    }
+    Background::waitForDone();
+    EXPECT_EQ(here, 0);
+}
+
+TEST_F(AppModelTest, ShowsABannerForAsLongAsItsWordsDeserve) {
+    struct Case {
+        const char* text;
+        std::chrono::seconds time;
+    };
+    const Case cases[] = {
+        {"Saved.",                 8s },
+        {"It FAILED somehow.",     20s},
+        {"Could Not do that.",     20s},
+        {"We were unable to.",     20s},
+        {"Nothing could be done.", 8s },
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.text);
+        model().setBanner(c.text);
+        clock.advance(c.time - 1ms);
+        EXPECT_EQ(model().banner(), c.text);
+        clock.advance(1ms);
+        EXPECT_EQ(model().banner(), "");
+    }
+}
+
+TEST_F(AppModelTest, LeavesABannerToItsOwnTimer) {
+    const std::size_t idle = (model(), clock.waiting());
+    model().setBanner("First.");
+    clock.advance(7s);
+    model().setBanner("Second.");
+    clock.advance(7s);
+    EXPECT_EQ(model().banner(), "Second.") << "the first one's timer was cancelled";
+    model().setBanner("Second.");
+    clock.advance(7s);
+    EXPECT_EQ(model().banner(), "Second.") << "set again, it is shown for its whole time again";
+    clock.advance(1s);
+    EXPECT_EQ(model().banner(), "");
+
+    model().setBanner("Third.");
+    model().setBanner({});
+    EXPECT_EQ(clock.waiting(), idle) << "an absent banner waits for nothing";
+}
+
+TEST_F(AppModelTest, GoesOnWhereNothingCanBeKept) {
+    // Where the support folder should be, there is a file.
+    write("Library/Application Support/Brimlo", "in the way");
+    const std::string file = write("data");
+    AppModel& unable = model();
+    EXPECT_EQ(unable.banner(), "The settings could not be read: Not a directory.");
+    unable.setBanner({});
+    unable.settings()->setStaleDays(14);
+    EXPECT_EQ(unable.settings()->staleDays(), 90) << "shows what the file holds";
+    EXPECT_EQ(unable.banner(), "The settings could not be read: Not a directory.");
+    unable.rules()->newRuleDraft(at("cache"));
+    unable.rules()->ruleDraft()->useSuggestedWording();
+    unable.rules()->saveRuleDraft();
+    ASSERT_NE(unable.rules()->ruleDraft(), nullptr) << "what was typed is not lost";
+    EXPECT_EQ(unable.rules()->ruleDraft()->property("saveFailure"), unable.banner());
+    EXPECT_TRUE(unable.banner().startsWith("Could not save rule: "));
+    unable.rules()->setRuleDisabled("general.app-caches", true);
+    EXPECT_THAT(unable.rules()->disabledRuleIDs(), IsEmpty()) << "shows what the file holds";
+    EXPECT_EQ(unable.banner(), "The change could not be saved: Not a directory.");
+    unable.smartClean()->loadSuggestions();
+    unable.analyzer()->scan();
+    unable.largeFiles()->find();
+    unable.duplicates()->find();
+    unable.cleanup()->run(CleanPlan{{{.path = file, .size = 1, .ruleID = {}, .risk = {}}}});
+    finish();
+    EXPECT_EQ(
+        unable.cleanup()->lastReport()->processed +
+            std::ssize(unable.cleanup()->lastReport()->failures),
+        1);
+    EXPECT_EQ(Testing::exists(file), unable.cleanup()->lastReport()->processed == 0);
+}
+
+TEST_F(AppModelTest, GoesOnWithoutAHome) {
+    const std::string file = write("no folder");
+    qputenv("HOME", file.c_str());
+    AppModel& homeless = model();
+    homeless.smartClean()->loadSuggestions();
+    homeless.analyzer()->scan();
+    homeless.largeFiles()->find();
+    homeless.duplicates()->find();
+    homeless.history()->purgeOwnTrash();
+    finish();
+    EXPECT_EQ(homeless.analyzer()->scanRoot(), file);
+    EXPECT_THAT(homeless.duplicates()->groups(), IsEmpty());
+    EXPECT_THAT(homeless.largeFiles()->files(), IsEmpty());
+    EXPECT_EQ(homeless.machine()->trashBytes(), 0);
+    EXPECT_EQ(Testing::contentOf(file), "content");
+}
+
+}  // namespace
+}  // namespace Brimlo

@@ -1,0 +1,199 @@
+#include "BrimloApp/History/History.h"
+#include "BrimloApp/Overview/Machine.h"
+#include "BrimloApp/Review/Cleanup.h"
+#include "BrimloApp/Settings/Settings.h"
+#include "BrimloApp/SmartClean/SmartClean.h"
+#include "BrimloAppTests/Support/ModelTest.h"
+#include "BrimloCore/UserRules/UserRules.h"
+
+#include <QtCore/QCoreApplication>
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <filesystem>
+
+namespace Brimlo {
+namespace {
+
+using Testing::describeTree;
+using testing::ElementsAre;
+using Testing::exists;
+using testing::IsEmpty;
+using testing::IsSupersetOf;
+using testing::UnorderedElementsAre;
+
+/// A home with two caches of one safe rule, one of a rule whose app "runs" (this very program), and
+/// one that the user has to review.
+class SmartCleanFlowTest : public Testing::ModelTest {
+protected:
+    SmartCleanFlowTest() {
+        addRule(
+            {.id = "custom.caches", .name = "Caches", .paths = {"~/caches/*"}, .risk = Risk::safe});
+        addRule(
+            {.id = "custom.running",
+             .name = "Running",
+             .paths = {"~/running/*"},
+             .risk = Risk::safe,
+             .quitApps = {"AppModelTests"},
+             .personas = {Persona::video}});
+        addRule({.id = "custom.mine", .name = "Mine", .paths = {"~/mine/*"}, .risk = Risk::review});
+        write("caches/large/data", std::string(200'000, 'a'));
+        write("caches/small/data", std::string(90'000, 'a'));
+        write("running/data", std::string(50'000, 'a'));
+        write("mine/data", std::string(10'000, 'a'));
+    }
+
+    static void addRule(UserRules::Draft draft) {
+        draft.regenerates = "It comes back.";
+        draft.personas.push_back(Persona::general);
+        ASSERT_TRUE(
+            UserRules::save(UserRules::make(std::move(draft)), UserRules::defaultDirectory()));
+    }
+
+    [[nodiscard]] std::vector<std::string> ids() {
+        std::vector<std::string> ids;
+        for (const Suggestion& each : model().smartClean()->suggestions()) {
+            ids.push_back(each.id);
+        }
+        return ids;
+    }
+
+    [[nodiscard]] std::vector<std::string> planned() {
+        std::vector<std::string> paths;
+        for (const CleanItem& item : model().smartClean()->currentPlan().items()) {
+            paths.push_back(item.path.substr(home().size()));
+        }
+        return paths;
+    }
+};
+
+TEST_F(SmartCleanFlowTest, GoesFromRescanToACleanedDiskAndBack) {
+    model();
+    finish();
+    const auto before = describeTree(at("caches/large"));
+    changes();
+
+    model().smartClean()->loadSuggestions();
+    EXPECT_TRUE(model().smartClean()->isSuggesting());
+    EXPECT_EQ(model().smartClean()->suggestPhase(), "Starting…");
+    EXPECT_THAT(changes(), ElementsAre("SmartClean.progress"));
+    const QDateTime started = model().smartClean()->suggestStarted();
+    model().smartClean()->loadSuggestions();
+    EXPECT_EQ(model().smartClean()->suggestStarted(), started);
+    EXPECT_THAT(changes(), IsEmpty());
+
+    finish();
+    auto told = changes();
+    EXPECT_GE(std::erase(told, "SmartClean.progress"), 2U);
+    EXPECT_THAT(
+        told,
+        ElementsAre("SmartClean.suggestions", "SmartClean.selected", "SmartClean.currentPlan"));
+    EXPECT_THAT(ids(), ElementsAre("custom.caches", "custom.running", "custom.mine"));
+    EXPECT_THAT(planned(), ElementsAre("/caches/large", "/caches/small"));
+
+    model().cleanup()->run(model().smartClean()->currentPlan());
+    EXPECT_TRUE(model().cleanup()->isCleaning());
+    EXPECT_EQ(model().cleanup()->cleaningTotal(), 2);
+    model().cleanup()->run(model().smartClean()->currentPlan(), [] { FAIL() << "ran twice"; });
+    EXPECT_THAT(changes(), ElementsAre("Cleanup.progress", "AppModel.banner"));
+    EXPECT_EQ(model().banner(), "Could not start: another cleanup is still running.");
+
+    finish();
+    told = changes();
+    // What a volume in use by others tells may come at any time.
+    std::erase(told, "Machine.volume");
+    EXPECT_THAT(
+        told,
+        ElementsAre(
+            "Cleanup.progress",
+            "Cleanup.progress",
+            "Cleanup.lastReport",
+            "Cleanup.showResult",
+            "Cleanup.progress",
+            "History.journal",
+            "SmartClean.suggestions",
+            "SmartClean.currentPlan",
+            "SmartClean.selected",
+            "Machine.trashBytes"));
+    ASSERT_TRUE(model().cleanup()->lastReport());
+    EXPECT_EQ(model().cleanup()->lastReport()->processed, 2);
+    EXPECT_FALSE(exists(at("caches/large")));
+    EXPECT_THAT(ids(), ElementsAre("custom.running", "custom.mine"));
+    EXPECT_THAT(model().smartClean()->selected(), IsEmpty());
+    EXPECT_GT(model().machine()->trashBytes(), 290'000);
+    ASSERT_EQ(model().history()->batches().size(), 1U);
+
+    model().history()->undoLastClean();
+    EXPECT_EQ(model().busy(), "Restoring…");
+    EXPECT_THAT(changes(), ElementsAre("Cleanup.showResult", "AppModel.busy"));
+    finish();
+    EXPECT_THAT(
+        changes(),
+        IsSupersetOf(
+            {"AppModel.busy",
+             "AppModel.banner",
+             "History.journal",
+             "Machine.trashBytes",
+             "SmartClean.suggestions",
+             "SmartClean.selected"}));
+    EXPECT_EQ(model().banner(), "Restored 2 item(s).");
+    EXPECT_THAT(ids(), ElementsAre("custom.caches", "custom.running", "custom.mine"));
+    EXPECT_TRUE(describeTree(at("caches/large")) == before);
+    EXPECT_TRUE(exists(at("caches/small/data")));
+    EXPECT_EQ(model().history()->batches().front().restorableCount(), 0U);
+}
+
+TEST_F(SmartCleanFlowTest, KeepsThePlanInStepWithTheTicks) {
+    write("project/package.json");
+    write("project/node_modules/data", std::string(9'000, 'a'));
+    model().settings()->setStaleDays(77);
+    suggest();
+    EXPECT_THAT(suggestion("artifact.node_modules").regenerates, testing::HasSubstr(" 77+ days"));
+    const Suggestion& caches = suggestion("custom.caches");
+    const auto whole = testing::ElementsAre("/caches/large", "/caches/small");
+
+    model().smartClean()->toggle(at("caches/large"));
+    EXPECT_THAT(planned(), ElementsAre("/caches/small"));
+    model().smartClean()->toggle(caches);
+    EXPECT_THAT(planned(), whole) << "a half-ticked group is ticked first";
+    model().smartClean()->toggle(caches);
+    EXPECT_THAT(planned(), IsEmpty());
+
+    // A safe rule with a running app is unticked even where it was ticked, and so is all else.
+    model().smartClean()->toggle(suggestion("custom.running"));
+    model().smartClean()->toggle(at("mine/data"));
+    EXPECT_THAT(planned(), UnorderedElementsAre("/running/data", "/mine/data"));
+    EXPECT_EQ(model().smartClean()->currentPlan().items().front().ruleID, "custom.mine");
+    EXPECT_EQ(model().smartClean()->currentPlan().items().front().risk, Risk::review);
+    model().smartClean()->selectAllSafe();
+    EXPECT_THAT(planned(), whole);
+
+    // What the audience filter hides stays in the plan.
+    model().smartClean()->toggle(at("running/data"));
+    changes();
+    model().smartClean()->setPersonaFilter("video");
+    EXPECT_EQ(model().smartClean()->visibleSuggestions().size(), 1U);
+    EXPECT_EQ(planned().size(), 3U);
+    EXPECT_THAT(changes(), ElementsAre("SmartClean.personaFilter"));
+    model().smartClean()->setPersonaFilter("nobody");
+    EXPECT_EQ(model().smartClean()->visibleSuggestions().size(), 4U);
+    model().smartClean()->clearSelection();
+    EXPECT_THAT(planned(), IsEmpty());
+}
+
+TEST_F(SmartCleanFlowTest, KeepsAFailedItemOnTheListAndUnticksIt) {
+    suggest();
+    // Gone before the clean: the cleaner can only say that it is not there.
+    std::filesystem::remove_all(at("caches/small"));
+    model().cleanup()->run(model().smartClean()->currentPlan());
+    finish();
+    ASSERT_EQ(model().cleanup()->lastReport()->failures.size(), 1U);
+    const Suggestion& caches = suggestion("custom.caches");
+    ASSERT_EQ(caches.items.size(), 1U);
+    EXPECT_EQ(caches.items.front().path, at("caches/small"));
+    EXPECT_THAT(model().smartClean()->selected(), IsEmpty());
+    EXPECT_THAT(planned(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace Brimlo
