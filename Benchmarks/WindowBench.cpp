@@ -1,7 +1,9 @@
 #include "Benchmarks/WindowStage.h"
-#include "BrimloApp/Lists/NodeRows.h"
-#include "BrimloApp/Lists/SuggestionRows.h"
-#include "BrimloApp/Screens/TreemapItem.h"
+#include "BrimloApp/Analyzer/Analyzer.h"
+#include "BrimloApp/Analyzer/NodeRows.h"
+#include "BrimloApp/Analyzer/TreemapItem.h"
+#include "BrimloApp/SmartClean/SmartClean.h"
+#include "BrimloApp/SmartClean/SuggestionRows.h"
 #include "BrimloCore/DiskScanner/FileNode.h"
 #include "BrimloCore/UserRules/UserRules.h"
 
@@ -125,11 +127,13 @@ void scroll(WindowStage& stage, const char* const type, const std::string& name)
 
 void suggestions(WindowStage& stage) {
     AppModel& model = stage.model();
-    model.setSectionID("clean");
-    stage.waitFor([&] { return !model.isSuggesting() && model.suggestionCount() >= kRules; });
+    model.setSection(Section::Clean);
+    stage.waitFor([&] {
+        return !model.smartClean()->isSuggesting() &&
+               std::ssize(model.smartClean()->suggestions()) >= kRules;
+    });
     stage.settle();
-    auto* const rows =
-        stage.item("SuggestionList")->property("rows").value<Brimlo::SuggestionRows*>();
+    SuggestionRows* const rows = model.smartClean()->rows();
     for (int place = rows->count() - 1; place >= 0; --place) {
         rows->toggleExpanded(place);
     }
@@ -138,9 +142,9 @@ void suggestions(WindowStage& stage) {
 }
 
 void analyzer(WindowStage& stage) {
-    stage.model().setSectionID("analyzer");
+    stage.model().setSection(Section::Analyzer);
     const auto folder = folderOf(kRows);
-    stage.model().setCurrent(folder);
+    stage.model().analyzer()->setCurrent(folder);
     stage.settle();
     scroll(stage, "NodeList", "analyzer");
 }
@@ -149,9 +153,9 @@ void analyzer(WindowStage& stage) {
 
 void treemap(WindowStage& stage) {
     const auto folder = folderOf(kCells);
-    stage.model().setSectionID("analyzer");
-    stage.model().setAnalyzerMode(1);
-    stage.model().setCurrent(folder);
+    stage.model().setSection(Section::Analyzer);
+    stage.model().analyzer()->setAnalyzerMode(1);
+    stage.model().analyzer()->setCurrent(folder);
     stage.settle();
     auto& map = static_cast<TreemapItem&>(*stage.item("Brimlo::TreemapItem"));
     const std::size_t count = map.cells().cells().size();
@@ -197,14 +201,14 @@ double status(const std::string_view name) {
 
 void scan(WindowStage& stage, const char* const folder) {
     AppModel& model = stage.model();
-    model.setSectionID("analyzer");
+    model.setSection(Section::Analyzer);
     stage.settle();
-    model.startScan(folder);
-    stage.waitFor([&] { return !model.isScanning(); });
+    model.analyzer()->startScan(folder);
+    stage.waitFor([&] { return !model.analyzer()->isScanning(); });
     stage.settle();
-    model.setAnalyzerMode(1);
+    model.analyzer()->setAnalyzerMode(1);
     stage.settle();
-    print("scanned-files", static_cast<double>(model.root()->fileCount));
+    print("scanned-files", static_cast<double>(model.analyzer()->root()->fileCount));
     print("scanned-memory", status("VmRSS:"));
     print("scanned-peak", status("VmHWM:"));
 }

@@ -1,6 +1,6 @@
 #include "Benchmarks/WindowStage.h"
 
-#include "BrimloApp/OpenWindow.h"
+#include "BrimloApp/Shell/OpenWindow.h"
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QThreadPool>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "BrimloApp/AppModel/AppModel.h"
 #include "BrimloApp/Platform/DesktopSettings.h"
-#include "BrimloApp/Updater.h"
+#include "BrimloApp/Settings/Updater.h"
+#include "BrimloApp/Shell/AppModel.h"
 
 #include <QtCore/QTimer>
 #include <QtGui/QGuiApplication>

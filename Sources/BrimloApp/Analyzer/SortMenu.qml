@@ -31,4 +31,20 @@ ToolbarButton {
             sortKey: "Items"
         }
     }
+
+    // One order, ticked while it is the one chosen.
+    component SortEntry: MenuEntry {
+        id: entry
+
+        required property string sortKey
+
+        checkable: true
+        onTriggered: AppModel.analyzer.sortKey = sortKey
+
+        // A press turns the tick by itself; the model says what it is.
+        Binding on checked {
+            value: AppModel.analyzer.sortKey === entry.sortKey
+        }
+        onCheckedChanged: checked = AppModel.analyzer.sortKey === sortKey
+    }
 }

@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Layouts
 import Brimlo
@@ -59,6 +61,34 @@ FocusScope {
                 Layout.fillWidth: true
                 Layout.preferredWidth: Layout.maximumWidth
                 Layout.maximumWidth: Theme.scaled(550) + 7 * spacing
+            }
+        }
+    }
+
+    // The treemap's colours and their words; what has no room on a line goes to the next.
+    component FileKindLegend: Flow {
+        spacing: Theme.snug
+
+        Repeater {
+            model: FileKinds.count
+
+            Row {
+                required property int index
+
+                spacing: 5
+
+                Rectangle {
+                    width: 10
+                    height: 10
+                    radius: 3
+                    color: FileKinds.color(parent.index)
+                    anchors.verticalCenter: parent.verticalCenter
+                }
+                Label {
+                    text: FileKinds.label(parent.index)
+                    secondary: true
+                    font.pixelSize: Theme.caption
+                }
             }
         }
     }

@@ -77,4 +77,69 @@ ListRow {
         visible: !row.isGroup
         Layout.fillWidth: true
     }
+
+    // One file of a group, and whether it stays. Anchored, since a layout of Qt 6.4 inside another one
+    // can keep its old widths when the text size changes.
+    component DuplicatePath: Item {
+        id: line
+
+        required property string path
+        required property bool isKept
+
+        implicitHeight: Math.max(chip.implicitHeight, name.implicitHeight)
+
+        Chip {
+            id: chip
+
+            text: line.isKept ? qsTr("Kept") : qsTr("Extra copy")
+            symbol: line.isKept ? "checkmark" : "doc.on.doc"
+            color: line.isKept ? Theme.safe : Theme.secondaryText
+            anchors.verticalCenter: parent.verticalCenter
+            Accessible.ignored: true
+        }
+        PathText {
+            id: name
+
+            path: line.path
+            anchors.left: parent.left
+            anchors.leftMargin: Math.max(chip.implicitWidth, Theme.scaled(92)) + Theme.tight
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            Accessible.ignored: true
+        }
+    }
+
+    // A part of a card that goes over several rows of a list: its head, its foot, or a piece between.
+    // Head and foot reach under the piece between, which hides their inner corners, so its row has to
+    // stand above theirs.
+    component CardSlice: Item {
+        id: slice
+
+        property bool isHead: false
+        property bool isFoot: false
+        readonly property bool isRound: isHead || isFoot
+
+        Rectangle {
+            anchors.fill: parent
+            anchors.topMargin: slice.isFoot ? -radius : 0
+            anchors.bottomMargin: slice.isHead ? -radius : 0
+            radius: slice.isRound ? Theme.radiusLarge : 0
+            color: Theme.card
+            border.width: slice.isRound ? 1 : 0
+            border.color: Theme.border
+        }
+        Rectangle {
+            width: 1
+            height: parent.height
+            color: Theme.border
+            visible: !slice.isRound
+        }
+        Rectangle {
+            width: 1
+            height: parent.height
+            anchors.right: parent.right
+            color: Theme.border
+            visible: !slice.isRound
+        }
+    }
 }

@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Layouts
 import Brimlo
@@ -50,12 +52,66 @@ Screen {
                 onSearchWanted: screen.search.find()
                 Layout.fillWidth: true
             }
-            LargeFileList {
-                rows: screen.rows
+            // The largest files. Return shows one in the file manager, Delete moves it to the Trash.
+            ScrollList {
+                id: list
+
+                // The button that asked goes with its row, so the keys come back to the list.
+                function trash(row) {
+                    forceActiveFocus();
+                    screen.rows.trash(row);
+                }
+
+                label: qsTr("Large Files")
+                model: screen.rows
+                bottomMargin: Theme.snug
+                leftMargin: Theme.snug
+                rightMargin: Theme.snug
+                onOpened: index => screen.rows.reveal(index)
+                Keys.onDeletePressed: trash(currentIndex)
                 focus: true
                 Layout.fillWidth: true
                 Layout.fillHeight: true
+
+                delegate: LargeFileRow {
+                    onClicked: list.currentIndex = index
+                    onDoubleClicked: screen.rows.reveal(index)
+                    onRevealed: screen.rows.reveal(index)
+                    onTrashed: list.trash(index)
+                }
             }
+        }
+    }
+
+    // Large Files before a search, and after one that found nothing.
+    component LargeFilesStart: StartPanel {
+        id: panel
+
+        readonly property bool searched: AppModel.largeFiles.hasSearched
+
+        symbol: searched ? "checkmark.circle" : "doc.text.magnifyingglass"
+        eyebrow: qsTr("Large Files")
+        title: searched ? qsTr("No large files found.") : qsTr("Find your biggest files.")
+        line: searched && AppModel.largeFiles.unreadableCount > 0 ? qsTr("Nothing 50 MB or larger in what could be read. %1 folders could not be.").arg(Format.count(AppModel.largeFiles.unreadableCount)) : searched ? qsTr("Nothing 50 MB or larger in this folder. Try another folder.") : qsTr("Lists the biggest individual files (50 MB or more) so you can spot space hogs. Nothing is removed until you choose Move to Trash on a file, and it goes to the Trash first with full undo.")
+        actions: [
+            SolidButton {
+                text: panel.searched ? qsTr("Search again") : qsTr("Find large files")
+                focus: true
+                onClicked: AppModel.largeFiles.find()
+            },
+            OutlineButton {
+                text: qsTr("Search my home folder")
+                onClicked: AppModel.largeFiles.findInHome()
+            }
+        ]
+        hints: StartHint {
+            text: qsTr("You can also drop a folder on this window.")
+        }
+
+        FolderRow {
+            path: AppModel.largeFiles.root
+            onChosen: path => AppModel.largeFiles.root = path
+            Layout.fillWidth: true
         }
     }
 }

@@ -40,4 +40,22 @@ SettingsSection {
         visible: Updater.updateVersion !== ""
         Layout.fillWidth: true
     }
+
+    // What is new in the version that was found, and where to get it.
+    component UpdateNotes: ColumnLayout {
+        spacing: Theme.snug
+
+        Notice {
+            symbol: "square.and.arrow.down"
+            text: qsTr("Version %1 is available.").arg(Updater.updateVersion)
+            buttonText: Updater.updateLink !== "" ? qsTr("Get it") : ""
+            onClicked: Qt.openUrlExternally(Updater.updateLink)
+        }
+        SettingsCaption {
+            text: Updater.updateNotes
+            visible: text !== ""
+            maximumLineCount: 40
+            elide: Text.ElideRight
+        }
+    }
 }

@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQml
+import QtQuick.Templates as T
 import Brimlo
 
 // The menu of the window, for systems that show none at the top of the screen.
@@ -52,6 +53,26 @@ PopupMenu {
             symbol: modelData.symbol
             shortcut: menu.actions.goKeys(index)
             onTriggered: menu.actions.go(modelData.id)
+        }
+    }
+
+    // The name of the entries below it.
+    component MenuHeading: T.MenuItem {
+        id: heading
+
+        implicitWidth: implicitContentWidth + leftPadding + rightPadding
+        implicitHeight: Theme.rowHeight - 6
+        leftPadding: 9
+        rightPadding: 9
+        enabled: false
+        Accessible.role: Accessible.Heading
+        Accessible.name: text
+
+        contentItem: Eyebrow {
+            text: heading.text
+            color: Theme.secondaryText
+            verticalAlignment: Text.AlignVCenter
+            Accessible.ignored: true
         }
     }
 }

@@ -2,14 +2,27 @@
 
 #include "BrimloApp/Shell/RowList.h"
 #include "BrimloApp/Shell/RowSteps.h"
+#include "BrimloCore/Support/Uuid.h"
 
 #include <QtCore/QVariant>
 
+#include <cstddef>
+#include <cstring>
 #include <functional>
 #include <optional>
 #include <unordered_map>
 #include <utility>
 #include <vector>
+
+/// Lets rows be known by an identifier.
+template <>
+struct std::hash<Brimlo::Uuid> {
+    std::size_t operator()(const Brimlo::Uuid& id) const noexcept {
+        std::size_t first = 0;  // The bytes are random already.
+        std::memcpy(&first, id.bytes.data(), sizeof(first));
+        return first;
+    }
+};
 
 namespace Brimlo {
 

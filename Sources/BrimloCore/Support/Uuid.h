@@ -2,10 +2,7 @@
 
 #include <array>
 #include <compare>
-#include <cstddef>
 #include <cstdint>
-#include <cstring>
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -29,12 +26,3 @@ struct Uuid {
 };
 
 }  // namespace Brimlo
-
-template <>
-struct std::hash<Brimlo::Uuid> {
-    std::size_t operator()(const Brimlo::Uuid& id) const noexcept {
-        std::size_t first = 0;  // The bytes are random already.
-        std::memcpy(&first, id.bytes.data(), sizeof(first));
-        return first;
-    }
-};

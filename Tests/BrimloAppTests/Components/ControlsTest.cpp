@@ -220,7 +220,6 @@ TEST_F(ControlsTest, TellTheirRoleAndNameAndCanBePressed) {
          "Empty"                                                                                               },
         {"CheckBox { help: 'All'; onClicked: ++count",                         QAccessible::CheckBox, "All"    },
         {"Toggle { text: 'Updates'; onSwitched: ++count",                      QAccessible::CheckBox, "Updates"},
-        {"StepperKey { label: 'More'; onClicked: ++count",                     QAccessible::Button,   "More"   },
         {"ListRow { text: 'Row'; onClicked: ++count",                          QAccessible::ListItem, "Row"    },
     };
     for (const auto& c : cases) {

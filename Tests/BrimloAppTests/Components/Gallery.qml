@@ -360,9 +360,6 @@ Rectangle {
                     }
                 }
             }
-            FileKindLegend {
-                Layout.fillWidth: true
-            }
         }
     }
 }

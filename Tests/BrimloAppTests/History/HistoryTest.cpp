@@ -1,4 +1,5 @@
 #include "BrimloApp/History/History.h"
+
 #include "BrimloApp/Overview/Machine.h"
 #include "BrimloApp/Review/Cleanup.h"
 #include "BrimloApp/Settings/Settings.h"
@@ -20,7 +21,7 @@ using Testing::exists;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-class HistoryFlowTest : public Testing::ModelTest {
+class HistoryTest : public Testing::ModelTest {
 protected:
     /// Cleans files of these names, as one cleanup.
     void clean(const std::vector<std::string>& names) {
@@ -34,7 +35,7 @@ protected:
     }
 };
 
-TEST_F(HistoryFlowTest, RestoresWhatCanBeAndKeepsTheRestInTheTrash) {
+TEST_F(HistoryTest, RestoresWhatCanBeAndKeepsTheRestInTheTrash) {
     clean({"earlier"});
     clean({"a", "b", "c"});
     ASSERT_THAT(model().history()->batches(), SizeIs(2));
@@ -68,7 +69,7 @@ TEST_F(HistoryFlowTest, RestoresWhatCanBeAndKeepsTheRestInTheTrash) {
     EXPECT_EQ(contentOf(at("b")), "b");
 }
 
-TEST_F(HistoryFlowTest, ClosesTheReportWhenItIsUndone) {
+TEST_F(HistoryTest, ClosesTheReportWhenItIsUndone) {
     clean({"a"});
     EXPECT_TRUE(model().cleanup()->showResult());
     model().history()->undoLastClean();
@@ -77,7 +78,7 @@ TEST_F(HistoryFlowTest, ClosesTheReportWhenItIsUndone) {
     EXPECT_TRUE(exists(at("a")));
 }
 
-TEST_F(HistoryFlowTest, SaysWhenTheJournalCannotBeReadOrWritten) {
+TEST_F(HistoryTest, SaysWhenTheJournalCannotBeReadOrWritten) {
     clean({"a"});
     EXPECT_EQ(model().history()->journalProblem(), "");
     std::filesystem::remove(StoragePaths::journal());
@@ -92,7 +93,7 @@ TEST_F(HistoryFlowTest, SaysWhenTheJournalCannotBeReadOrWritten) {
     EXPECT_EQ(report.problems, QStringList{QString::fromStdString(at("b")) + lacks});
 }
 
-TEST_F(HistoryFlowTest, PurgesAndEmptiesInItsOwnWords) {
+TEST_F(HistoryTest, PurgesAndEmptiesInItsOwnWords) {
     {
         const Testing::HeldWork held{Background::writers()};
         model().history()->purgeOwnTrash();

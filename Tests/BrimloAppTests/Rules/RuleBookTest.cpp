@@ -1,4 +1,5 @@
 #include "BrimloApp/Rules/RuleBook.h"
+
 #include "BrimloApp/SmartClean/SmartClean.h"
 #include "BrimloAppTests/Support/ModelTest.h"
 #include "BrimloCore/UserRules/UserRules.h"
@@ -14,7 +15,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-class RuleFlowTest : public Testing::ModelTest {
+class RuleBookTest : public Testing::ModelTest {
 protected:
     /// A rule that finds the folder "cache" of the home.
     CleanupRule rule(const std::string& name = "Cache") {
@@ -31,7 +32,7 @@ protected:
     QUrl address(const char* name) { return QUrl::fromLocalFile(QString::fromStdString(at(name))); }
 };
 
-TEST_F(RuleFlowTest, MakesARuleOfWhatStandsInTheEditor) {
+TEST_F(RuleBookTest, MakesARuleOfWhatStandsInTheEditor) {
     RuleDraft draft;
     EXPECT_TRUE(draft.isNew());
     draft.setProperty("name", "\t Slack cache ");
@@ -65,7 +66,7 @@ TEST_F(RuleFlowTest, MakesARuleOfWhatStandsInTheEditor) {
     EXPECT_NE(draft.makeRule().id, made.id);
 }
 
-TEST_F(RuleFlowTest, KeepsARuleAsItIsWhenNothingIsChanged) {
+TEST_F(RuleBookTest, KeepsARuleAsItIsWhenNothingIsChanged) {
     CleanupRule whole = rule();
     whole.quitApps = {"Slack", "Discord"};
     whole.excludes = {"a*", "b"};
@@ -87,7 +88,7 @@ TEST_F(RuleFlowTest, KeepsARuleAsItIsWhenNothingIsChanged) {
     EXPECT_EQ(RuleDraft{whole}.property("minAgeDays"), std::numeric_limits<int>::max());
 }
 
-TEST_F(RuleFlowTest, OpensTheEditorOnAFolder) {
+TEST_F(RuleBookTest, OpensTheEditorOnAFolder) {
     struct Case {
         std::optional<std::string> path;
         std::optional<std::string> name;
@@ -114,7 +115,7 @@ TEST_F(RuleFlowTest, OpensTheEditorOnAFolder) {
     EXPECT_THAT(changes(), ElementsAre("RuleBook.ruleDraft"));
 }
 
-TEST_F(RuleFlowTest, SavesARuleAndDeletesItWithItsFindings) {
+TEST_F(RuleBookTest, SavesARuleAndDeletesItWithItsFindings) {
     model().rules()->editRule(rule());
     model().rules()->saveRuleDraft();
     EXPECT_EQ(model().rules()->ruleDraft(), nullptr);
@@ -150,7 +151,7 @@ TEST_F(RuleFlowTest, SavesARuleAndDeletesItWithItsFindings) {
     EXPECT_FALSE(model().smartClean()->suggestions().empty());
 }
 
-TEST_F(RuleFlowTest, RunsAgainForWhatChangedDuringARun) {
+TEST_F(RuleBookTest, RunsAgainForWhatChangedDuringARun) {
     model();
     finish();
     std::vector<bool> runs;
@@ -175,7 +176,7 @@ TEST_F(RuleFlowTest, RunsAgainForWhatChangedDuringARun) {
         << "the run before still knew the rule";
 }
 
-TEST_F(RuleFlowTest, ShowsWhichRulesAreOffAsTheFileHasIt) {
+TEST_F(RuleBookTest, ShowsWhichRulesAreOffAsTheFileHasIt) {
     model().rules()->setRuleDisabled("a", true);
     model().rules()->setRuleDisabled("b", true);
     model().rules()->setRuleDisabled("a", false);
@@ -184,7 +185,7 @@ TEST_F(RuleFlowTest, ShowsWhichRulesAreOffAsTheFileHasIt) {
     EXPECT_THAT(model().rules()->disabledRuleIDs(), ElementsAre("b"));
 }
 
-TEST_F(RuleFlowTest, ExportsAndImportsRules) {
+TEST_F(RuleBookTest, ExportsAndImportsRules) {
     model().rules()->saveRule(rule());
     finish();
     model().rules()->exportRules(address("rules.json"));

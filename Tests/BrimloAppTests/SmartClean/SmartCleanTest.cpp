@@ -1,8 +1,9 @@
+#include "BrimloApp/SmartClean/SmartClean.h"
+
 #include "BrimloApp/History/History.h"
 #include "BrimloApp/Overview/Machine.h"
 #include "BrimloApp/Review/Cleanup.h"
 #include "BrimloApp/Settings/Settings.h"
-#include "BrimloApp/SmartClean/SmartClean.h"
 #include "BrimloAppTests/Support/ModelTest.h"
 #include "BrimloCore/UserRules/UserRules.h"
 
@@ -24,9 +25,9 @@ using testing::UnorderedElementsAre;
 
 /// A home with two caches of one safe rule, one of a rule whose app "runs" (this very program), and
 /// one that the user has to review.
-class SmartCleanFlowTest : public Testing::ModelTest {
+class SmartCleanTest : public Testing::ModelTest {
 protected:
-    SmartCleanFlowTest() {
+    SmartCleanTest() {
         addRule(
             {.id = "custom.caches", .name = "Caches", .paths = {"~/caches/*"}, .risk = Risk::safe});
         addRule(
@@ -67,7 +68,7 @@ protected:
     }
 };
 
-TEST_F(SmartCleanFlowTest, GoesFromRescanToACleanedDiskAndBack) {
+TEST_F(SmartCleanTest, GoesFromRescanToACleanedDiskAndBack) {
     model();
     finish();
     const auto before = describeTree(at("caches/large"));
@@ -143,7 +144,7 @@ TEST_F(SmartCleanFlowTest, GoesFromRescanToACleanedDiskAndBack) {
     EXPECT_EQ(model().history()->batches().front().restorableCount(), 0U);
 }
 
-TEST_F(SmartCleanFlowTest, KeepsThePlanInStepWithTheTicks) {
+TEST_F(SmartCleanTest, KeepsThePlanInStepWithTheTicks) {
     write("project/package.json");
     write("project/node_modules/data", std::string(9'000, 'a'));
     model().settings()->setStaleDays(77);
@@ -181,7 +182,7 @@ TEST_F(SmartCleanFlowTest, KeepsThePlanInStepWithTheTicks) {
     EXPECT_THAT(planned(), IsEmpty());
 }
 
-TEST_F(SmartCleanFlowTest, KeepsAFailedItemOnTheListAndUnticksIt) {
+TEST_F(SmartCleanTest, KeepsAFailedItemOnTheListAndUnticksIt) {
     suggest();
     // Gone before the clean: the cleaner can only say that it is not there.
     std::filesystem::remove_all(at("caches/small"));

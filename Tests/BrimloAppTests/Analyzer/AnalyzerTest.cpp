@@ -1,4 +1,5 @@
 #include "BrimloApp/Analyzer/Analyzer.h"
+
 #include "BrimloApp/Duplicates/DuplicateSearch.h"
 #include "BrimloApp/History/History.h"
 #include "BrimloApp/LargeFiles/LargeFileSearch.h"
@@ -22,9 +23,9 @@ using Testing::exists;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-class AnalysisFlowTest : public Testing::ModelTest {
+class AnalyzerTest : public Testing::ModelTest {
 protected:
-    AnalysisFlowTest() {
+    AnalyzerTest() {
         write("tree/large/inner/data", std::string(400'000, 'a'));
         write("tree/small", std::string(100'000, 'b'));
         write("tree/stays", std::string(50'000, 'c'));
@@ -62,7 +63,7 @@ protected:
     }
 };
 
-TEST_F(AnalysisFlowTest, ScansAFolderAndTellsItsProgressInSteps) {
+TEST_F(AnalyzerTest, ScansAFolderAndTellsItsProgressInSteps) {
     model();
     finish();
     const std::size_t idle = clock.waiting();
@@ -89,7 +90,7 @@ TEST_F(AnalysisFlowTest, ScansAFolderAndTellsItsProgressInSteps) {
     EXPECT_THAT(names(), ElementsAre("large", "small", "stays", "empty"));
 }
 
-TEST_F(AnalysisFlowTest, ThrowsTheTreeOfACancelledScanAway) {
+TEST_F(AnalyzerTest, ThrowsTheTreeOfACancelledScanAway) {
     scan();
     model().analyzer()->startScan("/usr");
     EXPECT_EQ(model().analyzer()->root(), nullptr);
@@ -108,7 +109,7 @@ TEST_F(AnalysisFlowTest, ThrowsTheTreeOfACancelledScanAway) {
     EXPECT_FALSE(model().analyzer()->isScanning());
 }
 
-TEST_F(AnalysisFlowTest, OpensOnlyWhatHasSomethingInIt) {
+TEST_F(AnalyzerTest, OpensOnlyWhatHasSomethingInIt) {
     scan();
     const auto top = model().analyzer()->current();
     model().analyzer()->drill(child("small"));
@@ -127,7 +128,7 @@ TEST_F(AnalysisFlowTest, OpensOnlyWhatHasSomethingInIt) {
     EXPECT_THAT(changes(), IsEmpty());
 }
 
-TEST_F(AnalysisFlowTest, TakesWhatWentOutOfTheTreeAndNoMore) {
+TEST_F(AnalyzerTest, TakesWhatWentOutOfTheTreeAndNoMore) {
     scan();
     const auto large = child("large");
     const auto stays = child("stays");
@@ -169,7 +170,7 @@ TEST_F(AnalysisFlowTest, TakesWhatWentOutOfTheTreeAndNoMore) {
     EXPECT_NE(child("a: b"), nullptr);
 }
 
-TEST_F(AnalysisFlowTest, TakesWhatWentOutOfWhateverTreeIsShownThen) {
+TEST_F(AnalyzerTest, TakesWhatWentOutOfWhateverTreeIsShownThen) {
     scan();
     {
         // The scan ends while the clean is still to come.
@@ -198,7 +199,7 @@ TEST_F(AnalysisFlowTest, TakesWhatWentOutOfWhateverTreeIsShownThen) {
     EXPECT_THAT(names(), ElementsAre("large", "stays", "empty")) << "only that one scan";
 }
 
-TEST_F(AnalysisFlowTest, FindsLargeFilesAndTakesARowAwayWhenItsFileWent) {
+TEST_F(AnalyzerTest, FindsLargeFilesAndTakesARowAwayWhenItsFileWent) {
     const std::string file = write("large/film", "");
     std::filesystem::resize_file(file, 0);
     ASSERT_EQ(std::system(("fallocate -l 60000000 " + file).c_str()), 0);
@@ -243,7 +244,7 @@ TEST_F(AnalysisFlowTest, FindsLargeFilesAndTakesARowAwayWhenItsFileWent) {
     EXPECT_FALSE(model().largeFiles()->isSearching());
 }
 
-TEST_F(AnalysisFlowTest, ListsAgainWhatAnUndoBroughtBack) {
+TEST_F(AnalyzerTest, ListsAgainWhatAnUndoBroughtBack) {
     write(".cache/thumbnails/normal/data");
     write("large/film", std::string(60'000'000, 'x'));
     makeDuplicates();
@@ -274,7 +275,7 @@ TEST_F(AnalysisFlowTest, ListsAgainWhatAnUndoBroughtBack) {
     EXPECT_THAT(names(), ElementsAre("inner")) << "in the folder that was open";
 }
 
-TEST_F(AnalysisFlowTest, MovesAllButOneCopyToTheTrash) {
+TEST_F(AnalyzerTest, MovesAllButOneCopyToTheTrash) {
     makeDuplicates();
     ASSERT_THAT(model().duplicates()->groups(), SizeIs(1));
     const DuplicateGroup group = model().duplicates()->groups().front();
@@ -287,7 +288,7 @@ TEST_F(AnalysisFlowTest, MovesAllButOneCopyToTheTrash) {
     EXPECT_EQ(model().cleanup()->lastReport()->processed, 2);
 }
 
-TEST_F(AnalysisFlowTest, TellsHowManyCopiesCouldNotBeCloned) {
+TEST_F(AnalyzerTest, TellsHowManyCopiesCouldNotBeCloned) {
     makeDuplicates();
     ASSERT_THAT(model().duplicates()->groups(), SizeIs(1));
     DuplicateGroup group = model().duplicates()->groups().front();
@@ -307,7 +308,7 @@ TEST_F(AnalysisFlowTest, TellsHowManyCopiesCouldNotBeCloned) {
     EXPECT_EQ(model().banner(), "Replaced duplicates with clones, sharing 0 bytes.");
 }
 
-TEST_F(AnalysisFlowTest, ReplacesNoCopyThatChangedSinceItWasFound) {
+TEST_F(AnalyzerTest, ReplacesNoCopyThatChangedSinceItWasFound) {
     makeDuplicates();
     write("dups/b", "an edit");
     write("dups/c", std::string(1'048'576, 'e'));
@@ -317,7 +318,7 @@ TEST_F(AnalysisFlowTest, ReplacesNoCopyThatChangedSinceItWasFound) {
     EXPECT_TRUE(model().banner().startsWith("Cloned some duplicates; 2 failed"));
 }
 
-TEST_F(AnalysisFlowTest, SaysNothingOfASearchThatWasCancelled) {
+TEST_F(AnalyzerTest, SaysNothingOfASearchThatWasCancelled) {
     write("dups/a", std::string(1'048'576, 'd'));
     write("dups/b", std::string(1'048'576, 'd'));
     model().duplicates()->setRoot(at("dups"));
@@ -337,7 +338,7 @@ TEST_F(AnalysisFlowTest, SaysNothingOfASearchThatWasCancelled) {
     EXPECT_FALSE(model().largeFiles()->hasSearched()) << "the one before does not count";
 }
 
-TEST_F(AnalysisFlowTest, TakesDroppedFoldersAndNothingElse) {
+TEST_F(AnalyzerTest, TakesDroppedFoldersAndNothingElse) {
     const auto address = [this](const char* name) {
         return QUrl::fromLocalFile(QString::fromStdString(at(name)));
     };

@@ -1,6 +1,7 @@
+#include "BrimloApp/Settings/Settings.h"
+
 #include "BrimloApp/History/History.h"
 #include "BrimloApp/Review/Cleanup.h"
-#include "BrimloApp/Settings/Settings.h"
 #include "BrimloAppTests/Support/ModelTest.h"
 #include "BrimloCore/LaunchAgent/LaunchAgent.h"
 #include "BrimloCore/Support/Fmt.h"
@@ -16,7 +17,7 @@ namespace {
 using namespace std::chrono_literals;
 using testing::HasSubstr;
 
-class BackgroundFlowTest : public Testing::ModelTest {
+class SettingsTest : public Testing::ModelTest {
 protected:
     /// What auto-clean may take: `count` caches of a rule of the user's, where the settings let it.
     void makeCaches(const int count) {
@@ -43,7 +44,7 @@ protected:
     }
 };
 
-TEST_F(BackgroundFlowTest, SavesEachSettingAsItIsSet) {
+TEST_F(SettingsTest, SavesEachSettingAsItIsSet) {
     model().settings()->setAutoCleanEnabled(true);
     model().settings()->setFreeSpaceThresholdGB(55);
     // The tool changes another one meanwhile.
@@ -63,7 +64,7 @@ TEST_F(BackgroundFlowTest, SavesEachSettingAsItIsSet) {
     EXPECT_THAT(changes(), testing::IsEmpty());
 }
 
-TEST_F(BackgroundFlowTest, ChecksHourlyWhetherSpaceIsShort) {
+TEST_F(SettingsTest, ChecksHourlyWhetherSpaceIsShort) {
     model();
     finish();
     clock.advance(24h);
@@ -91,7 +92,7 @@ TEST_F(BackgroundFlowTest, ChecksHourlyWhetherSpaceIsShort) {
     EXPECT_THAT(banner(), HasSubstr("is above"));
 }
 
-TEST_F(BackgroundFlowTest, TellsWhatAutoCleanTook) {
+TEST_F(SettingsTest, TellsWhatAutoCleanTook) {
     model().settings()->runAutoClean(true, false);
     finish();
     EXPECT_EQ(banner(), "Auto-clean found nothing to remove right now.");
@@ -129,7 +130,7 @@ TEST_F(BackgroundFlowTest, TellsWhatAutoCleanTook) {
         banner(), "The settings could not be read: trashRetentionDays is -1, not from 0 to 36500.");
 }
 
-TEST_F(BackgroundFlowTest, InstallsTheJobForTheToolOfThisBuild) {
+TEST_F(SettingsTest, InstallsTheJobForTheToolOfThisBuild) {
     model().settings()->setAgent(true);
     EXPECT_EQ(
         banner(),
@@ -172,7 +173,7 @@ TEST_F(BackgroundFlowTest, InstallsTheJobForTheToolOfThisBuild) {
     EXPECT_FALSE(model().settings()->agentInstalled());
 }
 
-TEST_F(BackgroundFlowTest, InstallsTheToolInTheWordsOfEachOutcome) {
+TEST_F(SettingsTest, InstallsTheToolInTheWordsOfEachOutcome) {
     model().settings()->installCLI();
     EXPECT_EQ(banner(), "This build has no command-line tool to install.");
     bundleTool();
@@ -189,7 +190,7 @@ TEST_F(BackgroundFlowTest, InstallsTheToolInTheWordsOfEachOutcome) {
     EXPECT_TRUE(model().settings()->cliInstalled());
 }
 
-TEST_F(BackgroundFlowTest, OffersTheToolOnceWhateverTheAnswer) {
+TEST_F(SettingsTest, OffersTheToolOnceWhateverTheAnswer) {
     model().settings()->offerCLIInstallIfNeeded();
     EXPECT_FALSE(model().settings()->offersCLI()) << "there is none";
     EXPECT_FALSE(AppConfig::load().cliInstallOffered);
