@@ -12,39 +12,39 @@
 
 namespace Brimlo {
 
-/// What came of an unattended clean, or would come of it in a dry run.
+/// The result of an unattended clean, or of its dry run.
 struct AutoCleanOutcome {
     std::optional<std::string> skippedReason;  ///< Why nothing was cleaned; a sentence.
     std::vector<CleanItem> planned;            ///< What the clean took on; empty when skipped.
     std::optional<CleanReport> report;         ///< Absent when skipped.
-    TrashReport purge;       ///< Of own items that had lain in the Trash too long.
+    TrashReport purge;       ///< Own items that were in the Trash for longer than the retention.
     bool isBlocked = false;  ///< Whether it was skipped because something is wrong.
 
     bool operator==(const AutoCleanOutcome&) const = default;
 
-    /// What came of it, in a sentence or two.
+    /// The result in a sentence or two.
     [[nodiscard]] std::string sentence(bool dryRun) const;
 };
 
-/// The clean that nobody reviews, and that takes less than any other for that: only what is
-/// preselected, rated safe or rebuild, and owned by no running app, and the user's own rules only
-/// where the settings say so. What it takes passes the gate and can be undone like all else.
+/// The clean that nobody reviews. It takes less than any other for that: only what is preselected,
+/// rated safe or rebuild, and not owned by a running app, and the user's own rules only where the
+/// settings allow it. What it takes passes the safety gate and can be undone.
 namespace AutoCleaner {
 
 /// Purges the Trash of what is older than the retention, then cleans if free space is short.
 ///
-/// Without a journal that can be written it does neither: nobody would see what went unrecorded.
-/// `force` runs it where the settings have it off, and whatever the free space; it takes no more
-/// for that. A dry run removes nothing. Blocks.
+/// Without a writable journal it does neither: nobody would notice what went unrecorded. `force`
+/// runs it even when the settings have it off, and whatever the free space; it takes no more for
+/// that. A dry run removes nothing. Blocks.
 [[nodiscard]] AutoCleanOutcome run(
     const AppConfig& config, Cleaner& cleaner, bool dryRun, bool force);
 
-/// Why so much free space, or one that is not known, lets the clean wait; nullopt at or below the
-/// threshold.
+/// Why the clean can wait with this much free space, or with an unknown amount; nullopt at or below
+/// the threshold.
 [[nodiscard]] std::optional<std::string> reasonToWait(
     const AppConfig& config, const std::optional<VolumeInfo::Snapshot>& volume);
 
-/// What of the suggestions an unattended clean may take.
+/// The part of the suggestions that an unattended clean may take.
 [[nodiscard]] CleanPlan selection(
     const AppConfig& config, const std::vector<Suggestion>& suggestions);
 

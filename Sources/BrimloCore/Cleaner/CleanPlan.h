@@ -15,7 +15,7 @@ namespace Brimlo {
 /// One thing to dispose of.
 struct CleanItem {
     std::string path;                   ///< Absolute, or a "docker:" pseudo path.
-    std::int64_t size = 0;              ///< Allocated bytes that disposal is expected to give back.
+    std::int64_t size = 0;              ///< Allocated bytes that its disposal is expected to free.
     std::optional<std::string> ruleID;  ///< The rule that proposed it; absent for manual choices.
     std::optional<Risk> risk;           ///< That rule's rating.
     /// What Docker calls its object; absent for a file.
@@ -24,7 +24,7 @@ struct CleanItem {
     bool operator==(const CleanItem&) const = default;
 };
 
-/// What is about to be disposed of: no path twice, and no item inside another.
+/// The items of a clean: no path twice, and no item inside another.
 class CleanPlan {
 public:
     /// Keeps the first item of each path and drops those that lie inside another item. Paths
@@ -34,13 +34,13 @@ public:
     /// Whether an item of a suggestion is meant.
     using Choice = std::function<bool(const Suggestion&, const SuggestionItem&)>;
 
-    /// What is meant of the suggestions, each item with its rule and that one's rating.
+    /// The chosen items of the suggestions, each with its rule and rating.
     [[nodiscard]] static CleanPlan of(
         const std::vector<Suggestion>& suggestions, const Choice& isMeant);
 
-    /// What lies at these paths, in canonical form: what is shown for review is what will be
+    /// The items at these paths, in canonical form: what is shown for review is what will be
     /// judged. A path that the system reads differently stays as it is, to be refused. Measures in
-    /// parallel, but nothing that the gate refuses. Before them come the `others`. Blocks.
+    /// parallel, except what the gate refuses. Before them come the `others`. Blocks.
     [[nodiscard]] static CleanPlan at(
         const std::vector<std::string>& paths, std::vector<CleanItem> others = {});
 
@@ -55,7 +55,7 @@ public:
     /// The sum of the items' sizes in bytes.
     [[nodiscard]] std::int64_t totalBytes() const;
 
-    /// The part of `totalBytes` that goes for good and has no way back: Docker's objects.
+    /// The part of `totalBytes` that is deleted for good: Docker's objects.
     [[nodiscard]] std::int64_t finalBytes() const;
 
     /// Whether any item goes for good.

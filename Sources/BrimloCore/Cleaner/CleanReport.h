@@ -10,16 +10,16 @@
 
 namespace Brimlo {
 
-/// What came of a clean, or would come of it in a dry run.
+/// The result of a clean, or of its dry run.
 struct CleanReport {
     std::int64_t movedToTrashBytes = 0;   ///< Of the items that went to the Trash, as planned.
     std::int64_t freedNowBytes = 0;       ///< Of the items that are gone at once: Docker objects.
-    std::vector<ItemProblem> failures;    ///< Items that were tried and stayed.
-    std::vector<ItemProblem> refused;     ///< Items that the safety gate stopped.
-    std::vector<ItemProblem> unrecorded;  ///< Items that went without a journal entry.
+    std::vector<ItemProblem> failures;    ///< Items that could not be removed.
+    std::vector<ItemProblem> refused;     ///< Items that the safety gate refused.
+    std::vector<ItemProblem> unrecorded;  ///< Items that were removed without a journal entry.
     std::vector<std::string> notes;       ///< For callers to add to.
     std::vector<Uuid> journalIDs;         ///< Of the journal entries written, in order.
-    std::int64_t processed = 0;           ///< Items that went, or would have gone.
+    std::int64_t processed = 0;           ///< Items removed, or that a dry run would remove.
 
     bool operator==(const CleanReport&) const = default;
 
@@ -34,7 +34,7 @@ struct CleanReport {
         return paths;
     }
 
-    /// Whether an item stayed, or went without a journal entry.
+    /// Whether an item stayed, or was removed without a journal entry.
     [[nodiscard]] bool hasProblems() const {
         return !failures.empty() || !refused.empty() || !unrecorded.empty();
     }

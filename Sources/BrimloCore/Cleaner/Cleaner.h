@@ -26,7 +26,7 @@ namespace Brimlo {
 /// one object, from any thread.
 class Cleaner {
 public:
-    /// Told each path that the gate let through, before it is moved.
+    /// Called with each path that passed the gate, before it is moved.
     using Progress = std::function<void(const std::string& path)>;
 
     /// `docker` is where Docker's tool may be.
@@ -34,16 +34,16 @@ public:
         std::shared_ptr<Journal> journal,
         DockerClient::Places docker = DockerClient::usualPlaces());
 
-    /// What becomes of an item that the journal can't record, for another reason than a full disk:
-    /// somebody who watches may let it go all the same, and the report names it.
+    /// What to do with an item that the journal can't record, for a reason other than a full disk:
+    /// with a person watching it may go all the same, and the report names it.
     enum class Unrecorded { goes, stays };
 
-    /// Carries a plan out, item by item in its order: asks the safety gate again, moves the item
-    /// to the Trash of its volume and records it in the journal before the next one is touched.
-    /// An item that is refused or fails does not end the run. A dry run asks the gate alone.
+    /// Carries a plan out, item by item in order: asks the safety gate again, moves the item to the
+    /// Trash of its volume and records it in the journal before the next one is touched. A refused
+    /// or failed item does not end the run. A dry run only asks the gate.
     ///
-    /// A "docker:" pseudo path is no matter for the gate and the Trash: Docker removes the object
-    /// for good, or refuses to.
+    /// "docker:" pseudo paths skip the gate and the Trash: Docker removes the object for good, or
+    /// refuses.
     [[nodiscard]] CleanReport execute(
         const CleanPlan& plan,
         DisposalMode mode,
@@ -57,31 +57,30 @@ public:
     /// "device:inode" of the entry at a path, a link's own; nullopt when there is none.
     [[nodiscard]] static std::optional<std::string> identity(const std::string& path);
 
-    /// Whether the journal can be written, so that what goes can be recorded.
+    /// Whether the journal is writable, so that removals can be recorded.
     [[nodiscard]] std::expected<void, Error> checkJournal() { return journal_->checkWritable(); }
 
-    /// The journal's entries, the newest first, as the Trash shows them: one whose item is no
-    /// longer there has `purgedFromTrash` set, here and not in the file. An item on a volume that
-    /// is not there counts as in the Trash. Looks at each item. Fails when the journal can't be
-    /// read.
+    /// The journal's entries, newest first, checked against the Trash: one whose item is no longer
+    /// there has `purgedFromTrash` set, here and not in the file. An item on a volume that is not
+    /// mounted counts as in the Trash. Looks up each item. Fails when the journal can't be read.
     [[nodiscard]] std::expected<std::vector<JournalEntry>, Error> history();
 
-    /// Puts the items of these journal entries back where they were, the newest first, and tells of
-    /// each that did not come back why. Never overwrites; takes items from a Trash alone. Entries
-    /// that are undone already are passed over. When the journal can't be read, nothing comes back,
-    /// and the one failure names the journal.
+    /// Restores the items of these journal entries, newest first, and gives a reason for each that
+    /// did not come back. Never overwrites, and takes items only from a Trash. Entries already
+    /// undone are skipped. When the journal can't be read, nothing is restored, and the one failure
+    /// names the journal.
     [[nodiscard]] UndoReport undo(const std::vector<Uuid>& ids);
 
-    /// Deletes the journal's own items from the home Trash that are older than so many days. Only
-    /// what is provably the item that was put there goes. A dry run deletes nothing, but marks what
+    /// Deletes items that Brimlo put in the home Trash more than this many days ago. Only what is
+    /// provably the item that was put there is deleted. A dry run deletes nothing, but marks what
     /// it finds gone.
     [[nodiscard]] TrashReport purgeOwnTrash(std::int64_t olderThanDays, bool dryRun);
 
     /// The bytes in the home Trash.
     [[nodiscard]] static std::int64_t trashSize();
 
-    /// Deletes all that is in the home Trash, the program's items and all others. The bytes are
-    /// those measured before, less those of what could not be deleted.
+    /// Deletes everything in the home Trash, whoever put it there. The bytes are those measured
+    /// before, minus those of what could not be deleted.
     [[nodiscard]] static TrashReport emptyTrash();
 
 private:

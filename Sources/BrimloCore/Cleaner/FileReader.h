@@ -14,12 +14,12 @@
 
 namespace Brimlo {
 
-/// Reads files and digests them, with one buffer for all.
+/// Reads files and computes their digests, with one buffer for all.
 class FileReader {
 public:
     using Bytes = std::span<const std::byte>;
 
-    /// So much is read at once, and at each end of a file.
+    /// Bytes read at once, and at each end of a file.
     static constexpr std::int64_t kChunkBytes = 4'194'304;
     static constexpr std::int64_t kEdgeBytes = 65'536;
 
@@ -27,8 +27,8 @@ public:
     explicit FileReader(const ScanControl* control = nullptr)
         : control_{control} {}
 
-    /// Opens a regular file alone, by its name in the open folder `folder` or by its whole path: a
-    /// pipe, a device or a link may have taken its place since it was met.
+    /// Opens only a regular file, by its name in the open folder `folder` or by its whole path: a
+    /// pipe, a device or a symlink may have replaced it since it was found.
     [[nodiscard]] static Platform::Descriptor open(int folder, const std::string& name);
     [[nodiscard]] static Platform::Descriptor open(const std::string& path);
 
@@ -45,13 +45,12 @@ public:
     /// can be read.
     [[nodiscard]] std::optional<Sha256::Digest> digestOfEdges(const std::string& path);
 
-    /// The digest of all bytes up to where they can't be read any further; nullopt when the file
-    /// can't be opened or is longer than `size` by now, since one that grows on might never end,
-    /// and when it was cancelled.
+    /// The digest of all readable bytes; nullopt when the file can't be opened, when it is longer
+    /// than `size` by now, since one that keeps growing might never end, and when cancelled.
     [[nodiscard]] std::optional<Sha256::Digest> digest(const std::string& path, std::int64_t size);
 
 private:
-    /// Where a page begins: the kernel copies to other places at a third of the speed.
+    /// Aligned to a page: elsewhere the kernel copies at a third of the speed.
     struct alignas(4096) Buffer {
         std::array<std::byte, kChunkBytes> bytes;
     };

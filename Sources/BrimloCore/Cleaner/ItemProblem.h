@@ -4,7 +4,7 @@
 
 namespace Brimlo {
 
-/// One item of an operation, and why it did not go as meant.
+/// One item of an operation, and why it failed.
 struct ItemProblem {
     std::string path;    ///< As the caller spelled it.
     std::string reason;  ///< Without a period at its end.

@@ -7,10 +7,10 @@
 
 namespace Brimlo {
 
-/// What came of putting items back.
+/// The result of restoring items.
 struct UndoReport {
-    std::vector<std::string> restored;  ///< The paths at which the items are again, newest first.
-    std::vector<ItemProblem> failures;  ///< Items that did not come back.
+    std::vector<std::string> restored;  ///< The paths of the restored items, newest first.
+    std::vector<ItemProblem> failures;  ///< Items that were not restored.
     std::vector<ItemProblem>
         unrecorded;  ///< Items that came back and the journal could not be told.
 
@@ -18,7 +18,7 @@ struct UndoReport {
 
     [[nodiscard]] bool hasProblems() const { return !failures.empty() || !unrecorded.empty(); }
 
-    /// "Restored 2 item(s).", and after it the first problem, if there is one.
+    /// "Restored 2 item(s).", followed by the first problem, if any.
     [[nodiscard]] std::string sentence() const;
 };
 

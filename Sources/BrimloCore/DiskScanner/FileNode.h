@@ -13,9 +13,9 @@
 
 namespace Brimlo {
 
-/// One entry of a scanned tree, with identity.
+/// One entry of a scanned tree.
 ///
-/// A parent owns its children; who keeps the root keeps the whole tree. Built by one thread, then
+/// A parent owns its children; holding the root keeps the whole tree. Built by one thread, then
 /// read and changed by another; never by two at once.
 class FileNode : public std::enable_shared_from_this<FileNode> {
 public:
@@ -35,7 +35,7 @@ public:
     FileNode(FileNode&&) = delete;
     FileNode& operator=(FileNode&&) = delete;
 
-    /// Takes the tree below down level by level, however deep it is.
+    /// Destroys the tree below level by level, however deep it is.
     ~FileNode();
 
     const Uuid id = Uuid::random();
@@ -53,13 +53,13 @@ public:
     /// The path as a "file:" address.
     [[nodiscard]] std::string url() const;
 
-    /// The children in another order; the stored one stays. A descending list is the ascending one
-    /// reversed, ties included. Names compare as the user's language has it, letter case aside.
+    /// The children in another order; the stored one is unchanged. A descending list is the
+    /// ascending one reversed, ties included. Names compare by the user's language, ignoring case.
     [[nodiscard]] std::vector<std::shared_ptr<FileNode>> sortedChildren(
         SortKey key, SortOrder order) const;
 
-    /// Takes this node out of the tree and its size and count off the nodes above. Nothing happens
-    /// on a root.
+    /// Removes this node from the tree and subtracts its size and count from the nodes above. Does
+    /// nothing on a root.
     void remove();
 };
 

@@ -8,18 +8,17 @@
 
 namespace Brimlo {
 
-/// Where a walk finds a folder that it has yet to open: a relative path from one that is open.
+/// The place of a folder that a walk has yet to open: a path relative to an open folder.
 ///
-/// That spares the kernel the way from the root, reaches folders whose whole path would be too
-/// long to be opened, and never leads through a link that was put in the place of a folder. A
-/// folder is kept open only as long as some below it wait. Beyond a few nested ones the relative
-/// path grows instead, so that a deep tree runs out of neither descriptors nor the length of a
-/// path.
+/// That saves the kernel the way from the root, reaches folders whose full path is too long to
+/// open, and never follows a symlink that replaced a folder. A folder is kept open only while some
+/// below it wait. Beyond a few nested ones the relative path grows instead, so that a deep tree
+/// runs out of neither descriptors nor path length.
 class FolderPlace {
 public:
     using Open = std::shared_ptr<const Platform::Descriptor>;
 
-    /// What the places of all folders in one folder have in common.
+    /// What the places of all folders in one folder share.
     class Inside {
     public:
         /// The place of the folder called `name`.
@@ -32,11 +31,11 @@ public:
         int openAbove_ = 0;
     };
 
-    /// The folder at which a walk starts. A link there is followed.
+    /// The folder where a walk starts. A symlink there is followed.
     explicit FolderPlace(std::string path);
 
-    /// Opens the folder; null when it can't be, or when it or a folder above it is a link now, and
-    /// `errno` tells why.
+    /// Opens the folder; null when it can't be opened, or when it or a folder above it is a symlink
+    /// now; `errno` tells why.
     [[nodiscard]] Open open() const;
 
     /// For the folders in this one, which is open as `self`.

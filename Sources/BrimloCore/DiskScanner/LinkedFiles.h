@@ -9,10 +9,11 @@
 
 namespace Brimlo {
 
-/// The files with several names that a walk has met, so that it counts each once. Any thread.
+/// The hard-linked files that a walk has met, so that it counts each once. Any thread.
 class LinkedFiles {
 public:
-    /// Whether this is the first name of its file. A file with a single name is not remembered.
+    /// Whether this is the first link of its file that the walk meets. A file with one link is not
+    /// remembered.
     [[nodiscard]] bool isFirst(const Platform::EntryStatus& status) {
         if (status.linkCount < 2) {
             return true;

@@ -7,8 +7,8 @@
 
 namespace Brimlo {
 
-/// What a walk and the one who waits for it share: a cancel flag one way, running totals and the
-/// unreadable paths the other. Serves one walk. Any thread.
+/// Shared by a walk and its caller: a cancel flag one way, running totals and the unreadable paths
+/// the other. Serves one walk. Any thread.
 class ScanControl {
 public:
     /// One consistent reading of the totals.
@@ -20,14 +20,14 @@ public:
         bool operator==(const Progress&) const = default;
     };
 
-    /// Asks the walk to end. Can't be taken back.
+    /// Asks the walk to end. Can't be undone.
     void cancel();
     [[nodiscard]] bool isCancelled() const;
 
     [[nodiscard]] Progress progress() const;
 
-    /// The paths that the walk could not read or chose to leave out, in the order it met them;
-    /// then those for which there was no descriptor.
+    /// The paths that the walk could not read or left out, in the order it met them; then those for
+    /// which it had no file descriptor.
     [[nodiscard]] std::vector<std::string> inaccessible() const;
 
     /// The folders that could not be opened because too many files were open.
@@ -36,17 +36,17 @@ public:
     /// The folders that belong to other volumes and were not entered, sorted.
     [[nodiscard]] std::vector<std::string> otherVolumes() const;
 
-    /// Adds to the totals and names the directory last finished.
+    /// Adds to the totals and sets the directory last finished.
     void record(std::int64_t files, std::int64_t bytes, std::string path);
 
-    /// Notes a path as `inaccessible`.
+    /// Records a path as `inaccessible`.
     void skip(std::string path);
 
-    /// Notes a folder that could not be opened, by the system's `code`. One that is gone by now, or
-    /// no folder any more, is not noted: nothing of it is missing.
+    /// Records a folder that could not be opened, with the system's `code`. One that is gone by
+    /// now, or not a folder any more, is not recorded: nothing of it is missing.
     void couldNotOpen(std::string path, int code);
 
-    /// Notes a folder of another volume.
+    /// Records a folder of another volume.
     void leaveOut(std::string path);
 
 private:

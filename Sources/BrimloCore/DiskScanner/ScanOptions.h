@@ -4,12 +4,12 @@
 
 namespace Brimlo {
 
-/// How a scan weighs detail against memory.
+/// The balance of detail and memory in a scan.
 struct ScanOptions {
-    std::int64_t keepThreshold = 1'048'576;  ///< Children below so many bytes may be merged.
-    std::int64_t alwaysKeepBelowCount = 40;  ///< So many children are all kept.
+    std::int64_t keepThreshold = 1'048'576;  ///< Smaller children may be merged, in bytes.
+    std::int64_t alwaysKeepBelowCount = 40;  ///< Up to this many children none is merged.
     bool crossDevices = false;               ///< Whether directories on other devices are entered.
-    std::int64_t parallelDepth = 3;          ///< Directories above this depth fan out over threads.
+    std::int64_t parallelDepth = 3;          ///< Directories above it are split among threads.
 
     bool operator==(const ScanOptions&) const = default;
 };

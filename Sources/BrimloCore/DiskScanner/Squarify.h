@@ -18,16 +18,16 @@ struct Rect {
     bool operator==(const Rect&) const = default;
 };
 
-/// The place of one weight.
+/// The rectangle of one weight.
 struct Cell {
-    std::size_t index = 0;  ///< Of the weight among those given.
+    std::size_t index = 0;  ///< Index of the weight.
     Rect rect;              ///< Not rounded.
 
     bool operator==(const Cell&) const = default;
 };
 
-/// A cell for each weight above 0, the heaviest first, equal ones in the order given. Together
-/// they fill `rect`; none when that has no area. A weight that is no number has no cell.
+/// A cell for each weight above 0, heaviest first, equal ones in the order given. Together they
+/// fill `rect`; none when it has no area. NaN weights have no cell.
 [[nodiscard]] std::vector<Cell> layout(std::span<const double> weights, const Rect& rect);
 
 }  // namespace Brimlo::Squarify

@@ -19,15 +19,15 @@ namespace Brimlo {
 
 /// The walk of one scan.
 ///
-/// A folder is read by one job: its names first, then what each of them is. Where the names are
-/// many, several jobs share the latter. Then a job for each subfolder follows, and the job that
-/// finishes the last of them makes the folder's node and hands it up. So nothing recurses, and what
-/// is small in a crowded folder is gone as soon as that folder is complete.
+/// One job reads a folder: its names first, then their status. Where there are many names, several
+/// jobs share the latter. Then a job for each subfolder follows, and the job that finishes the last
+/// of them makes the folder's node and hands it up. So nothing recurses, and small entries of a
+/// crowded folder are merged as soon as that folder is complete.
 class TreeScan {
 public:
     TreeScan(ScanControl& control, const ScanOptions& options, LinkedFiles& linkedFiles);
 
-    /// The tree below `root`; null when that is no folder that can be opened.
+    /// The tree below `root`; null when that is not a folder that can be opened.
     [[nodiscard]] std::shared_ptr<FileNode> run(const std::string& root);
 
 private:

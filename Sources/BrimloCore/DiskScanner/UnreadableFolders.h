@@ -9,7 +9,7 @@
 
 namespace Brimlo {
 
-/// A part of the disk that a walk could not look into.
+/// A part of the disk that a walk could not read.
 struct UnreadableArea {
     std::string area;        ///< Also its id: for example "~/Library/Safari" or "/private".
     std::int64_t count = 0;  ///< Skipped paths in it.
@@ -19,15 +19,15 @@ struct UnreadableArea {
     bool operator==(const UnreadableArea&) const = default;
 };
 
-/// Puts thousands of skipped paths into a few words.
+/// Summarizes thousands of skipped paths.
 namespace UnreadableFolders {
 
-/// The areas that the paths fall into, those with most paths first and equal ones by name.
+/// The areas of the paths, most paths first and equal ones by name.
 [[nodiscard]] std::vector<UnreadableArea> group(
     const std::vector<std::string>& paths, std::string_view home);
 
-/// What a walk left out, in areas: what it could not read as above, then what there was no
-/// descriptor for, and the other volumes.
+/// What a walk left out, in areas: unreadable paths as above, then those it had no descriptor for,
+/// and other volumes.
 [[nodiscard]] std::vector<UnreadableArea> group(const ScanControl& control, std::string_view home);
 
 }  // namespace UnreadableFolders

@@ -16,19 +16,19 @@
 
 namespace Brimlo {
 
-/// Threads that work through jobs which bring forth more jobs, the newest first.
+/// Threads that work through jobs which create more jobs, newest first.
 ///
-/// Newest first keeps few jobs waiting: a tree is walked in depth. A member keeps to itself what it
-/// was told to, and gives the older half of it away as soon as another one has nothing to do, so
-/// that the work balances whatever its shape. While the process reads from a disk, more are hired,
-/// up to `kMostMembers`: then it is the disk that has to be kept busy.
+/// Newest first keeps few jobs waiting: a tree is walked depth first. A member keeps its own jobs,
+/// and gives away the older half as soon as another one is idle, so that the work balances whatever
+/// its shape. While the process reads from a disk, more threads are hired, up to `kMostMembers`:
+/// then the disk is to be kept busy.
 template <typename Job>
 class WorkCrew {
 public:
     class Member;
     using Work = std::function<void(const Job&, Member&)>;
 
-    /// Does `first` and all that comes of it by calling `work`, on the calling thread and up to
+    /// Runs `first` and all jobs that come of it by calling `work`, on the calling thread and up to
     /// `members` - 1 others; one alone hires nobody. Blocks until all is done.
     static void run(const Job& first, const Work& work, unsigned members) {
         WorkCrew crew{work, members};
@@ -113,7 +113,7 @@ private:
 template <typename Job>
 class WorkCrew<Job>::Member {
 public:
-    /// Adds jobs for whoever has time; the last is taken up first.
+    /// Adds jobs for any member; the last is taken first.
     void share(std::span<const Job> jobs) {
         crew_.unfinished_ += jobs.size();
         crew_.share(jobs);

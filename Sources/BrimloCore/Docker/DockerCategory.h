@@ -34,10 +34,10 @@ inline constexpr std::array kAllDockerCategories{
 /// The category's name for the screen.
 [[nodiscard]] std::string_view title(DockerCategory category);
 
-/// How risky the removal of its objects is.
+/// The rating of its objects.
 [[nodiscard]] Risk risk(DockerCategory category);
 
-/// What its objects are and how they come back, in whole sentences.
+/// What its objects are and how they can be restored, in whole sentences.
 [[nodiscard]] std::string_view regenerates(DockerCategory category);
 
 }  // namespace Brimlo

@@ -12,19 +12,19 @@
 #include <string_view>
 #include <vector>
 
-/// Docker, seen and cleaned through its command line tool alone. Holds no state; any thread.
+/// Docker, accessed only through its command line tool. Stateless; any thread.
 namespace Brimlo::DockerClient {
 
-/// Paths where the tool may be, the first that can be run counts.
+/// Candidate paths of the tool; the first executable one is used.
 using Places = std::vector<std::string>;
 
-/// Where the tool is found on this system. The search path is not consulted.
+/// The candidate paths on this system. The search path is not consulted.
 [[nodiscard]] Places usualPlaces();
 
 /// The tool, or nullopt when Docker is not installed.
 [[nodiscard]] std::optional<std::string> binary(const Places& places = usualPlaces());
 
-/// How the tool ended, and what it printed; ill-formed text is replaced by U+FFFD.
+/// The tool's exit status and output; ill-formed text is replaced by U+FFFD.
 struct Result {
     int status = 0;  ///< Or the number of the signal that ended it.
     std::string out;
@@ -33,26 +33,27 @@ struct Result {
     bool operator==(const Result&) const = default;
 };
 
-/// Runs the tool to its end. Made to end because its time was up or it printed too much, it has
-/// failed, and `err` says so. Nullopt when there is no tool or it could not be started. Blocks.
+/// Runs the tool to its end. A tool that was killed, because its time was up or it printed too
+/// much, has failed, and `err` says so. Nullopt when there is no tool or it could not be started.
+/// Blocks.
 [[nodiscard]] std::optional<Result> run(
     const std::vector<std::string>& arguments,
     double timeoutSeconds,
     const Places& places = usualPlaces());
 
-/// What Docker holds now. Never fails: what went wrong is told in the snapshot.
+/// Docker's objects now. Never fails: errors are part of the snapshot.
 ///
 /// Blocks: a fraction of a second where there is no daemon, and 103 seconds at worst.
 [[nodiscard]] DockerSnapshot snapshot(const Places& places = usualPlaces());
 
-/// The rows that `docker system df` prints as one JSON object a line; other lines are passed over.
+/// The rows that `docker system df` prints as one JSON object a line; other lines are skipped.
 [[nodiscard]] std::vector<DockerSummaryRow> parseSummary(std::string_view text);
 
-/// The objects in the JSON document of `docker system df -v` that nothing uses: images, then
-/// containers, then volumes, each in its order, then the build cache as one object.
+/// The unused objects in the JSON document of `docker system df -v`: images, then containers, then
+/// volumes, each in its order, then the build cache as one object.
 ///
-/// `folderExists` is asked whether the project folder of a stopped container is still there. Fails
-/// when the text is no JSON object; an element that makes no sense is passed over.
+/// `folderExists` tells whether the project folder of a stopped container still exists. Fails when
+/// the text is not a JSON object; malformed elements are skipped.
 [[nodiscard]] std::expected<std::vector<DockerObject>, Error> parseObjects(
     std::string_view json, const std::function<bool(const std::string&)>& folderExists);
 
@@ -65,8 +66,8 @@ struct Result {
 /// One suggestion for each category that holds something, in their order.
 [[nodiscard]] std::vector<Suggestion> suggestions(const DockerSnapshot& snapshot);
 
-/// Removes an object for good, unless Docker finds that something uses it. The reason why it
-/// stayed, or nullopt when it is gone. Blocks, up to four minutes.
+/// Removes an object for good, unless Docker reports it in use. Returns the reason why it stayed,
+/// or nullopt when it is gone. Blocks, up to four minutes.
 [[nodiscard]] std::optional<std::string> remove(
     std::string_view pseudoPath, const Places& places = usualPlaces());
 

@@ -12,13 +12,13 @@
 
 namespace Brimlo {
 
-/// What Docker holds on this machine, as far as it told.
+/// Docker's objects on this machine, as far as known.
 struct DockerSnapshot {
     bool available = false;              ///< The daemon answered.
     std::optional<std::string> context;  ///< The name of the engine that the tool talks to.
     std::optional<std::string> error;    ///< One sentence for the screen.
     std::vector<DockerSummaryRow> summary;
-    std::vector<DockerObject> objects;  ///< What can be removed; nothing that is in use.
+    std::vector<DockerObject> objects;  ///< Removable objects; none in use.
     std::vector<DockerVMDisk> vmDisks;
 
     bool operator==(const DockerSnapshot&) const = default;

@@ -5,7 +5,7 @@
 
 namespace Brimlo {
 
-/// What Docker holds of one type, by its own account.
+/// Docker's own summary of one type of objects.
 struct DockerSummaryRow {
     std::string type;  ///< Docker's word: "Images", "Local Volumes".
     std::int64_t total = 0;

@@ -14,13 +14,12 @@ namespace Brimlo::LargeFiles {
 
 /// The `limit` largest files below `root` that take at least `minSize` bytes, the largest first.
 ///
-/// Sizes are allocated bytes. A file with several names is taken once, under the name met first;
-/// of equal files at the end of a full list those met first stay. Links below `root` are not
-/// followed and other volumes not entered. `root` may be in any form; `limit` is at least 1.
+/// Sizes are allocated bytes. A hard-linked file is listed once, under the name met first; of equal
+/// files at the end of a full list those met first stay. Symlinks below `root` are not followed and
+/// other volumes not entered. `root` may be in any form; `limit` is at least 1.
 ///
 /// The control is told each folder when it is finished, after all below it, and each that can't be
-/// opened or lies on another volume. Cancelled, what was found so far comes back. Blocks; one
-/// thread.
+/// opened or is on another volume. Cancelled, it returns what was found so far. Blocks; one thread.
 [[nodiscard]] std::vector<std::shared_ptr<FileNode>> find(
     const std::string& root, std::size_t limit, std::int64_t minSize, ScanControl& control);
 

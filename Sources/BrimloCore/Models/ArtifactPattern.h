@@ -9,7 +9,7 @@
 
 namespace Brimlo {
 
-/// A rule that finds build output inside projects rather than at fixed paths.
+/// A rule for build output inside projects instead of fixed paths.
 ///
 /// Identified by `id`.
 struct ArtifactPattern {
@@ -20,11 +20,11 @@ struct ArtifactPattern {
     Risk risk = Risk::review;
     std::string regenerates;
     std::optional<std::string> officialCommand;  ///< The rebuild command.
-    std::vector<std::string> names;     ///< Folder names; one that holds a star is a wildcard.
-    std::vector<std::string> suffixes;  ///< Endings of folder names.
+    std::vector<std::string> names;              ///< Folder names; one with a star is a wildcard.
+    std::vector<std::string> suffixes;           ///< Suffixes of folder names.
     std::vector<std::string>
-        markers;  ///< Wildcards for siblings that prove a project; none needed when empty.
-    std::vector<std::string> excludes;  ///< Wildcards for names that never match.
+        markers;  ///< Wildcards for siblings that prove a project; empty: none needed.
+    std::vector<std::string> excludes;  ///< Wildcards for names that are never matched.
 
     bool operator==(const ArtifactPattern&) const = default;
 };

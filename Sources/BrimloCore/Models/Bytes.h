@@ -4,8 +4,8 @@
 #include <functional>
 #include <limits>
 
-/// Sums of sizes. What files and other programs say of sizes may be anything, so a sum that does
-/// not fit is the largest number there is, or the smallest, and never one of the other sign.
+/// Sums of sizes. Sizes from files and other programs may be anything, so sums saturate at the
+/// largest or smallest number and never overflow.
 namespace Brimlo::Bytes {
 
 [[nodiscard]] constexpr std::int64_t sum(std::int64_t a, std::int64_t b) {
@@ -26,7 +26,7 @@ namespace Brimlo::Bytes {
     return result;
 }
 
-/// The sum of what `size`, a field or a function, gives for each element.
+/// The sum of `size`, a field or a function, over all elements.
 template <typename Range, typename Size>
 [[nodiscard]] std::int64_t total(const Range& range, const Size& size) {
     std::int64_t result = 0;

@@ -6,7 +6,7 @@
 
 namespace Brimlo {
 
-/// How well a rule is evidenced, the strongest first.
+/// The evidence for a rule, strongest first.
 enum class Confidence { verifiedLocal, documented, community, unverified };
 
 inline constexpr std::array kAllConfidences{
@@ -16,13 +16,13 @@ inline constexpr std::array kAllConfidences{
     Confidence::unverified,
 };
 
-/// The word that stands for the level in JSON, for example "verified-local".
+/// The level's word in JSON, for example "verified-local".
 [[nodiscard]] std::string_view rawValue(Confidence confidence);
 
-/// The level in words for the screen.
+/// The level's name on the screen.
 [[nodiscard]] std::string_view label(Confidence confidence);
 
-/// Whether the evidence is strong enough for a built-in rule to be preselected.
+/// Whether the evidence is strong enough for preselecting a built-in rule.
 [[nodiscard]] bool isSupported(Confidence confidence);
 
 /// The level with exactly this raw value, or nullopt.

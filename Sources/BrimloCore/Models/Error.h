@@ -4,21 +4,21 @@
 
 namespace Brimlo {
 
-/// The domain of the errors that the program itself defines.
+/// The domain of the program's own errors.
 inline constexpr const char* kErrorDomain = "Brimlo";
 
-/// The domain of the errors of the operating system; their code is `errno`.
+/// The domain of the operating system's errors; their code is `errno`.
 inline constexpr const char* kSystemErrorDomain = "POSIX";
 
-/// Why a whole operation failed, in words for the user.
+/// Why an operation failed, in words for the user.
 struct Error {
     std::string domain;
     int code = 0;
-    std::string description;  ///< Readable as it stands, without a path in front.
+    std::string description;  ///< A complete phrase, without a path in front.
 
     bool operator==(const Error&) const = default;
 
-    /// The system's own words for `code`, an `errno` value.
+    /// The system's message for `code`, an `errno` value.
     [[nodiscard]] static Error fromSystem(int code);
 };
 

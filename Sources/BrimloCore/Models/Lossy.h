@@ -5,9 +5,9 @@
 
 namespace Brimlo {
 
-/// One element of a decoded list: its value, or why it has none. Exactly one is present.
+/// One element of a decoded list: its value or its error. Exactly one is present.
 ///
-/// Lets a list keep its length and positions when some of its elements are bad.
+/// Keeps the length and positions of a list with bad elements.
 template <typename T>
 struct Lossy {
     std::optional<T> value;

@@ -6,7 +6,7 @@
 
 namespace Brimlo {
 
-/// An audience for which a rule is meant.
+/// The audience of a rule.
 enum class Persona {
     general,
     developer,
@@ -37,7 +37,7 @@ inline constexpr std::array kAllPersonas{
     Persona::gaming,
 };
 
-/// The word that stands for the audience in JSON and on the command line; also its id.
+/// The audience's word in JSON and on the command line; also its id.
 [[nodiscard]] std::string_view rawValue(Persona persona);
 
 /// The audience's name for the screen.

@@ -5,18 +5,18 @@
 
 namespace Brimlo {
 
-/// How risky the removal of a finding is; the lower, the safer.
+/// How risky it is to remove a finding; lower is safer.
 enum class Risk { safe = 0, rebuild = 1, review = 2 };
 
 inline constexpr std::array kAllRisks{Risk::safe, Risk::rebuild, Risk::review};
 
-/// The word that stands for the rating in JSON: "safe", "rebuild" or "review".
+/// The rating's word in JSON: "safe", "rebuild" or "review".
 [[nodiscard]] std::string_view rawValue(Risk risk);
 
-/// The short word for a badge or a table.
+/// A short label for badges and tables.
 [[nodiscard]] std::string_view label(Risk risk);
 
-/// One sentence that tells the user what the rating means.
+/// A sentence that explains the rating to the user.
 [[nodiscard]] std::string_view explanation(Risk risk);
 
 }  // namespace Brimlo

@@ -11,13 +11,13 @@
 
 namespace Brimlo {
 
-/// One thing that can be cleaned. Identified by `path`.
+/// One item that can be cleaned. Identified by `path`.
 struct SuggestionItem {
     std::string path;       ///< Absolute, or a "docker:" pseudo path.
     std::int64_t size = 0;  ///< Allocated bytes.
     std::optional<std::int64_t>
         idleDays;                       ///< Days since the entry's or the project's last activity.
-    std::optional<std::string> detail;  ///< For artifacts the project's folder name.
+    std::optional<std::string> detail;  ///< For artifacts: the project's folder name.
     std::optional<std::string> subtitle;  ///< A line under the path.
 
     bool operator==(const SuggestionItem&) const = default;
@@ -26,20 +26,19 @@ struct SuggestionItem {
     [[nodiscard]] std::string url() const;
 };
 
-/// What one rule or pattern found.
+/// The findings of one rule or pattern.
 struct Suggestion {
     std::string id;  ///< The rule's or pattern's id.
     std::string name;
     std::string group;
     std::vector<Persona> personas;
     Risk risk = Risk::review;
-    bool isUsersOwn = false;  ///< The user wrote the rule, whatever its id.
+    bool isUsersOwn = false;  ///< From a rule of the user's, whatever its id.
     std::string regenerates;
     std::optional<std::string> officialCommand;
-    std::vector<std::string>
-        runningApps;  ///< Those of `quitApps` that run now, as the rule spells them.
-    std::vector<SuggestionItem> items;       ///< Sorted by size, largest first.
-    std::set<std::string> preselectedPaths;  ///< Which items start ticked.
+    std::vector<std::string> runningApps;  ///< The `quitApps` running now, as the rule spells them.
+    std::vector<SuggestionItem> items;     ///< Sorted by size, largest first.
+    std::set<std::string> preselectedPaths;  ///< The items ticked at first.
 
     bool operator==(const Suggestion&) const = default;
 

@@ -5,7 +5,7 @@
 
 namespace Brimlo::Platform {
 
-/// A count of bytes in decimal units, as the system's own programs write it.
+/// A size in decimal units, formatted as the system's own programs do.
 [[nodiscard]] std::string byteCount(std::int64_t count);
 
 }  // namespace Brimlo::Platform

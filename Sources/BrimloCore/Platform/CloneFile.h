@@ -11,23 +11,23 @@
 
 namespace Brimlo::Platform {
 
-/// Makes a file called `name` in the open folder `folder` that shares its bytes on the disk with
-/// the open file `original` until one of the two is written to, with the owner, mode, times and
-/// extended attributes of `original` as far as the system lets them be set. Returns it open.
+/// Creates a file `name` in the open folder `folder` as a clone of the open file `original` (a
+/// reflink), with its owner, mode, times and extended attributes as far as the system lets them be
+/// set. Returns it open.
 ///
-/// Fails with the system's code, and "clonefile failed: " before its words, when the volume knows
-/// no clones, the two lie on different ones, or `name` is taken; nothing is left behind.
+/// Fails with the system's code, and "clonefile failed: " before its words, when the volume has no
+/// clones, the two are on different volumes, or `name` exists; nothing is left behind.
 [[nodiscard]] std::expected<Descriptor, Error> cloneFile(
     int original, int folder, const std::string& name);
 
-/// Gives the open file `taker` the times and the mode of `giver`, as far as they can be set.
+/// Gives the open file `taker` the times and mode of `giver`, as far as possible.
 void copyTimesAndMode(int giver, int taker);
 
-/// Lets two entries of a folder take each other's place, in one step.
+/// Exchanges two entries of a folder in one step.
 [[nodiscard]] std::expected<void, Error> exchange(
     int folder, const std::string& one, const std::string& other);
 
-/// A piece of the disk that holds a part of a file.
+/// An extent: a contiguous piece of a file on disk.
 struct Extent {
     std::uint64_t offset = 0;    ///< In the file.
     std::uint64_t position = 0;  ///< On the volume.
@@ -37,9 +37,9 @@ struct Extent {
     auto operator<=>(const Extent&) const = default;
 };
 
-/// Where an open file lies, if other files share every byte of it. Two files of one volume with the
-/// same extents are clones of each other. Nullopt when a part is the file's own, when the system
-/// can't tell, and for a file without a byte on the disk.
+/// The extents of an open file, if other files share every byte of it. Two files of one volume with
+/// the same extents are clones of each other. Nullopt when a part is not shared, when the system
+/// can't tell, and for a file without data on disk.
 [[nodiscard]] std::optional<std::vector<Extent>> sharedExtents(int file);
 
 }  // namespace Brimlo::Platform

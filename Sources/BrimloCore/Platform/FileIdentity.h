@@ -6,7 +6,7 @@
 
 namespace Brimlo::Platform {
 
-/// What tells one object of the file system from another.
+/// The identity of a file system object.
 struct FileIdentity {
     std::uint64_t device = 0;
     std::uint64_t inode = 0;
@@ -16,7 +16,7 @@ struct FileIdentity {
     /// The device as a signed 32-bit decimal number, ":", the inode in decimal.
     [[nodiscard]] std::string text() const;
 
-    /// That of the entry at `path`, a link's own; nullopt when it can't be looked at.
+    /// The identity of the entry at `path`, a symlink's own; nullopt when it can't be read.
     [[nodiscard]] static std::optional<FileIdentity> of(const std::string& path);
 };
 

@@ -7,9 +7,9 @@
 
 namespace Brimlo::Platform {
 
-/// What tells one state of a file from a later one, as finely as the file system notes times.
+/// The version of a file, as finely as the file system records times.
 struct FileVersion {
-    /// A point in time as the system counts it.
+    /// A timestamp.
     struct Time {
         std::int64_t seconds = 0;
         std::int64_t nanoseconds = 0;
@@ -19,16 +19,16 @@ struct FileVersion {
 
     FileIdentity identity;
     std::int64_t length = 0;
-    std::uint64_t names = 0;  ///< How many the file has.
-    Time written;             ///< When its bytes changed.
-    Time changed;             ///< When anything of it changed, its place and name included.
+    std::uint64_t names = 0;  ///< Number of hard links.
+    Time written;             ///< When its content changed.
+    Time changed;             ///< When anything about it changed, including its name.
 
     bool operator==(const FileVersion&) const = default;
 
-    /// That of an open file; nullopt when it is no regular file.
+    /// The version of an open file; nullopt when it is not a regular file.
     [[nodiscard]] static std::optional<FileVersion> of(int file);
 
-    /// Whether `later` is the same file with the same bytes, whatever became of its name.
+    /// Whether `later` is the same file with the same content, whatever its name.
     [[nodiscard]] bool holdsTheBytesOf(const FileVersion& later) const {
         return identity == later.identity && length == later.length && written == later.written;
     }

@@ -4,9 +4,9 @@
 
 namespace Brimlo::Platform {
 
-/// The user's home folder as the system reports it now; empty when it reports none.
+/// The user's home folder as the system reports it; empty when unknown.
 ///
-/// Read anew at each call, since tests and launchers change it.
+/// Read at each call, since tests and launchers change it.
 [[nodiscard]] std::string homeFolder();
 
 }  // namespace Brimlo::Platform

@@ -7,13 +7,14 @@
 
 namespace Brimlo::Platform {
 
-/// The other paths at which the system shows what lies at a path, because a folder of its volume is
-/// attached in several places: as it was when this was made.
+/// The other paths of a file or folder, because a folder of its volume is mounted in several
+/// places: a snapshot of the mounts.
 class OtherNames {
 public:
     OtherNames();
 
-    /// Those of `path`, which is standardized and free of links but for its last component.
+    /// The other paths of `path`, which is standardized and free of symlinks except for its last
+    /// component.
     [[nodiscard]] std::vector<std::string> of(std::string_view path) const;
 
 private:

@@ -11,14 +11,14 @@
 
 namespace Brimlo::Platform {
 
-/// How the system is told of a job that it runs for a user at intervals: in which files, in which
-/// words, and by which commands. Nothing is written and nothing run here.
+/// The definition of a periodic job for a user: its files, their contents and the commands that
+/// load it. Writes nothing and runs nothing.
 class PeriodicJob {
 public:
     struct Settings {
         std::vector<std::string> arguments;  ///< The absolute path of the program first.
-        std::int64_t intervalSeconds = 0;    ///< The first run comes so long after the start, too.
-        std::string log;  ///< The file to which all output is appended; its folder must be there.
+        std::int64_t intervalSeconds = 0;    ///< Also the delay before the first run.
+        std::string log;  ///< The file that output is appended to; its folder must exist.
     };
 
     struct File {
@@ -34,17 +34,17 @@ public:
     /// The job of that name of the user with that home folder.
     PeriodicJob(std::string label, std::string home);
 
-    /// The paths of all that belongs to the job. The first is its definition: it names the program,
-    /// and there is a job when it exists.
+    /// The paths of the job's files. The first is its definition: it names the program, and the job
+    /// exists when it does.
     [[nodiscard]] std::vector<std::string> paths() const;
 
-    /// What to write, the definition last. Fails when a path holds a control character.
+    /// The files to write, the definition last. Fails when a path holds a control character.
     [[nodiscard]] std::expected<std::vector<File>, Error> files(const Settings& settings) const;
 
-    /// What to run before the files change, and after.
+    /// The commands to run before the files change, and after.
     [[nodiscard]] std::vector<Command> commands(Moment moment) const;
 
-    /// The program in the text of a definition; nullopt when it can't be told.
+    /// The program named in a definition; nullopt when it can't be read.
     [[nodiscard]] static std::optional<std::string> program(std::string_view definition);
 
 private:

@@ -12,8 +12,8 @@ struct Pipe {
     Descriptor writeEnd;
 };
 
-/// A new pipe, or nullopt when the system has none left. No program that another thread starts at
-/// the same moment inherits an end of it.
+/// A new pipe, or nullopt when the system has no descriptors left. Not inherited by programs that
+/// other threads start at the same moment.
 [[nodiscard]] std::optional<Pipe> openPipe();
 
 }  // namespace Brimlo::Platform

@@ -4,8 +4,8 @@
 
 namespace Brimlo::Platform {
 
-/// A standardized path without the "/private" at its start, where the system leaves that away: on
-/// macOS when the rest leads to the same entry, as it does below /etc, /tmp and /var.
+/// A standardized path without a leading "/private", where the system omits that: on macOS when the
+/// rest leads to the same entry, as it does below /etc, /tmp and /var.
 [[nodiscard]] std::string withoutPrivatePrefix(std::string path);
 
 }  // namespace Brimlo::Platform

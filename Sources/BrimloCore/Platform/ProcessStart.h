@@ -2,9 +2,8 @@
 
 namespace Brimlo::Platform {
 
-/// Makes this process independent of what its parent left it: as many open files as a walk may
-/// want, as far as the system allows, and endings of children that are kept until asked for.
-/// Called first of all.
+/// Resets what this process inherited: raises the limit of open files as far as the system allows,
+/// and keeps the exit status of children until asked for. Call it first.
 void prepareProcess();
 
 }  // namespace Brimlo::Platform

@@ -5,7 +5,7 @@
 
 namespace Brimlo::Platform {
 
-/// The names of the applications that the user is running now, as the desktop shows them.
+/// The names of the user's running applications, as the desktop shows them.
 [[nodiscard]] std::vector<std::string> runningAppNames();
 
 }  // namespace Brimlo::Platform

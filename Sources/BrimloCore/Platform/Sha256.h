@@ -9,7 +9,7 @@
 
 namespace Brimlo {
 
-/// The SHA-256 (FIPS 180-4) of bytes that come piece by piece; one object serves for many texts.
+/// The SHA-256 (FIPS 180-4) of bytes given in pieces; one object serves for many texts.
 class Sha256 {
 public:
     using Digest = std::array<std::uint8_t, 32>;
@@ -23,8 +23,8 @@ public:
 
     void update(std::span<const std::byte> bytes);
 
-    /// The digest of what came since the last one; begins anew. Nullopt when the system has no
-    /// SHA-256 to offer: no digest is ever made up.
+    /// The digest of the bytes since the last one; starts anew. Nullopt when the system offers no
+    /// SHA-256.
     [[nodiscard]] std::optional<Digest> finish();
 
 private:

@@ -6,12 +6,12 @@
 
 namespace Brimlo::Platform {
 
-/// Makes sure that a program which is started with `actions`, both its output streams redirected
-/// there, inherits its standard input and no other file; returns the flags that this takes for
-/// `posix_spawnattr_setflags`, or nullopt when it can't be had.
+/// Makes a program started with `actions`, both its output streams redirected there, inherit
+/// standard input and no other file; returns the flags for `posix_spawnattr_setflags`, or nullopt
+/// when that is not possible.
 [[nodiscard]] std::optional<short> inheritStreamsOnly(posix_spawn_file_actions_t& actions);
 
-/// The variables that a started program is to have: those of this one.
+/// The environment for a started program: this process's.
 [[nodiscard]] char** environment();
 
 }  // namespace Brimlo::Platform

@@ -7,28 +7,28 @@
 #include <optional>
 #include <string>
 
-/// What lies in the Trash, and the ways out of it. Paths are those that the Trash gave.
+/// Items in the Trash, and the ways out of it. Paths are those that the Trash gave.
 namespace Brimlo::Platform::TrashItem {
 
-/// What lies at `trashPath`, if it is the item that was put into a Trash of this user's for the
-/// journal entry `entryID`, when its identity was `recorded` (`FileIdentity::text`).
+/// The item at `trashPath`, if it is the one that was put into a Trash of this user for the journal
+/// entry `entryID`, when its identity was `recorded` (`FileIdentity::text`).
 ///
-/// Where the Trash keeps a note beside each item, the note has to name the entry: inodes are used
-/// again, and volumes get other device numbers. Elsewhere `recorded` has to be the identity;
-/// absent, the entry is from before identities were recorded and is taken at its word. Fails with
-/// ENOENT when the item is gone or something else has its name; any other error tells why that
-/// can't be known.
+/// Where the Trash has trashinfo files, the item's must name the entry: inodes are reused, and
+/// volumes get other device numbers. Elsewhere `recorded` must be the identity; absent, the entry
+/// predates recorded identities and is trusted. Fails with ENOENT when the item is gone or
+/// something else has its name; any other error says why that can't be known.
 [[nodiscard]] std::expected<FileIdentity, Error> find(
     const std::string& trashPath,
     const std::string& entryID,
     const std::optional<std::string>& recorded);
 
-/// Moves the item with this identity to `path`, whose parent exists and at which nothing does:
-/// never overwrites.
+/// Moves the item with this identity to `path`, whose parent exists; never overwrites.
 [[nodiscard]] std::expected<void, Error> putBack(
     const std::string& trashPath, const FileIdentity& identity, const std::string& path);
 
-/// Deletes the item for good if it is the object with this identity.
+/// Deletes the item for good if it has this identity. Follows no symlink and enters no mounted
+/// volume. The user's own read-only folders are deleted too. Needs no free disk space. On failure
+/// the rest of the item stays where it was.
 ///
 /// Follows no symlink and leaves mounted volumes alone. Folders of the user's own that forbid their
 /// change are deleted too. Needs no room on the disk. On failure what is left of the item lies
@@ -36,8 +36,8 @@ namespace Brimlo::Platform::TrashItem {
 [[nodiscard]] std::expected<void, Error> remove(
     const std::string& trashPath, const FileIdentity& identity);
 
-/// Removes what processes of this program that were killed have left in the home Trash: what is
-/// left of items that they were deleting, and notes, a day old or older, of items that never came.
+/// Cleans up after killed processes of this program in the home Trash: half-deleted items, and
+/// trashinfo files without an item that are at least a day old.
 void removeLeftovers();
 
 }  // namespace Brimlo::Platform::TrashItem

@@ -10,12 +10,12 @@ namespace Brimlo::Platform {
 struct VolumeCapacity {
     std::int64_t total = 0;
     std::int64_t available = 0;
-    /// What the system could make available by giving up what it can get again; absent where it
-    /// has no notion of that.
+    /// What the system could free of data that it can get again; absent where it has no such
+    /// notion.
     std::optional<std::int64_t> availableForImportantUsage;
 };
 
-/// The capacity of the volume that `path` lies on; nullopt when the system doesn't tell.
+/// The capacity of the volume of `path`; nullopt when unknown.
 [[nodiscard]] std::optional<VolumeCapacity> volumeCapacity(const std::string& path);
 
 }  // namespace Brimlo::Platform

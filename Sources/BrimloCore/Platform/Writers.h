@@ -6,14 +6,14 @@
 
 namespace Brimlo::Platform {
 
-/// Lets nobody else write to the open file `file` until it is closed or somebody has waited for too
-/// long (on Linux 45 seconds). `file` is open for reading alone.
+/// Keeps others from writing to the open file `file` until it is closed or somebody has waited too
+/// long (on Linux 45 seconds). `file` is open for reading only.
 ///
-/// Fails where a program has the file open for writing, and where the system refuses. Does nothing
-/// on a system that can't hold writers off.
+/// Fails when a program has the file open for writing, and when the system refuses. Does nothing on
+/// a system without such leases.
 [[nodiscard]] std::expected<void, Error> holdWriters(int file);
 
-/// Whether the writers are still held and none waits. True where none can be held.
+/// Whether writers are still kept out and none waits. True on a system without such leases.
 [[nodiscard]] bool isUndisturbed(int file);
 
 }  // namespace Brimlo::Platform

@@ -17,25 +17,25 @@ namespace Brimlo::ArtifactCatalog {
 
 }  // namespace Brimlo::ArtifactCatalog
 
-/// Which rules exist right now: the compiled tables, the packs and the user's own, each id once.
+/// All rules: the compiled tables, the packs and the user's own, each id once.
 namespace Brimlo::Catalog {
 
-/// All rules but the user's. Made once per process.
+/// All rules except the user's. Made once per process.
 [[nodiscard]] const std::vector<CleanupRule>& builtInRules();
 
-/// All rules, switched-off ones too. Reads the user's rules at each call.
+/// All rules, including switched-off ones. Reads the user's rules at each call.
 [[nodiscard]] std::vector<CleanupRule> rules();
 
-/// What is wrong with the user's rules. Reads them at each call.
+/// The problems of the user's rules. Reads them at each call.
 [[nodiscard]] std::vector<std::string> userRuleIssues();
 
-/// The packs that were read, and what was wrong with them.
+/// The packs read, and their problems.
 [[nodiscard]] const std::vector<std::string>& packNames();
 [[nodiscard]] const std::vector<std::string>& packIssues();
 
 [[nodiscard]] std::size_t artifactPatternCount();
 
-/// What a list shows of a pattern.
+/// The fields of a pattern that a list shows.
 struct ArtifactSummary {
     std::string id;
     std::string name;
@@ -45,7 +45,7 @@ struct ArtifactSummary {
 };
 [[nodiscard]] std::vector<ArtifactSummary> artifactSummaries();
 
-/// Whether a rule with weak evidence loses the rating that lets it be preselected.
+/// Whether weak evidence costs a rule the rating that lets it be preselected.
 enum class UnsupportedSafe { keep, lowerToRebuild };
 
 /// Each id once, at its first place, with its last content.

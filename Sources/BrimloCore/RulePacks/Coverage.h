@@ -12,10 +12,10 @@
 
 namespace Brimlo {
 
-/// What the catalog knows of one tool.
+/// The catalog's knowledge of one tool.
 struct CoverageEntry {
     std::string tool;
-    std::string domain;  ///< The family of tools it belongs to.
+    std::string domain;  ///< Its family of tools.
     std::size_t ruleCount = 0;
     std::size_t artifactCount = 0;  ///< Project patterns.
     Confidence bestConfidence = Confidence::unverified;
@@ -28,17 +28,17 @@ struct CoverageEntry {
     bool operator==(const CoverageEntry&) const = default;
 };
 
-/// The catalog by tool: how many rules each has, how well they are evidenced, and for whom.
+/// The catalog by tool: the number of rules of each, their evidence, and their audiences.
 namespace Coverage {
 
-/// All tools by domain, then by name. Rules that the user added don't count; those that take a
-/// built-in rule's place do. Reads the user's rules at each call.
+/// All tools by domain, then by name. Rules added by the user don't count; those that replace a
+/// built-in rule do. Reads the user's rules at each call.
 [[nodiscard]] std::vector<CoverageEntry> entries();
 
 /// "Supported", "Community" or "Unverified".
 [[nodiscard]] std::string_view supportWord(const CoverageEntry& entry);
 
-/// The entries as a document in Markdown, with what the words in it mean.
+/// The entries as a Markdown document, with a legend.
 [[nodiscard]] std::string markdown();
 
 }  // namespace Coverage

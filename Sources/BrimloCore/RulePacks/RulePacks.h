@@ -11,24 +11,24 @@
 /// The rule packs embedded in the program.
 namespace Brimlo::RulePacks {
 
-/// A pack as it is carried: the name of its file and its JSON text.
+/// An embedded pack: its file name and its JSON text.
 struct Source {
     std::string_view fileName;
     std::string_view text;
 };
 
-/// All packs of the program, in no particular order.
+/// All embedded packs, in no particular order.
 [[nodiscard]] std::span<const Source> embedded();
 
 struct Loaded {
     std::vector<CleanupRule> rules;
     std::vector<ArtifactPattern> artifacts;
-    std::vector<std::string> names;   ///< The packs that were read, by their own names.
+    std::vector<std::string> names;   ///< The packs read, by their own names.
     std::vector<std::string> issues;  ///< What could not be read, and where.
 };
 
-/// Reads packs in the order of their files' names. A pack that can't be read at all contributes
-/// nothing, a bad element only itself is missing.
+/// Reads packs in the order of their file names. An unreadable pack contributes nothing; a bad
+/// element is missing alone.
 [[nodiscard]] Loaded load(std::span<const Source> sources = embedded());
 
 }  // namespace Brimlo::RulePacks

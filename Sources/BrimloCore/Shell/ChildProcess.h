@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-/// A program run to its end.
+/// Runs a program to its end.
 namespace Brimlo::ChildProcess {
 
-/// What becomes of standard error; it is drained in either case.
+/// How to treat standard error; it is drained in either case.
 enum class StandardError : std::uint8_t { keep, drop };
 
 /// What to run.
@@ -17,14 +17,14 @@ struct Command {
     std::string executable;              ///< Absolute; the search path is not consulted.
     std::vector<std::string> arguments;  ///< Handed over as they are, without a shell.
     std::optional<std::string> cwd;      ///< Absent means the caller's.
-    double timeoutSeconds = 0;           ///< When the program is made to end.
+    double timeoutSeconds = 0;           ///< Time limit.
     StandardError standardError = StandardError::drop;
 };
 
-/// What a program was made to end for, unless it exited by itself when it was asked to.
+/// Why a program was killed, unless it exited by itself on request.
 enum class Cut : std::uint8_t { none, time, output };
 
-/// How the program ended, and the bytes that it printed.
+/// The program's end, and its output.
 struct Ending {
     int code = 0;           ///< Its exit status, or the number of the signal.
     bool bySignal = false;  ///< A signal ended it.
@@ -33,16 +33,16 @@ struct Ending {
     std::string err;
 };
 
-/// So much of each stream is kept; a program that prints more is made to end.
+/// Bytes kept of each stream; a program that prints more is killed.
 inline constexpr std::size_t kMostOutput = std::size_t{16} << 20U;
 
-/// Runs a program and waits for its end and for the end of all that it printed, at most until its
-/// time is up or it prints too much. Then it and its descendants, a process group of their own, are
-/// asked to end (SIGTERM) and a second later made to (SIGKILL). A descendant that left the group
-/// and holds the output open is waited for a second more, then no longer. Environment and standard
-/// input are the caller's; blocked and ignored signals are not.
+/// Runs a program and waits for its end and that of its output, until its time is up or it prints
+/// too much. Then it and its descendants, a process group of their own, get SIGTERM and a second
+/// later SIGKILL. A descendant that left the group and keeps the output open is waited for one
+/// second more. Environment and standard input are the caller's; blocked and ignored signals are
+/// reset.
 ///
-/// Nullopt when it could not be started or another part of the process took its ending away.
+/// Nullopt when it could not be started or another part of the process collected its exit status.
 /// Blocks; any thread.
 [[nodiscard]] std::optional<Ending> run(const Command& command);
 

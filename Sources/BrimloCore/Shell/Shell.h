@@ -4,23 +4,22 @@
 #include <string>
 #include <vector>
 
-/// Command line tools, run and read.
+/// Runs command line tools and reads their output.
 namespace Brimlo::Shell {
 
-/// How a tool ended by itself, and what it printed.
+/// A tool's exit status and output.
 struct Result {
     int status = 0;
-    std::string out;  ///< All of standard output; what is no UTF-8 is replaced by U+FFFD.
+    std::string out;  ///< Standard output; invalid UTF-8 becomes U+FFFD.
 
     bool operator==(const Result&) const = default;
 };
 
-/// Runs the tool at the absolute path `executable`, with the arguments as they are and in the
-/// folder `cwd`, and waits for its end and the end of its output. Standard error is dropped.
+/// Runs the tool at the absolute path `executable` in the folder `cwd`, the arguments passed
+/// unchanged, and waits for its end and that of its output. Standard error is dropped.
 ///
-/// Nullopt when it could not be started, a signal ended it, or it was made to end, because
-/// `timeoutSeconds` were over or it printed too much. Blocks; never call it on the thread that
-/// draws.
+/// Nullopt when it could not be started, a signal ended it, or it was killed because
+/// `timeoutSeconds` were over or it printed too much. Blocks; never call it on the main thread.
 [[nodiscard]] std::optional<Result> run(
     const std::string& executable,
     const std::vector<std::string>& arguments,

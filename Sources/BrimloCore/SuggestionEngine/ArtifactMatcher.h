@@ -11,13 +11,13 @@
 
 namespace Brimlo {
 
-/// Artifact patterns, arranged so that a name that none of them knows costs one look-up.
+/// Artifact patterns indexed by name: an unknown name costs one lookup.
 class ArtifactMatcher {
 public:
     /// Keeps a reference to `patterns`.
     explicit ArtifactMatcher(const std::vector<ArtifactPattern>& patterns);
 
-    /// The patterns that match a folder called `name` among entries called `siblings`, in order.
+    /// The patterns that match a folder `name` whose siblings are `siblings`, in order.
     [[nodiscard]] std::vector<const ArtifactPattern*> matches(
         std::string_view name, const std::vector<std::string_view>& siblings) const;
 

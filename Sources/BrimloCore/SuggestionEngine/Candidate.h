@@ -9,7 +9,7 @@
 
 namespace Brimlo {
 
-/// What a suggestion will say: one for each rule or pattern that found anything.
+/// A suggestion in the making: one for each rule or pattern that found anything.
 struct Meta {
     std::string id;
     std::string name;
@@ -24,11 +24,11 @@ struct Meta {
     bool catchAll = false;
 };
 
-/// A path on its way into a suggestion.
+/// A path that may become an item of a suggestion.
 struct Candidate {
-    std::size_t meta = 0;  ///< Its place in the list of `Meta`.
+    std::size_t meta = 0;  ///< Index into the list of `Meta`.
     SuggestionItem item;   ///< Not yet measured.
-    /// The one name of where the item lies; its path where that has no other name. Candidates are
+    /// The canonical name of the item's place; its path where that is its only name. Candidates are
     /// compared by it.
     std::string place = {};
 };

@@ -6,8 +6,8 @@
 
 namespace Brimlo::SuggestionEngine {
 
-/// The candidates that are left when no place may be offered twice, as itself or inside another:
-/// the broader one stays, unless what lies inside it is safer. In the order of acceptance.
+/// Removes candidates so that no place is offered twice, as itself or inside another: the broader
+/// one stays, unless the inner one is safer. In order of acceptance.
 [[nodiscard]] std::vector<Candidate> resolveOverlaps(
     std::vector<Candidate> candidates, const std::vector<Meta>& metas);
 

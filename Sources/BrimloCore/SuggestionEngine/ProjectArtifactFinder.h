@@ -20,24 +20,24 @@ struct FoundArtifact {
     bool operator==(const FoundArtifact&) const = default;
 };
 
-/// Looks for the folders that the artifact patterns know, and for how long the project around
-/// each has been idle.
+/// Finds the folders that the artifact patterns match, and how long the project around each has
+/// been idle.
 namespace ProjectArtifactFinder {
 
-/// Walks each root down to `maxDepth`, the root itself being depth 0. A folder may be found by
-/// several patterns; what is found is not entered. What the safety gate refuses, and what is hidden
-/// directly in the home folder, is a tool's own and nothing that a project built. Ends early, with
-/// what it has, when `control` is cancelled. One thread.
+/// Walks each root down to `maxDepth`, the root itself being depth 0. Several patterns may match a
+/// folder; a match is not entered. What the safety gate refuses, and hidden folders directly in the
+/// home folder, are skipped: those are a tool's own. Ends early, with the matches so far, when
+/// `control` is cancelled. One thread.
 [[nodiscard]] std::vector<FoundArtifact> find(
     const std::vector<std::string>& roots, int maxDepth, const ScanControl* control = nullptr);
 
-/// Days since the latest change of the project's manifests, found among the names of its entries,
-/// and of its repository; without either, of the folder itself.
+/// Days since the last change of the project's manifests, found among the names of its entries, and
+/// of its repository; without either, of the folder itself.
 [[nodiscard]] std::int64_t idleDays(
     const std::string& project, const std::vector<std::string_view>& siblings);
 
-/// The git directory of the repository that `folder` lies in, at most ten levels up and not above
-/// the home folder. Follows the file that worktrees and submodules have in its place.
+/// The git directory of the repository of `folder`, at most ten levels up and not above the home
+/// folder. Follows the ".git" file of worktrees and submodules.
 [[nodiscard]] std::optional<std::string> gitDirectory(const std::string& folder);
 
 }  // namespace ProjectArtifactFinder

@@ -8,27 +8,27 @@
 
 namespace Brimlo::SuggestionEngine {
 
-/// What a rule would clean now, with its age and without its size: in the order of the rule's
-/// paths, then of their expansion. What can't be read or may not be touched is left out.
+/// The items that a rule would clean now, with age but without size: in the order of the rule's
+/// paths, then of their expansion. Unreadable and refused ones are left out.
 [[nodiscard]] std::vector<SuggestionItem> targets(const CleanupRule& rule);
 
-/// The same for one of many rules, which share one look at what may not be touched.
+/// The same for one of many rules, which share one gate.
 [[nodiscard]] std::vector<SuggestionItem> targets(
     const CleanupRule& rule, const Safety::Gate& gate);
 
-/// The same items with their sizes and without their subtitles. Measures them in parallel; blocks
-/// until all are done.
+/// The same items with sizes and without subtitles. Measures them in parallel; blocks until all are
+/// done.
 [[nodiscard]] std::vector<SuggestionItem> size(std::vector<SuggestionItem> items);
 
-/// The sizes of these paths, likewise.
+/// The sizes of these paths, measured in parallel.
 [[nodiscard]] std::vector<SuggestionItem> size(const std::vector<std::string>& paths);
 
 }  // namespace Brimlo::SuggestionEngine
 
 namespace Brimlo::UserRules {
 
-/// What a rule would match now, measured, the largest first. Stands here and not with the user's
-/// rules because it takes the engine's eyes. Blocks.
+/// The items that a rule would match now, measured, largest first. It is here and not with the
+/// user's rules because it needs the engine. Blocks.
 [[nodiscard]] std::vector<SuggestionItem> preview(const CleanupRule& rule);
 
 }  // namespace Brimlo::UserRules

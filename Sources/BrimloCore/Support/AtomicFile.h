@@ -10,12 +10,12 @@
 
 namespace Brimlo {
 
-/// New content for a file, complete and on the disk under a temporary name beside it, waiting to
-/// replace the file in one step. Never published, it is removed.
+/// New content for a file, complete and synced to disk under a temporary name beside it, ready to
+/// replace the file in one step. Removed if never published.
 class AtomicFile {
 public:
-    /// Writes `bytes` beside `path` and waits until the disk has them. The file will be readable
-    /// by its owner alone.
+    /// Writes `bytes` beside `path` and syncs them to disk. The file will be readable by its owner
+    /// only.
     [[nodiscard]] static std::expected<AtomicFile, Error> prepare(
         std::string path, std::string_view bytes);
 
@@ -25,8 +25,8 @@ public:
     AtomicFile& operator=(const AtomicFile&) = delete;
     ~AtomicFile();
 
-    /// Removes what a process that was killed has left of new content for `path`. Only for one who
-    /// alone writes to it.
+    /// Removes temporary files that a killed process left for `path`. The caller must be its only
+    /// writer.
     static void removeLeftovers(const std::string& path);
 
     /// The same for all files of a folder whose names end with `suffix`.
@@ -38,9 +38,9 @@ public:
     /// `prepare` and `publish` in one.
     [[nodiscard]] static std::expected<void, Error> write(std::string path, std::string_view bytes);
 
-    /// Writes many files of one folder, each in one step, with far fewer waits for the disk than
-    /// one by one. None is in its place unless all are on the disk, so that a full disk shows
-    /// before; then, in their order, until one fails.
+    /// Writes many files of one folder, each in one step, with far fewer syncs than one by one.
+    /// None replaces its file unless all are on disk, so that a full disk shows first; then, in
+    /// order, until one fails.
     struct NewFile {
         std::string path;
         std::string bytes;
@@ -62,8 +62,8 @@ private:
 
 /// The whole content of a regular file of at most `limit` bytes.
 ///
-/// Fails with EFBIG for a longer one, and with EINVAL for what is no regular file, such as a pipe
-/// that nobody writes to. `Owner::trusted` fails with EPERM for a file that is neither the user's
+/// Fails with EFBIG for a longer one, and with EINVAL for anything but a regular file, such as a
+/// pipe without a writer. `Owner::trusted` fails with EPERM for a file that is neither the user's
 /// own nor the system's: somebody else could have written it.
 enum class Owner { any, trusted };
 [[nodiscard]] std::expected<std::string, Error> readFile(

@@ -16,25 +16,24 @@ namespace Brimlo {
 
 /// The persistent record of every disposal, shared with the other processes of the user.
 ///
-/// Holds no entries in memory: the file is the only copy, and each change is an exclusive
-/// read-modify-write of the whole of it. Locks the threads of this process first, then the other
-/// processes, through `path` + ".lock". A damaged file is copied to `path` + ".corrupt" and read
-/// as far as it can be. Any thread; each call blocks while another process holds the lock.
+/// Keeps no entries in memory: the file is the only copy, and each change is an exclusive
+/// read-modify-write of the whole file. Locks the threads of this process first, then the other
+/// processes, through `path` + ".lock". A damaged file is copied to `path` + ".corrupt" and read as
+/// far as possible. Any thread; each call blocks while another process holds the lock.
 class Journal {
-    /// Keeps out the other threads and then the other processes.
+    /// Excludes the other threads, then the other processes.
     struct Lock {
         std::unique_lock<std::mutex> threads;
-        FileLock processes;  ///< Without it the journal goes on with the threads' lock alone.
+        FileLock processes;  ///< Without it only the threads' lock is held.
     };
 
 public:
-    /// An entry that is on the disk but not yet in the journal, with the locks held. Dropped, it
-    /// leaves the journal as it was.
+    /// An entry that is on disk but not yet in the journal, with the locks held. Dropped, it leaves
+    /// the journal unchanged.
     class Pending {
     public:
-        /// Puts the journal with `entry` in place. Costs no more than a rename when `entry` is the
-        /// one prepared; one that turned out differently is written anew. On failure the journal
-        /// stays as it was.
+        /// Publishes the journal with `entry`. Costs no more than a rename when `entry` is the
+        /// prepared one; a different one is written anew. On failure the journal is unchanged.
         [[nodiscard]] std::expected<void, Error> publish(const JournalEntry& entry) &&;
 
     private:
@@ -58,24 +57,24 @@ public:
 
     [[nodiscard]] const std::string& path() const { return path_; }
 
-    /// All entries that can be decoded, the last one written first: dates are for people, and two
-    /// cleans of one second have the same. A missing file has none; fails when a file is there that
+    /// All entries that can be decoded, last written first: dates are for people, and two cleans
+    /// within a second have the same. A missing file has none; fails when a file is there that
     /// can't be read.
     [[nodiscard]] std::expected<std::vector<JournalEntry>, Error> entries();
 
-    /// Adds an entry at the end. A failure leaves the file as it was.
+    /// Appends an entry. A failure leaves the file unchanged.
     [[nodiscard]] std::expected<void, Error> append(const JournalEntry& entry);
 
-    /// Applies `body` to each entry whose id is among `ids`, in one write. A failure leaves the
-    /// file as it was.
+    /// Applies `body` to each entry whose id is in `ids`, in one write. A failure leaves the file
+    /// unchanged.
     [[nodiscard]] std::expected<void, Error> update(
         const std::set<Uuid>& ids, const std::function<void(JournalEntry&)>& body);
 
-    /// Whether an entry could be added now: tried with all but the last step of a write.
+    /// Whether an entry could be added now: does everything but the last step of a write.
     [[nodiscard]] std::expected<void, Error> checkWritable();
 
-    /// Writes the journal with `entry` at its end beside the old one, so that nothing but a rename
-    /// is left to do once the item has gone: a full disk shows before the item moves, not after.
+    /// Writes the journal with `entry` at its end to a temporary file, so that only a rename is
+    /// left once the item has gone: a full disk shows before the item moves, not after.
     [[nodiscard]] std::expected<Pending, Error> prepare(const JournalEntry& entry);
 
 private:

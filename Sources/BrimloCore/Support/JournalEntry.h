@@ -19,21 +19,21 @@ struct JournalEntry {
     std::optional<std::string> trashPath;  ///< Where the Trash put it; absent for Docker.
     std::int64_t size = 0;                 ///< Allocated bytes, as the plan had them.
     std::optional<std::string> ruleID;     ///< The rule that proposed it.
-    bool undone = false;                   ///< It has been restored.
-    bool purgedFromTrash = false;          ///< It is known to be gone from the Trash.
+    bool undone = false;                   ///< It was restored.
+    bool purgedFromTrash = false;          ///< It is known to have left the Trash.
     std::optional<std::string> trashID;    ///< Its identity in the Trash: "device:inode".
     Uuid batchID;                          ///< Shared by all entries of one clean.
 
     bool operator==(const JournalEntry&) const = default;
 
-    /// What became of the item: it lies in the Trash, it was put back, it left the Trash by
-    /// another way, or it never went there but was removed for good, as Docker's objects are.
+    /// The state of the item: in the Trash, restored, gone from the Trash by other means, or never
+    /// there because it was deleted for good, as Docker's objects are.
     enum class State { inTrash, restored, gone, removed };
     [[nodiscard]] State state() const;
 
     [[nodiscard]] bool isRestorable() const { return state() == State::inTrash; }
 
-    /// What a disposal that happens now is told by; `id` and `date` are made here.
+    /// The record of a disposal happening now; `id` and `date` are set here.
     struct Disposal {
         std::string originalPath;
         std::optional<std::string> trashPath;

@@ -9,37 +9,37 @@
 
 namespace Brimlo {
 
-/// What the gate says of a path by its text, with the home folder and the user's settings of one
-/// moment. A part of `Safety`, which knows where links and mounts lead; nobody else asks it.
+/// The gate's verdict on a path by its text alone, with the home folder and the user's settings at
+/// one moment. Part of `Safety`, which resolves symlinks and mounts; used by nothing else.
 ///
-/// Texts are compared decomposed and in lower case, so that equality and prefixes are those of
-/// Unicode text on a disk that doesn't tell letter case apart.
+/// Texts are compared decomposed and in lower case, like Unicode names on a case-insensitive
+/// volume.
 class SafetyTables {
 public:
     SafetyTables();
 
-    /// The reason not to touch what lies at `path`, in canonical form: the rows at or above it.
+    /// The reason not to touch `path`, in canonical form: the rows at or above it.
     [[nodiscard]] std::optional<std::string> check(std::string_view path) const;
 
-    /// The same, and the reason not to move `path` with all that it holds: the rows below it.
+    /// Also the reason not to move `path` with all its contents: the rows below it.
     [[nodiscard]] std::optional<std::string> checkAsAWhole(std::string_view path) const;
 
-    /// `path` as the rows are written: in lower case, "~" for the home folder by any of its names.
+    /// `path` in the form of the rows: lower case, "~" for the home folder by any of its names.
     [[nodiscard]] std::string place(std::string_view path) const;
 
-    /// The home folder as it is spelled, and then with its links resolved where that differs.
+    /// The home folder as spelled, then with its symlinks resolved where that differs.
     [[nodiscard]] const std::vector<std::string>& homes() const { return homes_; }
 
-    /// A place of the tables that is there now.
+    /// A protected place that exists now.
     struct Landmark {
         std::string path;                 ///< Absolute, in the home as it is spelled.
-        std::string real;                 ///< With its links resolved.
-        bool isBehindALink = false;       ///< A link within the home leads to it.
+        std::string real;                 ///< With its symlinks resolved.
+        bool isBehindALink = false;       ///< A symlink within the home leads to it.
         Platform::FileIdentity identity;  ///< That of what its links lead to.
-        std::string_view reason;          ///< Why a folder that holds it may not go.
+        std::string_view reason;          ///< Why a folder that contains it may not go.
     };
 
-    /// All that are there. Costs a system call for each place whose folder is there.
+    /// All that exist. Costs a system call for each place whose parent exists.
     [[nodiscard]] std::vector<Landmark> landmarks() const;
 
 private:

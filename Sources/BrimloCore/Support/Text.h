@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-/// Unicode text held as UTF-8. Ill-formed bytes are taken as replacement characters.
+/// Unicode text in UTF-8. Ill-formed bytes count as replacement characters.
 namespace Brimlo::Text {
 
 /// Whether the bytes are well-formed UTF-8.
@@ -15,10 +15,10 @@ namespace Brimlo::Text {
 /// equivalent exactly when these are equal.
 [[nodiscard]] std::string decomposed(std::string_view text);
 
-/// Lower-cased by Unicode's rules without regard to a language, then decomposed.
+/// Lower-cased by Unicode's language-independent rules, then decomposed.
 [[nodiscard]] std::string lowered(std::string_view text);
 
-/// Lower-cased by Unicode's rules without regard to a language.
+/// Lower-cased by Unicode's language-independent rules.
 [[nodiscard]] std::string lowercased(std::string_view text);
 
 /// The user-perceived characters (Unicode Standard Annex 29), as views into `text`.
@@ -39,7 +39,7 @@ namespace Brimlo::Text {
 /// Well-formed: each ill-formed sequence becomes U+FFFD.
 [[nodiscard]] std::string repaired(std::string_view text);
 
-/// Fit to be shown on one line: ill-formed bytes and control characters become U+FFFD.
+/// For display on one line: ill-formed bytes and control characters become U+FFFD.
 [[nodiscard]] std::string printable(std::string_view text);
 
 }  // namespace Brimlo::Text

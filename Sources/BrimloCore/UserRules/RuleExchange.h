@@ -7,22 +7,22 @@
 #include <string>
 #include <vector>
 
-/// Rules on their way from one machine to another, as one file.
+/// Exchanges rules between machines, as one file.
 namespace Brimlo::UserRules {
 
-/// The text of a file of these rules, in this order, with its keys sorted at every level.
+/// The text of a file with these rules, in this order, with keys sorted at every level.
 ///
-/// Fails when a rule holds what JSON cannot.
+/// Fails when a rule holds what JSON can't represent.
 [[nodiscard]] std::expected<std::string, Error> exportJSON(const std::vector<CleanupRule>& rules);
 
-/// Writes such a file, in one step, readable by its owner alone.
+/// Writes such a file in one step, readable by its owner only.
 ///
-/// A file that is there is kept, with the error EEXIST, or replaced if it is a plain one.
+/// An existing file is kept, with the error EEXIST, or replaced if it is a plain file.
 enum class Existing { keep, replace };
 [[nodiscard]] std::expected<void, Error> exportTo(
     const std::string& path, const std::vector<CleanupRule>& rules, Existing existing);
 
-/// What became of the rules of a file, each kind in their order there.
+/// The outcome for each rule of a file, in its order.
 struct Imported {
     std::vector<std::string> imported;  ///< The ids under which rules were stored.
     std::vector<std::string> rejected;  ///< "id: reasons" or "rule #position: reason".
@@ -30,14 +30,15 @@ struct Imported {
     bool operator==(const Imported&) const = default;
 };
 
-/// Stores each valid rule of the file `from` in `directory`, over an earlier one of the same id.
+/// Stores each valid rule of the file `from` in `directory`, replacing an earlier one of the same
+/// id.
 ///
 /// A rule whose id is not one of the user's own gets such an id and loses its rank: it runs beside
-/// the rule it was copied from, replaces none, and never is the catch-all. `allowOverride` leaves
-/// it as it stands in the file. Of two rules that come to one id the later stays.
+/// the rule it was copied from, replaces none, and is never the catch-all. `allowOverride` keeps
+/// the id. Of two rules with the same id the later wins.
 ///
-/// Fails when the file can't be read or is no rule pack. Fails, too, when a rule can't be saved:
-/// then none is, unless another file stands in its way, which those before it don't mind.
+/// Fails when the file can't be read or is not a rule pack. Also fails when a rule can't be saved:
+/// then none is, unless another file is in its way, which does not affect those before it.
 [[nodiscard]] std::expected<Imported, Error> importPack(
     const std::string& from, bool allowOverride, const std::string& directory);
 

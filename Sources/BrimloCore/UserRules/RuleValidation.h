@@ -8,10 +8,10 @@
 
 namespace Brimlo {
 
-/// What is wrong with a rule, in sentences for its author, in the order they were found.
+/// The problems of a rule, in sentences for its author, in the order found.
 struct RuleValidation {
     std::vector<std::string> errors;    ///< A rule with errors is never stored.
-    std::vector<std::string> warnings;  ///< Shown, and no hindrance.
+    std::vector<std::string> warnings;  ///< Shown, but not a hindrance.
 
     bool operator==(const RuleValidation&) const = default;
 
@@ -23,8 +23,8 @@ struct RuleValidation {
 
 namespace UserRules {
 
-/// Judges a rule by its text: it may not aim at what the safety gate refuses, nor mean everything,
-/// nor sweep a personal folder without being rated Review. Expands nothing and reads no folder.
+/// Validates a rule by its text: it must not target what the safety gate refuses, nor everything,
+/// nor a personal folder without being rated Review. Expands nothing and reads no folder.
 [[nodiscard]] RuleValidation validate(const CleanupRule& rule);
 
 }  // namespace UserRules

@@ -11,43 +11,43 @@
 #include <string_view>
 #include <vector>
 
-/// The rules that the user wrote: one JSON file a rule in a folder of their own. The folder is
-/// the truth; every reader loads it anew.
+/// The user's own rules: one JSON file a rule, in a folder. The folder is the only copy; every
+/// reader loads it anew.
 namespace Brimlo::UserRules {
 
-/// What the ids of the user's own rules begin with.
+/// The prefix of the ids of the user's own rules.
 inline constexpr std::string_view kIDPrefix = "custom.";
 
 [[nodiscard]] bool isCustom(std::string_view id);
 
-/// The folder of the user's rules; made if need be, a failure to do so is ignored.
+/// The folder of the user's rules; created if missing, failures are ignored.
 [[nodiscard]] std::string defaultDirectory();
 
 struct Loaded {
     std::vector<CleanupRule> rules;   ///< In the order of the files' names, then within the file.
-    std::vector<std::string> issues;  ///< What could not be read or is not valid, and where.
+    std::vector<std::string> issues;  ///< What could not be read or is invalid, and where.
 };
 
-/// The valid rules in all ".json" files of a folder. One that is missing holds none.
+/// The valid rules in all ".json" files of a folder. A missing folder has none.
 [[nodiscard]] Loaded load(const std::string& directory);
 
-/// Writes a rule to its file, over an earlier one of the same id.
+/// Writes a rule to its file, replacing an earlier one of the same id.
 ///
-/// Fails with code 10 of the domain "Brimlo" and the errors, a line each, when the rule is not
-/// valid or holds what JSON cannot.
+/// Fails with code 10 of the domain "Brimlo" and the errors, one a line, when the rule is invalid
+/// or holds what JSON can't represent.
 [[nodiscard]] std::expected<void, Error> save(
     const CleanupRule& rule, const std::string& directory);
 
-/// The same for many rules, in a fraction of the time. None is saved unless all can be written,
-/// so a full disk leaves the folder as it is.
+/// The same for many rules, much faster. None is saved unless all can be written, so a full disk
+/// leaves the folder unchanged.
 [[nodiscard]] std::expected<void, Error> saveAll(
     const std::vector<CleanupRule>& rules, const std::string& directory);
 
 /// Deletes a rule's file for good; fails when there is none. An id that could lead out of the
-/// folder is passed over.
+/// folder is ignored.
 [[nodiscard]] std::expected<void, Error> remove(std::string_view id, const std::string& directory);
 
-/// What an author tells of a rule.
+/// The author's input for a rule.
 struct Draft {
     std::optional<std::string> id;  ///< Made from the name when absent.
     std::string name;
@@ -63,18 +63,19 @@ struct Draft {
     std::vector<Persona> personas;
 };
 
-/// A rule as an author's own rules are: its paths in tilde form, with the evidence of a report.
+/// A rule from the author's input: its paths in tilde form, with the evidence of a report.
 [[nodiscard]] CleanupRule make(Draft draft);
 
 /// The path with the home folder written as "~".
 [[nodiscard]] std::string tildeForm(std::string_view path);
 
-/// What an id may hold of a text: lower-case letters a to z, without their accents, and digits,
-/// with single hyphens for all else between; at most 40 characters. "rule" when nothing is left.
+/// The part of an id made from a text: lower-case letters a to z without accents, and digits, with
+/// single hyphens for everything else in between; at most 40 characters. "rule" when nothing is
+/// left.
 [[nodiscard]] std::string slug(std::string_view text);
 
-/// An id for a new rule of this name that no saved rule has: "custom.", its slug, and four random
-/// hex digits, or more where four are taken.
+/// An unused id for a new rule of this name: "custom.", its slug, and four random hex digits, or
+/// more where four are taken.
 [[nodiscard]] std::string newID(std::string_view name);
 
 }  // namespace Brimlo::UserRules

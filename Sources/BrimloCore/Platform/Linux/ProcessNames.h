@@ -7,11 +7,11 @@
 
 namespace Brimlo::Platform {
 
-/// The names of the applications to which the processes of this user belong; sorted, unique.
+/// The names of the applications that this user's processes belong to; sorted, unique.
 ///
-/// `proc` is the folder in which the kernel shows processes, "/proc". An application is called as
-/// one of `entries` calls it. One without an entry goes by the name of its binary or script, and
-/// by the one its makers use where that differs; a Flatpak or Snap by the last part of its id, too.
+/// `proc` is the process file system, "/proc". An application is named as in `entries`. One without
+/// an entry has the name of its binary or script, and its maker's name where that differs; a
+/// Flatpak or Snap also the last part of its id.
 [[nodiscard]] std::vector<std::string> applicationNames(
     const std::string& proc, const std::vector<DesktopEntry>& entries);
 

@@ -9,28 +9,28 @@
 
 namespace Brimlo::Platform {
 
-/// One Trash of the freedesktop.org Trash Specification 1.0, its folders open.
+/// A Trash of the freedesktop.org Trash Specification 1.0, with its folders open.
 ///
-/// Each folder is the user's own, no link, and closed to the writing of others; else it is not
-/// used.
+/// Each folder must belong to the user, not be a symlink, and not be writable by others; otherwise
+/// it is not used.
 struct TrashFolder {
     std::string path;  ///< The folder that holds "files" and "info".
-    std::string base;  ///< What the paths in its notes are relative to; empty for absolute.
+    std::string base;  ///< The base of the paths in its trashinfo files; empty for absolute paths.
     Descriptor files;
     Descriptor info;
 
-    /// The Trash of the volume of a folder, made when it is missing: the home Trash where that is
-    /// on the same mount, else the one at the top of the mount.
+    /// The Trash of a folder's volume, created if missing: the home Trash if on the same mount,
+    /// else the one at the mount point.
     [[nodiscard]] static std::expected<TrashFolder, Error> forItemsIn(
         int folder, std::string_view folderPath);
 
-    /// The home Trash, not made when it is missing: ENOENT then.
+    /// The home Trash, not created if missing: ENOENT then.
     [[nodiscard]] static std::expected<TrashFolder, Error> home();
 
-    /// The Trash in whose "files" the item at `itemPath` lies or lay; nothing is made.
+    /// The Trash whose "files" folder holds or held the item at `itemPath`; creates nothing.
     ///
-    /// Fails with ENOENT when that is no Trash of this user's, or is gone from a volume that is
-    /// there, and with ENXIO when the volume may not be there.
+    /// Fails with ENOENT when that is not a Trash of this user, or is gone from a mounted volume,
+    /// and with ENXIO when the volume may not be mounted.
     [[nodiscard]] static std::expected<TrashFolder, Error> holding(const std::string& itemPath);
 
     /// Whether an open folder is the Trash, its "files" or its "info".

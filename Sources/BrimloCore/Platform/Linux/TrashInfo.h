@@ -7,29 +7,28 @@
 
 namespace Brimlo::Platform {
 
-/// The note beside an item in the Trash (freedesktop.org Trash Specification 1.0, "Contents of a
-/// trash directory").
+/// A trashinfo file (freedesktop.org Trash Specification 1.0, "Contents of a trash directory").
 struct TrashInfo {
-    /// Where the item came from: absolute in the home Trash, else relative to the folder that
-    /// holds the Trash. Any bytes.
+    /// The original path: absolute in the home Trash, else relative to the folder that holds the
+    /// Trash. Any bytes.
     std::string path;
 
-    /// The journal entry of the removal, in a line of our own that other programs pass over.
+    /// The journal entry of the removal, in a key of our own that other programs ignore.
     std::optional<std::string> entryID;
 
-    /// The whole content of the note for a removal at `date`, which it tells in local time.
+    /// The file's content for a removal at `date`, which it gives in local time.
     [[nodiscard]] std::string text(std::time_t date) const;
 
-    /// The note in a text; nullopt when it names no path.
+    /// The parsed content; nullopt when it names no path.
     [[nodiscard]] static std::optional<TrashInfo> parse(std::string_view text);
 };
 
-/// The name that an item called `name` gets in the Trash at a given try, beginning with 1: the
-/// name itself, then with a number before its ending. Shortened between characters where the
-/// name of the note would be longer than a file system allows.
+/// The name of an item called `name` in the Trash at a given attempt, starting with 1: the name
+/// itself, then with a number before its extension. Shortened between characters where the
+/// trashinfo file's name would be too long for a file system.
 [[nodiscard]] std::string nameInTrash(std::string_view name, int attempt);
 
-/// What the name of a note has behind the name of its item.
+/// The extension of trashinfo files.
 inline constexpr std::string_view kTrashInfoSuffix = ".trashinfo";
 
 }  // namespace Brimlo::Platform

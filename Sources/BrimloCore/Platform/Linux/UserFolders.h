@@ -6,12 +6,11 @@
 
 namespace Brimlo::Platform {
 
-/// The folders of the desktop, of documents, videos and so on, as the file "user-dirs.dirs" names
-/// them: absolute, normalized. The home folder itself is none of them; by its name a folder is
-/// switched off there.
+/// The user's folders for desktop, documents, videos and so on, from "user-dirs.dirs": absolute,
+/// normalized. The home folder itself is never one: there it switches a folder off.
 [[nodiscard]] std::vector<std::string> userFolders();
 
-/// What a file with this text names. Lines that make no sense name nothing.
+/// The folders named in a text. Malformed lines are ignored.
 [[nodiscard]] std::vector<std::string> parseUserFolders(
     std::string_view text, const std::string& home);
 

@@ -8,7 +8,7 @@
 
 namespace Brimlo::Platform {
 
-/// The identity in what stat(2) tells. The number of a device has another type on each system.
+/// The identity in a stat(2) result. The type of a device number differs between systems.
 [[nodiscard]] inline FileIdentity identityOf(const struct stat& status) {
     return {.device = static_cast<std::uint64_t>(status.st_dev), .inode = status.st_ino};
 }

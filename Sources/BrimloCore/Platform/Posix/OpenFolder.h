@@ -8,10 +8,10 @@
 
 namespace Brimlo::Platform {
 
-/// Opens a folder for calls relative to it, following no link in any component.
+/// Opens a folder for calls relative to it, following no symlink in any component.
 ///
-/// `path` is absolute and in canonical form. Opening it component by component has no limit on
-/// the length of the path. Fails with ELOOP or ENOTDIR when a component is no folder any more.
+/// `path` is absolute and in canonical form. It is opened component by component, so its length is
+/// not limited. Fails with ELOOP or ENOTDIR when a component is not a folder any more.
 [[nodiscard]] std::expected<Descriptor, Error> openFolder(std::string_view path);
 
 }  // namespace Brimlo::Platform

@@ -4,8 +4,7 @@
 
 namespace Brimlo::Platform {
 
-/// Why a system call that was to move an item failed, as a lower-case phrase; `code` is its
-/// `errno`.
+/// Why moving an item failed, as a lower-case phrase; `code` is the `errno`.
 [[nodiscard]] std::string reasonNotMoved(int code);
 
 }  // namespace Brimlo::Platform

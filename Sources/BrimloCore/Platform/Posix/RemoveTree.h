@@ -8,14 +8,13 @@
 
 namespace Brimlo::Platform {
 
-/// Deletes what is called `name` in the open folder `parent`, with all that it holds, if it is the
-/// object with this identity; fails with ESTALE when it is another.
+/// Deletes `name` in the open folder `parent` with all its contents, if it has this identity; fails
+/// with ESTALE when it is another object.
 ///
-/// A folder is opened and then compared, so that nothing in another one is touched. What is no
-/// folder is compared right before it is deleted: there is no call that does both.
-/// Follows no link, enters no other mount, keeps one descriptor open however deep the tree is,
-/// and gives the user's own folders the permission that deleting in them takes. Stops at the first
-/// thing that can't be deleted.
+/// A folder is opened and then compared, so nothing in another one is touched. Other entries are
+/// compared right before they are deleted: no call does both. Follows no symlink, enters no other
+/// mount, keeps one descriptor open however deep the tree is, and makes the user's own read-only
+/// folders writable. Stops at the first thing that can't be deleted.
 [[nodiscard]] std::expected<void, Error> removeTree(
     int parent, const std::string& name, const FileIdentity& identity);
 

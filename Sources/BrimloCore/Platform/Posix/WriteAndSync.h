@@ -4,10 +4,11 @@
 
 namespace Brimlo::Platform {
 
-/// Writes all bytes to an open file. False, with `errno` set, when that failed; likewise below.
+/// Writes all bytes to an open file. False, with `errno` set, on failure; so do the functions
+/// below.
 [[nodiscard]] bool writeBytes(int descriptor, std::string_view bytes);
 
-/// Waits until the disk has all that was written to a file, through whichever descriptor.
+/// Syncs a file to disk, whichever descriptor wrote it.
 [[nodiscard]] bool syncFile(int descriptor);
 
 /// Both.

@@ -7,12 +7,12 @@
 #include <functional>
 #include <span>
 
-/// The records in which getattrlistbulk(2) tells the entries of a directory. Plain text work: no
-/// call of the system.
+/// The records in which getattrlistbulk(2) returns directory entries. Pure parsing, no system
+/// calls.
 namespace Brimlo::Platform::AttributeRecords {
 
-/// The attributes to ask for, as the fields of an `attrlist` of the same names. The layout that
-/// `read` knows is that of these and of no others, with `FSOPT_PACK_INVAL_ATTRS`.
+/// The attributes to request, as fields of an `attrlist`. `read` knows the layout of exactly these,
+/// with `FSOPT_PACK_INVAL_ATTRS`.
 struct Request {
     std::uint32_t commonattr;
     std::uint32_t fileattr;
@@ -20,9 +20,8 @@ struct Request {
 
 [[nodiscard]] Request request(EntryDetail detail);
 
-/// Hands out the entries of the `count` records at the start of `buffer`. False when a record is
-/// not what the kernel would write: then the ones from there on are left out. An entry without a
-/// name that can be used is left out, too.
+/// Passes on the entries of the `count` records at the start of `buffer`. False at a malformed
+/// record: it and the following ones are left out. An entry without a usable name is left out, too.
 [[nodiscard]] bool read(
     std::span<const std::byte> buffer,
     std::size_t count,

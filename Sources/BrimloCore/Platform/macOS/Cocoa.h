@@ -8,7 +8,7 @@
 
 #import <Foundation/Foundation.h>
 
-/// Between Foundation's values and ours, for the Objective-C++ sources of this folder.
+/// Conversions between Foundation's values and ours, for the Objective-C++ sources of this folder.
 namespace Brimlo::Platform {
 
 /// "" for nil.
