@@ -342,7 +342,7 @@ TEST_F(SmartCleanScreenTest, KeepsSheetsSaneWhenTheirDataGoesAway) {
     press("Clean *");
     finish();
     waitToSee("Cleanup finished with problems");
-    // The next clean's report takes the place of the one on show.
+    // The next clean's report replaces the visible one.
     model().setSection(Section::Overview);
     model().smartClean()->toggle(at("mine/data"));
     model().cleanup()->run(model().smartClean()->currentPlan());

@@ -156,7 +156,7 @@ protected:
         return {std::begin(shots), std::end(shots)};
     }
 
-    /// Ways to what lies in a folder of which nothing may go.
+    /// Paths into a folder whose contents are protected.
     static std::vector<Shot> inside(const std::string& path, std::size_t number) {
         const auto at = [&](const char* own) { return place(number, own); };
         const std::string mounted = bound(path, at("in-mount"));
@@ -171,7 +171,7 @@ protected:
         return {std::begin(shots), std::end(shots)};
     }
 
-    /// Fires one shot, and tells what is wrong with what came of it.
+    /// Fires one shot, and returns what is wrong with the result.
     std::string fire(const Shot& shot, const std::string& target) {
         const CleanReport report = clean({shot.path});
         std::error_code ignored;
