@@ -29,7 +29,7 @@ WAYS = {
         "BrimloApp/Platform/Linux/Privilege.cpp": 1,
         "BrimloApp/Platform/macOS/Privilege.mm": 1,
         "BrimloApp/Platform/Privilege.h": 1,
-        "BrimloApp/CLIInstaller.cpp": 1,
+        "BrimloApp/Settings/CLIInstaller.cpp": 1,
     },
 }
 
