@@ -74,8 +74,8 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
 
 void addAutocleanCommand(CLI::App& app, Tool& tool) {
     const auto arguments = std::make_shared<Arguments>();
-    CLI::App* command =
-        tool.add(app, "autoclean", "Clean as the background job does", [arguments, &tool] {
+    CLI::App* command = tool.add(
+        app, "autoclean", "Run the unattended clean of the background job", [arguments, &tool] {
             return run(*arguments, tool);
         });
     command->group(kCleanGroup);

@@ -54,7 +54,7 @@ ExitCode run(const std::vector<std::string>& paths, const Tool& tool) {
 void addBackupCommand(CLI::App& app, Tool& tool) {
     const auto paths = std::make_shared<std::vector<std::string>>();
     CLI::App* command =
-        tool.add(app, "backup", "Tell whether paths are safe elsewhere already", [paths, &tool] {
+        tool.add(app, "backup", "Tell whether paths are backed up elsewhere", [paths, &tool] {
             return run(*paths, tool);
         });
     command->group(kLookGroup);

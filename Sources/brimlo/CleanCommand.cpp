@@ -135,11 +135,11 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
                              (arguments.rules.empty() ? 0U : 1U) +
                              (arguments.paths.empty() ? 0U : 1U);
     if (ways != 1) {
-        complain("Say one of --preselected, --safe, --rule ID and paths.");
+        complain("Give --preselected, --safe, --rule ID or paths.");
         return ExitCode::wrongUsage;
     }
     if (!arguments.dryRun && !arguments.yes && (tool.isJson() || !Console::canAsk())) {
-        complain("Nobody can be asked here: say --yes to clean, or --dry-run to look.");
+        complain("Not a terminal: pass --yes to clean, or --dry-run to preview.");
         return ExitCode::wrongUsage;
     }
     const CleanRun::Choice choice{.dryRun = arguments.dryRun, .yes = arguments.yes};
@@ -164,7 +164,7 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
 void addCleanCommand(CLI::App& app, Tool& tool) {
     const auto arguments = std::make_shared<Arguments>();
     CLI::App* command =
-        tool.add(app, "clean", "Move things to the Trash, after showing them", [arguments, &tool] {
+        tool.add(app, "clean", "Move items to the Trash, after a preview", [arguments, &tool] {
             return run(*arguments, tool);
         });
     command->group(kCleanGroup);

@@ -83,7 +83,7 @@ ExitCode run(const Tool& tool) {
 
 void addDockerCommand(CLI::App& app, Tool& tool) {
     CLI::App* command =
-        tool.add(app, "docker", "List what Docker holds and what of it nothing uses", [&tool] {
+        tool.add(app, "docker", "List Docker's objects and show which are unused", [&tool] {
             return run(tool);
         });
     command->group(kLookGroup);

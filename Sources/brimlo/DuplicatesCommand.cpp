@@ -138,7 +138,7 @@ std::vector<std::string> roots(const std::vector<std::string>& paths) {
         if (Folders::names(root)) {
             result.push_back(std::move(root));
         } else {
-            complain(path + " is no folder that can be read.");
+            complain(path + " is not a readable folder.");
         }
     }
     return result;
@@ -171,7 +171,7 @@ ExitCode act(
 ExitCode run(const Arguments& arguments, const Tool& tool) {
     const bool isChanging = arguments.clone || arguments.trashExtras;
     if (isChanging && !arguments.yes && (tool.isJson() || !Console::canAsk())) {
-        complain("Nobody can be asked here: say --yes to change files.");
+        complain("Not a terminal: pass --yes to change files.");
         return ExitCode::wrongUsage;
     }
     const std::vector<std::string> folders = roots(arguments.paths);

@@ -49,7 +49,7 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
     // A folder is told when it is finished, so that the root is told last.
     const bool isRead = control.progress().path == root;
     if (!isRead) {
-        complain(arguments.path + " is no folder that can be read.");
+        complain(arguments.path + " is not a readable folder.");
     }
     if (tool.isJson()) {
         Json::Array document;

@@ -124,7 +124,7 @@ ExitCode setDisabled(const std::string& id, bool disabled, const Tool& tool) {
 ExitCode remove(const std::string& id, const Tool& tool) {
     const std::string directory = UserRules::defaultDirectory();
     if (!UserRules::isCustom(id)) {
-        complain("\"" + id + "\" is no rule of yours: they begin with \"custom.\".");
+        complain("\"" + id + "\" is not one of your rules: they begin with \"custom.\".");
         return ExitCode::wrongUsage;
     }
     if (!Platform::FileIdentity::of(directory + "/" + id + ".json")) {

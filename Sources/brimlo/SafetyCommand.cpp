@@ -49,7 +49,7 @@ void addSafetyCommand(CLI::App& app, Tool& tool) {
         });
     command->group(kLookGroup);
     addPaths(*command, *paths, "Files and folders, existing or not")->required();
-    command->footer("Exits with 1 when one of them is refused.");
+    command->footer("Exits with 1 when any of them is refused.");
 }
 
 }  // namespace Brimlo

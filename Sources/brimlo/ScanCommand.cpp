@@ -117,7 +117,7 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
         tree = DiskScanner{control, ScanOptions{}}.scan(root);
     }
     if (!tree) {
-        complain(arguments.path + " is no folder that can be read.");
+        complain(arguments.path + " is not a readable folder.");
         return ExitCode::problems;
     }
     const std::vector<UnreadableArea> areas =
@@ -140,7 +140,7 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
 void addScanCommand(CLI::App& app, Tool& tool) {
     const auto arguments = std::make_shared<Arguments>();
     CLI::App* command =
-        tool.add(app, "scan", "Show what a folder holds, by size", [arguments, &tool] {
+        tool.add(app, "scan", "Show the contents of a folder by size", [arguments, &tool] {
             return run(*arguments, tool);
         });
     command->group(kLookGroup);

@@ -43,7 +43,7 @@ ExitCode run(const std::vector<std::string>& paths, const Tool& tool) {
 void addSizeCommand(CLI::App& app, Tool& tool) {
     const auto paths = std::make_shared<std::vector<std::string>>();
     CLI::App* command =
-        tool.add(app, "size", "Measure how many bytes of the disk paths take", [paths, &tool] {
+        tool.add(app, "size", "Measure the allocated bytes of paths", [paths, &tool] {
             return run(*paths, tool);
         });
     command->group(kLookGroup);

@@ -78,7 +78,7 @@ CLI::Validator wholeNumber() {
         const auto [stop, error] = std::from_chars(text.data(), end, number);
         return error == std::errc{} && stop == end && number >= 0
                    ? std::string{}
-                   : "\"" + text + "\" is no whole number, 0 or more.";
+                   : "\"" + text + "\" is not a whole number (0 or greater).";
     };
     return {check, ""};
 }

@@ -51,7 +51,7 @@ ExitCode purge(std::optional<std::int64_t> olderThanDays, bool dryRun, const Too
 
 ExitCode empty(bool yes, const Tool& tool) {
     if (!yes && (tool.isJson() || !Console::canAsk())) {
-        complain("Nobody can be asked here: say --yes to empty the Trash.");
+        complain("Not a terminal: pass --yes to empty the Trash.");
         return ExitCode::wrongUsage;
     }
     if (!yes && !Console::confirm(
@@ -79,7 +79,7 @@ void addTrashCommand(CLI::App& app, Tool& tool) {
     };
     const auto arguments = std::make_shared<PurgeArguments>();
     CLI::App* purgeCommand =
-        tool.add(*trash, "purge", "Delete old items of Brimlo's own for good", [arguments, &tool] {
+        tool.add(*trash, "purge", "Delete Brimlo's own old items for good", [arguments, &tool] {
             return purge(arguments->olderThanDays, arguments->dryRun, tool);
         });
     purgeCommand

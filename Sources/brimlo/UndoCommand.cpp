@@ -125,7 +125,7 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
 void addUndoCommand(CLI::App& app, Tool& tool) {
     const auto arguments = std::make_shared<Arguments>();
     CLI::App* command = tool.add(
-        app, "undo", "Put things back from the Trash to where they were", [arguments, &tool] {
+        app, "undo", "Restore items from the Trash to where they were", [arguments, &tool] {
             return run(*arguments, tool);
         });
     command->group(kCleanGroup);
@@ -137,7 +137,7 @@ void addUndoCommand(CLI::App& app, Tool& tool) {
     what->add_option("--batch", arguments->batch, "All items of this clean")->type_name("UUID");
     what->add_flag("--last", arguments->last, "All items of the latest clean that can be restored");
     command->footer(
-        "Nothing is overwritten: where something new stands, the item stays in the Trash.");
+        "Nothing is overwritten: if the original path is taken, the item stays in the Trash.");
 }
 
 }  // namespace Brimlo

@@ -26,13 +26,13 @@ TEST_F(AnalysisCommandsTest, ListsLargeFiles) {
 
 TEST_F(AnalysisCommandsTest, TellsWhatIsWrong) {
     const std::tuple<std::vector<std::string>, int, std::string> cases[] = {
-        {{"large", "a/1"},                            1, "a/1 is no folder that can be read."                  },
-        {{"large", "--limit", "0"},                   2, "The limit is 1 or more."                             },
-        {{"scan", "a/1"},                             1, "a/1 is no folder that can be read."                  },
-        {{"duplicates", "a/1"},                       1, "a/1 is no folder that can be read."                  },
+        {{"large", "a/1"},                            1, "a/1 is not a readable folder."              },
+        {{"large", "--limit", "0"},                   2, "The limit is 1 or more."                    },
+        {{"scan", "a/1"},                             1, "a/1 is not a readable folder."              },
+        {{"duplicates", "a/1"},                       1, "a/1 is not a readable folder."              },
         {{"duplicates", "--trash-extras", "--json"},
-         2,                                              "Nobody can be asked here: say --yes to change files."},
-        {{"duplicates", "--clone", "--trash-extras"}, 2, "--clone excludes --trash-extras."                    },
+         2,                                              "Not a terminal: pass --yes to change files."},
+        {{"duplicates", "--clone", "--trash-extras"}, 2, "--clone excludes --trash-extras."           },
     };
     fill();
     for (const auto& [arguments, exitCode, sentence] : cases) {

@@ -41,19 +41,19 @@ TEST_F(CommandLineTest, TellsWrongUsageInOneSentence) {
         std::string sentence;  ///< Empty where the words are the parsing library's.
     };
     const std::string any;
-    const std::string nobody = "Nobody can be asked here: say --yes to ";
+    const std::string nobody = "Not a terminal: pass --yes to ";
     const Case cases[] = {
         {{},                                            "A subcommand is required."                                  },
         {{"foo"},                                       "\"foo\" is not understood; \"brimlo --help\" tells what is."},
         {{"clean"},                                     any                                                          },
         {{"clean", "--yes", "--safe", "--preselected"}, any                                                          },
-        {{"clean", "--safe"},                           nobody + "clean, or --dry-run to look."                      },
-        {{"clean", "file", "--json"},                   nobody + "clean, or --dry-run to look."                      },
+        {{"clean", "--safe"},                           nobody + "clean, or --dry-run to preview."                   },
+        {{"clean", "file", "--json"},                   nobody + "clean, or --dry-run to preview."                   },
         {{"clean", "file", "", "--yes"},                "paths: An empty path names nothing."                        },
         {{"clean", "file", "no/../file", "--yes"},
-         "paths: \"no/../file\" leads through \"" + at("no") + "\", which is no folder."                             },
+         "paths: \"no/../file\" leads through \"" + at("no") + "\", which is not a folder."                          },
         {{"safety", "file/"},
-         "paths: \"file/\" leads through \"" + at("file") + "\", which is no folder."                                },
+         "paths: \"file/\" leads through \"" + at("file") + "\", which is not a folder."                             },
         {{"clean", "--rule", "no", "--yes"},            "No rule and no project pattern is called \"no\"."           },
         {{"trash", "empty"},                            nobody + "empty the Trash."                                  },
         {{"undo", "--last", "--batch", "A"},            any                                                          },

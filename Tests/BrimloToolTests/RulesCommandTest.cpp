@@ -90,10 +90,10 @@ TEST_F(RulesCommandTest, DeletesOnlyRulesOfOnesOwn) {
     };
     const Case cases[] = {
         {"npm.cache",
-         {2, "", "brimlo: \"npm.cache\" is no rule of yours: they begin with \"custom.\".\n"}    },
-        {"custom./../../config", {2, "", "brimlo: No rule is called \"custom./../../config\".\n"}},
-        {"custom.mine",          {0, "Deleted custom.mine.\n", ""}                               },
-        {"custom.mine",          {2, "", "brimlo: No rule is called \"custom.mine\".\n"}         },
+         {2, "", "brimlo: \"npm.cache\" is not one of your rules: they begin with \"custom.\".\n"}},
+        {"custom./../../config", {2, "", "brimlo: No rule is called \"custom./../../config\".\n"} },
+        {"custom.mine",          {0, "Deleted custom.mine.\n", ""}                                },
+        {"custom.mine",          {2, "", "brimlo: No rule is called \"custom.mine\".\n"}          },
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.id);

@@ -95,7 +95,7 @@ std::expected<std::string, Error> typed(std::string_view text) {
     path = path == "/" ? "" : path;
     const auto leadsNowhere = [&] {
         return failure(
-            "\"" + std::string{text} + "\" leads through \"" + path + "\", which is no folder.");
+            "\"" + std::string{text} + "\" leads through \"" + path + "\", which is not a folder.");
     };
     while (!rest.empty()) {
         const std::size_t end = std::min(rest.find('/'), rest.size());

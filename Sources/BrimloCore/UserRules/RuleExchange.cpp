@@ -51,8 +51,8 @@ std::expected<void, Error> exportTo(
     if (isThere && existing == Existing::replace) {
         return S_ISREG(status.st_mode)
                    ? prepared->publish()
-                   : std::unexpected(
-                         Error{kErrorDomain, kNoPlainFileCode, "what is there is no plain file"});
+                   : std::unexpected(Error{
+                         kErrorDomain, kNoPlainFileCode, "the existing entry is not a plain file"});
     }
     // An empty file takes the name first, so that one which somebody else makes in the same moment
     // is not overwritten either.
