@@ -1,5 +1,5 @@
 #include "Benchmarks/BenchmarkHome.h"
-#include "BrimloCore/Support/Safety.h"
+#include "BrimloCore/Gate/Safety.h"
 
 #include <benchmark/benchmark.h>
 

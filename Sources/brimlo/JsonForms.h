@@ -8,9 +8,9 @@
 #include "BrimloCore/DiskScanner/FileNode.h"
 #include "BrimloCore/DiskScanner/UnreadableFolders.h"
 #include "BrimloCore/Docker/DockerSnapshot.h"
+#include "BrimloCore/Journal/JournalEntry.h"
 #include "BrimloCore/Models/Suggestion.h"
 #include "BrimloCore/RulePacks/Coverage.h"
-#include "BrimloCore/Support/JournalEntry.h"
 #include "BrimloCore/Support/Json.h"
 #include "BrimloCore/UserRules/RuleValidation.h"
 

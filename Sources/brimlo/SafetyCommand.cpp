@@ -1,4 +1,4 @@
-#include "BrimloCore/Support/Safety.h"
+#include "BrimloCore/Gate/Safety.h"
 #include "brimlo/Console.h"
 #include "brimlo/JsonForms.h"
 #include "brimlo/Tool.h"

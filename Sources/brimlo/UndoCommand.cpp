@@ -1,5 +1,5 @@
 #include "BrimloCore/Cleaner/Cleaner.h"
-#include "BrimloCore/Support/HistoryBatch.h"
+#include "BrimloCore/Journal/HistoryBatch.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
 #include "brimlo/Console.h"

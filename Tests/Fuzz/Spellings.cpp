@@ -1,7 +1,7 @@
+#include "BrimloCore/Gate/Safety.h"
 #include "BrimloCore/Support/Glob.h"
-#include "BrimloCore/Support/Safety.h"
 #include "BrimloCore/Support/StoragePaths.h"
-#include "BrimloCoreTests/Support/SafetyOracle.h"
+#include "BrimloCoreTests/Gate/SafetyOracle.h"
 #include "Fuzz/Targets.h"
 
 #include <algorithm>

@@ -1,9 +1,9 @@
 #include "BrimloCore/Cleaner/CleanPlan.h"
 
+#include "BrimloCore/Gate/Safety.h"
 #include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Platform/FileIdentity.h"
 #include "BrimloCore/SuggestionEngine/RuleTargets.h"
-#include "BrimloCore/Support/Safety.h"
 #include "BrimloCore/Support/Text.h"
 
 #include <algorithm>

@@ -1,9 +1,9 @@
 #include "BrimloCore/Cleaner/Cleaner.h"
 
+#include "BrimloCore/Gate/Safety.h"
 #include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Platform/FileIdentity.h"
 #include "BrimloCore/Platform/Trash.h"
-#include "BrimloCore/Support/Safety.h"
 #include "BrimloCore/Support/Text.h"
 
 #include <cerrno>

@@ -6,9 +6,9 @@
 #include "BrimloCore/Cleaner/TrashReport.h"
 #include "BrimloCore/Cleaner/UndoReport.h"
 #include "BrimloCore/Docker/DockerClient.h"
+#include "BrimloCore/Gate/Safety.h"
+#include "BrimloCore/Journal/Journal.h"
 #include "BrimloCore/Models/Error.h"
-#include "BrimloCore/Support/Journal.h"
-#include "BrimloCore/Support/Safety.h"
 
 #include <cstdint>
 #include <expected>

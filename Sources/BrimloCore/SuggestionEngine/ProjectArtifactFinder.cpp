@@ -1,5 +1,6 @@
 #include "BrimloCore/SuggestionEngine/ProjectArtifactFinder.h"
 
+#include "BrimloCore/Gate/Safety.h"
 #include "BrimloCore/Platform/DirectoryReader.h"
 #include "BrimloCore/Platform/Posix/Descriptor.h"
 #include "BrimloCore/RulePacks/Catalog.h"
@@ -7,7 +8,6 @@
 #include "BrimloCore/Support/AtomicFile.h"
 #include "BrimloCore/Support/Days.h"
 #include "BrimloCore/Support/Path.h"
-#include "BrimloCore/Support/Safety.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "BrimloCore/Gate/Safety.h"
 #include "BrimloCore/Models/CleanupRule.h"
 #include "BrimloCore/Models/Suggestion.h"
-#include "BrimloCore/Support/Safety.h"
 
 #include <vector>
 

@@ -1,9 +1,9 @@
 #include "BrimloCore/UserRules/RuleValidation.h"
 
+#include "BrimloCore/Gate/Safety.h"
 #include "BrimloCore/Support/Glob.h"
 #include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/RealPath.h"
-#include "BrimloCore/Support/Safety.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
 

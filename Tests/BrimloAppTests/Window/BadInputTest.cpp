@@ -4,7 +4,7 @@
 #include "BrimloApp/Review/Cleanup.h"
 #include "BrimloApp/Rules/RuleBook.h"
 #include "BrimloAppTests/Window/WindowTest.h"
-#include "BrimloCore/Support/JournalEntry.h"
+#include "BrimloCore/Journal/JournalEntry.h"
 #include "BrimloCore/Support/StoragePaths.h"
 
 #include <QtTest/QTest>

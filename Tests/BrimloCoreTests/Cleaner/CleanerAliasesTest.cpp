@@ -2,7 +2,7 @@
 #include "BrimloCore/Platform/Trash.h"
 #include "BrimloCoreTests/Cleaner/CleaningHome.h"
 #include "BrimloCoreTests/Cleaner/OwnMounts.h"
-#include "BrimloCoreTests/Support/SafetyOracle.h"
+#include "BrimloCoreTests/Gate/SafetyOracle.h"
 #include "Support/Proof.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+#include "BrimloCore/Gate/Safety.h"
 #include "BrimloCore/Platform/ByteCount.h"
 #include "BrimloCore/Platform/CloneFile.h"
 #include "BrimloCore/Platform/DirectoryReader.h"
@@ -7,7 +8,6 @@
 #include "BrimloCore/Platform/RunningApps.h"
 #include "BrimloCore/Platform/Sha256.h"
 #include "BrimloCore/Platform/Volume.h"
-#include "BrimloCore/Support/Safety.h"
 #include "Support/TempHome.h"
 
 #include <cerrno>

@@ -1,4 +1,4 @@
-#include "BrimloCore/Support/SafetyTables.h"
+#include "BrimloCore/Gate/SafetyTables.h"
 
 #include "BrimloCore/Platform/Posix/IdentityOf.h"
 #include "BrimloCore/Platform/PrivatePrefix.h"

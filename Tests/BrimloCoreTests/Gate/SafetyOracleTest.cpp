@@ -1,6 +1,6 @@
-#include "BrimloCoreTests/Support/SafetyOracle.h"
+#include "BrimloCoreTests/Gate/SafetyOracle.h"
 
-#include "BrimloCore/Support/Safety.h"
+#include "BrimloCore/Gate/Safety.h"
 #include "Support/Proof.h"
 #include "Support/TempHome.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "BrimloCore/Support/JournalEntry.h"
+#include "BrimloCore/Journal/JournalEntry.h"
 
 #include <chrono>
 #include <cstddef>

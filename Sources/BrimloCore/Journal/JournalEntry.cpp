@@ -1,4 +1,4 @@
-#include "BrimloCore/Support/JournalEntry.h"
+#include "BrimloCore/Journal/JournalEntry.h"
 
 #include "BrimloCore/Support/Iso8601.h"
 #include "BrimloCore/Support/Text.h"

@@ -1,4 +1,4 @@
-#include "BrimloCore/Support/Journal.h"
+#include "BrimloCore/Journal/Journal.h"
 
 #include "BrimloCore/Support/Iso8601.h"
 #include "BrimloCoreTests/Support/Words.h"

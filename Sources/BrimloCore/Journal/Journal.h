@@ -1,9 +1,9 @@
 #pragma once
 
+#include "BrimloCore/Journal/JournalEntry.h"
 #include "BrimloCore/Models/Error.h"
 #include "BrimloCore/Support/AtomicFile.h"
 #include "BrimloCore/Support/FileLock.h"
-#include "BrimloCore/Support/JournalEntry.h"
 
 #include <expected>
 #include <functional>

@@ -1,4 +1,4 @@
-#include "BrimloCore/Support/HistoryBatch.h"
+#include "BrimloCore/Journal/HistoryBatch.h"
 
 #include "BrimloCore/Support/Path.h"
 

@@ -1,4 +1,4 @@
-#include "BrimloCore/Support/Safety.h"
+#include "BrimloCore/Gate/Safety.h"
 
 #include "BrimloCoreTests/Support/Words.h"
 #include "Support/TempHome.h"

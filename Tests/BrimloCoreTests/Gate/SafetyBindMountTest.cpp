@@ -1,4 +1,4 @@
-#include "BrimloCore/Support/Safety.h"
+#include "BrimloCore/Gate/Safety.h"
 #include "Support/TempHome.h"
 
 #include <sched.h>

@@ -1,11 +1,11 @@
-#include "BrimloCore/Support/Safety.h"
+#include "BrimloCore/Gate/Safety.h"
 
+#include "BrimloCore/Gate/SafetyTables.h"
 #include "BrimloCore/Platform/OtherNames.h"
 #include "BrimloCore/Platform/Posix/IdentityOf.h"
 #include "BrimloCore/Platform/PrivatePrefix.h"
 #include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/RealPath.h"
-#include "BrimloCore/Support/SafetyTables.h"
 #include "BrimloCore/Support/Text.h"
 
 #include <algorithm>
