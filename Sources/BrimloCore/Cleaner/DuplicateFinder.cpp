@@ -17,6 +17,7 @@
 #include <optional>
 #include <set>
 #include <string_view>
+#include <unordered_set>
 #include <utility>
 
 // Four stages, each on what the one before it left: files by length, without further names of a
@@ -35,8 +36,7 @@ namespace {
 
 struct File {
     std::string path;
-    std::uint64_t fileID = 0;
-    std::uint64_t device = 0;
+    Platform::FileIdentity identity;
 };
 
 using FilesBySize = std::map<std::int64_t, std::vector<File>>;
@@ -56,7 +56,7 @@ public:
 private:
     [[nodiscard]] bool isTrash(int folder, const char* entry) const {
         const auto status = Platform::entryStatus(folder, entry);
-        return status && identity_ == Platform::FileIdentity{status->device, status->fileID};
+        return status && identity_ == status->identity;
     }
 
     std::string trash_ = Platform::homeTrash();
@@ -105,7 +105,7 @@ std::optional<FilesBySize> filesBySize(
             if (status && status->kind == Platform::EntryStatus::Kind::file &&
                 status->length >= minSize) {
                 files[status->length].push_back(
-                    {Path::join(folder.path, entry.name), status->fileID, status->device});
+                    {Path::join(folder.path, entry.name), status->identity});
             }
         };
         Platform::readDirectory(open->number(), Platform::EntryDetail::kind, visit);
@@ -116,15 +116,15 @@ std::optional<FilesBySize> filesBySize(
 /// Stage 2: the paths, of each file that under which it was met first, and of clones the one met
 /// first. Clones lie on one volume, so that the same extents on another one are no clone.
 Paths firstNames(std::vector<File>& files, const FileReader& reader) {
-    std::set<std::pair<std::uint64_t, std::uint64_t>> seen;
+    std::unordered_set<Platform::FileIdentity> seen;
     std::set<std::pair<std::uint64_t, std::vector<Platform::Extent>>> seenExtents;
     Paths paths;
     for (File& file : files) {
-        if (reader.isCancelled() || !seen.emplace(file.device, file.fileID).second) {
+        if (reader.isCancelled() || !seen.insert(file.identity).second) {
             continue;
         }
         const auto extents = Platform::sharedExtents(FileReader::open(file.path).number());
-        if (!extents || seenExtents.emplace(file.device, *extents).second) {
+        if (!extents || seenExtents.emplace(file.identity.device, *extents).second) {
             paths.push_back(std::move(file.path));
         }
     }

@@ -1,35 +1,28 @@
 #include "BrimloCore/DiskScanner/DiskScanner.h"
 #include "BrimloCore/DiskScanner/FolderPlace.h"
+#include "BrimloCore/DiskScanner/LinkedFiles.h"
 #include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Platform/DirectoryReader.h"
+#include "BrimloCore/Platform/EntryStatus.h"
 #include "BrimloCore/Support/Folders.h"
 
-#include <set>
 #include <string>
 #include <unordered_set>
 #include <utility>
 #include <vector>
 
-#include <sys/stat.h>
-
 namespace Brimlo {
 
 namespace {
 
-constexpr std::int64_t kBlockBytes = 512;
-std::int64_t blocks(const struct stat& status) {
-    return static_cast<std::int64_t>(status.st_blocks) * kBlockBytes;
-}
+using Platform::EntryStatus;
 
 }  // namespace
 
 std::int64_t DiskScanner::quickSize(const std::string& path) {
-    struct stat status {};
-    if (lstat(path.c_str(), &status) != 0) {
-        return 0;
-    }
-    if (!S_ISDIR(status.st_mode)) {
-        return blocks(status);
+    const auto status = Platform::entryStatus(path.c_str());
+    if (!status || status->kind != EntryStatus::Kind::directory) {
+        return status ? status->allocatedBytes : 0;
     }
     const std::optional<std::int64_t> size = bulkSize(path);
     return size ? *size : legacyQuickSize(path);
@@ -57,7 +50,7 @@ std::optional<std::int64_t> DiskScanner::bulkSize(const std::string& path) {
             [&](const Platform::DirectoryEntry& entry) {
                 if (entry.isDirectory) {
                     waiting.push_back(inside.place(entry.name));
-                } else if (entry.linkCount < 2 || linkedFiles.insert(entry.fileID).second) {
+                } else if (entry.linkCount < 2 || linkedFiles.insert(entry.inode).second) {
                     total = Bytes::sum(total, entry.allocatedBytes);
                 }
             });
@@ -70,16 +63,12 @@ std::optional<std::int64_t> DiskScanner::bulkSize(const std::string& path) {
 }
 
 std::int64_t DiskScanner::legacyQuickSize(const std::string& path) {
-    struct stat status {};
-    if (lstat(path.c_str(), &status) != 0) {
-        return 0;
+    const auto top = Platform::entryStatus(path.c_str());
+    if (!top || top->kind != EntryStatus::Kind::directory) {
+        return top ? top->allocatedBytes : 0;
     }
-    if (!S_ISDIR(status.st_mode)) {
-        return blocks(status);
-    }
-    const dev_t device = status.st_dev;
-    std::int64_t total = blocks(status);
-    std::set<std::pair<dev_t, ino_t>> linkedFiles;
+    std::int64_t total = top->allocatedBytes;
+    LinkedFiles linkedFiles;
     std::vector<std::string> waiting{path};
     while (!waiting.empty()) {
         const std::string folder = std::move(waiting.back());
@@ -87,17 +76,15 @@ std::int64_t DiskScanner::legacyQuickSize(const std::string& path) {
         for (const std::string& name :
              Folders::names(folder).value_or(std::vector<std::string>{})) {
             std::string entry = folder + "/" + name;
-            if (lstat(entry.c_str(), &status) != 0) {
+            const auto status = Platform::entryStatus(entry.c_str());
+            if (!status) {
                 continue;
             }
-            if (S_ISDIR(status.st_mode)) {
-                if (status.st_dev == device) {
-                    total += blocks(status);
-                    waiting.push_back(std::move(entry));
-                }
-            } else if (
-                status.st_nlink < 2 || linkedFiles.emplace(status.st_dev, status.st_ino).second) {
-                total += blocks(status);
+            if (status->kind != EntryStatus::Kind::directory) {
+                total += linkedFiles.isFirst(*status) ? status->allocatedBytes : 0;
+            } else if (status->identity.device == top->identity.device) {
+                total += status->allocatedBytes;
+                waiting.push_back(std::move(entry));
             }
         }
     }

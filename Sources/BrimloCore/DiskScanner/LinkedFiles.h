@@ -2,8 +2,6 @@
 
 #include "BrimloCore/Platform/EntryStatus.h"
 
-#include <cstddef>
-#include <cstdint>
 #include <mutex>
 #include <unordered_set>
 
@@ -19,25 +17,12 @@ public:
             return true;
         }
         const std::lock_guard guard{lock_};
-        return seen_.insert({status.device, status.fileID}).second;
+        return seen_.insert(status.identity).second;
     }
 
 private:
-    struct Key {
-        std::uint64_t device = 0;
-        std::uint64_t fileID = 0;
-
-        bool operator==(const Key&) const = default;
-    };
-    struct Hash {
-        std::size_t operator()(const Key& key) const {
-            constexpr std::uint64_t kOddConstant = 0x9E3779B97F4A7C15;
-            return static_cast<std::size_t>((key.device * kOddConstant) ^ key.fileID);
-        }
-    };
-
     std::mutex lock_;
-    std::unordered_set<Key, Hash> seen_;  // guarded by lock_
+    std::unordered_set<Platform::FileIdentity> seen_;  // guarded by lock_
 };
 
 }  // namespace Brimlo

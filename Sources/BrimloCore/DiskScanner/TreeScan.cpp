@@ -145,7 +145,7 @@ std::shared_ptr<FileNode> TreeScan::run(const std::string& root) {
     if (!status) {
         return nullptr;
     }
-    device_ = status->device;
+    device_ = status->identity.device;
     Folder::Slot self{
         .name = root == "/" ? root : std::string{Path::name(root)},
         .bytes = status->allocatedBytes,
@@ -246,7 +246,7 @@ TreeScan::Batch TreeScan::lookAt(const Folder& folder, std::size_t from, std::si
                 entry.bytes = 0;
             }
             batch.leaves.push_back(entry);
-        } else if (status->device == device_ || options_.crossDevices) {
+        } else if (status->identity.device == device_ || options_.crossDevices) {
             if (kSyntheticMount.ends_with(name) &&
                 Path::join(folder.path, name) == kSyntheticMount) {
                 control_.skip(std::string{kSyntheticMount});

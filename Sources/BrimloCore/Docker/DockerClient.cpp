@@ -1,5 +1,6 @@
 #include "BrimloCore/Docker/DockerClient.h"
 
+#include "BrimloCore/Platform/EntryStatus.h"
 #include "BrimloCore/Platform/ToolPaths.h"
 #include "BrimloCore/Shell/ChildProcess.h"
 #include "BrimloCore/Support/Glob.h"
@@ -136,7 +137,6 @@ DockerSnapshot snapshot(const Places& places) {
 }
 
 std::vector<DockerVMDisk> vmDisks() {
-    constexpr std::int64_t kBlock = 512;
     const struct {
         const char* glob;
         const char* runtime;
@@ -150,7 +150,8 @@ std::vector<DockerVMDisk> vmDisks() {
         for (const std::string& path : Glob::expand(kind.glob)) {
             struct stat status {};
             if (stat(path.c_str(), &status) == 0) {
-                disks.push_back({path, status.st_blocks * kBlock, status.st_size, kind.runtime});
+                disks.push_back(
+                    {path, status.st_blocks * Platform::kBlockBytes, status.st_size, kind.runtime});
             }
         }
     }

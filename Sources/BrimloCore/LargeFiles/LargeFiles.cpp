@@ -150,7 +150,7 @@ private:
         if (levels_.empty()) {
             // Of the folder that was opened: a link to it may lie on another volume.
             const auto status = Platform::entryStatus(open->number(), ".");
-            device_ = status ? status->device : 0;
+            device_ = status ? status->identity.device : 0;
         }
         Level level{.pathLength = path_.size()};
         Platform::readDirectory(
@@ -173,7 +173,7 @@ private:
             return;
         }
         if (status->kind == EntryStatus::Kind::directory) {
-            if (status->device != device_) {
+            if (status->identity.device != device_) {
                 control_.leaveOut(Path::join(path_, name));
                 return;
             }

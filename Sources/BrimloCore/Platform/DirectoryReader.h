@@ -11,7 +11,7 @@ struct DirectoryEntry {
     bool isDirectory = false;         ///< False for a symlink to a directory.
     std::int64_t allocatedBytes = 0;  ///< Of entries other than directories, when requested.
     std::uint32_t linkCount = 0;      ///< Likewise.
-    std::uint64_t fileID = 0;         ///< The inode number; likewise.
+    std::uint64_t inode = 0;          ///< Likewise.
 };
 
 /// What to read of each entry: more than names and kinds costs a status call per file.

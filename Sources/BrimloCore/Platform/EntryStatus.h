@@ -1,10 +1,15 @@
 #pragma once
 
+#include "BrimloCore/Platform/FileIdentity.h"
+
 #include <chrono>
 #include <cstdint>
 #include <optional>
 
 namespace Brimlo::Platform {
+
+/// The unit of the blocks that stat(2) counts, whatever the file system's own is.
+inline constexpr std::int64_t kBlockBytes = 512;
 
 /// The status of an entry as the disk walks need it; symlinks are not followed.
 struct EntryStatus {
@@ -14,8 +19,7 @@ struct EntryStatus {
     std::int64_t allocatedBytes = 0;
     std::int64_t length = 0;      ///< Apparent length, holes included.
     std::uint32_t linkCount = 0;  ///< Number of hard links.
-    std::uint64_t device = 0;
-    std::uint64_t fileID = 0;           ///< The inode number.
+    FileIdentity identity;
     std::chrono::sys_seconds modified;  ///< Whole seconds.
 };
 

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <compare>
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -11,7 +14,7 @@ struct FileIdentity {
     std::uint64_t device = 0;
     std::uint64_t inode = 0;
 
-    bool operator==(const FileIdentity&) const = default;
+    auto operator<=>(const FileIdentity&) const = default;
 
     /// The device as a signed 32-bit decimal number, ":", the inode in decimal.
     [[nodiscard]] std::string text() const;
@@ -21,3 +24,11 @@ struct FileIdentity {
 };
 
 }  // namespace Brimlo::Platform
+
+template <>
+struct std::hash<Brimlo::Platform::FileIdentity> {
+    std::size_t operator()(const Brimlo::Platform::FileIdentity& identity) const noexcept {
+        constexpr std::uint64_t kOddConstant = 0x9E3779B97F4A7C15;
+        return static_cast<std::size_t>((identity.device * kOddConstant) ^ identity.inode);
+    }
+};

@@ -71,7 +71,7 @@ protected:
             const auto status = Platform::entryStatus(entry.path().c_str());
             const bool isFolder = status->kind == Platform::EntryStatus::Kind::directory;
             sum.fileCount += isFolder ? 0 : 1;
-            if (isFolder || status->linkCount < 2 || linked.insert(status->fileID).second) {
+            if (isFolder || status->linkCount < 2 || linked.insert(status->identity.inode).second) {
                 sum.size += status->allocatedBytes;
             }
         }

@@ -71,7 +71,7 @@ std::vector<std::string> read(const std::string& bytes, std::size_t count) {
         AttributeRecords::read({buffer.get(), bytes.size()}, count, [&](const auto& entry) {
             lines.push_back(
                 std::string{entry.name} + (entry.isDirectory ? "/" : "") + " " +
-                std::to_string(entry.fileID) + " x" + std::to_string(entry.linkCount) + " " +
+                std::to_string(entry.inode) + " x" + std::to_string(entry.linkCount) + " " +
                 std::to_string(entry.allocatedBytes));
         });
     if (isRead) {

@@ -45,7 +45,7 @@ TEST_F(MacServicesTest, ReadsAFolderAsALookAtEachEntryDoes) {
             if (!entry.isDirectory) {
                 EXPECT_EQ(entry.allocatedBytes, status->allocatedBytes) << entry.name;
                 EXPECT_EQ(entry.linkCount, status->linkCount) << entry.name;
-                EXPECT_EQ(entry.fileID, status->fileID) << entry.name;
+                EXPECT_EQ(entry.inode, status->identity.inode) << entry.name;
             }
             ++count;
         };

@@ -1,5 +1,7 @@
 #include "BrimloCore/Platform/DirectoryReader.h"
 
+#include "BrimloCore/Platform/EntryStatus.h"
+
 #include <array>
 #include <cstddef>
 #include <memory>
@@ -21,7 +23,6 @@ using Buffer = std::array<char, std::size_t{64} << 10U>;
 constexpr int kStatFlags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC;
 
 /// The blocks of a file are told in this unit whatever the file system's own is (stat(2)).
-constexpr std::int64_t kBlockBytes = 512;
 
 /// Fills in what the directory itself does not tell. False when the entry has vanished.
 bool complete(int descriptor, DirectoryEntry& entry, unsigned char type, EntryDetail detail) {
@@ -36,7 +37,7 @@ bool complete(int descriptor, DirectoryEntry& entry, unsigned char type, EntryDe
     entry.isDirectory = S_ISDIR(status.stx_mode);
     entry.allocatedBytes = static_cast<std::int64_t>(status.stx_blocks) * kBlockBytes;
     entry.linkCount = status.stx_nlink;
-    entry.fileID = status.stx_ino;
+    entry.inode = status.stx_ino;
     return true;
 }
 

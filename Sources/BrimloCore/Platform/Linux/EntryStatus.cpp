@@ -8,9 +8,6 @@ namespace Brimlo::Platform {
 
 namespace {
 
-/// The blocks of a file are told in this unit whatever the file system's own is (stat(2)).
-constexpr std::int64_t kBlockBytes = 512;
-
 /// A file system over a network need not ask its server for more, nor for the latest.
 constexpr unsigned kMask =
     STATX_TYPE | STATX_BLOCKS | STATX_SIZE | STATX_NLINK | STATX_INO | STATX_MTIME;
@@ -35,9 +32,10 @@ std::optional<EntryStatus> entryStatus(int folder, const char* path) {
         .allocatedBytes = static_cast<std::int64_t>(status.stx_blocks) * kBlockBytes,
         .length = static_cast<std::int64_t>(status.stx_size),
         .linkCount = status.stx_nlink,
-        .device = makedev(status.stx_dev_major, status.stx_dev_minor),
-        .fileID = status.stx_ino,
-        .modified = std::chrono::sys_seconds{std::chrono::seconds{status.stx_mtime.tv_sec}},
+        .identity =
+            {.device = makedev(status.stx_dev_major, status.stx_dev_minor),
+                       .inode = status.stx_ino},
+        .modified = std::chrono::sys_seconds{std::chrono::seconds{status.stx_mtime.tv_sec}               },
     };
 }
 

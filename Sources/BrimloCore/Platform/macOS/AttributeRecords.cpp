@@ -117,11 +117,11 @@ bool readOne(const Record& record, const std::function<void(const DirectoryEntry
         .isDirectory = (*common & kObjectType) != 0 && *kind == kFolder,
     };
     if ((*common & kFileID) != 0) {
-        const auto fileID = record.number<std::uint64_t>(kFileIDAt);
-        if (!fileID) {
+        const auto inode = record.number<std::uint64_t>(kFileIDAt);
+        if (!inode) {
             return false;
         }
-        entry.fileID = *fileID;
+        entry.inode = *inode;
     }
     if (!entry.isDirectory && !readAllocation(record, *file, entry)) {
         return false;

@@ -1,14 +1,13 @@
 #include "BrimloCore/Platform/EntryStatus.h"
 
+#include "BrimloCore/Platform/Posix/IdentityOf.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 
 namespace Brimlo::Platform {
 
 namespace {
-
-/// The blocks of a file are told in this unit whatever the file system's own is (stat(2)).
-constexpr std::int64_t kBlockBytes = 512;
 
 EntryStatus::Kind kindOf(mode_t mode) {
     if (S_ISDIR(mode)) {
@@ -29,8 +28,7 @@ std::optional<EntryStatus> entryStatus(int folder, const char* path) {
         .allocatedBytes = status.st_blocks * kBlockBytes,
         .length = status.st_size,
         .linkCount = status.st_nlink,
-        .device = static_cast<std::uint64_t>(status.st_dev),
-        .fileID = status.st_ino,
+        .identity = identityOf(status),
         .modified = std::chrono::sys_seconds{std::chrono::seconds{status.st_mtimespec.tv_sec}},
     };
 }
