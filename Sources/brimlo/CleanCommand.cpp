@@ -115,7 +115,7 @@ std::optional<std::string> unknownRule(const std::vector<std::string>& ids) {
     for (const CleanupRule& rule : Catalog::rules()) {
         known.insert(rule.id);
     }
-    for (const ArtifactPattern& pattern : ArtifactCatalog::all()) {
+    for (const ArtifactPattern& pattern : Catalog::artifactPatterns()) {
         known.insert(pattern.id);
     }
     for (const DockerCategory category : kAllDockerCategories) {

@@ -32,7 +32,7 @@ ExitCode preview(const std::string& file, const Tool& tool) {
             exit = ExitCode::problems;
             continue;
         }
-        const std::vector<SuggestionItem> items = UserRules::preview(*element.value);
+        const std::vector<SuggestionItem> items = SuggestionEngine::preview(*element.value);
         if (tool.isJson()) {
             document.push_back({
                 {"id",    element.value->id      },

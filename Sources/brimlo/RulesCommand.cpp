@@ -34,7 +34,7 @@ ExitCode list(const Tool& tool) {
         }
     }
     Json::Array artifacts;
-    for (const ArtifactPattern& pattern : ArtifactCatalog::all()) {
+    for (const ArtifactPattern& pattern : Catalog::artifactPatterns()) {
         if (tool.isJson()) {
             artifacts.push_back(RuleJson::encode(pattern));
         } else {
@@ -64,7 +64,7 @@ std::optional<Json::Object> find(const std::string& id) {
     if (rule != rules.end()) {
         return RuleJson::encode(*rule);
     }
-    const std::vector<ArtifactPattern>& patterns = ArtifactCatalog::all();
+    const std::vector<ArtifactPattern>& patterns = Catalog::artifactPatterns();
     const auto pattern = std::ranges::find(patterns, id, &ArtifactPattern::id);
     return pattern == patterns.end() ? std::nullopt : std::optional{RuleJson::encode(*pattern)};
 }

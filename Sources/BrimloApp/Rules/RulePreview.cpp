@@ -97,7 +97,7 @@ void RulePreview::match() {
     }
     runInBackground(
         this,
-        [rule = *std::exchange(wanted_, std::nullopt)] { return UserRules::preview(rule); },
+        [rule = *std::exchange(wanted_, std::nullopt)] { return SuggestionEngine::preview(rule); },
         [](RulePreview& preview, const std::vector<SuggestionItem>& items) {
             preview.isMatching_ = false;
             if (preview.wanted_) {

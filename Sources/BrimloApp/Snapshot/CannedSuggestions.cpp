@@ -64,7 +64,7 @@ Suggestion suggestion(const Words& words) {
 
 /// The same for an id; nothing for one that is no longer in the catalog.
 std::optional<Suggestion> suggestion(const std::string_view id) {
-    const auto& patterns = ArtifactCatalog::all();
+    const auto& patterns = Catalog::artifactPatterns();
     const auto pattern = std::ranges::find(patterns, id, &ArtifactPattern::id);
     if (pattern != patterns.end()) {
         return suggestion(*pattern);

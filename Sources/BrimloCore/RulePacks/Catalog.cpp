@@ -43,15 +43,6 @@ std::vector<T> lastOfEachID(std::vector<T> elements) {
 
 }  // namespace
 
-const std::vector<ArtifactPattern>& ArtifactCatalog::all() {
-    static const std::vector<ArtifactPattern> kPatterns = [] {
-        std::vector<ArtifactPattern> patterns = builtIn();
-        append(patterns, packs().artifacts);
-        return lastOfEachID(std::move(patterns));
-    }();
-    return kPatterns;
-}
-
 namespace Catalog {
 
 const std::vector<CleanupRule>& builtInRules() {
@@ -86,13 +77,22 @@ const std::vector<std::string>& packIssues() {
     return packs().issues;
 }
 
+const std::vector<ArtifactPattern>& artifactPatterns() {
+    static const std::vector<ArtifactPattern> kPatterns = [] {
+        std::vector<ArtifactPattern> patterns = ArtifactCatalog::builtIn();
+        append(patterns, packs().artifacts);
+        return lastOfEachID(std::move(patterns));
+    }();
+    return kPatterns;
+}
+
 std::size_t artifactPatternCount() {
-    return ArtifactCatalog::all().size();
+    return artifactPatterns().size();
 }
 
 std::vector<ArtifactSummary> artifactSummaries() {
     std::vector<ArtifactSummary> summaries;
-    for (const ArtifactPattern& pattern : ArtifactCatalog::all()) {
+    for (const ArtifactPattern& pattern : artifactPatterns()) {
         summaries.push_back(
             {pattern.id, pattern.name, pattern.group, pattern.personas, pattern.risk});
     }

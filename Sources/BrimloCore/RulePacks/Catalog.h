@@ -9,14 +9,6 @@
 #include <string>
 #include <vector>
 
-namespace Brimlo::ArtifactCatalog {
-
-/// The built-in patterns and those of the packs, each id once: at its first place, with its last
-/// content. Made once per process.
-[[nodiscard]] const std::vector<ArtifactPattern>& all();
-
-}  // namespace Brimlo::ArtifactCatalog
-
 /// All rules: the compiled tables, the packs and the user's own, each id once.
 namespace Brimlo::Catalog {
 
@@ -33,6 +25,9 @@ namespace Brimlo::Catalog {
 [[nodiscard]] const std::vector<std::string>& packNames();
 [[nodiscard]] const std::vector<std::string>& packIssues();
 
+/// The compiled project patterns and those of the packs, each id once: at its first place, with its
+/// last content. Made once per process.
+[[nodiscard]] const std::vector<ArtifactPattern>& artifactPatterns();
 [[nodiscard]] std::size_t artifactPatternCount();
 
 /// The fields of a pattern that a list shows.

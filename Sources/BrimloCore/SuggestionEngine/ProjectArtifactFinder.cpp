@@ -114,7 +114,7 @@ struct Listing {
 class Walk {
 public:
     Walk(int maxDepth, const ScanControl* control)
-        : matcher_(ArtifactCatalog::all())
+        : matcher_(Catalog::artifactPatterns())
         , maxDepth_(maxDepth)
         , control_(control) {}
 

@@ -96,14 +96,10 @@ std::vector<SuggestionItem> size(const std::vector<std::string>& paths) {
     return size(std::move(items));
 }
 
-}  // namespace Brimlo::SuggestionEngine
-
-namespace Brimlo::UserRules {
-
 std::vector<SuggestionItem> preview(const CleanupRule& rule) {
-    std::vector<SuggestionItem> items = SuggestionEngine::size(SuggestionEngine::targets(rule));
+    std::vector<SuggestionItem> items = size(targets(rule));
     std::ranges::stable_sort(items, std::ranges::greater{}, &SuggestionItem::size);
     return items;
 }
 
-}  // namespace Brimlo::UserRules
+}  // namespace Brimlo::SuggestionEngine

@@ -23,12 +23,7 @@ namespace Brimlo::SuggestionEngine {
 /// The sizes of these paths, measured in parallel.
 [[nodiscard]] std::vector<SuggestionItem> size(const std::vector<std::string>& paths);
 
-}  // namespace Brimlo::SuggestionEngine
-
-namespace Brimlo::UserRules {
-
-/// The items that a rule would match now, measured, largest first. It is here and not with the
-/// user's rules because it needs the engine. Blocks.
+/// The items that a rule would match now, measured, largest first. Blocks.
 [[nodiscard]] std::vector<SuggestionItem> preview(const CleanupRule& rule);
 
-}  // namespace Brimlo::UserRules
+}  // namespace Brimlo::SuggestionEngine

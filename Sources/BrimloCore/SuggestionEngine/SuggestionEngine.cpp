@@ -50,7 +50,7 @@ public:
     }
 
     void addArtifacts() {
-        const std::vector<ArtifactPattern>& patterns = ArtifactCatalog::all();
+        const std::vector<ArtifactPattern>& patterns = Catalog::artifactPatterns();
         std::unordered_map<std::string_view, std::size_t> ranks;
         for (const ArtifactPattern& pattern : patterns) {
             ranks.emplace(pattern.id, ranks.size());

@@ -172,7 +172,7 @@ TEST_F(CatalogTest, LetsTheUserHaveTheLastWord) {
 }
 
 TEST_F(CatalogTest, KeepsEachArtifactPatternOnce) {
-    const std::vector<ArtifactPattern>& all = ArtifactCatalog::all();
+    const std::vector<ArtifactPattern>& all = Catalog::artifactPatterns();
     std::unordered_map<std::string, std::vector<ArtifactPattern>> byID;
     for (const ArtifactPattern& pattern : all) {
         byID[pattern.id].push_back(pattern);
