@@ -1,8 +1,5 @@
 #include "BrimloCore/RulePacks/Catalog.h"
 
-#include "BrimloCore/Catalog/CatalogCreative.h"
-#include "BrimloCore/Catalog/CatalogDeveloper.h"
-#include "BrimloCore/Catalog/CatalogGeneral.h"
 #include "BrimloCore/RulePacks/RulePacks.h"
 #include "BrimloCore/UserRules/UserRules.h"
 
@@ -47,9 +44,7 @@ namespace Catalog {
 
 const std::vector<CleanupRule>& builtInRules() {
     static const std::vector<CleanupRule> kRules = [] {
-        std::vector<CleanupRule> rules = CatalogGeneral::all();
-        append(rules, CatalogDeveloper::all());
-        append(rules, CatalogCreative::all());
+        std::vector<CleanupRule> rules = RulePacks::compiledRules();
         append(rules, packs().rules);
         return merge(std::move(rules), UnsupportedSafe::lowerToRebuild);
     }();
@@ -69,34 +64,17 @@ std::vector<std::string> userRuleIssues() {
     return UserRules::load(UserRules::defaultDirectory()).issues;
 }
 
-const std::vector<std::string>& packNames() {
-    return packs().names;
-}
-
 const std::vector<std::string>& packIssues() {
     return packs().issues;
 }
 
 const std::vector<ArtifactPattern>& artifactPatterns() {
     static const std::vector<ArtifactPattern> kPatterns = [] {
-        std::vector<ArtifactPattern> patterns = ArtifactCatalog::builtIn();
+        std::vector<ArtifactPattern> patterns = RulePacks::compiledArtifacts();
         append(patterns, packs().artifacts);
         return lastOfEachID(std::move(patterns));
     }();
     return kPatterns;
-}
-
-std::size_t artifactPatternCount() {
-    return artifactPatterns().size();
-}
-
-std::vector<ArtifactSummary> artifactSummaries() {
-    std::vector<ArtifactSummary> summaries;
-    for (const ArtifactPattern& pattern : artifactPatterns()) {
-        summaries.push_back(
-            {pattern.id, pattern.name, pattern.group, pattern.personas, pattern.risk});
-    }
-    return summaries;
 }
 
 std::vector<CleanupRule> merge(std::vector<CleanupRule> rules, UnsupportedSafe unsupported) {

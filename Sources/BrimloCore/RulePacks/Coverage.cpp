@@ -77,7 +77,7 @@ std::vector<CoverageEntry> Coverage::entries() {
         tool.entry.bestConfidence = std::min(tool.entry.bestConfidence, rule.confidence);
         tool.add(rule.personas, rule.risk);
     }
-    for (const Catalog::ArtifactSummary& pattern : Catalog::artifactSummaries()) {
+    for (const ArtifactPattern& pattern : Catalog::artifactPatterns()) {
         Tool& tool = tools[pattern.group];
         ++tool.entry.artifactCount;
         tool.add(pattern.personas, pattern.risk);

@@ -46,7 +46,6 @@ Loaded load(std::span<const Source> sources) {
         collect(std::move(pack->rules), fileName + ": rule #", loaded.rules, loaded.issues);
         collect(
             std::move(pack->artifacts), fileName + ": artifact #", loaded.artifacts, loaded.issues);
-        loaded.names.push_back(std::move(pack->pack));
     }
     return loaded;
 }

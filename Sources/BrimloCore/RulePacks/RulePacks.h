@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-/// The rule packs embedded in the program.
+/// The rows that ship with the program: the embedded packs, and the compiled rows of one pack.
 namespace Brimlo::RulePacks {
 
 /// An embedded pack: its file name and its JSON text.
@@ -23,12 +23,16 @@ struct Source {
 struct Loaded {
     std::vector<CleanupRule> rules;
     std::vector<ArtifactPattern> artifacts;
-    std::vector<std::string> names;   ///< The packs read, by their own names.
     std::vector<std::string> issues;  ///< What could not be read, and where.
 };
 
 /// Reads packs in the order of their file names. An unreadable pack contributes nothing; a bad
 /// element is missing alone.
 [[nodiscard]] Loaded load(std::span<const Source> sources = embedded());
+
+/// The rows of the pack "audit-builtin" without their evidence, in its order. They need no decoder:
+/// each is in force where the pack does not replace it.
+[[nodiscard]] std::vector<CleanupRule> compiledRules();
+[[nodiscard]] std::vector<ArtifactPattern> compiledArtifacts();
 
 }  // namespace Brimlo::RulePacks

@@ -1,15 +1,12 @@
 #include "BrimloCore/RulePacks/Catalog.h"
 
-#include "BrimloCore/Catalog/CatalogCreative.h"
-#include "BrimloCore/Catalog/CatalogDeveloper.h"
-#include "BrimloCore/Catalog/CatalogGeneral.h"
 #include "BrimloCore/RulePacks/RulePacks.h"
 #include "BrimloCore/Support/RuleJson.h"
 #include "BrimloCore/UserRules/UserRules.h"
 #include "Support/TempHome.h"
 
 #include <algorithm>
-#include <unordered_map>
+#include <set>
 
 namespace Brimlo {
 namespace {
@@ -26,13 +23,15 @@ protected:
         write("Library/Application Support/Brimlo/Rules/" + file, Json::compact(pack));
     }
 
-    /// The compiled tables in the order of the catalog.
-    static std::vector<CleanupRule> compiledRules() {
-        std::vector<CleanupRule> rules = CatalogGeneral::all();
-        for (const auto& table : {CatalogDeveloper::all(), CatalogCreative::all()}) {
-            rules.insert(rules.end(), table.begin(), table.end());
+    /// The rows of the packs in the order of the catalog: those that are compiled in come first.
+    template <typename T>
+    static std::vector<T> compiledFirst(std::vector<T> rows, const std::vector<T>& compiled) {
+        std::set<std::string> ids;
+        for (const T& row : compiled) {
+            ids.insert(row.id);
         }
-        return rules;
+        std::ranges::stable_partition(rows, [&](const T& row) { return ids.contains(row.id); });
+        return rows;
     }
 
     static CleanupRule userRule(const std::string& id) {
@@ -91,61 +90,19 @@ TEST_F(CatalogTest, LowersOnlySafeRulesWithWeakEvidence) {
     }
 }
 
-TEST_F(CatalogTest, JoinsTheTablesAndThePacks) {
+TEST_F(CatalogTest, JoinsTheCompiledRowsAndThePacks) {
     const RulePacks::Loaded packs = RulePacks::load();
     const std::vector<CleanupRule>& builtIn = Catalog::builtInRules();
-    EXPECT_EQ(Catalog::packNames(), packs.names);
+    EXPECT_EQ(
+        builtIn,
+        Catalog::merge(
+            compiledFirst(packs.rules, RulePacks::compiledRules()),
+            UnsupportedSafe::lowerToRebuild));
+    EXPECT_EQ(
+        Catalog::artifactPatterns(),
+        compiledFirst(packs.artifacts, RulePacks::compiledArtifacts()));
     EXPECT_EQ(Catalog::packIssues(), packs.issues);
     EXPECT_EQ(Catalog::rules(), builtIn) << "there are no rules of the user";
-
-    std::unordered_map<std::string, std::vector<CleanupRule>> byID;
-    for (const CleanupRule& rule : builtIn) {
-        byID[rule.id].push_back(rule);
-        EXPECT_FALSE(rule.risk == Risk::safe && !isSupported(rule.confidence)) << rule.id;
-    }
-    for (CleanupRule rule : packs.rules) {
-        if (rule.risk == Risk::safe && !isSupported(rule.confidence)) {
-            rule.risk = Risk::rebuild;
-        }
-        EXPECT_EQ(byID[rule.id], std::vector{rule}) << rule.id;
-    }
-    const std::vector<CleanupRule> compiled = compiledRules();
-    for (std::size_t i = 0; i < compiled.size(); ++i) {
-        EXPECT_EQ(builtIn.at(i).id, compiled[i].id) << "a table's rule keeps its place";
-    }
-    EXPECT_EQ(std::ranges::count_if(builtIn, &CleanupRule::isCatchAll), 1);
-}
-
-TEST_F(CatalogTest, CompilesInWhatThePackHolds) {
-    const std::vector<CleanupRule> compiled = compiledRules();
-    EXPECT_EQ(CatalogGeneral::all().size(), 23U);
-    EXPECT_EQ(CatalogDeveloper::all().size(), 49U);
-    EXPECT_EQ(CatalogCreative::all().size(), 22U);
-    const RulePacks::Loaded packs = RulePacks::load();
-    for (const CleanupRule& rule : compiled) {
-        SCOPED_TRACE(rule.id);
-        const auto inPack = std::ranges::find(packs.rules, rule.id, &CleanupRule::id);
-        ASSERT_NE(inPack, packs.rules.end());
-        // What the words are may differ, and the evidence is the pack's alone.
-        CleanupRule expected = *inPack;
-        expected.name = rule.name;
-        expected.regenerates = rule.regenerates;
-        expected.risk = rule.isCatchAll ? Risk::safe : expected.risk;
-        expected.domain = std::nullopt;
-        expected.confidence = Confidence::unverified;
-        expected.sources = {};
-        EXPECT_EQ(rule, expected);
-    }
-    EXPECT_EQ(ArtifactCatalog::builtIn().size(), 16U);
-    for (const ArtifactPattern& pattern : ArtifactCatalog::builtIn()) {
-        SCOPED_TRACE(pattern.id);
-        const auto inPack = std::ranges::find(packs.artifacts, pattern.id, &ArtifactPattern::id);
-        ASSERT_NE(inPack, packs.artifacts.end());
-        ArtifactPattern expected = *inPack;
-        expected.name = pattern.name;
-        expected.regenerates = pattern.regenerates;
-        EXPECT_EQ(pattern, expected);
-    }
 }
 
 TEST_F(CatalogTest, LetsTheUserHaveTheLastWord) {
@@ -169,32 +126,6 @@ TEST_F(CatalogTest, LetsTheUserHaveTheLastWord) {
     ASSERT_TRUE(UserRules::remove("a", UserRules::defaultDirectory()));
     expected.pop_back();
     EXPECT_EQ(Catalog::rules(), expected) << "the folder is read at each call";
-}
-
-TEST_F(CatalogTest, KeepsEachArtifactPatternOnce) {
-    const std::vector<ArtifactPattern>& all = Catalog::artifactPatterns();
-    std::unordered_map<std::string, std::vector<ArtifactPattern>> byID;
-    for (const ArtifactPattern& pattern : all) {
-        byID[pattern.id].push_back(pattern);
-    }
-    for (const ArtifactPattern& pattern : RulePacks::load().artifacts) {
-        EXPECT_EQ(byID[pattern.id], std::vector{pattern});
-    }
-    const std::vector<ArtifactPattern>& builtIn = ArtifactCatalog::builtIn();
-    for (std::size_t i = 0; i < builtIn.size(); ++i) {
-        EXPECT_EQ(all.at(i).id, builtIn[i].id);
-        EXPECT_EQ(byID[builtIn[i].id].size(), 1U);
-    }
-    EXPECT_EQ(Catalog::artifactPatternCount(), all.size());
-    const auto summaries = Catalog::artifactSummaries();
-    ASSERT_EQ(summaries.size(), all.size());
-    for (std::size_t i = 0; i < all.size(); ++i) {
-        EXPECT_EQ(summaries[i].id, all[i].id);
-        EXPECT_EQ(summaries[i].name, all[i].name);
-        EXPECT_EQ(summaries[i].group, all[i].group);
-        EXPECT_EQ(summaries[i].personas, all[i].personas);
-        EXPECT_EQ(summaries[i].risk, all[i].risk);
-    }
 }
 
 }  // namespace

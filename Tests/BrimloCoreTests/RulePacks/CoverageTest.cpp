@@ -52,7 +52,7 @@ TEST_F(CoverageTest, CountsEveryRowOnce) {
         }
     }
     EXPECT_EQ(rules, Catalog::builtInRules().size());
-    EXPECT_EQ(artifacts, Catalog::artifactPatternCount());
+    EXPECT_EQ(artifacts, Catalog::artifactPatterns().size());
     EXPECT_TRUE(std::ranges::is_sorted(entries, {}, &CoverageEntry::domain));
 }
 

@@ -3,7 +3,7 @@
 #include "Support/TempHome.h"
 
 #include <algorithm>
-#include <set>
+#include <iterator>
 
 namespace Brimlo {
 namespace {
@@ -44,7 +44,6 @@ TEST_F(RulePacksTest, ReadsPacksInTheOrderOfTheirFiles) {
         {"B.json", upper}
     };
     const RulePacks::Loaded loaded = RulePacks::load(sources);
-    EXPECT_EQ(loaded.names, (Texts{"Upper", "First", "Last"}));
     EXPECT_EQ(ids(loaded.rules), (Texts{"r1", "r2", "r4", "r4"}));
     EXPECT_EQ(ids(loaded.artifacts), Texts{"a1"});
     EXPECT_EQ(loaded.issues, Texts{});
@@ -63,7 +62,6 @@ TEST_F(RulePacksTest, LeavesOutWhatItCannotRead) {
         {"b.json", badList},
     };
     const RulePacks::Loaded loaded = RulePacks::load(sources);
-    EXPECT_EQ(loaded.names, Texts{"P"});
     EXPECT_EQ(ids(loaded.rules), (Texts{"r0", "r1", "r2", "r4"}));
     EXPECT_EQ(ids(loaded.artifacts), Texts{"a1"});
     ASSERT_EQ(loaded.issues.size(), 5U);
@@ -99,9 +97,27 @@ TEST_F(RulePacksTest, ReadsTheEmbeddedPacksWhole) {
             "professions.json",
             "web-and-languages.json"}));
     EXPECT_EQ(loaded.issues, Texts{});
-    EXPECT_EQ(std::set(loaded.names.begin(), loaded.names.end()).size(), files.size());
     EXPECT_EQ(loaded.rules.size(), 624U);
     EXPECT_EQ(loaded.artifacts.size(), 134U);
+}
+
+TEST_F(RulePacksTest, CompilesInTheRowsOfOnePack) {
+    const auto source = std::ranges::find(
+        RulePacks::embedded(), "audit-builtin.json", &RulePacks::Source::fileName);
+    RulePacks::Loaded pack = RulePacks::load({source, std::next(source)});
+    for (CleanupRule& rule : pack.rules) {
+        rule.domain = std::nullopt;
+        rule.confidence = Confidence::unverified;
+        rule.sources = {};
+        if (rule.isCatchAll) {
+            rule.risk = Risk::safe;
+            rule.regenerates =
+                "Apps rebuild their caches on demand. Apple-owned caches are left alone.";
+        }
+    }
+    EXPECT_EQ(pack.rules.size(), 94U);
+    EXPECT_EQ(RulePacks::compiledRules(), pack.rules);
+    EXPECT_EQ(RulePacks::compiledArtifacts(), pack.artifacts);
 }
 
 }  // namespace

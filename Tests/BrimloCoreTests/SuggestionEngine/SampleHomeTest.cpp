@@ -66,7 +66,7 @@ bool isInside(const std::string& path, const std::string& folder) {
 
 TEST_F(SampleHomeTest, EachRowFindsItsOwnAndLeavesTheRest) {
     const std::map<std::string, Paths> taken = takenByID();
-    EXPECT_EQ(finds.size(), Catalog::builtInRules().size() + Catalog::artifactPatternCount())
+    EXPECT_EQ(finds.size(), Catalog::builtInRules().size() + Catalog::artifactPatterns().size())
         << "every row has an example";
     for (const auto& [id, examples] : finds) {
         const auto mine = taken.find(id);
