@@ -9,11 +9,45 @@
 #include "BrimloApp/SmartClean/SmartClean.h"
 #include "BrimloCore/Docker/DockerObject.h"
 
+#include <memory>
+#include <mutex>
 #include <set>
 #include <string>
 #include <utility>
 
 namespace Brimlo {
+namespace {
+
+/// The item that a clean has reached, kept for a main thread that may be busy: it is told once,
+/// and then reads the newest one, however many items went by meanwhile. Any thread.
+class NewestItem {
+public:
+    struct State {
+        std::string path;
+        int done = 0;  ///< Items, this one included.
+    };
+
+    /// Whether the main thread must be told; false when it has been told and hasn't read yet.
+    bool set(const std::string& path) {
+        const std::scoped_lock lock{mutex_};
+        state_.path = path;
+        ++state_.done;
+        return !std::exchange(isUnread_, true);
+    }
+
+    State read() {
+        const std::scoped_lock lock{mutex_};
+        isUnread_ = false;
+        return state_;
+    }
+
+private:
+    std::mutex mutex_;
+    State state_;
+    bool isUnread_ = false;
+};
+
+}  // namespace
 
 Cleanup::Cleanup(AppModel& app)
     : app_{app} {}
@@ -24,12 +58,17 @@ void Cleanup::run(const CleanPlan& plan, std::function<void()> after) {
         return;
     }
     show(Progress{.isCleaning = true, .path = {}, .total = static_cast<int>(plan.items().size())});
-    auto tellPath = [cleanup = QPointer{this}](const std::string& path) {
-        const std::string words = isPseudoPath(path) ? DockerObject::words(path) : path;
-        postHome(cleanup, [text = shown(words)](Cleanup& present) {
+    const auto newest = std::make_shared<NewestItem>();
+    auto tellPath = [cleanup = QPointer{this}, newest](const std::string& path) {
+        if (!newest->set(path)) {
+            return;
+        }
+        postHome(cleanup, [newest](Cleanup& present) {
             Progress progress = present.progress_;
-            progress.path = text;
-            ++progress.done;
+            const auto [newestPath, done] = newest->read();
+            progress.path =
+                shown(isPseudoPath(newestPath) ? DockerObject::words(newestPath) : newestPath);
+            progress.done = done;
             present.show(std::move(progress));
         });
     };
