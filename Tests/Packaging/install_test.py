@@ -16,6 +16,7 @@ FILES = {
     "bin/brimlo": "-> ../lib/brimlo/brimlo",
     "bin/brimlo-app": "program",
     "lib/brimlo/brimlo": "program",
+    "lib/brimlo/brimlo-complete": "program",
     "share/applications/brimlo.desktop": "file",
     "share/bash-completion/completions/brimlo": "file",
     "share/doc/brimlo/changelog.gz": "file",
