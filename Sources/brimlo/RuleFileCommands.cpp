@@ -1,6 +1,6 @@
 #include "brimlo/RuleFileCommands.h"
 
-#include "BrimloCore/SuggestionEngine/RuleTargets.h"
+#include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
 #include "BrimloCore/Support/RuleJson.h"
 #include "BrimloCore/Support/Text.h"
 #include "BrimloCore/UserRules/RuleExchange.h"

@@ -1,5 +1,5 @@
 #include "BrimloCore/Platform/FileIdentity.h"
-#include "BrimloCore/SuggestionEngine/RuleTargets.h"
+#include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
 #include "brimlo/Console.h"
 #include "brimlo/JsonForms.h"
 #include "brimlo/Tool.h"

@@ -2,7 +2,7 @@
 
 #include "BrimloApp/Shell/RunInBackground.h"
 #include "BrimloApp/Shell/Shown.h"
-#include "BrimloCore/SuggestionEngine/RuleTargets.h"
+#include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
 #include "BrimloCore/UserRules/RuleValidation.h"
 #include "BrimloCore/UserRules/UserRules.h"
 

@@ -3,7 +3,7 @@
 #include "BrimloCore/Gate/Safety.h"
 #include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Platform/FileIdentity.h"
-#include "BrimloCore/SuggestionEngine/RuleTargets.h"
+#include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
 #include "BrimloCore/Support/Text.h"
 
 #include <algorithm>

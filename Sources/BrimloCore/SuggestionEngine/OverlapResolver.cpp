@@ -1,33 +1,80 @@
 #include "BrimloCore/SuggestionEngine/OverlapResolver.h"
 
+#include "BrimloCore/Platform/Posix/IdentityOf.h"
+#include "BrimloCore/Support/Path.h"
+#include "BrimloCore/Support/RealPath.h"
 #include "BrimloCore/Support/Text.h"
 
 #include <algorithm>
+#include <string>
 #include <string_view>
 #include <tuple>
 #include <unordered_map>
 #include <utility>
 
-// The order decides everything. Shorter paths come first, so a folder is met before what lies in
-// it. Each candidate then looks up its own path and those above it, and meets the first that was
+#include <sys/stat.h>
+
+// The order decides everything. Shorter places come first, so a folder comes before its contents.
+// Each candidate then looks up its own place and those above it, and meets the nearest that was
 // kept, A:
 //
 //     ~/Library/Caches/Foo        review    kept
-//     ~/Library/Caches/Foo/blobs  safe      safer than A: A goes, this is kept
-//     ~/Library/Caches/Foo/more   review    its A has gone, so this is kept as well
+//     ~/Library/Caches/Foo/blobs  safe      safer than A: A is evicted, this one is kept
+//     ~/Library/Caches/Foo/more   review    A is gone, so this one is kept as well
 //
-// What had been dropped in favour of A before A went is not brought back: giving up a part of a
+// A candidate dropped in favour of A does not come back when A is evicted: giving up a part of a
 // broad, risky folder offers less, never more.
 
 namespace Brimlo::SuggestionEngine {
 
 namespace {
 
+/// Gives each place on disk one name, whichever path leads to it.
+class PlaceNames {
+public:
+    /// The name of the entry at `path`, which is absolute: a symlink's own, not its target's.
+    std::string of(const std::string& path) {
+        const std::string standard = Path::standardized(path);
+        const auto [folder, isNew] = realFolders_.try_emplace(std::string{Path::parent(standard)});
+        if (isNew) {
+            folder->second = RealPath::of(folder->first);
+        }
+        return nameOf(Path::join(folder->second, Path::name(standard)));
+    }
+
+private:
+    /// A folder has the name under which it was first met, any other entry that of its folder and
+    /// its own: a file with two hard links is two entries.
+    const std::string& nameOf(const std::string& path) {
+        if (const auto known = names_.find(path); known != names_.end()) {
+            return known->second;
+        }
+        const std::string name =
+            path == "/" ? path
+                        : Path::join(nameOf(std::string{Path::parent(path)}), Path::name(path));
+        struct stat status {};
+        if (lstat(path.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) {
+            return names_.emplace(path, name).first->second;
+        }
+        const auto first = byIdentity_.try_emplace(Platform::identityOf(status).text(), name).first;
+        return names_.emplace(path, first->second).first->second;
+    }
+
+    std::unordered_map<std::string, std::string> names_;       ///< By path without symlinks.
+    std::unordered_map<std::string, std::string> byIdentity_;  ///< The first name of each folder.
+    std::unordered_map<std::string, std::string> realFolders_;
+};
+
+struct Placed {
+    std::string place;
+    Candidate candidate;
+};
+
 /// The kept candidates, by place, in the order of their acceptance.
 class Kept {
 public:
     /// The kept candidate at the place `path` or the nearest above it, or nullptr.
-    [[nodiscard]] const Candidate* covering(std::string_view path) const {
+    [[nodiscard]] const Placed* covering(std::string_view path) const {
         while (!path.empty() && path != "/") {
             if (const auto found = places_.find(path); found != places_.end()) {
                 return &accepted_[found->second];
@@ -38,24 +85,26 @@ public:
         return nullptr;
     }
 
-    void accept(const Candidate& candidate) {
-        places_.emplace(candidate.place, accepted_.size());
-        accepted_.push_back(candidate);
+    void accept(Placed placed) {
+        places_.emplace(placed.place, accepted_.size());
+        accepted_.push_back(std::move(placed));
+        isEvicted_.push_back(false);
     }
 
-    void evict(const Candidate& candidate) {
-        const auto place = places_.find(candidate.place);
-        const std::size_t index = place->second;
+    void evict(const Placed& placed) {
+        const auto place = places_.find(placed.place);
+        isEvicted_[place->second] = true;
         places_.erase(place);
-        evicted_.resize(accepted_.size());
-        evicted_[index] = true;
     }
 
     [[nodiscard]] std::vector<Candidate> result() && {
-        evicted_.resize(accepted_.size());
-        std::size_t index = 0;
-        std::erase_if(accepted_, [&](const Candidate&) { return evicted_[index++]; });
-        return std::move(accepted_);
+        std::vector<Candidate> result;
+        for (std::size_t i = 0; i < accepted_.size(); ++i) {
+            if (!isEvicted_[i]) {
+                result.push_back(std::move(accepted_[i].candidate));
+            }
+        }
+        return result;
     }
 
 private:
@@ -63,24 +112,33 @@ private:
         using is_transparent = void;
     };
     std::unordered_map<std::string, std::size_t, Hash, std::equal_to<>> places_;
-    std::vector<Candidate> accepted_;
-    std::vector<bool> evicted_;
+    std::vector<Placed> accepted_;
+    std::vector<bool> isEvicted_;
 };
 
-std::vector<Candidate> sorted(std::vector<Candidate> candidates, const std::vector<Meta>& metas) {
-    using Key = std::tuple<std::size_t, bool, Risk>;
-    std::vector<std::pair<Key, std::size_t>> keys;
-    keys.reserve(candidates.size());
+/// The candidates at their places: shorter places first, then specific rules, then safer ones.
+std::vector<Placed> sorted(
+    std::vector<Candidate> candidates, const std::vector<PendingSuggestion>& pending) {
+    // The index is part of the key, so equal candidates keep their order.
+    using Key = std::tuple<std::size_t, bool, Risk, std::size_t>;
+    std::vector<Key> keys;
+    std::vector<std::string> places;
+    PlaceNames names;
     for (const Candidate& candidate : candidates) {
-        const Meta& meta = metas[candidate.meta];
-        const Key key{Text::characterCount(candidate.place), meta.catchAll, meta.risk};
-        keys.emplace_back(key, keys.size());
+        places.push_back(names.of(candidate.item.path));
+        const PendingSuggestion& owner = pending[candidate.suggestion];
+        keys.emplace_back(
+            Text::characterCount(places.back()),
+            owner.isCatchAll,
+            owner.suggestion.risk,
+            keys.size());
     }
-    std::ranges::sort(keys);  // The place is part of the key, so this keeps ties in order.
-    std::vector<Candidate> result;
-    result.reserve(candidates.size());
-    for (const auto& [key, place] : keys) {
-        result.push_back(std::move(candidates[place]));
+    std::ranges::sort(keys);
+    std::vector<Placed> result;
+    result.reserve(keys.size());
+    for (const Key& key : keys) {
+        const std::size_t index = std::get<3>(key);
+        result.push_back({std::move(places[index]), std::move(candidates[index])});
     }
     return result;
 }
@@ -88,16 +146,19 @@ std::vector<Candidate> sorted(std::vector<Candidate> candidates, const std::vect
 }  // namespace
 
 std::vector<Candidate> resolveOverlaps(
-    std::vector<Candidate> candidates, const std::vector<Meta>& metas) {
+    std::vector<Candidate> candidates, const std::vector<PendingSuggestion>& pending) {
+    const auto riskOf = [&](const Placed& placed) {
+        return pending[placed.candidate.suggestion].suggestion.risk;
+    };
     Kept kept;
-    for (const Candidate& candidate : sorted(std::move(candidates), metas)) {
-        const Meta& meta = metas[candidate.meta];
-        const Candidate* broader = kept.covering(candidate.place);
+    for (Placed& placed : sorted(std::move(candidates), pending)) {
+        const Placed* broader = kept.covering(placed.place);
         if (broader == nullptr) {
-            kept.accept(candidate);
-        } else if (!meta.catchAll && meta.risk < metas[broader->meta].risk) {
+            kept.accept(std::move(placed));
+        } else if (
+            !pending[placed.candidate.suggestion].isCatchAll && riskOf(placed) < riskOf(*broader)) {
             kept.evict(*broader);
-            kept.accept(candidate);
+            kept.accept(std::move(placed));
         }
     }
     return std::move(kept).result();

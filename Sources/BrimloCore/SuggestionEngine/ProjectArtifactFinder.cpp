@@ -4,9 +4,9 @@
 #include "BrimloCore/Platform/DirectoryReader.h"
 #include "BrimloCore/Platform/Posix/Descriptor.h"
 #include "BrimloCore/RulePacks/Catalog.h"
-#include "BrimloCore/SuggestionEngine/ArtifactMatcher.h"
 #include "BrimloCore/Support/AtomicFile.h"
 #include "BrimloCore/Support/Days.h"
+#include "BrimloCore/Support/Glob.h"
 #include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
@@ -15,6 +15,7 @@
 #include <array>
 #include <cstddef>
 #include <ctime>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
@@ -111,6 +112,151 @@ struct Listing {
     }
 };
 
+using Names = std::vector<std::string_view>;
+
+/// Whether a wildcard matches one of the names; one without special characters is just compared.
+bool matchesAny(const std::string& wildcard, const Names& names) {
+    if (wildcard.find_first_of("*?[\\") == std::string::npos) {
+        return std::ranges::find(names, wildcard) != names.end();
+    }
+    return std::ranges::any_of(
+        names, [&](std::string_view name) { return Glob::matches(std::string{name}, wildcard); });
+}
+
+bool isProven(const ArtifactPattern& pattern, const Names& siblings) {
+    return pattern.markers.empty() ||
+           std::ranges::any_of(pattern.markers, [&](const std::string& marker) {
+               return matchesAny(marker, siblings);
+           });
+}
+
+bool isExcluded(const ArtifactPattern& pattern, std::string_view name) {
+    return std::ranges::any_of(pattern.excludes, [&](const std::string& wildcard) {
+        return matchesAny(wildcard, {name});
+    });
+}
+
+/// The patterns indexed by name: an unknown name costs one lookup.
+class Matcher {
+public:
+    explicit Matcher(const std::vector<ArtifactPattern>& patterns) {
+        for (const ArtifactPattern& pattern : patterns) {
+            for (const std::string& name : pattern.names) {
+                literals_[name].push_back(&pattern);
+                if (name.contains('*')) {
+                    wildcards_.emplace_back(name, &pattern);
+                }
+            }
+            for (const std::string& suffix : pattern.suffixes) {
+                suffixes_.emplace_back(suffix, &pattern);
+            }
+        }
+    }
+
+    /// The patterns that match a folder `name` whose siblings are `siblings`, in their order.
+    [[nodiscard]] std::vector<const ArtifactPattern*> matches(
+        std::string_view name, const Names& siblings) const {
+        std::vector<const ArtifactPattern*> found = byName(name);
+        std::erase_if(found, [&](const ArtifactPattern* pattern) {
+            return isExcluded(*pattern, name) || !isProven(*pattern, siblings);
+        });
+        return found;
+    }
+
+private:
+    [[nodiscard]] std::vector<const ArtifactPattern*> byName(std::string_view name) const {
+        std::vector<const ArtifactPattern*> found;
+        if (const auto literal = literals_.find(name); literal != literals_.end()) {
+            found = literal->second;
+        }
+        for (const auto& [suffix, pattern] : suffixes_) {
+            if (name.ends_with(suffix)) {
+                found.push_back(pattern);
+            }
+        }
+        for (const auto& [wildcard, pattern] : wildcards_) {
+            if (Glob::matches(std::string{name}, wildcard)) {
+                found.push_back(pattern);
+            }
+        }
+        std::ranges::sort(found);
+        found.erase(std::ranges::unique(found).begin(), found.end());
+        return found;
+    }
+
+    std::unordered_map<std::string_view, std::vector<const ArtifactPattern*>> literals_;
+    std::vector<std::pair<std::string, const ArtifactPattern*>> wildcards_;
+    std::vector<std::pair<std::string_view, const ArtifactPattern*>> suffixes_;
+};
+
+/// The git directory that a file in place of ".git" names.
+std::optional<std::string> linkedGitDirectory(const std::string& folder) {
+    constexpr std::string_view kKey = "gitdir:";
+    constexpr std::string_view kSpace = " \t\r\n\v\f";
+    constexpr std::size_t kLongestFile = 65536;
+    const auto text = readFile(folder + "/.git", kLongestFile);
+    if (!text || !Text::isValid(*text) || !text->starts_with(kKey)) {
+        return std::nullopt;
+    }
+    std::string_view value = std::string_view{*text}.substr(kKey.size());
+    value.remove_prefix(std::min(value.find_first_not_of(kSpace), value.size()));
+    value = value.substr(0, value.find_last_not_of(kSpace) + 1);
+    return value.starts_with('/') ? std::string{value} : folder + "/" + std::string{value};
+}
+
+/// The git directory of the repository of `folder`, at most ten levels up and not above the home
+/// folder. Follows the ".git" file of worktrees and submodules.
+std::optional<std::string> gitDirectory(const std::string& folder) {
+    constexpr int kMostLevels = 10;
+    const std::string home = StoragePaths::home();
+    std::string current = folder;
+    for (int level = 0; level < kMostLevels; ++level) {
+        std::string git = current + "/.git";
+        struct stat status {};
+        if (stat(git.c_str(), &status) == 0) {
+            if (S_ISDIR(status.st_mode)) {
+                return git;
+            }
+            if (auto linked = linkedGitDirectory(current)) {
+                return linked;
+            }
+        }
+        const std::string parent{Path::parent(current)};
+        if (parent == current || parent == "/" || current == home) {
+            return std::nullopt;
+        }
+        current = parent;
+    }
+    return std::nullopt;
+}
+
+/// Days since the last change of the project's manifests, found among the names of its entries, and
+/// of its repository; without either, of the folder itself.
+std::int64_t idleDays(const std::string& project, const std::vector<std::string_view>& siblings) {
+    std::vector<std::string> files;
+    for (const std::string_view name : siblings) {
+        if (isManifest(name)) {
+            files.push_back(project + "/" + std::string{name});
+        }
+    }
+    if (const auto git = gitDirectory(project)) {
+        for (const std::string_view name : kGitFiles) {
+            files.push_back(*git + "/" + std::string{name});
+        }
+    }
+    std::time_t latest = kDistantPast;
+    struct stat status {};
+    for (const std::string& file : files) {
+        if (stat(file.c_str(), &status) == 0) {
+            latest = std::max(latest, status.st_mtime);
+        }
+    }
+    if (latest == kDistantPast && stat(project.c_str(), &status) == 0) {
+        latest = status.st_mtime;
+    }
+    return Days::since(latest, std::time(nullptr));
+}
+
 class Walk {
 public:
     Walk(int maxDepth, const ScanControl* control)
@@ -139,7 +285,7 @@ public:
                 idle = idleDays(path_, listing.names);
             }
             for (const ArtifactPattern* pattern : matches) {
-                found.push_back({pattern->id, path_ + "/" + std::string{child}, path_, *idle});
+                found.push_back({pattern, path_ + "/" + std::string{child}, path_, *idle});
             }
             if (matches.empty() && !isSkipped(child)) {
                 const std::size_t length = path_.size();
@@ -165,28 +311,13 @@ private:
         return !isTools && !gate_.judge(Path::join(path_, name), Safety::Chosen::byRule).refusal;
     }
 
-    ArtifactMatcher matcher_;
+    Matcher matcher_;
     Safety::Gate gate_;
     std::string home_ = StoragePaths::home();
     int maxDepth_;
     const ScanControl* control_;
     std::string path_;  ///< Of the folder that the walk is in.
 };
-
-/// The git directory that a file in place of ".git" names.
-std::optional<std::string> linkedGitDirectory(const std::string& folder) {
-    constexpr std::string_view kKey = "gitdir:";
-    constexpr std::string_view kSpace = " \t\r\n\v\f";
-    constexpr std::size_t kLongestFile = 65536;
-    const auto text = readFile(folder + "/.git", kLongestFile);
-    if (!text || !Text::isValid(*text) || !text->starts_with(kKey)) {
-        return std::nullopt;
-    }
-    std::string_view value = std::string_view{*text}.substr(kKey.size());
-    value.remove_prefix(std::min(value.find_first_not_of(kSpace), value.size()));
-    value = value.substr(0, value.find_last_not_of(kSpace) + 1);
-    return value.starts_with('/') ? std::string{value} : folder + "/" + std::string{value};
-}
 
 }  // namespace
 
@@ -197,55 +328,6 @@ std::vector<FoundArtifact> find(
         walk.start(root);
     }
     return std::move(walk.found);
-}
-
-std::int64_t idleDays(const std::string& project, const std::vector<std::string_view>& siblings) {
-    std::vector<std::string> files;
-    for (const std::string_view name : siblings) {
-        if (isManifest(name)) {
-            files.push_back(project + "/" + std::string{name});
-        }
-    }
-    if (const auto git = gitDirectory(project)) {
-        for (const std::string_view name : kGitFiles) {
-            files.push_back(*git + "/" + std::string{name});
-        }
-    }
-    std::time_t latest = kDistantPast;
-    struct stat status {};
-    for (const std::string& file : files) {
-        if (stat(file.c_str(), &status) == 0) {
-            latest = std::max(latest, status.st_mtime);
-        }
-    }
-    if (latest == kDistantPast && stat(project.c_str(), &status) == 0) {
-        latest = status.st_mtime;
-    }
-    return Days::since(latest, std::time(nullptr));
-}
-
-std::optional<std::string> gitDirectory(const std::string& folder) {
-    constexpr int kMostLevels = 10;
-    const std::string home = StoragePaths::home();
-    std::string current = folder;
-    for (int level = 0; level < kMostLevels; ++level) {
-        std::string git = current + "/.git";
-        struct stat status {};
-        if (stat(git.c_str(), &status) == 0) {
-            if (S_ISDIR(status.st_mode)) {
-                return git;
-            }
-            if (auto linked = linkedGitDirectory(current)) {
-                return linked;
-            }
-        }
-        const std::string parent{Path::parent(current)};
-        if (parent == current || parent == "/" || current == home) {
-            return std::nullopt;
-        }
-        current = parent;
-    }
-    return std::nullopt;
 }
 
 }  // namespace Brimlo::ProjectArtifactFinder

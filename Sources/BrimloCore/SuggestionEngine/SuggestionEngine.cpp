@@ -1,12 +1,15 @@
 #include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
 
 #include "BrimloCore/DisabledRules/DisabledRules.h"
+#include "BrimloCore/DiskScanner/DiskScanner.h"
 #include "BrimloCore/Platform/RunningApps.h"
 #include "BrimloCore/RulePacks/Catalog.h"
-#include "BrimloCore/SuggestionEngine/Candidate.h"
 #include "BrimloCore/SuggestionEngine/OverlapResolver.h"
-#include "BrimloCore/SuggestionEngine/PlaceNames.h"
 #include "BrimloCore/SuggestionEngine/ProjectArtifactFinder.h"
+#include "BrimloCore/Support/Days.h"
+#include "BrimloCore/Support/Folders.h"
+#include "BrimloCore/Support/Glob.h"
+#include "BrimloCore/Support/ParallelFor.h"
 #include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
@@ -16,8 +19,12 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
+#include <functional>
 #include <unordered_map>
 #include <utility>
+
+#include <sys/stat.h>
 
 namespace Brimlo::SuggestionEngine {
 
@@ -25,7 +32,58 @@ namespace {
 
 constexpr int kProjectDepth = 8;
 
-/// The gathering half of a run: all that could be offered, not yet measured.
+/// Runs `body`, and prints its duration to standard error when the environment variable
+/// `BRIMLO_TIMING` is set.
+void timed(std::string_view label, const std::function<void()>& body) {
+    using Clock = std::chrono::steady_clock;
+    const Clock::time_point start = Clock::now();
+    body();
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): set at start only
+    if (std::getenv("BRIMLO_TIMING") != nullptr) {
+        const std::chrono::duration<double> elapsed = Clock::now() - start;
+        const std::string text{label};
+        std::fprintf(stderr, "  [timing] %s: %.2fs\n", text.c_str(), elapsed.count());
+    }
+}
+
+/// The names of the running applications, lower-cased.
+std::set<std::string> runningAppNames() {
+    std::set<std::string> names;
+    for (const std::string& name : Platform::runningAppNames()) {
+        names.insert(Text::lowercased(name));
+    }
+    return names;
+}
+
+bool isExcluded(const std::string& name, const CleanupRule& rule) {
+    return std::ranges::any_of(
+        rule.excludes, [&](const std::string& pattern) { return Glob::matches(name, pattern); });
+}
+
+/// Whether a rule may take one of its expanded paths, or what lies in it.
+bool mayTake(const std::string& path, const CleanupRule& rule, const Safety::Gate& gate) {
+    const auto isRefused = [&](const std::string& item) {
+        return gate.judge(item, Safety::Chosen::byRule).refusal.has_value();
+    };
+    // By the path alone a link may go, but not what lies behind it.
+    return !isRefused(path) && !(rule.contentsOnly && isRefused(path + "/x"));
+}
+
+/// The entries that a rule means by one of its expanded paths.
+std::vector<std::string> entries(const std::string& path, const CleanupRule& rule) {
+    if (!rule.contentsOnly) {
+        return {path};
+    }
+    std::vector<std::string> entries;
+    for (const std::string& name : Folders::names(path).value_or(std::vector<std::string>{})) {
+        if (!isExcluded(name, rule)) {
+            entries.push_back(path + "/" + name);
+        }
+    }
+    return entries;
+}
+
+/// The first half of a run: the paths that could be offered, and the suggestions they are for.
 class Gathering {
 public:
     Gathering(const SuggestionOptions& options, const ScanControl* control)
@@ -41,64 +99,47 @@ public:
             }
             std::vector<SuggestionItem> items = targets(rule, gate_);
             if (!items.empty()) {
-                metas.push_back(meta(rule));
+                pending.push_back(pendingFor(rule));
                 for (SuggestionItem& item : items) {
-                    candidates.push_back({metas.size() - 1, std::move(item)});
+                    candidates.push_back({pending.size() - 1, std::move(item)});
                 }
             }
         }
     }
 
     void addArtifacts() {
-        const std::vector<ArtifactPattern>& patterns = Catalog::artifactPatterns();
-        std::unordered_map<std::string_view, std::size_t> ranks;
-        for (const ArtifactPattern& pattern : patterns) {
-            ranks.emplace(pattern.id, ranks.size());
-        }
         std::vector<FoundArtifact> found;
         timed("artifact walk", [&] {
             found = ProjectArtifactFinder::find({StoragePaths::home()}, kProjectDepth, control_);
         });
-
-        // Of several patterns that know a folder the safest claims it, then the earliest.
-        struct Claim {
-            std::size_t rank;
-            const FoundArtifact* artifact;
-        };
-        std::vector<Claim> claims;
-        std::unordered_map<std::string_view, std::size_t> placeOfPath;
-        const auto score = [&](std::size_t rank) { return std::pair{patterns[rank].risk, rank}; };
-        for (const FoundArtifact& artifact : found) {
-            const auto rank = ranks.find(artifact.patternID);
-            if (rank == ranks.end() || !isWanted(patterns[rank->second].personas)) {
+        std::vector<FoundArtifact> claims;
+        for (FoundArtifact& artifact : found) {
+            if (!isWanted(artifact.pattern->personas)) {
                 continue;
             }
-            const auto [place, isNew] = placeOfPath.try_emplace(artifact.path, claims.size());
-            if (isNew) {
-                claims.push_back({rank->second, &artifact});
-            } else if (score(rank->second) < score(claims[place->second].rank)) {
-                claims[place->second] = {rank->second, &artifact};
+            // Of several patterns that match a folder the safest claims it, then the earliest.
+            if (claims.empty() || claims.back().path != artifact.path) {
+                claims.push_back(std::move(artifact));
+            } else if (artifact.pattern->risk < claims.back().pattern->risk) {
+                claims.back() = std::move(artifact);
             }
         }
-
-        std::unordered_map<std::size_t, std::size_t> metaOfRank;
-        for (const Claim& claim : claims) {
-            const auto [place, isNew] = metaOfRank.try_emplace(claim.rank, metas.size());
+        std::unordered_map<const ArtifactPattern*, std::size_t> places;
+        for (FoundArtifact& claim : claims) {
+            const auto [place, isNew] = places.try_emplace(claim.pattern, pending.size());
             if (isNew) {
-                metas.push_back(meta(patterns[claim.rank]));
+                pending.push_back(pendingFor(*claim.pattern));
             }
-            candidates.push_back({
-                place->second,
-                {
-                          .path = claim.artifact->path,
-                          .idleDays = claim.artifact->idleDays,
-                          .detail = std::string{Path::name(claim.artifact->projectPath)},
-                          },
-            });
+            SuggestionItem item{
+                .path = std::move(claim.path),
+                .idleDays = claim.idleDays,
+                .detail = std::string{Path::name(claim.projectPath)},
+            };
+            candidates.push_back({place->second, std::move(item)});
         }
     }
 
-    std::vector<Meta> metas;
+    std::vector<PendingSuggestion> pending;
     std::vector<Candidate> candidates;
 
 private:
@@ -108,42 +149,38 @@ private:
         });
     }
 
-    [[nodiscard]] Meta meta(const CleanupRule& rule) const {
-        Meta meta{
+    [[nodiscard]] PendingSuggestion pendingFor(const CleanupRule& rule) const {
+        Suggestion suggestion{
             .id = rule.id,
             .name = rule.name,
             .group = rule.group,
             .personas = rule.personas,
             .risk = rule.risk,
-            .regenerates = rule.regenerates,
-            .command = rule.officialCommand,
             .isUsersOwn = rule.isUsersOwn,
-            .catchAll = rule.isCatchAll,
+            .regenerates = rule.regenerates,
+            .officialCommand = rule.officialCommand,
         };
         std::ranges::copy_if(
-            rule.quitApps, std::back_inserter(meta.openApps), [&](const std::string& app) {
+            rule.quitApps, std::back_inserter(suggestion.runningApps), [&](const std::string& app) {
                 return isRunning(app, running_);
             });
-        return meta;
+        return {.suggestion = std::move(suggestion), .isCatchAll = rule.isCatchAll};
     }
 
-    [[nodiscard]] Meta meta(const ArtifactPattern& pattern) const {
-        return {
+    [[nodiscard]] PendingSuggestion pendingFor(const ArtifactPattern& pattern) const {
+        Suggestion suggestion{
             .id = pattern.id,
             .name = pattern.name,
             .group = pattern.group,
             .personas = pattern.personas,
             .risk = pattern.risk,
-            .regenerates = pattern.regenerates + preselection(pattern.risk),
-            .isArtifact = true,
+            .regenerates = pattern.regenerates,
         };
-    }
-
-    /// What is said of the ticks of a pattern with this rating.
-    [[nodiscard]] std::string preselection(Risk risk) const {
-        return risk == Risk::review ? ""
-                                    : " Preselected: projects idle for " +
-                                          std::to_string(options_.staleDays) + "+ days.";
+        if (pattern.risk != Risk::review) {
+            suggestion.regenerates +=
+                " Preselected: projects idle for " + std::to_string(options_.staleDays) + "+ days.";
+        }
+        return {.suggestion = std::move(suggestion), .isArtifact = true};
     }
 
     const SuggestionOptions& options_;
@@ -152,45 +189,8 @@ private:
     std::set<std::string> running_;
 };
 
-/// Which items start ticked: what comes back silently, unless the app that owns it runs, and what
-/// is built again of the output of projects that nobody has touched for long. Never what is rated
-/// Review.
-bool isPreselected(const SuggestionItem& item, const Meta& meta, std::int64_t staleDays) {
-    if (meta.risk == Risk::review) {
-        return false;
-    }
-    if (meta.isArtifact) {
-        return item.idleDays.value_or(0) >= staleDays;
-    }
-    return meta.risk == Risk::safe && meta.openApps.empty();
-}
-
-Suggestion suggestion(const Meta& meta, std::vector<SuggestionItem> items, std::int64_t staleDays) {
-    std::ranges::stable_sort(items, std::ranges::greater{}, &SuggestionItem::size);
-    std::set<std::string> preselected;
-    for (const SuggestionItem& item : items) {
-        if (isPreselected(item, meta, staleDays)) {
-            preselected.insert(item.path);
-        }
-    }
-    return {
-        .id = meta.id,
-        .name = meta.name,
-        .group = meta.group,
-        .personas = meta.personas,
-        .risk = meta.risk,
-        .isUsersOwn = meta.isUsersOwn,
-        .regenerates = meta.regenerates,
-        .officialCommand = meta.command,
-        .runningApps = meta.openApps,
-        .items = std::move(items),
-        .preselectedPaths = std::move(preselected),
-    };
-}
-
-/// Measures the candidates; the items of each meta that are not empty, by the meta's place.
-std::vector<std::vector<SuggestionItem>> measured(
-    std::vector<Candidate> candidates, std::size_t metaCount) {
+/// Measures the candidates and gives those that are not empty to their suggestions.
+void measure(std::vector<Candidate> candidates, std::vector<PendingSuggestion>& pending) {
     std::vector<SuggestionItem> items;
     items.reserve(candidates.size());
     for (Candidate& candidate : candidates) {
@@ -198,14 +198,37 @@ std::vector<std::vector<SuggestionItem>> measured(
     }
     timed(
         "size " + std::to_string(items.size()) + " paths", [&] { items = size(std::move(items)); });
-
-    std::vector<std::vector<SuggestionItem>> byMeta(metaCount);
     for (std::size_t i = 0; i < items.size(); ++i) {
         if (items[i].size > 0) {
-            byMeta[candidates[i].meta].push_back(std::move(items[i]));
+            pending[candidates[i].suggestion].suggestion.items.push_back(std::move(items[i]));
         }
     }
-    return byMeta;
+}
+
+/// Whether an item starts ticked: if it comes back silently and no app that owns it runs, or if it
+/// is build output of a project that has been idle for long. Never if it is rated Review.
+bool isPreselected(
+    const SuggestionItem& item, const PendingSuggestion& pending, std::int64_t staleDays) {
+    const Suggestion& suggestion = pending.suggestion;
+    if (suggestion.risk == Risk::review) {
+        return false;
+    }
+    if (pending.isArtifact) {
+        return item.idleDays.value_or(0) >= staleDays;
+    }
+    return suggestion.risk == Risk::safe && suggestion.runningApps.empty();
+}
+
+/// The suggestion with its items in order, and those ticked that are preselected.
+Suggestion finished(PendingSuggestion pending, std::int64_t staleDays) {
+    Suggestion& suggestion = pending.suggestion;
+    std::ranges::stable_sort(suggestion.items, std::ranges::greater{}, &SuggestionItem::size);
+    for (const SuggestionItem& item : suggestion.items) {
+        if (isPreselected(item, pending, staleDays)) {
+            suggestion.preselectedPaths.insert(item.path);
+        }
+    }
+    return std::move(suggestion);
 }
 
 /// Whether the options ask for Docker, which is a developer's tool.
@@ -241,19 +264,14 @@ std::vector<Suggestion> generate(const SuggestionOptions& options, const ScanCon
     enterPhase("Measuring " + count + " folders…");
     std::vector<Candidate> kept;
     timed("resolve overlaps (" + count + " candidates)", [&] {
-        PlaceNames names;
-        for (Candidate& candidate : gathering.candidates) {
-            candidate.place = names.of(candidate.item.path);
-        }
-        kept = resolveOverlaps(std::move(gathering.candidates), gathering.metas);
+        kept = resolveOverlaps(std::move(gathering.candidates), gathering.pending);
     });
+    measure(std::move(kept), gathering.pending);
 
-    auto itemsOfMeta = measured(std::move(kept), gathering.metas.size());
     std::vector<Suggestion> suggestions;
-    for (std::size_t i = 0; i < itemsOfMeta.size(); ++i) {
-        if (!itemsOfMeta[i].empty()) {
-            suggestions.push_back(
-                suggestion(gathering.metas[i], std::move(itemsOfMeta[i]), options.staleDays));
+    for (PendingSuggestion& pending : gathering.pending) {
+        if (!pending.suggestion.items.empty()) {
+            suggestions.push_back(finished(std::move(pending), options.staleDays));
         }
     }
     if (wantsDocker(options)) {
@@ -264,12 +282,53 @@ std::vector<Suggestion> generate(const SuggestionOptions& options, const ScanCon
     return suggestions;
 }
 
-std::set<std::string> runningAppNames() {
-    std::set<std::string> names;
-    for (const std::string& name : Platform::runningAppNames()) {
-        names.insert(Text::lowercased(name));
+std::vector<SuggestionItem> targets(const CleanupRule& rule, const Safety::Gate& gate) {
+    const std::time_t now = std::time(nullptr);
+    std::vector<SuggestionItem> items;
+    for (const std::string& pattern : rule.paths) {
+        for (const std::string& path : Glob::expand(pattern)) {
+            if (!mayTake(path, rule, gate)) {
+                continue;
+            }
+            for (std::string& entry : entries(path, rule)) {
+                struct stat status {};
+                const bool exists = lstat(entry.c_str(), &status) == 0;
+                const bool isTooYoung =
+                    rule.minAgeDays && status.st_mtime > Days::before(now, *rule.minAgeDays);
+                if (exists && !isTooYoung) {
+                    items.push_back({
+                        .path = std::move(entry),
+                        .idleDays = Days::since(status.st_mtime, now),
+                    });
+                }
+            }
+        }
     }
-    return names;
+    return items;
+}
+
+std::vector<SuggestionItem> size(std::vector<SuggestionItem> items) {
+    // Each call writes to an element of its own, so no lock is needed.
+    parallelFor(items.size(), [&](std::size_t i) {
+        items[i].size = DiskScanner::quickSize(items[i].path);
+        items[i].subtitle.reset();
+    });
+    return items;
+}
+
+std::vector<SuggestionItem> size(const std::vector<std::string>& paths) {
+    std::vector<SuggestionItem> items;
+    items.reserve(paths.size());
+    for (const std::string& path : paths) {
+        items.push_back({.path = path});
+    }
+    return size(std::move(items));
+}
+
+std::vector<SuggestionItem> preview(const CleanupRule& rule) {
+    std::vector<SuggestionItem> items = size(targets(rule));
+    std::ranges::stable_sort(items, std::ranges::greater{}, &SuggestionItem::size);
+    return items;
 }
 
 bool isRunning(std::string_view quitApp, const std::set<std::string>& running) {
@@ -280,18 +339,6 @@ bool isRunning(std::string_view quitApp, const std::set<std::string>& running) {
     return std::ranges::any_of(running, [&](const std::string& name) {
         return name == app || name.starts_with(app + " ") || (!isShort && name.starts_with(app));
     });
-}
-
-void timed(std::string_view label, const std::function<void()>& body) {
-    using Clock = std::chrono::steady_clock;
-    const Clock::time_point start = Clock::now();
-    body();
-    // NOLINTNEXTLINE(concurrency-mt-unsafe): set at start only
-    if (std::getenv("BRIMLO_TIMING") != nullptr) {
-        const std::chrono::duration<double> elapsed = Clock::now() - start;
-        const std::string text{label};
-        std::fprintf(stderr, "  [timing] %s: %.2fs\n", text.c_str(), elapsed.count());
-    }
 }
 
 }  // namespace Brimlo::SuggestionEngine

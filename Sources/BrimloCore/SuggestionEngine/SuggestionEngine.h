@@ -2,8 +2,9 @@
 
 #include "BrimloCore/DiskScanner/ScanControl.h"
 #include "BrimloCore/Docker/DockerClient.h"
+#include "BrimloCore/Gate/Safety.h"
+#include "BrimloCore/Models/CleanupRule.h"
 #include "BrimloCore/Models/Suggestion.h"
-#include "BrimloCore/SuggestionEngine/RuleTargets.h"
 
 #include <cstdint>
 #include <functional>
@@ -21,9 +22,9 @@ struct SuggestionOptions {
     std::int64_t staleDays = 90;   ///< Projects idle for this many days are preselected.
     bool includeArtifacts = true;  ///< Look for build output in projects.
     bool includeDocker = true;     ///< Ask Docker, if there is one.
-    std::function<void(std::string_view)>
-        onPhase;  ///< Called with each phase, on the calling thread.
-    DockerClient::Places docker = DockerClient::usualPlaces();  ///< Candidate paths of its tool.
+    /// Called with each phase, on the calling thread.
+    std::function<void(std::string_view)> onPhase;
+    DockerClient::Places docker = DockerClient::usualPlaces();  ///< Where its tool may be.
 };
 
 /// Finds what can be cleaned.
@@ -38,15 +39,23 @@ namespace SuggestionEngine {
 [[nodiscard]] std::vector<Suggestion> generate(
     const SuggestionOptions& options, const ScanControl* control = nullptr);
 
-/// The names of the running applications, lower-cased.
-[[nodiscard]] std::set<std::string> runningAppNames();
+/// The items that a rule matches now, with age but without size: in the order of the rule's paths,
+/// then of their expansion. Unreadable and refused ones are left out. Many rules share one gate.
+[[nodiscard]] std::vector<SuggestionItem> targets(
+    const CleanupRule& rule, const Safety::Gate& gate = Safety::Gate{});
+
+/// The same items with sizes and without subtitles. Measures them in parallel; blocks until all are
+/// done.
+[[nodiscard]] std::vector<SuggestionItem> size(std::vector<SuggestionItem> items);
+
+/// The sizes of these paths, measured in parallel.
+[[nodiscard]] std::vector<SuggestionItem> size(const std::vector<std::string>& paths);
+
+/// The items that a rule matches now, measured, largest first. Blocks.
+[[nodiscard]] std::vector<SuggestionItem> preview(const CleanupRule& rule);
 
 /// Whether one of the `running` names is the application `quitApp` of a rule.
 [[nodiscard]] bool isRunning(std::string_view quitApp, const std::set<std::string>& running);
-
-/// Runs `body`, and prints its duration to standard error when the environment variable
-/// `BRIMLO_TIMING` is set.
-void timed(std::string_view label, const std::function<void()>& body);
 
 }  // namespace SuggestionEngine
 

@@ -134,41 +134,39 @@ TEST_F(ProjectArtifactFinderTest, MeasuresTheActivityOfAProject) {
     }
 }
 
-TEST_F(ProjectArtifactFinderTest, FindsTheRepositoryAroundAProject) {
-    makeFolder("plain/.git");
-    makeFolder("plain/a/b/c/d/e/f/g/h/i/j");
+TEST_F(ProjectArtifactFinderTest, ReadsTheActivityOfTheRepositoryAroundAProject) {
+    const std::string deep = "plain/a/b/c/d/e/f/g/h/i";
+    const auto idleDays = [&](const std::string& folder) {
+        makeFolder(folder + "/__pycache__");
+        age(at(folder), 200.5);
+        return ProjectArtifactFinder::find({at(folder)}, 0).front().idleDays;
+    };
+    writeAged("plain/.git/HEAD", 5.5);
+    writeAged("git dirs/x/HEAD", 6.5);
     link("dangling/.git", "nowhere");
-    write("relative/.git", "gitdir: ../.git/worktrees/x\n");
-    write("absolute/.git", "gitdir:\t /git dirs/x \r\n\n");
-    write("garbage/.git", "gitdir /x");
-    write("bytes/.git", "gitdir: /\xff");
+    write("relative/.git", "gitdir: ../git dirs/x\n");
+    write("absolute/.git", "gitdir:\t" + at("git dirs/x") + " \r\n\n");
+    write("garbage/.git", "gitdir " + at("git dirs/x"));
+    write("bytes/.git", "gitdir: " + at("git dirs/x") + "\n\xff");
     write("plain/a/garbage/.git", "none");
-    struct Case {
-        std::string folder;
-        std::optional<std::string> directory;
+    const std::pair<std::string, std::int64_t> cases[] = {
+        {"plain/a",         5  },
+        {deep,              5  },
+        {deep + "/j",       200},
+        {"plain/a/garbage", 5  },
+        {"dangling",        200},
+        {"relative",        6  },
+        {"absolute",        6  },
+        {"garbage",         200},
+        {"bytes",           200},
     };
-    const Case cases[] = {
-        {at("plain/a"),                   at("plain/.git")                  },
-        {at("plain/a/b/c/d/e/f/g/h/i"),   at("plain/.git")                  },
-        {at("plain/a/b/c/d/e/f/g/h/i/j"), std::nullopt                      },
-        {at("plain/a/garbage"),           at("plain/.git")                  },
-        {at("dangling"),                  std::nullopt                      },
-        {at("relative"),                  at("relative/../.git/worktrees/x")},
-        {at("absolute"),                  "/git dirs/x"                     },
-        {at("garbage"),                   std::nullopt                      },
-        {at("bytes"),                     std::nullopt                      },
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.folder);
-        EXPECT_EQ(ProjectArtifactFinder::gitDirectory(c.folder), c.directory);
+    for (const auto& [folder, days] : cases) {
+        EXPECT_EQ(idleDays(folder), days) << folder;
     }
-
     setenv("HOME", at("plain/a").c_str(), 1);
-    EXPECT_EQ(ProjectArtifactFinder::gitDirectory(at("plain/a")), std::nullopt)
-        << "nothing above the home folder";
+    EXPECT_EQ(idleDays("plain/a"), 200) << "nothing above the home folder";
     setenv("HOME", at("plain").c_str(), 1);
-    EXPECT_EQ(ProjectArtifactFinder::gitDirectory(at("plain/a/b")), at("plain/.git"))
-        << "the home folder itself may be a repository";
+    EXPECT_EQ(idleDays("plain/a/b"), 5) << "the home folder itself may be a repository";
 }
 
 }  // namespace

@@ -1,6 +1,4 @@
-#include "BrimloCore/SuggestionEngine/RuleTargets.h"
-
-#include "BrimloCore/DiskScanner/DiskScanner.h"
+#include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
 #include "Support/TempHome.h"
 
 #include <algorithm>
@@ -11,7 +9,7 @@ namespace {
 
 using namespace std::string_literals;
 
-class RuleTargetsTest : public Testing::TempHome {
+class SuggestionEngineTargetsTest : public Testing::TempHome {
 protected:
     using Found = std::vector<std::pair<std::string, std::int64_t>>;
 
@@ -31,7 +29,7 @@ protected:
     void writeAged(const std::string& relative, double days) const { age(write(relative), days); }
 };
 
-TEST_F(RuleTargetsTest, AreWhatThePathsNameNow) {
+TEST_F(SuggestionEngineTargetsTest, AreWhatThePathsNameNow) {
     writeAged("Downloads/young.dmg", 29.5);
     writeAged("Downloads/old.dmg", 31.5);
     writeAged("Downloads/.hidden.dmg", 90.5);
@@ -91,30 +89,6 @@ TEST_F(RuleTargetsTest, AreWhatThePathsNameNow) {
         SCOPED_TRACE(c.name);
         EXPECT_EQ(found(c.rule), c.found);
     }
-}
-
-TEST_F(RuleTargetsTest, AreMeasuredInTheirOrder) {
-    const std::string big = write("big", std::string(100'000, 'x'));
-    const std::string small = write("folder/small", "x");
-    const std::vector<SuggestionItem> items{
-        {.path = small,           .size = 7, .idleDays = 3, .detail = "detail", .subtitle = "subtitle"},
-        {.path = at("missing"),          .size = 7, .subtitle = "subtitle"},
-        {.path = big},
-        {.path = at("folder")  },
-        {.path = big},
-    };
-    const std::int64_t bigSize = DiskScanner::quickSize(big);
-    const std::int64_t smallSize = DiskScanner::quickSize(small);
-    ASSERT_GT(bigSize, smallSize);
-    const std::vector<SuggestionItem> expected{
-        {.path = small,       .size = smallSize, .idleDays = 3, .detail = "detail"},
-        {.path = at("missing")},
-        {.path = big,                   .size = bigSize                 },
-        {.path = at("folder"),                   .size = smallSize                         },
-        {.path = big,                   .size = bigSize},
-    };
-    EXPECT_EQ(SuggestionEngine::size(items), expected);
-    EXPECT_EQ(SuggestionEngine::size(std::vector<SuggestionItem>{}), std::vector<SuggestionItem>{});
 }
 
 }  // namespace
