@@ -1,12 +1,13 @@
-#include "Benchmarks/WindowStage.h"
 #include "BrimloApp/Analyzer/Analyzer.h"
 #include "BrimloApp/Analyzer/NodeRows.h"
 #include "BrimloApp/Analyzer/TreemapItem.h"
 #include "BrimloApp/SmartClean/SmartClean.h"
 #include "BrimloApp/SmartClean/SuggestionRows.h"
+#include "BrimloAppTests/Support/WindowTest.h"
 #include "BrimloCore/DiskScanner/FileNode.h"
 #include "BrimloCore/UserRules/UserRules.h"
 
+#include <QtCore/QElapsedTimer>
 #include <QtGui/QImage>
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
@@ -14,14 +15,18 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
+#include <ctime>
 #include <fstream>
+#include <functional>
+#include <stdexcept>
 #include <string_view>
+#include <utility>
 
-// window-bench: what the screens cost. Prints a line for each measure: its name, and the figures of
-// its runs in milliseconds, or in bytes for memory.
+// window-bench: what the screens cost, tried in the window of the tests. Prints a line for each
+// measure: "MEASURED", its name, and the figures of its runs in milliseconds, or in bytes for
+// memory.
 
-namespace Brimlo::Benchmarks {
+namespace Brimlo {
 namespace {
 
 constexpr int kRows = 10'000;
@@ -29,8 +34,31 @@ constexpr int kRules = 170;  // Each with as many items as the list shows of one
 constexpr int kItemsOfRule = 60;
 constexpr int kCells = 5'000;
 
+/// What one frame, or another piece of work of the main thread, took in milliseconds.
+struct Frame {
+    double milliseconds = 0;
+    double work = 0;  ///< Of the processor, so that a busy machine makes little difference.
+    bool isDrawn = true;
+};
+
+Frame measured(const std::function<void()>& work) {
+    const auto processor = [] {
+        timespec time{};
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+        return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
+    };
+    Frame frame;
+    const double before = processor();
+    QElapsedTimer taken;
+    taken.start();
+    work();
+    frame.milliseconds = static_cast<double>(taken.nsecsElapsed()) / 1e6;
+    frame.work = processor() - before;
+    return frame;
+}
+
 void print(const std::string& name, const std::vector<double>& figures) {
-    static_cast<void>(std::printf("%s", name.c_str()));
+    static_cast<void>(std::printf("MEASURED %s", name.c_str()));
     for (const double figure : figures) {
         static_cast<void>(std::printf(" %.2f", figure));
     }
@@ -53,27 +81,6 @@ void print(const std::string& name, const std::vector<Frame>& frames) {
     }
     print(name, taken);
     print(name + "-work", work);
-}
-
-// ---- What the lists hold ------------------------------------------------------------------------
-
-/// Rules of the user's own, and files for each of them to find.
-void fillHome(const std::string& home) {
-    for (int rule = 0; rule < kRules; ++rule) {
-        const std::string name = "tool " + std::to_string(rule);
-        const std::string folder = home + "/cache/" + name;
-        std::filesystem::create_directories(folder);
-        for (int item = 0; item < kItemsOfRule; ++item) {
-            std::ofstream{folder + "/a downloaded package of some length " + std::to_string(item)}
-                << name;
-        }
-        UserRules::Draft draft{.name = name, .paths = {"~/cache/" + name + "/*"}};
-        draft.regenerates = "The tool downloads its packages again when they are asked for.";
-        draft.personas = {Persona::developer};
-        if (!UserRules::save(UserRules::make(draft), UserRules::defaultDirectory())) {
-            std::abort();  // The folder was made a moment ago.
-        }
-    }
 }
 
 /// A folder as a scan would give it, of files of many sizes and kinds.
@@ -99,65 +106,145 @@ std::shared_ptr<FileNode> folderOf(const int count) {
     return folder;
 }
 
+/// The first visible item below of a type, named as in QML or with its namespace.
+QQuickItem* itemBelow(const QQuickItem& parent, const QByteArray& type) {
+    for (QQuickItem* const child : parent.childItems()) {
+        // QML's types bear a suffix that counts them.
+        const QByteArray name = child->metaObject()->className();
+        if (name == type || name.startsWith(type + "_QMLTYPE_")) {
+            return child;
+        }
+        if (QQuickItem* const found = itemBelow(*child, type)) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+class WindowBench : public Testing::WindowTest {
+protected:
+    void openScreen() {
+        open(Section::Overview, {1180, 780});
+        setTheme("reduceMotion", false);
+        QObject::connect(&window(), &QQuickWindow::frameSwapped, &window(), [this] { ++frames_; });
+        rest();
+    }
+
+    [[nodiscard]] QQuickItem& item(const char* const type) const {
+        QQuickItem* const found = itemBelow(*window().contentItem(), type);
+        return found == nullptr ? throw std::runtime_error(type) : *found;
+    }
+
+    /// Runs the event loop until no frame has been drawn for a while.
+    void rest() const {
+        constexpr int kStill = 300;
+        QElapsedTimer still;
+        still.start();
+        for (int seen = frames_; !still.hasExpired(kStill);) {
+            QCoreApplication::processEvents(QEventLoop::AllEvents, kStill);
+            if (std::exchange(seen, frames_) != frames_) {
+                still.restart();
+            }
+        }
+    }
+
+    /// From an input to the end of the drawing that shows it.
+    [[nodiscard]] Frame frameAfter(const std::function<void()>& input) const {
+        constexpr int kNothing = 500;
+        const int before = frames_;
+        Frame frame = measured([&] {
+            QElapsedTimer waited;
+            waited.start();
+            input();
+            while (frames_ == before && !waited.hasExpired(kNothing)) {
+                QCoreApplication::processEvents(QEventLoop::AllEvents, kNothing);
+            }
+        });
+        frame.isDrawn = frames_ != before;
+        return frame;
+    }
+
+    /// Rules of the user's own, and files for each of them to find.
+    void fillHome() const {
+        for (int rule = 0; rule < kRules; ++rule) {
+            const std::string name = "tool " + std::to_string(rule);
+            for (int item = 0; item < kItemsOfRule; ++item) {
+                write(
+                    "cache/" + name + "/a downloaded package of some length " +
+                        std::to_string(item),
+                    name);
+            }
+            UserRules::Draft draft{.name = name, .paths = {"~/cache/" + name + "/*"}};
+            draft.regenerates = "The tool downloads its packages again when they are asked for.";
+            draft.personas = {Persona::developer};
+            ASSERT_TRUE(UserRules::save(UserRules::make(draft), UserRules::defaultDirectory()));
+        }
+    }
+
+    std::vector<Frame> move(QQuickItem& list, double pixels, int most);
+    void scroll(const char* type, const std::string& name);
+    void suggestions();
+    void analyzer();
+    void treemap();
+
+private:
+    int frames_ = 0;
+};
+
 // ---- Scrolling ----------------------------------------------------------------------------------
 
 /// Frames while the list moves so far down each time, as long as there is something below.
-std::vector<Frame> move(WindowStage& stage, QQuickItem& list, const double pixels, const int most) {
+std::vector<Frame> WindowBench::move(QQuickItem& list, const double pixels, const int most) {
     std::vector<Frame> frames;
     const double end = list.property("contentHeight").toDouble() - list.height();
     list.setProperty("contentY", 0);
-    stage.settle();
+    rest();
     for (int i = 1; i <= most && pixels * i < end; ++i) {
-        frames.push_back(
-            stage.frameAfter([&] { list.setProperty("contentY", std::round(pixels * i)); }));
+        frames.push_back(frameAfter([&] { list.setProperty("contentY", std::round(pixels * i)); }));
     }
     return frames;
 }
 
-void scroll(WindowStage& stage, const char* const type, const std::string& name) {
-    QQuickItem& list = *stage.item(type);
-    stage.settle();
+void WindowBench::scroll(const char* const type, const std::string& name) {
+    QQuickItem& list = item(type);
+    rest();
     constexpr double kThreeLines = 100;
     constexpr int kMost = 300;
     const double whole = list.property("contentHeight").toDouble() - list.height();
-    print(name + "-lines", move(stage, list, kThreeLines, kMost));
-    print(name + "-pages", move(stage, list, list.height(), kMost));
-    print(name + "-thumb", move(stage, list, whole / 100, kMost));
+    print(name + "-lines", move(list, kThreeLines, kMost));
+    print(name + "-pages", move(list, list.height(), kMost));
+    print(name + "-thumb", move(list, whole / 100, kMost));
 }
 
-void suggestions(WindowStage& stage) {
-    AppModel& model = stage.model();
-    model.setSection(Section::Clean);
-    stage.waitFor([&] {
-        return !model.smartClean()->isSuggesting() &&
-               std::ssize(model.smartClean()->suggestions()) >= kRules;
-    });
-    stage.settle();
-    SuggestionRows* const rows = model.smartClean()->rows();
+void WindowBench::suggestions() {
+    model().setSection(Section::Clean);
+    finish();
+    rest();
+    SuggestionRows* const rows = model().smartClean()->rows();
     for (int place = rows->count() - 1; place >= 0; --place) {
         rows->toggleExpanded(place);
     }
     print("suggestions-rows", static_cast<double>(rows->count()));
-    scroll(stage, "SuggestionList", "suggestions");
+    scroll("SuggestionList", "suggestions");
 }
 
-void analyzer(WindowStage& stage) {
-    stage.model().setSection(Section::Analyzer);
+void WindowBench::analyzer() {
+    model().setSection(Section::Analyzer);
     const auto folder = folderOf(kRows);
-    stage.model().analyzer()->setCurrent(folder);
-    stage.settle();
-    scroll(stage, "NodeList", "analyzer");
+    model().analyzer()->setCurrent(folder);
+    rest();
+    scroll("NodeList", "analyzer");
 }
 
 // ---- The treemap --------------------------------------------------------------------------------
 
-void treemap(WindowStage& stage) {
+void WindowBench::treemap() {
     const auto folder = folderOf(kCells);
-    stage.model().setSection(Section::Analyzer);
-    stage.model().analyzer()->setAnalyzerMode(1);
-    stage.model().analyzer()->setCurrent(folder);
-    stage.settle();
-    auto& map = static_cast<TreemapItem&>(*stage.item("Brimlo::TreemapItem"));
+    model().setSection(Section::Analyzer);
+    model().analyzer()->setAnalyzerMode(1);
+    model().analyzer()->setCurrent(folder);
+    rest();
+    auto& map = static_cast<TreemapItem&>(item("Brimlo::TreemapItem"));
     const std::size_t count = map.cells().cells().size();
     print("treemap-cells", static_cast<double>(count));
 
@@ -170,16 +257,16 @@ void treemap(WindowStage& stage) {
             QPainter painter{&image};
             map.paint(&painter);
         }));
-        stage.settle();
+        rest();
     }
     print("treemap-paint", painted);
 
     std::vector<Frame> hovered;
     for (std::size_t i = 0; i < count; i += count / 300) {
         const QPointF at = map.mapToScene(map.cells().cells()[i].place.center());
-        hovered.push_back(stage.frameAfter([&] {
+        hovered.push_back(frameAfter([&] {
             QMouseEvent move{QEvent::MouseMove, at, at, Qt::NoButton, {}, {}};
-            QCoreApplication::sendEvent(&stage.window(), &move);
+            QCoreApplication::sendEvent(&window(), &move);
         }));
     }
     print("treemap-hover", hovered);
@@ -199,42 +286,29 @@ double status(const std::string_view name) {
     return 0;
 }
 
-void scan(WindowStage& stage, const char* const folder) {
-    AppModel& model = stage.model();
-    model.setSection(Section::Analyzer);
-    stage.settle();
-    model.analyzer()->startScan(folder);
-    stage.waitFor([&] { return !model.analyzer()->isScanning(); });
-    stage.settle();
-    model.analyzer()->setAnalyzerMode(1);
-    stage.settle();
-    print("scanned-files", static_cast<double>(model.analyzer()->root()->fileCount));
+TEST_F(WindowBench, Frames) {
+    fillHome();
+    openScreen();
+    suggestions();
+    analyzer();
+    treemap();
+}
+
+TEST_F(WindowBench, Scan) {
+    const char* const folder = std::getenv("BRIMLO_SCANNED");
+    ASSERT_NE(folder, nullptr) << "names the folder to be scanned";
+    openScreen();
+    model().setSection(Section::Analyzer);
+    rest();
+    model().analyzer()->startScan(folder);
+    finish();
+    rest();
+    model().analyzer()->setAnalyzerMode(1);
+    rest();
+    print("scanned-files", static_cast<double>(model().analyzer()->root()->fileCount));
     print("scanned-memory", status("VmRSS:"));
     print("scanned-peak", status("VmHWM:"));
 }
 
 }  // namespace
-}  // namespace Brimlo::Benchmarks
-
-int main(int argc, char** argv) {
-    using namespace Brimlo::Benchmarks;
-    using namespace std::string_view_literals;
-
-    if (argc == 3 && argv[1] == "scan"sv) {
-        WindowStage stage{argc, argv};
-        stage.open();
-        scan(stage, argv[2]);
-        return EXIT_SUCCESS;
-    }
-    if (argc == 2 && argv[1] == "frames"sv) {
-        WindowStage stage{argc, argv};
-        fillHome(stage.home());
-        stage.open();
-        suggestions(stage);
-        analyzer(stage);
-        treemap(stage);
-        return EXIT_SUCCESS;
-    }
-    static_cast<void>(std::fputs("Usage: window-bench (frames | scan FOLDER)\n", stderr));
-    return 2;
-}
+}  // namespace Brimlo

@@ -58,29 +58,6 @@ TEST_F(RulesCommandTest, CarriesRulesFromOneMachineToAnother) {
     EXPECT_EQ(contentOf(file), before);
 }
 
-TEST_F(RulesCommandTest, SwitchesRules) {
-    write(".cache/thumbnails/a", std::string(5'000, 'a'));
-    const auto isEnabled = [] {
-        const Json::Value list = answer({"rules", "list"});
-        for (const Json::Value& rule : list.at("rules").as_array()) {
-            if (rule.at("id") == "photos.thumbnails") {
-                return rule.at("enabled").as_bool();
-            }
-        }
-        return false;
-    };
-    EXPECT_EQ(
-        run({"rules", "disable", "photos.thumbnails"}),
-        (Outcome{0, "photos.thumbnails is off.\n", ""}));
-    EXPECT_FALSE(isEnabled());
-    EXPECT_EQ(Json::compact(answer({"suggest"})), "[]");
-    EXPECT_EQ(
-        run({"rules", "enable", "photos.thumbnails"}),
-        (Outcome{0, "photos.thumbnails is on.\n", ""}));
-    EXPECT_TRUE(isEnabled());
-    EXPECT_EQ(answer({"suggest"}).as_array().size(), 1);
-}
-
 TEST_F(RulesCommandTest, DeletesOnlyRulesOfOnesOwn) {
     const std::string mine = write(support("Rules/custom.mine.json"), pack(""));
     const std::string config = write(support("config.json"), "{}");

@@ -338,31 +338,5 @@ TEST_F(AnalyzerTest, SaysNothingOfASearchThatWasCancelled) {
     EXPECT_FALSE(model().largeFiles()->hasSearched()) << "the one before does not count";
 }
 
-TEST_F(AnalyzerTest, TakesDroppedFoldersAndNothingElse) {
-    const auto address = [this](const char* name) {
-        return QUrl::fromLocalFile(QString::fromStdString(at(name)));
-    };
-    EXPECT_FALSE(model().analyzer()->scanDropped(address("tree/small")));
-    EXPECT_FALSE(model().largeFiles()->findInDropped(address("nowhere")));
-    EXPECT_FALSE(model().duplicates()->findInDropped(QUrl{"https://example.org/tree"}));
-    EXPECT_FALSE(
-        model().analyzer()->isScanning() || model().largeFiles()->isSearching() ||
-        model().duplicates()->isSearching());
-    EXPECT_TRUE(model().analyzer()->scanDropped(address("tree")));
-    EXPECT_TRUE(model().largeFiles()->findInDropped(address("tree")));
-    EXPECT_TRUE(model().duplicates()->findInDropped(address("tree")));
-    EXPECT_TRUE(
-        model().analyzer()->isScanning() && model().largeFiles()->isSearching() &&
-        model().duplicates()->isSearching());
-    EXPECT_EQ(model().analyzer()->scanRoot(), at("tree"));
-
-    // Another one, while a search runs, is no new name for what that finds.
-    model().largeFiles()->findInDropped(address("tree/large"));
-    model().duplicates()->findInDropped(address("tree/large"));
-    EXPECT_EQ(model().largeFiles()->root(), at("tree"));
-    EXPECT_EQ(model().duplicates()->root(), at("tree"));
-    finish();
-}
-
 }  // namespace
 }  // namespace Brimlo

@@ -4,17 +4,11 @@
 #include "BrimloAppTests/Support/Contrast.h"
 #include "BrimloAppTests/Support/ModelTest.h"
 
-#include <QtGui/QAccessible>
-#include <QtQml/QQmlComponent>
-#include <QtQml/QQmlEngine>
 #include <QtQuick/QQuickWindow>
 #include <QtTest/QTest>
-#include <gmock/gmock.h>
 
 #include <algorithm>
 #include <cmath>
-#include <ctime>
-#include <functional>
 
 namespace Brimlo {
 namespace {
@@ -88,52 +82,6 @@ protected:
     TreemapItem item;
 };
 
-/// The colour over the window's white.
-QColor over(const double red, const double green, const double blue, const double opacity) {
-    const auto mixed = [&](const double part) {
-        return static_cast<int>(std::lround(255 * (part * opacity + 1 - opacity)));
-    };
-    return {mixed(red), mixed(green), mixed(blue)};
-}
-
-MATCHER_P(Near, color, "") {
-    return std::abs(arg.red() - color.red()) <= 2 && std::abs(arg.green() - color.green()) <= 2 &&
-           std::abs(arg.blue() - color.blue()) <= 2;
-}
-
-TEST_F(TreemapItemTest, DrawsEachCellInTheColourOfItsKind) {
-    struct Case {
-        const char* name;
-        double red, green, blue;
-    };
-    const Case cases[] = {
-        {"a.mp4", 0.76, 0.38, 0.30},
-        {"b.wav", 0.80, 0.60, 0.28},
-        {"c.png", 0.36, 0.62, 0.48},
-        {"d.zip", 0.32, 0.52, 0.66},
-        {"e.cpp", 0.45, 0.48, 0.52},
-        {"f.pdf", 0.62, 0.58, 0.52},
-        {"g.js",  0.58, 0.62, 0.40},
-    };
-    std::int64_t size = 100;
-    for (const auto& c : cases) {
-        add(c.name, size--);
-    }
-    add("empty", 0);
-    setTree();
-    const QImage image = picture();
-    const auto& cells = item.cells().cells();
-    ASSERT_EQ(cells.size(), std::size(cases)) << "an empty entry has no cell";
-    for (std::size_t i = 0; i < cells.size(); ++i) {
-        const auto& c = cases[i];
-        SCOPED_TRACE(c.name);
-        const QPoint inside = (cells[i].drawn.bottomRight() - QPointF{6, 6}).toPoint();
-        EXPECT_THAT(image.pixelColor(inside), Near(over(c.red, c.green, c.blue, 0.92)));
-        EXPECT_EQ(image.pixelColor(cells[i].place.topLeft().toPoint()), QColor(Qt::white));
-    }
-    EXPECT_EQ(image.pixelColor(kWidth / 2, 11), QColor(Qt::white)) << "the margin";
-}
-
 TEST_F(TreemapItemTest, WritesReadablyOnEveryColour) {
     const char* const names[] = {"a.mp4", "b.wav", "c.png", "d.zip", "e.cpp", "f.pdf", "g.js"};
     for (const char* const name : names) {
@@ -189,39 +137,6 @@ TEST_F(TreemapItemTest, HoversAndSelectsWithoutDrawingTheRestAnew) {
     EXPECT_EQ(item.hoveredRow(), -1);
 }
 
-TEST_F(TreemapItemTest, LabelsACellThatIsLargeEnough) {
-    struct Case {
-        const char* name;
-        double width, height;  ///< Of what is drawn of the only cell.
-        bool isLabelled;
-    };
-    const Case cases[] = {
-        {"just too narrow", 80,   100,  false},
-        {"just too low",    200,  36,   false},
-        {"just enough",     80.5, 36.5, true },
-    };
-    add("name\x1B", 5'000'000);
-    setTree();
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        const TreemapCells cells{
-            rows, {c.width + 27,   c.height + 27},
-             {              }
-        };
-        const auto& cell = cells.cells().at(0);
-        EXPECT_EQ(cell.name.text(), c.isLabelled ? "name\uFFFD" : "");
-        EXPECT_EQ(cell.size.text(), c.isLabelled ? "5 MB" : "");
-    }
-}
-
-TEST_F(TreemapItemTest, WritesInTheFamilyItIsGiven) {
-    add("iiiiWWWW", 5'000'000);
-    setTree();
-    const QImage before = picture();
-    item.setFontFamily("DejaVu Sans Mono");
-    EXPECT_NE(picture(), before);
-}
-
 TEST_F(TreemapItemTest, AnswersToPointerAndKeys) {
     const auto folder = add("folder", 100);
     folder->isDirectory = true;
@@ -268,68 +183,6 @@ TEST_F(TreemapItemTest, AnswersToPointerAndKeys) {
     restart();
     EXPECT_EQ(item.cells().cells().size(), 0U);
     EXPECT_EQ(item.hoveredRow(), -1);
-}
-
-TEST_F(TreemapItemTest, SpeaksOfTheHoveredCell) {
-    qmlRegisterType<TreemapItem>("Tried", 1, 0, "TreemapItem");
-    QQmlEngine engine;
-    QQmlComponent component{&engine};
-    component.setData("import QtQuick\nimport Tried\nTreemapItem { width: 400; height: 300 }", {});
-    const std::unique_ptr<QObject> made{component.create()};
-    auto* const map = qobject_cast<TreemapItem*>(made.get());
-    ASSERT_NE(map, nullptr) << component.errorString().toStdString();
-    add("film.mp4", 7'000'000);
-    setTree();
-    map->setRows(&rows);
-    QHoverEvent hover{
-        QEvent::HoverMove, {200, 150},
-         {200, 150},
-         {0,   0  }
-    };
-    QCoreApplication::sendEvent(map, &hover);
-    QAccessibleInterface* const spoken = QAccessible::queryAccessibleInterface(map);
-    ASSERT_NE(spoken, nullptr);
-    EXPECT_EQ(spoken->role(), QAccessible::Graphic);
-    EXPECT_EQ(spoken->text(QAccessible::Name), "Treemap");
-    EXPECT_EQ(spoken->text(QAccessible::Description), "film.mp4, 7 MB");
-}
-
-/// Of the processor, so that a busy machine makes no difference.
-double milliseconds(const std::function<void()>& work) {
-    const auto now = [] {
-        timespec time{};
-        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-        return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
-    };
-    const double start = now();
-    work();
-    return now() - start;
-}
-
-TEST_F(TreemapItemTest, KeepsUpWithThePointer) {
-    for (int i = 0; i < 5000; ++i) {
-        add("file" + std::to_string(i) + ".mp4", 5000 + i * i);
-    }
-    show(1400, 900);
-    setTree();
-    QImage target{1400, 900, QImage::Format_ARGB32_Premultiplied};
-    QPainter painter{&target};
-    const double layout = milliseconds([&] { (void)TreemapCells{rows, item.size(), {}}; });
-    const double whole = milliseconds([&] { item.paint(&painter); });
-    const double moves = milliseconds([&] {
-        for (int i = 0; i < 50; ++i) {
-            const QPointF place{20.0 + 27 * i, 450};
-            QHoverEvent hover{
-                QEvent::HoverMove, place, place, {0, 0}
-            };
-            QCoreApplication::sendEvent(&item, &hover);
-            item.paint(&painter);
-        }
-    });
-    RecordProperty("milliseconds", std::to_string(layout + whole));
-    // Far above what was measured, 26 in a build without optimization: not every machine is fast.
-    EXPECT_LT(layout + whole, 250);
-    EXPECT_LT(moves / 50, 16) << "a frame";
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 #include "BrimloApp/Components/FileKind.h"
 
-#include "BrimloApp/Components/FileKinds.h"
-
 #include <gtest/gtest.h>
 
 #include <string>
@@ -42,14 +40,6 @@ TEST(FileKindTest, IsToldByTheEntryThenByItsExtension) {
         node.isAggregate = c.isAggregate;
         EXPECT_EQ(FileKind::of(node), c.kind);
     }
-}
-
-TEST(FileKindTest, HasItsWordAndColourInTheLegend) {
-    EXPECT_EQ(FileKinds::count(), 8);
-    EXPECT_EQ(FileKinds::label(4), "Archives & disk images");
-    EXPECT_EQ(FileKinds::color(1), QColor::fromRgbF(0.76F, 0.38F, 0.30F));
-    EXPECT_EQ(FileKinds::label(-1), "Other");
-    EXPECT_EQ(FileKinds::label(8), "Other");
 }
 
 }  // namespace

@@ -84,30 +84,5 @@ TEST(SymbolTest, IsThereForWhateverTheProgramNames) {
     }
 }
 
-TEST(SymbolTest, TakesTheColourAndSizeItIsAskedFor) {
-    SymbolImages images;
-    QSize size;
-    const auto image =
-        images.requestImage(QStringLiteral("square/80ff0000/2"), &size, QSize(48, 48));
-    EXPECT_EQ(size, QSize(48, 48));
-    EXPECT_EQ(image.pixelColor(24, 6).rgb(), QColor(Qt::red).rgb());
-    EXPECT_NEAR(image.pixelColor(24, 6).alpha(), 128, 1);
-    EXPECT_EQ(image.pixelColor(24, 24).alpha(), 0);
-    const auto finer = images.requestImage(QStringLiteral("square/ffff0000/1"), nullptr, size);
-    EXPECT_LT(inkedPixels(finer), inkedPixels(image));
-}
-
-TEST(SymbolTest, DrawsNothingForWhatItDoesNotKnow) {
-    SymbolImages images;
-    for (const auto* id :
-         {"", "no.such.symbol/ff000000/2", "trash", "trash/zz/2", "../brimlo/ff000000/2"}) {
-        SCOPED_TRACE(id);
-        const auto image = images.requestImage(QString::fromLatin1(id), nullptr, QSize());
-        EXPECT_EQ(image.size(), QSize(24, 24));
-        EXPECT_EQ(inkedPixels(image), 0);
-    }
-    EXPECT_GT(inkedPixels(images.requestImage(QStringLiteral("trash/ff000000/x"), nullptr, {})), 0);
-}
-
 }  // namespace
 }  // namespace Brimlo

@@ -88,33 +88,6 @@ TEST_F(RuleBookTest, KeepsARuleAsItIsWhenNothingIsChanged) {
     EXPECT_EQ(RuleDraft{whole}.property("minAgeDays"), std::numeric_limits<int>::max());
 }
 
-TEST_F(RuleBookTest, OpensTheEditorOnAFolder) {
-    struct Case {
-        std::optional<std::string> path;
-        std::optional<std::string> name;
-        const char* expectedName;
-        const char* expectedPath;
-    };
-    const Case cases[] = {
-        {std::nullopt,      std::nullopt, "",      ""             },
-        {at("Caches/Some"), std::nullopt, "Some",  "~/Caches/Some"},
-        {"/opt/thing",      "Named",      "Named", "/opt/thing"   },
-    };
-    for (const Case& c : cases) {
-        model().rules()->newRuleDraft(c.path, c.name);
-        ASSERT_NE(model().rules()->ruleDraft(), nullptr);
-        EXPECT_EQ(model().rules()->ruleDraft()->property("name"), c.expectedName);
-        EXPECT_EQ(
-            model().rules()->ruleDraft()->property("paths").toStringList(),
-            QStringList{c.expectedPath});
-    }
-    changes();
-    model().rules()->closeRuleDraft();
-    model().rules()->closeRuleDraft();
-    EXPECT_EQ(model().rules()->ruleDraft(), nullptr);
-    EXPECT_THAT(changes(), ElementsAre("RuleBook.ruleDraft"));
-}
-
 TEST_F(RuleBookTest, SavesARuleAndDeletesItWithItsFindings) {
     model().rules()->editRule(rule());
     model().rules()->saveRuleDraft();
@@ -174,15 +147,6 @@ TEST_F(RuleBookTest, RunsAgainForWhatChangedDuringARun) {
     finish();
     EXPECT_THAT(model().smartClean()->suggestions(), IsEmpty())
         << "the run before still knew the rule";
-}
-
-TEST_F(RuleBookTest, ShowsWhichRulesAreOffAsTheFileHasIt) {
-    model().rules()->setRuleDisabled("a", true);
-    model().rules()->setRuleDisabled("b", true);
-    model().rules()->setRuleDisabled("a", false);
-    EXPECT_THAT(model().rules()->disabledRuleIDs(), ElementsAre("b"));
-    restart();
-    EXPECT_THAT(model().rules()->disabledRuleIDs(), ElementsAre("b"));
 }
 
 TEST_F(RuleBookTest, ExportsAndImportsRules) {

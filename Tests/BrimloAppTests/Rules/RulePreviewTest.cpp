@@ -83,31 +83,6 @@ TEST_F(RulePreviewTest, TellsWhatIsMissingApartFromWhatIsWrong) {
     EXPECT_EQ(clock.waiting(), 0U);
 }
 
-TEST_F(RulePreviewTest, ListsTheLargestItemsAndCountsTheRest) {
-    for (int i = 1; i <= 11; ++i) {
-        write(
-            "logs/" + std::to_string(i) + ".log",
-            std::string(static_cast<std::size_t>(i) * 8192, 'a'));
-    }
-    set("paths", "~/logs/*.log");
-    preview.setDraft(draft.get());
-    finish();
-    EXPECT_EQ(preview.itemCount(), 11);
-    EXPECT_EQ(preview.totalBytes(), 66 * 8192);
-    EXPECT_EQ(preview.paths().size(), 8);
-    EXPECT_EQ(preview.paths().front(), "~/logs/11.log");
-    EXPECT_EQ(preview.moreCount(), 3);
-
-    set("paths", "~/logs/1.log");
-    finish();
-    EXPECT_THAT(preview.paths(), ElementsAre("~/logs/1.log"));
-    EXPECT_EQ(preview.moreCount(), 0);
-    set("paths", "");
-    finish();
-    EXPECT_FALSE(preview.hasResult());
-    EXPECT_THAT(preview.paths(), IsEmpty());
-}
-
 TEST_F(RulePreviewTest, WaitsForTheLastChangeAndShowsNothingOlder) {
     write("one", "1");
     write("two", "2");

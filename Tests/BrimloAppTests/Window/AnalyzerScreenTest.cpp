@@ -4,7 +4,7 @@
 #include "BrimloApp/LargeFiles/LargeFileSearch.h"
 #include "BrimloApp/Review/Cleanup.h"
 #include "BrimloApp/Rules/RuleBook.h"
-#include "BrimloAppTests/Window/WindowTest.h"
+#include "BrimloAppTests/Support/WindowTest.h"
 
 #include <QtGui/QClipboard>
 #include <QtGui/QGuiApplication>
@@ -243,6 +243,28 @@ TEST_F(AnalyzerScreenTest, TrashesWhatIsSelectedByTheKeyboardAlone) {
     EXPECT_FALSE(sees("2 selected"));
 }
 
+TEST_F(AnalyzerScreenTest, TakesNothingOfWhatIsMergedIntoOneRow) {
+    for (int i = 0; i < 45; ++i) {
+        write("tree/tiny" + std::to_string(i));
+    }
+    write("tree/film", std::string(5 << 20, 'd'));
+    openScanned();
+    click(kRow, "49 small items, *", Qt::RightButton);
+    await([&] { return find(QAccessible::MenuItem, "Copy Path") != nullptr; }, "the menu");
+    EXPECT_FALSE(find(QAccessible::MenuItem, "Review & Move to Trash…")->isEnabled());
+    key(Qt::Key_Escape);
+    await([&] { return find(QAccessible::MenuItem, "Copy Path") == nullptr; }, "its end");
+    tabTo(QAccessible::List, "Space Analyzer");
+    key(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_TRUE(sees("2 selected"));
+    press("Review & Clean…");
+    waitToSee("1 items · *");
+    press("Clean *");
+    finish();
+    EXPECT_FALSE(exists(at("tree/film")));
+    EXPECT_TRUE(exists(at("tree/tiny0")) && exists(at("tree/small")));
+}
+
 TEST_F(AnalyzerScreenTest, WorksByTheTreemapAsByTheList) {
     openScanned();
     click(QAccessible::RadioButton, "Treemap");
@@ -278,7 +300,7 @@ TEST_F(AnalyzerScreenTest, TakesADroppedFolderAndRefusesTheRest) {
         bool isTaken;
     };
     const std::string file = at("tree/small");
-    const std::string folder = at("tree");
+    const std::string folder = makeFolder("100%25 #1? ü");
     const Case cases[] = {
         {"a file",              Section::Analyzer,   {file},          false},
         {"nothing there",       Section::Analyzer,   {at("missing")}, false},
@@ -300,8 +322,12 @@ TEST_F(AnalyzerScreenTest, TakesADroppedFolderAndRefusesTheRest) {
             model().largeFiles()->isSearching(), c.isTaken && c.section == Section::LargeFiles);
         EXPECT_EQ(
             model().duplicates()->isSearching(), c.isTaken && c.section == Section::Duplicates);
+        if (c.isTaken) {
+            drop({at("tree")}, {600, 400});  // No new name for what the search finds.
+        }
         finish();
     }
+    EXPECT_EQ(model().analyzer()->scanRoot(), folder);
     EXPECT_EQ(model().largeFiles()->root(), folder);
     EXPECT_EQ(model().duplicates()->root(), folder);
 }

@@ -3,7 +3,7 @@
 #include "BrimloApp/History/History.h"
 #include "BrimloApp/Review/Cleanup.h"
 #include "BrimloApp/Rules/RuleBook.h"
-#include "BrimloAppTests/Window/WindowTest.h"
+#include "BrimloAppTests/Support/WindowTest.h"
 #include "BrimloCore/Journal/JournalEntry.h"
 #include "BrimloCore/Support/StoragePaths.h"
 

@@ -5,7 +5,7 @@
 #include "BrimloApp/Overview/Machine.h"
 #include "BrimloApp/Settings/Settings.h"
 #include "BrimloApp/SmartClean/SmartClean.h"
-#include "BrimloAppTests/Window/WindowTest.h"
+#include "BrimloAppTests/Support/WindowTest.h"
 #include "BrimloCore/Support/Fmt.h"
 #include "BrimloCore/Support/StoragePaths.h"
 

@@ -1,5 +1,5 @@
 #include "BrimloApp/Rules/RuleBook.h"
-#include "BrimloAppTests/Window/WindowTest.h"
+#include "BrimloAppTests/Support/WindowTest.h"
 #include "BrimloCore/UserRules/UserRules.h"
 
 #include <gmock/gmock.h>

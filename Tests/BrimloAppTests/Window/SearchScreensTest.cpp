@@ -1,6 +1,6 @@
 #include "BrimloApp/Duplicates/DuplicateSearch.h"
 #include "BrimloApp/LargeFiles/LargeFileSearch.h"
-#include "BrimloAppTests/Window/WindowTest.h"
+#include "BrimloAppTests/Support/WindowTest.h"
 
 #include <gmock/gmock.h>
 

@@ -1,11 +1,13 @@
 #include "BrimloApp/Review/Cleanup.h"
 #include "BrimloApp/Settings/Settings.h"
-#include "BrimloAppTests/Window/WindowTest.h"
+#include "BrimloAppTests/Support/WindowTest.h"
 #include "BrimloCore/Platform/Privacy.h"
+#include "BrimloCore/Support/StoragePaths.h"
 
 #include <gmock/gmock.h>
 
 #include <filesystem>
+#include <tuple>
 
 namespace Brimlo {
 namespace {
@@ -35,18 +37,25 @@ protected:
 TEST_F(SettingsScreensTest, HistoryListsWhatWentAndPutsItBack) {
     open(Section::History);
     EXPECT_TRUE(sees("Nothing removed yet."));
+    trash("docs/earlier");
     trash("docs/one");
     EXPECT_FALSE(sees("Nothing removed yet."));
     tabTo(QAccessible::List, "Removed by Brimlo");
+    key(Qt::Key_Home);
     key(Qt::Key_Right);
     const auto entry = QString("~/docs/one, ");
     EXPECT_TRUE(sees(entry + "In Trash · can Put Back, *"));
     expectLaidOut();
     expectReadable();
-    press("Undo all");
+    const QQuickItem& row = get(kRow, "one, *");
+    clickAt(row.mapToScene({row.width() - 50, row.height() / 2}));
     finish();
     EXPECT_TRUE(exists(at("docs/one")));
+    EXPECT_FALSE(exists(at("docs/earlier"))) << "of another cleanup";
     EXPECT_TRUE(sees(entry + "Restored, *"));
+    press("Undo all");
+    finish();
+    EXPECT_TRUE(exists(at("docs/earlier")));
     EXPECT_EQ(find(QAccessible::Button, "Undo all"), nullptr);
 
     trash("docs/two");
@@ -97,6 +106,21 @@ TEST_F(SettingsScreensTest, EverySettingTakesEffectAtOnce) {
         key(Qt::Key_Down);
         EXPECT_EQ(stepper->property("value").toLongLong(), c.before);
     }
+    const std::tuple<int, Qt::Key, int> steps[] = {
+        {498, Qt::Key_Up,   500},
+        {2,   Qt::Key_Up,   7  },
+        {2,   Qt::Key_Down, 2  },
+        {900, Qt::Key_Up,   900},
+        {900, Qt::Key_Down, 895},
+        {500, Qt::Key_Up,   500},
+    };
+    for (const auto& [before, pressed, after] : steps) {
+        SCOPED_TRACE(testing::Message() << before << ' ' << pressed);
+        model().settings()->setFreeSpaceThresholdGB(before);
+        tabTo(QAccessible::SpinBox, "Free-space threshold: *");
+        key(pressed);
+        EXPECT_EQ(config.freeSpaceThresholdGB, after) << "a value out of range stays until touched";
+    }
     {
         const Testing::HeldWork held{Background::writers()};
         press("Preview auto-clean (dry run)");
@@ -111,6 +135,12 @@ TEST_F(SettingsScreensTest, EverySettingTakesEffectAtOnce) {
     }
     finish();
     EXPECT_FALSE(model().banner().isEmpty());
+
+    std::filesystem::remove(StoragePaths::support() + "/config.json");
+    makeFolder("Library/Application Support/Brimlo/config.json/occupied");
+    EXPECT_FALSE(model().settings()->read());
+    click(kTick, "Let auto-clean act on custom rules, too");
+    EXPECT_FALSE(isChecked(kTick, "Let auto-clean act on custom rules, too")) << "not saved";
 }
 
 TEST_F(SettingsScreensTest, OffersWhatThisBuildCanDo) {

@@ -2,7 +2,7 @@
 #include "BrimloApp/Review/Cleanup.h"
 #include "BrimloApp/Rules/RuleBook.h"
 #include "BrimloApp/SmartClean/SmartClean.h"
-#include "BrimloAppTests/Window/WindowTest.h"
+#include "BrimloAppTests/Support/WindowTest.h"
 #include "BrimloCore/UserRules/UserRules.h"
 
 #include <QtTest/QTest>
@@ -238,6 +238,7 @@ TEST_F(SmartCleanScreenTest, TellsDockersItemsFromThoseThatCanComeBack) {
     EXPECT_THAT(planned(), ElementsAre("docker:image:sha256:abc"));
     press("Review & Clean…");
     waitToSee("Docker · permanent");
+    EXPECT_TRUE(sees("builder:1*"));
     EXPECT_TRUE(sees("5 PB Freed immediately"));
     EXPECT_TRUE(sees("0 bytes Freed after emptying Trash"));
     EXPECT_FALSE(sees("Trash"));
@@ -249,6 +250,9 @@ TEST_F(SmartCleanScreenTest, TellsDockersItemsFromThoseThatCanComeBack) {
     EXPECT_TRUE(exists(at("removed")));
     waitToSee("5 PB Freed now");
     EXPECT_FALSE(sees("Empty Trash now"));
+    press("View history");
+    EXPECT_TRUE(sees("Docker image abc, *"));
+    EXPECT_FALSE(sees("Undo all"));
 }
 
 TEST_F(SmartCleanScreenTest, CleansWhatWasReviewedAndUndoesIt) {

@@ -1,4 +1,4 @@
-#include "BrimloAppTests/Window/LayoutAudit.h"
+#include "BrimloAppTests/Support/LayoutAudit.h"
 
 #include "BrimloAppTests/Support/Contrast.h"
 

@@ -2,8 +2,8 @@
 
 #include "BrimloApp/Platform/DesktopSettings.h"
 #include "BrimloApp/Settings/Updater.h"
+#include "BrimloAppTests/Support/LayoutAudit.h"
 #include "BrimloAppTests/Support/ModelTest.h"
-#include "BrimloAppTests/Window/LayoutAudit.h"
 
 #include <QtCore/QUrl>
 #include <QtGui/QAccessible>

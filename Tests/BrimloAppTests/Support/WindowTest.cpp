@@ -1,4 +1,6 @@
-#include "BrimloAppTests/Window/WindowTest.h"
+#include "BrimloAppTests/Support/WindowTest.h"
+
+#include "BrimloApp/Shell/OpenWindow.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QMimeData>
@@ -125,13 +127,8 @@ void WindowTest::open(const Section section, const QSize size) {
     model().setSection(section);
     finish();
     engine_ = std::make_unique<QQmlApplicationEngine>();
-    engine_->setProperty("appModel", QVariant::fromValue(&model()));
-    engine_->setProperty("updater", QVariant::fromValue(&updater_));
-    engine_->setProperty("desktopSettings", QVariant::fromValue(&settings_));
-    engine_->addImportPath("qrc:/qt/qml");
-    engine_->load(QUrl{"qrc:/qt/qml/Brimlo/ContentView.qml"});
-    ASSERT_FALSE(engine_->rootObjects().isEmpty());
-    window_ = qobject_cast<QQuickWindow*>(engine_->rootObjects().constFirst());
+    window_ = openWindow(*engine_, model(), updater_, settings_);
+    ASSERT_NE(window_, nullptr);
     window_->resize(size);
     QQmlComponent theme{engine_.get()};
     theme.setData("import QtQml\nimport Brimlo\nQtObject { property var it: Theme }", {});
