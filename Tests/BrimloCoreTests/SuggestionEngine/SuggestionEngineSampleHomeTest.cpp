@@ -45,6 +45,10 @@ protected:
         return taken;
     }
 
+    void expectEachRowToFindItsOwnAndLeaveTheRest();
+    static void expectNothingToBeOfferedTwice();
+    void expectWhatIsYoungToStay();
+
     std::map<std::string, Paths> finds;
     std::map<std::string, Paths> leaves;
 
@@ -72,7 +76,7 @@ const std::pair<const std::string, std::string>* conflict(
     return next != taken.end() && next->first.starts_with(path + "/") ? &*next : nullptr;
 }
 
-TEST_F(SampleHomeTest, EachRowFindsItsOwnAndLeavesTheRest) {
+void SampleHomeTest::expectEachRowToFindItsOwnAndLeaveTheRest() {
     const std::map<std::string, Paths> taken = takenByID();
     EXPECT_EQ(finds.size(), Catalog::builtInRules().size() + Catalog::artifactPatterns().size())
         << "every row has an example";
@@ -99,7 +103,7 @@ TEST_F(SampleHomeTest, EachRowFindsItsOwnAndLeavesTheRest) {
     }
 }
 
-TEST_F(SampleHomeTest, NothingIsOfferedTwice) {
+void SampleHomeTest::expectNothingToBeOfferedTwice() {
     Paths offered;
     for (const Suggestion& suggestion : SuggestionEngine::generate({})) {
         for (const SuggestionItem& item : suggestion.items) {
@@ -115,7 +119,7 @@ TEST_F(SampleHomeTest, NothingIsOfferedTwice) {
     }
 }
 
-TEST_F(SampleHomeTest, WhatIsYoungStays) {
+void SampleHomeTest::expectWhatIsYoungToStay() {
     for (const CleanupRule& rule : Catalog::builtInRules()) {
         if (!rule.minAgeDays) {
             continue;
@@ -128,6 +132,13 @@ TEST_F(SampleHomeTest, WhatIsYoungStays) {
             EXPECT_FALSE(finds[rule.id].contains(item.path)) << item.path;
         }
     }
+}
+
+/// One home for all of it: to lay it out takes longer than to look through it.
+TEST_F(SampleHomeTest, EachRowFindsItsOwnAndLeavesTheRest) {
+    expectEachRowToFindItsOwnAndLeaveTheRest();
+    expectNothingToBeOfferedTwice();
+    expectWhatIsYoungToStay();
 }
 
 }  // namespace
