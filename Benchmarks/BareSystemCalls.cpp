@@ -1,4 +1,5 @@
 #include "Benchmarks/BareSystemCalls.h"
+#include "BrimloCore/SuggestionEngine/ProjectArtifactFinder.h"
 
 #include <array>
 #include <atomic>
@@ -22,45 +23,6 @@ namespace {
 
 constexpr std::size_t kBufferBytes = std::size_t{64} << 10U;
 constexpr int kFolderFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NOFOLLOW;
-
-constexpr std::array<std::string_view, 17> kSkipped{
-    "Library",
-    ".Trash",
-    "Applications",
-    "node_modules",
-    ".git",
-    "Pods",
-    "DerivedData",
-    ".cache",
-    ".npm",
-    ".gradle",
-    ".pub-cache",
-    ".cargo",
-    ".rustup",
-    ".nvm",
-    ".android",
-    ".m2",
-    "go"};
-
-constexpr std::array<std::string_view, 6> kBundleSuffixes{
-    ".app", ".photoslibrary", ".fcpbundle", ".imovielibrary", ".xcarchive", ".lrdata"};
-
-bool isSkipped(std::string_view name) {
-    if (name.front() == '.') {
-        return true;
-    }
-    for (const std::string_view skipped : kSkipped) {
-        if (name == skipped) {
-            return true;
-        }
-    }
-    for (const std::string_view suffix : kBundleSuffixes) {
-        if (name.ends_with(suffix)) {
-            return true;
-        }
-    }
-    return false;
-}
 
 /// Calls `visit` with each record of the folder but "." and "..".
 template <typename Visit>
@@ -112,7 +74,7 @@ std::size_t walkProjects(
     std::string names;
     auto visit = [&](int, const dirent64& record, int depth) {
         ++entries;
-        return record.d_type == DT_DIR && depth < maxDepth && !isSkipped(record.d_name) &&
+        return record.d_type == DT_DIR && depth < maxDepth && !ProjectArtifactFinder::isSkipped(record.d_name) &&
                !notEntered.contains(record.d_ino);
     };
     walk(AT_FDCWD, root.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0, names, visit);

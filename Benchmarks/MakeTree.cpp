@@ -1,66 +1,29 @@
 #include "Benchmarks/TreeGenerator.h"
 
-#include <cerrno>
-#include <charconv>
 #include <cstdio>
-#include <cstring>
+#include <cstdlib>
 #include <filesystem>
-#include <string_view>
+#include <string>
 #include <system_error>
 
 // make-tree: makes the tree that the benchmarks walk.
 
-namespace {
-
-constexpr int kWrongUsage = 2;
-
-int usage() {
-    std::fputs(
-        "Usage: make-tree DIR [--entries N] [--shape home]\n"
-        "Fills DIR, which must be missing or empty, with N entries (600000).\n",
-        stderr);
-    return kWrongUsage;
-}
-
-}  // namespace
-
 int main(int argc, char** argv) {
-    using namespace Brimlo::Benchmarks;
     namespace fs = std::filesystem;
-
-    TreePlan plan;
-    std::string root;
-    for (int i = 1; i < argc; ++i) {
-        const std::string_view word = argv[i];
-        const std::string_view value = i + 1 < argc ? argv[i + 1] : "";
-        if (word == "--entries") {
-            const auto [end, error] =
-                std::from_chars(value.data(), value.data() + value.size(), plan.entries);
-            if (error != std::errc{} || end != value.data() + value.size() || plan.entries < 0) {
-                return usage();
-            }
-            ++i;
-        } else if (word == "--shape") {
-            if (value != "home") {
-                return usage();
-            }
-            ++i;
-        } else if (root.empty() && !word.starts_with('-')) {
-            root = word;
-        } else {
-            return usage();
-        }
+    constexpr int kWrongUsage = 2;
+    const long long entries = argc == 3 ? std::atoll(argv[2]) : 0;
+    if (entries <= 0) {
+        std::fputs("Usage: make-tree DIR ENTRIES\n", stderr);
+        return kWrongUsage;
     }
-    if (root.empty()) {
-        return usage();
-    }
+    const std::string root = argv[1];
     std::error_code error;
     fs::create_directories(root, error);
     if (!fs::is_empty(root, error) || error) {
         std::fprintf(stderr, "make-tree: %s is not an empty folder.\n", root.c_str());
         return 1;
     }
-    const std::int64_t made = makeHomeTree(root, plan);
+    const auto made = Brimlo::Benchmarks::makeHomeTree(root, {.entries = entries});
     std::printf("%lld entries\n", static_cast<long long>(made));
-    return made == plan.entries ? 0 : 1;
+    return made == entries ? 0 : 1;
 }

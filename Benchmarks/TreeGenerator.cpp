@@ -1,11 +1,13 @@
 #include "Benchmarks/TreeGenerator.h"
 
 #include "BrimloCore/Platform/Posix/Descriptor.h"
+#include "BrimloCore/Platform/Posix/WriteAndSync.h"
 #include "BrimloCore/Support/ParallelFor.h"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <functional>
 #include <random>
 #include <string_view>
 #include <vector>
@@ -78,35 +80,26 @@ public:
         }
         constexpr int kFlags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
         const Descriptor file{openat(descriptor_.number(), name.c_str(), kFlags, 0644)};
-        count(
-            file && (content.empty() || write(file.number(), content.data(), content.size()) ==
-                                            static_cast<ssize_t>(content.size())));
+        count(file && Platform::writeBytes(file.number(), content));
     }
 
     /// A file that says little more than its name, as most of a project's files might.
     void file(const std::string& name) const { file(name, name + "\n"); }
 
-    /// A file of so many megabytes, all of them on the disk.
-    void bigFile(const std::string& name, std::int64_t megabytes) const {
-        const std::string block(std::size_t{1} << 20U, 'b');
-        file(name, block);
-        const Descriptor file{
-            openat(descriptor_.number(), name.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC)};
-        for (std::int64_t i = 1; file && i < megabytes; ++i) {
-            static_cast<void>(!write(file.number(), block.data(), block.size()));
+    /// So many files, the name of each made from its number, the highest first.
+    void files(std::int64_t count, const std::function<std::string(std::int64_t)>& name) const {
+        for (std::int64_t i = count; i > 0; --i) {
+            file(name(i));
         }
     }
+
 
     /// A second name for a file of this folder.
     void hardLink(const std::string& name, const Folder& other, const std::string& target) const {
         if (!progress_.isOver()) {
-            count(
-                linkat(
-                    descriptor_.number(),
-                    name.c_str(),
-                    other.descriptor_.number(),
-                    target.c_str(),
-                    0) == 0);
+            const int from = descriptor_.number();
+            const int to = other.descriptor_.number();
+            count(linkat(from, name.c_str(), to, target.c_str(), 0) == 0);
         }
     }
 
@@ -163,9 +156,7 @@ void addRepository(const Folder& project, Progress& progress, std::int64_t objec
         const auto high = static_cast<std::size_t>(i) / kDigits.size();
         const auto low = static_cast<std::size_t>(i) % kDigits.size();
         const Folder shelf = store.folder({kDigits[high], kDigits[low]});
-        for (std::int64_t k = 0; k < objects / folders; ++k) {
-            shelf.file(progress.hex(38));
-        }
+        shelf.files(objects / folders, [&](auto) { return progress.hex(38); });
     }
 }
 
@@ -175,10 +166,9 @@ void addPackage(const Folder& modules, Progress& progress, const std::string& na
     package.file("README.md");
     package.file("LICENSE");
     for (const char* part : {"lib", "dist"}) {
-        const Folder folder = package.folder(part);
-        for (std::int64_t i = progress.number(2, 16); i > 0; --i) {
-            folder.file(numbered(progress.oneOf(kModules), i).append(".js"));
-        }
+        package.folder(part).files(progress.number(2, 16), [&](auto i) {
+            return numbered(progress.oneOf(kModules), i).append(".js");
+        });
     }
     // One package in ten brings its own version of some others.
     if (depth < 2 && progress.number(0, 9) == 0) {
@@ -202,10 +192,9 @@ void addNodeProject(const Folder& project, Progress& progress) {
             commands.symbolicLink(name, "../" + name + "/lib/index-1.js");
         }
     }
-    const Folder built = project.folder("dist");
-    for (std::int64_t i = progress.number(5, 60); i > 0; --i) {
-        built.file(numbered("chunk", i).append(".js"));
-    }
+    project.folder("dist").files(progress.number(5, 60), [](auto i) {
+        return numbered("chunk", i).append(".js");
+    });
 }
 
 void addRustProject(const Folder& project, Progress& progress) {
@@ -214,18 +203,16 @@ void addRustProject(const Folder& project, Progress& progress) {
     addSources(project, progress, ".rs", progress.number(10, 80));
     const Folder profile = project.folder("target").folder("debug");
     const Folder dependencies = profile.folder("deps");
-    for (std::int64_t i = progress.number(100, 700); i > 0; --i) {
-        dependencies.file("lib" + numbered("crate", i) + "-" + progress.hex(16) + ".rlib");
-    }
+    dependencies.files(progress.number(100, 700), [&](auto i) {
+        return "lib" + numbered("crate", i) + "-" + progress.hex(16) + ".rlib";
+    });
     // The compiler links its results to their place rather than copying them.
     dependencies.file("program-0");
     dependencies.hardLink("program-0", profile, "program");
     const Folder incremental = profile.folder("incremental");
     for (std::int64_t i = progress.number(5, 40); i > 0; --i) {
         const Folder unit = incremental.folder(numbered("crate", i)).folder(progress.hex(13));
-        for (std::int64_t k = progress.number(5, 25); k > 0; --k) {
-            unit.file(progress.hex(16).append(".o"));
-        }
+        unit.files(progress.number(5, 25), [&](auto) { return progress.hex(16).append(".o"); });
     }
 }
 
@@ -244,20 +231,18 @@ void addPythonProject(const Folder& project, Progress& progress) {
             compiled.file(name + ".cpython-311.pyc");
         }
     }
-    const Folder compiled = project.folder("__pycache__");
-    for (std::int64_t i = progress.number(3, 20); i > 0; --i) {
-        compiled.file(numbered("module", i).append(".pyc"));
-    }
+    project.folder("__pycache__").files(progress.number(3, 20), [](auto i) {
+        return numbered("module", i).append(".pyc");
+    });
 }
 
 /// A project that nothing can be cleaned of: the walk has to look at all its folders.
 void addPlainProject(const Folder& project, Progress& progress) {
     project.file("Makefile");
     addSources(project, progress, ".c", progress.number(100, 900));
-    const Folder documents = project.folder("doc");
-    for (std::int64_t i = progress.number(3, 30); i > 0; --i) {
-        documents.file(numbered("page", i).append(".md"));
-    }
+    project.folder("doc").files(progress.number(3, 30), [](auto i) {
+        return numbered("page", i).append(".md");
+    });
 }
 
 void addProjects(const Folder& folder, Progress& progress) {
@@ -279,16 +264,15 @@ void addProjects(const Folder& folder, Progress& progress) {
 void addShelves(const Folder& folder, Progress& progress) {
     for (std::int64_t i = 0; !progress.isOver(); ++i) {
         const Folder shelf = folder.folder(numbered("shelf", i)).folder(progress.hex(2));
-        for (std::int64_t k = progress.number(5, 60); k > 0; --k) {
-            shelf.file(progress.hex(32));
-        }
+        shelf.files(progress.number(5, 60), [&](auto) { return progress.hex(32); });
     }
 }
 
 /// A cache of one long folder, as browsers keep it, a few of its files large.
 void addPile(const Folder& folder, Progress& progress) {
     for (std::int64_t i = 1; i <= 2; ++i) {
-        folder.bigFile(numbered("data", i), progress.number(4, 12));
+        const auto megabytes = static_cast<std::size_t>(progress.number(4, 12));
+        folder.file(numbered("data", i), std::string(megabytes << 20U, 'b'));
     }
     while (!progress.isOver()) {
         folder.file(progress.hex(16).append("_0"));
@@ -313,15 +297,14 @@ void addDocuments(const Folder& folder, Progress& progress) {
     for (std::int64_t year = 2010; !progress.isOver(); ++year) {
         const Folder shelf = folder.folder(numbered("year", year));
         for (std::int64_t i = 1; i <= 24 && !progress.isOver(); ++i) {
-            const Folder occasion = shelf.folder(numbered("occasion", i));
-            for (std::int64_t k = progress.number(5, 90); k > 0; --k) {
-                occasion.file(numbered("document", k).append(".odt"));
-            }
+            shelf.folder(numbered("occasion", i)).files(progress.number(5, 90), [](auto k) {
+                return numbered("document", k).append(".odt");
+            });
         }
     }
 }
 
-/// Where something lies, what it is, and its share of the tree.
+/// Where something lies, what it is, and its share of the tree in thousandths.
 struct Part {
     std::string_view path;
     Fill fill;
@@ -355,14 +338,6 @@ constexpr std::array<Part, 21> kParts{
      }
 };
 
-constexpr std::int64_t kShares = [] {
-    std::int64_t shares = 0;
-    for (const Part& part : kParts) {
-        shares += part.share;
-    }
-    return shares;
-}();
-
 }  // namespace
 
 std::int64_t makeHomeTree(const std::string& root, const TreePlan& plan) {
@@ -375,7 +350,7 @@ std::int64_t makeHomeTree(const std::string& root, const TreePlan& plan) {
     std::int64_t givenShares = 0;
     for (std::size_t i = 0; i < kParts.size(); ++i) {
         givenShares += kParts[i].share;
-        const std::int64_t end = plan.entries * givenShares / kShares;
+        const std::int64_t end = plan.entries * givenShares / 1000;
         progresses[i].random.seed(plan.seed * kParts.size() + i);
         progresses[i].left = end - given;
         given = end;

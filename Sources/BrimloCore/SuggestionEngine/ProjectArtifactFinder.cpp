@@ -76,12 +76,6 @@ constexpr std::array<std::string_view, 4> kGitFiles{"index", "HEAD", "FETCH_HEAD
 /// The first second of the year 1, as remote as a date needs to be.
 constexpr std::time_t kDistantPast = -62'135'769'600;
 
-bool isSkipped(std::string_view name) {
-    const auto endsName = [&](std::string_view suffix) { return name.ends_with(suffix); };
-    return name.starts_with('.') || skipDirs().contains(name) ||
-           std::ranges::any_of(kBundleSuffixes, endsName);
-}
-
 bool isManifest(std::string_view name) {
     return std::ranges::find(kManifests, name) != kManifests.end() ||
            name.ends_with(".xcodeproj") || name.ends_with(".uproject");
@@ -320,6 +314,12 @@ private:
 };
 
 }  // namespace
+
+bool isSkipped(std::string_view name) {
+    const auto endsName = [&](std::string_view suffix) { return name.ends_with(suffix); };
+    return name.starts_with('.') || skipDirs().contains(name) ||
+           std::ranges::any_of(kBundleSuffixes, endsName);
+}
 
 std::vector<FoundArtifact> find(
     const std::vector<std::string>& roots, int maxDepth, const ScanControl* control) {

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace Brimlo {
@@ -29,6 +30,9 @@ namespace ProjectArtifactFinder {
 /// tool's own. Ends early, with the matches so far, when `control` is cancelled. One thread.
 [[nodiscard]] std::vector<FoundArtifact> find(
     const std::vector<std::string>& roots, int maxDepth, const ScanControl* control = nullptr);
+
+/// Whether the walk never enters a folder of this name: a hidden one, a tool's cache, a bundle.
+[[nodiscard]] bool isSkipped(std::string_view name);
 
 }  // namespace ProjectArtifactFinder
 
