@@ -3,7 +3,6 @@
 #include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
 #include "BrimloCore/Support/RuleJson.h"
 #include "BrimloCore/Support/Text.h"
-#include "BrimloCore/UserRules/RuleExchange.h"
 #include "BrimloCore/UserRules/RuleFile.h"
 #include "BrimloCore/UserRules/UserRules.h"
 #include "brimlo/Console.h"

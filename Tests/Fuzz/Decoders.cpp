@@ -11,7 +11,6 @@
 #include "BrimloCore/Support/RuleJson.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
-#include "BrimloCore/UserRules/RuleExchange.h"
 #include "BrimloCore/UserRules/RuleFile.h"
 #include "BrimloCore/UserRules/UserRules.h"
 #include "Fuzz/Targets.h"

@@ -7,7 +7,7 @@
 #include "BrimloCore/DisabledRules/DisabledRules.h"
 #include "BrimloCore/RulePacks/Catalog.h"
 #include "BrimloCore/Support/Path.h"
-#include "BrimloCore/UserRules/RuleExchange.h"
+#include "BrimloCore/UserRules/RuleFile.h"
 #include "BrimloCore/UserRules/UserRules.h"
 
 #include <QtCore/QFile>

@@ -1,16 +1,34 @@
 #include "BrimloCore/UserRules/RuleFile.h"
 
+#include "BrimloCore/Platform/Posix/Descriptor.h"
 #include "BrimloCore/Support/RuleJson.h"
 #include "BrimloCore/Support/Text.h"
+#include "BrimloCore/UserRules/UserRules.h"
 
+#include <cerrno>
 #include <cstddef>
 #include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace Brimlo::UserRules {
 
 namespace {
 
 constexpr std::size_t kLongestFile = std::size_t{16} << 20U;
+constexpr int kUnreadablePackCode = 11;
+constexpr int kNoPlainFileCode = 13;
+
+/// The rule under an id of the user's own, without the rank that its file claims.
+CleanupRule demoted(CleanupRule rule) {
+    rule.id = std::string{kIDPrefix} + slug(rule.id);
+    rule.isCatchAll = false;
+    rule.domain = "Custom rules";
+    rule.confidence = Confidence::community;
+    return rule;
+}
 
 }  // namespace
 
@@ -57,7 +75,7 @@ std::expected<std::string, Error> packText(
         {"version", 1                 },
         {"rules",   std::move(encoded)},
     });
-    // The name of a file may be no text. Written all the same, it would make the rule unreadable.
+    // A path may be invalid UTF-8. Written to the file anyway, it would make the rule unreadable.
     if (!Text::isValid(text)) {
         return std::unexpected(Error{
             .domain = kErrorDomain,
@@ -66,6 +84,78 @@ std::expected<std::string, Error> packText(
         });
     }
     return text;
+}
+
+std::expected<std::string, Error> exportJSON(const std::vector<CleanupRule>& rules) {
+    return packText("custom-export", rules);
+}
+
+std::expected<void, Error> exportTo(
+    const std::string& path, const std::vector<CleanupRule>& rules, Existing existing) {
+    const auto text = exportJSON(rules);
+    if (!text) {
+        return std::unexpected(text.error());
+    }
+    auto prepared = AtomicFile::prepare(path, *text);
+    if (!prepared) {
+        return std::unexpected(prepared.error());
+    }
+    struct stat status {};
+    const bool isThere = lstat(path.c_str(), &status) == 0;
+    if (isThere && existing == Existing::replace) {
+        return S_ISREG(status.st_mode)
+                   ? prepared->publish()
+                   : std::unexpected(Error{
+                         kErrorDomain, kNoPlainFileCode, "the existing entry is not a plain file"});
+    }
+    // O_EXCL claims the name with an empty file first, so that a file which another process creates
+    // at the same moment is not overwritten.
+    const Platform::Descriptor claim{
+        open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600)};
+    if (!claim) {
+        return std::unexpected(Error::fromSystem(errno));
+    }
+    auto published = prepared->publish();
+    if (!published) {
+        unlink(path.c_str());
+    }
+    return published;
+}
+
+std::expected<Imported, Error> importPack(
+    const std::string& from, bool allowOverride, const std::string& directory) {
+    auto elements = readRules(from);
+    if (!elements) {
+        return std::unexpected(Error{
+            .domain = kErrorDomain,
+            .code = kUnreadablePackCode,
+            .description = std::move(elements.error()),
+        });
+    }
+    Imported result;
+    std::vector<CleanupRule> rules;
+    for (std::size_t position = 0; position < elements->size(); ++position) {
+        Lossy<CleanupRule>& element = (*elements)[position];
+        if (!element.value) {
+            result.rejected.push_back(
+                "rule #" + std::to_string(position) + ": " + element.error.value_or("invalid"));
+            continue;
+        }
+        const bool isKept = allowOverride || isCustom(element.value->id);
+        CleanupRule rule = isKept ? *std::move(element.value) : demoted(*std::move(element.value));
+        if (const RuleValidation verdict = validate(rule); !verdict.isValid()) {
+            result.rejected.push_back(rule.id + ": " + verdict.joinedErrors("; "));
+            continue;
+        }
+        result.imported.push_back(rule.id);
+        rules.push_back(std::move(rule));
+    }
+    if (rules.empty()) {
+        return result;
+    }
+    auto saved = saveAll(rules, directory);
+    return saved ? std::expected<Imported, Error>{std::move(result)}
+                 : std::unexpected(std::move(saved.error()));
 }
 
 }  // namespace Brimlo::UserRules
