@@ -77,15 +77,14 @@ TEST_F(CatalogTest, KeepsEachIDOnce) {
 TEST_F(CatalogTest, LowersOnlySafeRulesWithWeakEvidence) {
     for (const Risk risk : kAllRisks) {
         for (const Confidence confidence : kAllConfidences) {
-            SCOPED_TRACE(std::string{rawValue(risk)} + " " + std::string{rawValue(confidence)});
             const CleanupRule rule{.id = "a", .risk = risk, .confidence = confidence};
             const bool isWeak =
                 confidence == Confidence::community || confidence == Confidence::unverified;
             CleanupRule lowered = rule;
             lowered.risk = isWeak && risk == Risk::safe ? Risk::rebuild : risk;
-            const std::vector rules{rule};
-            EXPECT_EQ(Catalog::merge(rules, UnsupportedSafe::keep), rules);
-            EXPECT_EQ(Catalog::merge(rules, UnsupportedSafe::lowerToRebuild), std::vector{lowered});
+            EXPECT_EQ(Catalog::merge({rule}, UnsupportedSafe::keep), std::vector{rule});
+            EXPECT_EQ(
+                Catalog::merge({rule}, UnsupportedSafe::lowerToRebuild), std::vector{lowered});
         }
     }
 }

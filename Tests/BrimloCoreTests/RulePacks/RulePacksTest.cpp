@@ -32,24 +32,8 @@ protected:
     }
 };
 
-TEST_F(RulePacksTest, ReadsPacksInTheOrderOfTheirFiles) {
-    const std::string last =
-        R"({"pack": "Last", "rules": [)" + rule("r4") + "," + rule("r4") + "]}";
-    const std::string first = R"({"pack": "First", "version": 3, "artifacts": [)" + artifact("a1") +
-                              R"(], "rules": [)" + rule("r1") + "," + rule("r2") + "]}";
-    const std::string upper = R"({"pack": "Upper"})";
-    const RulePacks::Source sources[] = {
-        {"c.json", last },
-        {"a.json", first},
-        {"B.json", upper}
-    };
-    const RulePacks::Loaded loaded = RulePacks::load(sources);
-    EXPECT_EQ(ids(loaded.rules), (Texts{"r1", "r2", "r4", "r4"}));
-    EXPECT_EQ(ids(loaded.artifacts), Texts{"a1"});
-    EXPECT_EQ(loaded.issues, Texts{});
-}
-
-TEST_F(RulePacksTest, LeavesOutWhatItCannotRead) {
+TEST_F(RulePacksTest, ReadsPacksInTheOrderOfTheirFilesAndLeavesOutWhatItCannotRead) {
+    const std::string upper = R"({"pack": "U", "rules": [)" + rule("u") + "," + rule("u") + "]}";
     const std::string partial = R"({"pack": "P", "artifacts": [{"id": "x"},)" + artifact("a1") +
                                 R"(, []], "rules": [)" + rule("r0") + "," + rule("r1") + "," +
                                 rule("r2") + R"(, {"id": 7}, )" + rule("r4") + "]}";
@@ -60,9 +44,10 @@ TEST_F(RulePacksTest, LeavesOutWhatItCannotRead) {
         {"p.json", partial},
         {"q.json", broken },
         {"b.json", badList},
+        {"P.json", upper  },
     };
     const RulePacks::Loaded loaded = RulePacks::load(sources);
-    EXPECT_EQ(ids(loaded.rules), (Texts{"r0", "r1", "r2", "r4"}));
+    EXPECT_EQ(ids(loaded.rules), (Texts{"u", "u", "r0", "r1", "r2", "r4"}));
     EXPECT_EQ(ids(loaded.artifacts), Texts{"a1"});
     ASSERT_EQ(loaded.issues.size(), 5U);
     EXPECT_THAT(loaded.issues.back(), testing::StartsWith("q.json: not valid JSON: "));
@@ -78,24 +63,7 @@ TEST_F(RulePacksTest, LeavesOutWhatItCannotRead) {
 // What the packs say is tools/lint-rules' business.
 TEST_F(RulePacksTest, ReadsTheEmbeddedPacksWhole) {
     const RulePacks::Loaded loaded = RulePacks::load();
-    Texts files;
-    for (const RulePacks::Source& source : RulePacks::embedded()) {
-        files.emplace_back(source.fileName);
-    }
-    std::ranges::sort(files);
-    EXPECT_EQ(
-        files,
-        (Texts{
-            "ai-coding-agents.json",
-            "ai-local-ml.json",
-            "audit-builtin.json",
-            "creative-photo-design-3d-games.json",
-            "creative-video-audio.json",
-            "devops-ide-tools.json",
-            "macos-general.json",
-            "mobile-desktop-dev.json",
-            "professions.json",
-            "web-and-languages.json"}));
+    EXPECT_EQ(RulePacks::embedded().size(), 10U);
     EXPECT_EQ(loaded.issues, Texts{});
     EXPECT_EQ(loaded.rules.size(), 624U);
     EXPECT_EQ(loaded.artifacts.size(), 134U);

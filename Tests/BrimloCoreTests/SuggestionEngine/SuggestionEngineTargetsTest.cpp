@@ -32,8 +32,6 @@ protected:
 TEST_F(SuggestionEngineTargetsTest, AreWhatThePathsNameNow) {
     writeAged("Downloads/young.dmg", 29.5);
     writeAged("Downloads/old.dmg", 31.5);
-    writeAged("Downloads/.hidden.dmg", 90.5);
-    writeAged("Downloads/a b[1].txt", 2.5);
     writeAged("cache/com.apple.Safari", 1.5);
     writeAged("cache/.hidden", 2.5);
     writeAged("cache/x.plist", 3.5);
@@ -60,12 +58,6 @@ TEST_F(SuggestionEngineTargetsTest, AreWhatThePathsNameNow) {
         {"keys by another way",              {.paths = {"~/toKeys/*", "~/toKeys/key"}},                 {}                         },
         {"a link to keys is no key",         {.paths = {"~/toKeys"}},                                   {{"toKeys", 9}}            },
         {"outside the home",                 {.paths = {"/etc/hosts", "/etc/*"}, .contentsOnly = true}, {}                         },
-        {"a star matches no hidden names",
-         {.paths = {"~/Downloads/*"}},
-         {{"Downloads/a b[1].txt", 2}, {"Downloads/old.dmg", 31}, {"Downloads/young.dmg", 29}}                                     },
-        {"and an escape closes it",
-         {.paths = {"~/Downloads/a b\\[1].txt"}},
-         {{"Downloads/a b[1].txt", 2}}                                                                                             },
         {"age",                              {.paths = {"~/Downloads/*.dmg"}, .minAgeDays = 30},        {{"Downloads/old.dmg", 31}}},
         {"age of the link",                  {.paths = {"~/dangling"}, .minAgeDays = 8},                {}                         },
         {"a dangling link",
@@ -76,9 +68,6 @@ TEST_F(SuggestionEngineTargetsTest, AreWhatThePathsNameNow) {
         {"contents but for some",
          {.paths = {"~/cache"}, .contentsOnly = true, .excludes = {"com.apple.*", "*.plist"}},
          {{"cache/.hidden", 2}, {"cache/inner", 5}}                                                                                },
-        {"an exclude matches a leading dot",
-         {.paths = {"~/cache"}, .contentsOnly = true, .excludes = {"[!i]*"}},
-         {{"cache/inner", 5}}                                                                                                      },
         {"a personal folder by another way", {.paths = {"~/toLetters"}, .contentsOnly = true},          {}                         },
         {"what lies in it",                  {.paths = {"~/toLetters/*"}},                              {}                         },
         {"contents through a link",

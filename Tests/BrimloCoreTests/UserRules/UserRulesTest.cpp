@@ -71,35 +71,16 @@ TEST_F(UserRulesTest, TellsWhatIsWrongWithEachFile) {
     ASSERT_EQ(load().issues, std::vector<std::string>{}) << "a missing folder is an empty one";
     const std::string huge = write("rules/y.json", pack(rule("custom.huge")));
     std::filesystem::resize_file(huge, std::size_t{20} << 20U);
-    const std::string good = pack(rule("custom.good"));
-    struct Case {
-        const char* file;
-        std::string content;
-        std::string issue;  ///< Its beginning; the words of the parser may follow.
-    };
-    const Case cases[] = {
-        {"a.json", "",                                "not valid JSON: "},
-        {"d.json", R"({"pack": ")"s + '\xff' + "\"}", "not valid JSON: "},
-        {"f.json", std::string(1'000'000,             '['),               "not valid JSON: "},
-        {"h.json",        "{}",                                  R"(not a rule pack: field "pack": is missing)"                                        },
-        {"i.json",
-         R"({"pack": "any", "rules": {}})",                                  R"(not a rule pack: field "rules": is not a list)"                              },
-    };
-    for (const Case& c : cases) {
-        write("rules/"s + c.file, c.content);
-    }
-    write("rules/good.json", good);
+    write("rules/a.json", "{}");
+    write("rules/good.json", pack(rule("custom.good")));
     makeFolder("rules/w.json");
     link("rules/x.json", "nowhere");
     const UserRules::Loaded loaded = load();
     EXPECT_EQ(ids(loaded), std::vector<std::string>{"custom.good"});
-    ASSERT_EQ(loaded.issues.size(), std::size(cases) + 3);
-    for (std::size_t i = 0; i < std::size(cases); ++i) {
-        EXPECT_THAT(loaded.issues[i], testing::StartsWith(cases[i].file + ": "s + cases[i].issue));
-    }
     EXPECT_EQ(
-        std::vector(loaded.issues.end() - 3, loaded.issues.end()),
+        loaded.issues,
         (std::vector<std::string>{
+            R"(a.json: not a rule pack: field "pack": is missing)",
             "w.json: could not be read: Is a directory",
             "x.json: could not be read: No such file or directory",
             "y.json: could not be read: File too large"}));
@@ -108,24 +89,17 @@ TEST_F(UserRulesTest, TellsWhatIsWrongWithEachFile) {
 TEST_F(UserRulesTest, TellsThePositionOfABadRule) {
     CleanupRule invalid = rule("custom.invalid");
     invalid.name = "";
-    invalid.paths = {"~"};
-    invalid.contentsOnly = false;
-    std::string missing = Json::compact(RuleJson::encode(rule("custom.missing")));
-    missing.replace(missing.find("\"risk\""), 6, "\"risk!\"");
     const std::string good = Json::compact(RuleJson::encode(rule("custom.good")));
     const std::string bad = Json::compact(RuleJson::encode(invalid));
-    write(
-        "rules/a.json",
-        R"({"pack": "any", "rules": [)" + good + "," + missing + "," + bad + ",7," + good + "]}");
+    write("rules/a.json", R"({"pack": "any", "rules": [7,)" + good + "," + bad + ",{}]}");
     const UserRules::Loaded loaded = load();
-    EXPECT_EQ(ids(loaded), (std::vector<std::string>{"custom.good", "custom.good"}));
+    EXPECT_EQ(ids(loaded), std::vector<std::string>{"custom.good"});
     EXPECT_EQ(
         loaded.issues,
         (std::vector<std::string>{
-            R"(a.json rule #1: field "risk": is missing)",
-            "a.json custom.invalid: Give the rule a name.; ~: too broad. Point at a specific "
-            "folder or file, not the whole disk or your home folder.",
-            "a.json rule #3: is not an object"}));
+            "a.json rule #0: is not an object",
+            "a.json custom.invalid: Give the rule a name.",
+            R"(a.json rule #3: field "id": is missing)"}));
 }
 
 TEST_F(UserRulesTest, SavesWhatItLoads) {
