@@ -12,7 +12,7 @@ std::span<const Source> embedded() {
 foreach(pack IN LISTS PACKS)
     cmake_path(GET pack FILENAME name)
     file(READ ${pack} hex HEX)
-    # As bytes, since a file of text may hold what CMake takes for its own syntax.
+    # As bytes, because a text may contain CMake's own syntax.
     string(REGEX REPLACE "([0-9a-f][0-9a-f])" "\\\\x\\1" text "${hex}")
     string(APPEND source "        Source{\"${name}\", \"${text}\"},\n")
 endforeach()

@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::string_view kDefaultDomain = "General";
 
-/// The same for a tool while its rules and patterns are gathered.
+/// A tool's entry under construction.
 struct Tool {
     CoverageEntry entry;
     std::set<Persona> personas;

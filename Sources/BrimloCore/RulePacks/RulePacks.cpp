@@ -11,7 +11,7 @@ namespace Brimlo::RulePacks {
 
 namespace {
 
-/// Moves the good elements to `target` and notes the bad ones by their position.
+/// Moves the valid elements to `target`, and reports each invalid one by its position.
 template <typename T>
 void collect(
     std::optional<std::vector<Lossy<T>>>&& elements,

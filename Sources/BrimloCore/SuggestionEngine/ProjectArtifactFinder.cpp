@@ -54,7 +54,7 @@ const std::unordered_set<std::string_view>& skipDirs() {
 constexpr std::array<std::string_view, 6> kBundleSuffixes{
     ".app", ".photoslibrary", ".fcpbundle", ".imovielibrary", ".xcarchive", ".lrdata"};
 
-/// The files that speak for a project's activity.
+/// The files whose dates tell of work on a project.
 constexpr std::array<std::string_view, 12> kManifests{
     "package.json",
     "pubspec.yaml",
@@ -70,10 +70,10 @@ constexpr std::array<std::string_view, 12> kManifests{
     "go.mod",
 };
 
-/// The files in a git directory that change when somebody works.
+/// The files that git rewrites during work.
 constexpr std::array<std::string_view, 4> kGitFiles{"index", "HEAD", "FETCH_HEAD", "logs/HEAD"};
 
-/// The first second of the year 1, as remote as a date needs to be.
+/// The first second of the year 1: before the date of any file.
 constexpr std::time_t kDistantPast = -62'135'769'600;
 
 bool isManifest(std::string_view name) {
@@ -81,8 +81,8 @@ bool isManifest(std::string_view name) {
            name.ends_with(".xcodeproj") || name.ends_with(".uproject");
 }
 
-/// The names in a folder, in the order of the directory. They lie behind one another in one
-/// buffer, as a walk meets hundreds of thousands of them and keeps next to none.
+/// The names in a folder, in the order of the directory. They share one buffer, because a walk
+/// reads hundreds of thousands of names and keeps almost none.
 struct Listing {
     std::string buffer;
     std::vector<std::string_view> names;
@@ -90,7 +90,7 @@ struct Listing {
 
     explicit Listing(int directory) {
         std::vector<std::pair<std::size_t, bool>> starts;
-        // What an error cuts short counts as far as it was read.
+        // After an error the names read so far count.
         Platform::readDirectory(
             directory, Platform::EntryDetail::kind, [&](const Platform::DirectoryEntry& entry) {
                 starts.emplace_back(buffer.size(), entry.isDirectory);
@@ -108,7 +108,7 @@ struct Listing {
 
 using Names = std::vector<std::string_view>;
 
-/// Whether a wildcard matches one of the names; one without special characters is just compared.
+/// Whether a wildcard matches one of the names. A text without special characters is only compared.
 bool matchesAny(const std::string& wildcard, const Names& names) {
     if (wildcard.find_first_of("*?[\\") == std::string::npos) {
         return std::ranges::find(names, wildcard) != names.end();
@@ -183,7 +183,7 @@ private:
     std::vector<std::pair<std::string_view, const ArtifactPattern*>> suffixes_;
 };
 
-/// The git directory that a file in place of ".git" names.
+/// The git directory that a ".git" file points to.
 std::optional<std::string> linkedGitDirectory(const std::string& folder) {
     constexpr std::string_view kKey = "gitdir:";
     constexpr std::string_view kSpace = " \t\r\n\v\f";
@@ -298,8 +298,8 @@ public:
     std::vector<FoundArtifact> found;
 
 private:
-    /// Whether the folder `name` in this one is a project's and not a tool's own: such a one stands
-    /// hidden in the home, or is none that may go.
+    /// Whether the folder `name` in the current one can be a project's build output: it is not
+    /// hidden directly in the home, where tools keep their own data, and the gate allows it.
     [[nodiscard]] bool mayBeOutput(std::string_view name) const {
         const bool isTools = name.starts_with('.') && path_ == home_;
         return !isTools && !gate_.judge(Path::join(path_, name), Safety::Chosen::byRule).refusal;
@@ -310,7 +310,7 @@ private:
     std::string home_ = StoragePaths::home();
     int maxDepth_;
     const ScanControl* control_;
-    std::string path_;  ///< Of the folder that the walk is in.
+    std::string path_;  ///< The current folder.
 };
 
 }  // namespace

@@ -60,16 +60,16 @@ bool isExcluded(const std::string& name, const CleanupRule& rule) {
         rule.excludes, [&](const std::string& pattern) { return Glob::matches(name, pattern); });
 }
 
-/// Whether a rule may take one of its expanded paths, or what lies in it.
+/// Whether a rule may take an expanded path or, with `contentsOnly`, its children.
 bool mayTake(const std::string& path, const CleanupRule& rule, const Safety::Gate& gate) {
     const auto isRefused = [&](const std::string& item) {
         return gate.judge(item, Safety::Chosen::byRule).refusal.has_value();
     };
-    // By the path alone a link may go, but not what lies behind it.
+    // The gate allows a symlink itself to go, but not the contents of a protected target.
     return !isRefused(path) && !(rule.contentsOnly && isRefused(path + "/x"));
 }
 
-/// The entries that a rule means by one of its expanded paths.
+/// The entries that an expanded path stands for.
 std::vector<std::string> entries(const std::string& path, const CleanupRule& rule) {
     if (!rule.contentsOnly) {
         return {path};
@@ -83,7 +83,7 @@ std::vector<std::string> entries(const std::string& path, const CleanupRule& rul
     return entries;
 }
 
-/// The first half of a run: the paths that could be offered, and the suggestions they are for.
+/// The first half of a run: collects the paths that could be offered, and their suggestions.
 class Gathering {
 public:
     Gathering(const SuggestionOptions& options, const ScanControl* control)
@@ -231,7 +231,7 @@ Suggestion finished(PendingSuggestion pending, std::int64_t staleDays) {
     return std::move(suggestion);
 }
 
-/// Whether the options ask for Docker, which is a developer's tool.
+/// Whether to ask Docker, which is a developer's tool.
 bool wantsDocker(const SuggestionOptions& options) {
     return options.includeDocker &&
            (!options.personas || options.personas->contains(Persona::developer));
@@ -308,7 +308,7 @@ std::vector<SuggestionItem> targets(const CleanupRule& rule, const Safety::Gate&
 }
 
 std::vector<SuggestionItem> size(std::vector<SuggestionItem> items) {
-    // Each call writes to an element of its own, so no lock is needed.
+    // Each call writes to its own element, so no lock is needed.
     parallelFor(items.size(), [&](std::size_t i) {
         items[i].size = DiskScanner::quickSize(items[i].path);
         items[i].subtitle.reset();
@@ -332,7 +332,7 @@ std::vector<SuggestionItem> preview(const CleanupRule& rule) {
 }
 
 bool isRunning(std::string_view quitApp, const std::set<std::string>& running) {
-    // Short names begin too many others: "Code" is not "codex".
+    // Too many names begin with a short one: "Code" must not match "codex".
     constexpr std::size_t kLongestShortName = 4;
     const std::string app = Text::lowercased(quitApp);
     const bool isShort = Text::characterCount(app) <= kLongestShortName;

@@ -29,7 +29,7 @@ namespace {
 
 constexpr std::string_view kProtected = "protected location";
 
-/// The words by which a warning is known to demand the rating Review.
+/// Marks the warnings that demand the rating Review.
 constexpr std::string_view kPersonalFolder = "personal folder";
 
 bool isPlainLetter(char c) {
@@ -44,7 +44,7 @@ bool isValidID(std::string_view id) {
            !id.contains("..");
 }
 
-/// What a pattern matches at the least, with an "x" for each wildcard.
+/// A path that the pattern matches, with an "x" for each wildcard.
 std::string example(const Glob::Pattern& pattern) {
     std::string path = pattern.fixed;
     for (const Glob::Pattern::Component& component : pattern.rest) {

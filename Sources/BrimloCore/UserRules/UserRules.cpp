@@ -67,7 +67,7 @@ std::string defaultDirectory() {
 
 Loaded load(const std::string& directory) {
     std::vector<std::string> files = Folders::names(directory).value_or(std::vector<std::string>{});
-    // A name that is all ending has none: ".json" is a hidden file called so.
+    // ".json" alone is a hidden file without an extension.
     std::erase_if(
         files, [](const std::string& file) { return !file.ends_with(kSuffix) || file == kSuffix; });
     std::ranges::sort(files);
@@ -153,7 +153,7 @@ std::string slug(std::string_view text) {
     const std::string lower = Text::lowered(text);
     std::string result;
     bool isGap = false;
-    // An accent is a part of its letter's character, and goes.
+    // An accent is part of its letter's character, and is dropped.
     for (const std::string_view character : Text::characters(lower)) {
         if (!isPlainLetter(character.front())) {
             isGap = !result.empty();
