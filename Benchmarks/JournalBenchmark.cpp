@@ -1,7 +1,7 @@
 #include "Benchmarks/BenchmarkHome.h"
 #include "Benchmarks/Compare.h"
 #include "BrimloCore/Journal/Journal.h"
-#include "BrimloCore/Platform/Posix/WriteAndSync.h"
+#include "BrimloCore/Platform/Posix/Descriptor.h"
 
 #include <cstddef>
 #include <cstdio>

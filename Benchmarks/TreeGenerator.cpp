@@ -1,7 +1,6 @@
 #include "Benchmarks/TreeGenerator.h"
 
 #include "BrimloCore/Platform/Posix/Descriptor.h"
-#include "BrimloCore/Platform/Posix/WriteAndSync.h"
 #include "BrimloCore/Support/ParallelFor.h"
 
 #include <algorithm>
@@ -92,7 +91,6 @@ public:
             file(name(i));
         }
     }
-
 
     /// A second name for a file of this folder.
     void hardLink(const std::string& name, const Folder& other, const std::string& target) const {
@@ -192,9 +190,8 @@ void addNodeProject(const Folder& project, Progress& progress) {
             commands.symbolicLink(name, "../" + name + "/lib/index-1.js");
         }
     }
-    project.folder("dist").files(progress.number(5, 60), [](auto i) {
-        return numbered("chunk", i).append(".js");
-    });
+    project.folder("dist").files(
+        progress.number(5, 60), [](auto i) { return numbered("chunk", i).append(".js"); });
 }
 
 void addRustProject(const Folder& project, Progress& progress) {
@@ -240,9 +237,8 @@ void addPythonProject(const Folder& project, Progress& progress) {
 void addPlainProject(const Folder& project, Progress& progress) {
     project.file("Makefile");
     addSources(project, progress, ".c", progress.number(100, 900));
-    project.folder("doc").files(progress.number(3, 30), [](auto i) {
-        return numbered("page", i).append(".md");
-    });
+    project.folder("doc").files(
+        progress.number(3, 30), [](auto i) { return numbered("page", i).append(".md"); });
 }
 
 void addProjects(const Folder& folder, Progress& progress) {

@@ -8,7 +8,7 @@
 #include "BrimloApp/Shell/WindowCloser.h"
 #include "BrimloApp/Shell/WindowSize.h"
 #include "BrimloApp/Snapshot/SnapshotRun.h"
-#include "BrimloCore/Platform/ProcessStart.h"
+#include "BrimloCore/Platform/Processes.h"
 #include "BrimloCore/Support/StoragePaths.h"
 
 #include <QtGui/QGuiApplication>

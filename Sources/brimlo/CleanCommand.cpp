@@ -2,7 +2,7 @@
 #include "BrimloCore/RulePacks/Catalog.h"
 #include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
 #include "BrimloCore/Support/AppConfig.h"
-#include "BrimloCore/Support/RealPath.h"
+#include "BrimloCore/Support/Path.h"
 #include "brimlo/CleanRun.h"
 #include "brimlo/Console.h"
 #include "brimlo/Tool.h"
@@ -97,7 +97,7 @@ std::expected<Typed, Error> typed(const std::vector<std::string>& words) {
             typed.ofDocker.push_back(word);
             continue;
         }
-        auto meant = RealPath::typed(word);
+        auto meant = Path::typed(word);
         if (!meant) {
             return std::unexpected(meant.error());
         }

@@ -1,7 +1,7 @@
 #include "brimlo/CleanRun.h"
 
 #include "BrimloCore/Cleaner/Cleaner.h"
-#include "BrimloCore/Support/Fmt.h"
+#include "BrimloCore/Platform/Fmt.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
 #include "brimlo/Console.h"

@@ -2,7 +2,7 @@
 
 #include "BrimloCore/Cleaner/CleanPlan.h"
 #include "BrimloCore/Docker/DockerObject.h"
-#include "BrimloCore/Support/Fmt.h"
+#include "BrimloCore/Platform/Fmt.h"
 #include "BrimloCore/Support/Text.h"
 #include "BrimloCore/UserRules/UserRules.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "BrimloCore/Cleaner/ItemProblem.h"
-#include "BrimloCore/Models/Risk.h"
+#include "BrimloCore/Models/CleanupRule.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,5 +1,5 @@
 #include "BrimloCore/Docker/DockerClient.h"
-#include "BrimloCore/Support/Fmt.h"
+#include "BrimloCore/Platform/Fmt.h"
 #include "BrimloCore/Support/Text.h"
 #include "brimlo/Console.h"
 #include "brimlo/JsonForms.h"

@@ -1,7 +1,7 @@
 #include "BrimloCore/Cleaner/Cleaner.h"
 #include "BrimloCore/Journal/HistoryBatch.h"
 #include "BrimloCore/Models/Bytes.h"
-#include "BrimloCore/Support/Fmt.h"
+#include "BrimloCore/Platform/Fmt.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "brimlo/Console.h"
 #include "brimlo/JsonForms.h"

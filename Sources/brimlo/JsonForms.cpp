@@ -1,6 +1,6 @@
 #include "brimlo/JsonForms.h"
 
-#include "BrimloCore/Support/Iso8601.h"
+#include "BrimloCore/Support/Dates.h"
 #include "BrimloCore/Support/RuleJson.h"
 #include "BrimloCore/Support/Text.h"
 
@@ -148,13 +148,13 @@ Json::Value entry(const JournalEntry& entry) {
 
 Json::Object node(const FileNode& node) {
     return {
-        {"name",        path(node.name)               },
-        {"path",        path(node.path)               },
-        {"size",        node.size                     },
-        {"isDirectory", node.isDirectory              },
-        {"isAggregate", node.isAggregate              },
-        {"modified",    Iso8601::format(node.modified)},
-        {"fileCount",   node.fileCount                },
+        {"name",        path(node.name)             },
+        {"path",        path(node.path)             },
+        {"size",        node.size                   },
+        {"isDirectory", node.isDirectory            },
+        {"isAggregate", node.isAggregate            },
+        {"modified",    Dates::format(node.modified)},
+        {"fileCount",   node.fileCount              },
     };
 }
 

@@ -1,6 +1,6 @@
 #include "BrimloCore/LargeFiles/LargeFiles.h"
 #include "BrimloCore/Models/Bytes.h"
-#include "BrimloCore/Support/Fmt.h"
+#include "BrimloCore/Platform/Fmt.h"
 #include "brimlo/Console.h"
 #include "brimlo/JsonForms.h"
 #include "brimlo/Tool.h"

@@ -1,6 +1,6 @@
 #include "brimlo/Tool.h"
 
-#include "BrimloCore/Support/RealPath.h"
+#include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/Text.h"
 
 #include <charconv>
@@ -50,7 +50,7 @@ namespace {
 
 CLI::Option* asPath(CLI::Option* option) {
     const auto check = [](const std::string& path) {
-        const auto meant = RealPath::typed(path);
+        const auto meant = Path::typed(path);
         return meant ? std::string{} : meant.error().description;
     };
     return option->type_name("PATH")->check(CLI::Validator{check, ""});
@@ -68,7 +68,7 @@ CLI::Option* addPaths(
 }
 
 std::string meantPath(const std::string& typed) {
-    return RealPath::typed(typed).value_or(typed);
+    return Path::typed(typed).value_or(typed);
 }
 
 CLI::Validator wholeNumber() {

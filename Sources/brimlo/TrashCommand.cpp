@@ -1,6 +1,6 @@
 #include "BrimloCore/Cleaner/Cleaner.h"
+#include "BrimloCore/Platform/Fmt.h"
 #include "BrimloCore/Support/AppConfig.h"
-#include "BrimloCore/Support/Fmt.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "brimlo/Console.h"
 #include "brimlo/JsonForms.h"

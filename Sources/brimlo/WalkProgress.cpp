@@ -1,6 +1,6 @@
 #include "brimlo/WalkProgress.h"
 
-#include "BrimloCore/Support/Fmt.h"
+#include "BrimloCore/Platform/Fmt.h"
 #include "brimlo/Console.h"
 
 #include <chrono>

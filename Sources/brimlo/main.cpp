@@ -1,4 +1,4 @@
-#include "BrimloCore/Platform/ProcessStart.h"
+#include "BrimloCore/Platform/Processes.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "brimlo/Commands.h"
 #include "brimlo/Interrupt.h"

@@ -1,6 +1,6 @@
 #include "BrimloCore/Journal/Journal.h"
-#include "BrimloCore/Platform/Pipe.h"
-#include "BrimloCore/Support/Fmt.h"
+#include "BrimloCore/Platform/Fmt.h"
+#include "BrimloCore/Platform/Processes.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
 #include "BrimloToolTests/ToolTest.h"

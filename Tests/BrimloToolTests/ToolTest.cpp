@@ -1,6 +1,6 @@
 #include "BrimloToolTests/ToolTest.h"
 
-#include "BrimloCore/Platform/Spawn.h"
+#include "BrimloCore/Platform/Processes.h"
 
 #include <algorithm>
 #include <chrono>

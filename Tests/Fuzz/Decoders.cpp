@@ -5,8 +5,8 @@
 #include "BrimloCore/Platform/Linux/TrashInfo.h"
 #include "BrimloCore/Platform/PeriodicJob.h"
 #include "BrimloCore/Support/AppConfig.h"
-#include "BrimloCore/Support/Folders.h"
-#include "BrimloCore/Support/Iso8601.h"
+#include "BrimloCore/Support/Dates.h"
+#include "BrimloCore/Support/Files.h"
 #include "BrimloCore/Support/Json.h"
 #include "BrimloCore/Support/RuleJson.h"
 #include "BrimloCore/Support/StoragePaths.h"
@@ -183,8 +183,8 @@ void jsonList(const std::string& bytes) {
 }
 
 void date(const std::string& bytes) {
-    if (const auto found = Iso8601::parse(bytes)) {
-        demand(Iso8601::parse(Iso8601::format(*found)) == found, "a date can be read again");
+    if (const auto found = Dates::parse(bytes)) {
+        demand(Dates::parse(Dates::format(*found)) == found, "a date can be read again");
     }
 }
 

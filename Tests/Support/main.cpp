@@ -1,4 +1,4 @@
-#include "BrimloCore/Platform/Spawn.h"
+#include "BrimloCore/Platform/Processes.h"
 #include "Support/TempHome.h"
 
 #include <gmock/gmock.h>

@@ -3,7 +3,7 @@
 #include "BrimloApp/Components/FileKind.h"
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloCore/DiskScanner/Squarify.h"
-#include "BrimloCore/Support/Fmt.h"
+#include "BrimloCore/Platform/Fmt.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 #include "BrimloApp/Analyzer/TreemapItem.h"
 
 #include "BrimloApp/Shell/Shown.h"
-#include "BrimloCore/Support/Fmt.h"
+#include "BrimloCore/Platform/Fmt.h"
 
 #include <QtGui/QAccessible>
 #include <QtGui/QGuiApplication>

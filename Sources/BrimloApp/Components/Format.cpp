@@ -1,6 +1,6 @@
 #include "BrimloApp/Components/Format.h"
 
-#include "BrimloCore/Support/Fmt.h"
+#include "BrimloCore/Platform/Fmt.h"
 
 #include <QtCore/QHash>
 #include <QtCore/QLocale>

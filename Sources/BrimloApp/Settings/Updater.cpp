@@ -1,6 +1,6 @@
 #include "BrimloApp/Settings/Updater.h"
 
-#include "BrimloCore/Support/AtomicFile.h"
+#include "BrimloCore/Support/Files.h"
 #include "BrimloCore/Support/Json.h"
 #include "BrimloCore/Support/StoragePaths.h"
 

@@ -2,7 +2,7 @@
 
 #include "BrimloApp/Shell/Rows.h"
 #include "BrimloApp/Shell/Search.h"
-#include "BrimloCore/Models/Risk.h"
+#include "BrimloCore/Models/CleanupRule.h"
 #include "BrimloCore/Models/Suggestion.h"
 
 #include <QtCore/QString>

@@ -1,8 +1,8 @@
 #include "BrimloCore/Cleaner/AutoCleaner.h"
 
 #include "BrimloCore/Models/Bytes.h"
+#include "BrimloCore/Platform/Fmt.h"
 #include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
-#include "BrimloCore/Support/Fmt.h"
 
 namespace Brimlo {
 

@@ -4,9 +4,8 @@
 #include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Platform/CloneFile.h"
 #include "BrimloCore/Platform/FileIdentity.h"
-#include "BrimloCore/Platform/FileVersion.h"
-#include "BrimloCore/Platform/Writers.h"
-#include "BrimloCore/Support/Fmt.h"
+#include "BrimloCore/Platform/Fmt.h"
+#include "BrimloCore/Platform/Posix/Descriptor.h"
 #include "BrimloCore/Support/Path.h"
 
 #include <algorithm>
@@ -65,7 +64,7 @@ public:
         }
         const auto clone = Platform::cloneFile(original.number(), folder_.number(), temporary_);
         if (!clone) {
-            return clone.error().description;
+            return "clonefile failed: " + clone.error().description;
         }
         const auto reason = takePlace(*clone);
         sharedBytes = Bytes::sum(sharedBytes, reason ? 0 : version_->length);

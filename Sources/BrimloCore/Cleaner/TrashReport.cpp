@@ -1,6 +1,6 @@
 #include "BrimloCore/Cleaner/TrashReport.h"
 
-#include "BrimloCore/Support/Fmt.h"
+#include "BrimloCore/Platform/Fmt.h"
 
 namespace Brimlo {
 

@@ -4,8 +4,8 @@
 #include "BrimloCore/Platform/FileIdentity.h"
 #include "BrimloCore/Platform/Trash.h"
 #include "BrimloCore/Platform/TrashItem.h"
-#include "BrimloCore/Support/Days.h"
-#include "BrimloCore/Support/Folders.h"
+#include "BrimloCore/Support/Dates.h"
+#include "BrimloCore/Support/Files.h"
 #include "BrimloCore/Support/Path.h"
 
 #include <algorithm>
@@ -131,7 +131,7 @@ TrashReport Cleaner::purgeOwnTrash(std::int64_t olderThanDays, bool dryRun) {
     const auto now = std::chrono::ceil<std::chrono::seconds>(std::chrono::system_clock::now());
     const std::time_t wholeNow = std::chrono::system_clock::to_time_t(now);
     const std::chrono::sys_seconds cutoff{
-        std::chrono::seconds{Days::before(wholeNow, olderThanDays)}};
+        std::chrono::seconds{Dates::daysBefore(wholeNow, olderThanDays)}};
     std::set<Uuid> gone;
     for (const JournalEntry& entry : *entries) {
         if (!entry.isRestorable() || entry.date >= cutoff) {

@@ -1,7 +1,6 @@
 #include "BrimloCore/DisabledRules/DisabledRules.h"
 
-#include "BrimloCore/Support/AtomicFile.h"
-#include "BrimloCore/Support/FileLock.h"
+#include "BrimloCore/Support/Files.h"
 #include "BrimloCore/Support/Json.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"

@@ -2,9 +2,8 @@
 #include "BrimloCore/DiskScanner/FolderPlace.h"
 #include "BrimloCore/DiskScanner/LinkedFiles.h"
 #include "BrimloCore/Models/Bytes.h"
-#include "BrimloCore/Platform/DirectoryReader.h"
-#include "BrimloCore/Platform/EntryStatus.h"
-#include "BrimloCore/Support/Folders.h"
+#include "BrimloCore/Platform/DirectoryEntry.h"
+#include "BrimloCore/Support/Files.h"
 
 #include <string>
 #include <unordered_set>

@@ -1,7 +1,6 @@
 #include "BrimloCore/DiskScanner/FileNode.h"
 
-#include "BrimloCore/Models/FileUrl.h"
-#include "BrimloCore/Support/Collation.h"
+#include "BrimloCore/Support/Text.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -23,7 +22,7 @@ void sortByName(Nodes& nodes) {
     for (const auto& node : nodes) {
         names.emplace_back(node->name);
     }
-    const std::vector<std::string> keys = Collation::keys(names);
+    const std::vector<std::string> keys = Text::collationKeys(names);
     std::vector<std::size_t> order(nodes.size());
     for (std::size_t i = 0; i < order.size(); ++i) {
         order[i] = i;
@@ -63,10 +62,6 @@ std::optional<FileNode::SortKey> FileNode::sortKeyFromRawValue(std::string_view 
         }
     }
     return std::nullopt;
-}
-
-std::string FileNode::url() const {
-    return FileUrl::fromPath(path);
 }
 
 Nodes FileNode::sortedChildren(SortKey key, SortOrder order) const {

@@ -50,9 +50,6 @@ public:
         children;                    ///< Absent on files and aggregates.
     std::weak_ptr<FileNode> parent;  ///< Empty on the root and after `remove`.
 
-    /// The path as a "file:" address.
-    [[nodiscard]] std::string url() const;
-
     /// The children in another order; the stored one is unchanged. A descending list is the
     /// ascending one reversed, ties included. Names compare by the user's language, ignoring case.
     [[nodiscard]] std::vector<std::shared_ptr<FileNode>> sortedChildren(

@@ -1,6 +1,6 @@
 #include "BrimloCore/DiskScanner/FolderPlace.h"
 
-#include "BrimloCore/Platform/Posix/FolderAccess.h"
+#include "BrimloCore/Platform/Posix/Folders.h"
 
 #include <cstddef>
 #include <utility>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "BrimloCore/Platform/EntryStatus.h"
+#include "BrimloCore/Platform/DirectoryEntry.h"
 
 #include <mutex>
 #include <unordered_set>

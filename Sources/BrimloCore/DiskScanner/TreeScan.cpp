@@ -1,8 +1,7 @@
 #include "BrimloCore/DiskScanner/TreeScan.h"
 
 #include "BrimloCore/Models/Bytes.h"
-#include "BrimloCore/Platform/DirectoryReader.h"
-#include "BrimloCore/Platform/EntryStatus.h"
+#include "BrimloCore/Platform/DirectoryEntry.h"
 #include "BrimloCore/Support/Path.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "BrimloCore/Models/Risk.h"
+#include "BrimloCore/Models/CleanupRule.h"
 
 #include <array>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #include "BrimloCore/Docker/DockerClient.h"
 
-#include "BrimloCore/Platform/EntryStatus.h"
-#include "BrimloCore/Platform/ToolPaths.h"
+#include "BrimloCore/Platform/DirectoryEntry.h"
+#include "BrimloCore/Platform/SystemPaths.h"
 #include "BrimloCore/Shell/ChildProcess.h"
 #include "BrimloCore/Support/Glob.h"
 #include "BrimloCore/Support/StoragePaths.h"
@@ -83,7 +83,7 @@ Places usualPlaces() {
         StoragePaths::home() + "/.orbstack/bin/docker",
         "/Applications/Docker.app/Contents/Resources/bin/docker",
     };
-    std::ranges::move(Platform::toolPaths("docker"), std::back_inserter(places));
+    std::ranges::move(Platform::systemToolPaths("docker"), std::back_inserter(places));
     return places;
 }
 

@@ -1,11 +1,10 @@
 #include "BrimloCore/Gate/Safety.h"
 
 #include "BrimloCore/Gate/SafetyTables.h"
-#include "BrimloCore/Platform/OtherNames.h"
-#include "BrimloCore/Platform/Posix/IdentityOf.h"
-#include "BrimloCore/Platform/PrivatePrefix.h"
+#include "BrimloCore/Platform/Posix/Stat.h"
+#include "BrimloCore/Platform/SystemPaths.h"
+#include "BrimloCore/Platform/Volume.h"
 #include "BrimloCore/Support/Path.h"
-#include "BrimloCore/Support/RealPath.h"
 #include "BrimloCore/Support/Text.h"
 
 #include <algorithm>
@@ -48,7 +47,7 @@ std::optional<FileIdentity> identityAsGiven(std::string_view path) {
 
 /// `path`, in canonical form, with the links of its parent resolved as far as they exist.
 std::string resolvedParent(const std::string& path) {
-    return path == "/" ? path : Path::join(RealPath::of(Path::parent(path)), Path::name(path));
+    return path == "/" ? path : Path::join(Path::resolved(Path::parent(path)), Path::name(path));
 }
 
 }  // namespace
@@ -128,7 +127,7 @@ private:
     /// The verdict on a folder in which a place lies that has another name in the tables: links or
     /// mounts lead from there to here.
     [[nodiscard]] std::optional<std::string> holdsRefusal(const std::string& path) {
-        const std::string folder = Text::lowered(path);
+        const std::string folder = Text::folded(path);
         landmarks();
         for (const auto& [place, reason] : elsewhere_) {
             if (Path::below(folder, place)) {
@@ -145,10 +144,10 @@ private:
             landmarks_ = tables_.landmarks();
             for (const Landmark& landmark : landmarks_) {
                 if (landmark.isBehindALink) {
-                    elsewhere_.emplace_back(Text::lowered(landmark.real), landmark.reason);
+                    elsewhere_.emplace_back(Text::folded(landmark.real), landmark.reason);
                 }
                 for (const std::string& name : mounts().of(landmark.real)) {
-                    elsewhere_.emplace_back(Text::lowered(name), landmark.reason);
+                    elsewhere_.emplace_back(Text::folded(name), landmark.reason);
                 }
             }
         }

@@ -1,11 +1,10 @@
 #include "BrimloCore/Gate/SafetyTables.h"
 
-#include "BrimloCore/Platform/Posix/IdentityOf.h"
-#include "BrimloCore/Platform/PrivatePrefix.h"
+#include "BrimloCore/Platform/Posix/Stat.h"
 #include "BrimloCore/Platform/ProtectedPlaces.h"
+#include "BrimloCore/Platform/SystemPaths.h"
 #include "BrimloCore/Support/Glob.h"
 #include "BrimloCore/Support/Path.h"
-#include "BrimloCore/Support/RealPath.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
 
@@ -293,7 +292,7 @@ struct FixedRows {
 
 void add(std::vector<Row>& list, Rows rows, std::string_view reason) {
     for (const std::string_view row : rows) {
-        list.push_back({std::string{row}, Text::lowered(row), reason});
+        list.push_back({std::string{row}, Text::folded(row), reason});
     }
 }
 
@@ -344,7 +343,7 @@ const FixedRows& fixedRows() {
         }
         add(rows.all, std::array{StoragePaths::kSupport}, "holds Brimlo's own data");
         for (const Rows list : {Rows{kCarveOuts}, places.carveOuts}) {
-            std::ranges::transform(list, std::back_inserter(rows.carveOuts), Text::lowered);
+            std::ranges::transform(list, std::back_inserter(rows.carveOuts), Text::folded);
         }
         rows.nodes = nodesOf(rows.all);
         return rows;
@@ -398,7 +397,7 @@ std::optional<std::string> text(std::string_view reason) {
 
 SafetyTables::SafetyTables() {
     homes_.push_back(StoragePaths::home());
-    if (std::string real = RealPath::of(homes_.front()); real != homes_.front()) {
+    if (std::string real = Path::resolved(homes_.front()); real != homes_.front()) {
         homes_.push_back(std::move(real));
     }
     for (const std::string_view root : kUserOwnedRoots) {
@@ -407,11 +406,11 @@ SafetyTables::SafetyTables() {
     for (const std::string& home : homes_) {
         if (home != "/") {  // A home that is the whole disk makes nobody its owner.
             userOwned_.push_back(Text::decomposed(home));
-            loweredHomes_.push_back(Text::lowered(home));
+            loweredHomes_.push_back(Text::folded(home));
         }
     }
     const std::string own = StoragePaths::expandTilde(StoragePaths::kSupport);
-    ownData_ = {place(own), place(RealPath::of(own))};
+    ownData_ = {place(own), place(Path::resolved(own))};
     Platform::ProtectedPlaces places = Platform::protectedPlaces();
     for (const std::string& folder : places.named) {
         named_.push_back(Platform::withoutPrivatePrefix(Path::standardized(folder)));
@@ -426,7 +425,7 @@ SafetyTables::SafetyTables() {
 }
 
 std::string SafetyTables::place(std::string_view path) const {
-    std::string lower = Text::lowered(path);
+    std::string lower = Text::folded(path);
     for (const std::string& home : loweredHomes_) {
         if (Path::below(home, lower)) {
             return "~" + lower.substr(home.size());
@@ -572,7 +571,7 @@ std::vector<SafetyTables::Landmark> SafetyTables::landmarks() const {
             landmarks.push_back({
                 .path = path,
                 .real = isInHome && !isElsewhere ? homes_.back() + node.text.substr(1)
-                                                 : RealPath::of(path),
+                                                 : Path::resolved(path),
                 .isBehindALink = isElsewhere,
                 .identity = Platform::identityOf(status),
                 .reason = node.reason,
@@ -583,7 +582,7 @@ std::vector<SafetyTables::Landmark> SafetyTables::landmarks() const {
         if (stat(folder.c_str(), &status) == 0) {
             landmarks.push_back({
                 .path = folder,
-                .real = RealPath::of(folder),
+                .real = Path::resolved(folder),
                 .isBehindALink = true,
                 .identity = Platform::identityOf(status),
                 .reason = kHolds,

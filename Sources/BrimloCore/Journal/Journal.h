@@ -2,8 +2,7 @@
 
 #include "BrimloCore/Journal/JournalEntry.h"
 #include "BrimloCore/Models/Error.h"
-#include "BrimloCore/Support/AtomicFile.h"
-#include "BrimloCore/Support/FileLock.h"
+#include "BrimloCore/Support/Files.h"
 
 #include <expected>
 #include <functional>

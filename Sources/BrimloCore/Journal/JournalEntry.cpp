@@ -1,6 +1,6 @@
 #include "BrimloCore/Journal/JournalEntry.h"
 
-#include "BrimloCore/Support/Iso8601.h"
+#include "BrimloCore/Support/Dates.h"
 #include "BrimloCore/Support/Text.h"
 
 #include <string_view>
@@ -27,7 +27,7 @@ std::optional<Uuid> readUuid(FieldReader& reader, std::string_view key) {
 }
 
 std::chrono::sys_seconds readDate(FieldReader& reader) {
-    const auto date = Iso8601::parse(reader.text("date"));
+    const auto date = Dates::parse(reader.text("date"));
     if (!date) {
         reader.fail("date", "is not a date");
     }
@@ -113,7 +113,7 @@ std::expected<JournalEntry, std::string> JournalEntry::decode(const Json::Value&
 void JournalEntry::encode(std::string& out) const {
     out += '{';
     encodeText(out, "id", id.text());
-    encodeText(out, "date", Iso8601::format(date));
+    encodeText(out, "date", Dates::format(date));
     encodeText(out, "originalPath", originalPath);
     encodeIfPresent(out, "trashPath", trashPath);
     encodeKey(out, "size");

@@ -3,8 +3,7 @@
 #include "BrimloCore/DiskScanner/FolderPlace.h"
 #include "BrimloCore/DiskScanner/LinkedFiles.h"
 #include "BrimloCore/Models/Bytes.h"
-#include "BrimloCore/Platform/DirectoryReader.h"
-#include "BrimloCore/Platform/EntryStatus.h"
+#include "BrimloCore/Platform/DirectoryEntry.h"
 #include "BrimloCore/Support/Path.h"
 
 #include <algorithm>

@@ -2,8 +2,7 @@
 
 #include "BrimloCore/Platform/PeriodicJob.h"
 #include "BrimloCore/Shell/Shell.h"
-#include "BrimloCore/Support/AtomicFile.h"
-#include "BrimloCore/Support/Folders.h"
+#include "BrimloCore/Support/Files.h"
 #include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"

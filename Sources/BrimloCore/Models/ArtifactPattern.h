@@ -1,7 +1,6 @@
 #pragma once
 
-#include "BrimloCore/Models/Persona.h"
-#include "BrimloCore/Models/Risk.h"
+#include "BrimloCore/Models/CleanupRule.h"
 
 #include <optional>
 #include <string>

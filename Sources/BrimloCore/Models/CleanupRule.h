@@ -1,15 +1,84 @@
 #pragma once
 
-#include "BrimloCore/Models/Confidence.h"
-#include "BrimloCore/Models/Persona.h"
-#include "BrimloCore/Models/Risk.h"
-
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
+/// What rules say of the things they find: how risky to remove, for whom, on what evidence.
 namespace Brimlo {
+
+/// How risky it is to remove a finding; lower is safer.
+enum class Risk { safe = 0, rebuild = 1, review = 2 };
+
+inline constexpr std::array kAllRisks{Risk::safe, Risk::rebuild, Risk::review};
+
+/// The rating's word in JSON: "safe", "rebuild" or "review".
+[[nodiscard]] std::string_view rawValue(Risk risk);
+
+/// A short label for badges and tables.
+[[nodiscard]] std::string_view label(Risk risk);
+
+/// The audience of a rule.
+enum class Persona {
+    general,
+    developer,
+    aiml,
+    video,
+    music,
+    photo,
+    design3D,
+    gamedev,
+    engineering,
+    science,
+    office,
+    gaming,
+};
+
+inline constexpr std::array kAllPersonas{
+    Persona::general,
+    Persona::developer,
+    Persona::aiml,
+    Persona::video,
+    Persona::music,
+    Persona::photo,
+    Persona::design3D,
+    Persona::gamedev,
+    Persona::engineering,
+    Persona::science,
+    Persona::office,
+    Persona::gaming,
+};
+
+/// The audience's word in JSON and on the command line; also its id.
+[[nodiscard]] std::string_view rawValue(Persona persona);
+
+/// The audience's name for the screen.
+[[nodiscard]] std::string_view label(Persona persona);
+
+/// The audience with exactly this raw value, or nullopt.
+[[nodiscard]] std::optional<Persona> personaFromRawValue(std::string_view text);
+
+/// The evidence for a rule, strongest first.
+enum class Confidence { verifiedLocal, documented, community, unverified };
+
+inline constexpr std::array kAllConfidences{
+    Confidence::verifiedLocal,
+    Confidence::documented,
+    Confidence::community,
+    Confidence::unverified,
+};
+
+/// The level's word in JSON, for example "verified-local".
+[[nodiscard]] std::string_view rawValue(Confidence confidence);
+
+/// Whether the evidence is strong enough for preselecting a built-in rule.
+[[nodiscard]] bool isSupported(Confidence confidence);
+
+/// The level with exactly this raw value, or nullopt.
+[[nodiscard]] std::optional<Confidence> confidenceFromRawValue(std::string_view text);
 
 /// A rule of the catalog: places that can be cleaned, how risky that is, and what comes back.
 ///

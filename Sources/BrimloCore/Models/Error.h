@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <system_error>
 
 namespace Brimlo {
 
@@ -19,7 +20,13 @@ struct Error {
     bool operator==(const Error&) const = default;
 
     /// The system's message for `code`, an `errno` value.
-    [[nodiscard]] static Error fromSystem(int code);
+    [[nodiscard]] static Error fromSystem(int code) {
+        return {
+            .domain = kSystemErrorDomain,
+            .code = code,
+            .description = std::generic_category().message(code),
+        };
+    }
 };
 
 }  // namespace Brimlo

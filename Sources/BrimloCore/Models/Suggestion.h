@@ -1,7 +1,7 @@
 #pragma once
 
-#include "BrimloCore/Models/Persona.h"
-#include "BrimloCore/Models/Risk.h"
+#include "BrimloCore/Models/Bytes.h"
+#include "BrimloCore/Models/CleanupRule.h"
 
 #include <cstdint>
 #include <optional>
@@ -21,9 +21,6 @@ struct SuggestionItem {
     std::optional<std::string> subtitle;  ///< A line under the path.
 
     bool operator==(const SuggestionItem&) const = default;
-
-    /// The path as a "file:" address, percent-encoded byte by byte.
-    [[nodiscard]] std::string url() const;
 };
 
 /// The findings of one rule or pattern.
@@ -43,7 +40,9 @@ struct Suggestion {
     bool operator==(const Suggestion&) const = default;
 
     /// The sum of the items' sizes in bytes.
-    [[nodiscard]] std::int64_t totalSize() const;
+    [[nodiscard]] std::int64_t totalSize() const {
+        return Bytes::total(items, &SuggestionItem::size);
+    }
 };
 
 }  // namespace Brimlo

@@ -9,19 +9,17 @@
 #include <string>
 #include <vector>
 
+/// Replacing a file by a clone of another one.
 namespace Brimlo::Platform {
 
 /// Creates a file `name` in the open folder `folder` as a clone of the open file `original` (a
 /// reflink), with its owner, mode, times and extended attributes as far as the system lets them be
 /// set. Returns it open.
 ///
-/// Fails with the system's code, and "clonefile failed: " before its words, when the volume has no
-/// clones, the two are on different volumes, or `name` exists; nothing is left behind.
+/// Fails with the system's error when the volume has no clones, the two are on different volumes,
+/// or `name` exists; nothing is left behind.
 [[nodiscard]] std::expected<Descriptor, Error> cloneFile(
     int original, int folder, const std::string& name);
-
-/// Gives the open file `taker` the times and mode of `giver`, as far as possible.
-void copyTimesAndMode(int giver, int taker);
 
 /// Exchanges two entries of a folder in one step.
 [[nodiscard]] std::expected<void, Error> exchange(
@@ -41,5 +39,15 @@ struct Extent {
 /// the same extents are clones of each other. Nullopt when a part is not shared, when the system
 /// can't tell, and for a file without data on disk.
 [[nodiscard]] std::optional<std::vector<Extent>> sharedExtents(int file);
+
+/// Keeps others from writing to the open file `file` until it is closed or somebody has waited too
+/// long (on Linux 45 seconds). `file` is open for reading only.
+///
+/// Fails when a program has the file open for writing, and when the system refuses. Does nothing on
+/// a system without such leases.
+[[nodiscard]] std::expected<void, Error> holdWriters(int file);
+
+/// Whether writers are still kept out and none waits. True on a system without such leases.
+[[nodiscard]] bool isUndisturbed(int file);
 
 }  // namespace Brimlo::Platform

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "BrimloCore/Models/Confidence.h"
-#include "BrimloCore/Models/Persona.h"
-#include "BrimloCore/Models/Risk.h"
+#include "BrimloCore/Models/CleanupRule.h"
 
 #include <cstddef>
 #include <set>

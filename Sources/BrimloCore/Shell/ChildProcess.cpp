@@ -1,7 +1,6 @@
 #include "BrimloCore/Shell/ChildProcess.h"
 
-#include "BrimloCore/Platform/Pipe.h"
-#include "BrimloCore/Platform/Spawn.h"
+#include "BrimloCore/Platform/Processes.h"
 
 #include <algorithm>
 #include <array>

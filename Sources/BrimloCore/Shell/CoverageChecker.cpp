@@ -1,6 +1,6 @@
 #include "BrimloCore/Shell/CoverageChecker.h"
 
-#include "BrimloCore/Platform/ToolPaths.h"
+#include "BrimloCore/Platform/SystemPaths.h"
 #include "BrimloCore/Shell/GitCoverage.h"
 #include "BrimloCore/Shell/TimeMachine.h"
 #include "BrimloCore/Support/Path.h"
@@ -34,7 +34,7 @@ std::optional<std::string> findGit() {
         "/Library/Developer/CommandLineTools/usr/bin/git",
         "/Applications/Xcode.app/Contents/Developer/usr/bin/git",
     };
-    std::ranges::move(Platform::toolPaths("git"), std::back_inserter(places));
+    std::ranges::move(Platform::systemToolPaths("git"), std::back_inserter(places));
     const auto place = std::ranges::find_if(places, isProgram);
     return place == places.end() ? std::nullopt : std::optional{*place};
 }

@@ -1,8 +1,7 @@
 #include "BrimloCore/SuggestionEngine/OverlapResolver.h"
 
-#include "BrimloCore/Platform/Posix/IdentityOf.h"
+#include "BrimloCore/Platform/Posix/Stat.h"
 #include "BrimloCore/Support/Path.h"
-#include "BrimloCore/Support/RealPath.h"
 #include "BrimloCore/Support/Text.h"
 
 #include <algorithm>
@@ -37,7 +36,7 @@ public:
         const std::string standard = Path::standardized(path);
         const auto [folder, isNew] = realFolders_.try_emplace(std::string{Path::parent(standard)});
         if (isNew) {
-            folder->second = RealPath::of(folder->first);
+            folder->second = Path::resolved(folder->first);
         }
         return nameOf(Path::join(folder->second, Path::name(standard)));
     }

@@ -1,11 +1,11 @@
 #include "BrimloCore/SuggestionEngine/ProjectArtifactFinder.h"
 
 #include "BrimloCore/Gate/Safety.h"
-#include "BrimloCore/Platform/DirectoryReader.h"
+#include "BrimloCore/Platform/DirectoryEntry.h"
 #include "BrimloCore/Platform/Posix/Descriptor.h"
 #include "BrimloCore/RulePacks/Catalog.h"
-#include "BrimloCore/Support/AtomicFile.h"
-#include "BrimloCore/Support/Days.h"
+#include "BrimloCore/Support/Files.h"
+#include "BrimloCore/Support/Dates.h"
 #include "BrimloCore/Support/Glob.h"
 #include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/StoragePaths.h"
@@ -248,7 +248,7 @@ std::int64_t idleDays(const std::string& project, const std::vector<std::string_
     if (latest == kDistantPast && stat(project.c_str(), &status) == 0) {
         latest = status.st_mtime;
     }
-    return Days::since(latest, std::time(nullptr));
+    return Dates::daysSince(latest, std::time(nullptr));
 }
 
 class Walk {

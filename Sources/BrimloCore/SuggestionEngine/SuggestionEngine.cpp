@@ -2,12 +2,12 @@
 
 #include "BrimloCore/DisabledRules/DisabledRules.h"
 #include "BrimloCore/DiskScanner/DiskScanner.h"
-#include "BrimloCore/Platform/RunningApps.h"
+#include "BrimloCore/Platform/Processes.h"
 #include "BrimloCore/RulePacks/Catalog.h"
 #include "BrimloCore/SuggestionEngine/OverlapResolver.h"
 #include "BrimloCore/SuggestionEngine/ProjectArtifactFinder.h"
-#include "BrimloCore/Support/Days.h"
-#include "BrimloCore/Support/Folders.h"
+#include "BrimloCore/Support/Dates.h"
+#include "BrimloCore/Support/Files.h"
 #include "BrimloCore/Support/Glob.h"
 #include "BrimloCore/Support/ParallelFor.h"
 #include "BrimloCore/Support/Path.h"
@@ -294,11 +294,11 @@ std::vector<SuggestionItem> targets(const CleanupRule& rule, const Safety::Gate&
                 struct stat status {};
                 const bool exists = lstat(entry.c_str(), &status) == 0;
                 const bool isTooYoung =
-                    rule.minAgeDays && status.st_mtime > Days::before(now, *rule.minAgeDays);
+                    rule.minAgeDays && status.st_mtime > Dates::daysBefore(now, *rule.minAgeDays);
                 if (exists && !isTooYoung) {
                     items.push_back({
                         .path = std::move(entry),
-                        .idleDays = Days::since(status.st_mtime, now),
+                        .idleDays = Dates::daysSince(status.st_mtime, now),
                     });
                 }
             }

@@ -1,6 +1,6 @@
 #include "BrimloCore/Support/Glob.h"
 
-#include "BrimloCore/Support/Folders.h"
+#include "BrimloCore/Support/Files.h"
 #include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/StoragePaths.h"
 

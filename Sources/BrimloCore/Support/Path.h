@@ -1,10 +1,13 @@
 #pragma once
 
+#include "BrimloCore/Models/Error.h"
+
+#include <expected>
 #include <optional>
 #include <string>
 #include <string_view>
 
-/// Paths as text: nothing here looks at the disk, except for the current folder.
+/// Absolute paths. Only `resolved` and `typed` read the disk; the others work on the text.
 namespace Brimlo::Path {
 
 /// The absolute form without ".", "..", empty components and trailing slash.
@@ -28,5 +31,19 @@ namespace Brimlo::Path {
 
 /// Whether `path` can be passed to the system at all: not empty and without NUL.
 [[nodiscard]] bool isUsable(std::string_view path);
+
+/// An absolute path with its symlinks resolved as far as they exist, in standardized form. Missing
+/// parts and symlink loops stay as spelled.
+[[nodiscard]] std::string resolved(std::string_view path);
+
+/// The path that the system means by a text typed by a person: absolute, a leading "~" expanded,
+/// free of ".", ".." and trailing slashes. Every path from a person (an argument, a field, a drop)
+/// goes through here; the text alone may mean another file.
+///
+/// Symlinks stay as spelled, for the reader and for the safety gate, except where the system
+/// follows them: "link/.." is the parent of the link's target, and "link/" is the target. The path
+/// need not exist. Fails, with a sentence, for a text that is empty or holds a NUL, and for one
+/// that leads through something that is not a folder.
+[[nodiscard]] std::expected<std::string, Error> typed(std::string_view text);
 
 }  // namespace Brimlo::Path

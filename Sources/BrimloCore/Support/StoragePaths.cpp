@@ -1,8 +1,7 @@
 #include "BrimloCore/Support/StoragePaths.h"
 
-#include "BrimloCore/Platform/HomeFolder.h"
-#include "BrimloCore/Platform/PrivatePrefix.h"
-#include "BrimloCore/Support/Folders.h"
+#include "BrimloCore/Platform/SystemPaths.h"
+#include "BrimloCore/Support/Files.h"
 #include "BrimloCore/Support/Path.h"
 
 #include <sys/stat.h>

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <cassert>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 
 #include <unicode/brkiter.h>
+#include <unicode/coll.h>
 #include <unicode/normalizer2.h>
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
@@ -43,7 +45,7 @@ std::string loweredAscii(std::string_view text) {
 icu::UnicodeString decompose(const icu::UnicodeString& text) {
     UErrorCode status = U_ZERO_ERROR;
     const icu::Normalizer2* form = icu::Normalizer2::getNFDInstance(status);
-    // The data of this form is compiled into the library, so it cannot be missing.
+    // The data of this form is compiled into the library, so it can't be missing.
     assert(U_SUCCESS(status));
     return form->normalize(text, status);
 }
@@ -107,7 +109,7 @@ std::string decomposed(std::string_view text) {
     return isAscii(text) ? std::string{text} : toUtf8(decompose(toUnicode(text)));
 }
 
-std::string lowered(std::string_view text) {
+std::string folded(std::string_view text) {
     if (isAscii(text)) {
         return loweredAscii(text);
     }
@@ -175,6 +177,34 @@ std::string printable(std::string_view text) {
         }
     }
     return result;
+}
+
+std::vector<std::string> collationKeys(const std::vector<std::string_view>& names) {
+    UErrorCode status = U_ZERO_ERROR;
+    const std::unique_ptr<icu::Collator> collator{icu::Collator::createInstance(status)};
+    if (U_FAILURE(status)) {
+        // Without data of any language, byte order is all there is.
+        return {names.begin(), names.end()};
+    }
+    // Accents count, letter case does not.
+    collator->setStrength(icu::Collator::SECONDARY);
+    std::vector<std::string> keys;
+    keys.reserve(names.size());
+    std::vector<std::uint8_t> buffer(256);
+    for (const std::string_view name : names) {
+        const icu::UnicodeString text = toUnicode(name);
+        const auto fill = [&] {
+            return static_cast<std::size_t>(collator->getSortKey(
+                text, buffer.data(), static_cast<std::int32_t>(buffer.size())));
+        };
+        std::size_t length = fill();
+        if (length > buffer.size()) {
+            buffer.resize(length);
+            length = fill();
+        }
+        keys.emplace_back(buffer.begin(), buffer.begin() + static_cast<std::ptrdiff_t>(length));
+    }
+    return keys;
 }
 
 }  // namespace Brimlo::Text

@@ -15,11 +15,11 @@ namespace Brimlo::Text {
 /// equivalent exactly when these are equal.
 [[nodiscard]] std::string decomposed(std::string_view text);
 
-/// Lower-cased by Unicode's language-independent rules, then decomposed.
-[[nodiscard]] std::string lowered(std::string_view text);
-
 /// Lower-cased by Unicode's language-independent rules.
 [[nodiscard]] std::string lowercased(std::string_view text);
+
+/// Folded for comparison: lower-cased, then decomposed.
+[[nodiscard]] std::string folded(std::string_view text);
 
 /// The user-perceived characters (Unicode Standard Annex 29), as views into `text`.
 [[nodiscard]] std::vector<std::string_view> characters(std::string_view text);
@@ -41,5 +41,9 @@ namespace Brimlo::Text {
 
 /// For display on one line: ill-formed bytes and control characters become U+FFFD.
 [[nodiscard]] std::string printable(std::string_view text);
+
+/// A key for each name. The byte order of the keys is the order of the names in the user's
+/// language, ignoring case (Unicode Technical Standard 10).
+[[nodiscard]] std::vector<std::string> collationKeys(const std::vector<std::string_view>& names);
 
 }  // namespace Brimlo::Text

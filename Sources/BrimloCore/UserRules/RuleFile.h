@@ -2,8 +2,8 @@
 
 #include "BrimloCore/Models/CleanupRule.h"
 #include "BrimloCore/Models/Error.h"
-#include "BrimloCore/Models/Lossy.h"
-#include "BrimloCore/Support/AtomicFile.h"
+#include "BrimloCore/Support/Files.h"
+#include "BrimloCore/Support/RuleJson.h"
 #include "BrimloCore/UserRules/RuleValidation.h"
 
 #include <expected>

@@ -3,7 +3,6 @@
 #include "BrimloCore/Gate/Safety.h"
 #include "BrimloCore/Support/Glob.h"
 #include "BrimloCore/Support/Path.h"
-#include "BrimloCore/Support/RealPath.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
 
@@ -75,7 +74,7 @@ void validatePath(std::string_view written, bool contentsOnly, RuleValidation& r
     const std::string& fixed = pattern.fixed;
     const bool isWild = !pattern.rest.empty();
     const std::string home = StoragePaths::home();
-    if (fixed == "/" || fixed == home || fixed == RealPath::of(home)) {
+    if (fixed == "/" || fixed == home || fixed == Path::resolved(home)) {
         return fail(
             ": too broad. Point at a specific folder or file, not the whole disk or your home "
             "folder.");

@@ -1,9 +1,7 @@
 #include "BrimloCore/UserRules/UserRules.h"
 
 #include "BrimloCore/Platform/FileIdentity.h"
-#include "BrimloCore/Support/AtomicFile.h"
-#include "BrimloCore/Support/FileLock.h"
-#include "BrimloCore/Support/Folders.h"
+#include "BrimloCore/Support/Files.h"
 #include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
@@ -150,7 +148,7 @@ std::string tildeForm(std::string_view path) {
 
 std::string slug(std::string_view text) {
     constexpr std::size_t kMostCharacters = 40;
-    const std::string lower = Text::lowered(text);
+    const std::string lower = Text::folded(text);
     std::string result;
     bool isGap = false;
     // An accent is part of its letter's character, and is dropped.

@@ -1,7 +1,7 @@
 #include "BrimloApp/Components/SymbolImages.h"
 #include "BrimloApp/Components/SymbolTable.h"
 #include "BrimloApp/Shell/Sections.h"
-#include "BrimloCore/Models/Persona.h"
+#include "BrimloCore/Models/CleanupRule.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QDirIterator>
@@ -53,9 +53,6 @@ TEST(SymbolTest, EachHasADrawingAndEachDrawingASymbol) {
 
 TEST(SymbolTest, IsThereForWhateverTheProgramNames) {
     std::set<std::string> named;
-    for (const auto persona : kAllPersonas) {
-        named.emplace(symbol(persona));
-    }
     for (const QVariant& section : Sections::all()) {
         named.insert(section.toMap().value("symbol").toString().toStdString());
     }

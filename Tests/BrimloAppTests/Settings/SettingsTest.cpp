@@ -4,7 +4,7 @@
 #include "BrimloApp/Review/Cleanup.h"
 #include "BrimloAppTests/Support/ModelTest.h"
 #include "BrimloCore/LaunchAgent/LaunchAgent.h"
-#include "BrimloCore/Support/Fmt.h"
+#include "BrimloCore/Platform/Fmt.h"
 #include "BrimloCore/UserRules/UserRules.h"
 
 #include <gmock/gmock.h>

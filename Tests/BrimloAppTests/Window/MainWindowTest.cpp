@@ -6,7 +6,7 @@
 #include "BrimloApp/Settings/Settings.h"
 #include "BrimloApp/SmartClean/SmartClean.h"
 #include "BrimloAppTests/Support/WindowTest.h"
-#include "BrimloCore/Support/Fmt.h"
+#include "BrimloCore/Platform/Fmt.h"
 #include "BrimloCore/Support/StoragePaths.h"
 
 #include <gmock/gmock.h>

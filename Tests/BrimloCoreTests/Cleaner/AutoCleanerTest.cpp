@@ -1,6 +1,6 @@
 #include "BrimloCore/Cleaner/AutoCleaner.h"
 
-#include "BrimloCore/Platform/Spawn.h"
+#include "BrimloCore/Platform/Processes.h"
 #include "BrimloCoreTests/Cleaner/CleaningHome.h"
 
 #include <chrono>

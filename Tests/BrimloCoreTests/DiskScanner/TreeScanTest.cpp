@@ -1,7 +1,7 @@
 #include "BrimloCore/DiskScanner/DiskScanner.h"
 #include "BrimloCore/DiskScanner/FolderPlace.h"
 #include "BrimloCore/DiskScanner/UnreadableFolders.h"
-#include "BrimloCore/Platform/EntryStatus.h"
+#include "BrimloCore/Platform/DirectoryEntry.h"
 #include "Support/DeepFolder.h"
 #include "Support/TempHome.h"
 

@@ -1,6 +1,6 @@
 #include "BrimloCore/Journal/Journal.h"
 
-#include "BrimloCore/Support/Iso8601.h"
+#include "BrimloCore/Support/Dates.h"
 #include "BrimloCoreTests/Support/Words.h"
 #include "Support/TempHome.h"
 
@@ -48,7 +48,7 @@ std::string entryText(const std::string& change = "") {
 
 JournalEntry entryAt(const std::string& date, std::string path) {
     JournalEntry entry = JournalEntry::make({.originalPath = std::move(path), .size = 1});
-    entry.date = *Iso8601::parse(date);
+    entry.date = *Dates::parse(date);
     return entry;
 }
 

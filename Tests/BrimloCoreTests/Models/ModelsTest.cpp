@@ -1,6 +1,5 @@
-#include "BrimloCore/Models/Confidence.h"
+#include "BrimloCore/Models/CleanupRule.h"
 #include "BrimloCore/Models/FileUrl.h"
-#include "BrimloCore/Models/Persona.h"
 
 #include <utility>
 

@@ -1,7 +1,7 @@
 #include "BrimloCore/Platform/Linux/DesktopEntry.h"
 
-#include "BrimloCore/Platform/Linux/ProcessNames.h"
-#include "BrimloCore/Platform/RunningApps.h"
+#include "BrimloCore/Platform/Linux/ApplicationNames.h"
+#include "BrimloCore/Platform/Processes.h"
 #include "Support/TempHome.h"
 
 #include <algorithm>

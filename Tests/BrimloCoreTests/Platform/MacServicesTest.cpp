@@ -1,12 +1,11 @@
 #include "BrimloCore/Gate/Safety.h"
-#include "BrimloCore/Platform/ByteCount.h"
 #include "BrimloCore/Platform/CloneFile.h"
-#include "BrimloCore/Platform/DirectoryReader.h"
-#include "BrimloCore/Platform/EntryStatus.h"
-#include "BrimloCore/Platform/HomeFolder.h"
+#include "BrimloCore/Platform/DirectoryEntry.h"
+#include "BrimloCore/Platform/Fmt.h"
 #include "BrimloCore/Platform/Posix/Descriptor.h"
-#include "BrimloCore/Platform/RunningApps.h"
+#include "BrimloCore/Platform/Processes.h"
 #include "BrimloCore/Platform/Sha256.h"
+#include "BrimloCore/Platform/SystemPaths.h"
 #include "BrimloCore/Platform/Volume.h"
 #include "Support/TempHome.h"
 
@@ -67,8 +66,7 @@ TEST_F(MacServicesTest, ClonesAFile) {
     EXPECT_TRUE(Platform::cloneFile(file.number(), folder.number(), "clone"));
     EXPECT_EQ(Testing::contentOf(at("clone")), "content");
     const auto again = Platform::cloneFile(file.number(), folder.number(), "clone");
-    EXPECT_EQ(again.error().code, EEXIST);
-    EXPECT_TRUE(again.error().description.starts_with("clonefile failed: "));
+    EXPECT_EQ(again.error(), Error::fromSystem(EEXIST));
 }
 
 TEST_F(MacServicesTest, TellsWhatTheSystemSays) {
@@ -85,7 +83,7 @@ TEST_F(MacServicesTest, TellsWhatTheSystemSays) {
     EXPECT_EQ(Platform::volumeCapacity(at("missing")), std::nullopt);
     EXPECT_THAT(Platform::runningAppNames(), testing::Contains("Finder"));
     EXPECT_EQ(Platform::homeFolder(), home());
-    EXPECT_TRUE(Platform::byteCount(0).starts_with("0"));
+    EXPECT_TRUE(Fmt::bytes(0).starts_with("0"));
 }
 
 TEST_F(MacServicesTest, SpellsPathsAsTheSystemDoes) {

@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 
 namespace Brimlo::Platform {
+
 namespace {
 
 using namespace std::string_literals;
@@ -49,4 +50,5 @@ TEST_F(UserFoldersTest, ReadsAFileAndNothingElse) {
 }
 
 }  // namespace
+
 }  // namespace Brimlo::Platform

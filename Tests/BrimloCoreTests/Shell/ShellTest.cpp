@@ -1,7 +1,7 @@
 #include "BrimloCore/Shell/Shell.h"
 
-#include "BrimloCore/Platform/Pipe.h"
-#include "BrimloCore/Support/Folders.h"
+#include "BrimloCore/Platform/Processes.h"
+#include "BrimloCore/Support/Files.h"
 #include "Support/TempHome.h"
 
 #include <chrono>

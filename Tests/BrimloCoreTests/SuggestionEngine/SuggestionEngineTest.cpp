@@ -2,7 +2,7 @@
 
 #include "BrimloCore/DisabledRules/DisabledRules.h"
 #include "BrimloCore/DiskScanner/DiskScanner.h"
-#include "BrimloCore/Platform/Spawn.h"
+#include "BrimloCore/Platform/Processes.h"
 #include "BrimloCore/UserRules/UserRules.h"
 #include "Support/TempHome.h"
 

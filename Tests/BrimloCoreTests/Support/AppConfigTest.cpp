@@ -1,6 +1,6 @@
 #include "BrimloCore/Support/AppConfig.h"
 
-#include "BrimloCore/Support/AtomicFile.h"
+#include "BrimloCore/Support/Files.h"
 #include "BrimloCoreTests/Support/Words.h"
 #include "Support/TempHome.h"
 

@@ -1,9 +1,10 @@
 #include "BrimloCore/Platform/CloneFile.h"
 
-#include "BrimloCore/Platform/Posix/CloneDescription.h"
+#include "BrimloCore/Platform/Posix/Stat.h"
 
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <cstddef>
 #include <cstdio>
 #include <new>
@@ -23,6 +24,10 @@ namespace Brimlo::Platform {
 
 namespace {
 
+std::unexpected<Error> failure(int code) {
+    return std::unexpected(Error::fromSystem(code));
+}
+
 void copyAttributes(int from, int to) {
     std::vector<char> names(XATTR_LIST_MAX);
     std::vector<char> value(XATTR_SIZE_MAX);
@@ -37,7 +42,7 @@ void copyAttributes(int from, int to) {
     }
 }
 
-/// All but the bytes. The mode comes after the owner, whose change takes bits of it away.
+/// Copies all but the bytes. The mode comes after the owner, because chown(2) clears mode bits.
 void copyDescription(int from, int to) {
     copyAttributes(from, to);
     struct stat giver {};
@@ -45,7 +50,7 @@ void copyDescription(int from, int to) {
     if (fstat(from, &giver) != 0) {
         return;
     }
-    // Where the owner can't be set, the clone stays the file of who makes it.
+    // An owner that can't be set leaves the clone to this user.
     static_cast<void>(!fchown(to, giver.st_uid, giver.st_gid));
     if (fstat(to, &taker) == 0) {
         fchmod(to, modeFor(taker, giver));
@@ -59,12 +64,12 @@ std::expected<Descriptor, Error> cloneFile(int original, int folder, const std::
     Descriptor clone{
         openat(folder, name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600)};
     if (!clone) {
-        return cloneFailure(errno);
+        return failure(errno);
     }
     if (ioctl(clone.number(), FICLONE, original) != 0) {
         const int code = errno;
         unlinkat(folder, name.c_str(), 0);
-        return cloneFailure(code);
+        return failure(code);
     }
     copyDescription(original, clone.number());
     return clone;
@@ -72,13 +77,13 @@ std::expected<Descriptor, Error> cloneFile(int original, int folder, const std::
 
 std::expected<void, Error> exchange(int folder, const std::string& one, const std::string& other) {
     if (renameat2(folder, one.c_str(), folder, other.c_str(), RENAME_EXCHANGE) != 0) {
-        return std::unexpected(Error::fromSystem(errno));
+        return failure(errno);
     }
     return {};
 }
 
 std::optional<std::vector<Extent>> sharedExtents(int file) {
-    // Such a piece has no place of its own, or lies among the bytes of something else.
+    // Extents without a position of their own on the volume.
     constexpr std::uint32_t kNowhere = FIEMAP_EXTENT_UNKNOWN | FIEMAP_EXTENT_NOT_ALIGNED;
     constexpr std::uint32_t kMost = 128;
     constexpr std::size_t kBytes = sizeof(fiemap) + kMost * sizeof(fiemap_extent);
@@ -105,8 +110,21 @@ std::optional<std::vector<Extent>> sharedExtents(int file) {
     return result;
 }
 
-std::array<timespec, 3> timesOf(const struct stat& status) {
-    return {status.st_atim, status.st_mtim, status.st_ctim};
+std::expected<void, Error> holdWriters(int file) {
+    // A lease is granted only while nobody has the file open for writing, and blocks later writers
+    // until it is released. The default signal to its holder, SIGIO, would end this process.
+    if (fcntl(file, F_SETSIG, SIGURG) == 0 && fcntl(file, F_SETLEASE, F_RDLCK) == 0) {
+        return {};
+    }
+    Error error = Error::fromSystem(errno);
+    if (error.code == EAGAIN) {
+        error.description = "is open for writing in another program";
+    }
+    return std::unexpected(std::move(error));
+}
+
+bool isUndisturbed(int file) {
+    return fcntl(file, F_GETLEASE) == F_RDLCK;
 }
 
 }  // namespace Brimlo::Platform

@@ -1,6 +1,6 @@
 #include "BrimloCore/Platform/Linux/DesktopEntry.h"
 
-#include "BrimloCore/Platform/Linux/DataFolders.h"
+#include "BrimloCore/Platform/Linux/UserFolders.h"
 
 #include <algorithm>
 #include <array>
@@ -28,13 +28,6 @@ constexpr std::array<std::string_view, 11> kLaunchers{
 
 /// No desktop entry is longer; what is longer is something else.
 constexpr std::size_t kLongestFile = std::size_t{256} << 10U;
-
-/// Without the spaces that may stand around keys and values.
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view kSpaces = " \t\r";
-    text.remove_prefix(std::min(text.find_first_not_of(kSpaces), text.size()));
-    return text.substr(0, text.find_last_not_of(kSpaces) + 1);
-}
 
 /// The first word of a command line, its quotes taken off.
 std::string firstWord(std::string_view command) {
@@ -121,8 +114,8 @@ std::optional<DesktopEntry> DesktopEntry::parse(std::string_view text) {
         if (line.starts_with('[')) {
             isMainGroup = line.starts_with("[Desktop Entry]");
         } else if (const std::size_t sign = line.find('='); isMainGroup && sign < line.size()) {
-            const std::string_view key = trimmed(line.substr(0, sign));
-            const std::string_view value = trimmed(line.substr(sign + 1));
+            const std::string_view key = withoutSpaces(line.substr(0, sign));
+            const std::string_view value = withoutSpaces(line.substr(sign + 1));
             if (key == "Name") {
                 name = value;
             } else if (key == "Exec") {

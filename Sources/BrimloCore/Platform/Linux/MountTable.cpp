@@ -1,7 +1,5 @@
 #include "BrimloCore/Platform/Linux/MountTable.h"
 
-#include "BrimloCore/Platform/OtherNames.h"
-
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -115,17 +113,6 @@ std::vector<std::string> MountTable::otherNames(std::string_view path) const {
         }
     }
     return names;
-}
-
-struct OtherNames::Mounts {
-    MountTable table;
-};
-
-OtherNames::OtherNames()
-    : mounts_(std::make_shared<const Mounts>(MountTable::read())) {}
-
-std::vector<std::string> OtherNames::of(std::string_view path) const {
-    return mounts_->table.otherNames(path);
 }
 
 }  // namespace Brimlo::Platform

@@ -1,7 +1,7 @@
 #include "BrimloCore/Platform/Privacy.h"
 
-#include "BrimloCore/Platform/HomeFolder.h"
 #include "BrimloCore/Platform/Posix/Descriptor.h"
+#include "BrimloCore/Platform/SystemPaths.h"
 
 #include <cerrno>
 

@@ -1,6 +1,5 @@
 #include "BrimloCore/Platform/ProtectedPlaces.h"
 
-#include "BrimloCore/Platform/Linux/DataFolders.h"
 #include "BrimloCore/Platform/Linux/UserFolders.h"
 
 #include <array>

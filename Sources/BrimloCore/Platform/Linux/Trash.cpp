@@ -1,15 +1,12 @@
 #include "BrimloCore/Platform/Trash.h"
 
-#include "BrimloCore/Platform/Linux/DataFolders.h"
 #include "BrimloCore/Platform/Linux/MountTable.h"
 #include "BrimloCore/Platform/Linux/TrashFolder.h"
 #include "BrimloCore/Platform/Linux/TrashInfo.h"
+#include "BrimloCore/Platform/Linux/UserFolders.h"
 #include "BrimloCore/Platform/Posix/Descriptor.h"
-#include "BrimloCore/Platform/Posix/FolderAccess.h"
-#include "BrimloCore/Platform/Posix/IdentityOf.h"
-#include "BrimloCore/Platform/Posix/OpenFolder.h"
-#include "BrimloCore/Platform/Posix/ReasonNotMoved.h"
-#include "BrimloCore/Platform/Posix/WriteAndSync.h"
+#include "BrimloCore/Platform/Posix/Folders.h"
+#include "BrimloCore/Platform/Posix/Stat.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -49,14 +46,6 @@ std::expected<void, Error> mayLeave(int folder, const struct stat& item) {
         return refuse(EPERM, "it belongs to somebody else");
     }
     return {};
-}
-
-/// Makes the folder's last changes last through a power cut.
-void sync(int folder) {
-    const Descriptor readable{openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
-    if (readable) {
-        fsync(readable.number());
-    }
 }
 
 }  // namespace
@@ -219,9 +208,9 @@ std::expected<TrashedItem, Error> TrashMove::commit() {
     }
     state_->keepsNote = true;
     // In this order, so that a power cut leaves the item in at least one of the two places.
-    sync(folder);
-    fsync(files);
-    fsync(state_->trash.info.number());
+    syncFolder(folder);
+    syncFolder(files);
+    syncFolder(state_->trash.info.number());
     return item;
 }
 

@@ -1,9 +1,9 @@
 #include "BrimloCore/Platform/Linux/TrashFolder.h"
 
-#include "BrimloCore/Platform/Linux/DataFolders.h"
 #include "BrimloCore/Platform/Linux/MountTable.h"
-#include "BrimloCore/Platform/Posix/FolderAccess.h"
-#include "BrimloCore/Platform/Posix/IdentityOf.h"
+#include "BrimloCore/Platform/Linux/UserFolders.h"
+#include "BrimloCore/Platform/Posix/Folders.h"
+#include "BrimloCore/Platform/Posix/Stat.h"
 
 #include <algorithm>
 #include <array>
@@ -240,7 +240,7 @@ bool TrashFolder::holds(int folder) const {
     return isKnown && std::ranges::any_of(std::array{".", "..", "../info"}, [&](const char* name) {
                struct stat status {};
                return fstatat(files.number(), name, &status, AT_SYMLINK_NOFOLLOW) == 0 &&
-                      status.st_dev == wanted.st_dev && status.st_ino == wanted.st_ino;
+                      identityOf(status) == identityOf(wanted);
            });
 }
 

@@ -1,12 +1,11 @@
 #include "BrimloCore/Platform/TrashItem.h"
 
-#include "BrimloCore/Platform/DirectoryReader.h"
+#include "BrimloCore/Platform/DirectoryEntry.h"
 #include "BrimloCore/Platform/Linux/TrashFolder.h"
 #include "BrimloCore/Platform/Linux/TrashInfo.h"
 #include "BrimloCore/Platform/Posix/Descriptor.h"
-#include "BrimloCore/Platform/Posix/FolderAccess.h"
-#include "BrimloCore/Platform/Posix/IdentityOf.h"
-#include "BrimloCore/Platform/Posix/RemoveTree.h"
+#include "BrimloCore/Platform/Posix/Folders.h"
+#include "BrimloCore/Platform/Posix/Stat.h"
 
 #include <algorithm>
 #include <array>
@@ -204,8 +203,8 @@ std::expected<void, Error> putBack(
         return failure(ESTALE);
     }
     // In this order, as on the way in: the other leaves the item in both places after a power cut.
-    fsync(files);
-    fsync(target.number());
+    syncFolder(files);
+    syncFolder(target.number());
     item->removeNote();
     return {};
 }

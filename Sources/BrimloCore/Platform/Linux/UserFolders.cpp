@@ -1,12 +1,13 @@
 #include "BrimloCore/Platform/Linux/UserFolders.h"
 
-#include "BrimloCore/Platform/HomeFolder.h"
-#include "BrimloCore/Platform/Linux/DataFolders.h"
 #include "BrimloCore/Platform/Posix/Descriptor.h"
+#include "BrimloCore/Platform/SystemPaths.h"
 
+#include <algorithm>
 #include <array>
 #include <climits>
 #include <cstddef>
+#include <cstdlib>
 #include <filesystem>
 #include <optional>
 
@@ -17,14 +18,18 @@ namespace Brimlo::Platform {
 
 namespace {
 
-constexpr std::string_view kSpace = " \t\r";
-
-std::string_view trimmed(std::string_view text) {
-    text.remove_prefix(std::min(text.find_first_not_of(kSpace), text.size()));
-    return text.substr(0, text.find_last_not_of(kSpace) + 1);
+std::string variable(const char* name) {
+    const char* value = std::getenv(name);  // NOLINT(concurrency-mt-unsafe): set at start only
+    return value != nullptr ? value : "";
 }
 
-/// The value of a shell assignment: what stands in quotation marks, or up to a space without them.
+/// The folder named by a variable, or the one in the home folder.
+std::string baseFolder(const char* name, const char* inHome) {
+    const std::string folder = variable(name);
+    return normalFolder(folder.starts_with('/') ? folder : homeFolder() + inHome);
+}
+
+/// The value of a shell assignment: the text in quotation marks, or up to a space without them.
 std::string unquoted(std::string_view text) {
     const bool isQuoted = text.starts_with('"') || text.starts_with('\'');
     const char end = isQuoted ? text.front() : ' ';
@@ -40,13 +45,13 @@ std::string unquoted(std::string_view text) {
 
 /// The folder that a line names.
 std::optional<std::string> folderOf(std::string_view line, const std::string& home) {
-    line = trimmed(line);
+    line = withoutSpaces(line);
     const std::size_t equals = line.find('=');
-    const std::string_view name = trimmed(line.substr(0, equals));
+    const std::string_view name = withoutSpaces(line.substr(0, equals));
     if (equals == std::string_view::npos || !name.starts_with("XDG_") || !name.ends_with("_DIR")) {
         return std::nullopt;
     }
-    std::string value = unquoted(trimmed(line.substr(equals + 1)));
+    std::string value = unquoted(withoutSpaces(line.substr(equals + 1)));
     for (const std::string_view variable : {"$HOME", "${HOME}", "~"}) {
         if (value == variable || value.starts_with(std::string{variable} + "/")) {
             value = home + value.substr(variable.size());
@@ -58,7 +63,7 @@ std::optional<std::string> folderOf(std::string_view line, const std::string& ho
     return normalFolder(value);
 }
 
-/// The beginning of a regular file; a pipe in its place would keep us waiting.
+/// The beginning of a regular file; reading a pipe would block.
 std::string beginningOf(const std::string& path) {
     constexpr std::size_t kLongest = 65'536;
     const Descriptor file{open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC)};
@@ -71,6 +76,41 @@ std::string beginningOf(const std::string& path) {
 }
 
 }  // namespace
+
+std::string dataHome() {
+    return baseFolder("XDG_DATA_HOME", "/.local/share");
+}
+
+std::string configHome() {
+    return baseFolder("XDG_CONFIG_HOME", "/.config");
+}
+
+std::string normalFolder(const std::string& path) {
+    // One spelling, because paths in the Trash are compared as text. The last step drops the empty
+    // component after a trailing slash.
+    const std::filesystem::path normal = std::filesystem::path{path}.lexically_normal();
+    return (normal.has_filename() ? normal : normal.parent_path()).string();
+}
+
+std::vector<std::string> dataFolders() {
+    const std::string list = variable("XDG_DATA_DIRS");
+    std::vector<std::string> folders =
+        splitFolders(list.empty() ? "/usr/local/share:/usr/share" : list);
+    folders.insert(folders.begin(), dataHome());
+    return folders;
+}
+
+std::vector<std::string> splitFolders(std::string_view list) {
+    std::vector<std::string> folders;
+    while (!list.empty()) {
+        const std::size_t end = std::min(list.find(':'), list.size());
+        if (list.starts_with('/')) {
+            folders.emplace_back(list.substr(0, end));
+        }
+        list.remove_prefix(std::min(end + 1, list.size()));
+    }
+    return folders;
+}
 
 std::vector<std::string> userFolders() {
     const std::string home = homeFolder();
@@ -89,6 +129,12 @@ std::vector<std::string> parseUserFolders(std::string_view text, const std::stri
         text.remove_prefix(std::min(end + 1, text.size()));
     }
     return folders;
+}
+
+std::string_view withoutSpaces(std::string_view text) {
+    constexpr std::string_view kSpaces = " \t\r";
+    text.remove_prefix(std::min(text.find_first_not_of(kSpaces), text.size()));
+    return text.substr(0, text.find_last_not_of(kSpaces) + 1);
 }
 
 }  // namespace Brimlo::Platform

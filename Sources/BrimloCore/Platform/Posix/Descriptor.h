@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string_view>
 #include <utility>
 
 #include <unistd.h>
@@ -32,5 +33,20 @@ public:
 private:
     int number_ = -1;
 };
+
+/// Writes all bytes to an open file. False, with `errno` set, on failure; so are the next two.
+[[nodiscard]] bool writeBytes(int descriptor, std::string_view bytes);
+
+/// Syncs a file to disk, whichever descriptor wrote it.
+[[nodiscard]] bool syncFile(int descriptor);
+
+/// Both.
+[[nodiscard]] bool writeAndSync(int descriptor, std::string_view bytes);
+
+/// Syncs the names in an open folder to disk; errors are ignored.
+void syncFolder(int folder);
+
+/// Gives the open file `taker` the times and mode of `giver`, as far as possible.
+void copyTimesAndMode(int giver, int taker);
 
 }  // namespace Brimlo::Platform

@@ -1,6 +1,6 @@
 #include "BrimloCore/Platform/FileIdentity.h"
 
-#include "BrimloCore/Platform/Posix/IdentityOf.h"
+#include "BrimloCore/Platform/Posix/Stat.h"
 
 #include <sys/stat.h>
 
@@ -16,6 +16,21 @@ std::optional<FileIdentity> FileIdentity::of(const std::string& path) {
         return std::nullopt;
     }
     return identityOf(status);
+}
+
+std::optional<FileVersion> FileVersion::of(int file) {
+    struct stat status {};
+    if (fstat(file, &status) != 0 || !S_ISREG(status.st_mode)) {
+        return std::nullopt;
+    }
+    const auto time = [](const timespec& it) { return Time{it.tv_sec, it.tv_nsec}; };
+    const auto [read, written, changed] = timesOf(status);
+    return FileVersion{
+        .identity = identityOf(status),
+        .length = status.st_size,
+        .names = status.st_nlink,
+        .written = time(written),
+        .changed = time(changed)};
 }
 
 }  // namespace Brimlo::Platform

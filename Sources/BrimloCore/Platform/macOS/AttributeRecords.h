@@ -1,6 +1,6 @@
 #pragma once
 
-#include "BrimloCore/Platform/DirectoryReader.h"
+#include "BrimloCore/Platform/DirectoryEntry.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,15 +1,24 @@
 #pragma once
 
 #include "BrimloCore/Models/Error.h"
-#include "BrimloCore/Platform/macOS/CocoaError.h"
 
-#include <optional>
 #include <string>
+#include <string_view>
 
+#ifdef __OBJC__
 #import <Foundation/Foundation.h>
+#endif
 
-/// Conversions between Foundation's values and ours, for the Objective-C++ sources of this folder.
+/// Conversions between Foundation's values and ours. Those of its objects are for Objective-C++.
 namespace Brimlo::Platform {
+
+/// An `NSError` as an `Error`: with the `errno` value of the same meaning, where there is one, else
+/// with its own domain and code.
+///
+/// `description`, the localized one, is kept unless empty.
+[[nodiscard]] Error cocoaError(std::string_view domain, long code, std::string description);
+
+#ifdef __OBJC__
 
 /// "" for nil.
 inline std::string text(NSString* string) {
@@ -17,7 +26,7 @@ inline std::string text(NSString* string) {
     return bytes != nullptr ? bytes : "";
 }
 
-/// What the path leads to, a link itself; its bytes stay as they are.
+/// The URL of a path, byte by byte, without following a symlink.
 inline NSURL* fileUrl(const std::string& path, BOOL isDirectory) {
     return [NSURL fileURLWithFileSystemRepresentation:path.c_str()
                                           isDirectory:isDirectory
@@ -27,5 +36,7 @@ inline NSURL* fileUrl(const std::string& path, BOOL isDirectory) {
 inline Error cocoaError(NSError* error) {
     return cocoaError(text(error.domain), error.code, text(error.localizedDescription));
 }
+
+#endif
 
 }  // namespace Brimlo::Platform

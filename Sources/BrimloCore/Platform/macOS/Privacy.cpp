@@ -1,6 +1,9 @@
 #include "BrimloCore/Platform/Privacy.h"
 
-#include "BrimloCore/Platform/HomeFolder.h"
+#include "BrimloCore/Platform/SystemPaths.h"
+
+#include <algorithm>
+#include <array>
 
 #include <dirent.h>
 

@@ -1,11 +1,10 @@
 #include "BrimloCore/Platform/Trash.h"
 
-#include "BrimloCore/Platform/HomeFolder.h"
 #include "BrimloCore/Platform/Posix/Descriptor.h"
-#include "BrimloCore/Platform/Posix/IdentityOf.h"
-#include "BrimloCore/Platform/Posix/ReasonNotMoved.h"
+#include "BrimloCore/Platform/Posix/Folders.h"
+#include "BrimloCore/Platform/Posix/Stat.h"
+#include "BrimloCore/Platform/SystemPaths.h"
 #include "BrimloCore/Platform/macOS/Cocoa.h"
-#include "BrimloCore/Platform/macOS/MacFolder.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -115,7 +114,7 @@ std::expected<TrashMove, Error> TrashMove::prepare(const Request& request) {
         return std::unexpected(may.error());
     }
     const std::size_t slash = request.path.rfind('/');
-    auto folder = openMacFolder(std::string_view{request.path}.substr(0, slash));
+    auto folder = openFolder(std::string_view{request.path}.substr(0, slash));
     if (!folder) {
         return failure(folder.error().code);
     }

@@ -1,11 +1,9 @@
 #include "BrimloCore/Platform/TrashItem.h"
 
-#include "BrimloCore/Platform/Posix/FolderAccess.h"
-#include "BrimloCore/Platform/Posix/IdentityOf.h"
-#include "BrimloCore/Platform/Posix/RemoveTree.h"
+#include "BrimloCore/Platform/Posix/Folders.h"
+#include "BrimloCore/Platform/Posix/Stat.h"
 #include "BrimloCore/Platform/Trash.h"
 #include "BrimloCore/Platform/macOS/Cocoa.h"
-#include "BrimloCore/Platform/macOS/MacFolder.h"
 
 #include <cerrno>
 #include <filesystem>
@@ -29,7 +27,7 @@ struct Place {
     std::string name;
 
     explicit Place(const std::string& path)
-        : folder{openMacFolder(std::string_view{path}.substr(0, path.rfind('/')))}
+        : folder{openFolder(std::string_view{path}.substr(0, path.rfind('/')))}
         , name{path.substr(path.rfind('/') + 1)} {}
 };
 

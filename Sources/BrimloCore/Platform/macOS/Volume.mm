@@ -40,4 +40,19 @@ std::optional<VolumeCapacity> volumeCapacity(const std::string& path) {
     }
 }
 
+// F_FULLFSYNC works on one file, and sync(2) does not wait.
+bool syncVolume(const std::string& /*folder*/) {
+    return false;
+}
+
+/// macOS mounts only whole volumes, each in one place.
+struct OtherNames::Mounts {};
+
+OtherNames::OtherNames() = default;
+
+std::vector<std::string> OtherNames::of(std::string_view /*path*/) const {
+    static_cast<void>(mounts_);
+    return {};
+}
+
 }  // namespace Brimlo::Platform

@@ -1,0 +1,48 @@
+#include "BrimloCore/Platform/SystemPaths.h"
+
+#include "BrimloCore/Platform/Posix/Stat.h"
+#include "BrimloCore/Platform/macOS/Cocoa.h"
+
+#include <cstdlib>
+#include <string_view>
+
+#include <sys/stat.h>
+
+namespace Brimlo::Platform {
+
+namespace {
+
+bool isSame(const char* path, const char* other) {
+    struct stat status {};
+    struct stat otherStatus {};
+    return stat(path, &status) == 0 && stat(other, &otherStatus) == 0 &&
+           identityOf(status) == identityOf(otherStatus);
+}
+
+}  // namespace
+
+std::string homeFolder() {
+    // Foundation obeys this variable too, but only as it was when the program started.
+    const char* const fixed = std::getenv("CFFIXED_USER_HOME");
+    if (fixed != nullptr && fixed[0] == '/') {
+        return fixed;
+    }
+    @autoreleasepool {
+        return text(NSHomeDirectory());
+    }
+}
+
+std::string withoutPrivatePrefix(std::string path) {
+    constexpr std::string_view kPrefix = "/private";
+    const bool isBelow = path.starts_with(kPrefix) && path[kPrefix.size()] == '/';
+    if (isBelow && isSame(path.c_str(), path.c_str() + kPrefix.size())) {
+        path.erase(0, kPrefix.size());
+    }
+    return path;
+}
+
+std::vector<std::string> systemToolPaths(std::string_view /*name*/) {
+    return {};
+}
+
+}  // namespace Brimlo::Platform
