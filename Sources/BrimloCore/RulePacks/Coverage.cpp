@@ -26,7 +26,15 @@ struct Tool {
     }
 };
 
-/// The texts with ", " between them.
+template <typename T>
+std::vector<std::string_view> labels(const T& values) {
+    std::vector<std::string_view> labels;
+    for (const auto value : values) {
+        labels.push_back(label(value));
+    }
+    return labels;
+}
+
 std::string joined(const std::vector<std::string_view>& texts) {
     std::string line;
     for (const std::string_view text : texts) {
@@ -35,23 +43,10 @@ std::string joined(const std::vector<std::string_view>& texts) {
     return line;
 }
 
-std::string riskWords(const CoverageEntry& entry) {
-    std::vector<std::string_view> words;
-    words.reserve(entry.risks.size());
-    for (const Risk risk : entry.risks) {
-        words.push_back(label(risk));
-    }
-    return joined(words);
-}
-
 std::string audience(const CoverageEntry& entry) {
-    std::vector<std::string_view> labels;
-    labels.reserve(entry.personas.size());
-    for (const Persona persona : entry.personas) {
-        labels.push_back(label(persona));
-    }
-    std::ranges::sort(labels);
-    return joined(labels);
+    std::vector<std::string_view> names = labels(entry.personas);
+    std::ranges::sort(names);
+    return joined(names);
 }
 
 std::size_t sum(const std::vector<CoverageEntry>& entries, std::size_t CoverageEntry::*count) {
@@ -138,7 +133,7 @@ std::string Coverage::markdown() {
         domain = &entry.domain;
         text += "| " + entry.tool + " | " + std::string{supportWord(entry)} + " | " +
                 std::to_string(entry.ruleCount) + " | " + std::to_string(entry.artifactCount) +
-                " | " + riskWords(entry) + " | " + audience(entry) + " |\n";
+                " | " + joined(labels(entry.risks)) + " | " + audience(entry) + " |\n";
     }
     return text;
 }

@@ -59,29 +59,24 @@ TEST_F(CoverageTest, CountsEveryRowOnce) {
 
 TEST_F(CoverageTest, CountsTheUsersRulesOnlyInTheirPlace) {
     EXPECT_EQ(entryWith(rule("custom.mine", Confidence::documented)), CoverageEntry{});
-    struct Case {
-        Confidence confidence;
-        std::string_view supportWord;
-    };
-    const Case cases[] = {
+    const std::pair<Confidence, std::string_view> cases[] = {
         {Confidence::verifiedLocal, "Supported" },
         {Confidence::documented,    "Supported" },
         {Confidence::community,     "Community" },
         {Confidence::unverified,    "Unverified"},
     };
-    for (const Case& c : cases) {
-        const CoverageEntry entry = entryWith(rule("npm.cache", c.confidence));
+    for (const auto& [confidence, supportWord] : cases) {
+        const CoverageEntry entry = entryWith(rule("npm.cache", confidence));
         const CoverageEntry expected{
             .tool = "A Tool Of Mine",
             .domain = "General",
             .ruleCount = 1,
-            .artifactCount = 0,
-            .bestConfidence = c.confidence,
+            .bestConfidence = confidence,
             .personas = {Persona::general, Persona::science},
             .risks = {Risk::safe               },
         };
         EXPECT_EQ(entry, expected);
-        EXPECT_EQ(Coverage::supportWord(entry), c.supportWord);
+        EXPECT_EQ(Coverage::supportWord(entry), supportWord);
     }
 }
 

@@ -3,7 +3,6 @@
 #include "Support/TempHome.h"
 
 #include <filesystem>
-#include <functional>
 #include <set>
 
 namespace Brimlo {
@@ -99,32 +98,23 @@ TEST_F(ProjectArtifactFinderTest, ReadsFoldersDownToTheLastDepth) {
 }
 
 TEST_F(ProjectArtifactFinderTest, MeasuresTheActivityOfAProject) {
-    const auto file = [&](const std::string& path, double days) {
-        return [=, this] { writeAged(path, days); };
-    };
     struct Case {
         const char* name;
-        std::vector<std::function<void()>> steps;
+        std::vector<std::pair<std::string, double>> ages;
         std::int64_t idleDays;
     };
-    const auto broken = [this] { age(link("p/pom.xml", "nowhere"), 1.5); };
-    const auto repository = [this] { makeFolder("p/.git"); };
     const Case cases[] = {
-        {"neither manifest nor repository", {file("p/main.c", 3.5)},                                     200},
-        {"the latest manifest",             {file("p/pom.xml", 9.5), file("p/go.mod", 8.5)},             8  },
-        {"a manifest of tomorrow",          {file("p/mix.exs", -1)},                                     0  },
-        {"a manifest that can't be read",   {broken},                                                    200},
-        {"an empty repository",             {repository},                                                200},
-        {"the repository's files",
-         {file("p/.git/HEAD", 5.5), file("p/.git/logs/HEAD", 4.5), file("p/.git/config", 1.5)},
-         4                                                                                                  },
-        {"fetching is work",                {file("p/.git/FETCH_HEAD", 3.5), file("p/.git/index", 4.5)}, 3  },
+        {"neither manifest nor repository", {{"main.c", 3.5}},                             200},
+        {"the latest manifest",             {{"pom.xml", 9.5}, {"go.mod", 8.5}},           8  },
+        {"a manifest of tomorrow",          {{"mix.exs", -1}},                             0  },
+        {"the repository's files",          {{".git/logs/HEAD", 4.5}, {".git/config", 1}}, 4  },
+        {"fetching is work",                {{".git/FETCH_HEAD", 3.5}, {".git/index", 4}}, 3  },
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         makeFolder("p/__pycache__");
-        for (const auto& step : c.steps) {
-            step();
+        for (const auto& [file, days] : c.ages) {
+            writeAged("p/" + file, days);
         }
         age(at("p"), 200.5);
         const auto artifacts = ProjectArtifactFinder::find({at("p")}, 0);
@@ -149,6 +139,7 @@ TEST_F(ProjectArtifactFinderTest, ReadsTheActivityOfTheRepositoryAroundAProject)
     write("garbage/.git", "gitdir " + at("git dirs/x"));
     write("bytes/.git", "gitdir: " + at("git dirs/x") + "\n\xff");
     write("plain/a/garbage/.git", "none");
+    age(link("dangling/pom.xml", "nowhere"), 1.5);
     const std::pair<std::string, std::int64_t> cases[] = {
         {"plain/a",         5  },
         {deep,              5  },

@@ -45,9 +45,6 @@ protected:
         return taken;
     }
 
-    void expectEachRowToFindItsOwnAndLeaveTheRest();
-    static void expectNothingToBeOfferedTwice();
-
     std::map<std::string, Paths> finds;
     std::map<std::string, Paths> leaves;
 
@@ -75,7 +72,20 @@ const std::pair<const std::string, std::string>* conflict(
     return next != taken.end() && next->first.starts_with(path + "/") ? &*next : nullptr;
 }
 
-void SampleHomeTest::expectEachRowToFindItsOwnAndLeaveTheRest() {
+void expectNothingToBeOfferedTwice() {
+    std::map<std::string, std::string> offered;
+    for (const Suggestion& suggestion : SuggestionEngine::generate({})) {
+        for (const SuggestionItem& item : suggestion.items) {
+            EXPECT_EQ(conflict(offered, item.path), nullptr) << item.path;
+            offered.emplace(item.path, suggestion.id);
+        }
+    }
+    EXPECT_GT(offered.size(), 1'000U);
+}
+
+/// One home for all of it: to lay it out takes longer than to look through it.
+TEST_F(SampleHomeTest, EachRowFindsItsOwnAndLeavesTheRest) {
+    expectNothingToBeOfferedTwice();
     const std::map<std::string, Paths> taken = takenByID();
     EXPECT_EQ(finds.size(), Catalog::builtInRules().size() + Catalog::artifactPatterns().size())
         << "every row has an example";
@@ -100,23 +110,6 @@ void SampleHomeTest::expectEachRowToFindItsOwnAndLeaveTheRest() {
                                       << " leaves " << nearMiss;
         }
     }
-}
-
-void SampleHomeTest::expectNothingToBeOfferedTwice() {
-    std::map<std::string, std::string> offered;
-    for (const Suggestion& suggestion : SuggestionEngine::generate({})) {
-        for (const SuggestionItem& item : suggestion.items) {
-            EXPECT_EQ(conflict(offered, item.path), nullptr) << item.path;
-            offered.emplace(item.path, suggestion.id);
-        }
-    }
-    EXPECT_GT(offered.size(), 1'000U);
-}
-
-/// One home for all of it: to lay it out takes longer than to look through it.
-TEST_F(SampleHomeTest, EachRowFindsItsOwnAndLeavesTheRest) {
-    expectEachRowToFindItsOwnAndLeaveTheRest();
-    expectNothingToBeOfferedTwice();
 }
 
 }  // namespace
