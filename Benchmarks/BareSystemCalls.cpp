@@ -1,4 +1,5 @@
 #include "Benchmarks/BareSystemCalls.h"
+
 #include "BrimloCore/SuggestionEngine/ProjectArtifactFinder.h"
 
 #include <array>
@@ -74,7 +75,8 @@ std::size_t walkProjects(
     std::string names;
     auto visit = [&](int, const dirent64& record, int depth) {
         ++entries;
-        return record.d_type == DT_DIR && depth < maxDepth && !ProjectArtifactFinder::isSkipped(record.d_name) &&
+        return record.d_type == DT_DIR && depth < maxDepth &&
+               !ProjectArtifactFinder::isSkipped(record.d_name) &&
                !notEntered.contains(record.d_ino);
     };
     walk(AT_FDCWD, root.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0, names, visit);

@@ -23,9 +23,9 @@ namespace {
 
 using Platform::EntryDetail;
 
-class MacServicesTest : public Testing::TempHome {};
+class PlatformOnMacTest : public Testing::TempHome {};
 
-TEST_F(MacServicesTest, ReadsAFolderAsALookAtEachEntryDoes) {
+TEST_F(PlatformOnMacTest, ReadsAFolderAsALookAtEachEntryDoes) {
     write("f/one");
     write("f/large", std::string(1'000'000, 'x'));
     ASSERT_EQ(::link(at("f/one").c_str(), at("f/two").c_str()), 0);
@@ -59,7 +59,7 @@ TEST_F(MacServicesTest, ReadsAFolderAsALookAtEachEntryDoes) {
     }
 }
 
-TEST_F(MacServicesTest, ClonesAFile) {
+TEST_F(PlatformOnMacTest, ClonesAFile) {
     const std::string original = write("original", "content");
     const Platform::Descriptor file{open(original.c_str(), O_RDONLY | O_CLOEXEC)};
     const Platform::Descriptor folder{open(home().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
@@ -69,7 +69,7 @@ TEST_F(MacServicesTest, ClonesAFile) {
     EXPECT_EQ(again.error(), Error::fromSystem(EEXIST));
 }
 
-TEST_F(MacServicesTest, TellsWhatTheSystemSays) {
+TEST_F(PlatformOnMacTest, TellsWhatTheSystemSays) {
     const auto capacity = Platform::volumeCapacity("/");
     ASSERT_TRUE(capacity);
     struct statvfs status {};
@@ -86,7 +86,7 @@ TEST_F(MacServicesTest, TellsWhatTheSystemSays) {
     EXPECT_TRUE(Fmt::bytes(0).starts_with("0"));
 }
 
-TEST_F(MacServicesTest, SpellsPathsAsTheSystemDoes) {
+TEST_F(PlatformOnMacTest, SpellsPathsAsTheSystemDoes) {
     EXPECT_EQ(Safety::canonical("/private/tmp"), "/tmp");
     EXPECT_EQ(Safety::canonical("/private/etc/hosts"), "/etc/hosts");
     EXPECT_EQ(Safety::canonical("/private/missing"), "/private/missing");
@@ -95,7 +95,7 @@ TEST_F(MacServicesTest, SpellsPathsAsTheSystemDoes) {
     EXPECT_EQ(Safety::judge(home() + "/x").refusal, std::nullopt) << "in a home below /private";
 }
 
-TEST_F(MacServicesTest, HashesAsTheStandardHasIt) {
+TEST_F(PlatformOnMacTest, HashesAsTheStandardHasIt) {
     Sha256 sha256;
     // FIPS 180-4, the example of one block.
     sha256.update(std::as_bytes(std::span{std::string_view{"abc"}}));
