@@ -231,14 +231,8 @@ void NodeRows::review(const int row) {
     }
 }
 
-bool NodeRows::reviewSelected() {
-    Nodes nodes = selectedNodes();
-    std::erase_if(nodes, [](const auto& node) { return node->isAggregate; });
-    if (nodes.empty()) {
-        return false;
-    }
-    analyzer_.review()->openNodes(std::move(nodes));
-    return true;
+void NodeRows::reviewSelected() {
+    analyzer_.review()->openNodes(selectedNodes());
 }
 
 }  // namespace Brimlo

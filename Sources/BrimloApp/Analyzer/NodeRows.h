@@ -81,8 +81,8 @@ public:
     /// Opens the review of all that is selected if the row is, and else of the row alone. Not for
     /// an aggregate. The selection is emptied when the review is confirmed.
     Q_INVOKABLE void review(int row);
-    /// The same for what is selected without the aggregates; false when nothing is left.
-    Q_INVOKABLE bool reviewSelected();
+    /// The same for what is selected, without the aggregates.
+    Q_INVOKABLE void reviewSelected();
 
 Q_SIGNALS:
     /// `nodes`, their order or their sizes changed.

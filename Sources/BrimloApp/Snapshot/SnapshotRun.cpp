@@ -55,8 +55,7 @@ bool save(const Scene& scene, const QDir& folder) {
             if (picture.size() != size || isEmpty(picture)) {
                 return fail(file + ": the picture is empty");
             }
-            constexpr int kSmallest = 0;  // Of the sizes that a file of the same picture can have.
-            if (!picture.save(folder.filePath(file), "PNG", kSmallest)) {
+            if (!picture.save(folder.filePath(file), "PNG")) {
                 return fail(folder.filePath(file) + ": could not be written");
             }
         }

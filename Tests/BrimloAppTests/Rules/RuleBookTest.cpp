@@ -11,7 +11,6 @@
 namespace Brimlo {
 namespace {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
@@ -31,62 +30,6 @@ protected:
 
     QUrl address(const char* name) { return QUrl::fromLocalFile(QString::fromStdString(at(name))); }
 };
-
-TEST_F(RuleBookTest, MakesARuleOfWhatStandsInTheEditor) {
-    RuleDraft draft;
-    EXPECT_TRUE(draft.isNew());
-    draft.setProperty("name", "\t Slack cache ");
-    draft.setProperty("group", "   ");
-    draft.setPath(0, "  ");
-    draft.addPath();
-    draft.setPath(1, " ~/a ");
-    draft.addPath();
-    draft.setPath(7, "~/nowhere");
-    draft.choosePath(2, QString::fromStdString(at("b")));
-    draft.setProperty("quitApps", "Slack, , Discord,");
-    draft.setProperty("excludes", " *.plist ,keep-*");
-    draft.setProperty("command", "  ");
-    draft.setProperty("minAgeDays", 7);
-    draft.setRisk("safe");
-    draft.setRisk("harmless");
-    draft.useSuggestedWording();
-
-    const CleanupRule made = draft.makeRule();
-    EXPECT_TRUE(UserRules::isCustom(made.id));
-    EXPECT_EQ(made.name, "Slack cache");
-    EXPECT_EQ(made.group, "Slack cache");
-    EXPECT_THAT(made.paths, ElementsAre("~/a", "~/b"));
-    EXPECT_THAT(made.quitApps, ElementsAre("Slack", "Discord"));
-    EXPECT_THAT(made.excludes, ElementsAre("*.plist", "keep-*"));
-    EXPECT_EQ(made.officialCommand, "  ") << "empty and blank are two things";
-    EXPECT_EQ(made.minAgeDays, std::nullopt) << "the switch is off";
-    EXPECT_EQ(made.risk, Risk::safe);
-    EXPECT_EQ(made.regenerates, "The app recreates it automatically the next time it runs.");
-    EXPECT_THAT(made.personas, ElementsAre(Persona::general));
-    EXPECT_NE(draft.makeRule().id, made.id);
-}
-
-TEST_F(RuleBookTest, KeepsARuleAsItIsWhenNothingIsChanged) {
-    CleanupRule whole = rule();
-    whole.quitApps = {"Slack", "Discord"};
-    whole.excludes = {"a*", "b"};
-    whole.minAgeDays = 7;
-    whole.officialCommand = "slack --clean";
-    whole.contentsOnly = true;
-    whole.group = "Chat";
-    whole.personas = {Persona::general};
-    EXPECT_EQ(RuleDraft{whole}.makeRule(), whole);
-
-    // A group that is the name is not shown, and comes back as the name.
-    whole.group = whole.name;
-    RuleDraft draft{whole};
-    EXPECT_EQ(draft.property("group"), "");
-    EXPECT_EQ(draft.makeRule().group, whole.name);
-    draft.setProperty("useMinAge", false);
-    EXPECT_EQ(draft.makeRule().minAgeDays, std::nullopt);
-    whole.minAgeDays = std::numeric_limits<std::int64_t>::max();
-    EXPECT_EQ(RuleDraft{whole}.property("minAgeDays"), std::numeric_limits<int>::max());
-}
 
 TEST_F(RuleBookTest, SavesARuleAndDeletesItWithItsFindings) {
     model().rules()->editRule(rule());

@@ -72,6 +72,15 @@ TEST_F(AppModelTest, MeasuresTheTrashOnceAtATimeAndOnceMoreAtTheEnd) {
     finish();
     EXPECT_EQ(arrivals.count(), 2);
     EXPECT_GE(model().machine()->trashBytes(), 100'000);
+
+    write(".local/share/Trash/files/more", std::string(100'000, 'x'));
+    model().machine()->refresh();
+    Background::waitForDone();
+    write(".local/share/Trash/files/most", std::string(100'000, 'x'));
+    model().machine()->refresh();
+    changes();
+    finish();
+    EXPECT_THAT(changes(), testing::Contains("Machine.trashBytes").Times(1)) << "none too old";
 }
 
 TEST_F(AppModelTest, NeverReleasesOnTheMainThread) {

@@ -1,5 +1,6 @@
-#include "BrimloApp/Components/SymbolImages.h"
 #include "BrimloApp/Components/SymbolTable.h"
+
+#include "BrimloApp/Components/SymbolImages.h"
 #include "BrimloApp/Shell/Sections.h"
 #include "BrimloCore/Models/CleanupRule.h"
 
@@ -31,7 +32,7 @@ int inkedPixels(const QImage& image) {
     return count;
 }
 
-TEST(SymbolTest, EachHasADrawingAndEachDrawingASymbol) {
+TEST(SymbolTableTest, EachHasADrawingAndEachDrawingASymbol) {
     SymbolImages images;
     std::set<std::string> used;
     for (const auto& entry : SymbolTable::entries()) {
@@ -51,7 +52,7 @@ TEST(SymbolTest, EachHasADrawingAndEachDrawingASymbol) {
     EXPECT_EQ(there, used);
 }
 
-TEST(SymbolTest, IsThereForWhateverTheProgramNames) {
+TEST(SymbolTableTest, IsThereForWhateverTheProgramNames) {
     std::set<std::string> named;
     for (const QVariant& section : Sections::all()) {
         named.insert(section.toMap().value("symbol").toString().toStdString());

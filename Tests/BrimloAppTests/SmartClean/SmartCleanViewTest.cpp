@@ -22,7 +22,7 @@ constexpr auto kTick = QAccessible::CheckBox;
 
 /// A home with two caches of one safe rule, one of a rule whose app "runs" (this very program) and
 /// that only video people have, one item to review, and one image of a Docker that is not there.
-class SmartCleanScreenTest : public Testing::WindowTest {
+class SmartCleanViewTest : public Testing::WindowTest {
 protected:
     void addRules() const {
         addRule(
@@ -94,7 +94,7 @@ protected:
     }
 };
 
-TEST_F(SmartCleanScreenTest, ShowsTheFirstStateThatHolds) {
+TEST_F(SmartCleanViewTest, ShowsTheFirstStateThatHolds) {
     const char* const empty = "Nothing scanned yet";
     const std::vector<const char*> states{
         "*s · usually 20 to 30 seconds", empty, "No Results for “zzz”", "Suggestions"};
@@ -130,7 +130,7 @@ TEST_F(SmartCleanScreenTest, ShowsTheFirstStateThatHolds) {
     EXPECT_THAT(seen(states), ElementsAre(empty));
 }
 
-TEST_F(SmartCleanScreenTest, SearchesNamesAndGroupsWithinTheAudience) {
+TEST_F(SmartCleanViewTest, SearchesNamesAndGroupsWithinTheAudience) {
     openScanned();
     struct Case {
         const char* audience;
@@ -154,7 +154,7 @@ TEST_F(SmartCleanScreenTest, SearchesNamesAndGroupsWithinTheAudience) {
     }
 }
 
-TEST_F(SmartCleanScreenTest, TicksByBoxAndKeyAndByTheToolbar) {
+TEST_F(SmartCleanViewTest, TicksByBoxAndKeyAndByTheToolbar) {
     openScanned({1000, 900});
     EXPECT_THAT(planned(), ElementsAre("caches/large", "caches/small"));
     EXPECT_TRUE(sees("2 items"));
@@ -189,7 +189,7 @@ TEST_F(SmartCleanScreenTest, TicksByBoxAndKeyAndByTheToolbar) {
     EXPECT_TRUE(sees("Comes back after a rebuild or re-download"));
 }
 
-TEST_F(SmartCleanScreenTest, ExplainsTheRatingsAndShowsNoTooltipThere) {
+TEST_F(SmartCleanViewTest, ExplainsTheRatingsAndShowsNoTooltipThere) {
     openScanned();
     QTest::mouseMove(
         &window(), middle(get(QAccessible::Button, "What do the ratings mean?")).toPoint());
@@ -208,7 +208,7 @@ TEST_F(SmartCleanScreenTest, ExplainsTheRatingsAndShowsNoTooltipThere) {
     EXPECT_NE(model().rules()->ruleDraft(), nullptr);
 }
 
-TEST_F(SmartCleanScreenTest, PreviewsWithoutAWayToClean) {
+TEST_F(SmartCleanViewTest, PreviewsWithoutAWayToClean) {
     openScanned();
     model().smartClean()->setPreviewRequested(true);
     waitToSee("Preview: nothing will change");
@@ -224,7 +224,7 @@ TEST_F(SmartCleanScreenTest, PreviewsWithoutAWayToClean) {
     EXPECT_THAT(model().history()->journal(), IsEmpty());
 }
 
-TEST_F(SmartCleanScreenTest, TellsDockersItemsFromThoseThatCanComeBack) {
+TEST_F(SmartCleanViewTest, TellsDockersItemsFromThoseThatCanComeBack) {
     installDocker("5000TB");
     openScanned({1000, 900});
     click(kRow, "Docker: *");
@@ -255,7 +255,7 @@ TEST_F(SmartCleanScreenTest, TellsDockersItemsFromThoseThatCanComeBack) {
     EXPECT_FALSE(sees("Undo all"));
 }
 
-TEST_F(SmartCleanScreenTest, CleansWhatWasReviewedAndUndoesIt) {
+TEST_F(SmartCleanViewTest, CleansWhatWasReviewedAndUndoesIt) {
     openScanned();
     clickAt(box("Mine, *"));
     press("Review & Clean…");
@@ -284,7 +284,7 @@ TEST_F(SmartCleanScreenTest, CleansWhatWasReviewedAndUndoesIt) {
     await([&] { return !sees("Cleanup complete"); }, "its end");
 }
 
-TEST_F(SmartCleanScreenTest, ReportsProblemsAndLeadsOn) {
+TEST_F(SmartCleanViewTest, ReportsProblemsAndLeadsOn) {
     openScanned();
     std::filesystem::remove_all(at("caches/small"));
     press("Review & Clean…");
@@ -301,7 +301,7 @@ TEST_F(SmartCleanScreenTest, ReportsProblemsAndLeadsOn) {
     EXPECT_FALSE(model().cleanup()->showResult());
 }
 
-TEST_F(SmartCleanScreenTest, GoesTheWholeWayByTheKeyboard) {
+TEST_F(SmartCleanViewTest, GoesTheWholeWayByTheKeyboard) {
     openScanned();
     tabTo(QAccessible::Button, "Rescan");
     {
@@ -335,7 +335,7 @@ TEST_F(SmartCleanScreenTest, GoesTheWholeWayByTheKeyboard) {
     EXPECT_TRUE(exists(at("caches/large/data")));
 }
 
-TEST_F(SmartCleanScreenTest, KeepsSheetsSaneWhenTheirDataGoesAway) {
+TEST_F(SmartCleanViewTest, KeepsSheetsSaneWhenTheirDataGoesAway) {
     openScanned();
     press("Review & Clean…");
     waitToSee("Review before cleaning");

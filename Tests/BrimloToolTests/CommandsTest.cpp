@@ -5,7 +5,7 @@
 namespace Brimlo::Testing {
 namespace {
 
-struct AnalysisCommandsTest : ToolTest {
+struct CommandsTest : ToolTest {
     void fill() const {
         write("a/1", std::string(2'000'000, 'x'));
         write("a/2", std::string(2'000'000, 'x'));
@@ -13,7 +13,7 @@ struct AnalysisCommandsTest : ToolTest {
     }
 };
 
-TEST_F(AnalysisCommandsTest, ListsLargeFiles) {
+TEST_F(CommandsTest, ListsLargeFiles) {
     fill();
     write("a/new\nline\xff", std::string(3'000'000, 'x'));
     EXPECT_EQ(run({"large"}), (Outcome{0, "No file takes 52.4 MB or more.\n", ""}));
@@ -24,7 +24,7 @@ TEST_F(AnalysisCommandsTest, ListsLargeFiles) {
                     .out.ends_with("  ~/a/new\uFFFDline\uFFFD\n1 file, 3 MB\n"));
 }
 
-TEST_F(AnalysisCommandsTest, TellsWhatIsWrong) {
+TEST_F(CommandsTest, TellsWhatIsWrong) {
     const std::tuple<std::vector<std::string>, int, std::string> cases[] = {
         {{"large", "a/1"},                            1, "a/1 is not a readable folder."              },
         {{"large", "--limit", "0"},                   2, "The limit is 1 or more."                    },
@@ -55,7 +55,7 @@ TEST_F(AnalysisCommandsTest, TellsWhatIsWrong) {
     EXPECT_EQ(run({"backup", "a/1/.."}).exitCode, 2);
 }
 
-TEST_F(AnalysisCommandsTest, TrashesTheExtrasAndPutsThemBack) {
+TEST_F(CommandsTest, TrashesTheExtrasAndPutsThemBack) {
     fill();
     EXPECT_EQ(shape(answer({"duplicates"})), "[{id,size,paths[],wastedBytes}]");
     const Json::Value report = answer({"duplicates", "a", "--trash-extras", "--yes"});
@@ -67,7 +67,7 @@ TEST_F(AnalysisCommandsTest, TrashesTheExtrasAndPutsThemBack) {
     EXPECT_EQ(contentOf(at("a/2")), contentOf(at("a/1")));
 }
 
-TEST_F(AnalysisCommandsTest, ReportsWhatCouldNotBeCloned) {
+TEST_F(CommandsTest, ReportsWhatCouldNotBeCloned) {
     fill();
     write("a/2.brimlo-clone", "left over");
     EXPECT_TRUE(run({"duplicates", "--clone", "--yes"})

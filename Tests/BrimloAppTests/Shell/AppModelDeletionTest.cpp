@@ -15,9 +15,9 @@
 namespace Brimlo {
 namespace {
 
-using DeletedModelTest = Testing::ModelTest;
+using AppModelDeletionTest = Testing::ModelTest;
 
-TEST_F(DeletedModelTest, DropsTheResultsOfWhateverWasRunning) {
+TEST_F(AppModelDeletionTest, DropsTheResultsOfWhateverWasRunning) {
     struct Case {
         const char* name;
         std::function<void(AppModel&)> start;

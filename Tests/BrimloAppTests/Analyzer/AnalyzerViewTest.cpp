@@ -23,9 +23,9 @@ using testing::SizeIs;
 
 constexpr auto kRow = QAccessible::ListItem;
 
-class AnalyzerScreenTest : public Testing::WindowTest {
+class AnalyzerViewTest : public Testing::WindowTest {
 protected:
-    AnalyzerScreenTest() {
+    AnalyzerViewTest() {
         write("tree/large/inner/data", std::string(400'000, 'a'));
         write("tree/small", std::string(100'000, 'b'));
         write("tree/stays", std::string(50'000, 'c'));
@@ -51,7 +51,7 @@ protected:
     }
 };
 
-TEST_F(AnalyzerScreenTest, ShowsTheFirstStateThatHolds) {
+TEST_F(AnalyzerViewTest, ShowsTheFirstStateThatHolds) {
     const std::vector<const char*> states{
         "Cancel", "tree", "Treemap", "See exactly what is using your disk."};
     model().analyzer()->setScanRoot("/usr");
@@ -96,7 +96,7 @@ TEST_F(AnalyzerScreenTest, ShowsTheFirstStateThatHolds) {
     }
 }
 
-TEST_F(AnalyzerScreenTest, SetsTheFolderByItsMenuWithoutAScan) {
+TEST_F(AnalyzerViewTest, SetsTheFolderByItsMenuWithoutAScan) {
     model().analyzer()->setScanRoot(at("tree"));
     open(Section::Analyzer);
     struct Case {
@@ -126,7 +126,7 @@ TEST_F(AnalyzerScreenTest, SetsTheFolderByItsMenuWithoutAScan) {
     EXPECT_TRUE(model().analyzer()->hasTree());
 }
 
-TEST_F(AnalyzerScreenTest, SortsByMenuColumnAndDirection) {
+TEST_F(AnalyzerViewTest, SortsByMenuColumnAndDirection) {
     openScanned();
     for (const char* const entry : {"Name", "Modified", "Items", "Size"}) {
         press("Sort by");
@@ -148,7 +148,7 @@ TEST_F(AnalyzerScreenTest, SortsByMenuColumnAndDirection) {
     EXPECT_FALSE(model().analyzer()->ascending());
 }
 
-TEST_F(AnalyzerScreenTest, DrillsByDoubleClickAndComesBackByCrumbs) {
+TEST_F(AnalyzerViewTest, DrillsByDoubleClickAndComesBackByCrumbs) {
     openScanned();
     doubleClickAt(row("small, *"));
     doubleClickAt(row("empty, *"));
@@ -163,7 +163,7 @@ TEST_F(AnalyzerScreenTest, DrillsByDoubleClickAndComesBackByCrumbs) {
     EXPECT_EQ(shownFolder(), "tree");
 }
 
-TEST_F(AnalyzerScreenTest, ActsOnTheRowOrOnTheSelectionThatItIsIn) {
+TEST_F(AnalyzerViewTest, ActsOnTheRowOrOnTheSelectionThatItIsIn) {
     openScanned();
     struct Case {
         std::vector<const char*> selected;
@@ -213,7 +213,7 @@ TEST_F(AnalyzerScreenTest, ActsOnTheRowOrOnTheSelectionThatItIsIn) {
     EXPECT_EQ(model().rules()->ruleDraft()->property("name").toString(), "inner");
 }
 
-TEST_F(AnalyzerScreenTest, TrashesWhatIsSelectedByTheKeyboardAlone) {
+TEST_F(AnalyzerViewTest, TrashesWhatIsSelectedByTheKeyboardAlone) {
     model().analyzer()->setScanRoot(at("tree"));
     open(Section::Analyzer);
     key(Qt::Key_R, Qt::ControlModifier);
@@ -243,7 +243,7 @@ TEST_F(AnalyzerScreenTest, TrashesWhatIsSelectedByTheKeyboardAlone) {
     EXPECT_FALSE(sees("2 selected"));
 }
 
-TEST_F(AnalyzerScreenTest, TakesNothingOfWhatIsMergedIntoOneRow) {
+TEST_F(AnalyzerViewTest, TakesNothingOfWhatIsMergedIntoOneRow) {
     for (int i = 0; i < 45; ++i) {
         write("tree/tiny" + std::to_string(i));
     }
@@ -265,7 +265,7 @@ TEST_F(AnalyzerScreenTest, TakesNothingOfWhatIsMergedIntoOneRow) {
     EXPECT_TRUE(exists(at("tree/tiny0")) && exists(at("tree/small")));
 }
 
-TEST_F(AnalyzerScreenTest, WorksByTheTreemapAsByTheList) {
+TEST_F(AnalyzerViewTest, WorksByTheTreemapAsByTheList) {
     openScanned();
     click(QAccessible::RadioButton, "Treemap");
     EXPECT_EQ(model().analyzer()->analyzerMode(), 1);
@@ -292,7 +292,7 @@ TEST_F(AnalyzerScreenTest, WorksByTheTreemapAsByTheList) {
     EXPECT_EQ(shownFolder(), "large");
 }
 
-TEST_F(AnalyzerScreenTest, TakesADroppedFolderAndRefusesTheRest) {
+TEST_F(AnalyzerViewTest, TakesADroppedFolderAndRefusesTheRest) {
     struct Case {
         const char* name;
         Section section;

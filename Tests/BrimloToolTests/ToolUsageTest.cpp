@@ -17,7 +17,7 @@ namespace Brimlo::Testing {
 
 namespace {
 
-class CommandLineTest : public ToolTest {
+class ToolUsageTest : public ToolTest {
 protected:
     /// Something for each command to tell of.
     void fill() const {
@@ -35,7 +35,7 @@ bool isHarmless(std::string_view text) {
     return Text::printable(lines) == lines;
 }
 
-TEST_F(CommandLineTest, TellsWrongUsageInOneSentence) {
+TEST_F(ToolUsageTest, TellsWrongUsageInOneSentence) {
     struct Case {
         std::vector<std::string> arguments;
         std::string sentence;  ///< Empty where the words are the parsing library's.
@@ -76,7 +76,7 @@ TEST_F(CommandLineTest, TellsWrongUsageInOneSentence) {
     EXPECT_TRUE(exists(at("file")));
 }
 
-TEST_F(CommandLineTest, AnswersWithOneDocumentOfTheTypesFields) {
+TEST_F(ToolUsageTest, AnswersWithOneDocumentOfTheTypesFields) {
     struct Case {
         std::vector<std::string> arguments;
         std::string shape;
@@ -116,7 +116,7 @@ TEST_F(CommandLineTest, AnswersWithOneDocumentOfTheTypesFields) {
     EXPECT_TRUE(shape(answer({"rules", "show", "npm.cache"})).starts_with("{id,name,group,"));
 }
 
-TEST_F(CommandLineTest, AsksDockerUnlessToldNotTo) {
+TEST_F(ToolUsageTest, AsksDockerUnlessToldNotTo) {
     // Whether its tool is here or not, no daemon answers a test.
     const Outcome json = run({"docker", "--json"});
     const auto document = Json::parse(json.out);
@@ -135,7 +135,7 @@ TEST_F(CommandLineTest, AsksDockerUnlessToldNotTo) {
     EXPECT_EQ(run({"clean", "--rule", "docker.build-cache", "--dry-run"}).exitCode, 0);
 }
 
-TEST_F(CommandLineTest, MakesHostileTextHarmless) {
+TEST_F(ToolUsageTest, MakesHostileTextHarmless) {
     const std::string name = "a\nb\x1b[31mc\u009bd";
     const std::string broken = "e\xff\x1b]0;title\x07";
     const std::string rules = R"({"pack": "p", "version": 1, "rules": [{"id": "custom.x",
@@ -172,7 +172,7 @@ TEST_F(CommandLineTest, MakesHostileTextHarmless) {
     }
 }
 
-TEST_F(CommandLineTest, LeavesNothingOfRootsInAnothersHome) {
+TEST_F(ToolUsageTest, LeavesNothingOfRootsInAnothersHome) {
     if (chown(home().c_str(), 12'345, 12'345) != 0) {
         GTEST_SKIP() << "making a home another's takes root";
     }
@@ -196,7 +196,7 @@ TEST_F(CommandLineTest, LeavesNothingOfRootsInAnothersHome) {
     EXPECT_EQ(run({"history"}).exitCode, 0);
 }
 
-TEST_F(CommandLineTest, FailsWhenItsAnswerIsLost) {
+TEST_F(ToolUsageTest, FailsWhenItsAnswerIsLost) {
     const Platform::Descriptor full{open("/dev/full", O_WRONLY | O_CLOEXEC)};
     if (!full) {
         GTEST_SKIP() << "there is no /dev/full";
@@ -205,7 +205,7 @@ TEST_F(CommandLineTest, FailsWhenItsAnswerIsLost) {
     EXPECT_EQ(outcome, (Outcome{1, "", "brimlo: The answer could not be written.\n"}));
 }
 
-TEST_F(CommandLineTest, TellsWhatCouldNotBeSaved) {
+TEST_F(ToolUsageTest, TellsWhatCouldNotBeSaved) {
     makeFolder(support("config.json/occupied"));
     makeFolder(support("disabled-rules.json/occupied"));
     const std::string unread = "brimlo: The settings could not be read: Is a directory";
@@ -228,7 +228,7 @@ TEST_F(CommandLineTest, TellsWhatCouldNotBeSaved) {
     EXPECT_EQ(run({"autoclean", "--force"}).exitCode, 1);
 }
 
-TEST_F(CommandLineTest, SumsNoSizesToLessThanOneOfThem) {
+TEST_F(ToolUsageTest, SumsNoSizesToLessThanOneOfThem) {
     Journal journal{StoragePaths::journal()};
     const Uuid batch = Uuid::random();
     for (const char* path : {"/a", "/b"}) {
@@ -242,7 +242,7 @@ TEST_F(CommandLineTest, SumsNoSizesToLessThanOneOfThem) {
     EXPECT_THAT(run({"history"}).out, testing::HasSubstr("2 items, " + sum));
 }
 
-TEST_F(CommandLineTest, FinishesAnUndoThatNobodyReads) {
+TEST_F(ToolUsageTest, FinishesAnUndoThatNobodyReads) {
     // More than what the library holds back before it writes.
     std::vector<std::string> arguments{"clean", "--yes"};
     for (int i = 0; i < 25; ++i) {

@@ -34,7 +34,7 @@ const std::vector<std::string>& oddNames() {
     return names;
 }
 
-class BadInputTest : public Testing::WindowTest {
+class ContentViewInputTest : public Testing::WindowTest {
 protected:
     /// A folder that was never on any disk.
     static std::shared_ptr<FileNode> folderOf(const int count, const std::int64_t size) {
@@ -62,7 +62,7 @@ protected:
     void expectSane() { expectLaidOut(Elision::ofAll); }
 };
 
-TEST_F(BadInputTest, TheAnalyzerTakesAnyNumberOfAnyNames) {
+TEST_F(ContentViewInputTest, TheAnalyzerTakesAnyNumberOfAnyNames) {
     open(Section::Analyzer);
     for (const int count : {0, 1, 100'000}) {
         SCOPED_TRACE(count);
@@ -91,7 +91,7 @@ TEST_F(BadInputTest, TheAnalyzerTakesAnyNumberOfAnyNames) {
     expectSane();
 }
 
-TEST_F(BadInputTest, TheListsTakeAnyNames) {
+TEST_F(ContentViewInputTest, TheListsTakeAnyNames) {
     for (const std::string& name : oddNames()) {
         write("tree/" + name, std::string(1'200'000, 'x'));
     }
@@ -117,7 +117,7 @@ TEST_F(BadInputTest, TheListsTakeAnyNames) {
     expectSane();
 }
 
-TEST_F(BadInputTest, HistoryTakesAHundredThousandItems) {
+TEST_F(ContentViewInputTest, HistoryTakesAHundredThousandItems) {
     std::string text = "[";
     const Uuid batch = Uuid::random();
     for (int i = 0; i < 100'000; ++i) {
@@ -141,7 +141,7 @@ TEST_F(BadInputTest, HistoryTakesAHundredThousandItems) {
     expectSane();
 }
 
-TEST_F(BadInputTest, ALongBannerScrollsAndLeavesTheScreenItsPlace) {
+TEST_F(ContentViewInputTest, ALongBannerScrollsAndLeavesTheScreenItsPlace) {
     open();
     model().setBanner(QString("A sentence that goes on and on. ").repeated(63));
     waitToSee("A sentence*");

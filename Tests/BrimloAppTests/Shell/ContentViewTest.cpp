@@ -21,7 +21,7 @@ using Testing::exists;
 
 constexpr auto kButton = QAccessible::Button;
 
-class MainWindowTest : public Testing::WindowTest {
+class ContentViewTest : public Testing::WindowTest {
 protected:
     /// Puts something into the Trash.
     void fillTrash() const {
@@ -42,7 +42,7 @@ const char* const kTitles[] = {
     "History",
     "Settings"};
 
-TEST_F(MainWindowTest, OpensEachSectionByItsKeysItsRowAndTheMenu) {
+TEST_F(ContentViewTest, OpensEachSectionByItsKeysItsRowAndTheMenu) {
     open();
     int place = 0;
     for (const char* const title : kTitles) {
@@ -71,7 +71,7 @@ TEST_F(MainWindowTest, OpensEachSectionByItsKeysItsRowAndTheMenu) {
     finish();
 }
 
-TEST_F(MainWindowTest, RescansWhatIsShownByKeysAndMenu) {
+TEST_F(ContentViewTest, RescansWhatIsShownByKeysAndMenu) {
     model().analyzer()->setScanRoot(makeFolder("tree"));
     open();
     struct Case {
@@ -118,7 +118,7 @@ TEST_F(MainWindowTest, RescansWhatIsShownByKeysAndMenu) {
     await([&] { return !window().isVisible(); }, "the effect");
 }
 
-TEST_F(MainWindowTest, ShowsWorkAndMessagesAboveTheScreen) {
+TEST_F(ContentViewTest, ShowsWorkAndMessagesAboveTheScreen) {
     open();
     EXPECT_FALSE(sees("Dismiss"));
     model().setBanner("Something happened.");
@@ -141,7 +141,7 @@ TEST_F(MainWindowTest, ShowsWorkAndMessagesAboveTheScreen) {
     waitToSee(model().banner());
 }
 
-TEST_F(MainWindowTest, ShowsTheTrashOnlyWhenThereIsSomethingInIt) {
+TEST_F(ContentViewTest, ShowsTheTrashOnlyWhenThereIsSomethingInIt) {
     open();
     EXPECT_FALSE(sees("Empty Trash"));
     fillTrash();
@@ -157,7 +157,7 @@ TEST_F(MainWindowTest, ShowsTheTrashOnlyWhenThereIsSomethingInIt) {
     EXPECT_FALSE(sees("Empty Trash"));
 }
 
-TEST_F(MainWindowTest, SpeaksOfAccessOnlyWhereItIsMissing) {
+TEST_F(ContentViewTest, SpeaksOfAccessOnlyWhereItIsMissing) {
     open();
     const char* const line =
         "Full Disk Access is off, so protected caches (Safari, Mail, Photos) are invisible to "
@@ -167,7 +167,7 @@ TEST_F(MainWindowTest, SpeaksOfAccessOnlyWhereItIsMissing) {
         find(kButton, "Open System Settings") != nullptr, !model().machine()->hasFullDiskAccess());
 }
 
-TEST_F(MainWindowTest, LeadsFromTheOverviewToWhatCanGo) {
+TEST_F(ContentViewTest, LeadsFromTheOverviewToWhatCanGo) {
     write(".config/keep");
     open();
     const std::vector<const char*> buttons{
@@ -194,7 +194,7 @@ TEST_F(MainWindowTest, LeadsFromTheOverviewToWhatCanGo) {
     EXPECT_FALSE(model().analyzer()->isScanning()) << "there is a tree already";
 }
 
-TEST_F(MainWindowTest, AsksOnceAboutTheCommandLineTool) {
+TEST_F(ContentViewTest, AsksOnceAboutTheCommandLineTool) {
     struct Case {
         const char* answer;
         bool installs;
@@ -223,7 +223,7 @@ TEST_F(MainWindowTest, AsksOnceAboutTheCommandLineTool) {
     }
 }
 
-TEST_F(MainWindowTest, KeepsEverythingInItsPlaceAndReadable) {
+TEST_F(ContentViewTest, KeepsEverythingInItsPlaceAndReadable) {
     fillTrash();
     model().analyzer()->setScanRoot("/usr");
     open();

@@ -58,7 +58,7 @@ private:
 };
 
 /// Nothing that the user starts keeps the main thread for longer than a frame can bear.
-class ResponsivenessTest : public Testing::ModelTest {
+class AppModelResponsivenessTest : public Testing::ModelTest {
 protected:
     /// What `operation` costs the main thread at least, in milliseconds: a busy machine only makes
     /// it dearer, so that one try of three within the limit tells what the code does. `takeBack`
@@ -90,7 +90,7 @@ protected:
     static constexpr double kMostMilliseconds = 8;
 };
 
-TEST_F(ResponsivenessTest, StaysWithinAFrameDuringEveryLongOperation) {
+TEST_F(AppModelResponsivenessTest, StaysWithinAFrameDuringEveryLongOperation) {
     for (int folder = 0; folder < 100; ++folder) {
         const std::string path = makeFolder("tree/" + std::to_string(folder));
         for (int file = 0; file < 200; ++file) {
@@ -128,7 +128,7 @@ TEST_F(ResponsivenessTest, StaysWithinAFrameDuringEveryLongOperation) {
 }
 
 /// However busy the main thread is, progress never queues up behind it.
-TEST_F(ResponsivenessTest, HearsOfTheNewestItemOnly) {
+TEST_F(AppModelResponsivenessTest, HearsOfTheNewestItemOnly) {
     std::vector<CleanItem> items;
     for (int i = 0; i < 50; ++i) {
         items.push_back({.path = write("caches/" + std::to_string(i)), .ruleID = {}, .risk = {}});
@@ -142,7 +142,7 @@ TEST_F(ResponsivenessTest, HearsOfTheNewestItemOnly) {
 }
 
 /// What the watch can't see: a wait costs no processor time.
-TEST_F(ResponsivenessTest, NeverWaitsForAnotherProcessThatHoldsTheJournal) {
+TEST_F(AppModelResponsivenessTest, NeverWaitsForAnotherProcessThatHoldsTheJournal) {
     const std::string file = write("data");
     makeFolder("Library/Application Support/Brimlo");
     const Platform::Descriptor lock{

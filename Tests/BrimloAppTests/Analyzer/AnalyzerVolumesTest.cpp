@@ -14,9 +14,9 @@ namespace Brimlo {
 namespace {
 
 using testing::SizeIs;
-using AnalysisVolumesTest = Testing::ModelTest;
+using AnalyzerVolumesTest = Testing::ModelTest;
 
-TEST_F(AnalysisVolumesTest, CountsWhatItCouldNotReadAndWhatItLeftOut) {
+TEST_F(AnalyzerVolumesTest, CountsWhatItCouldNotReadAndWhatItLeftOut) {
     constexpr uid_t kNobody = 65'534;
     write("tree/file", "");
     const std::string closed = makeFolder("tree/closed");

@@ -1,4 +1,3 @@
-#include "BrimloApp/Review/Cleanup.h"
 #include "BrimloApp/Settings/Settings.h"
 #include "BrimloAppTests/Support/WindowTest.h"
 #include "BrimloCore/Platform/Privacy.h"
@@ -12,64 +11,20 @@
 namespace Brimlo {
 namespace {
 
-using testing::ElementsAre;
 using Testing::exists;
 
 constexpr auto kTick = QAccessible::CheckBox;
-constexpr auto kRow = QAccessible::ListItem;
 constexpr QSize kTall{1000, 1500};
 
-/// History and Settings.
-class SettingsScreensTest : public Testing::WindowTest {
+class SettingsViewTest : public Testing::WindowTest {
 protected:
-    void trash(const char* path) {
-        write(path);
-        model().cleanup()->run(CleanPlan{{{.path = at(path), .size = 7}}});
-        finish();
-        model().cleanup()->setShowResult(false);
-    }
     [[nodiscard]] bool isUsable(const QAccessible::Role role, const char* name) const {
         const QQuickItem* const found = find(role, name);
         return found != nullptr && found->isEnabled();
     }
 };
 
-TEST_F(SettingsScreensTest, HistoryListsWhatWentAndPutsItBack) {
-    open(Section::History);
-    EXPECT_TRUE(sees("Nothing removed yet."));
-    trash("docs/earlier");
-    trash("docs/one");
-    EXPECT_FALSE(sees("Nothing removed yet."));
-    tabTo(QAccessible::List, "Removed by Brimlo");
-    key(Qt::Key_Home);
-    key(Qt::Key_Right);
-    const auto entry = QString("~/docs/one, ");
-    EXPECT_TRUE(sees(entry + "In Trash · can Put Back, *"));
-    expectLaidOut();
-    expectReadable();
-    const QQuickItem& row = get(kRow, "one, *");
-    clickAt(row.mapToScene({row.width() - 50, row.height() / 2}));
-    finish();
-    EXPECT_TRUE(exists(at("docs/one")));
-    EXPECT_FALSE(exists(at("docs/earlier"))) << "of another cleanup";
-    EXPECT_TRUE(sees(entry + "Restored, *"));
-    press("Undo all");
-    finish();
-    EXPECT_TRUE(exists(at("docs/earlier")));
-    EXPECT_EQ(find(QAccessible::Button, "Undo all"), nullptr);
-
-    trash("docs/two");
-    click(kRow, "two, *");
-    press("Remove items Brimlo put in Trash");
-    finish();
-    EXPECT_FALSE(exists(at(".local/share/Trash/files/two")));
-    EXPECT_TRUE(sees("~/docs/two, Gone, *"));
-    EXPECT_EQ(find(QAccessible::Button, "Undo all"), nullptr);
-    click(kRow, "two, *");
-    EXPECT_FALSE(sees("~/docs/two, Gone, *"));
-}
-
-TEST_F(SettingsScreensTest, EverySettingTakesEffectAtOnce) {
+TEST_F(SettingsViewTest, EverySettingTakesEffectAtOnce) {
     open(Section::Settings, kTall);
     click(kTick, "Automatically clean regenerable items when disk space is low");
     EXPECT_TRUE(model().settings()->config().autoCleanEnabled);
@@ -143,7 +98,7 @@ TEST_F(SettingsScreensTest, EverySettingTakesEffectAtOnce) {
     EXPECT_FALSE(isChecked(kTick, "Let auto-clean act on custom rules, too")) << "not saved";
 }
 
-TEST_F(SettingsScreensTest, OffersWhatThisBuildCanDo) {
+TEST_F(SettingsViewTest, OffersWhatThisBuildCanDo) {
     const char* const missing = "Not available when running from a development build.";
     const char* const job = "Also run auto-clean when Brimlo is closed";
     open(Section::Settings, kTall);

@@ -9,16 +9,15 @@
 namespace Brimlo {
 namespace {
 
-using testing::ElementsAre;
 using Testing::exists;
 using testing::IsEmpty;
 
 constexpr auto kField = QAccessible::EditableText;
 constexpr auto kRow = QAccessible::ListItem;
 
-class RulesScreenTest : public Testing::WindowTest {
+class RulesViewTest : public Testing::WindowTest {
 protected:
-    RulesScreenTest() {
+    RulesViewTest() {
         write("caches/one/data", std::string(40'000, 'a'));
         write("caches/two/data", std::string(40'000, 'a'));
     }
@@ -41,7 +40,7 @@ protected:
     }
 };
 
-TEST_F(RulesScreenTest, WritesARuleWithALivePreviewByTheKeyboardAlone) {
+TEST_F(RulesViewTest, WritesARuleWithALivePreviewByTheKeyboardAlone) {
     open(Section::Rules);
     tabTo(QAccessible::Button, "New rule");
     key(Qt::Key_Return);
@@ -72,7 +71,7 @@ TEST_F(RulesScreenTest, WritesARuleWithALivePreviewByTheKeyboardAlone) {
     EXPECT_TRUE(sees("1 custom rule"));
 }
 
-TEST_F(RulesScreenTest, EditsAndDeletesTheUsersAndSwitchesAndCopiesTheOthers) {
+TEST_F(RulesViewTest, EditsAndDeletesTheUsersAndSwitchesAndCopiesTheOthers) {
     open(Section::Rules);
     const char* const invitation = "You haven't added any rules yet. *";
     EXPECT_TRUE(sees(invitation));
@@ -112,7 +111,7 @@ TEST_F(RulesScreenTest, EditsAndDeletesTheUsersAndSwitchesAndCopiesTheOthers) {
     EXPECT_TRUE(sees(invitation));
 }
 
-TEST_F(RulesScreenTest, ImportsAndExports) {
+TEST_F(RulesViewTest, ImportsAndExports) {
     open(Section::Rules);
     writeRule("Mine");
     press("Export");
@@ -125,7 +124,7 @@ TEST_F(RulesScreenTest, ImportsAndExports) {
     waitToSee(model().banner());
 }
 
-TEST_F(RulesScreenTest, SearchesAndSaysWhenNothingFits) {
+TEST_F(RulesViewTest, SearchesAndSaysWhenNothingFits) {
     open(Section::Rules);
     click(kField, "Search rules");
     type("zzz");
@@ -135,7 +134,7 @@ TEST_F(RulesScreenTest, SearchesAndSaysWhenNothingFits) {
     EXPECT_FALSE(sees("No Results for “zzz”"));
 }
 
-TEST_F(RulesScreenTest, KeepsTheEditorSaneWhenTheRuleGoesAway) {
+TEST_F(RulesViewTest, KeepsTheEditorSaneWhenTheRuleGoesAway) {
     open(Section::Rules);
     writeRule("Mine");
     press("Edit");
@@ -158,7 +157,7 @@ TEST_F(RulesScreenTest, KeepsTheEditorSaneWhenTheRuleGoesAway) {
     await([&] { return !sees("Edit rule"); }, "the end of the editor");
 }
 
-TEST_F(RulesScreenTest, TellsWhatFilesCouldNotBeUsed) {
+TEST_F(RulesViewTest, TellsWhatFilesCouldNotBeUsed) {
     for (int i = 0; i < 7; ++i) {
         const std::string name = UserRules::defaultDirectory() + '/' + std::to_string(i) + ".json";
         write(name.substr(home().size() + 1), "no JSON");

@@ -1,0 +1,62 @@
+#include "BrimloApp/LargeFiles/LargeFileSearch.h"
+
+#include "BrimloApp/Review/Cleanup.h"
+#include "BrimloAppTests/Support/ModelTest.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+namespace Brimlo {
+namespace {
+
+using testing::IsEmpty;
+using LargeFileSearchTest = Testing::ModelTest;
+using testing::SizeIs;
+
+TEST_F(LargeFileSearchTest, FindsLargeFilesAndTakesARowAwayWhenItsFileWent) {
+    const std::string file = write("large/film", "");
+    std::filesystem::resize_file(file, 0);
+    ASSERT_EQ(std::system(("fallocate -l 60000000 " + file).c_str()), 0);
+    model().largeFiles()->setRoot(at("large"));
+    model().largeFiles()->find();
+    finish();
+    ASSERT_THAT(model().largeFiles()->files(), SizeIs(1));
+    EXPECT_TRUE(model().largeFiles()->hasSearched());
+
+    const auto node = model().largeFiles()->files().front();
+    model().cleanup()->run(CleanPlan{{{.path = write("small")}}});
+    model().largeFiles()->trash(node);
+    finish();
+    EXPECT_THAT(model().largeFiles()->files(), SizeIs(1)) << "another cleanup was running";
+    EXPECT_EQ(model().banner(), "Could not start: another cleanup is still running.");
+    std::filesystem::rename(file, at("elsewhere"));
+    model().largeFiles()->trash(node);
+    finish();
+    EXPECT_THAT(model().cleanup()->lastReport()->failures, SizeIs(1));
+    EXPECT_THAT(model().largeFiles()->files(), SizeIs(1));
+    std::filesystem::rename(at("elsewhere"), file);
+    model().largeFiles()->trash(node);
+    finish();
+    EXPECT_THAT(model().largeFiles()->files(), IsEmpty());
+
+    model().largeFiles()->setRoot(at("large"));
+    write("large/film", std::string(60'000'000, 'x'));
+    model().largeFiles()->find();
+    finish();
+    ASSERT_THAT(model().largeFiles()->files(), SizeIs(1));
+    const Testing::Arrivals searches;
+    {
+        const Testing::HeldWork held;
+        model().largeFiles()->find();
+        EXPECT_THAT(model().largeFiles()->files(), IsEmpty()) << "of the search before";
+        model().largeFiles()->find();
+        model().largeFiles()->cancel();
+    }
+    finish();
+    EXPECT_EQ(searches.count(), 1) << "never two at once";
+    EXPECT_FALSE(model().largeFiles()->isSearching());
+}
+
+}  // namespace
+}  // namespace Brimlo
