@@ -1,7 +1,7 @@
 #include "brimlo/Console.h"
 
 #include "BrimloCore/Cleaner/CleanPlan.h"
-#include "BrimloCore/Docker/DockerObject.h"
+#include "BrimloCore/Docker/DockerSnapshot.h"
 #include "BrimloCore/Platform/Fmt.h"
 #include "BrimloCore/Support/Text.h"
 #include "BrimloCore/UserRules/UserRules.h"

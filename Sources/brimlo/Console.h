@@ -1,6 +1,6 @@
 #pragma once
 
-#include "BrimloCore/Cleaner/ItemProblem.h"
+#include "BrimloCore/Cleaner/CleanReport.h"
 #include "BrimloCore/Models/CleanupRule.h"
 
 #include <cstddef>

@@ -1,5 +1,5 @@
 #include "BrimloCore/Cleaner/Cleaner.h"
-#include "BrimloCore/Journal/HistoryBatch.h"
+#include "BrimloCore/Journal/JournalEntry.h"
 #include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Platform/Fmt.h"
 #include "BrimloCore/Support/StoragePaths.h"

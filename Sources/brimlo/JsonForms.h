@@ -3,8 +3,6 @@
 #include "BrimloCore/Cleaner/CleanPlan.h"
 #include "BrimloCore/Cleaner/CleanReport.h"
 #include "BrimloCore/Cleaner/DuplicateFinder.h"
-#include "BrimloCore/Cleaner/TrashReport.h"
-#include "BrimloCore/Cleaner/UndoReport.h"
 #include "BrimloCore/DiskScanner/FileNode.h"
 #include "BrimloCore/DiskScanner/UnreadableFolders.h"
 #include "BrimloCore/Docker/DockerSnapshot.h"

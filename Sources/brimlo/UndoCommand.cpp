@@ -1,5 +1,5 @@
 #include "BrimloCore/Cleaner/Cleaner.h"
-#include "BrimloCore/Journal/HistoryBatch.h"
+#include "BrimloCore/Journal/JournalEntry.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
 #include "brimlo/Console.h"

@@ -19,7 +19,7 @@ TOP = pathlib.Path(__file__).resolve().parent.parent.parent
 # What starts a program or a shell, and the files that may, so many times each.
 WAYS = {
     r"(?<![\w.:>])(?:std)?(?:::)?(?:system|popen|v?fork|exec[lv]p?e?|execvpe|wordexp)\s*\((?!\))": {},
-    r"\bposix_spawnp?\s*\(": {"BrimloCore/Shell/ChildProcess.cpp": 1},
+    r"\bposix_spawnp?\s*\(": {"BrimloCore/Shell/Shell.cpp": 1},
     r"\bQProcess\b|\bstartDetached\b": {},
     r'"(?:/usr)?/bin/(?:ba|da)?sh"|\b(?:ba|da)?sh -c\b': {
         "BrimloCore/Platform/Linux/PeriodicJob.cpp": 1,

@@ -1,5 +1,6 @@
 #include "BrimloCore/DisabledRules/DisabledRules.h"
 #include "BrimloCore/Docker/DockerClient.h"
+#include "BrimloCore/Docker/DockerParsing.h"
 #include "BrimloCore/Journal/Journal.h"
 #include "BrimloCore/Platform/Linux/DesktopEntry.h"
 #include "BrimloCore/Platform/Linux/TrashInfo.h"
@@ -126,7 +127,7 @@ void disabledRules(const std::string& bytes) {
 
 void dockerObjects(const std::string& bytes) {
     const auto objects =
-        DockerClient::parseObjects(bytes, [](const std::string& path) { return path.size() > 3; });
+        DockerParsing::parseObjects(bytes, [](const std::string& path) { return path.size() > 3; });
     if (objects) {
         DockerSnapshot snapshot;
         snapshot.objects = *objects;
@@ -136,9 +137,10 @@ void dockerObjects(const std::string& bytes) {
 }
 
 void dockerSizes(const std::string& bytes) {
-    static_cast<void>(DockerClient::parseSize(bytes));
-    static_cast<void>(DockerClient::parseSummary(bytes));
-    static_cast<void>(DockerClient::parseSummary(R"({"Type":"Images","Size":")" + bytes + R"("})"));
+    static_cast<void>(DockerParsing::parseSize(bytes));
+    static_cast<void>(DockerParsing::parseSummary(bytes));
+    static_cast<void>(
+        DockerParsing::parseSummary(R"({"Type":"Images","Size":")" + bytes + R"("})"));
 }
 
 void job(const std::string& bytes) {

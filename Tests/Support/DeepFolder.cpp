@@ -1,6 +1,5 @@
 #include "Support/DeepFolder.h"
 
-#include <filesystem>
 #include <utility>
 
 #include <fcntl.h>
@@ -10,12 +9,13 @@
 namespace Brimlo::Testing {
 
 DeepFolder::DeepFolder(std::string path, int depth)
-    : path_{std::move(path)} {
+    : path_{std::move(path)}
+    , depth_{depth} {
     int folder = open(path_.c_str(), O_RDONLY | O_DIRECTORY);
     for (int level = 0; level < depth; ++level) {
-        mkdirat(folder, "d", 0755);
+        mkdirat(folder, kName, 0755);
         mkdirat(folder, "side", 0755);
-        const int next = openat(folder, "d", O_RDONLY | O_DIRECTORY);
+        const int next = openat(folder, kName, O_RDONLY | O_DIRECTORY);
         close(folder);
         folder = next;
     }
@@ -28,14 +28,24 @@ DeepFolder::DeepFolder(std::string path, int depth)
     close(folder);
 }
 
-// Takes level after level off the top, as no path reaches the bottom.
+// From the bottom up, relative to open folders, because no path reaches the bottom.
 DeepFolder::~DeepFolder() {
-    const std::string next = path_ + ".next";
-    std::error_code ignored;
-    while (rename((path_ + "/d").c_str(), next.c_str()) == 0) {
-        std::filesystem::remove_all(path_, ignored);
-        std::filesystem::rename(next, path_, ignored);
+    int folder = open(path_.c_str(), O_RDONLY | O_DIRECTORY);
+    for (int next = folder; next >= 0; next = openat(folder, kName, O_RDONLY | O_DIRECTORY)) {
+        if (next != folder) {
+            close(folder);
+            folder = next;
+        }
     }
+    unlinkat(folder, "file", 0);
+    for (int level = 0; level < depth_; ++level) {
+        const int above = openat(folder, "..", O_RDONLY | O_DIRECTORY);
+        close(folder);
+        folder = above;
+        unlinkat(folder, kName, AT_REMOVEDIR);
+        unlinkat(folder, "side", AT_REMOVEDIR);
+    }
+    close(folder);
 }
 
 }  // namespace Brimlo::Testing

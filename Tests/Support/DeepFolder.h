@@ -5,11 +5,16 @@
 
 namespace Brimlo::Testing {
 
-/// Makes a folder of more depth than a path can name, with a file at its bottom and two folders,
-/// "d" and the empty "side", at every level; removes it again.
+/// Makes a folder so deep that the path of its bottom is too long for the system, with a file at
+/// the bottom and two folders, `kName` and the empty "side", at every level; removes it again.
 class DeepFolder {
 public:
-    DeepFolder(std::string path, int depth);
+    /// Long, so that few levels make a long path.
+    static constexpr const char* kName = "a-folder-whose-name-is-forty-letters-long";
+    /// The path is four times as long as the system allows.
+    static constexpr int kDepth = 400;
+
+    explicit DeepFolder(std::string path, int depth = kDepth);
     ~DeepFolder();
 
     DeepFolder(const DeepFolder&) = delete;
@@ -22,6 +27,7 @@ public:
 
 private:
     std::string path_;
+    int depth_ = 0;
     std::int64_t blocks_ = 0;
 };
 

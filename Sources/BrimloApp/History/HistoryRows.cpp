@@ -3,7 +3,7 @@
 #include "BrimloApp/History/History.h"
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloCore/Cleaner/CleanPlan.h"
-#include "BrimloCore/Docker/DockerObject.h"
+#include "BrimloCore/Docker/DockerSnapshot.h"
 #include "BrimloCore/UserRules/UserRules.h"
 
 #include <QtCore/QDateTime>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "BrimloApp/Shell/Rows.h"
-#include "BrimloCore/Journal/HistoryBatch.h"
+#include "BrimloCore/Journal/JournalEntry.h"
 #include "BrimloCore/Support/Uuid.h"
 
 #include <QtQml/qqmlregistration.h>

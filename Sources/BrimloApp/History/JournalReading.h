@@ -1,7 +1,7 @@
 #pragma once
 
 #include "BrimloCore/Cleaner/Cleaner.h"
-#include "BrimloCore/Journal/HistoryBatch.h"
+#include "BrimloCore/Journal/JournalEntry.h"
 
 #include <cstdint>
 #include <string>

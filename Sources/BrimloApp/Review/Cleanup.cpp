@@ -7,7 +7,7 @@
 #include "BrimloApp/Shell/Assign.h"
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloApp/SmartClean/SmartClean.h"
-#include "BrimloCore/Docker/DockerObject.h"
+#include "BrimloCore/Docker/DockerSnapshot.h"
 
 #include <memory>
 #include <mutex>

@@ -4,7 +4,7 @@
 #include "BrimloApp/Shell/RunInBackground.h"
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloApp/SmartClean/SmartClean.h"
-#include "BrimloCore/Docker/DockerObject.h"
+#include "BrimloCore/Docker/DockerSnapshot.h"
 
 #include <algorithm>
 #include <string_view>

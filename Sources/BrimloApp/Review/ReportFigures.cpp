@@ -3,7 +3,7 @@
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloCore/Cleaner/CleanPlan.h"
 #include "BrimloCore/Cleaner/CleanReport.h"
-#include "BrimloCore/Docker/DockerObject.h"
+#include "BrimloCore/Docker/DockerSnapshot.h"
 
 namespace Brimlo {
 

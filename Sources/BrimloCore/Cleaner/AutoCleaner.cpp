@@ -14,7 +14,7 @@ constexpr const char* kIsOff =
     "Auto-clean is off. Turn it on in Settings (or `config auto-clean-enabled true`), or pass "
     "--force for a one-off run.";
 
-bool mayTake(const Suggestion& suggestion, const AppConfig& config) {
+bool mayClean(const Suggestion& suggestion, const AppConfig& config) {
     return suggestion.risk != Risk::review && suggestion.runningApps.empty() &&
            (config.autoCleanIncludesCustomRules || !suggestion.isUsersOwn);
 }
@@ -33,7 +33,7 @@ AutoCleanOutcome run(const AppConfig& config, Cleaner& cleaner, bool dryRun, boo
         outcome.isBlocked = true;
         return outcome;
     }
-    // Before the look at the free space: what was promised to go after some days goes anyway.
+    // Even when there is enough free space: the retention is a promise.
     outcome.purge = cleaner.purgeOwnTrash(config.trashRetentionDays, dryRun);
     if (!force) {
         outcome.skippedReason = reasonToWait(config, VolumeInfo::ofHome());
@@ -65,7 +65,7 @@ std::optional<std::string> reasonToWait(
 CleanPlan selection(const AppConfig& config, const std::vector<Suggestion>& suggestions) {
     return CleanPlan::of(
         suggestions, [&](const Suggestion& suggestion, const SuggestionItem& item) {
-            return mayTake(suggestion, config) && suggestion.preselectedPaths.contains(item.path);
+            return mayClean(suggestion, config) && suggestion.preselectedPaths.contains(item.path);
         });
 }
 

@@ -15,7 +15,7 @@ namespace Brimlo {
 /// The result of an unattended clean, or of its dry run.
 struct AutoCleanOutcome {
     std::optional<std::string> skippedReason;  ///< Why nothing was cleaned; a sentence.
-    std::vector<CleanItem> planned;            ///< What the clean took on; empty when skipped.
+    std::vector<CleanItem> planned;            ///< The items of its plan; empty when skipped.
     std::optional<CleanReport> report;         ///< Absent when skipped.
     TrashReport purge;       ///< Own items that were in the Trash for longer than the retention.
     bool isBlocked = false;  ///< Whether it was skipped because something is wrong.
@@ -26,16 +26,16 @@ struct AutoCleanOutcome {
     [[nodiscard]] std::string sentence(bool dryRun) const;
 };
 
-/// The clean that nobody reviews. It takes less than any other for that: only what is preselected,
-/// rated safe or rebuild, and not owned by a running app, and the user's own rules only where the
-/// settings allow it. What it takes passes the safety gate and can be undone.
+/// The unattended clean. It cleans less than a reviewed one: only items that are preselected, rated
+/// safe or rebuild, and not owned by a running app, and items of the user's own rules only if the
+/// settings allow it. Its items pass the safety gate and can be undone.
 namespace AutoCleaner {
 
 /// Purges the Trash of what is older than the retention, then cleans if free space is short.
 ///
-/// Without a writable journal it does neither: nobody would notice what went unrecorded. `force`
-/// runs it even when the settings have it off, and whatever the free space; it takes no more for
-/// that. A dry run removes nothing. Blocks.
+/// Without a writable journal it does neither, because no person would see the unrecorded items.
+/// `force` runs it even when it is off in the settings or there is enough free space, with the same
+/// selection. A dry run removes nothing. Blocks.
 [[nodiscard]] AutoCleanOutcome run(
     const AppConfig& config, Cleaner& cleaner, bool dryRun, bool force);
 
@@ -44,7 +44,7 @@ namespace AutoCleaner {
 [[nodiscard]] std::optional<std::string> reasonToWait(
     const AppConfig& config, const std::optional<VolumeInfo::Snapshot>& volume);
 
-/// The part of the suggestions that an unattended clean may take.
+/// The items of the suggestions that an unattended clean may dispose of.
 [[nodiscard]] CleanPlan selection(
     const AppConfig& config, const std::vector<Suggestion>& suggestions);
 

@@ -21,7 +21,7 @@ struct Keyed {
     const CleanItem* item;
 };
 
-/// Whether one of the folders above `key` is kept. The root is never looked up.
+/// Whether a folder above `key`, the root excepted, is kept.
 bool hasKeptAncestor(std::string_view key, const std::unordered_set<std::string_view>& kept) {
     for (std::size_t slash = key.rfind('/'); slash != std::string_view::npos && slash > 0;
          slash = key.rfind('/')) {
@@ -45,7 +45,7 @@ CleanPlan::CleanPlan(const std::vector<CleanItem>& items) {
             keyed.push_back({std::move(key), length, &item});
         }
     }
-    // A folder's key is shorter than that of anything in it, so it is met first.
+    // A folder's key is shorter than the keys of its contents, so the folder comes first.
     std::ranges::stable_sort(keyed, {}, &Keyed::length);
     std::unordered_set<std::string_view> kept;
     for (const Keyed& entry : keyed) {
@@ -80,7 +80,7 @@ CleanPlan CleanPlan::at(const std::vector<std::string>& paths, std::vector<Clean
             measured.push_back(std::move(verdict.canonical));
             continue;
         }
-        // A spelling that means something else than its text must not lose that by being tidied.
+        // A path that the system reads differently than its canonical text stays as it is.
         const bool isAmbiguous =
             !verdict.identity && Platform::FileIdentity::of(verdict.canonical).has_value();
         items.push_back({.path = isAmbiguous ? path : verdict.canonical});

@@ -24,6 +24,9 @@ struct CleanItem {
     bool operator==(const CleanItem&) const = default;
 };
 
+/// How items are disposed of: there is one way, and none deletes files for good.
+enum class DisposalMode { trash };
+
 /// The items of a clean: no path twice, and no item inside another.
 class CleanPlan {
 public:

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "BrimloCore/Cleaner/ItemProblem.h"
 #include "BrimloCore/Support/Uuid.h"
 
 #include <cstdint>
@@ -9,6 +8,17 @@
 #include <vector>
 
 namespace Brimlo {
+
+/// One item of an operation, and why it failed.
+struct ItemProblem {
+    std::string path;    ///< As the caller spelled it.
+    std::string reason;  ///< Without a period at its end.
+
+    bool operator==(const ItemProblem&) const = default;
+
+    /// "path: reason".
+    [[nodiscard]] std::string text() const { return path + ": " + reason; }
+};
 
 /// The result of a clean, or of its dry run.
 struct CleanReport {
@@ -38,6 +48,36 @@ struct CleanReport {
     [[nodiscard]] bool hasProblems() const {
         return !failures.empty() || !refused.empty() || !unrecorded.empty();
     }
+};
+
+/// The result of deleting from the Trash for good, or of its dry run.
+struct TrashReport {
+    std::int64_t bytes = 0;             ///< Bytes of the items deleted.
+    std::int64_t removed = 0;           ///< Items that are gone.
+    std::vector<ItemProblem> failures;  ///< Items still there, by their path in the Trash.
+
+    bool operator==(const TrashReport&) const = default;
+
+    /// The result of a purge: "Permanently removed 5 MB that Brimlo had moved to Trash.", followed
+    /// by how many items are left and why.
+    [[nodiscard]] std::string purgedSentence(bool dryRun) const;
+
+    /// The result of emptying: "Emptied Trash: freed 5 MB.", or why something is left.
+    [[nodiscard]] std::string emptiedSentence() const;
+};
+
+/// The result of restoring items.
+struct UndoReport {
+    std::vector<std::string> restored;    ///< The paths of the restored items, newest first.
+    std::vector<ItemProblem> failures;    ///< Items that were not restored.
+    std::vector<ItemProblem> unrecorded;  ///< Restored items not marked so in the journal.
+
+    bool operator==(const UndoReport&) const = default;
+
+    [[nodiscard]] bool hasProblems() const { return !failures.empty() || !unrecorded.empty(); }
+
+    /// "Restored 2 item(s).", followed by the first problem, if any.
+    [[nodiscard]] std::string sentence() const;
 };
 
 }  // namespace Brimlo

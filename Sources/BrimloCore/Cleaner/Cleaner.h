@@ -2,9 +2,6 @@
 
 #include "BrimloCore/Cleaner/CleanPlan.h"
 #include "BrimloCore/Cleaner/CleanReport.h"
-#include "BrimloCore/Cleaner/DisposalMode.h"
-#include "BrimloCore/Cleaner/TrashReport.h"
-#include "BrimloCore/Cleaner/UndoReport.h"
 #include "BrimloCore/Docker/DockerClient.h"
 #include "BrimloCore/Gate/Safety.h"
 #include "BrimloCore/Journal/Journal.h"
@@ -20,7 +17,8 @@
 
 namespace Brimlo {
 
-/// The one place where a user's file leaves its location, and the ways back and out.
+/// Moves items to the Trash, restores them, and deletes them from the Trash: the only code that
+/// moves a user's file away.
 ///
 /// Each call blocks and does its work on the calling thread. Any number of runs may be made with
 /// one object, from any thread.
@@ -34,8 +32,8 @@ public:
         std::shared_ptr<Journal> journal,
         DockerClient::Places docker = DockerClient::usualPlaces());
 
-    /// What to do with an item that the journal can't record, for a reason other than a full disk:
-    /// with a person watching it may go all the same, and the report names it.
+    /// What to do with an item that the journal can't record, for a reason other than a full disk.
+    /// When a person reads the report, which names the item, it may go all the same.
     enum class Unrecorded { goes, stays };
 
     /// Carries a plan out, item by item in order: asks the safety gate again, moves the item to the

@@ -35,7 +35,7 @@ bool isAt(int folder, const std::string& name, const FileVersion& file) {
     return found && found->holdsTheBytesOf(file);
 }
 
-/// An extra on its way to be replaced.
+/// The replacement of one extra.
 class Replacement {
 public:
     Replacement(const std::string& path, std::array<FileReader, 2>& readers)
@@ -47,7 +47,7 @@ public:
         , extra_{FileReader::open(folder_.number(), name_)}
         , version_{FileVersion::of(extra_.number())} {}
 
-    /// Lets the extra share the bytes of `original`, and adds them to `sharedBytes`.
+    /// Replaces the extra with a clone of `original`, and adds its bytes to `sharedBytes`.
     std::optional<Reason> by(const Descriptor& original, std::int64_t& sharedBytes) {
         if (!original || !version_) {
             return "is no longer equal";
@@ -66,13 +66,13 @@ public:
         if (!clone) {
             return "clonefile failed: " + clone.error().description;
         }
-        const auto reason = takePlace(*clone);
+        const auto reason = replaceExtra(*clone);
         sharedBytes = Bytes::sum(sharedBytes, reason ? 0 : version_->length);
         return reason;
     }
 
 private:
-    std::optional<Reason> takePlace(const Descriptor& clone) {
+    std::optional<Reason> replaceExtra(const Descriptor& clone) {
         if (!holdsTheSame(clone)) {
             remove();
             return "is no longer equal";
@@ -92,7 +92,7 @@ private:
             remove();
             return std::nullopt;
         }
-        // Something else came out, or somebody waits to write to the extra.
+        // The exchanged file is not the compared one, or a program is waiting to write to it.
         if (exchange() && isAt(folder_.number(), temporary_, *made)) {
             remove();
             return kIsChanged;
@@ -100,7 +100,7 @@ private:
         return std::string{kIsChanged} + "; a second version of it is " + temporary_;
     }
 
-    /// Whether both files can be read to their ends and hold the same bytes.
+    /// Whether both files are readable to their ends and have the same content.
     [[nodiscard]] bool holdsTheSame(const Descriptor& clone) {
         for (std::int64_t offset = 0; !readers_[0].isCancelled();
              offset += FileReader::kChunkBytes) {
@@ -117,7 +117,7 @@ private:
         return false;
     }
 
-    /// Whether the extra is as it was before it was compared.
+    /// Whether the extra is unchanged since before the comparison.
     [[nodiscard]] bool isUntouched() const {
         return FileVersion::of(extra_.number()) == version_ &&
                Platform::isUndisturbed(extra_.number());
@@ -137,7 +137,7 @@ private:
     std::optional<FileVersion> version_;  ///< Of the extra, before it was compared.
 };
 
-/// Which file of a group stays: the first that is still there.
+/// The file of a group to keep: the first that still exists.
 const std::string& kept(const DuplicateGroup& group) {
     const auto isThere = [](const std::string& path) {
         return Platform::FileIdentity::of(path).has_value();

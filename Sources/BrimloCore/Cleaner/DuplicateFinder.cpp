@@ -19,9 +19,9 @@
 #include <unordered_set>
 #include <utility>
 
-// Four stages, each on what the one before it left: files by length, without further names of a
-// file already met, by a digest of beginning and end, and by a digest of all bytes. So that of
-// most files nothing is read, and of most others 128 KiB.
+// Four stages, each on the result of the one before: group files by length, drop further names of a
+// file already met, compare a digest of beginning and end, compare a digest of all bytes. Most
+// files are never read, and most others only 128 KiB of them.
 
 namespace Brimlo {
 
@@ -41,8 +41,8 @@ struct File {
 using FilesBySize = std::map<std::int64_t, std::vector<File>>;
 using Paths = std::vector<std::string>;
 
-/// Tells which folders stage 1 keeps out of. Those of a Trash: were its items found, the copy that
-/// is kept could be the one that the next emptying deletes.
+/// The folders that stage 1 does not enter. A Trash is one of them: otherwise the copy that is kept
+/// could be the one that is deleted when the Trash is emptied.
 class Outside {
 public:
     [[nodiscard]] bool contains(int folder, const char* entry) const {
@@ -112,8 +112,8 @@ std::optional<FilesBySize> filesBySize(
     return files;
 }
 
-/// Stage 2: the paths, of each file that under which it was met first, and of clones the one met
-/// first. Clones lie on one volume, so that the same extents on another one are no clone.
+/// Stage 2: one path for each file, and one for files that are clones of each other: the first met.
+/// Clones are on one volume; equal extents on different volumes are a coincidence.
 Paths firstNames(std::vector<File>& files, const FileReader& reader) {
     std::unordered_set<Platform::FileIdentity> seen;
     std::set<std::pair<std::uint64_t, std::vector<Platform::Extent>>> seenExtents;
@@ -130,8 +130,7 @@ Paths firstNames(std::vector<File>& files, const FileReader& reader) {
     return paths;
 }
 
-/// The paths of which `digestOf` says the same, in their order; without those that nothing else
-/// agrees with, or of which it says nothing.
+/// The paths grouped by their digest, in order, without those that have no digest or a unique one.
 std::map<Sha256::Digest, Paths> grouped(const Paths& paths, const auto& digestOf) {
     std::map<Sha256::Digest, Paths> groups;
     for (const std::string& path : paths) {
@@ -143,7 +142,7 @@ std::map<Sha256::Digest, Paths> grouped(const Paths& paths, const auto& digestOf
     return groups;
 }
 
-/// Stages 3 and 4: adds the groups of equal files among those that seem to have this length.
+/// Stages 3 and 4: adds the groups of equal files among those of this length.
 void addGroups(
     const Paths& sameSize,
     std::int64_t size,
@@ -162,7 +161,7 @@ void addGroups(
             if (progress) {
                 progress(path);
             }
-            // What is so short was read to its end already.
+            // Stage 3 has read short files completely.
             return size < FileReader::kEdgeBytes ? group.first : reader.digest(path, size);
         };
         for (auto& [digest, equal] : grouped(group.second, digestOf)) {

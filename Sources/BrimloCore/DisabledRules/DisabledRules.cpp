@@ -20,7 +20,7 @@ std::string filePath() {
     return StoragePaths::support() + "/disabled-rules.json";
 }
 
-/// None when the text makes no sense.
+/// No ids when the text is not a JSON array of strings.
 std::set<std::string> decode(std::string_view text) {
     const auto document = Json::parse(text);
     const Json::Array* elements = document ? document->if_array() : nullptr;
@@ -36,7 +36,7 @@ std::set<std::string> decode(std::string_view text) {
     return ids;
 }
 
-/// Fails only when a file is there that can't be read.
+/// Fails only when the file exists and can't be read.
 std::expected<std::set<std::string>, Error> read() {
     const auto text = readFile(filePath(), kLongestFile, Owner::trusted);
     if (!text && text.error().code != ENOENT && text.error().code != EFBIG) {
@@ -67,7 +67,8 @@ bool isDisabled(const std::string& id) {
 
 std::expected<std::set<std::string>, Error> set(const std::string& id, bool disabled) {
     if (!Text::isValid(id)) {
-        return failure(Error::fromSystem(EILSEQ));  // The file would be unreadable with it.
+        return failure(
+            Error::fromSystem(EILSEQ));  // One invalid id would make the file unreadable.
     }
     const FileLock held{filePath()};
     auto ids = read();

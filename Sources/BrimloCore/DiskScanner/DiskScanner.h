@@ -1,9 +1,8 @@
 #pragma once
 
 #include "BrimloCore/DiskScanner/FileNode.h"
-#include "BrimloCore/DiskScanner/LinkedFiles.h"
+#include "BrimloCore/DiskScanner/FolderPlace.h"
 #include "BrimloCore/DiskScanner/ScanControl.h"
-#include "BrimloCore/DiskScanner/ScanOptions.h"
 
 #include <cstdint>
 #include <memory>
@@ -11,6 +10,16 @@
 #include <string>
 
 namespace Brimlo {
+
+/// The trade-off between detail and memory in a scan.
+struct ScanOptions {
+    std::int64_t keepThreshold = 1'048'576;  ///< Smaller children may be merged, in bytes.
+    std::int64_t alwaysKeepBelowCount = 40;  ///< Up to this many children none is merged.
+    bool crossDevices = false;               ///< Whether directories on other devices are entered.
+    std::int64_t parallelDepth = 3;          ///< Directories above it are split among threads.
+
+    bool operator==(const ScanOptions&) const = default;
+};
 
 /// Walks that measure disk usage. One object serves one scan.
 class DiskScanner {

@@ -15,7 +15,7 @@ using Nodes = std::vector<std::shared_ptr<FileNode>>;
 
 constexpr std::array<std::string_view, 4> kSortKeyWords{"Size", "Name", "Modified", "Items"};
 
-/// Sorts by a key made once for each name: comparing texts by a language's rules is dear.
+/// Computes a sort key once for each name: comparing by the rules of a language is expensive.
 void sortByName(Nodes& nodes) {
     std::vector<std::string_view> names;
     names.reserve(nodes.size());

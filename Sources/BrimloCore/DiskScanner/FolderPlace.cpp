@@ -11,7 +11,7 @@ namespace Brimlo {
 
 namespace {
 
-// Few, because several threads walk at once and some systems start with 256 descriptors.
+// Several threads walk at once, and some systems start with 256 descriptors.
 constexpr int kMostOpen = 16;
 constexpr std::size_t kLongestRelative = 3000;
 

@@ -1,24 +1,27 @@
 #pragma once
 
+#include "BrimloCore/Platform/DirectoryEntry.h"
 #include "BrimloCore/Platform/Posix/Descriptor.h"
 
 #include <memory>
+#include <mutex>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 
 namespace Brimlo {
 
-/// The place of a folder that a walk has yet to open: a path relative to an open folder.
+/// A folder that a walk has yet to open, as a path relative to an open folder.
 ///
-/// That saves the kernel the way from the root, reaches folders whose full path is too long to
-/// open, and never follows a symlink that replaced a folder. A folder is kept open only while some
-/// below it wait. Beyond a few nested ones the relative path grows instead, so that a deep tree
-/// runs out of neither descriptors nor path length.
+/// Opening it that way is faster than from the root, reaches folders whose full path is too long,
+/// and never follows a symlink that replaced a folder. A folder stays open only while folders below
+/// it wait. Beyond a few nested ones the relative path grows instead, so that a deep tree exceeds
+/// neither the limit of descriptors nor that of a path.
 class FolderPlace {
 public:
     using Open = std::shared_ptr<const Platform::Descriptor>;
 
-    /// What the places of all folders in one folder share.
+    /// Shared by the places of all folders in one folder.
     class Inside {
     public:
         /// The place of the folder called `name`.
@@ -47,6 +50,24 @@ private:
     Open base_;  ///< Absent where a walk starts.
     std::string relative_;
     int openAbove_ = 0;  ///< Folders kept open on the way here.
+};
+
+/// The hard-linked files that a walk has met, so that it counts each once. Any thread.
+class LinkedFiles {
+public:
+    /// Whether this is the first link of its file that the walk meets. A file with one link is not
+    /// remembered.
+    [[nodiscard]] bool isFirst(const Platform::EntryStatus& status) {
+        if (status.linkCount < 2) {
+            return true;
+        }
+        const std::lock_guard guard{lock_};
+        return seen_.insert(status.identity).second;
+    }
+
+private:
+    std::mutex lock_;
+    std::unordered_set<Platform::FileIdentity> seen_;  // guarded by lock_
 };
 
 }  // namespace Brimlo

@@ -14,7 +14,7 @@ struct Area {
 
 using Areas = std::vector<Area>;
 
-/// The weights as areas of a rectangle, largest first; none when there is nothing to lay out.
+/// The weights scaled to the area of `rect`, largest first; none when there is nothing to lay out.
 Areas areasOf(std::span<const double> weights, const Rect& rect) {
     Areas areas;
     areas.reserve(weights.size());
@@ -28,7 +28,7 @@ Areas areasOf(std::span<const double> weights, const Rect& rect) {
     for (const Area& area : areas) {
         sum += area.area;
     }
-    // Written so that a side that is no number counts as none.
+    // The negations reject NaN as well.
     if (!(sum > 0) || !(rect.width > 0) || !(rect.height > 0)) {
         return {};
     }
@@ -54,14 +54,14 @@ double worstRatio(double side, double sum, double largest, double smallest) {
     return std::max(squaredSide * largest / squaredSum, squaredSum / (squaredSide * smallest));
 }
 
-/// As many of the areas, from the first on, as a row along `side` takes before its worst cell
-/// gets worse. At least one.
+/// The first areas, as many as fit in a row along `side` before its worst ratio gets worse. At
+/// least one.
 Row fillRow(std::span<const Area> areas, double side) {
     double best = std::numeric_limits<double>::infinity();
     double sum = 0;
     std::size_t count = 0;
     while (count < areas.size()) {
-        // The areas fall, so the row's first is its largest and its last the smallest.
+        // The areas are sorted, so the row's first is its largest and its last the smallest.
         const double smallest = areas[count].area;
         const double worst = worstRatio(side, sum + smallest, areas.front().area, smallest);
         if (best < worst && count > 0) {

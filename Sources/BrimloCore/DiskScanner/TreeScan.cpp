@@ -18,13 +18,13 @@ namespace {
 
 using Nodes = std::vector<std::shared_ptr<FileNode>>;
 
-/// macOS shows the volumes of the system here a second time.
+/// macOS mounts the system's volumes here a second time.
 constexpr std::string_view kSyntheticMount = "/System/Volumes";
 
-/// So many entries are looked at by one job.
+/// Entries whose status one job reads.
 constexpr std::size_t kBatchSize = 1024;
 
-/// The names in a folder, in its order, one after another in one text.
+/// The names in a folder, in its order, in one buffer.
 class NameList {
 public:
     void append(const char* name) {
@@ -39,7 +39,7 @@ private:
     std::vector<std::size_t> starts_;
 };
 
-/// What stands for merged children.
+/// The totals of merged children.
 struct Merged {
     std::int64_t count = 0;
     std::int64_t size = 0;
@@ -71,26 +71,26 @@ std::shared_ptr<FileNode> makeNode(
 
 }  // namespace
 
-/// One entry, as far as the tree wants to know of it.
+/// The part of an entry's status that the tree needs.
 struct TreeScan::Entry {
     const char* name = "";  ///< In its folder's list of names.
     std::int64_t bytes = 0;
     std::chrono::sys_seconds modified;
 };
 
-/// What one job found out of a folder's entries, in their order.
+/// The entries that one job has read, in the folder's order.
 struct TreeScan::Batch {
     std::vector<Entry> subfolders;
     std::vector<Entry> leaves;
 };
 
-/// A folder at work.
+/// A folder being scanned.
 struct TreeScan::Folder {
     struct Slot {
         std::string name;
         std::int64_t bytes = 0;
         std::chrono::sys_seconds modified;
-        std::unique_ptr<Folder> entered;  ///< While it is at work.
+        std::unique_ptr<Folder> entered;  ///< While it is being scanned.
         std::shared_ptr<FileNode> node;   ///< Afterwards; null when it was never entered.
     };
 
@@ -115,12 +115,12 @@ struct TreeScan::Folder {
     FolderPlace::Open open;                           ///< While it is read.
     std::optional<FolderPlace::Inside> placeOfSlots;  ///< Until the last of them is entered.
 
-    NameList names;                         ///< Until all are looked at.
-    std::vector<Batch> batches;             ///< Likewise.
+    NameList names;                         ///< Until the status of all is read.
+    std::vector<Batch> batches;             ///< As long as the names.
     std::atomic<std::size_t> unlooked = 0;  ///< Batches.
 
-    Nodes leaves;   ///< What is not a folder: all, or of many those that are large.
-    Merged merged;  ///< The others of the many.
+    Nodes leaves;   ///< All entries but folders; in a crowded folder the large ones.
+    Merged merged;  ///< The small ones of a crowded folder.
     std::vector<Slot> slots;
     std::atomic<std::size_t> unentered = 0;   ///< Slots.
     std::atomic<std::size_t> unfinished = 0;  ///< Slots.
@@ -138,7 +138,7 @@ std::shared_ptr<FileNode> TreeScan::run(const std::string& root) {
         control_.couldNotOpen(root, errno);
         return nullptr;
     }
-    // Of the folder that was opened: a link to it may lie on another volume.
+    // The device of the opened folder: a symlink to it may be on another volume.
     const auto status = Platform::entryStatus(open->number(), ".");
     open.reset();
     if (!status) {

@@ -1,10 +1,9 @@
 #pragma once
 
+#include "BrimloCore/DiskScanner/DiskScanner.h"
 #include "BrimloCore/DiskScanner/FileNode.h"
 #include "BrimloCore/DiskScanner/FolderPlace.h"
-#include "BrimloCore/DiskScanner/LinkedFiles.h"
 #include "BrimloCore/DiskScanner/ScanControl.h"
-#include "BrimloCore/DiskScanner/ScanOptions.h"
 #include "BrimloCore/DiskScanner/WorkCrew.h"
 
 #include <atomic>
@@ -19,9 +18,9 @@ namespace Brimlo {
 
 /// The walk of one scan.
 ///
-/// One job reads a folder: its names first, then their status. Where there are many names, several
-/// jobs share the latter. Then a job for each subfolder follows, and the job that finishes the last
-/// of them makes the folder's node and hands it up. So nothing recurses, and small entries of a
+/// One job reads a folder: its names first, then their status, for which a folder with many names
+/// has several jobs. Then each subfolder has a job, and the job that finishes the last of them
+/// makes the folder's node and hands it to the parent. So nothing recurses, and small entries of a
 /// crowded folder are merged as soon as that folder is complete.
 class TreeScan {
 public:

@@ -31,14 +31,14 @@ std::string areaOf(std::string_view path, std::string_view home) {
     if (pieces.empty()) {
         return std::string{path};
     }
-    // The system's Library goes under the same name as the user's.
+    // The system's Library is shown under the same name as the user's.
     if (pieces.front() == "Library" && pieces.size() > 1) {
         return "~/Library/" + std::string{pieces[1]};
     }
     return (isInHome ? "~/" : "/") + std::string{pieces.front()};
 }
 
-/// The first of them in words.
+/// The first few paths as a list in words.
 std::string firstFew(const std::vector<std::string>& paths) {
     constexpr std::size_t kMost = 5;
     std::string words;

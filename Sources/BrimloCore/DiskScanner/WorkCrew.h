@@ -16,20 +16,20 @@
 
 namespace Brimlo {
 
-/// Threads that work through jobs which create more jobs, newest first.
+/// A thread pool for jobs that create more jobs, newest first.
 ///
-/// Newest first keeps few jobs waiting: a tree is walked depth first. A member keeps its own jobs,
-/// and gives away the older half as soon as another one is idle, so that the work balances whatever
-/// its shape. While the process reads from a disk, more threads are hired, up to `kMostMembers`:
-/// then the disk is to be kept busy.
+/// Newest first walks a tree depth first, so that few jobs are pending. A member keeps its own jobs
+/// and shares the older half as soon as another member is idle, which balances trees of any shape.
+/// While the process waits for a disk, it hires more threads, up to `kMostMembers`, to keep the
+/// disk busy.
 template <typename Job>
 class WorkCrew {
 public:
     class Member;
     using Work = std::function<void(const Job&, Member&)>;
 
-    /// Runs `first` and all jobs that come of it by calling `work`, on the calling thread and up to
-    /// `members` - 1 others; one alone hires nobody. Blocks until all is done.
+    /// Calls `work` with `first` and all jobs that it creates, on the calling thread and `members`
+    /// - 1 others; with one member no thread is ever started. Blocks until all is done.
     static void run(const Job& first, const Work& work, unsigned members) {
         WorkCrew crew{work, members};
         crew.shared_.push_back(first);
@@ -56,7 +56,7 @@ private:
             try {
                 threads_.emplace_back([this] { labour(); });
             } catch (const std::system_error&) {
-                return;  // Those who are there do it all.
+                return;  // The threads that exist do all the work.
             }
         }
     }
@@ -74,7 +74,7 @@ private:
             if (idle_.load(std::memory_order_relaxed) > 0) {
                 member.giveHalfAway();
             }
-            return takeLast(member.own_);
+            return popLast(member.own_);
         }
         std::unique_lock guard{lock_};
         if (shared_.empty() && unfinished_ > 0) {
@@ -82,10 +82,10 @@ private:
             wake_.wait(guard, [this] { return !shared_.empty() || unfinished_ == 0; });
             --idle_;
         }
-        return shared_.empty() ? std::nullopt : std::optional{takeLast(shared_)};
+        return shared_.empty() ? std::nullopt : std::optional{popLast(shared_)};
     }
 
-    static Job takeLast(std::vector<Job>& jobs) {
+    static Job popLast(std::vector<Job>& jobs) {
         Job job = jobs.back();
         jobs.pop_back();
         return job;
@@ -109,7 +109,7 @@ private:
     std::atomic<std::size_t> unfinished_ = 0;
 };
 
-/// One of the crew, as the job at work sees it.
+/// The member that runs a job, through which the job adds more.
 template <typename Job>
 class WorkCrew<Job>::Member {
 public:
@@ -119,7 +119,7 @@ public:
         crew_.share(jobs);
     }
 
-    /// Adds jobs for this member, as long as nobody is idle.
+    /// Adds jobs for this member, which shares them when another is idle.
     void keep(std::span<const Job> jobs) {
         crew_.unfinished_ += jobs.size();
         own_.insert(own_.end(), jobs.begin(), jobs.end());
@@ -131,7 +131,7 @@ private:
     explicit Member(WorkCrew& crew)
         : crew_{crew} {}
 
-    /// Keeps the larger half, and so at least one.
+    /// Keeps the larger half, so at least one job.
     void giveHalfAway() {
         const std::size_t count = own_.size() / 2;
         if (count > 0) {
@@ -141,7 +141,7 @@ private:
     }
 
     void finished() {
-        // Before the job counts as done: once all are, nobody hires any more.
+        // Before the job counts as done: after the last one no thread may be hired.
         if (++jobsDone_ % kJobsBetweenLooks == 0 && crew_.mayHire_) {
             look();
         }

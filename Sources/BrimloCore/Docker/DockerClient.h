@@ -1,12 +1,9 @@
 #pragma once
 
+#include "BrimloCore/Docker/DockerParsing.h"
 #include "BrimloCore/Docker/DockerSnapshot.h"
-#include "BrimloCore/Models/Error.h"
 #include "BrimloCore/Models/Suggestion.h"
 
-#include <cstdint>
-#include <expected>
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -46,19 +43,9 @@ struct Result {
 /// Blocks: a fraction of a second where there is no daemon, and 103 seconds at worst.
 [[nodiscard]] DockerSnapshot snapshot(const Places& places = usualPlaces());
 
-/// The rows that `docker system df` prints as one JSON object a line; other lines are skipped.
-[[nodiscard]] std::vector<DockerSummaryRow> parseSummary(std::string_view text);
-
-/// The unused objects in the JSON document of `docker system df -v`: images, then containers, then
-/// volumes, each in its order, then the build cache as one object.
-///
-/// `folderExists` tells whether the project folder of a stopped container still exists. Fails when
-/// the text is not a JSON object; malformed elements are skipped.
-[[nodiscard]] std::expected<std::vector<DockerObject>, Error> parseObjects(
-    std::string_view json, const std::function<bool(const std::string&)>& folderExists);
-
-/// The bytes of a size as Docker prints it, such as "1.5GB (50%)"; 0 for any other text.
-[[nodiscard]] std::int64_t parseSize(std::string_view text);
+using DockerParsing::parseObjects;
+using DockerParsing::parseSize;
+using DockerParsing::parseSummary;
 
 /// The virtual disks of the Docker engines that keep one in the user's home folder.
 [[nodiscard]] std::vector<DockerVMDisk> vmDisks();

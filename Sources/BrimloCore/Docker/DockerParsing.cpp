@@ -1,4 +1,5 @@
-#include "BrimloCore/Docker/DockerClient.h"
+#include "BrimloCore/Docker/DockerParsing.h"
+
 #include "BrimloCore/Support/Json.h"
 #include "BrimloCore/Support/Text.h"
 
@@ -12,15 +13,15 @@
 #include <sstream>
 #include <utility>
 
-// What Docker's tool prints, made into values. It prints every value as a text, numbers and truth
-// included, so a value of another kind is as good as none. What is not told to be unused by the
-// exact word for it counts as used.
+// Docker's tool prints every value as a string, numbers and booleans included, so a value of
+// another type counts as absent. An object is in use unless Docker says otherwise with the exact
+// word.
 
-namespace Brimlo::DockerClient {
+namespace Brimlo::DockerParsing {
 
 namespace {
 
-/// The pieces of `text` between separators, without the empty ones.
+/// `text` split at `separator`, without empty pieces.
 std::vector<std::string_view> split(std::string_view text, char separator) {
     std::vector<std::string_view> pieces;
     while (!text.empty()) {
@@ -33,7 +34,7 @@ std::vector<std::string_view> split(std::string_view text, char separator) {
     return pieces;
 }
 
-/// The whole of `text` as a whole number.
+/// `text` as an integer; nullopt unless all of it is one.
 template <typename Number>
 std::optional<Number> wholeNumber(std::string_view text) {
     if (text.starts_with('+') && !text.starts_with("+-")) {
@@ -45,20 +46,20 @@ std::optional<Number> wholeNumber(std::string_view text) {
     return parsed.ec == std::errc{} && parsed.ptr == end ? std::optional{number} : std::nullopt;
 }
 
-/// The whole of `text` as a decimal number.
+/// `text` as a decimal number; nullopt unless all of it is one.
 std::optional<double> decimal(const std::string& text) {
     std::istringstream stream{text};
-    stream.imbue(std::locale::classic());  // The desktop's own may have a decimal comma.
+    stream.imbue(std::locale::classic());  // The user's may have a decimal comma.
     double number = 0;
     stream >> std::noskipws >> number;
     return stream && stream.peek() == std::istringstream::traits_type::eof() ? std::optional{number}
                                                                              : std::nullopt;
 }
 
-/// `text` times ten to the `power`, without a fraction; nullopt when it is no number or too large.
+/// `text` times ten to the `power`, truncated; nullopt when it is not a number or too large.
 ///
-/// The power goes into the number's own exponent. A product would be off by a rounding error, and
-/// 4.1 megabytes be 4,099,999 bytes.
+/// The power is added to the number's own exponent. A product would be off by a rounding error:
+/// 4.1 megabytes would be 4,099,999 bytes.
 std::optional<std::int64_t> scaled(std::string_view text, int power) {
     constexpr double kLimit = 9223372036854775808.0;  // 2^63
     const std::size_t mark = text.find_first_of("eE");
@@ -78,12 +79,12 @@ std::optional<std::int64_t> scaled(std::string_view text, int power) {
     return static_cast<std::int64_t>(*number);
 }
 
-/// Adds sizes up. One that is too large for the sum counts as nothing.
+/// Adds up sizes. A size that would overflow the sum counts as 0.
 class Tally {
 public:
-    /// The size, or 0 when it is too large.
+    /// `size`, or 0 when the sum would overflow.
     std::int64_t admit(std::int64_t size) {
-        // A size below 0 could be taken off again, so it counts in full as well.
+        // A negative size counts by its absolute value: nothing may make room again.
         if (std::abs(size) > std::numeric_limits<std::int64_t>::max() - total_) {
             return 0;
         }
@@ -95,11 +96,11 @@ private:
     std::int64_t total_ = 0;
 };
 
-/// One object of the document, read as texts.
+/// A JSON object of the document, its fields read as strings.
 class Element {
 public:
     explicit Element(const Json::Object& object)
-        : object_(object) {}
+        : object_{object} {}
 
     [[nodiscard]] std::optional<std::string> text(std::string_view key) const {
         const Json::Value* value = object_.if_contains(key);
@@ -157,7 +158,7 @@ std::optional<DockerObject> image(const Element& element) {
     };
 }
 
-/// The folder of the project that a container belongs to, by the label that says so.
+/// The folder of the Compose project that a container belongs to, by its label.
 std::optional<std::string> projectFolder(const Element& element) {
     constexpr std::string_view kLabel = "com.docker.compose.project.working_dir=";
     const std::string labels = element.textOr("Labels");
@@ -209,7 +210,7 @@ std::optional<DockerObject> volume(const Element& element) {
     };
 }
 
-/// All unused records as one object: Docker can only be told to drop them together.
+/// All unused records as one object: Docker can only remove them together.
 std::optional<DockerObject> buildCache(const std::vector<Element>& records) {
     std::size_t count = 0;
     std::int64_t sum = 0;
@@ -233,7 +234,7 @@ std::optional<DockerObject> buildCache(const std::vector<Element>& records) {
     };
 }
 
-/// The elements of a list of objects; none when it is anything else.
+/// The elements of a list of JSON objects; none when the field is anything else.
 std::vector<Element> elements(const Json::Object& document, std::string_view key) {
     const Json::Value* value = document.if_contains(key);
     if (value == nullptr || !value->is_array()) {
@@ -326,4 +327,4 @@ std::expected<std::vector<DockerObject>, Error> parseObjects(
     return objects;
 }
 
-}  // namespace Brimlo::DockerClient
+}  // namespace Brimlo::DockerParsing

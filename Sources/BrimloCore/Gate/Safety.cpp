@@ -26,12 +26,12 @@ constexpr std::string_view kOutside = "outside user-owned locations";
 constexpr std::string_view kWholeVolume = "whole volume";
 constexpr std::string_view kLinked = "reached through a link into a protected location";
 
-/// Whether the system would look at a path of this length. A longer one is judged by its text.
+/// Whether the path is short enough for a system call. A longer one is judged by its text.
 bool canBeLookedUp(std::string_view path) {
     return path.size() < PATH_MAX;
 }
 
-/// That of what a path leads to, links followed.
+/// The identity of the entry at `path`, symlinks followed.
 std::optional<FileIdentity> targetIdentity(std::string_view path) {
     struct stat status {};
     if (!canBeLookedUp(path) || stat(std::string{path}.c_str(), &status) != 0) {
@@ -40,19 +40,20 @@ std::optional<FileIdentity> targetIdentity(std::string_view path) {
     return Platform::identityOf(status);
 }
 
-/// That of what the system finds by `path` itself: behind a trailing slash it would follow a link.
+/// The identity of the entry at `path` as spelled. Without its trailing slash, which would make the
+/// system follow a symlink.
 std::optional<FileIdentity> identityAsGiven(std::string_view path) {
     return FileIdentity::of(std::string{path.substr(0, path.find_last_not_of('/') + 1)});
 }
 
-/// `path`, in canonical form, with the links of its parent resolved as far as they exist.
+/// `path`, in canonical form, with the symlinks of its parent resolved as far as they exist.
 std::string resolvedParent(const std::string& path) {
     return path == "/" ? path : Path::join(Path::resolved(Path::parent(path)), Path::name(path));
 }
 
 }  // namespace
 
-/// The tables, and what lies at their places on the disk. The latter is looked at when first
+/// The tables, and the places of the tables that exist on disk, which are looked up when first
 /// needed.
 class Gate::Look {
 public:
@@ -67,8 +68,8 @@ public:
         return reason ? reason : holdsRefusal(verdict.resolved);
     }
 
-    /// What is to be said of a rule that names `verdict.canonical` where links lead to another
-    /// folder than the one that the rule's author had in mind.
+    /// The reason to refuse a rule's path because symlinks lead it to a folder that the rule's
+    /// author did not mean.
     [[nodiscard]] std::optional<std::string> linkRefusal(const Verdict& verdict) {
         const std::string_view named = Path::parent(verdict.canonical);
         const std::string_view reached = Path::parent(verdict.resolved);
@@ -81,15 +82,15 @@ public:
     }
 
 private:
-    /// The verdict on the other names of `path`: where one of the folders above it, or itself, is
-    /// the same folder as a protected place under another name (a bind mount, a linked `~/.ssh`),
-    /// the path is judged by the name that it has there.
+    /// The verdict on the other names of `path`: when `path` or a folder above it is a protected
+    /// place under another name (a bind mount, a linked `~/.ssh`), judges the path by the name it
+    /// has there.
     ///
-    /// `item` is what `path` itself is: on a second look something else could stand there.
+    /// `item` is the identity of the entry at `path`: a second lookup could find another entry.
     [[nodiscard]] std::optional<std::string> aliasRefusal(
         const std::string& path, const std::optional<FileIdentity>& item) {
         for (std::string_view ancestor = path; ancestor != "/"; ancestor = Path::parent(ancestor)) {
-            // The last component of the item itself is judged as it stands, link or not.
+            // The item's own last component is not followed, even when it is a symlink.
             const bool isItem = ancestor.size() == path.size();
             const auto identity = isItem ? item : targetIdentity(ancestor);
             for (const Landmark& landmark : landmarks()) {
@@ -99,7 +100,7 @@ private:
                 const std::string_view rest = std::string_view{path}.substr(ancestor.size());
                 auto reason =
                     tables_.checkAsAWhole(Path::standardized(landmark.path + std::string{rest}));
-                // That "/home" is also called "/Users" makes nothing in the home a stranger's.
+                // When "/home" is also called "/Users", the home still belongs to the user.
                 const bool isHomesOwn = reason == kOutside && isAtOrAboveHome(ancestor);
                 if (reason && !isHomesOwn) {
                     return reason;
@@ -109,9 +110,9 @@ private:
         return std::nullopt;
     }
 
-    /// The verdict on the names that `path` has on other mounts of its volume: where only something
-    /// inside a protected place is mounted elsewhere, no folder above it is that place. A name that
-    /// the tables merely don't own says nothing: a home folder may well be mounted from such a one.
+    /// The verdict on the names of `path` on other mounts of its volume: when only a part of a
+    /// protected place is mounted elsewhere, no folder above it has that place's identity. A name
+    /// outside user-owned locations is no reason: a home folder may be mounted from there.
     [[nodiscard]] std::optional<std::string> mountRefusal(
         const std::string& path, const std::optional<FileIdentity>& item) {
         for (const std::string& name : mounts().of(path)) {
@@ -124,8 +125,8 @@ private:
         return std::nullopt;
     }
 
-    /// The verdict on a folder in which a place lies that has another name in the tables: links or
-    /// mounts lead from there to here.
+    /// The verdict on a folder that contains the target of a protected place which is a symlink or
+    /// a mount.
     [[nodiscard]] std::optional<std::string> holdsRefusal(const std::string& path) {
         const std::string folder = Text::folded(path);
         landmarks();
@@ -160,15 +161,15 @@ private:
         });
     }
 
-    /// `path` with the home's links resolved, if it lies at or below the home.
+    /// `path` with the home's symlinks resolved, if it is at or below the home.
     [[nodiscard]] std::string inRealHome(std::string_view path) const {
         const auto rest = Path::below(tables_.homes().front(), path);
         return rest ? Path::standardized(tables_.homes().back() + "/" + std::string{*rest})
                     : std::string{path};
     }
 
-    /// Whether `folder`, free of links, is or holds a protected place. Those at or below `named`
-    /// don't count: who names them knows of them.
+    /// Whether `folder`, whose symlinks are resolved, is or holds a protected place. Places at or
+    /// below `named` don't count: the rule names them.
     [[nodiscard]] bool holdsOthers(std::string_view folder, std::string_view named) {
         const std::string here = tables_.place(folder);
         const std::string known = tables_.place(named);
@@ -196,7 +197,7 @@ Verdict judge(std::string_view path, Chosen chosen) {
 }
 
 Gate::Gate()
-    : look_(std::make_unique<Look>()) {}
+    : look_{std::make_unique<Look>()} {}
 
 Gate::Gate(Gate&&) noexcept = default;
 Gate& Gate::operator=(Gate&&) noexcept = default;

@@ -24,10 +24,10 @@ namespace {
 using Rows = Platform::ProtectedPlaces::Rows;
 using Texts = std::vector<std::string>;
 
-// What every system has. `Platform::protectedPlaces` adds what one system has. "~" stands for the
-// home folder as it is at the moment of the check.
+// The rows of every system; `Platform::protectedPlaces` adds those of one system. "~" stands for
+// the home folder at the time of the check.
 
-/// May not go themselves; what lies in them may.
+/// Folders that may not go themselves; their contents may.
 constexpr std::array<std::string_view, 31> kWhole{
     "/",
     "/System",
@@ -62,7 +62,7 @@ constexpr std::array<std::string_view, 31> kWhole{
     "~/Library/CloudStorage",
 };
 
-/// May not go, nor anything in them.
+/// Folders and files that may not go, with all their contents.
 constexpr std::array<std::string_view, 49> kNever{
     "~/.ssh",
     "~/.gnupg",
@@ -115,8 +115,8 @@ constexpr std::array<std::string_view, 49> kNever{
     "~/.jupyter",
 };
 
-/// Files with credentials among what else a tool keeps: they never go, and the folders that hold
-/// them not as long as they are there.
+/// Files with credentials among other files of a tool. They never go, and a folder above them does
+/// not go while they exist.
 constexpr std::array<std::string_view, 25> kFiles{
     "~/.android/adbkey",
     "~/.cache/huggingface/stored_tokens",
@@ -152,7 +152,7 @@ constexpr std::array<std::string_view, 3> kCarveOuts{
     "~/.aws/cli/cache",
 };
 
-/// What bears one of these names in a profile, its program makes anew or can do without.
+/// Names of caches in a profile: the program recreates them or does without.
 constexpr std::array<std::string_view, 26> kCacheNames{
     "cache",
     "cache_*",
@@ -242,20 +242,20 @@ bool exists(const std::string& path) {
     return lstat(path.c_str(), &status) == 0;
 }
 
-/// The first component of `path`, which loses it and the slash behind.
-std::string_view takeComponent(std::string_view& path) {
+/// Cuts the first component off `path`, and the slash after it.
+std::string_view cutComponent(std::string_view& path) {
     const std::size_t end = std::min(path.find('/'), path.size());
     const std::string_view component = path.substr(0, end);
     path.remove_prefix(std::min(end + 1, path.size()));
     return component;
 }
 
-/// Removes what `pattern`, whose stars each stand for a component, and `path` have in common from
-/// both; false where they part.
+/// Cuts the common first components off `pattern`, where "*" matches any one, and `path`. False
+/// when they differ before one of them ends.
 bool follow(std::string_view& pattern, std::string_view& path) {
     while (!pattern.empty() && !path.empty()) {
-        const std::string_view wanted = takeComponent(pattern);
-        const std::string_view component = takeComponent(path);
+        const std::string_view wanted = cutComponent(pattern);
+        const std::string_view component = cutComponent(path);
         if (wanted != component && wanted != "*") {
             return false;
         }
@@ -269,18 +269,18 @@ struct Row {
     std::string_view reason;  ///< Why a folder that holds it may not go.
 };
 
-/// A place of the tables, or a folder above one, so that what isn't there is looked for once.
+/// A place of the tables, or a folder above one: below a missing folder no place is looked up.
 struct Node {
     std::string text;
-    std::size_t parent;  ///< Its place in the list; its own for the uppermost.
+    std::size_t parent;  ///< Its index; a node without a parent has its own.
     bool isPlace = false;
     std::string_view reason;
 };
 
-/// All that doesn't change while the program runs.
+/// The rows that don't change while the program runs.
 struct FixedRows {
     std::unordered_set<std::string> whole;
-    std::vector<Row> systemsWhole;  ///< Of these, the ones of this system.
+    std::vector<Row> systemsWhole;  ///< The rows of this system among them.
     std::vector<Row> never;
     std::vector<Row> files;
     std::vector<Row> profiles;
@@ -296,7 +296,7 @@ void add(std::vector<Row>& list, Rows rows, std::string_view reason) {
     }
 }
 
-/// The places and the folders above them, each behind its parent.
+/// The places and the folders above them, each after its parent.
 std::vector<Node> nodesOf(const std::vector<Row>& rows) {
     std::map<std::string, Node> byText;
     for (const Row& row : rows) {
@@ -353,7 +353,7 @@ const FixedRows& fixedRows() {
 
 bool isCached(std::string_view rest) {
     while (!rest.empty()) {
-        const std::string component{takeComponent(rest)};
+        const std::string component{cutComponent(rest)};
         const auto isIt = [&](std::string_view name) {
             return Glob::matches(component, std::string{name});
         };
@@ -364,7 +364,7 @@ bool isCached(std::string_view rest) {
     return false;
 }
 
-/// Whether `place` is, or is in, a place whose contents are protected.
+/// Whether `place` is at or below a place whose contents are protected.
 bool mayNeverGo(const std::string& place) {
     const FixedRows& rows = fixedRows();
     const auto isCarved = [&](std::string_view pattern) {
@@ -382,7 +382,7 @@ bool mayNeverGo(const std::string& place) {
            });
 }
 
-/// Whether one of `rows`, all inside `place`, is there in the folder `path`, which stands for it.
+/// Whether one of `rows` below `place` exists in the folder `path`, which stands for `place`.
 bool isAnyThere(const std::vector<Row>& rows, const std::string& path, const std::string& place) {
     return std::ranges::any_of(rows, [&](const Row& row) {
         return isInside(place, row.lower) && exists(path + row.text.substr(place.size()));
@@ -404,7 +404,7 @@ SafetyTables::SafetyTables() {
         userOwned_.emplace_back(root);
     }
     for (const std::string& home : homes_) {
-        if (home != "/") {  // A home that is the whole disk makes nobody its owner.
+        if (home != "/") {  // A home folder "/" does not make the whole disk the user's.
             userOwned_.push_back(Text::decomposed(home));
             loweredHomes_.push_back(Text::folded(home));
         }
@@ -434,7 +434,7 @@ std::string SafetyTables::place(std::string_view path) const {
     return lower;
 }
 
-/// `place`, and what it is in the homes that it lies in.
+/// `place`, and its name in each program's own home that contains it.
 Texts SafetyTables::namesInHome(const std::string& place) const {
     Texts names{place};
     for (const Stead& stead : steads_) {
@@ -472,7 +472,7 @@ std::optional<std::string> SafetyTables::check(std::string_view path) const {
     if (looksLikeASecret(name)) {
         return "looks like a secret";
     }
-    // The system would cut a path at a NUL and so act on another one.
+    // The system would cut the path off at a NUL and act on another one.
     if (!Path::isUsable(path) || !isIn(userOwned_, exact)) {
         return "outside user-owned locations";
     }
@@ -515,8 +515,8 @@ std::optional<std::string> SafetyTables::checkAsAWhole(std::string_view path) co
     return std::nullopt;
 }
 
-/// Whether rows are there in a home that `path` lies in or holds. By its name alone such a home
-/// holds nothing: there are as many as programs.
+/// Whether a row exists in a program's own home at, above or below `path`. Such a home is refused
+/// only for rows that exist: every program has one.
 bool SafetyTables::holdsAnotherHomesRows(const std::string& path, const std::string& place) const {
     const FixedRows& rows = fixedRows();
     return std::ranges::any_of(steads_, [&](const Stead& stead) {
@@ -527,7 +527,7 @@ bool SafetyTables::holdsAnotherHomesRows(const std::string& path, const std::str
         }
         Glob::Pattern folders{.fixed = path};
         while (!pattern.empty()) {
-            const std::string component{takeComponent(pattern)};
+            const std::string component{cutComponent(pattern)};
             folders.rest.push_back({component, component == "*"});
         }
         const std::string standsFor =
@@ -564,7 +564,7 @@ std::vector<SafetyTables::Landmark> SafetyTables::landmarks() const {
         if (isLink && stat(path.c_str(), &status) != 0) {
             continue;
         }
-        // The links of the home itself are known.
+        // Symlinks of the home itself don't count: `homes_` has both names.
         const bool isElsewhere = node.text != "~" && (isLink || above == Found::behindALink);
         found[i] = isElsewhere ? Found::behindALink : Found::plain;
         if (node.isPlace) {

@@ -24,7 +24,7 @@ public:
     /// Also the reason not to move `path` with all its contents: the rows below it.
     [[nodiscard]] std::optional<std::string> checkAsAWhole(std::string_view path) const;
 
-    /// `path` in the form of the rows: lower case, "~" for the home folder by any of its names.
+    /// `path` in the form of the rows: lower case, "~" for the home folder under any of its names.
     [[nodiscard]] std::string place(std::string_view path) const;
 
     /// The home folder as spelled, then with its symlinks resolved where that differs.
@@ -35,7 +35,7 @@ public:
         std::string path;                 ///< Absolute, in the home as it is spelled.
         std::string real;                 ///< With its symlinks resolved.
         bool isBehindALink = false;       ///< A symlink within the home leads to it.
-        Platform::FileIdentity identity;  ///< That of what its links lead to.
+        Platform::FileIdentity identity;  ///< Of the entry that its symlinks lead to.
         std::string_view reason;          ///< Why a folder that contains it may not go.
     };
 
@@ -50,13 +50,13 @@ private:
         const std::string& path, const std::string& place) const;
 
     Texts homes_;
-    Texts named_;         ///< The folders that the user's settings name, absolute.
-    Texts loweredHomes_;  ///< But for a home that is the whole disk.
+    Texts named_;         ///< Absolute folders named in the user's settings.
+    Texts loweredHomes_;  ///< Without a home that is "/".
     Texts loweredNamed_;  ///< As `place` writes them.
-    Texts ownData_;       ///< Likewise, with the links of its folder resolved, too.
-    Texts userOwned_;     ///< In the letters as they stand, decomposed.
+    Texts ownData_;       ///< In the same form, also with the symlinks of its parent resolved.
+    Texts userOwned_;     ///< Decomposed, in their letter case.
 
-    /// A folder with a star for any one component, and the folder of the home that it stands for.
+    /// A pattern for a program's own home, "*" for any one component, and the folder it stands for.
     struct Stead {
         std::string folder;
         std::string standsFor;

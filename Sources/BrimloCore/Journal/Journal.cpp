@@ -29,7 +29,7 @@ std::string encode(const std::vector<JournalEntry>& entries) {
     return text;
 }
 
-/// Makes the beginning of a journal's text a whole one, with `entry` at its end.
+/// Completes the beginning of a journal's text with `entry` as its last.
 void complete(std::string& text, const JournalEntry& entry) {
     entry.encode(text);
     text += ']';
@@ -37,8 +37,8 @@ void complete(std::string& text, const JournalEntry& entry) {
 
 enum class Condition { intact, olderForm, someUnreadable, noList };
 
-/// Calls `visit` with each entry in the text of a journal that can be read. What was visited counts
-/// only when the text is a list to its end.
+/// Calls `visit` with each readable entry in the text of a journal. With `noList` the visited
+/// entries must be discarded.
 template <typename Visit>
 Condition forEachEntry(std::string_view text, const Visit& visit) {
     Condition condition = Condition::intact;
@@ -60,11 +60,11 @@ Condition forEachEntry(std::string_view text, const Visit& visit) {
 
 Journal::Pending::Pending(
     Lock lock, std::string path, std::string beginning, JournalEntry entry, AtomicFile file)
-    : lock_(std::move(lock))
-    , path_(std::move(path))
-    , beginning_(std::move(beginning))
-    , entry_(std::move(entry))
-    , file_(std::move(file)) {}
+    : lock_{std::move(lock)}
+    , path_{std::move(path)}
+    , beginning_{std::move(beginning)}
+    , entry_{std::move(entry)}
+    , file_{std::move(file)} {}
 
 std::expected<void, Error> Journal::Pending::publish(const JournalEntry& entry) && {
     if (entry_ == entry) {
@@ -75,14 +75,14 @@ std::expected<void, Error> Journal::Pending::publish(const JournalEntry& entry) 
 }
 
 Journal::Journal(std::string path)
-    : path_(std::move(path)) {}
+    : path_{std::move(path)} {}
 
 Journal::Lock Journal::lock() {
     std::unique_lock threads{mutex_};
     return {.threads = std::move(threads), .processes = FileLock{path_}};
 }
 
-/// A missing file is an empty journal. Fails only when a file is there that can't be read.
+/// A missing file is an empty journal. Fails only when the file exists and can't be read.
 std::expected<std::vector<JournalEntry>, Error> Journal::load() const {
     const auto text = readFile(path_, kLongestFile, Owner::trusted);
     if (!text && text.error().code != ENOENT) {
@@ -103,8 +103,8 @@ std::expected<std::vector<JournalEntry>, Error> Journal::load() const {
     return entries;
 }
 
-/// The journal's text up to where the next entry goes. Of an intact file that is the file itself:
-/// writing thousands of entries anew to add one would cost more than the disk does.
+/// The journal's text up to where the next entry goes. An intact file's text is reused: encoding
+/// thousands of entries again would take longer than writing them.
 std::expected<std::string, Error> Journal::beginning() const {
     std::int64_t count = 0;
     std::string text = readFile(path_, kLongestFile, Owner::trusted).value_or("");
@@ -144,7 +144,7 @@ std::expected<void, Error> Journal::update(
     const Lock held = lock();
     auto entries = load();
     if (!entries) {
-        return std::unexpected(entries.error());  // What can't be read is not overwritten.
+        return std::unexpected(entries.error());  // An unreadable file must not be overwritten.
     }
     for (JournalEntry& entry : *entries) {
         if (ids.contains(entry.id)) {

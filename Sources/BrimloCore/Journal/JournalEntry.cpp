@@ -1,8 +1,11 @@
 #include "BrimloCore/Journal/JournalEntry.h"
 
 #include "BrimloCore/Support/Dates.h"
+#include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/Text.h"
 
+#include <algorithm>
+#include <map>
 #include <string_view>
 #include <utility>
 
@@ -42,7 +45,7 @@ void encodeKey(std::string& out, std::string_view key) {
 
 void encodeText(std::string& out, std::string_view key, std::string_view text) {
     encodeKey(out, key);
-    // One ill-formed byte would make the whole journal unreadable.
+    // One invalid byte would make the whole journal unreadable.
     out += Text::isValid(text) ? boost::json::serialize(text)
                                : boost::json::serialize(Text::printable(text));
 }
@@ -88,7 +91,8 @@ std::expected<JournalEntry, std::string> JournalEntry::decode(const Json::Value&
     FieldReader reader{value};
     static_cast<void>(reader.required("id"));
     const Uuid id = readUuid(reader, "id").value_or(Uuid{});
-    // A damaged file can hold millions of what is no entry at all: it is not read any further.
+    // A damaged file can contain millions of elements that are not entries; don't read their
+    // fields.
     if (reader.error()) {
         return std::unexpected(*reader.error());
     }
@@ -124,6 +128,33 @@ void JournalEntry::encode(std::string& out) const {
     encodeIfPresent(out, "trashID", trashID);
     encodeText(out, "batchID", batchID.text());
     out += '}';
+}
+
+std::chrono::sys_seconds HistoryBatch::date() const {
+    const auto latest = std::ranges::max_element(items, {}, &JournalEntry::date);
+    return latest == items.end() ? std::chrono::sys_seconds::min() : latest->date;
+}
+
+std::size_t HistoryBatch::restorableCount() const {
+    return static_cast<std::size_t>(std::ranges::count_if(items, &JournalEntry::isRestorable));
+}
+
+std::string HistoryBatch::title() const {
+    return items.size() == 1 ? std::string{Path::name(items.front().originalPath)}
+                             : std::to_string(items.size()) + " items";
+}
+
+std::vector<HistoryBatch> HistoryBatch::group(const std::vector<JournalEntry>& entries) {
+    std::vector<HistoryBatch> batches;
+    std::map<Uuid, std::size_t> places;
+    for (const JournalEntry& entry : entries) {
+        const auto [place, isNew] = places.try_emplace(entry.batchID, batches.size());
+        if (isNew) {
+            batches.push_back({.id = entry.batchID, .items = {}});
+        }
+        batches[place->second].items.push_back(entry);
+    }
+    return batches;
 }
 
 }  // namespace Brimlo

@@ -4,10 +4,12 @@
 #include "BrimloCore/Support/Uuid.h"
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <expected>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace Brimlo {
 
@@ -50,6 +52,24 @@ struct JournalEntry {
     /// Appends the entry's JSON object to `out`, keys in the order of the fields, absent ones
     /// left out.
     void encode(std::string& out) const;
+};
+
+/// One cleanup, as the history shows it.
+struct HistoryBatch {
+    Uuid id;                          ///< The batch id of its entries.
+    std::vector<JournalEntry> items;  ///< Newest first.
+
+    /// The latest date among the items; the distant past when there are none.
+    [[nodiscard]] std::chrono::sys_seconds date() const;
+
+    /// How many items can still be put back, as far as the journal knows.
+    [[nodiscard]] std::size_t restorableCount() const;
+
+    /// The name of the only item, or the number of items, as in "12 items".
+    [[nodiscard]] std::string title() const;
+
+    /// The batches of journal entries that are given newest first, by their newest entry.
+    [[nodiscard]] static std::vector<HistoryBatch> group(const std::vector<JournalEntry>& entries);
 };
 
 }  // namespace Brimlo

@@ -1,7 +1,6 @@
 #include "BrimloCore/LargeFiles/LargeFiles.h"
 
 #include "BrimloCore/DiskScanner/FolderPlace.h"
-#include "BrimloCore/DiskScanner/LinkedFiles.h"
 #include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Platform/DirectoryEntry.h"
 #include "BrimloCore/Support/Path.h"
@@ -28,10 +27,10 @@ public:
         : limit_{limit}
         , threshold_{minSize} {}
 
-    /// The smallest size still worth a look; only rises.
+    /// The smallest size that can still enter the list; it only rises.
     [[nodiscard]] std::int64_t threshold() const { return threshold_; }
 
-    /// Takes a file of at least the threshold, unless the list is full of files as large.
+    /// Adds a file of at least the threshold, unless the list is full of files as large.
     void consider(std::string_view name, std::string path, const EntryStatus& status) {
         if (nodes_.size() < limit_) {
             nodes_.insert(makeNode(name, std::move(path), status));
@@ -41,13 +40,13 @@ public:
         } else if ((*nodes_.begin())->size < status.allocatedBytes) {
             nodes_.erase(nodes_.begin());
             auto node = makeNode(name, std::move(path), status);
-            // In the place of the smallest, it comes before its equals.
+            // It replaces the smallest, so it goes before its equals.
             nodes_.insert(nodes_.lower_bound(node), std::move(node));
             threshold_ = (*nodes_.begin())->size;
         }
     }
 
-    /// The files, the largest first; equal ones as they stood in the list.
+    /// The files, the largest first; equal ones in list order.
     [[nodiscard]] Nodes largestFirst() const {
         Nodes sorted{nodes_.begin(), nodes_.end()};
         std::ranges::stable_sort(
@@ -76,7 +75,7 @@ private:
     std::multiset<std::shared_ptr<FileNode>, Smaller> nodes_;
 };
 
-/// An entry to come back to once its folder is read: a subfolder, or a file that may be large.
+/// An entry to visit once its folder is read: a subfolder, or a file that may be large.
 struct Entry {
     std::string name;
     EntryStatus status;
@@ -93,11 +92,11 @@ struct Level {
     std::int64_t bytes = 0;
 };
 
-/// Depth first, each subfolder where it stands among its folder's entries.
+/// Depth first, each subfolder in the order of its folder's entries.
 ///
-/// A folder is read and looked at as a whole before the first of its subfolders, so that it need
-/// not stay open. Which files that takes in is the same as if the walk went down in between,
-/// because what may enter the list is only decided when an entry's turn comes.
+/// A folder is read completely before its first subfolder is entered, so that it need not stay
+/// open. The result is the same as of a recursive walk, because whether a file enters the list is
+/// decided in the order of entries.
 class Walk {
 public:
     Walk(TopList& top, ScanControl& control)
@@ -137,7 +136,7 @@ private:
         enter(place);
     }
 
-    /// Opens the folder at `path_`, looks at its entries and puts it on top of the levels.
+    /// Opens and reads the folder at `path_`, and pushes it on the levels.
     void enter(const FolderPlace& place) {
         const FolderPlace::Open open = place.open();
         if (!open) {
@@ -147,7 +146,7 @@ private:
             return;
         }
         if (levels_.empty()) {
-            // Of the folder that was opened: a link to it may lie on another volume.
+            // The device of the opened folder: a symlink to it may be on another volume.
             const auto status = Platform::entryStatus(open->number(), ".");
             device_ = status ? status->identity.device : 0;
         }
@@ -192,10 +191,10 @@ private:
         }
     }
 
-    /// Takes a file of the folder at `path_`, if it is still large enough and not known.
+    /// Adds a file of the folder at `path_` if it is still large enough and met for the first time.
     void consider(const char* name, const EntryStatus& status) {
-        // All names of a file have one size and the threshold only rises, so that a small file
-        // need not be remembered.
+        // Files below the threshold need not be remembered: it only rises, and all names of a file
+        // have one size.
         if (status.allocatedBytes >= top_.threshold() && linkedFiles_.isFirst(status)) {
             top_.consider(name, path_ == "/" ? path_ + name : path_ + "/" + name, status);
         }

@@ -21,7 +21,7 @@ namespace {
 
 using Platform::PeriodicJob;
 
-/// No definition is longer; what is longer is something else.
+/// A longer file is not a definition of a job.
 constexpr std::size_t kLongestFile = std::size_t{1} << 20U;
 
 constexpr int kNoTool = 20;
@@ -38,13 +38,13 @@ PeriodicJob job() {
 
 bool isExecutableFile(const std::string& path) {
     std::error_code error;
-    // A relative path would be another one for the system.
+    // The system would resolve a relative path from another folder.
     return path.starts_with('/') && Path::isUsable(path) &&
            std::filesystem::is_regular_file(path, error) && access(path.c_str(), X_OK) == 0;
 }
 
-/// A system that has no such command, or nobody to answer it, takes the files in at the next login
-/// if at all; that is no reason not to write them.
+/// Failures are ignored: without the command, or a service manager that answers it, the files take
+/// effect at the next login.
 void run(const std::vector<PeriodicJob::Command>& commands) {
     constexpr double kTimeoutSeconds = 30;
     for (const auto& words : commands) {

@@ -1,6 +1,6 @@
 #include "BrimloApp/Platform/macOS/AppleScript.h"
 
-#include "BrimloCore/Shell/ChildProcess.h"
+#include "BrimloCore/Shell/Shell.h"
 
 #include <gtest/gtest.h>
 
@@ -51,7 +51,7 @@ TEST(AppleScriptTest, LeavesWordsOfTheShellWhole) {
     for (const char c : path) {
         word += c == '\'' ? R"('\'')" : std::string(1, c);
     }
-    const auto printed = ChildProcess::run({
+    const auto printed = Shell::run({
         .executable = "/bin/sh",
         .arguments = {"-c", heard(AppleScript::asAdministrator("printf %s " + word + "'"))},
         .timeoutSeconds = 20,

@@ -219,30 +219,36 @@ protected:
         return "volume/code/" + std::string(200, 'i') + std::to_string(number);
     }
 
-    /// Cleans the items and counts those that moved: wherever the room ran out, each is in one
-    /// place, and in the Trash it has its entry and its note.
+    /// Whether an item is in the Trash; it is in one place, and in the Trash it has its journal
+    /// entry and its trashinfo file.
+    [[nodiscard]] bool isTrashed(
+        const std::string& path, const std::vector<JournalEntry>& entries) const {
+        const std::string trash = at("volume/.local/share/Trash/");
+        const std::string name = fs::path{path}.filename().string();
+        const bool isThere = exists(trash + "files/" + name);
+        EXPECT_NE(isThere, exists(path));
+        const auto found = std::ranges::find(entries, path, &JournalEntry::originalPath);
+        const auto note =
+            Platform::TrashInfo::parse(contentOf(trash + "info/" + name + ".trashinfo"));
+        EXPECT_EQ(found != entries.end(), isThere);
+        EXPECT_EQ(note.has_value(), isThere);
+        if (note && found != entries.end()) {
+            EXPECT_EQ(found->trashPath, trash + "files/" + name);
+            EXPECT_EQ(note->path, path);
+            EXPECT_EQ(note->entryID, found->id.text());
+        }
+        return isThere;
+    }
+
+    /// Cleans the items and counts those that moved, wherever the room ran out.
     int cleanOnFullVolume() {
         const auto journal = std::make_shared<Journal>(StoragePaths::journal());
         const CleanReport report = Cleaner{journal}.execute(
             planFor({at(item(0)), at(item(1)), at(item(2))}), DisposalMode::trash, false);
         const std::vector<JournalEntry> entries = journal->entries().value();
-        const std::string trash = at("volume/.local/share/Trash/");
         int moved = 0;
         for (int i = 0; i < kItems; ++i) {
-            const std::string name = fs::path{item(i)}.filename().string();
-            const bool isTrashed = exists(trash + "files/" + name);
-            EXPECT_NE(isTrashed, exists(at(item(i))));
-            const auto found = std::ranges::find(entries, at(item(i)), &JournalEntry::originalPath);
-            const auto note =
-                Platform::TrashInfo::parse(contentOf(trash + "info/" + name + ".trashinfo"));
-            EXPECT_EQ(found != entries.end(), isTrashed);
-            EXPECT_EQ(note.has_value(), isTrashed);
-            if (isTrashed && note && found != entries.end()) {
-                EXPECT_EQ(found->trashPath, trash + "files/" + name);
-                EXPECT_EQ(note->path, at(item(i)));
-                EXPECT_EQ(note->entryID, found->id.text());
-                ++moved;
-            }
+            moved += isTrashed(at(item(i)), entries) ? 1 : 0;
         }
         EXPECT_EQ(report.processed, moved);
         EXPECT_EQ(report.failures.size(), static_cast<std::size_t>(kItems - moved));

@@ -18,7 +18,9 @@
 namespace Brimlo {
 
 /// For the messages of failed expectations.
-inline void PrintTo(const CleanReport& report, std::ostream* stream) {
+inline void PrintTo(  // NOLINT(readability-identifier-naming): GoogleTest looks for it
+    const CleanReport& report,
+    std::ostream* stream) {
     const auto lines = [](const std::vector<ItemProblem>& problems) {
         std::vector<std::string> texts;
         std::ranges::transform(problems, std::back_inserter(texts), &ItemProblem::text);
@@ -44,6 +46,7 @@ protected:
 
     static CleanPlan planFor(const std::vector<std::string>& paths) {
         std::vector<CleanItem> items;
+        items.reserve(paths.size());
         for (const std::string& path : paths) {
             items.push_back({.path = path, .size = kItemSize, .ruleID = "rule", .risk = {}});
         }

@@ -9,26 +9,6 @@ namespace {
 
 using Progress = ScanControl::Progress;
 
-TEST(ScanControlTest, AddsUpAndKeepsTheLatestPath) {
-    ScanControl control;
-    EXPECT_EQ(control.progress(), Progress{});
-    EXPECT_FALSE(control.isCancelled());
-    control.record(3, 4'000'000'000, "/a");
-    control.record(2, 5, "/b");
-    EXPECT_EQ(control.progress(), (Progress{5, 4'000'000'005, "/b"}));
-    control.record(0, 0, "/c");
-    EXPECT_EQ(control.progress(), (Progress{5, 4'000'000'005, "/c"}));
-    control.skip("/z");
-    control.skip("/a");
-    control.skip("/z");
-    EXPECT_EQ(control.inaccessible(), (std::vector<std::string>{"/z", "/a", "/z"}));
-    control.cancel();
-    control.cancel();
-    control.record(1, 1, "");
-    EXPECT_TRUE(control.isCancelled());
-    EXPECT_EQ(control.progress(), (Progress{6, 4'000'000'006, ""}));
-}
-
 TEST(ScanControlTest, ShowsOneConsistentReading) {
     constexpr int kThreads = 4;
     constexpr std::int64_t kRecords = 2'000;

@@ -230,8 +230,7 @@ TEST_F(TreeScanTest, TellsWhatItCouldNotRead) {
 }
 
 TEST_F(TreeScanTest, StaysWithinFewDescriptorsHoweverDeepTheTree) {
-    constexpr int kDepth = 2'500;
-    const Testing::DeepFolder deep{makeFolder("deep"), kDepth};
+    const Testing::DeepFolder deep{makeFolder("deep")};
     rlimit usual{};
     ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &usual), 0);
     const rlimit few{.rlim_cur = 100, .rlim_max = usual.rlim_max};
@@ -240,11 +239,11 @@ TEST_F(TreeScanTest, StaysWithinFewDescriptorsHoweverDeepTheTree) {
         Node node = scan("deep", {.parallelDepth = parallelDepth});
         EXPECT_EQ(node->fileCount, 1);
         int depth = 0;
-        for (Node below = childOf(node, "d"); below; below = childOf(node, "d")) {
+        for (Node below = childOf(node, deep.kName); below; below = childOf(node, deep.kName)) {
             node = below;
             ++depth;
         }
-        EXPECT_EQ(depth, kDepth);
+        EXPECT_EQ(depth, deep.kDepth);
         EXPECT_EQ(names(node), std::vector<std::string>{"file"});
     }
     setrlimit(RLIMIT_NOFILE, &usual);

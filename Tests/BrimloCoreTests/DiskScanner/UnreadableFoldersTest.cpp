@@ -1,7 +1,6 @@
 #include "BrimloCore/DiskScanner/UnreadableFolders.h"
 
 #include "BrimloCore/Platform/Privacy.h"
-#include "BrimloCore/Support/VolumeInfo.h"
 
 #include <gtest/gtest.h>
 
@@ -49,17 +48,6 @@ TEST(UnreadableFoldersTest, CountsByArea) {
     EXPECT_EQ(
         UnreadableFolders::group(std::vector<std::string>{}, "/Users/a"),
         std::vector<UnreadableArea>{});
-}
-
-TEST(VolumeInfoTest, TellsWhatAVolumeHolds) {
-    const auto root = VolumeInfo::snapshot("/");
-    ASSERT_TRUE(root);
-    EXPECT_GT(root->total, 0);
-    EXPECT_GE(root->available, 0);
-    EXPECT_EQ(root->used(), root->total - root->available);
-    EXPECT_EQ(VolumeInfo::snapshot("/missing"), std::nullopt);
-    EXPECT_EQ((VolumeInfo::Snapshot{100, 30, 45}).purgeable(), 15);
-    EXPECT_EQ((VolumeInfo::Snapshot{100, 30, 20}).purgeable(), 0);
 }
 
 }  // namespace

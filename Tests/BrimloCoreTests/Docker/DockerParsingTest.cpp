@@ -1,4 +1,5 @@
-#include "BrimloCore/Docker/DockerClient.h"
+#include "BrimloCore/Docker/DockerParsing.h"
+
 #include "Support/TempHome.h"
 
 #include <sstream>
@@ -21,13 +22,13 @@ TEST(DockerParsingTest, ReadsSizes) {
         {"9223372TB",   9'223'372'000'000'000'000},
     };
     for (const auto& c : cases) {
-        EXPECT_EQ(DockerClient::parseSize(c.text), c.bytes) << c.text;
+        EXPECT_EQ(DockerParsing::parseSize(c.text), c.bytes) << c.text;
     }
     std::istringstream words{"0B 12 MB 1GiB xGB 1,5GB 1.5.0GB 0x10B infB nanB 1eMB 9223373TB N/A"};
     for (std::string word; words >> word;) {
-        EXPECT_EQ(DockerClient::parseSize(word), 0) << word;
+        EXPECT_EQ(DockerParsing::parseSize(word), 0) << word;
     }
-    EXPECT_EQ(DockerClient::parseSize("") + DockerClient::parseSize("\n1B"), 0);
+    EXPECT_EQ(DockerParsing::parseSize("") + DockerParsing::parseSize("\n1B"), 0);
 }
 
 TEST(DockerParsingTest, ReadsTheSummaryLineByLine) {
@@ -42,13 +43,13 @@ TEST(DockerParsingTest, ReadsTheSummaryLineByLine) {
         {"Containers", 0,  -1, 0,             0            },
         {"",           0,  0,  0,             0            },
     };
-    EXPECT_EQ(DockerClient::parseSummary(text), rows);
+    EXPECT_EQ(DockerParsing::parseSummary(text), rows);
 }
 
 /// What is read from a document: a line an object, and before them the folders asked for.
 Texts objectsIn(const std::string& json) {
     Texts lines;
-    const auto objects = DockerClient::parseObjects(json, [&](const std::string& folder) {
+    const auto objects = DockerParsing::parseObjects(json, [&](const std::string& folder) {
         lines.push_back("exists " + folder);
         return folder == "/here";
     });

@@ -191,20 +191,29 @@ public:
     /// is the very same one as a protected place is replaced by that place's name. And why `path`,
     /// free of links, may not go when places of the tables lie in it by their links.
     [[nodiscard]] Texts reasonsByLinks(const std::string& path) const {
+        struct Ancestor {
+            struct stat status;
+            std::string rest;
+        };
+        std::vector<Ancestor> ancestors;
+        std::string rest;
+        for (Texts above = split(path); !above.empty(); above.pop_back()) {
+            struct stat here {};
+            if ((rest.empty() ? lstat : stat)(joined(above).c_str(), &here) == 0) {
+                ancestors.push_back({here, rest});
+            }
+            rest = "/" + above.back() + rest;
+        }
         Texts reasons;
         for (const Row& row : rows_) {
             struct stat there {};
             if (stat(row.path.c_str(), &there) != 0) {
                 continue;
             }
-            std::string rest;
-            for (Texts above = split(path); !above.empty(); above.pop_back()) {
-                struct stat here {};
-                if ((rest.empty() ? lstat : stat)(joined(above).c_str(), &here) == 0 &&
-                    here.st_dev == there.st_dev && here.st_ino == there.st_ino) {
-                    reasons.push_back(checkAsAWhole(row.path + rest).value_or("passes"));
+            for (const Ancestor& here : ancestors) {
+                if (here.status.st_dev == there.st_dev && here.status.st_ino == there.st_ino) {
+                    reasons.push_back(checkAsAWhole(row.path + here.rest).value_or("passes"));
                 }
-                rest = "/" + above.back() + rest;
             }
             if (isInside(lower(fs::canonical(row.path)), lower(path))) {
                 reasons.emplace_back(

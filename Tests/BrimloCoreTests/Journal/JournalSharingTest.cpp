@@ -14,7 +14,7 @@ namespace Brimlo {
 namespace {
 
 constexpr int kWriters = 4;
-constexpr int kAppends = 250;
+constexpr int kAppends = 100;
 
 class JournalSharingTest : public Testing::TempHome {
 protected:

@@ -183,18 +183,6 @@ TEST_F(JournalTest, AnyBytesInATextLeaveTheFileReadable) {
     EXPECT_FALSE(exists(corrupt_));
 }
 
-TEST_F(JournalTest, IsReadableByItsOwnerAlone) {
-    write("journal.json", "[1]");
-    chmod(path_.c_str(), 0644);
-    umask(0);
-    EXPECT_TRUE(journal_.append(entry_));
-    for (const std::string& path : {path_, path_ + ".lock", corrupt_}) {
-        struct stat status {};
-        EXPECT_EQ(lstat(path.c_str(), &status), 0);
-        EXPECT_EQ(status.st_mode & 07777U, 0600U) << path;
-    }
-}
-
 TEST_F(JournalTest, APreparedEntryCountsOnlyOncePublished) {
     EXPECT_TRUE(journal_.append(entryAt("2026-03-01T09:30:00Z", "/old")));
     const auto before = Testing::describeTree(home());

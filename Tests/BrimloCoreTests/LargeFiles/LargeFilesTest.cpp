@@ -112,7 +112,7 @@ TEST_F(LargeFilesTest, TakesNothingButFilesAndTellsWhatItCannotOpen) {
 }
 
 TEST_F(LargeFilesTest, ReachesTheBottomOfADeepFolderWithFewDescriptors) {
-    const Testing::DeepFolder deep{makeFolder("deep"), 2'500};
+    const Testing::DeepFolder deep{makeFolder("deep")};
     const rlimit few{.rlim_cur = 60, .rlim_max = 60};
     ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &few), 0);
     ScanControl control;

@@ -1,7 +1,6 @@
 #include "BrimloCore/Shell/CoverageChecker.h"
 
 #include "BrimloCore/Shell/Shell.h"
-#include "BrimloCore/Shell/TimeMachine.h"
 #include "Support/TempHome.h"
 
 #include <cstdlib>
@@ -142,9 +141,9 @@ TEST_F(CoverageCheckerTest, ReadsTheTimeOfTheLatestBackup) {
         {"",                                                          std::nullopt},
     };
     for (const auto& [printed, time] : cases) {
-        EXPECT_EQ(TimeMachine::latestBackup(makeTmutil(printed)), time) << printed;
+        EXPECT_EQ(CoverageChecker::latestBackup(makeTmutil(printed)), time) << printed;
     }
-    EXPECT_EQ(TimeMachine::latestBackup(at("missing")), std::nullopt);
+    EXPECT_EQ(CoverageChecker::latestBackup(at("missing")), std::nullopt);
 }
 
 TEST_F(CoverageCheckerTest, ClaimsABackupOfWhatIsOlderAndIncluded) {
@@ -159,7 +158,9 @@ TEST_F(CoverageCheckerTest, ClaimsABackupOfWhatIsOlderAndIncluded) {
     };
     for (const auto& [time, answer, expected] : cases) {
         run("touch -hd '2024-05-01 " + time + "' 'a b'");
-        EXPECT_EQ(TimeMachine::sentence(makeTmutil(answer), path, *kNoon).value_or(""), expected);
+        EXPECT_EQ(
+            CoverageChecker::timeMachineCoverage(makeTmutil(answer), path, *kNoon).value_or(""),
+            expected);
     }
 }
 

@@ -1,6 +1,6 @@
 #include "BrimloApp/Platform/Privilege.h"
 
-#include "BrimloCore/Shell/ChildProcess.h"
+#include "BrimloCore/Shell/Shell.h"
 #include "BrimloCore/Support/Text.h"
 
 namespace Brimlo::Platform {
@@ -28,11 +28,11 @@ PrivilegedRun runAsAdministrator(const std::string& shellCommand, const Authoriz
     constexpr double kTimeoutSeconds = 600;
     constexpr int kDismissed = 126;
     for (const std::string& place : places) {
-        const auto ending = ChildProcess::run({
+        const auto ending = Shell::run({
             .executable = place,
             .arguments = {"/bin/sh", "-c", shellCommand},
             .timeoutSeconds = kTimeoutSeconds,
-            .standardError = ChildProcess::StandardError::keep,
+            .standardError = Shell::StandardError::keep,
         });
         if (ending && ending->code != 0 && ending->code != kDismissed) {
             return {Outcome::failed, reason(ending->err)};

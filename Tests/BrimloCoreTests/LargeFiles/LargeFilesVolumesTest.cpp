@@ -8,9 +8,9 @@ namespace Brimlo {
 namespace {
 
 using Lines = std::vector<std::string>;
-using VolumesTest = Testing::TempHome;
+using LargeFilesVolumesTest = Testing::TempHome;
 
-TEST_F(VolumesTest, BothWalksStayOnTheVolumeOfTheFolderThatWasOpened) {
+TEST_F(LargeFilesVolumesTest, BothWalksStayOnTheVolumeOfTheFolderThatWasOpened) {
     const std::string volume = makeFolder("a/volume");
     const std::string way = link("way", volume);
     Testing::withOwnMounts([&] {

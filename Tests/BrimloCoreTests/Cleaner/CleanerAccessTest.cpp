@@ -34,7 +34,7 @@ const CleanupRule kRule{
     .regenerates = "Comes back by itself.",
 };
 
-class AccessTest : public Testing::CleaningHome {
+class CleanerAccessTest : public Testing::CleaningHome {
 protected:
     /// All that the program writes, made by it.
     void useAll() {
@@ -60,7 +60,7 @@ protected:
     }
 };
 
-TEST_F(AccessTest, WhatIsMadeIsForItsOwnerAlone) {
+TEST_F(CleanerAccessTest, WhatIsMadeIsForItsOwnerAlone) {
     umask(0);
     useAll();
     for (const std::string& file : files()) {
@@ -91,7 +91,7 @@ TEST_F(AccessTest, WhatIsMadeIsForItsOwnerAlone) {
     Testing::told("files and folders for their owner alone", seen + 1, open);
 }
 
-TEST_F(AccessTest, WhatSomebodyElseMadeIsNotTrusted) {
+TEST_F(CleanerAccessTest, WhatSomebodyElseMadeIsNotTrusted) {
     if (geteuid() != 0) {
         GTEST_SKIP() << "giving a file away needs root";
     }
@@ -112,7 +112,7 @@ TEST_F(AccessTest, WhatSomebodyElseMadeIsNotTrusted) {
     Testing::told("files that somebody else has planted", 4, broken);
 }
 
-TEST_F(AccessTest, AForeignFileIsNeverOverwritten) {
+TEST_F(CleanerAccessTest, AForeignFileIsNeverOverwritten) {
     if (geteuid() != 0) {
         GTEST_SKIP() << "giving a file away needs root";
     }
@@ -134,7 +134,7 @@ TEST_F(AccessTest, AForeignFileIsNeverOverwritten) {
     }
 }
 
-TEST_F(AccessTest, LinksOfTheUsersOwnLeadWhereTheySayAndNoFurther) {
+TEST_F(CleanerAccessTest, LinksOfTheUsersOwnLeadWhereTheySayAndNoFurther) {
     struct Case {
         const char* name;
         std::string link;  ///< Relative to the home folder.

@@ -22,7 +22,7 @@ using Testing::inChild;
 using Lines = std::vector<std::string>;
 using Problems = std::vector<ItemProblem>;
 
-class TrashUpkeepTest : public Testing::CleaningHome {
+class CleanerTrashTest : public Testing::CleaningHome {
 protected:
     /// Why an item did not come back; empty when it did.
     static std::string reasonOf(const std::expected<std::string, std::string>& undone) {
@@ -52,7 +52,7 @@ protected:
     }
 };
 
-TEST_F(TrashUpkeepTest, UndoRestoresATreeExactly) {
+TEST_F(CleanerTrashTest, UndoRestoresATreeExactly) {
     const std::string tree = makeFolder("work/tree");
     write("work/tree/a/file", "content");
     write("work/tree/old", "old");
@@ -88,7 +88,7 @@ TEST_F(TrashUpkeepTest, UndoRestoresATreeExactly) {
     EXPECT_EQ(this->entry(entry.id), expected);
 }
 
-TEST_F(TrashUpkeepTest, UndoRestoresOnlyTheItemAndOverwritesNothing) {
+TEST_F(CleanerTrashTest, UndoRestoresOnlyTheItemAndOverwritesNothing) {
     using Change = std::function<void(JournalEntry & entry)>;
     const std::string path = at("work/item");
     const auto rewriteNote = [&](const std::string& line) {
@@ -170,7 +170,7 @@ TEST_F(TrashUpkeepTest, UndoRestoresOnlyTheItemAndOverwritesNothing) {
     }
 }
 
-TEST_F(TrashUpkeepTest, PurgeTakesOnlyOwnOldItems) {
+TEST_F(CleanerTrashTest, PurgeTakesOnlyOwnOldItems) {
     constexpr std::int64_t kDay = 86'400;
     using Change = std::function<void(JournalEntry & entry)>;
     const auto aged = [](std::int64_t seconds) -> Change {
@@ -246,7 +246,7 @@ TEST_F(TrashUpkeepTest, PurgeTakesOnlyOwnOldItems) {
     }
 }
 
-TEST_F(TrashUpkeepTest, PurgeDeletesWhatForbidsItsChange) {
+TEST_F(CleanerTrashTest, PurgeDeletesWhatForbidsItsChange) {
     asOrdinaryUser([&] {
         write("work/tree/a/b/file");
         write("work/tree/shut/file");
@@ -264,22 +264,22 @@ TEST_F(TrashUpkeepTest, PurgeDeletesWhatForbidsItsChange) {
     });
 }
 
-TEST_F(TrashUpkeepTest, DeletesDeepTreesWithFewDescriptors) {
+TEST_F(CleanerTrashTest, DeletesDeepTreesWithFewDescriptors) {
     inChild([&] {
-        constexpr int kDepth = 3'000;
+        constexpr int kDepth = 600;
         makeDeepTree(at("deep"), kDepth);
         setAge(trash(at("deep")), 10);
         const rlimit limit{.rlim_cur = 64, .rlim_max = 64};
         ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &limit), 0);
         EXPECT_EQ(cleaner_.purgeOwnTrash(0, false).bytes, kItemSize);
         EXPECT_TRUE(fs::is_empty(at(".local/share/Trash/files")));
-        makeDeepTree(inTrash("deep"), kDepth / 10);
+        makeDeepTree(inTrash("deep"), kDepth / 2);
         EXPECT_EQ(Cleaner::emptyTrash().failures, Problems{});
         EXPECT_TRUE(fs::is_empty(at(".local/share/Trash/files")));
     });
 }
 
-TEST_F(TrashUpkeepTest, ClearsUpAfterAKilledProcess) {
+TEST_F(CleanerTrashTest, ClearsUpAfterAKilledProcess) {
     const pid_t dead = fork();
     if (dead == 0) {
         _exit(0);
@@ -319,7 +319,7 @@ TEST_F(TrashUpkeepTest, ClearsUpAfterAKilledProcess) {
     }
 }
 
-TEST_F(TrashUpkeepTest, EmptiesTheTrashOfAll) {
+TEST_F(CleanerTrashTest, EmptiesTheTrashOfAll) {
     EXPECT_EQ(Cleaner::emptyTrash(), TrashReport{});
     EXPECT_FALSE(exists(at(".local")));
 
@@ -343,7 +343,7 @@ TEST_F(TrashUpkeepTest, EmptiesTheTrashOfAll) {
     EXPECT_EQ(undo(own).error(), "Nothing left to restore from");
 }
 
-TEST_F(TrashUpkeepTest, UndoesTheNewestAndTellsOfEachThatStayed) {
+TEST_F(CleanerTrashTest, UndoesTheNewestAndTellsOfEachThatStayed) {
     const JournalEntry taken = trash(write("taken"));
     const JournalEntry twice = trash(write("twice", "first"));
     const JournalEntry again = trash(write("twice", "second"));
@@ -363,7 +363,7 @@ TEST_F(TrashUpkeepTest, UndoesTheNewestAndTellsOfEachThatStayed) {
             ".");
 }
 
-TEST_F(TrashUpkeepTest, TellsWhenTheJournalCannotBeRead) {
+TEST_F(CleanerTrashTest, TellsWhenTheJournalCannotBeRead) {
     const JournalEntry entry = trash(write("item"));
     fs::remove(StoragePaths::journal());
     ASSERT_EQ(mkfifo(StoragePaths::journal().c_str(), 0600), 0);
@@ -376,7 +376,7 @@ TEST_F(TrashUpkeepTest, TellsWhenTheJournalCannotBeRead) {
     EXPECT_TRUE(exists(inTrash("item")));
 }
 
-TEST_F(TrashUpkeepTest, EmptiesNoFolderThatTheTrashLinksTo) {
+TEST_F(CleanerTrashTest, EmptiesNoFolderThatTheTrashLinksTo) {
     for (const std::string folder : {"Trash", "Trash/files"}) {
         SCOPED_TRACE(folder);
         fs::remove_all(at(".local"));

@@ -15,14 +15,14 @@ using Testing::exists;
 
 /// What is moved here goes to the Trash of who runs the test, since the system knows no other; all
 /// of it is taken out again.
-class MacTrashTest : public Testing::CleaningHome {
+class CleanerMacTrashTest : public Testing::CleaningHome {
 protected:
     static Platform::TrashMove::Request request(const std::string& path) {
         return {.path = path, .identity = *FileIdentity::of(path), .entryID = "id"};
     }
 };
 
-TEST_F(MacTrashTest, MovesEachKindOfItemAndBringsItBack) {
+TEST_F(CleanerMacTrashTest, MovesEachKindOfItemAndBringsItBack) {
     const std::string target = write("target");
     const std::string paths[] = {
         write("brimlo test file"),
@@ -50,7 +50,7 @@ TEST_F(MacTrashTest, MovesEachKindOfItemAndBringsItBack) {
     EXPECT_TRUE(exists(target));
 }
 
-TEST_F(MacTrashTest, MovesNothingButWhatWasJudged) {
+TEST_F(CleanerMacTrashTest, MovesNothingButWhatWasJudged) {
     const std::string path = write("brimlo test file");
     auto wanted = request(path);
     ++wanted.identity.inode;
@@ -70,7 +70,7 @@ TEST_F(MacTrashTest, MovesNothingButWhatWasJudged) {
     EXPECT_FALSE(Platform::TrashMove::prepare(byLink));
 }
 
-TEST_F(MacTrashTest, OverwritesNothing) {
+TEST_F(CleanerMacTrashTest, OverwritesNothing) {
     const std::string path = write("brimlo test file", "trashed");
     const JournalEntry entry = trash(path);
     write("brimlo test file", "new");
@@ -83,7 +83,7 @@ TEST_F(MacTrashTest, OverwritesNothing) {
     EXPECT_EQ(Testing::contentOf(path), "trashed");
 }
 
-TEST_F(MacTrashTest, DeletesForGoodOnlyWhatItIsAskedFor) {
+TEST_F(CleanerMacTrashTest, DeletesForGoodOnlyWhatItIsAskedFor) {
     write("brimlo test folder/closed/inside");
     chmod(at("brimlo test folder/closed").c_str(), 0);
     const JournalEntry entry = trash(at("brimlo test folder"));

@@ -8,7 +8,7 @@ namespace Brimlo {
 namespace {
 
 /// What GLib's own Trash makes of ours.
-class TrashInteropTest : public Testing::CleaningHome {
+class CleanerInteropTest : public Testing::CleaningHome {
 protected:
     /// What `gio` prints on a message bus of its own.
     static std::string gio(const std::string& arguments) {
@@ -25,7 +25,7 @@ protected:
     }
 };
 
-TEST_F(TrashInteropTest, OtherProgramsSeeAndRestoreOurItems) {
+TEST_F(CleanerInteropTest, OtherProgramsSeeAndRestoreOurItems) {
     struct Case {
         std::string name;
         std::string shown;  ///< `gio` escapes what is not ASCII.
@@ -57,7 +57,7 @@ TEST_F(TrashInteropTest, OtherProgramsSeeAndRestoreOurItems) {
     EXPECT_EQ(undo(entries[2]), at("work/100%25"));
 }
 
-TEST_F(TrashInteropTest, ItemsOfOtherProgramsAreLeftAlone) {
+TEST_F(CleanerInteropTest, ItemsOfOtherProgramsAreLeftAlone) {
     const std::string path = write("work/item", "theirs");
     if (gio("trash '" + path + "'"); Testing::exists(path)) {
         GTEST_SKIP() << "gio or dbus-run-session is missing";

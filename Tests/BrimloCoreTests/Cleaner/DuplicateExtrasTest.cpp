@@ -1,4 +1,5 @@
 #include "BrimloCore/Cleaner/DuplicateExtras.h"
+
 #include "BrimloCoreTests/Cleaner/OwnMounts.h"
 #include "Support/Proof.h"
 #include "Support/TempHome.h"
@@ -24,7 +25,7 @@ bool shell(const std::string& command) {
     return std::system(command.c_str()) == 0;
 }
 
-class DuplicateCloneTest : public Testing::TempHome {
+class DuplicateExtrasTest : public Testing::TempHome {
 protected:
     /// Runs the rest of a test with a fresh btrfs at "v".
     void onBtrfs(const std::function<void()>& body) {
@@ -45,7 +46,7 @@ protected:
     const std::string content_ = std::string(1'000'000, 'c');
 };
 
-TEST_F(DuplicateCloneTest, PutsACloneInThePlaceOfTheDuplicate) {
+TEST_F(DuplicateExtrasTest, PutsACloneInThePlaceOfTheDuplicate) {
     const std::string elsewhere = write("elsewhere", content_);
     onBtrfs([&] {
         const std::string original = write("v/original", content_);
@@ -70,7 +71,7 @@ TEST_F(DuplicateCloneTest, PutsACloneInThePlaceOfTheDuplicate) {
     });
 }
 
-TEST_F(DuplicateCloneTest, LosesNothingThatCameSinceTheSearch) {
+TEST_F(DuplicateExtrasTest, LosesNothingThatCameSinceTheSearch) {
     onBtrfs([&] {
         const std::string extra = at("v/2");
         struct Case {
@@ -104,7 +105,7 @@ TEST_F(DuplicateCloneTest, LosesNothingThatCameSinceTheSearch) {
     });
 }
 
-TEST_F(DuplicateCloneTest, LosesNoEditThatComesMeanwhile) {
+TEST_F(DuplicateExtrasTest, LosesNoEditThatComesMeanwhile) {
     onBtrfs([&] {
         using Clock = std::chrono::steady_clock;
         const std::string content = content_.substr(0, 20'000);

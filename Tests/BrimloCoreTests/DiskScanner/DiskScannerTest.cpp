@@ -1,4 +1,5 @@
 #include "BrimloCore/DiskScanner/DiskScanner.h"
+
 #include "Support/DeepFolder.h"
 #include "Support/TempHome.h"
 
@@ -20,7 +21,7 @@ std::int64_t blocksOf(const std::string& path) {
     return lstat(path.c_str(), &status) == 0 ? std::int64_t{status.st_blocks} * 512 : -1;
 }
 
-class FastSizingTest : public Testing::TempHome {
+class DiskScannerTest : public Testing::TempHome {
 protected:
     std::string fill(const std::string& relative, std::size_t bytes) const {
         return write(relative, std::string(bytes, 'x'));
@@ -38,7 +39,7 @@ protected:
     }
 };
 
-TEST_F(FastSizingTest, MeasuresWhatIsNoFolderAsItself) {
+TEST_F(DiskScannerTest, MeasuresWhatIsNoFolderAsItself) {
     const std::string file = fill("file", 50'000);
     fill("folder/big", 900'000);
     const std::string toFolder = link("toFolder", "folder");
@@ -54,7 +55,7 @@ TEST_F(FastSizingTest, MeasuresWhatIsNoFolderAsItself) {
     expectSizes(at("missing"), 0, std::nullopt, 0);
 }
 
-TEST_F(FastSizingTest, CountsAHardLinkedFileOnce) {
+TEST_F(DiskScannerTest, CountsAHardLinkedFileOnce) {
     const std::string file = fill("a/one", 100'000);
     makeFolder("a/b");
     fs::create_hard_link(file, at("a/two"));
@@ -66,7 +67,7 @@ TEST_F(FastSizingTest, CountsAHardLinkedFileOnce) {
     EXPECT_EQ(DiskScanner::quickSize(at("a/b")), blocksOf(file)) << "each call starts anew";
 }
 
-TEST_F(FastSizingTest, AgreesWithThePlainWalkOnGeneratedTrees) {
+TEST_F(DiskScannerTest, AgreesWithThePlainWalkOnGeneratedTrees) {
     constexpr int kTrees = 30;
     constexpr int kEntries = 60;
     std::mt19937 random{11};
@@ -112,7 +113,7 @@ TEST_F(FastSizingTest, AgreesWithThePlainWalkOnGeneratedTrees) {
     }
 }
 
-TEST_F(FastSizingTest, PassesOverWhatItMayNotRead) {
+TEST_F(DiskScannerTest, PassesOverWhatItMayNotRead) {
     constexpr uid_t kNobody = 65'534;
     const std::int64_t open = blocksOf(fill("a/open/file", 10'000));
     fill("a/closed/file", 90'000);
@@ -131,8 +132,8 @@ TEST_F(FastSizingTest, PassesOverWhatItMayNotRead) {
     }
 }
 
-TEST_F(FastSizingTest, ReachesTheBottomOfADeepFolderWithFewDescriptors) {
-    const Testing::DeepFolder deep{makeFolder("deep"), 2'500};
+TEST_F(DiskScannerTest, ReachesTheBottomOfADeepFolderWithFewDescriptors) {
+    const Testing::DeepFolder deep{makeFolder("deep")};
     rlimit usual{};
     ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &usual), 0);
     const rlimit few{.rlim_cur = 100, .rlim_max = usual.rlim_max};

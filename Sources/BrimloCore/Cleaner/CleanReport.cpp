@@ -1,4 +1,4 @@
-#include "BrimloCore/Cleaner/TrashReport.h"
+#include "BrimloCore/Cleaner/CleanReport.h"
 
 #include "BrimloCore/Platform/Fmt.h"
 
@@ -22,6 +22,18 @@ std::string TrashReport::emptiedSentence() const {
     if (removed > 0) {
         text += " " + std::to_string(removed) + " other item(s) are gone, which freed " +
                 Fmt::bytes(bytes) + ".";
+    }
+    return text;
+}
+
+std::string UndoReport::sentence() const {
+    std::string text = "Restored " + std::to_string(restored.size()) + " item(s).";
+    if (!failures.empty()) {
+        text += " " + std::to_string(failures.size()) +
+                " could not be restored: " + failures.front().reason + ".";
+    }
+    if (!unrecorded.empty()) {
+        text += " The journal could not be updated: " + unrecorded.front().reason + ".";
     }
     return text;
 }
