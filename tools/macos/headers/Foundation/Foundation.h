@@ -40,6 +40,7 @@ typedef struct {
 @end
 
 @interface NSNumber : NSValue
++ (NSNumber*)numberWithLongLong:(long long)value;
 @property(readonly) long long longLongValue;
 @property(readonly) NSInteger integerValue;
 @end
@@ -56,7 +57,14 @@ typedef struct {
 @end
 
 @interface NSDictionary<__covariant KeyType, __covariant ObjectType> : NSObject
++ (instancetype)dictionaryWithObjects:(const ObjectType[])objects forKeys:(const KeyType[])keys count:(NSUInteger)count;
 - (ObjectType)objectForKeyedSubscript:(KeyType)key;
+@end
+
+@interface NSData : NSObject
++ (instancetype)dataWithBytes:(const void*)bytes length:(NSUInteger)length;
+@property(readonly) const void* bytes;
+@property(readonly) NSUInteger length;
 @end
 
 @interface NSError : NSObject
@@ -88,6 +96,19 @@ typedef NS_ENUM(NSInteger, NSByteCountFormatterCountStyle) {
 @property NSByteCountFormatterCountStyle countStyle;
 @property BOOL allowsNonnumericFormatting;
 - (NSString*)stringFromByteCount:(long long)byteCount;
+@end
+
+typedef NS_ENUM(NSUInteger, NSPropertyListMutabilityOptions) {
+    NSPropertyListImmutable = 0,
+};
+
+typedef NS_ENUM(NSUInteger, NSPropertyListFormat) {
+    NSPropertyListXMLFormat_v1_0 = 100,
+};
+
+@interface NSPropertyListSerialization : NSObject
++ (NSData*)dataWithPropertyList:(id)plist format:(NSPropertyListFormat)format options:(NSUInteger)opt error:(NSError**)error;
++ (id)propertyListWithData:(NSData*)data options:(NSPropertyListMutabilityOptions)opt format:(NSPropertyListFormat*)format error:(NSError**)error;
 @end
 
 @interface NSBundle : NSObject

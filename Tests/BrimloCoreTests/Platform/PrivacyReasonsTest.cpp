@@ -5,7 +5,7 @@
 namespace Brimlo {
 namespace {
 
-TEST(MacPrivacyTest, TellsWhatFullDiskAccessWouldShow) {
+TEST(PrivacyReasonsTest, TellsWhatFullDiskAccessWouldShow) {
     const char* trash =
         "The Trash is protected by macOS. Full Disk Access lets Brimlo see and size it.";
     const char* hidden =

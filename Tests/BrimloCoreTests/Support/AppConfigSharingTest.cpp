@@ -16,7 +16,7 @@ constexpr int kWriters = 4;
 constexpr int kChanges = 100;
 
 /// Window, tool and job change the settings and the list of the rules that are off at once.
-class SettingsSharingTest : public Testing::TempHome {
+class AppConfigSharingTest : public Testing::TempHome {
 protected:
     static void work(int writer) {
         for (int i = 0; i < kChanges; ++i) {
@@ -35,7 +35,7 @@ protected:
     }
 };
 
-TEST_F(SettingsSharingTest, ProcessesLoseNothing) {
+TEST_F(AppConfigSharingTest, ProcessesLoseNothing) {
     std::vector<pid_t> children;
     for (int writer = 0; writer < kWriters; ++writer) {
         children.push_back(fork());
@@ -52,7 +52,7 @@ TEST_F(SettingsSharingTest, ProcessesLoseNothing) {
     expectAll("changes of the settings by four processes at once");
 }
 
-TEST_F(SettingsSharingTest, ThreadsLoseNothing) {
+TEST_F(AppConfigSharingTest, ThreadsLoseNothing) {
     std::vector<std::thread> threads;
     for (int writer = 0; writer < kWriters; ++writer) {
         threads.emplace_back(work, writer);

@@ -1,4 +1,3 @@
-#include "BrimloCore/Models/CleanupRule.h"
 #include "BrimloCore/Models/FileUrl.h"
 
 #include <utility>
@@ -6,18 +5,7 @@
 namespace Brimlo {
 namespace {
 
-TEST(ModelsTest, EachWordLeadsBackToItsValue) {
-    for (const Persona persona : kAllPersonas) {
-        EXPECT_EQ(personaFromRawValue(rawValue(persona)), persona);
-    }
-    for (const Confidence confidence : kAllConfidences) {
-        EXPECT_EQ(confidenceFromRawValue(rawValue(confidence)), confidence);
-    }
-    EXPECT_EQ(personaFromRawValue("design3d"), std::nullopt);
-    EXPECT_EQ(confidenceFromRawValue("verifiedLocal"), std::nullopt);
-}
-
-TEST(ModelsTest, EncodesPathsByteByByte) {
+TEST(FileUrlTest, EncodesPathsByteByByte) {
     const std::pair<std::string, std::string> cases[] = {
         {"",             ""                           },
         {"/a-b._~/C9",   "/a-b._~/C9"                 },
