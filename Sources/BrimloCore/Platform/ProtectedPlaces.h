@@ -9,8 +9,6 @@ namespace Brimlo::Platform {
 
 /// What must not be removed from a home folder on this system, besides what is protected on every
 /// system. "~" is the home folder. The order of rows is irrelevant.
-///
-/// "~" stands for the home folder. The order of rows means nothing.
 struct ProtectedPlaces {
     using Rows = std::span<const std::string_view>;
 

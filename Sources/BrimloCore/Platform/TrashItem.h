@@ -29,10 +29,6 @@ namespace Brimlo::Platform::TrashItem {
 /// Deletes the item for good if it has this identity. Follows no symlink and enters no mounted
 /// volume. The user's own read-only folders are deleted too. Needs no free disk space. On failure
 /// the rest of the item stays where it was.
-///
-/// Follows no symlink and leaves mounted volumes alone. Folders of the user's own that forbid their
-/// change are deleted too. Needs no room on the disk. On failure what is left of the item lies
-/// where it was.
 [[nodiscard]] std::expected<void, Error> remove(
     const std::string& trashPath, const FileIdentity& identity);
 

@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::size_t kLongestFile = std::size_t{1} << 20U;
 
-/// The code of the error that a settings file is there and makes no sense.
+/// The code of the error for a settings file that can't be understood.
 constexpr int kDamagedCode = 12;
 
 struct Number {
@@ -25,7 +25,7 @@ struct Number {
     AppConfig::Limits limits;
 };
 
-// A petabyte and a hundred years: more is a slip, and multiplied it no longer fits.
+// A petabyte and a hundred years: larger numbers are typing errors, and could overflow.
 constexpr std::array kNumbers{
     Number{"freeSpaceThresholdGB", &AppConfig::freeSpaceThresholdGB, {0, 1'000'000}},
     Number{"staleDays",            &AppConfig::staleDays,            {0, 36'500}   },
@@ -36,7 +36,7 @@ std::string defaultPath() {
     return StoragePaths::support() + "/config.json";
 }
 
-/// The first number that is beyond its limits, and the limits; nullopt when none is.
+/// The first number beyond its limits, in words; nullopt when all are within.
 std::optional<std::string> excess(const AppConfig& config) {
     for (const auto& [key, field, limits] : kNumbers) {
         if (!limits.allow(config.*field)) {
@@ -125,7 +125,7 @@ std::expected<AppConfig, Error> AppConfig::change(
     const FileLock held{file};
     auto config = read(file);
     if (!config && config.error().domain != kErrorDomain) {
-        return config;  // What can't be read would be lost.
+        return config;  // Saving would overwrite the settings that can't be read.
     }
     AppConfig changed = config.value_or(AppConfig{});
     body(changed);

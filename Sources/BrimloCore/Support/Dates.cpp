@@ -19,7 +19,7 @@ using std::chrono::sys_seconds;
 
 constexpr std::int64_t kSecondsADay = 86'400;
 
-/// Takes numbers and separators off the front of a text, and remembers whether all of them matched.
+/// Reads numbers and separators from the front of a text, and remembers whether all matched.
 class Scanner {
 public:
     explicit Scanner(std::string_view text)

@@ -28,7 +28,7 @@ using Platform::Descriptor;
 constexpr std::string_view kTemporarySuffix = ".tmp";
 constexpr std::size_t kMarkLength = 8;
 
-/// For more files one wait for the whole volume, with what others have written, is the shorter one.
+/// For more files, one sync of the volume is faster, even with the unsynced writes of others.
 constexpr std::size_t kFewFiles = 16;
 
 std::unexpected<Error> failure() {
@@ -46,7 +46,7 @@ void syncParent(const std::string& path) {
     }
 }
 
-/// The name of the file that a temporary one of this name was to replace; empty for other names.
+/// The name of the file that a temporary file was written for; empty for other names.
 std::string_view origin(std::string_view name) {
     const std::size_t added = 1 + kMarkLength + kTemporarySuffix.size();
     if (name.size() <= added || !name.ends_with(kTemporarySuffix) ||
@@ -194,7 +194,7 @@ std::expected<std::string, Error> readFile(
         }
         length += count < 0 ? 0 : static_cast<std::size_t>(count);
         if (length == bytes.size()) {
-            bytes.resize(std::min(bytes.size() * 2, limit + 1));  // It grew, or tells no size.
+            bytes.resize(std::min(bytes.size() * 2, limit + 1));  // It grew, or reports no size.
         }
     }
     return std::unexpected(Error::fromSystem(EFBIG));
@@ -204,7 +204,7 @@ void preserveCorrupt(const std::string& path) {
     const std::string target = path + ".corrupt";
     std::error_code ignored;
     std::filesystem::remove(target, ignored);
-    // What could not be removed is not the program's, and keeps its mode.
+    // A file that could not be removed is not ours, and keeps its mode.
     if (std::filesystem::copy_file(path, target, ignored)) {
         chmod(target.c_str(), 0600);
     }

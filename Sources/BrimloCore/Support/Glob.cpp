@@ -40,7 +40,7 @@ bool isFolder(const std::string& path) {
     return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
-/// The entries of `folder` that a component means.
+/// Appends the entries of `folder` that a component matches.
 void appendEntries(
     const std::string& folder,
     const Pattern::Component& component,

@@ -72,7 +72,7 @@ std::string asString(const boost::json::string& text) {
 
 std::expected<Value, std::string> parse(std::string_view text) {
     boost::json::parser parser;
-    // A document is read and dropped as a whole, so its values need not be freed one by one.
+    // A document is read and freed as a whole, so its values need not be freed one by one.
     parser.reset(boost::json::make_shared_resource<boost::json::monotonic_resource>());
     boost::json::error_code error;
     const std::size_t used = parser.write(text.data(), text.size(), error);
@@ -85,7 +85,7 @@ std::expected<Value, std::string> parse(std::string_view text) {
 
 bool forEachElement(std::string_view text, const std::function<void(const Value&)>& visit) {
     constexpr std::string_view kSpace = " \t\r\n";
-    // What follows the next space, or NUL at the end.
+    // The byte after white space, or NUL at the end.
     const auto next = [&] {
         text.remove_prefix(std::min(text.find_first_not_of(kSpace), text.size()));
         return text.empty() ? '\0' : text.front();
@@ -101,8 +101,8 @@ bool forEachElement(std::string_view text, const std::function<void(const Value&
     boost::json::parse_options options;
     --options.max_depth;  // The list around them is a level, too.
     boost::json::parser parser({}, options);
-    // Elements are parsed in one place that stays in the processor's cache; the whole of a long
-    // list as one value costs several times the time.
+    // Elements are parsed in one buffer that stays in the processor's cache. Parsing a long list as
+    // one value takes several times as long.
     std::array<unsigned char, 4096> buffer{};
     boost::json::monotonic_resource memory(buffer.data(), buffer.size());
     while (true) {
@@ -141,8 +141,8 @@ std::optional<std::int64_t> integer(const Value& value) {
     if (const std::int64_t* number = value.if_int64()) {
         return *number;
     }
-    // The parser gives whole numbers up to 2^63 - 1 as above; beyond the range of exact doubles
-    // nothing else can be a whole number that was meant.
+    // The parser returns whole numbers up to 2^63 - 1 as above. A double beyond the exact range
+    // can't be an intended whole number.
     constexpr double kExactLimit = 9007199254740992.0;
     const double* number = value.if_double();
     if (number != nullptr && std::abs(*number) <= kExactLimit && std::trunc(*number) == *number) {

@@ -52,7 +52,7 @@ icu::UnicodeString decompose(const icu::UnicodeString& text) {
 
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wconversion"  // The library's macro narrows.
-/// The code point at `index`, which moves behind it; negative for ill-formed bytes.
+/// The code point at `index`, which is advanced; negative for ill-formed bytes.
 UChar32 nextCodePoint(std::string_view text, std::int32_t& index) {
     UChar32 codePoint = 0;
     const auto length = static_cast<std::int32_t>(text.size());
@@ -65,7 +65,7 @@ UChar32 nextCodePoint(std::string_view text, std::int32_t& index) {
 template <typename Visit>
 void forEachBoundary(std::string_view text, Visit visit) {
     UErrorCode status = U_ZERO_ERROR;
-    // Making an iterator costs far more than using it, so each thread keeps its own.
+    // Creating an iterator costs far more than using it, so each thread keeps one.
     thread_local const std::unique_ptr<icu::BreakIterator> iterator{
         icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status)};
     UText source = UTEXT_INITIALIZER;
@@ -134,20 +134,13 @@ std::vector<std::string_view> characters(std::string_view text) {
 }
 
 std::size_t characterCount(std::string_view text) {
-    // Only a carriage return joins with another ASCII character.
+    // In ASCII only CR LF is one character.
     if (isAscii(text) && !text.contains('\r')) {
         return text.size();
     }
     std::size_t count = 0;
     forEachBoundary(text, [&](std::size_t) { ++count; });
     return count;
-}
-
-bool isLetterOrNumber(std::string_view character) {
-    std::int32_t index = 0;
-    const UChar32 codePoint = nextCodePoint(character, index);
-    return u_isUAlphabetic(codePoint) != 0 ||
-           u_getIntPropertyValue(codePoint, UCHAR_NUMERIC_TYPE) != U_NT_NONE;
 }
 
 std::string_view trimmed(std::string_view text) {

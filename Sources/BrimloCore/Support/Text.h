@@ -27,9 +27,6 @@ namespace Brimlo::Text {
 /// The number of user-perceived characters.
 [[nodiscard]] std::size_t characterCount(std::string_view text);
 
-/// Whether a user-perceived character is a letter or a number, going by its first code point.
-[[nodiscard]] bool isLetterOrNumber(std::string_view character);
-
 /// Without spaces and tabs at both ends; line ends stay.
 [[nodiscard]] std::string_view trimmed(std::string_view text);
 

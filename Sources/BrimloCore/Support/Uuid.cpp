@@ -19,7 +19,7 @@ bool isHyphenPlace(std::size_t position) {
 }  // namespace
 
 Uuid Uuid::random() {
-    // A scan makes hundreds of thousands: asking the system for each would cost as much as the
+    // A scan makes hundreds of thousands. Asking the system for each would take as long as the
     // walk.
     static thread_local boost::uuids::random_generator_mt19937 generator;
     const boost::uuids::uuid made = generator();

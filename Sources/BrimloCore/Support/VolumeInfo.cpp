@@ -27,7 +27,7 @@ std::optional<Snapshot> snapshot(const std::string& path) {
 std::optional<Snapshot> ofHome() {
     std::optional<Snapshot> home = snapshot(StoragePaths::home());
     const std::optional<Snapshot> system = snapshot("/");
-    // Parts of one disk have devices of their own on APFS and btrfs, but one capacity.
+    // On APFS and btrfs the parts of one disk differ in device, but share one capacity.
     if (home && system) {
         home->isSystem = home->total == system->total;
     }

@@ -67,11 +67,11 @@ constexpr std::array kAliases{
     Alias{"/com.obsproject.Studio",          "OBS Studio"     },
 };
 
-/// A file of at most this length tells all that is looked for.
+/// All fields that are read lie within this length.
 constexpr std::size_t kLongestFile = std::size_t{64} << 10U;
 
-/// The content of a small file; empty when it can't be read. What a sandbox shows as its root may
-/// hold anything, so nothing is followed or waited for.
+/// The content of a small file; empty when it can't be read. Follows no symlink and does not block,
+/// because the root of a sandbox may hold anything.
 std::string contentOf(const fs::path& path) {
     const Descriptor file{open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC)};
     struct stat status {};
@@ -91,7 +91,7 @@ std::string contentOf(const fs::path& path) {
     return content;
 }
 
-/// What stands behind a key, up to the end of its line, in the lines from `group` on.
+/// The value of a key, up to the end of its line, in the lines from `group` on.
 std::string_view value(std::string_view text, std::string_view group, std::string_view key) {
     bool isInGroup = group.empty();
     while (!text.empty()) {
@@ -106,8 +106,8 @@ std::string_view value(std::string_view text, std::string_view group, std::strin
     return {};
 }
 
-/// Whether the process runs as this user. The owner of its folder would not tell: root's, where
-/// the program forbids others to look into its memory.
+/// Whether the process runs as this user. The owner of its folder is no evidence: it is root when
+/// the program forbids others to read its memory.
 bool isOurs(const fs::path& process) {
     const std::string status = contentOf(process / "status");
     std::string_view user = value(status, "", "Uid:\t");
@@ -117,7 +117,7 @@ bool isOurs(const fs::path& process) {
     return read.ec == std::errc{} && number == getuid();
 }
 
-/// The words of the command line; a kernel thread or a process that ended has none.
+/// The words of the command line; none for a kernel thread or a process that has ended.
 std::vector<std::string> commandLine(const fs::path& process) {
     const std::string text = contentOf(process / "cmdline");
     std::vector<std::string> words;
@@ -129,14 +129,14 @@ std::vector<std::string> commandLine(const fs::path& process) {
     return words;
 }
 
-/// The path of the executable, as the process sees it; else what the command line begins with.
+/// The path of the executable, as the process sees it; else the first word of the command line.
 std::string executable(const fs::path& process, const std::vector<std::string>& words) {
     std::error_code error;
     std::string target = fs::read_symlink(process / "exe", error).string();
     if (error) {
         return words.front().substr(0, words.front().find(" -"));
     }
-    // An application that was updated while it runs.
+    // The application was updated while running.
     constexpr std::string_view kDeleted = " (deleted)";
     if (target.ends_with(kDeleted)) {
         target.resize(target.size() - kDeleted.size());
@@ -144,8 +144,8 @@ std::string executable(const fs::path& process, const std::vector<std::string>& 
     return target;
 }
 
-/// What an interpreter runs: its first word that is no option. A development environment on Java
-/// says its name in a property, with its version behind.
+/// What an interpreter runs: its first argument that is not an option. A development environment on
+/// Java gives its name in a property, followed by its version.
 std::string script(const std::vector<std::string>& words) {
     constexpr std::string_view kSelector = "-Didea.paths.selector=";
     for (const std::string& word : words) {
@@ -203,7 +203,7 @@ std::string_view behindLast(std::string_view text, char separator) {
     return text.substr(text.rfind(separator) + 1);
 }
 
-/// Adds a name, and how it reads with its dashes as spaces: "lm-studio" is "LM Studio".
+/// Adds a name, and the same with spaces for dashes: "lm-studio" is "LM Studio".
 void add(std::set<std::string>& names, std::string_view name) {
     std::string spaced{name};
     std::ranges::replace_if(
@@ -212,7 +212,7 @@ void add(std::set<std::string>& names, std::string_view name) {
     names.emplace(name);
 }
 
-/// Adds the names that makers of applications use for a binary or package that ends so.
+/// Adds the names that vendors use for a binary or package with this ending.
 void addAliases(std::set<std::string>& names, std::string_view path) {
     for (const Alias& alias : kAliases) {
         if (path.ends_with(alias.end)) {
@@ -247,7 +247,7 @@ void addNames(
     add(names, behindLast(program, '/'));
     if (packed.empty()) {
         addAliases(names, program);
-        // A shared Electron is handed the archive or folder of the application.
+        // A shared Electron gets the archive or folder of the application as an argument.
         if (program.ends_with("/app.asar") || program.ends_with("/app")) {
             add(names, behindLast(program.substr(0, program.rfind('/')), '/'));
         }

@@ -19,17 +19,17 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Folders that many programs share, so that a neighbour in them tells nothing.
+/// Folders that many programs share: being in the same one is no evidence.
 constexpr std::array<std::string_view, 8> kSharedFolders{
     "/bin", "/sbin", "/usr/bin", "/usr/sbin", "/usr/local/bin", "/usr/games", "/snap/bin", ""};
 
 constexpr std::array<std::string_view, 11> kLaunchers{
     "sh", "bash", "dash", "zsh", "flatpak", "snap", "perl", "java", "node", "gjs-console", "wine"};
 
-/// No desktop entry is longer; what is longer is something else.
+/// Longer files are no desktop entries.
 constexpr std::size_t kLongestFile = std::size_t{256} << 10U;
 
-/// The first word of a command line, its quotes taken off.
+/// The first word of a command line, without its quotes.
 std::string firstWord(std::string_view command) {
     if (command.starts_with('"')) {
         command.remove_prefix(1);
@@ -38,7 +38,7 @@ std::string firstWord(std::string_view command) {
     return std::string{command.substr(0, command.find(' '))};
 }
 
-/// Where a program of this name or path lies, links resolved.
+/// The path of the program with this name or path, symlinks resolved.
 std::optional<std::string> locate(const std::string& program) {
     const char* path = std::getenv("PATH");  // NOLINT(concurrency-mt-unsafe): set at start only
     const std::vector<std::string> folders =
@@ -54,7 +54,7 @@ std::optional<std::string> locate(const std::string& program) {
     return std::nullopt;
 }
 
-/// The word that names the application's own program, behind "env" and its assignments.
+/// The word that names the application's own program, after "env" and its assignments.
 std::string programWord(std::string_view command) {
     std::string word = firstWord(command);
     if (fs::path{word}.filename() != "env") {
@@ -73,7 +73,7 @@ std::string programWord(std::string_view command) {
     }
 }
 
-/// `dataFolders`, and where packages' entries lie in a session that does not name them.
+/// `dataFolders`, and the folders of packages, which not every desktop session lists.
 std::vector<std::string> entryFolders() {
     std::vector<std::string> folders = dataFolders();
     folders.push_back(dataHome() + "/flatpak/exports/share");

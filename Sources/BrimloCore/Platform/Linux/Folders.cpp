@@ -18,7 +18,7 @@ namespace {
 
 constexpr int kReadFolder = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 
-/// The same where the kernel is older than 5.6, or a container forbids the call.
+/// The same for kernels older than 5.6 and containers that forbid openat2(2).
 int openStepByStep(int folder, std::string_view below) {
     Descriptor step;
     for (;;) {
@@ -64,8 +64,8 @@ bool makeWritable(int parent, const std::string& name) {
     if (!folder) {
         return false;
     }
-    // A descriptor opened for its path alone has no fchmod; this name of it stands for the very
-    // folder and not for whatever its path leads to by now.
+    // fchmod(2) fails for an O_PATH descriptor. This name of it means the folder itself, whatever
+    // its path leads to by now.
     const std::string self = "/proc/self/fd/" + std::to_string(folder.number());
     return chmod(self.c_str(), S_IRWXU) == 0;
 }

@@ -14,7 +14,7 @@ namespace Brimlo::Platform {
 
 namespace {
 
-/// Space, tab, line end and backslash stand in the table as three octal digits.
+/// Space, tab, line end and backslash are written as three octal digits in the table.
 std::string unescaped(std::string_view text) {
     std::string result;
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -31,7 +31,7 @@ std::string unescaped(std::string_view text) {
     return result;
 }
 
-/// What follows `folder` in `path` when that is it or lies below it.
+/// The part of `path` after `folder`, when it is `folder` or lies below.
 std::optional<std::string_view> rest(std::string_view path, std::string_view folder) {
     const bool isBelow =
         path.starts_with(folder) && (path.size() == folder.size() || path[folder.size()] == '/');
@@ -54,7 +54,7 @@ MountTable MountTable::parse(std::string_view text) {
     std::istringstream lines{std::string{text}};
     for (std::string line; std::getline(lines, line);) {
         // id, parent id, device, root within the file system, mount point, …
-        // Only the space parts fields: other white space may stand in a mount point as it is.
+        // Only a space separates fields: other white space can be part of a mount point.
         std::istringstream fields{line};
         std::array<std::string, 5> field;
         for (std::string& next : field) {
@@ -90,7 +90,7 @@ bool MountTable::hasMountAtOrBelow(std::string_view path) const {
 }
 
 std::vector<std::string> MountTable::otherNames(std::string_view path) const {
-    // Of mounts on one point, the last covers the others.
+    // The last mount at a mount point covers the others.
     const Mount* own = nullptr;
     for (const Mount& mount : mounts_) {
         if (rest(path, mount.point) &&

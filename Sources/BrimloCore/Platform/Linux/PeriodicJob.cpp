@@ -5,9 +5,9 @@
 #include <cstddef>
 #include <utility>
 
-// A job is a service and a timer of systemd's user manager, as systemd.service(5), systemd.timer(5)
-// and systemd.syntax(7) describe them. They lie in "~/.config" whatever `XDG_CONFIG_HOME` says to
-// this process, because the manager was started at login and hasn't heard of a shell's settings.
+// A job is a service and a timer of systemd's user manager: systemd.service(5), systemd.timer(5),
+// systemd.syntax(7). They lie in "~/.config" whatever this process's `XDG_CONFIG_HOME` is, because
+// the manager was started at login without a shell's environment.
 
 namespace Brimlo::Platform {
 
@@ -15,10 +15,10 @@ namespace {
 
 constexpr std::string_view kStart = "ExecStart=";
 
-/// Starts a program whose path systemd refuses as that of a program, but passes as an argument.
+/// Starts a program whose path systemd accepts only as an argument.
 constexpr std::array<std::string_view, 3> kDetour{"/bin/sh", "-c", R"(exec "$0" "$@")"};
 
-/// With "%" doubled, which would begin a placeholder.
+/// With "%" doubled: a single one begins a placeholder.
 std::string literal(std::string_view text) {
     std::string result;
     for (const char character : text) {
@@ -38,7 +38,7 @@ std::string inQuotes(std::string_view text) {
     return result + '"';
 }
 
-/// The value of "ExecStart". The colon before the program keeps "$" what it is.
+/// The value of "ExecStart". The colon before the program turns the expansion of "$" off.
 std::string commandLine(std::vector<std::string> arguments) {
     if (arguments.front().find_first_of(R"("'\)") != std::string::npos) {
         arguments.insert(arguments.begin(), kDetour.begin(), kDetour.end());
@@ -57,7 +57,7 @@ std::string service(const PeriodicJob::Settings& settings) {
            "\n"
            "[Service]\n"
            "Type=oneshot\n"
-           // Without one, a run that hangs would keep all later ones from starting.
+           // Without a timeout, a run that hangs would prevent all later ones.
            "TimeoutStartSec=2h\n" +
            std::string{kStart} + commandLine(settings.arguments) +
            "\n"
@@ -65,7 +65,7 @@ std::string service(const PeriodicJob::Settings& settings) {
            output + "StandardError=" + output;
 }
 
-/// The first span counts from the start of the timer, the second from the last run.
+/// The first span starts with the timer, the second with the last run.
 std::string timer(const PeriodicJob::Settings& settings) {
     const std::string span = std::to_string(settings.intervalSeconds) + "s\n";
     return "[Unit]\n"
@@ -79,8 +79,8 @@ std::string timer(const PeriodicJob::Settings& settings) {
            "WantedBy=timers.target\n";
 }
 
-/// Takes one character of a word off `text`, an escaped one or "%%" as what it stands for. Nullopt
-/// for the escapes and placeholders that no program writes here.
+/// Removes one character of a word from `text`, unescaping it. Nullopt for other escapes and for
+/// placeholders, which this program never writes.
 std::optional<char> takeCharacter(std::string_view& text) {
     const char first = text.front();
     text.remove_prefix(1);
@@ -131,7 +131,7 @@ PeriodicJob::PeriodicJob(std::string label, std::string home)
     , folder_(std::move(home) + "/.config/systemd/user/") {}
 
 std::vector<std::string> PeriodicJob::paths() const {
-    // The last one is the link that "systemctl enable" makes.
+    // The last one is the symlink that "systemctl enable" makes.
     return {
         folder_ + label_ + ".service",
         folder_ + label_ + ".timer",
@@ -151,7 +151,7 @@ std::expected<std::vector<PeriodicJob::File>, Error> PeriodicJob::files(
 }
 
 std::vector<PeriodicJob::Command> PeriodicJob::commands(Moment moment) const {
-    // Not every system has it in the same folder, which "env" finds out.
+    // "env" finds systemctl in whatever folder the system has it.
     const auto systemctl = [&](std::vector<std::string> words) {
         const std::vector<std::string> start{"/usr/bin/env", "systemctl", "--user"};
         words.insert(words.begin(), start.begin(), start.end());

@@ -10,7 +10,7 @@
 namespace Brimlo::Platform {
 
 bool canReadProtectedFolders() {
-    // As a rule it is not there, and nothing is hidden from the user here.
+    // Linux hides nothing from the user, and the folder rarely exists; tests create it.
     const std::string folder = homeFolder() + "/Library/Safari";
     const Descriptor opened{open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
     return opened || errno == ENOENT || errno == ENOTDIR;

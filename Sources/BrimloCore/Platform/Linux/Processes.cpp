@@ -18,7 +18,7 @@ std::optional<Pipe> openPipe() {
 }
 
 std::optional<short> inheritStreamsOnly(posix_spawn_file_actions_t& /*actions*/) {
-    // Every file of ours is opened so that no program inherits it.
+    // All files are opened with O_CLOEXEC.
     return short{0};
 }
 

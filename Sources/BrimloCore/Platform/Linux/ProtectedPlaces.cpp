@@ -8,15 +8,15 @@ namespace Brimlo::Platform {
 
 namespace {
 
-// Where the Filesystem Hierarchy, the XDG Base Directory Specification and the documents of each
-// program put these. A row names the folder that loses something by going, and no folder above it:
-// what holds a row may not go either.
+// From the Filesystem Hierarchy Standard, the XDG Base Directory Specification and the
+// documentation of each program. A row names the folder whose removal loses something. Folders
+// above it need no row: the gate protects whatever contains a row.
 
 constexpr std::array<std::string_view, 121> kWhole{
-    // The user's own folders by their English names; userFolders knows them by their other ones.
+    // The user's own folders by their English names; userFolders has the localized ones.
     "~/Videos",
     "~/Templates",
-    // Where programs keep what they were told and what was made with them.
+    // Settings and data of programs.
     "~/.config",
     "~/.local/share",
     "~/.local/state",
@@ -60,7 +60,7 @@ constexpr std::array<std::string_view, 121> kWhole{
     "~/.config/obs-studio",
     "~/.config/retroarch",
     "~/.config/unity3d",
-    // What a cloud keeps in step: what goes here goes there, too.
+    // Folders that a cloud service syncs: a removal here is one there, too.
     "~/Dropbox",
     "~/Nextcloud",
     "~/ownCloud",
@@ -82,7 +82,7 @@ constexpr std::array<std::string_view, 121> kWhole{
     "~/.local/share/DBeaverData",
     "~/.config/colima",
     "~/.colima",
-    // Games and what was reached in them.
+    // Games and saved games.
     "~/Games",
     "~/.minecraft",
     "~/.wine",
@@ -186,7 +186,7 @@ constexpr std::array<std::string_view, 281> kNever{
     "~/.config/sops",
     "~/.authinfo",
     "~/.authinfo.gpg",
-    // Networks, and the machines that are reached through them.
+    // Networks and remote machines.
     "~/.config/NetworkManager",
     "~/.local/share/networkmanagement",
     "~/.config/openvpn",
@@ -305,7 +305,7 @@ constexpr std::array<std::string_view, 281> kNever{
     "~/Maildir",
     "~/.maildir",
     "~/.mail",
-    // What was said in chats, where it stands beside no cache.
+    // Chat histories of programs without a cache beside them.
     "~/.purple",
     "~/.config/hexchat",
     "~/.xchat2",
@@ -375,7 +375,7 @@ constexpr std::array<std::string_view, 281> kNever{
     "~/.local/share/homebank",
     "~/.config/homebank",
     "~/.local/share/kmymoney",
-    // Notes, books, pictures and music as their programs know them.
+    // Libraries of notes, books, pictures and music.
     "~/.zotero",
     "~/Zotero/storage",
     "~/Zotero/zotero.sqlite",
@@ -414,7 +414,7 @@ constexpr std::array<std::string_view, 281> kNever{
     "~/.pgadmin",
     "~/.local/share/pgadmin",
     "~/.mysql/workbench",
-    // Games that keep what was reached in a place of its own.
+    // Games with a folder of their own for saved games.
     "~/.local/share/Steam/userdata",
     "~/.local/share/Steam/config/config.vdf",
     "~/.local/share/Steam/config/loginusers.vdf",
@@ -512,7 +512,7 @@ constexpr std::array<std::string_view, 79> kProfiles{
     "~/.config/viber",
     "~/.ViberPC",
     "~/.zoom",
-    // Others that are browsers inside.
+    // Other programs with a browser engine.
     "~/.config/obsidian",
     "~/.config/Postman",
     "~/.config/Insomnia",

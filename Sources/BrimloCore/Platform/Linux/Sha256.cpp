@@ -10,7 +10,7 @@ struct Sha256::State {
         void operator()(EVP_MD_CTX* held) const { EVP_MD_CTX_free(held); }
     };
 
-    // Fetched once: asked for by name at each start, the algorithm is searched for each time.
+    // Fetched once: by name, the algorithm would be looked up at each start.
     std::unique_ptr<EVP_MD, Free> algorithm{EVP_MD_fetch(nullptr, "SHA2-256", nullptr)};
     std::unique_ptr<EVP_MD_CTX, Free> context{EVP_MD_CTX_new()};
     bool isSound = false;  ///< Every step since `begin` succeeded.

@@ -33,8 +33,7 @@ std::unexpected<Error> failure() {
     return refuse(code, reasonNotMoved(code));
 }
 
-/// Whether this user may take the item out of the folder, and if not, why. Asked before anything
-/// is written.
+/// Whether this user may move the item out of the folder, checked before anything is written.
 std::expected<void, Error> mayLeave(int folder, const struct stat& item) {
     struct stat status {};
     if (fstat(folder, &status) != 0 || faccessat(folder, ".", W_OK | X_OK, AT_EACCESS) != 0) {
@@ -80,7 +79,7 @@ struct TrashMove::State {
     std::expected<void, Error> writeNoteAs(const std::string& candidate, const TrashInfo& info);
 };
 
-/// Opens the item's folder and makes sure that the item in it is the one that was judged.
+/// Opens the item's folder and checks that the item in it is the one that was judged.
 std::expected<void, Error> TrashMove::State::find(const Request& request) {
     const std::size_t slash = request.path.rfind('/');
     name = request.path.substr(slash + 1);
@@ -105,13 +104,13 @@ std::expected<void, Error> TrashMove::State::find(const Request& request) {
     return mayLeave(folder.number(), status);
 }
 
-/// Reserves a free name in the Trash by writing the note of the item.
+/// Reserves a free name in the Trash by writing the trashinfo file.
 std::expected<void, Error> TrashMove::State::makePlace(const Request& request) {
     const std::size_t skipped =
         trash.base.empty() ? 0 : trash.base.size() + (trash.base == "/" ? 0 : 1);
     const TrashInfo info{.path = request.path.substr(skipped), .entryID = request.entryID};
-    // Beyond the first few a number is drawn: looking for the next free one would take the longer
-    // the more items of this name there are.
+    // After the first few the number is random: counting up would take longer with every item of
+    // this name.
     constexpr int kNumberedInOrder = 16;
     constexpr int kMostNames = 64;
     std::random_device random;
@@ -142,10 +141,10 @@ std::expected<void, Error> TrashMove::State::writeNoteAs(
     if (!file) {
         return failure();
     }
-    trashName = candidate;  // From here on the note is removed with this object.
+    trashName = candidate;  // From here on the trashinfo file is removed with this object.
     struct stat status {};
     if (fstatat(trash.files.number(), candidate.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0) {
-        // An item that lost its note; it keeps its place.
+        // An item without trashinfo file has this name, and keeps it.
         unlinkat(trash.info.number(), note.c_str(), 0);
         trashName.clear();
         return refuse(EEXIST, reasonNotMoved(EEXIST));
@@ -200,14 +199,14 @@ std::expected<TrashedItem, Error> TrashMove::commit() {
     struct stat status {};
     if (fstatat(files, trashName, &status, AT_SYMLINK_NOFOLLOW) != 0 ||
         identityOf(status) != state_->identity) {
-        // Something else took the item's name in the last moment.
+        // Another item took the name in the last moment.
         if (renameat2(files, trashName, folder, name, RENAME_NOREPLACE) == 0) {
             return refuse(ESTALE, "it is not the item that was reviewed");
         }
         item.warning = "another item stood in its place and lies in the Trash now";
     }
     state_->keepsNote = true;
-    // In this order, so that a power cut leaves the item in at least one of the two places.
+    // In this order, so that after a power cut the item is in at least one of the two places.
     syncFolder(folder);
     syncFolder(files);
     syncFolder(state_->trash.info.number());

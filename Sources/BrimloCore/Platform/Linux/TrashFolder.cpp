@@ -42,7 +42,7 @@ std::unexpected<Error> unsafe(const std::string& name) {
     });
 }
 
-/// Whether a group keeps everybody else out: it is named as the user is, and has no other member.
+/// Whether the user is the only member of a group: it has the user's name and no other member.
 bool isOfTheUserAlone(gid_t id) {
     std::array<char, 16384> userText{};
     std::array<char, 16384> groupText{};
@@ -76,7 +76,7 @@ bool isPrivate(const struct stat& status, mode_t enclosing) {
     return (status.st_mode & S_IWOTH) == 0 && !groupWrites;
 }
 
-/// Whether a folder of the Trash that is missing is made.
+/// What to do about a missing folder of the Trash.
 enum class Missing { made, left };
 
 /// Opens a folder of the Trash inside `parent`.
@@ -134,7 +134,7 @@ std::expected<TrashFolder, Error> openHomeTrash(Missing missing) {
     return openTrash(*folder, home + "/Trash", "", missing);
 }
 
-/// `$topdir/.Trash/$uid` where an administrator has set `.Trash` up, else `$topdir/.Trash-$uid`.
+/// `$topdir/.Trash/$uid` where an administrator has created `.Trash`, else `$topdir/.Trash-$uid`.
 std::expected<TrashFolder, Error> openTopTrash(const std::string& top) {
     const Descriptor topFolder{open(top.c_str(), kOpenFlags)};
     if (!topFolder) {
@@ -144,7 +144,7 @@ std::expected<TrashFolder, Error> openTopTrash(const std::string& top) {
     const std::string user = std::to_string(getuid());
     const Descriptor shared{openat(topFolder.number(), ".Trash", kOpenFlags)};
     struct stat status {};
-    // Its owner can rename what lies in it, whatever its mode.
+    // The owner of a folder can rename its entries, whatever its mode.
     const bool isTrusted = shared && fstat(shared.number(), &status) == 0 &&
                            (status.st_uid == 0 || status.st_uid == geteuid()) &&
                            (status.st_mode & S_ISVTX) != 0;
@@ -160,8 +160,8 @@ std::expected<TrashFolder, Error> openTopTrash(const std::string& top) {
     return openTrash(*folder, base + "/.Trash-" + user, top, Missing::made);
 }
 
-/// The folder that has a Trash of this name for the user at the top of a volume; nullopt when a
-/// Trash is not called so.
+/// The top folder of the volume whose Trash for this user has this path; nullopt when the path is
+/// not that of such a Trash.
 std::optional<fs::path> topOf(const fs::path& trash) {
     const std::string user = std::to_string(getuid());
     if (trash.filename() == ".Trash-" + user) {
@@ -224,7 +224,7 @@ std::expected<TrashFolder, Error> TrashFolder::holding(const std::string& itemPa
         }
         return openTrash(folder, trash, *top, Missing::left);
     }
-    // The home folder may have been spelled in another way then, so the folders are compared.
+    // The home folder may have been spelled differently at the time, so compare the folders.
     auto home = openHomeTrash(Missing::left);
     struct stat ours {};
     if (home && isThere && fstatat(home->files.number(), "..", &ours, 0) == 0 &&

@@ -16,7 +16,7 @@ constexpr std::string_view kEntryKey = "X-Brimlo-Entry=";
 
 constexpr std::size_t kLongestName = 255;
 
-/// The longest beginning of `text` of at most `limit` bytes that cuts no character.
+/// The longest prefix of `text` of at most `limit` bytes that splits no character.
 std::string_view shortened(std::string_view text, std::size_t limit) {
     if (text.size() <= limit) {
         return text;
@@ -52,7 +52,7 @@ std::optional<TrashInfo> TrashInfo::parse(std::string_view text) {
         const std::size_t end = std::min(text.find('\n'), text.size());
         const std::string_view line = text.substr(0, end);
         text.remove_prefix(std::min(end + 1, text.size()));
-        // Of a repeated key the first counts.
+        // The first of repeated keys counts.
         if (!path && line.starts_with(kPathKey)) {
             path = FileUrl::decodePath(line.substr(kPathKey.size()));
         } else if (!entryID && line.starts_with(kEntryKey)) {
@@ -67,7 +67,7 @@ std::optional<TrashInfo> TrashInfo::parse(std::string_view text) {
 
 std::string nameInTrash(std::string_view name, int attempt) {
     const std::string number = attempt > 1 ? "." + std::to_string(attempt) : "";
-    // An ending as long as this is no ending but a part of the name.
+    // A longer extension is part of the name.
     constexpr std::size_t kLongestEnding = 32;
     const std::size_t dot = name.rfind('.');
     const bool hasEnding =

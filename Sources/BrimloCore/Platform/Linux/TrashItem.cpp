@@ -31,7 +31,7 @@ std::unexpected<Error> failure(int code = errno) {
     return std::unexpected(Error::fromSystem(code));
 }
 
-/// An item in the Trash, there or not.
+/// An item in the Trash, whether it exists or not.
 struct Item {
     TrashFolder trash;
     std::string name;  ///< In "files".
@@ -44,13 +44,14 @@ struct Item {
         return Item{.trash = *std::move(trash), .name = fs::path{trashPath}.filename()};
     }
 
-    [[nodiscard]] std::string note() const { return name + std::string{kTrashInfoSuffix}; }
+    [[nodiscard]] std::string infoName() const { return name + std::string{kTrashInfoSuffix}; }
 
-    /// The journal entry that the note names; ENOENT when it names none.
+    /// The journal entry in the trashinfo file; ENOENT when there is none.
     [[nodiscard]] std::expected<std::string, Error> entryID() const {
         constexpr int kFlags = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
-        const Descriptor file{openat(trash.info.number(), note().c_str(), kFlags)};
-        std::array<char, 16384> text{};  // A path of 4,096 bytes is three times as long, encoded.
+        const Descriptor file{openat(trash.info.number(), infoName().c_str(), kFlags)};
+        std::array<char, 16384>
+            text{};  // A path of 4,096 bytes, encoded, is up to three times as long.
         const ssize_t length = file ? read(file.number(), text.data(), text.size()) : -1;
         if (length < 0) {
             return failure();
@@ -60,28 +61,28 @@ struct Item {
                                        : failure(ENOENT);
     }
 
-    /// Whether the item is gone and its note is so old that no clean is about to bring the item.
-    [[nodiscard]] bool hasStrayNote() const {
+    /// Whether the item is gone and its trashinfo file too old for a clean that is still running.
+    [[nodiscard]] bool hasStrayInfo() const {
         constexpr std::time_t kDay = 86'400;
         struct stat status {};
         const int info = trash.info.number();
-        const bool isOld = fstatat(info, note().c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
+        const bool isOld = fstatat(info, infoName().c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
                            status.st_mtim.tv_sec <= std::time(nullptr) - kDay;
         return isOld && entryID() &&
                fstatat(trash.files.number(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0 &&
                errno == ENOENT;
     }
 
-    void removeNote() const { unlinkat(trash.info.number(), note().c_str(), 0); }
+    void removeInfo() const { unlinkat(trash.info.number(), infoName().c_str(), 0); }
 };
 
-/// The folder beside "files" in which other programs too put what is being deleted.
+/// The folder beside "files" for items being deleted, as other programs use it, too.
 Descriptor openExpunged(const TrashFolder& trash) {
     constexpr int kFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
     return Descriptor{openat(trash.files.number(), "../expunged", kFlags)};
 }
 
-/// Moves an item within the Trash. A folder's own permissions can forbid that to all but root.
+/// Moves an item within the Trash. The permissions of a folder can forbid that to all but root.
 bool moveAside(int from, const std::string& name, int to, const std::string& newName) {
     const auto move = [&] {
         return renameat2(from, name.c_str(), to, newName.c_str(), RENAME_NOREPLACE) == 0;
@@ -99,13 +100,12 @@ std::vector<std::string> namesIn(const Descriptor& folder) {
     return names;
 }
 
-/// The name that an item has while it is deleted: nobody else uses it, and it tells by whom.
+/// The name of an item while it is deleted: unique, and holding the id of the process.
 std::string nameAside(pid_t process, const FileIdentity& identity) {
     return "brimlo-" + std::to_string(process) + "-" + identity.text();
 }
 
-/// The identity of a leftover of a deletion whose process died. Something else that lies there,
-/// because it took an item's place and could not be put back, is none.
+/// The identity of a leftover of a deletion whose process died; nullopt for anything else.
 std::optional<FileIdentity> leftover(int folder, const std::string& name) {
     pid_t process = 0;
     struct stat status {};
@@ -127,7 +127,7 @@ std::expected<FileIdentity, Error> find(
     const std::string& trashPath,
     const std::string& entryID,
     const std::optional<std::string>& recorded) {
-    // Most of a long journal is gone. Two calls tell so where its folder is still there, and
+    // Most items of a long journal are gone. Two calls show that where the folder still exists;
     // opening and checking the Trash takes twenty.
     const fs::path path{trashPath};
     struct stat none {};
@@ -170,8 +170,8 @@ void removeLeftovers() {
     for (const std::string& note : namesIn(item.trash.info)) {
         if (note.ends_with(kTrashInfoSuffix)) {
             item.name = note.substr(0, note.size() - kTrashInfoSuffix.size());
-            if (item.hasStrayNote()) {
-                item.removeNote();
+            if (item.hasStrayInfo()) {
+                item.removeInfo();
             }
         }
     }
@@ -202,10 +202,11 @@ std::expected<void, Error> putBack(
         renameat2(target.number(), name.c_str(), files, trashName, RENAME_NOREPLACE);
         return failure(ESTALE);
     }
-    // In this order, as on the way in: the other leaves the item in both places after a power cut.
+    // In this order, as on the way in: the other can leave the item in both places after a power
+    // cut.
     syncFolder(files);
     syncFolder(target.number());
-    item->removeNote();
+    item->removeInfo();
     return {};
 }
 
@@ -217,14 +218,14 @@ std::expected<void, Error> remove(const std::string& trashPath, const FileIdenti
     const int files = item->trash.files.number();
     mkdirat(files, "../expunged", 0700);
     const Descriptor expunged = openExpunged(item->trash);
-    // Under a name that nobody else uses, what was looked at is what is deleted. Moving it there
-    // can take room that a full disk does not have; then it is deleted where it lies.
+    // Under a unique name the item that was checked is the one deleted. The move can fail on a full
+    // disk; then the item is deleted in place.
     const std::string aside = nameAside(getpid(), identity);
     const bool isAside = expunged && moveAside(files, item->name, expunged.number(), aside);
     auto removed = isAside ? removeTree(expunged.number(), aside, identity)
                            : removeTree(files, item->name, identity);
     if (removed) {
-        item->removeNote();
+        item->removeInfo();
     } else if (isAside) {
         moveAside(expunged.number(), aside, files, item->name);
     }

@@ -23,6 +23,14 @@ std::string variable(const char* name) {
     return value != nullptr ? value : "";
 }
 
+/// Without ".", "..", empty components and trailing slash; symlinks are not followed.
+std::string normalFolder(const std::string& path) {
+    // One spelling, because paths in the Trash are compared as text. The last step drops the empty
+    // component after a trailing slash.
+    const std::filesystem::path normal = std::filesystem::path{path}.lexically_normal();
+    return (normal.has_filename() ? normal : normal.parent_path()).string();
+}
+
 /// The folder named by a variable, or the one in the home folder.
 std::string baseFolder(const char* name, const char* inHome) {
     const std::string folder = variable(name);
@@ -83,13 +91,6 @@ std::string dataHome() {
 
 std::string configHome() {
     return baseFolder("XDG_CONFIG_HOME", "/.config");
-}
-
-std::string normalFolder(const std::string& path) {
-    // One spelling, because paths in the Trash are compared as text. The last step drops the empty
-    // component after a trailing slash.
-    const std::filesystem::path normal = std::filesystem::path{path}.lexically_normal();
-    return (normal.has_filename() ? normal : normal.parent_path()).string();
 }
 
 std::vector<std::string> dataFolders() {

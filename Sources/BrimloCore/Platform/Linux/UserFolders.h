@@ -13,10 +13,6 @@ namespace Brimlo::Platform {
 /// `$XDG_CONFIG_HOME`, by default "~/.config", likewise.
 [[nodiscard]] std::string configHome();
 
-/// An absolute path without ".", "..", empty components and trailing slash; symlinks are not
-/// followed.
-[[nodiscard]] std::string normalFolder(const std::string& path);
-
 /// `dataHome` and the folders of `$XDG_DATA_DIRS`, most important first.
 [[nodiscard]] std::vector<std::string> dataFolders();
 

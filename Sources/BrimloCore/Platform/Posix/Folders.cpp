@@ -123,7 +123,7 @@ private:
         return {};
     }
 
-    /// Goes back to the folder above and deletes the one that has been emptied.
+    /// Goes back to the folder above and deletes the emptied one.
     std::expected<void, Error> leave() {
         const Level done = std::move(levels_.back());
         levels_.pop_back();

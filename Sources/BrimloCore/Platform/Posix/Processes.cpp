@@ -8,14 +8,14 @@
 namespace Brimlo::Platform {
 
 void prepareProcess() {
-    // No system refuses so many, and no walk comes near.
+    // Every system allows as many, and no walk needs more.
     constexpr rlim_t kEnough = 8192;
     rlimit files{};
     if (getrlimit(RLIMIT_NOFILE, &files) == 0 && files.rlim_cur < kEnough) {
         files.rlim_cur = std::min(files.rlim_max, kEnough);
         setrlimit(RLIMIT_NOFILE, &files);
     }
-    // Were it ignored, the system would throw away how each child ended.
+    // While SIGCHLD is ignored, the system discards the exit status of children.
     std::signal(SIGCHLD, SIG_DFL);
 }
 

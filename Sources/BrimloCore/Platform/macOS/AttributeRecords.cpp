@@ -11,15 +11,15 @@
 //    4  the attributes that were returned, five sets of 4 bytes: common, volume, folder, file, fork
 //   24  the name: its place relative to this field, 4 bytes signed, and its length with the NUL, 4
 //   32  the kind of the entry, 4 bytes
-//   36  the file's number, 8 bytes                          } only when an allocation was
-//   44  the number of its names, 4 bytes, when returned     } asked for
-//   48  the allocated bytes, 8 bytes, when returned; at 44 where the number of names is not
+//   36  the inode, 8 bytes                                  } only when the allocation was
+//   44  the number of hard links, 4 bytes, when returned    } requested
+//   48  the allocated bytes, 8 bytes, when returned; at 44 without the number of links
 
 namespace Brimlo::Platform::AttributeRecords {
 
 namespace {
 
-// As <sys/attr.h> and <sys/vnode.h> have them; the reader holds them against these.
+// The values of <sys/attr.h> and <sys/vnode.h>, which macOS/DirectoryEntry.cpp asserts.
 constexpr std::uint32_t kName = 0x00000001;
 constexpr std::uint32_t kObjectType = 0x00000008;
 constexpr std::uint32_t kFileID = 0x02000000;
@@ -35,7 +35,7 @@ constexpr std::size_t kKindAt = 32;
 constexpr std::size_t kFileIDAt = 36;
 constexpr std::size_t kSizesAt = 44;
 
-/// One record; each question is answered with nothing when it reaches beyond the record.
+/// One record. Reads beyond its end return nullopt.
 class Record {
 public:
     explicit Record(std::span<const std::byte> bytes)
@@ -71,7 +71,7 @@ private:
     std::span<const std::byte> bytes_;
 };
 
-/// Fills in what was returned beyond name and kind. False when the record is too short for it.
+/// Fills in the attributes beyond name and kind. False when the record is too short.
 bool readAllocation(const Record& record, std::uint32_t fileAttributes, DirectoryEntry& entry) {
     std::size_t at = kSizesAt;
     if ((fileAttributes & kLinkCount) != 0) {
@@ -92,12 +92,12 @@ bool readAllocation(const Record& record, std::uint32_t fileAttributes, Director
     return true;
 }
 
-/// A name that stands for an entry of this very directory.
+/// Whether a name can be that of an entry of this directory.
 bool isUsable(std::string_view name) {
     return !name.empty() && name != "." && name != ".." && !name.contains('/');
 }
 
-/// Hands out the entry of one record.
+/// Passes on the entry of one record.
 bool readOne(const Record& record, const std::function<void(const DirectoryEntry&)>& visit) {
     const auto common = record.number<std::uint32_t>(kCommonAt);
     const auto file = record.number<std::uint32_t>(kFileAt);
@@ -148,7 +148,7 @@ bool read(
     const std::function<void(const DirectoryEntry&)>& visit) {
     for (; count > 0; --count) {
         const auto length = Record{buffer}.number<std::uint32_t>(0);
-        // Of less than its own length, a record would be read again and again.
+        // A record shorter than its length field would make the loop endless.
         if (!length || *length < sizeof *length || *length > buffer.size() ||
             !readOne(Record{buffer.first(*length)}, visit)) {
             return false;

@@ -38,7 +38,7 @@ std::expected<void, Error> exchange(int folder, const std::string& one, const st
     return {};
 }
 
-// APFS does not tell which of its blocks are shared.
+// APFS has no call for shared blocks.
 std::optional<std::vector<Extent>> sharedExtents(int /*file*/) {
     return std::nullopt;
 }

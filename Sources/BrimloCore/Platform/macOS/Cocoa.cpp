@@ -15,7 +15,7 @@ struct Row {
     int system;
 };
 
-/// Of the codes in <FoundationErrors.h> those that a move or a removal can end with.
+/// The codes of <FoundationErrors.h> that a move or a removal can return.
 constexpr Row kRows[] = {
     {"NSFileNoSuchFileError",           4,    ENOENT },
     {"NSFileLockingError",              255,  EBUSY  },

@@ -6,13 +6,13 @@ namespace Brimlo::Fmt {
 
 namespace {
 
-/// One a thread: it is costly to make, and no formatter is said to serve several at once.
+/// One per thread: a formatter is expensive to create and not documented as thread-safe.
 struct ByteFormatter {
     NSByteCountFormatter* formatter = [[NSByteCountFormatter alloc] init];
 
     ByteFormatter() {
         formatter.countStyle = NSByteCountFormatterCountStyleFile;
-        formatter.allowsNonnumericFormatting = NO;  // Else nothing is "Zero KB".
+        formatter.allowsNonnumericFormatting = NO;  // Else 0 is "Zero KB".
     }
 };
 

@@ -11,7 +11,7 @@ namespace Brimlo::Platform {
 
 namespace {
 
-/// Words in the names of what macOS shows only to apps with Full Disk Access.
+/// Words in the names of folders that macOS shows only to apps with Full Disk Access.
 constexpr std::array<std::string_view, 30> kPrivateWords{
     "Safari",
     "Mail",
@@ -48,7 +48,7 @@ constexpr std::array<std::string_view, 30> kPrivateWords{
 }  // namespace
 
 bool canReadProtectedFolders() {
-    // One folder stands for all that "Full Disk Access" opens. It lists itself, if nothing else.
+    // One folder of those that Full Disk Access opens. An empty one still lists ".".
     DIR* const folder = opendir((homeFolder() + "/Library/Safari").c_str());
     if (folder == nullptr) {
         return false;

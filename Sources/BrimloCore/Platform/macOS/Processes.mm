@@ -18,8 +18,8 @@ std::optional<Pipe> openPipe() {
         return std::nullopt;
     }
     Pipe made{.readEnd = Descriptor{ends[0]}, .writeEnd = Descriptor{ends[1]}};
-    // There is no call that does both. What our own programs inherit until here is closed by
-    // `inheritStreamsOnly`.
+    // No call does both at once. `inheritStreamsOnly` closes what a program started in between
+    // inherits.
     if (fcntl(ends[0], F_SETFD, FD_CLOEXEC) != 0 || fcntl(ends[1], F_SETFD, FD_CLOEXEC) != 0) {
         return std::nullopt;
     }
@@ -27,7 +27,7 @@ std::optional<Pipe> openPipe() {
 }
 
 std::optional<short> inheritStreamsOnly(posix_spawn_file_actions_t& actions) {
-    // The streams that are redirected stay open by that; standard input has to be named.
+    // Redirected streams stay open anyway; standard input must be named.
     if (posix_spawn_file_actions_addinherit_np(&actions, STDIN_FILENO) != 0) {
         return std::nullopt;
     }

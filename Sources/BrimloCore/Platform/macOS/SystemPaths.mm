@@ -22,7 +22,7 @@ bool isSame(const char* path, const char* other) {
 }  // namespace
 
 std::string homeFolder() {
-    // Foundation obeys this variable too, but only as it was when the program started.
+    // Foundation reads this variable, too, but only when the program starts.
     const char* const fixed = std::getenv("CFFIXED_USER_HOME");
     if (fixed != nullptr && fixed[0] == '/') {
         return fixed;

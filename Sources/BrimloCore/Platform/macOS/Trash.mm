@@ -17,9 +17,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-// The system itself moves the item, because it alone knows the Trash of each volume, chooses the
-// name there and lets the Finder put the item back. It takes a path, no descriptor. So the item is
-// looked at right before the move and right after it, and one that was not meant goes back.
+// The system moves the item, because only the system knows the Trash of each volume, chooses the
+// name there and lets the Finder put the item back. Its call takes a path, not a descriptor, so the
+// item's identity is checked right before and right after the move, and a wrong item goes back.
 
 namespace Brimlo::Platform {
 
@@ -38,7 +38,7 @@ bool isAtOrBelow(std::string_view path, std::string_view folder) {
     return path.starts_with(folder) && (path.size() == folder.size() || path[folder.size()] == '/');
 }
 
-/// Whether a volume is mounted in the folder. What can't be told counts as none.
+/// Whether a volume is mounted in the folder; false when unknown.
 bool holdsMount(const std::string& path) {
     const int count = getfsstat(nullptr, 0, MNT_NOWAIT);
     std::vector<struct statfs> mounts(static_cast<std::size_t>(std::max(0, count)));
@@ -51,7 +51,7 @@ bool holdsMount(const std::string& path) {
     });
 }
 
-/// Why an item that has to do with the Trash itself is not moved there.
+/// Refuses items that contain the Trash or are in it.
 std::expected<void, Error> mayGoToTrash(const std::string& path) {
     const std::string trash = homeTrash();
     if (isAtOrBelow(path, trash) || (path + "/").contains("/.Trashes/")) {
@@ -81,7 +81,7 @@ struct TrashMove::State {
     [[nodiscard]] std::expected<TrashedItem, Error> judge(const std::string& trashPath) const;
 };
 
-/// Makes sure that the item is the one that was judged.
+/// Checks that the item is the one that was judged.
 std::expected<void, Error> TrashMove::State::find() {
     struct stat status {};
     struct stat around {};
@@ -149,11 +149,11 @@ std::expected<TrashedItem, Error> TrashMove::commit() {
     }
 }
 
-/// Holds what lies in the Trash now against what was meant.
+/// Checks that the item now in the Trash is the right one.
 std::expected<TrashedItem, Error> TrashMove::State::judge(const std::string& trashPath) const {
     TrashedItem item{.path = trashPath, .warning = std::nullopt};
     if (FileIdentity::of(trashPath) != identity) {
-        // Something else took the item's name in the last moment.
+        // Another item took the name in the last moment.
         if (renameatx_np(AT_FDCWD, trashPath.c_str(), folder.number(), name.c_str(), RENAME_EXCL) ==
             0) {
             return refuse(ESTALE, "it is not the item that was reviewed");

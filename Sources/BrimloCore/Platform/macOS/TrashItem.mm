@@ -21,7 +21,7 @@ std::unexpected<Error> failure(int code = errno) {
     return std::unexpected(Error::fromSystem(code));
 }
 
-/// The folder that an entry lies in, and its name there.
+/// The folder of an entry, and its name there.
 struct Place {
     std::expected<Descriptor, Error> folder;
     std::string name;
@@ -41,7 +41,7 @@ bool isInATrash(const std::string& path) {
             (folder.starts_with("/Volumes/") && folder.ends_with(ofVolume)));
 }
 
-/// Moves an item to where nothing is. A folder's own permissions can forbid that to all but root.
+/// Moves an item without overwriting. The permissions of a folder can forbid that to all but root.
 bool moveWithout(int from, const std::string& name, int to, const std::string& newName) {
     const auto move = [&] {
         return renameatx_np(from, name.c_str(), to, newName.c_str(), RENAME_EXCL) == 0;
@@ -49,8 +49,8 @@ bool moveWithout(int from, const std::string& name, int to, const std::string& n
     return move() || (errno == EACCES && makeWritable(from, name) && move());
 }
 
-/// For volumes that have no move of the kind that never overwrites: Foundation looks before it
-/// moves. It would also copy to another volume, hence the test.
+/// For volumes without RENAME_EXCL: Foundation checks for an existing item before the move. It
+/// would copy to another volume, hence the test.
 std::expected<void, Error> moveByFoundation(
     const Place& from, const std::string& path, const Place& to, const std::string& newPath) {
     if (mountID(from.folder->number()) != mountID(to.folder->number())) {
@@ -90,7 +90,7 @@ std::expected<FileIdentity, Error> find(
 std::expected<void, Error> putBack(
     const std::string& trashPath, const FileIdentity& identity, const std::string& path) {
     const Place trash{trashPath};
-    // The user's own way to the folder may well lead over a link.
+    // The user's path to the folder may contain symlinks.
     Place target{"/"};
     target.name = path.substr(path.rfind('/') + 1);
     target.folder = Descriptor{
@@ -129,9 +129,9 @@ std::expected<void, Error> remove(const std::string& trashPath, const FileIdenti
         return std::unexpected(trash.folder.error());
     }
     const int folder = trash.folder->number();
-    // Under a name that nobody else uses, what was looked at is what is deleted.
+    // Under a unique name the item that was checked is the one deleted.
     const std::string aside = ".brimlo-" + std::to_string(getpid()) + "-" + identity.text();
-    // The longer name can take room that a full disk does not have.
+    // The longer name can fail on a full disk.
     const bool isAside = moveWithout(folder, trash.name, folder, aside);
     auto removed = removeTree(folder, isAside ? aside : trash.name, identity);
     if (!removed && isAside) {
@@ -140,7 +140,7 @@ std::expected<void, Error> remove(const std::string& trashPath, const FileIdenti
     return removed;
 }
 
-/// There are no notes here, and half an item lies in the Trash itself, which its emptying takes.
+/// macOS has no trashinfo files, and half-deleted items stay in the Trash until it is emptied.
 void removeLeftovers() {}
 
 }  // namespace Brimlo::Platform::TrashItem
