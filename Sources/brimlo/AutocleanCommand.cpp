@@ -2,10 +2,9 @@
 #include "BrimloCore/Support/AppConfig.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "brimlo/CleanRun.h"
+#include "brimlo/Commands.h"
 #include "brimlo/Console.h"
-#include "brimlo/Interrupt.h"
 #include "brimlo/JsonForms.h"
-#include "brimlo/Tool.h"
 
 #include <memory>
 
@@ -20,8 +19,8 @@ struct Arguments {
 
 AutoCleanOutcome outcomeOf(const Arguments& arguments, const AppConfig& config) {
     if (arguments.execute) {
-        // The purge, which comes first, takes nothing back.
-        Interrupt::finishFirst(Interrupt::Undo::impossible);
+        // The purge comes first and can't be undone.
+        Tool::finishFirst(Tool::Undo::impossible);
     }
     Console::Progress progress;
     progress.show(

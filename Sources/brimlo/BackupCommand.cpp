@@ -1,9 +1,9 @@
 #include "BrimloCore/Shell/CoverageChecker.h"
 #include "BrimloCore/Support/RuleJson.h"
 #include "BrimloCore/Support/Text.h"
+#include "brimlo/Commands.h"
 #include "brimlo/Console.h"
 #include "brimlo/JsonForms.h"
-#include "brimlo/Tool.h"
 
 #include <memory>
 

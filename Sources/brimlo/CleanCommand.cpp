@@ -4,8 +4,8 @@
 #include "BrimloCore/Support/AppConfig.h"
 #include "BrimloCore/Support/Path.h"
 #include "brimlo/CleanRun.h"
+#include "brimlo/Commands.h"
 #include "brimlo/Console.h"
-#include "brimlo/Tool.h"
 
 #include <memory>
 #include <set>
@@ -23,7 +23,7 @@ struct Arguments {
     bool yes = false;
 };
 
-/// Whether an item of a suggestion is meant by the arguments.
+/// Whether the arguments select an item of a suggestion.
 bool isMeant(const SuggestionItem& item, const Suggestion& suggestion, const Arguments& arguments) {
     if (arguments.preselected) {
         return suggestion.preselectedPaths.contains(item.path);
@@ -34,7 +34,7 @@ bool isMeant(const SuggestionItem& item, const Suggestion& suggestion, const Arg
     return std::ranges::find(arguments.rules, suggestion.id) != arguments.rules.end();
 }
 
-/// Whether something of Docker's may be meant: it takes a while to ask.
+/// Whether the arguments may select Docker's objects: asking Docker takes a while.
 bool mayMeanDocker(const Arguments& arguments) {
     return arguments.rules.empty() ||
            std::ranges::any_of(
@@ -55,8 +55,8 @@ CleanPlan suggestedPlan(const Arguments& arguments) {
         });
 }
 
-/// Docker's objects of these pseudo paths, with all that a review tells of them. Only what nothing
-/// uses is found.
+/// Docker's objects of these pseudo paths, with all details for a review. Only unused objects are
+/// found.
 std::expected<std::vector<CleanItem>, std::string> dockerItems(
     const std::vector<std::string>& pseudoPaths) {
     DockerSnapshot snapshot;
@@ -84,7 +84,7 @@ std::expected<std::vector<CleanItem>, std::string> dockerItems(
     return items;
 }
 
-/// What a person typed: paths, and pseudo paths of Docker's objects.
+/// The user's arguments: paths, and pseudo paths of Docker's objects.
 struct Typed {
     std::vector<std::string> paths;
     std::vector<std::string> ofDocker;
@@ -106,7 +106,7 @@ std::expected<Typed, Error> typed(const std::vector<std::string>& words) {
     return typed;
 }
 
-/// The first of the rule ids that no rule, no project pattern and nothing of Docker's has.
+/// The first id that belongs to no rule, project pattern or Docker category.
 std::optional<std::string> unknownRule(const std::vector<std::string>& ids) {
     if (ids.empty()) {
         return std::nullopt;
@@ -175,7 +175,7 @@ void addCleanCommand(CLI::App& app, Tool& tool) {
         "--safe", arguments->safe, "All that is rated Safe and belongs to no running app");
     what->add_option("--rule", arguments->rules, "All that these rules or project patterns find")
         ->type_name("ID");
-    // The command's own: after "--", the positionals of a group are not understood.
+    // Added to the command: positionals of a group are not recognized after "--".
     addPaths(
         *command, arguments->paths, "These files and folders, or Docker's objects by \"docker:\"");
     command->add_flag("--dry-run", arguments->dryRun, "Show what would go, and move nothing");

@@ -5,8 +5,8 @@
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
 #include "brimlo/Console.h"
-#include "brimlo/Interrupt.h"
 #include "brimlo/JsonForms.h"
+#include "brimlo/Tool.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -20,7 +20,7 @@ std::string total(const CleanPlan& plan) {
     return Console::count(plan.items().size(), "item") + ", " + Fmt::bytes(plan.totalBytes());
 }
 
-/// Docker's objects by what they are called, too, where that is not their id.
+/// The name of an item, and the title of a Docker object unless that is its id.
 std::string name(const CleanItem& item) {
     const std::string name = Console::itemName(item.path);
     const std::string title = Text::printable(item.title.value_or(""));
@@ -32,7 +32,7 @@ std::size_t dockerCount(const CleanPlan& plan) {
         std::ranges::count_if(plan.items(), isPseudoPath, &CleanItem::path));
 }
 
-/// What is to be agreed to. What doesn't go to the Trash has been told apart before.
+/// The question to confirm. `show` has already pointed out what does not go to the Trash.
 std::string question(const CleanPlan& plan) {
     return dockerCount(plan) == 0 ? "Move " + total(plan) + " to the Trash?"
                                   : "Clean " + total(plan) + "?";
@@ -40,7 +40,7 @@ std::string question(const CleanPlan& plan) {
 
 CleanReport execute(const CleanPlan& plan, bool dryRun) {
     if (!dryRun) {
-        Interrupt::finishFirst();
+        Tool::finishFirst();
     }
     Cleaner cleaner{std::make_shared<Journal>(StoragePaths::journal())};
     Console::Progress progress;
@@ -116,7 +116,7 @@ void show(const CleanReport& report, const CleanPlan& plan, bool dryRun) {
 }
 
 ExitCode exitCode(const CleanReport& report) {
-    if (Interrupt::wasNoted()) {
+    if (Tool::wasInterrupted()) {
         return ExitCode::interrupted;
     }
     return report.hasProblems() ? ExitCode::problems : ExitCode::done;

@@ -4,22 +4,22 @@
 #include "BrimloCore/Cleaner/CleanReport.h"
 #include "brimlo/Tool.h"
 
-/// A clean as a person or a script goes through it.
+/// A clean as a user or a script runs it.
 namespace Brimlo::CleanRun {
 
 struct Choice {
     bool dryRun = false;
-    bool yes = false;  ///< Don't ask. Has to be so, or a dry run, where nobody can be asked.
+    bool yes = false;  ///< Don't ask. Required without a terminal, except for a dry run.
 };
 
-/// Shows the plan, asks, moves the items to the Trash and tells what came of it.
+/// Shows the plan, asks, moves the items to the Trash and reports the result.
 [[nodiscard]] ExitCode run(const CleanPlan& plan, const Choice& choice, const Tool& tool);
 
-/// Shows what is about to go, or what came of it.
+/// Print a plan before the clean, and its result afterwards.
 void show(const CleanPlan& plan);
 void show(const CleanReport& report, const CleanPlan& plan, bool dryRun);
 
-/// How the tool ends after such a clean.
+/// The exit code after such a clean.
 [[nodiscard]] ExitCode exitCode(const CleanReport& report);
 
 }  // namespace Brimlo::CleanRun

@@ -1,6 +1,6 @@
 #include "BrimloCore/Support/AppConfig.h"
+#include "brimlo/Commands.h"
 #include "brimlo/Console.h"
-#include "brimlo/Tool.h"
 
 #include <array>
 #include <charconv>
@@ -52,7 +52,7 @@ Json::Value value(const AppConfig& config, const Setting& setting) {
     return std::visit([&](auto field) { return Json::Value(config.*field); }, setting.field);
 }
 
-/// Sets a field from what a person typed; false when that is no value for it.
+/// Sets a field from a command line argument; false if that is no valid value.
 bool assign(bool& field, std::string_view text) {
     field = text == "true";
     return text == "true" || text == "false";

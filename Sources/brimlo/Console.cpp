@@ -7,9 +7,11 @@
 #include "BrimloCore/UserRules/UserRules.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
+#include <string>
 
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -19,6 +21,7 @@ namespace Brimlo::Console {
 namespace {
 
 constexpr std::string_view kEraseLine = "\r\033[K";
+constexpr std::chrono::milliseconds kSampling{150};
 
 bool hasColour() {
     static const bool kHasColour =
@@ -37,7 +40,7 @@ std::string blanks(std::string_view text, std::size_t width) {
     return std::string(width > used ? width - used : 0, ' ');
 }
 
-/// Columns of the terminal, or enough for a page where the output goes to a file.
+/// The terminal's width in columns, or 100 for a file.
 std::size_t terminalWidth() {
     constexpr std::size_t kPageWidth = 100;
     constexpr std::size_t kNarrowest = 40;
@@ -138,6 +141,31 @@ void Progress::show(std::string_view words) {
         isShown_ = true;
         std::cerr << kEraseLine << Text::printable(words) << std::flush;
     }
+}
+
+WalkProgress::WalkProgress(const ScanControl& control)
+    : control_{control}
+    , thread_{[this] { show(); }} {}
+
+WalkProgress::~WalkProgress() {
+    {
+        const std::lock_guard guard{mutex_};
+        hasEnded_ = true;
+    }
+    ended_.notify_all();
+    thread_.join();
+}
+
+void WalkProgress::show() {
+    Progress shown;
+    std::unique_lock guard{mutex_};
+    while (!ended_.wait_for(guard, kSampling, [this] { return hasEnded_; })) {
+        const ScanControl::Progress progress = control_.progress();
+        shown.show(
+            std::to_string(progress.files) + " files, " + Fmt::bytes(progress.bytes) + "  " +
+            shortPath(progress.path));
+    }
+    shown.clear();
 }
 
 }  // namespace Brimlo::Console

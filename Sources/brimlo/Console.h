@@ -1,57 +1,60 @@
 #pragma once
 
 #include "BrimloCore/Cleaner/CleanReport.h"
+#include "BrimloCore/DiskScanner/ScanControl.h"
 #include "BrimloCore/Models/CleanupRule.h"
 
+#include <condition_variable>
 #include <cstddef>
 #include <cstdint>
+#include <mutex>
 #include <string>
 #include <string_view>
+#include <thread>
 
-/// What a person in a terminal sees.
+/// Output for a person at a terminal.
 namespace Brimlo::Console {
 
-/// Prints a line on standard output. Paths in it have been through `shortPath`, and all else that
-/// comes from files through one of the functions below or `Text::printable`.
+/// Prints a line on standard output. Paths in it must come from `shortPath`, and everything else
+/// read from files from a function below or `Text::printable`.
 void line(std::string_view text = "");
 
-/// Prints a text dimly, set in by four blanks and broken between words at the terminal's width.
+/// Prints a text dimmed, indented by four columns and wrapped at the terminal's width.
 void paragraph(std::string_view text);
 
-/// The text in colour or bold, where standard output is a terminal that wants it.
+/// The text in bold or dimmed, if standard output is a terminal and NO_COLOR is unset.
 [[nodiscard]] std::string bold(std::string_view text);
 [[nodiscard]] std::string dim(std::string_view text);
 
-/// The rating's word in its colour.
+/// The rating's label in its colour.
 [[nodiscard]] std::string badge(Risk risk);
 
-/// The text with blanks before or behind it, so that it is `width` characters wide.
+/// The text padded with spaces to `width` columns, aligned right or left.
 [[nodiscard]] std::string right(std::string_view text, std::size_t width);
 [[nodiscard]] std::string left(std::string_view text, std::size_t width);
 
-/// A count of bytes, as wide as all others, so that they stand in a column.
+/// A size, padded to a fixed width.
 [[nodiscard]] std::string size(std::int64_t bytes);
 
-/// A path as a person would write it: the home folder as "~".
+/// A printable path with "~" for the home folder.
 [[nodiscard]] std::string shortPath(std::string_view path);
 
-/// What a person knows an item by: its short path, or the kind and the id of a Docker object.
+/// The name of an item: its short path, or the kind and the id of a Docker object.
 [[nodiscard]] std::string itemName(std::string_view path);
 
-/// An item by its name, and why it did not go as meant.
+/// "NAME: REASON".
 [[nodiscard]] std::string problem(const ItemProblem& problem);
 
 /// "1 item" or "12 items".
 [[nodiscard]] std::string count(std::size_t number, std::string_view noun);
 
-/// Whether a person can be asked: standard input and standard error are a terminal.
+/// Whether the user can be asked: standard input and standard error are a terminal.
 [[nodiscard]] bool canAsk();
 
 /// Asks on standard error; only "y" or "yes" agrees.
 [[nodiscard]] bool confirm(std::string_view question);
 
-/// One line on standard error that says what the program is doing now, where that is a terminal.
-/// Goes away with the object.
+/// A status line on standard error, if that is a terminal. Erased with the object.
 class Progress {
 public:
     Progress() = default;
@@ -64,6 +67,27 @@ public:
 
 private:
     bool isShown_ = false;
+};
+
+/// Shows the progress of a walk on a status line, updated by a thread of its own. Erased with the
+/// object.
+class WalkProgress {
+public:
+    explicit WalkProgress(const ScanControl& control);
+    WalkProgress(const WalkProgress&) = delete;
+    WalkProgress& operator=(const WalkProgress&) = delete;
+    WalkProgress(WalkProgress&&) = delete;
+    WalkProgress& operator=(WalkProgress&&) = delete;
+    ~WalkProgress();
+
+private:
+    void show();
+
+    const ScanControl& control_;
+    std::mutex mutex_;
+    std::condition_variable ended_;
+    bool hasEnded_ = false;  // guarded by mutex_
+    std::thread thread_;
 };
 
 }  // namespace Brimlo::Console

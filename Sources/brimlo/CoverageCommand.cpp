@@ -1,8 +1,8 @@
 #include "BrimloCore/RulePacks/Coverage.h"
 #include "BrimloCore/Support/Text.h"
+#include "brimlo/Commands.h"
 #include "brimlo/Console.h"
 #include "brimlo/JsonForms.h"
-#include "brimlo/Tool.h"
 
 #include <cstdio>
 #include <memory>
@@ -33,7 +33,7 @@ void show(const std::vector<CoverageEntry>& entries) {
 
 ExitCode run(bool asMarkdown, const Tool& tool) {
     if (asMarkdown) {
-        // As it stands, without a line end of the console's own.
+        // Unchanged, without an additional line end.
         static_cast<void>(std::fputs(Coverage::markdown().c_str(), stdout));
         return ExitCode::done;
     }

@@ -1,9 +1,9 @@
 #include "BrimloCore/Docker/DockerClient.h"
 #include "BrimloCore/Platform/Fmt.h"
 #include "BrimloCore/Support/Text.h"
+#include "brimlo/Commands.h"
 #include "brimlo/Console.h"
 #include "brimlo/JsonForms.h"
-#include "brimlo/Tool.h"
 
 namespace Brimlo {
 

@@ -5,10 +5,9 @@
 #include "BrimloCore/Support/Files.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "brimlo/CleanRun.h"
+#include "brimlo/Commands.h"
 #include "brimlo/Console.h"
-#include "brimlo/Interrupt.h"
 #include "brimlo/JsonForms.h"
-#include "brimlo/Tool.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -84,11 +83,11 @@ Json::Array forms(const Groups& groups) {
 }
 
 CloneReport cloneExtras(const Groups& groups) {
-    Interrupt::finishFirst(Interrupt::Undo::impossible);
+    Tool::finishFirst(Tool::Undo::impossible);
     ScanControl control;
     Console::Progress progress;
     return DuplicateExtras::clone(groups, &control, [&](const std::string& path) {
-        if (Interrupt::wasNoted()) {
+        if (Tool::wasInterrupted()) {
             control.cancel();
         }
         progress.show("Cloning " + Console::shortPath(path));
@@ -121,13 +120,13 @@ ExitCode clone(const Groups& groups, bool yes, const Tool& tool) {
         }
         Console::line(report.sentence());
     }
-    if (Interrupt::wasNoted()) {
+    if (Tool::wasInterrupted()) {
         return ExitCode::interrupted;
     }
     return report.failures.empty() ? ExitCode::done : ExitCode::problems;
 }
 
-/// The folders meant. What is none, or can't be read, is complained of and left out.
+/// The folders to search. Anything else, and unreadable folders, are complained about and skipped.
 std::vector<std::string> roots(const std::vector<std::string>& paths) {
     if (paths.empty()) {
         return {StoragePaths::home()};

@@ -3,9 +3,9 @@
 #include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Platform/Fmt.h"
 #include "BrimloCore/Support/StoragePaths.h"
+#include "brimlo/Commands.h"
 #include "brimlo/Console.h"
 #include "brimlo/JsonForms.h"
-#include "brimlo/Tool.h"
 
 #include <array>
 #include <ctime>

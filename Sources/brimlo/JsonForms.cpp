@@ -27,7 +27,7 @@ Json::Array lines(const std::vector<ItemProblem>& problems) {
     return array;
 }
 
-/// The words that stand for audiences or ratings.
+/// The JSON words of audiences or ratings.
 Json::Array words(const auto& values) {
     Json::Array array;
     for (const auto value : values) {

@@ -15,11 +15,11 @@
 #include <string_view>
 #include <vector>
 
-/// The types of the core as the tool's JSON documents show them: keys are the fields' names, an
-/// absent value has no key.
+/// The types of the core in the tool's JSON documents: keys are the names of the fields, an absent
+/// value has no key.
 namespace Brimlo::JsonForms {
 
-/// A path; bytes that are no text become U+FFFD.
+/// A path; invalid UTF-8 becomes U+FFFD.
 [[nodiscard]] Json::Value path(std::string_view path);
 
 [[nodiscard]] Json::Object suggestion(const Suggestion& suggestion);

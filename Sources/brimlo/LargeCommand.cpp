@@ -1,10 +1,9 @@
 #include "BrimloCore/LargeFiles/LargeFiles.h"
 #include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Platform/Fmt.h"
+#include "brimlo/Commands.h"
 #include "brimlo/Console.h"
 #include "brimlo/JsonForms.h"
-#include "brimlo/Tool.h"
-#include "brimlo/WalkProgress.h"
 
 #include <memory>
 
@@ -41,12 +40,12 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
     ScanControl control;
     std::vector<std::shared_ptr<FileNode>> files;
     {
-        const WalkProgress progress{control};
+        const Console::WalkProgress progress{control};
         files = LargeFiles::find(
             root, static_cast<std::size_t>(arguments.limit), arguments.minSize, control);
     }
     const std::vector<std::string> unread = control.inaccessible();
-    // A folder is told when it is finished, so that the root is told last.
+    // A folder is reported when it is finished, so the root comes last.
     const bool isRead = control.progress().path == root;
     if (!isRead) {
         complain(arguments.path + " is not a readable folder.");

@@ -1,10 +1,9 @@
-#include "brimlo/RuleFileCommands.h"
-
 #include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
 #include "BrimloCore/Support/RuleJson.h"
 #include "BrimloCore/Support/Text.h"
 #include "BrimloCore/UserRules/RuleFile.h"
 #include "BrimloCore/UserRules/UserRules.h"
+#include "brimlo/Commands.h"
 #include "brimlo/Console.h"
 #include "brimlo/JsonForms.h"
 
@@ -110,7 +109,7 @@ ExitCode importRules(const std::string& file, const Tool& tool) {
     return outcome->rejected.empty() ? ExitCode::done : ExitCode::problems;
 }
 
-/// Where an export goes.
+/// The destination of an export.
 struct Export {
     std::optional<std::string> file;  ///< Standard output when absent.
     bool force = false;

@@ -4,9 +4,8 @@
 #include "BrimloCore/Support/RuleJson.h"
 #include "BrimloCore/Support/Text.h"
 #include "BrimloCore/UserRules/UserRules.h"
+#include "brimlo/Commands.h"
 #include "brimlo/Console.h"
-#include "brimlo/RuleFileCommands.h"
-#include "brimlo/Tool.h"
 
 namespace Brimlo {
 
@@ -101,7 +100,7 @@ ExitCode show(const std::string& id, const Tool& tool) {
     return ExitCode::done;
 }
 
-/// A stale id, of a rule that no longer exists, may still be switched on.
+/// Also accepts the id of a rule that no longer exists, to switch it on again.
 ExitCode setDisabled(const std::string& id, bool disabled, const Tool& tool) {
     if (!find(id) && !DisabledRules::isDisabled(id)) {
         return unknown(id);

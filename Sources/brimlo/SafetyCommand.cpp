@@ -1,7 +1,7 @@
 #include "BrimloCore/Gate/Safety.h"
+#include "brimlo/Commands.h"
 #include "brimlo/Console.h"
 #include "brimlo/JsonForms.h"
-#include "brimlo/Tool.h"
 
 #include <memory>
 

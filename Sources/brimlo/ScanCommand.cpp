@@ -2,10 +2,9 @@
 #include "BrimloCore/DiskScanner/UnreadableFolders.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
+#include "brimlo/Commands.h"
 #include "brimlo/Console.h"
 #include "brimlo/JsonForms.h"
-#include "brimlo/Tool.h"
-#include "brimlo/WalkProgress.h"
 
 #include <array>
 #include <memory>
@@ -17,10 +16,10 @@ namespace Brimlo {
 
 namespace {
 
-/// So many children of a folder are shown to a person; `--json` has them all.
+/// Printed per folder; `--json` has all children.
 constexpr std::size_t kMostChildren = 20;
 constexpr std::int64_t kUsualDepth = 1;
-/// Readers of JSON give up on deeper nesting.
+/// JSON parsers give up on deeper nesting.
 constexpr std::int64_t kDeepestJson = 250;
 
 constexpr std::array<std::pair<std::string_view, FileNode::SortKey>, 4> kSortWords{
@@ -39,7 +38,7 @@ struct Arguments {
     bool ascending = false;
 };
 
-/// What is shown of a tree, and in which order.
+/// What is printed of a tree, and in which order.
 struct View {
     FileNode::SortKey key = FileNode::SortKey::size;
     FileNode::SortOrder order = FileNode::SortOrder::descending;
@@ -50,7 +49,7 @@ View viewOf(const Arguments& arguments, bool isJson) {
     const auto* word = std::ranges::find(
         kSortWords, arguments.sort, &std::pair<std::string_view, FileNode::SortKey>::first);
     return {
-        .key = word->second,  // The word was checked while it was parsed.
+        .key = word->second,  // Checked by the parser.
         .order =
             arguments.ascending ? FileNode::SortOrder::ascending : FileNode::SortOrder::descending,
         .depth = isJson ? std::min(arguments.depth.value_or(kDeepestJson), kDeepestJson)
@@ -113,7 +112,7 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
     const auto control = std::make_shared<ScanControl>();
     std::shared_ptr<FileNode> tree;
     {
-        const WalkProgress progress{*control};
+        const Console::WalkProgress progress{*control};
         tree = DiskScanner{control, ScanOptions{}}.scan(root);
     }
     if (!tree) {

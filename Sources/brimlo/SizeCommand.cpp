@@ -1,8 +1,8 @@
 #include "BrimloCore/Platform/FileIdentity.h"
 #include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
+#include "brimlo/Commands.h"
 #include "brimlo/Console.h"
 #include "brimlo/JsonForms.h"
-#include "brimlo/Tool.h"
 
 #include <memory>
 

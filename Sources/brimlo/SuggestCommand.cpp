@@ -5,9 +5,9 @@
 #include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
 #include "BrimloCore/Support/AppConfig.h"
 #include "BrimloCore/Support/Text.h"
+#include "brimlo/Commands.h"
 #include "brimlo/Console.h"
 #include "brimlo/JsonForms.h"
-#include "brimlo/Tool.h"
 
 #include <memory>
 #include <optional>
@@ -17,7 +17,7 @@ namespace Brimlo {
 
 namespace {
 
-/// So many items of a suggestion are shown to a person; `--json` has them all.
+/// Printed per suggestion; `--json` has all items.
 constexpr std::size_t kMostItems = 8;
 
 struct Arguments {
@@ -27,7 +27,7 @@ struct Arguments {
     bool noDocker = false;
 };
 
-/// Takes the words of the audiences, and names them all where another word is given.
+/// Accepts the words of the audiences; its error lists them.
 CLI::Validator isAudience() {
     std::string words;
     for (const Persona persona : kAllPersonas) {
@@ -40,7 +40,7 @@ CLI::Validator isAudience() {
     return {check, "AUDIENCE"};
 }
 
-/// What a person knows the item by: Docker's objects by more than their ids.
+/// The name of an item: for a Docker object more than its id.
 std::string name(const SuggestionItem& item) {
     if (!isPseudoPath(item.path)) {
         return Console::shortPath(item.path);
@@ -119,7 +119,7 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
         options.personas.emplace();
     }
     for (const std::string& word : arguments.personas) {
-        options.personas->insert(*personaFromRawValue(word));  // Checked while it was parsed.
+        options.personas->insert(*personaFromRawValue(word));  // Checked by the parser.
     }
     const std::vector<Suggestion> suggestions = SuggestionEngine::generate(options);
     progress.clear();

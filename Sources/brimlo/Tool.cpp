@@ -3,14 +3,52 @@
 #include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/Text.h"
 
+#include <atomic>
 #include <charconv>
+#include <csignal>
 #include <cstdint>
 #include <cstdio>
 #include <memory>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
+#include <unistd.h>
+
 namespace Brimlo {
+
+namespace {
+
+// A signal handler may only use lock-free atomics and the functions of signal-safety(7).
+std::atomic<bool> isFinishing = false;
+std::atomic<bool> isNoted = false;
+std::atomic<bool> isUndoable = false;
+static_assert(std::atomic<bool>::is_always_lock_free);
+
+void say(std::string_view text) {
+    static_cast<void>(!write(STDERR_FILENO, text.data(), text.size()));
+}
+
+void handle(int) {
+    if (isFinishing) {
+        isNoted = true;
+        say("\nbrimlo: what has begun is finished first");
+        say(isUndoable ? "; \"brimlo undo --last\" takes it back.\n" : ".\n");
+        return;
+    }
+    say("\n");
+    _exit(static_cast<int>(ExitCode::interrupted));
+}
+
+CLI::Option* asPath(CLI::Option* option) {
+    const auto check = [](const std::string& path) {
+        const auto meant = Path::typed(path);
+        return meant ? std::string{} : meant.error().description;
+    };
+    return option->type_name("PATH")->check(CLI::Validator{check, ""});
+}
+
+}  // namespace
 
 CLI::App* Tool::add(
     CLI::App& parent, const std::string& name, const std::string& description, Run run) {
@@ -37,6 +75,24 @@ ExitCode Tool::run() const {
     return run_();
 }
 
+void Tool::endOnInterrupt() {
+    struct sigaction action {};
+    action.sa_handler = handle;
+    action.sa_flags = SA_RESTART;
+    sigaction(SIGINT, &action, nullptr);
+}
+
+void Tool::finishFirst(Undo undo) {
+    // Nor may a closed standard output stop the clean.
+    std::signal(SIGPIPE, SIG_IGN);
+    isUndoable = undo == Undo::possible;
+    isFinishing = true;
+}
+
+bool Tool::wasInterrupted() {
+    return isNoted;
+}
+
 void print(const Json::Value& document) {
     std::puts(Json::compact(document).c_str());
 }
@@ -45,18 +101,6 @@ void complain(std::string_view sentence) {
     const char* end = sentence.ends_with('.') ? "" : ".";
     std::fprintf(stderr, "brimlo: %s%s\n", Text::printable(sentence).c_str(), end);
 }
-
-namespace {
-
-CLI::Option* asPath(CLI::Option* option) {
-    const auto check = [](const std::string& path) {
-        const auto meant = Path::typed(path);
-        return meant ? std::string{} : meant.error().description;
-    };
-    return option->type_name("PATH")->check(CLI::Validator{check, ""});
-}
-
-}  // namespace
 
 CLI::Option* addPath(CLI::App& command, std::string& path, const std::string& description) {
     return asPath(command.add_option("path", path, description));

@@ -11,7 +11,7 @@
 
 namespace Brimlo {
 
-/// How the tool ends, as scripts read it.
+/// The exit codes.
 enum class ExitCode { done = 0, problems = 1, wrongUsage = 2, interrupted = 130 };
 
 /// What the commands share: how they answer and how they end.
@@ -19,11 +19,12 @@ class Tool {
 public:
     using Run = std::function<ExitCode()>;
 
-    /// Adds a command with its `--json` to `parent`; once it is parsed, `run` is what `main` does.
+    /// Adds a command with a `--json` flag to `parent`. `run` is called by `run()` if the command
+    /// was parsed.
     CLI::App* add(
         CLI::App& parent, const std::string& name, const std::string& description, Run run);
 
-    /// The same for a command that takes one text; the help calls it `argument`.
+    /// Adds a command with one text argument, named `argument` in the help.
     CLI::App* addTaking(
         const std::string& argument,
         CLI::App& parent,
@@ -37,6 +38,17 @@ public:
     /// Runs the command that was parsed.
     [[nodiscard]] ExitCode run() const;
 
+    /// From here on Ctrl-C ends the program with exit code 130, on a new line.
+    static void endOnInterrupt();
+
+    /// Whether "brimlo undo" can restore what is about to change.
+    enum class Undo { possible, impossible };
+    /// From here on Ctrl-C is only noted, with a word on standard error, and a closed pipe is
+    /// ignored: a clean that has begun is finished and reported.
+    static void finishFirst(Undo undo = Undo::possible);
+    /// Whether Ctrl-C was noted.
+    [[nodiscard]] static bool wasInterrupted();
+
 private:
     bool json_ = false;
     Run run_;
@@ -45,42 +57,18 @@ private:
 /// Prints a JSON document on standard output.
 void print(const Json::Value& document);
 
-/// Prints a sentence on standard error, "brimlo: " before it and a period behind it.
+/// Prints a sentence on standard error, after "brimlo: " and with a period at the end.
 void complain(std::string_view sentence);
 
-/// Lets a command take one path or several. One that names nothing, as an empty one does, is wrong
-/// usage.
+/// Adds an argument of one path, or of several. An empty path, which names nothing, is wrong usage.
 CLI::Option* addPath(CLI::App& command, std::string& path, const std::string& description);
 CLI::Option* addPaths(
     CLI::App& command, std::vector<std::string>& paths, const std::string& description);
 
-/// The path that the system means by one that a command took: absolute.
+/// The absolute path of a path argument.
 [[nodiscard]] std::string meantPath(const std::string& typed);
 
-/// Takes whole numbers, 0 or more, that fit into 64 bits.
+/// Accepts whole numbers from 0 to the largest of 64 bits.
 [[nodiscard]] CLI::Validator wholeNumber();
-
-/// The group under which the help lists the commands that change nothing, and so on.
-inline constexpr const char* kLookGroup = "Look";
-inline constexpr const char* kCleanGroup = "Clean and take back";
-inline constexpr const char* kSetUpGroup = "Set up";
-
-/// Each adds one command.
-void addSuggestCommand(CLI::App& app, Tool& tool);
-void addCleanCommand(CLI::App& app, Tool& tool);
-void addAutocleanCommand(CLI::App& app, Tool& tool);
-void addScanCommand(CLI::App& app, Tool& tool);
-void addSizeCommand(CLI::App& app, Tool& tool);
-void addLargeCommand(CLI::App& app, Tool& tool);
-void addDuplicatesCommand(CLI::App& app, Tool& tool);
-void addHistoryCommand(CLI::App& app, Tool& tool);
-void addUndoCommand(CLI::App& app, Tool& tool);
-void addTrashCommand(CLI::App& app, Tool& tool);
-void addDockerCommand(CLI::App& app, Tool& tool);
-void addSafetyCommand(CLI::App& app, Tool& tool);
-void addRulesCommand(CLI::App& app, Tool& tool);
-void addBackupCommand(CLI::App& app, Tool& tool);
-void addCoverageCommand(CLI::App& app, Tool& tool);
-void addConfigCommand(CLI::App& app, Tool& tool);
 
 }  // namespace Brimlo

@@ -2,9 +2,9 @@
 #include "BrimloCore/Platform/Fmt.h"
 #include "BrimloCore/Support/AppConfig.h"
 #include "BrimloCore/Support/StoragePaths.h"
+#include "brimlo/Commands.h"
 #include "brimlo/Console.h"
 #include "brimlo/JsonForms.h"
-#include "brimlo/Tool.h"
 
 #include <memory>
 
@@ -24,7 +24,7 @@ ExitCode size(const Tool& tool) {
     return ExitCode::done;
 }
 
-/// Tells what was deleted. With problems the sentence is a complaint.
+/// Reports what was deleted, as a complaint if there were problems.
 ExitCode tell(const TrashReport& report, const std::string& sentence, const Tool& tool) {
     if (tool.isJson()) {
         print(JsonForms::report(report));
@@ -40,7 +40,7 @@ ExitCode tell(const TrashReport& report, const std::string& sentence, const Tool
 ExitCode purge(std::optional<std::int64_t> olderThanDays, bool dryRun, const Tool& tool) {
     const auto config = AppConfig::read();
     if (!olderThanDays && !config) {
-        complain(config.error().description);  // The default could be too soon.
+        complain(config.error().description);  // The default could delete too early.
         return ExitCode::problems;
     }
     Cleaner cleaner{std::make_shared<Journal>(StoragePaths::journal())};

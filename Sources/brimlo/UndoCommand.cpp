@@ -2,10 +2,9 @@
 #include "BrimloCore/Journal/JournalEntry.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
+#include "brimlo/Commands.h"
 #include "brimlo/Console.h"
-#include "brimlo/Interrupt.h"
 #include "brimlo/JsonForms.h"
-#include "brimlo/Tool.h"
 
 #include <memory>
 
@@ -19,12 +18,12 @@ struct Arguments {
     bool last = false;
 };
 
-/// Whether the identifier begins with these characters, letter case aside.
+/// Whether an id begins with these characters, letter case ignored.
 bool begins(const Uuid& id, const std::string& beginning) {
     return Text::lowercased(id.text()).starts_with(Text::lowercased(beginning));
 }
 
-/// The only entry or batch whose id begins so, or why there is none.
+/// The only entry or batch whose id begins so, or an error.
 template <typename T>
 std::expected<T, std::string> find(
     const std::vector<T>& all, const std::string& beginning, const std::string& noun) {
@@ -40,7 +39,7 @@ std::expected<T, std::string> find(
     return *found;
 }
 
-/// The batch that the arguments mean, or why there is none.
+/// The batch that the arguments name, or an error.
 std::expected<HistoryBatch, std::string> meantBatch(
     const std::vector<HistoryBatch>& batches, const Arguments& arguments) {
     if (!arguments.last) {
@@ -54,7 +53,7 @@ std::expected<HistoryBatch, std::string> meantBatch(
     return *found;
 }
 
-/// The entries that the arguments mean to restore, or what is wrong with them.
+/// The entries to restore, or an error.
 std::expected<std::vector<Uuid>, std::string> meant(
     const std::vector<JournalEntry>& entries, const Arguments& arguments) {
     std::vector<Uuid> result;
@@ -107,14 +106,14 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
         complain(ids.error());
         return ExitCode::problems;
     }
-    Interrupt::finishFirst();
+    Tool::finishFirst();
     const UndoReport report = cleaner.undo(*ids);
     if (tool.isJson()) {
         print(JsonForms::report(report));
     } else {
         show(report);
     }
-    if (Interrupt::wasNoted()) {
+    if (Tool::wasInterrupted()) {
         return ExitCode::interrupted;
     }
     return report.hasProblems() ? ExitCode::problems : ExitCode::done;

@@ -1,7 +1,7 @@
 #include "BrimloCore/Platform/Processes.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "brimlo/Commands.h"
-#include "brimlo/Interrupt.h"
+#include "brimlo/Tool.h"
 
 #include <cstdio>
 #include <string>
@@ -10,7 +10,7 @@
 int main(int argc, char** argv) {
     using namespace Brimlo;
     Platform::prepareProcess();
-    Interrupt::install();
+    Tool::endOnInterrupt();
 
     CLI::App app;
     Tool tool;

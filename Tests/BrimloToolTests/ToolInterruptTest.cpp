@@ -9,7 +9,7 @@ namespace Brimlo::Testing {
 
 namespace {
 
-class InterruptTest : public ToolTest {
+class ToolInterruptTest : public ToolTest {
 protected:
     /// Keeps the journal from the tool, as another process at work does.
     [[nodiscard]] Platform::Descriptor holdJournal() const {
@@ -20,7 +20,7 @@ protected:
     }
 };
 
-TEST_F(InterruptTest, EndsALookAtOnce) {
+TEST_F(ToolInterruptTest, EndsALookAtOnce) {
     // Each rule of these walks the same folders anew, which keeps the tool busy for seconds.
     for (int i = 0; i < 200; ++i) {
         makeFolder("Wide/" + std::to_string(i) + "/deep/deeper");
@@ -40,7 +40,7 @@ TEST_F(InterruptTest, EndsALookAtOnce) {
     }
 }
 
-TEST_F(InterruptTest, FinishesACleanThatHasBegun) {
+TEST_F(ToolInterruptTest, FinishesACleanThatHasBegun) {
     write("one");
     write("two");
     auto lock = holdJournal();
