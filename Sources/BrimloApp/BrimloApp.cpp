@@ -1,13 +1,11 @@
+#include "BrimloApp/Platform/Desktop.h"
 #include "BrimloApp/Platform/DesktopSettings.h"
-#include "BrimloApp/Platform/Graphics.h"
-#include "BrimloApp/Platform/WindowFrame.h"
 #include "BrimloApp/Settings/Updater.h"
 #include "BrimloApp/Shell/AppModel.h"
-#include "BrimloApp/Shell/OpenWindow.h"
+#include "BrimloApp/Shell/AppWindow.h"
 #include "BrimloApp/Shell/RunInBackground.h"
 #include "BrimloApp/Shell/WindowCloser.h"
-#include "BrimloApp/Shell/WindowSize.h"
-#include "BrimloApp/Snapshot/SnapshotRun.h"
+#include "BrimloApp/Snapshot/Snapshot.h"
 #include "BrimloCore/Platform/Processes.h"
 #include "BrimloCore/Support/StoragePaths.h"
 
@@ -34,16 +32,16 @@ void introduce() {
     QGuiApplication::setWindowIcon(QIcon{":/qt/qml/Brimlo/brimlo.svg"});
 }
 
-/// Who names a way of drawing in the environment gets it; else the quickest is taken.
+/// Draws in software if OpenGL would, unless the environment chooses.
 void chooseDrawing() {
     const bool isChosen = qEnvironmentVariableIsSet("QT_QUICK_BACKEND") ||
                           qEnvironmentVariableIsSet("QSG_RHI_BACKEND");
-    if (!isChosen && Platform::drawsInSoftware()) {
+    if (!isChosen && Desktop::drawsInSoftware()) {
         qputenv("QT_QUICK_BACKEND", "software");
     }
 }
 
-/// Shows the window and returns when it is closed and what must not break off is done.
+/// Opens the window; returns when it is closed and no file is being changed any more.
 int run() {
     AppModel model{Surroundings{}};
     Updater updater{UpdateSource::ofThisBuild()};
@@ -51,13 +49,13 @@ int run() {
     const WindowCloser closer{model};
 
     QQmlApplicationEngine engine;
-    engine.setInitialProperties(WindowSize::last());
-    QWindow* const window = openWindow(engine, model, updater, desktopSettings);
+    engine.setInitialProperties(AppWindow::lastSize());
+    QWindow* window = AppWindow::open(engine, model, updater, desktopSettings);
     if (window == nullptr) {
         return EXIT_FAILURE;
     }
-    const WindowSize size{*window};
-    Platform::joinFrame(*window);
+    const AppWindow::SizeKeeper sizeKeeper{*window};
+    Desktop::joinFrame(*window);
     updater.startAutomaticChecks();
     return QGuiApplication::exec();
 }
@@ -68,13 +66,13 @@ int main(int argc, char** argv) {
     using namespace std::chrono_literals;
 
     Platform::prepareProcess();
-    // For developers: "--snapshot FOLDER" saves pictures of all screens there.
+    // For developers: "--snapshot FOLDER" saves pictures of all screens.
     const std::span arguments{argv, static_cast<std::size_t>(argc)};
     const bool isSnapshot = argc == 3 && std::string_view{arguments[1]} == "--snapshot";
     if (isSnapshot) {
-        SnapshotRun::isolate();
+        Snapshot::isolate();
     }
-    // Before Qt, which keeps files in the home, too.
+    // Before Qt, which also stores files in the home folder.
     if (const auto reason = StoragePaths::reasonNotToStart()) {
         std::fprintf(stderr, "brimlo: %s\n", reason->c_str());
         return EXIT_FAILURE;
@@ -82,11 +80,11 @@ int main(int argc, char** argv) {
     const QGuiApplication application{argc, argv};
     introduce();
     if (isSnapshot) {
-        return SnapshotRun::saveAll(QString::fromLocal8Bit(arguments[2]));
+        return Snapshot::saveAll(QString::fromLocal8Bit(arguments[2]));
     }
     chooseDrawing();
     const int code = run();
-    // What still runs only reads, and nobody waits for what it finds.
+    // The remaining jobs only read, and their results are not needed.
     if (!Background::waitForDone(100ms)) {
         static_cast<void>(std::fflush(nullptr));
         std::_Exit(code);

@@ -1,30 +1,26 @@
 #include "BrimloApp/Analyzer/Analyzer.h"
 
-#include "BrimloApp/Analyzer/AreaRows.h"
-#include "BrimloApp/Analyzer/CrumbRows.h"
-#include "BrimloApp/Analyzer/NodeRows.h"
 #include "BrimloApp/Overview/Machine.h"
 #include "BrimloApp/Review/PlanReview.h"
-#include "BrimloApp/Shell/Assign.h"
 #include "BrimloApp/Shell/FolderSearch.h"
+#include "BrimloApp/Shell/Shown.h"
 #include "BrimloCore/DiskScanner/DiskScanner.h"
 #include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/StoragePaths.h"
-
-#include <QtCore/QFile>
 
 #include <algorithm>
 #include <utility>
 
 namespace Brimlo {
+
 namespace {
 
 using namespace std::chrono_literals;
 
 constexpr auto kSamplingTime = 150ms;
 
-/// The node of a path in the tree below `top`; null when there is none.
-std::shared_ptr<FileNode> nodeOf(const std::string_view path, std::shared_ptr<FileNode> top) {
+/// The node of `path` in the tree below `top`, or null.
+std::shared_ptr<FileNode> nodeOf(std::string_view path, std::shared_ptr<FileNode> top) {
     const auto leadsThere = [&](const std::shared_ptr<FileNode>& child) {
         return !child->isAggregate && Path::below(child->path, path);
     };
@@ -39,7 +35,7 @@ std::shared_ptr<FileNode> nodeOf(const std::string_view path, std::shared_ptr<Fi
     return top;
 }
 
-/// Whether the node is `root` or lies in its tree.
+/// Whether `node` is `root` or below it.
 bool isInTree(const FileNode* node, const FileNode* root) {
     while (node != nullptr && node != root) {
         node = node->parent.lock().get();
@@ -55,10 +51,10 @@ Analyzer::Analyzer(AppModel& app)
     , review_{std::make_unique<PlanReview>(app)}
     , rows_{std::make_unique<NodeRows>(app, *this)}
     , crumbs_{std::make_unique<CrumbRows>(*this)}
-    , areas_{std::make_unique<AreaRows>(*this)} {}
+    , areas_{std::make_unique<AreaRows>()} {}
 
 Analyzer::~Analyzer() {
-    cancelScan();  // The scan knows nothing of the model: told to end, it at least ends soon.
+    cancelScan();  // The scan outlives the model; cancelled, it ends soon.
     releaseInBackground(std::pair{std::move(root_), std::move(current_)});
 }
 
@@ -79,26 +75,20 @@ void Analyzer::scan() {
     setScanning(true);
     setTree(nullptr);
     show(ScanControl::Progress{});
-    show(Unseen{});
+    areas_->show({});
     scanSampling_ = app_.surroundings().clock->schedule(
         kSamplingTime, Clock::Repeat::always, [this] { show(scanControl_->progress()); });
 
     struct Scanned {
         Node root;
-        Unseen unseen;
+        AreaRows::Unseen unseen;
     };
     runInBackground(
         this,
         [control = scanControl_, root = scanRoot_] {
-            Scanned scanned{
-                .root = DiskScanner{control,                                    ScanOptions{}}
-                  .scan(root), .unseen = {                                          }
-            };
-            scanned.unseen = {
-                .unreadableCount = static_cast<int>(control->inaccessible().size()),
-                .leftOutCount = static_cast<int>(control->otherVolumes().size()),
-                .areas = UnreadableFolders::group(*control, StoragePaths::home())};
-            return scanned;
+            DiskScanner scanner{control, ScanOptions{}};
+            Node tree = scanner.scan(root);
+            return Scanned{.root = std::move(tree), .unseen = AreaRows::Unseen::of(*control)};
         },
         [control = scanControl_](Analyzer& analyzer, Scanned scanned) {
             analyzer.scanSampling_.reset();
@@ -111,12 +101,12 @@ void Analyzer::scan() {
             } else {
                 analyzer.setTree(std::move(scanned.root));
                 std::ranges::for_each(
-                    went, [&](const std::string& path) { analyzer.takeOut(path); });
+                    went, [&](const std::string& path) { analyzer.removeNode(path); });
                 if (auto folder = nodeOf(reopened, analyzer.root_)) {
                     analyzer.setCurrent(std::move(folder));
                 }
             }
-            analyzer.show(std::move(scanned.unseen));
+            analyzer.areas_->show(std::move(scanned.unseen));
             analyzer.app_.machine()->refresh();
             if (std::exchange(analyzer.scanAgain_, false) && !control->isCancelled()) {
                 analyzer.scan();
@@ -161,14 +151,14 @@ void Analyzer::setScanRoot(std::string path) {
 }
 
 QString Analyzer::scanRootText() const {
-    return QFile::decodeName(QByteArray::fromStdString(scanRoot_));
+    return fromPath(scanRoot_);
 }
 
 void Analyzer::setScanRootText(const QString& path) {
-    setScanRoot(QFile::encodeName(path).toStdString());
+    setScanRoot(toPath(path));
 }
 
-void Analyzer::setScanning(const bool isScanning) {
+void Analyzer::setScanning(bool isScanning) {
     assign(*this, isScanning_, isScanning, &Analyzer::isScanningChanged);
 }
 
@@ -176,16 +166,13 @@ void Analyzer::show(ScanControl::Progress progress) {
     assign(*this, progress_, std::move(progress), &Analyzer::progressChanged);
 }
 
-void Analyzer::show(Unseen unseen) {
-    assign(*this, unseen_, std::move(unseen), &Analyzer::unreadableChanged);
-}
-
 // ---- The tree ------------------------------------------------------------------------------
 
 void Analyzer::setTree(Node tree) {
     Node old = std::exchange(root_, tree);
     setCurrent(std::move(tree));
-    // A tree of a disk has hundreds of thousands of nodes, too many to be let go on this thread.
+    // The tree of a disk has hundreds of thousands of nodes, too many to destroy on the main
+    // thread.
     releaseInBackground(std::move(old));
 }
 
@@ -199,20 +186,12 @@ void Analyzer::drill(const Node& node) {
     }
 }
 
-std::vector<Analyzer::Node> Analyzer::currentChildren() const {
-    if (!current_) {
-        return {};
-    }
-    return current_->sortedChildren(
-        sortKey_, ascending_ ? FileNode::SortOrder::ascending : FileNode::SortOrder::descending);
-}
-
 void Analyzer::forget(const std::vector<Node>& nodes) {
     for (const Node& node : nodes) {
         if (isInTree(node.get(), root_.get())) {
             node->remove();
         } else {
-            takeOut(node->path);
+            removeNode(node->path);
         }
         if (isScanning_) {
             wentMeanwhile_.insert(node->path);
@@ -224,27 +203,13 @@ void Analyzer::forget(const std::vector<Node>& nodes) {
     Q_EMIT nodesWent();
 }
 
-void Analyzer::takeOut(const std::string& path) {
+void Analyzer::removeNode(const std::string& path) {
     if (const auto node = nodeOf(path, root_)) {
         node->remove();
     }
 }
 
-QString Analyzer::sortKey() const {
-    return QString::fromUtf8(FileNode::rawValue(sortKey_));
-}
-
-void Analyzer::setSortKey(const QString& word) {
-    if (const auto key = FileNode::sortKeyFromRawValue(word.toStdString())) {
-        assign(*this, sortKey_, *key, &Analyzer::orderChanged);
-    }
-}
-
-void Analyzer::setAscending(const bool ascending) {
-    assign(*this, ascending_, ascending, &Analyzer::orderChanged);
-}
-
-void Analyzer::setAnalyzerMode(const int mode) {
+void Analyzer::setAnalyzerMode(int mode) {
     assign(*this, analyzerMode_, mode, &Analyzer::analyzerModeChanged);
 }
 

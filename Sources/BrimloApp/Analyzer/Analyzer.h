@@ -1,16 +1,17 @@
 #pragma once
 
+#include "BrimloApp/Analyzer/AreaRows.h"
+#include "BrimloApp/Analyzer/CrumbRows.h"
+#include "BrimloApp/Analyzer/NodeRows.h"
 #include "BrimloApp/Shell/AppModel.h"
 #include "BrimloCore/DiskScanner/FileNode.h"
 #include "BrimloCore/DiskScanner/ScanControl.h"
-#include "BrimloCore/DiskScanner/UnreadableFolders.h"
 
 #include <QtCore/QObject>
 #include <QtCore/QString>
 #include <QtCore/QUrl>
 #include <QtQml/qqmlregistration.h>
 
-#include <cstdint>
 #include <functional>
 #include <memory>
 #include <set>
@@ -19,19 +20,14 @@
 
 namespace Brimlo {
 
-class AreaRows;
-class CrumbRows;
-class NodeRows;
 class PlanReview;
 
-/// What fills a folder: the scanned tree and the way through it. Main thread.
+/// The Space Analyzer: a scan, its tree, and the current folder. Main thread; scans in the
+/// background.
 class Analyzer : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("A part of the model")
-    Q_MOC_INCLUDE("BrimloApp/Analyzer/AreaRows.h")
-    Q_MOC_INCLUDE("BrimloApp/Analyzer/CrumbRows.h")
-    Q_MOC_INCLUDE("BrimloApp/Analyzer/NodeRows.h")
     Q_MOC_INCLUDE("BrimloApp/Review/PlanReview.h")
 
     Q_PROPERTY(QString scanRoot READ scanRootText WRITE setScanRootText NOTIFY scanRootChanged)
@@ -40,10 +36,6 @@ class Analyzer : public QObject {
     Q_PROPERTY(double scanBytes READ scanBytes NOTIFY progressChanged)
     Q_PROPERTY(QString scanPath READ scanPath NOTIFY progressChanged)
     Q_PROPERTY(bool hasTree READ hasTree NOTIFY currentChanged)
-    Q_PROPERTY(int unreadableCount READ unreadableCount NOTIFY unreadableChanged)
-    Q_PROPERTY(int leftOutCount READ leftOutCount NOTIFY unreadableChanged)
-    Q_PROPERTY(QString sortKey READ sortKey WRITE setSortKey NOTIFY orderChanged)
-    Q_PROPERTY(bool ascending READ ascending WRITE setAscending NOTIFY orderChanged)
     Q_PROPERTY(int analyzerMode READ analyzerMode WRITE setAnalyzerMode NOTIFY analyzerModeChanged)
 
     Q_PROPERTY(Brimlo::NodeRows* rows READ rows CONSTANT)
@@ -59,16 +51,15 @@ public:
 
     Q_DISABLE_COPY_MOVE(Analyzer)
 
-    /// Starts a scan of the folder chosen, or of another one, which then is the chosen one.
+    /// Start a scan of `scanRoot`, or set `scanRoot` first. Nothing happens during a scan.
     Q_INVOKABLE void scan();
     void startScan(const std::string& path);
     Q_INVOKABLE void scanHome();
     Q_INVOKABLE void scanWholeDisk();
-    /// Starts a scan of a dropped folder; false when the address is not one of a folder.
+    /// Starts a scan of a dropped folder; false if the address is not a folder's.
     Q_INVOKABLE bool scanDropped(const QUrl& address);
     Q_INVOKABLE void cancelScan();
-    /// Scans the tree's folder once more, and opens the same folder in it, if that is one that this
-    /// says.
+    /// Scans the tree's folder again and reopens the current folder, if `isMeant` says so.
     void findAgainIf(const std::function<bool(const std::string& folder)>& isMeant);
 
     [[nodiscard]] const std::string& scanRoot() const { return scanRoot_; }
@@ -78,54 +69,33 @@ public:
     [[nodiscard]] bool isScanning() const { return isScanning_; }
     void setScanning(bool isScanning);
 
-    /// How far the scan is.
+    /// The progress of the scan.
     void show(ScanControl::Progress progress);
     [[nodiscard]] double scanFiles() const { return static_cast<double>(progress_.files); }
     [[nodiscard]] double scanBytes() const { return static_cast<double>(progress_.bytes); }
     [[nodiscard]] QString scanPath() const { return QString::fromStdString(progress_.path); }
 
-    /// Shows another tree, from its top; null for none.
+    /// Replaces the tree and goes to its root; null for no tree.
     void setTree(Node tree);
-    /// The top of the last finished tree; null when there is none.
+    /// The root of the last finished scan, or null.
     [[nodiscard]] const Node& root() const { return root_; }
     [[nodiscard]] bool hasTree() const { return current_ != nullptr; }
-    /// The folder that is shown.
+    /// The current folder, or null.
     [[nodiscard]] const Node& current() const { return current_; }
     void setCurrent(Node folder);
-    /// Shows the folder, if it has something in it.
+    /// Goes to a folder unless it is empty.
     void drill(const Node& node);
-    /// The children of the folder that is shown, in the order chosen. Sorts them at each call.
-    [[nodiscard]] std::vector<Node> currentChildren() const;
-    /// Takes nodes that went out of the tree, whichever scan they come from.
+    /// Removes deleted nodes from the tree, whichever scan they come from.
     void forget(const std::vector<Node>& nodes);
 
-    /// What the last scan did not see.
-    struct Unseen {
-        int unreadableCount = 0;  ///< Folders.
-        int leftOutCount = 0;     ///< Other volumes below the scanned folder.
-        std::vector<UnreadableArea> areas;
-
-        bool operator==(const Unseen&) const = default;
-    };
-    void show(Unseen unseen);
-    [[nodiscard]] int unreadableCount() const { return unseen_.unreadableCount; }
-    [[nodiscard]] int leftOutCount() const { return unseen_.leftOutCount; }
-    [[nodiscard]] const std::vector<UnreadableArea>& unreadableAreas() const {
-        return unseen_.areas;
-    }
-
-    [[nodiscard]] QString sortKey() const;
-    void setSortKey(const QString& word);
-    [[nodiscard]] bool ascending() const { return ascending_; }
-    void setAscending(bool ascending);
-    /// 0 shows the list, any other value the treemap.
+    /// 0 for the list, any other value for the treemap.
     [[nodiscard]] int analyzerMode() const { return analyzerMode_; }
     void setAnalyzerMode(int mode);
 
     [[nodiscard]] NodeRows* rows() const { return rows_.get(); }
     [[nodiscard]] CrumbRows* crumbs() const { return crumbs_.get(); }
     [[nodiscard]] AreaRows* areas() const { return areas_.get(); }
-    /// Of what is to be disposed of here.
+    /// The review of what is to be moved to the Trash here.
     [[nodiscard]] PlanReview* review() const { return review_.get(); }
 
 Q_SIGNALS:
@@ -135,28 +105,23 @@ Q_SIGNALS:
     void currentChanged();
     /// Nodes have left the tree.
     void nodesWent();
-    void unreadableChanged();
-    void orderChanged();
     void analyzerModeChanged();
 
 private:
-    void takeOut(const std::string& path);
+    void removeNode(const std::string& path);
 
     AppModel& app_;
     std::string scanRoot_;
     bool isScanning_ = false;
-    bool scanAgain_ = false;  ///< Another scan is wanted after this one.
-    std::string reopened_;    ///< The folder to open in the tree of the scan under way.
-    std::set<std::string> wentMeanwhile_;  ///< Since the scan under way began.
+    bool scanAgain_ = false;               ///< Whether to scan again afterwards.
+    std::string reopened_;                 ///< The folder to reopen after the scan under way.
+    std::set<std::string> wentMeanwhile_;  ///< Paths deleted since the scan began.
     std::shared_ptr<ScanControl> scanControl_;
     std::unique_ptr<Clock::Pending> scanSampling_;
     ScanControl::Progress progress_;
 
     Node root_;
     Node current_;
-    Unseen unseen_;
-    FileNode::SortKey sortKey_ = FileNode::SortKey::size;
-    bool ascending_ = false;
     int analyzerMode_ = 0;
 
     const std::unique_ptr<PlanReview> review_;

@@ -2,8 +2,8 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// The scanned tree: the way down to a folder, what is in it as a list or as a treemap, and what is
-// selected of that.
+// The scanned tree: the path to the current folder, its entries as a list or a treemap, and the
+// selection.
 FocusScope {
     id: result
 
@@ -30,7 +30,7 @@ FocusScope {
             newFolder.restart();
         }
     }
-    // The rows may hear of the folder after this.
+    // Delayed, because the rows may be updated after this signal.
     Timer {
         id: newFolder
 
@@ -77,7 +77,7 @@ FocusScope {
         }
         EmptyState {
             symbol: "folder"
-            title: result.rows.count === 0 && AppModel.analyzer.unreadableCount > 0 ? qsTr("Nothing in this folder could be read.") : result.rows.count === 0 ? qsTr("This folder is empty.") : qsTr("Nothing in this folder takes up space.")
+            title: result.rows.count === 0 && AppModel.analyzer.areas.unreadableCount > 0 ? qsTr("Nothing in this folder could be read.") : result.rows.count === 0 ? qsTr("This folder is empty.") : qsTr("Nothing in this folder takes up space.")
             visible: !list.visible && !map.visible
             Layout.fillWidth: true
             Layout.fillHeight: true

@@ -4,7 +4,8 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// What fills a folder: scanned, shown level by level, and cleared from after a review.
+// Shows what fills a folder, level by level, and moves what the user selects to the Trash after a
+// review.
 Screen {
     id: screen
 
@@ -29,9 +30,9 @@ Screen {
         },
         SortMenu {},
         ToolbarButton {
-            symbol: AppModel.analyzer.ascending ? "arrow.up" : "arrow.down"
+            symbol: AppModel.analyzer.rows.ascending ? "arrow.up" : "arrow.down"
             help: qsTr("Reverse order")
-            onClicked: AppModel.analyzer.ascending = !AppModel.analyzer.ascending
+            onClicked: AppModel.analyzer.rows.ascending = !AppModel.analyzer.rows.ascending
         },
         SegmentedPicker {
             label: qsTr("View")
@@ -104,7 +105,7 @@ Screen {
         }
     }
 
-    // The Space Analyzer before a scan.
+    // The screen before the first scan.
     component AnalyzerStart: StartPanel {
         symbol: "chart.pie"
         eyebrow: qsTr("Space Analyzer")
@@ -117,7 +118,7 @@ Screen {
                 onClicked: AppModel.analyzer.scanHome()
             },
             OutlineButton {
-                text: qsTr("Scan %1").arg(SystemWords.bootVolume)
+                text: qsTr("Scan %1").arg(Desktop.bootVolume)
                 onClicked: AppModel.analyzer.scanWholeDisk()
             }
         ]

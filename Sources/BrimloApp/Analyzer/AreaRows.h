@@ -1,17 +1,18 @@
 #pragma once
 
 #include "BrimloApp/Shell/Rows.h"
+#include "BrimloCore/DiskScanner/ScanControl.h"
+#include "BrimloCore/DiskScanner/UnreadableFolders.h"
 
 #include <QtQml/qqmlregistration.h>
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace Brimlo {
 
-class Analyzer;
-
-/// A part of the disk that the last scan could not look into.
+/// An area of the disk that the last scan could not read.
 struct AreaLine {
     std::string area;
     std::int64_t count = 0;  ///< Folders in it.
@@ -22,29 +23,40 @@ struct AreaLine {
     [[nodiscard]] const std::string& key() const { return area; }
 };
 
-/// The first few parts of the disk that the last scan could not look into.
+/// What the last scan did not see: totals, and the first few areas.
 class AreaRows : public Brimlo::RowList {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("A part of the model")
 
-    Q_PROPERTY(int moreCount READ moreCount NOTIFY moreCountChanged)
+    Q_PROPERTY(int unreadableCount READ unreadableCount NOTIFY unseenChanged)
+    Q_PROPERTY(int leftOutCount READ leftOutCount NOTIFY unseenChanged)
+    Q_PROPERTY(int moreCount READ moreCount NOTIFY unseenChanged)
 
 public:
-    explicit AreaRows(Analyzer& analyzer);
+    AreaRows();
 
-    /// How many more there are than are listed.
-    [[nodiscard]] int moreCount() const { return moreCount_; }
+    struct Unseen {
+        int unreadableCount = 0;  ///< Folders.
+        int leftOutCount = 0;     ///< Other volumes below the scanned folder.
+        std::vector<UnreadableArea> areas;
+
+        bool operator==(const Unseen&) const = default;
+
+        [[nodiscard]] static Unseen of(const ScanControl& control);
+    };
+    void show(Unseen unseen);
+    [[nodiscard]] int unreadableCount() const { return unseen_.unreadableCount; }
+    [[nodiscard]] int leftOutCount() const { return unseen_.leftOutCount; }
+    /// How many areas are not listed.
+    [[nodiscard]] int moreCount() const { return static_cast<int>(unseen_.areas.size()) - count(); }
 
 Q_SIGNALS:
-    void moreCountChanged();
+    void unseenChanged();
 
 private:
-    void refresh();
-
-    Analyzer& analyzer_;
     Rows<AreaLine> rows_;
-    int moreCount_ = 0;
+    Unseen unseen_;
 };
 
 }  // namespace Brimlo

@@ -4,8 +4,8 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// The way from the scanned folder down to the one that is shown, whose figures stand at the right.
-// A long way shows its end.
+// The path from the scanned folder to the current one, and the current folder's figures at the
+// right. A path that is too long shows its end.
 Item {
     id: bar
 
@@ -62,11 +62,11 @@ Item {
         PlainButton {
             id: unreadable
 
-            text: AppModel.analyzer.unreadableCount > 0 ? qsTr("%1 unreadable").arg(Format.count(AppModel.analyzer.unreadableCount)) : qsTr("%1 left out").arg(Format.count(AppModel.analyzer.leftOutCount))
+            text: AppModel.analyzer.areas.unreadableCount > 0 ? qsTr("%1 unreadable").arg(Format.count(AppModel.analyzer.areas.unreadableCount)) : qsTr("%1 left out").arg(Format.count(AppModel.analyzer.areas.leftOutCount))
             symbol: "exclamationmark.triangle"
             help: popover.presented ? "" : qsTr("Click to see which folders and why")
             ink: Theme.rebuildText
-            visible: AppModel.analyzer.unreadableCount + AppModel.analyzer.leftOutCount > 0
+            visible: AppModel.analyzer.areas.unreadableCount + AppModel.analyzer.areas.leftOutCount > 0
             checked: popover.presented
             onClicked: popover.presented = !popover.presented
 
@@ -79,7 +79,7 @@ Item {
         }
     }
 
-    // One folder of the way, after the sign that it lies in the one before.
+    // One folder of the path, after a separator.
     component Crumb: Row {
         id: crumb
 

@@ -8,9 +8,10 @@
 #include <vector>
 
 namespace Brimlo {
+
 namespace {
 
-/// From the root down to the folder that is shown.
+/// The folders from the root to `folder`.
 std::vector<std::shared_ptr<FileNode>> wayTo(std::shared_ptr<FileNode> folder) {
     std::vector<std::shared_ptr<FileNode>> folders;
     for (; folder; folder = folder->parent.lock()) {
@@ -38,18 +39,14 @@ void CrumbRows::refresh() {
     Q_EMIT folderChanged();
 }
 
-void CrumbRows::show(const int row) {
-    const CrumbLine* const crumb = rows_.at(row);
+void CrumbRows::show(int row) {
+    const CrumbLine* crumb = rows_.at(row);
     const auto folders = wayTo(analyzer_.current());
     const auto found = std::ranges::find_if(
         folders, [&](const auto& folder) { return crumb != nullptr && folder->id == crumb->id; });
     if (found != folders.end()) {
         analyzer_.setCurrent(*found);
     }
-}
-
-QString CrumbRows::folderName() const {
-    return rows_.all().empty() ? QString{} : shown(rows_.all().back().name);
 }
 
 double CrumbRows::size() const {

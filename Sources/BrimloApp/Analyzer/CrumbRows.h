@@ -3,7 +3,6 @@
 #include "BrimloApp/Shell/Rows.h"
 #include "BrimloCore/Support/Uuid.h"
 
-#include <QtCore/QString>
 #include <QtQml/qqmlregistration.h>
 
 #include <string>
@@ -12,7 +11,7 @@ namespace Brimlo {
 
 class Analyzer;
 
-/// One folder on the way to the one that is shown.
+/// One folder of the path to the current folder.
 struct CrumbLine {
     Uuid id;
     std::string name;
@@ -22,24 +21,22 @@ struct CrumbLine {
     [[nodiscard]] const Uuid& key() const { return id; }
 };
 
-/// The way from the root of the scanned tree down to the folder that is shown, which is the last.
+/// The path from the root of the scanned tree to the current folder, which is the last row.
 class CrumbRows : public Brimlo::RowList {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("A part of the model")
 
-    // Of the folder that is shown.
-    Q_PROPERTY(QString folderName READ folderName NOTIFY folderChanged)
+    // Of the current folder.
     Q_PROPERTY(double size READ size NOTIFY folderChanged)
     Q_PROPERTY(double fileCount READ fileCount NOTIFY folderChanged)
 
 public:
     explicit CrumbRows(Analyzer& analyzer);
 
-    /// Shows the folder of a row.
+    /// Goes to the folder of a row.
     Q_INVOKABLE void show(int row);
 
-    [[nodiscard]] QString folderName() const;
     [[nodiscard]] double size() const;
     [[nodiscard]] double fileCount() const;
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Brimlo
 
-// The folder that the Space Analyzer scans next, and the ways to another one.
+// The folder to scan next, and the menu to choose another.
 ToolbarButton {
     id: button
 
@@ -21,7 +21,7 @@ ToolbarButton {
             onTriggered: AppModel.analyzer.scanRoot = Places.home
         }
         MenuEntry {
-            text: SystemWords.bootVolume
+            text: Desktop.bootVolume
             symbol: "internaldrive"
             onTriggered: AppModel.analyzer.scanRoot = "/"
         }

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// The columns of the analyzer's list; a press sorts by one, a second one turns the order.
+// The column headers of the list. A click sorts by a column, a second click reverses the order.
 RowLayout {
     id: header
 
@@ -10,36 +10,32 @@ RowLayout {
     property int dateWidth: 100
 
     function sortBy(key) {
-        if (AppModel.analyzer.sortKey === key)
-            AppModel.analyzer.ascending = !AppModel.analyzer.ascending;
+        if (AppModel.analyzer.rows.sortKey === key)
+            AppModel.analyzer.rows.ascending = !AppModel.analyzer.rows.ascending;
         else
-            AppModel.analyzer.sortKey = key;
+            AppModel.analyzer.rows.sortKey = key;
     }
 
     spacing: Theme.snug
 
     NodeHeaderCell {
-        text: qsTr("Name")
         sortKey: "Name"
         Layout.fillWidth: true
         onClicked: header.sortBy(sortKey)
     }
     NodeHeaderCell {
-        text: qsTr("Items")
         sortKey: "Items"
         flushRight: true
         Layout.preferredWidth: header.countWidth
         onClicked: header.sortBy(sortKey)
     }
     NodeHeaderCell {
-        text: qsTr("Size")
         sortKey: "Size"
         flushRight: true
         Layout.preferredWidth: Math.max(header.countWidth, sample.implicitWidth)
         onClicked: header.sortBy(sortKey)
     }
     NodeHeaderCell {
-        text: qsTr("Modified")
         sortKey: "Modified"
         Layout.preferredWidth: header.dateWidth
         Layout.leftMargin: Theme.tight

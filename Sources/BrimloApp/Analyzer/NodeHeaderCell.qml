@@ -3,14 +3,15 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import Brimlo
 
-// The name of a column, with an arrow in the one that the list is sorted by.
+// A column header, with an arrow if the list is sorted by it.
 T.AbstractButton {
     id: cell
 
     required property string sortKey
     property bool flushRight: false
-    readonly property bool sorts: AppModel.analyzer.sortKey === sortKey
+    readonly property bool sorts: AppModel.analyzer.rows.sortKey === sortKey
 
+    text: sortKey
     implicitHeight: Theme.caption + 13
     implicitWidth: line.implicitWidth
     hoverEnabled: true
@@ -32,7 +33,7 @@ T.AbstractButton {
             Accessible.ignored: true
         }
         Icon {
-            symbol: AppModel.analyzer.ascending ? "chevron.up" : "chevron.down"
+            symbol: AppModel.analyzer.rows.ascending ? "chevron.up" : "chevron.down"
             visible: cell.sorts
             size: 11
         }

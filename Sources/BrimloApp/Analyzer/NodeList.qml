@@ -3,9 +3,9 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Brimlo
 
-// The entries of the folder that is shown. The arrows select alone, with Shift a range, with
-// Control they only go; Space selects one more or one less, Control-A all, Escape none. Return and
-// Right open a folder, Left goes back; Delete opens the review.
+// The entries of the current folder. The arrow keys select one row, with Shift a range, with
+// Control they only move the focus; Space toggles a row, Control-A selects all, Escape none. Return
+// and Right open a folder, Left goes back; Delete opens the review.
 ScrollList {
     id: list
 
@@ -30,7 +30,7 @@ ScrollList {
         else
             rows.select(row);
     }
-    // No row is told of a double click, since its handlers share the presses with it.
+    // A row's handlers don't receive double clicks, because they share the presses with this one.
     function pick(row, modifiers) {
         const now = Date.now();
         const again = row === pickedRow && now - pickedAt < Application.styleHints.mouseDoubleClickInterval;
@@ -49,7 +49,7 @@ ScrollList {
         if (!(event.modifiers & Qt.ControlModifier))
             choose(currentIndex, event.modifiers);
     }
-    // At a place in a row, or below the row when the keyboard asks.
+    // At a position in a row, or below the row if opened from the keyboard.
     function showMenu(row, at) {
         const item = itemAtIndex(row);
         if (item !== null)

@@ -2,8 +2,8 @@ import QtQuick
 import QtQml
 import Brimlo
 
-// What can be done with an entry of the folder that is shown. It closes when the entries change, so
-// that it never acts on another one that has come to stand there.
+// The context menu of an entry. It closes when the entries change, so that it never acts on a
+// different one.
 PopupMenu {
     id: menu
 
@@ -34,7 +34,7 @@ PopupMenu {
         onTriggered: menu.rows.drill(menu.row)
     }
     MenuEntry {
-        text: qsTr("Reveal in %1").arg(SystemWords.fileManager)
+        text: qsTr("Reveal in %1").arg(Desktop.fileManager)
         symbol: "arrow.up.forward.square"
         onTriggered: menu.rows.reveal(menu.row)
     }

@@ -2,8 +2,8 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// An entry of the folder that is shown. A press selects: alone, one more with Control, a range with
-// Shift; a double click opens.
+// An entry of the current folder. A click selects it, with Control toggles it, with Shift selects a
+// range; a double click opens it.
 ListRow {
     id: row
 
@@ -30,8 +30,8 @@ ListRow {
     width: (list?.width ?? 0) - (list?.leftMargin ?? 0) - (list?.rightMargin ?? 0)
     Accessible.onPressAction: picked(Qt.NoModifier)
 
-    // No tap handlers: those look for their window at the release, and by then an opened folder's row
-    // has none.
+    // No tap handlers: they look up their window on release, when the row of an opened folder no
+    // longer has one.
     PointHandler {
         acceptedButtons: Qt.LeftButton
         onActiveChanged: if (active)

@@ -8,7 +8,6 @@
 #include "BrimloCore/Models/Bytes.h"
 
 #include <QtCore/QDateTime>
-#include <QtCore/QFile>
 #include <QtGui/QClipboard>
 #include <QtGui/QGuiApplication>
 
@@ -18,6 +17,7 @@
 #include <utility>
 
 namespace Brimlo {
+
 namespace {
 
 constexpr std::array<const char*, FileKind::kAll.size()> kKindWords{
@@ -68,15 +68,17 @@ NodeRows::NodeRows(AppModel& app, Analyzer& analyzer)
            {"canOpen", [](const NodeLine& row) { return row.canOpen; }},
            {"selected", [this](const NodeLine& row) { return isSelected(row.id); }},
            }} {
-    for (const auto changed :
-         {&Analyzer::currentChanged, &Analyzer::orderChanged, &Analyzer::nodesWent}) {
-        connect(&analyzer, changed, this, &NodeRows::refresh);
-    }
+    connect(&analyzer, &Analyzer::currentChanged, this, &NodeRows::refresh);
+    connect(&analyzer, &Analyzer::nodesWent, this, &NodeRows::refresh);
+    connect(this, &NodeRows::orderChanged, this, &NodeRows::refresh);
     connect(analyzer.review(), &PlanReview::confirmed, this, &NodeRows::clearSelection);
 }
 
 void NodeRows::refresh() {
-    nodes_ = analyzer_.currentChildren();
+    using Order = FileNode::SortOrder;
+    const auto& folder = analyzer_.current();
+    const Order order = ascending_ ? Order::ascending : Order::descending;
+    nodes_ = folder ? folder->sortedChildren(sortKey_, order) : Nodes{};
     std::vector<NodeLine> lines;
     lines.reserve(nodes_.size());
     for (const auto& node : nodes_) {
@@ -93,13 +95,27 @@ double NodeRows::selectedSize() const {
     return number(selectedSize_);
 }
 
-std::shared_ptr<FileNode> NodeRows::nodeAt(const int row) const {
-    const NodeLine* const found = rows_.at(row);
+std::shared_ptr<FileNode> NodeRows::nodeAt(int row) const {
+    const NodeLine* found = rows_.at(row);
     const auto place = static_cast<std::size_t>(row);
-    // While a view is being told of new rows one by one, its places are not yet those of the nodes.
+    // While a view is told of new rows one by one, rows and nodes do not match yet.
     return found != nullptr && place < nodes_.size() && nodes_[place]->id == found->id
                ? nodes_[place]
                : nullptr;
+}
+
+QString NodeRows::sortKey() const {
+    return words(FileNode::rawValue(sortKey_));
+}
+
+void NodeRows::setSortKey(const QString& word) {
+    if (const auto key = FileNode::sortKeyFromRawValue(word.toStdString())) {
+        assign(*this, sortKey_, *key, &NodeRows::orderChanged);
+    }
+}
+
+void NodeRows::setAscending(bool ascending) {
+    assign(*this, ascending_, ascending, &NodeRows::orderChanged);
 }
 
 // ---- The selection -------------------------------------------------------------------------
@@ -135,19 +151,19 @@ void NodeRows::setSelection(Selection selection) {
     if (changed.empty()) {
         return;
     }
-    // One run from the first to the last: what a view doesn't show costs it nothing.
+    // One range from the first to the last changed row: invisible rows cost the view nothing.
     Q_EMIT dataChanged(index(changed.front()), index(changed.back()));
     countSelected();
     Q_EMIT selectionChanged();
 }
 
-void NodeRows::select(const int row) {
+void NodeRows::select(int row) {
     if (const auto node = nodeAt(row)) {
         setSelection({node->id});
     }
 }
 
-void NodeRows::toggleSelected(const int row) {
+void NodeRows::toggleSelected(int row) {
     if (const auto node = nodeAt(row)) {
         Selection selection = selection_;
         if (selection.erase(node->id) == 0) {
@@ -157,7 +173,7 @@ void NodeRows::toggleSelected(const int row) {
     }
 }
 
-void NodeRows::selectRange(const int fromRow, const int toRow) {
+void NodeRows::selectRange(int fromRow, int toRow) {
     const auto [first, last] = std::minmax({fromRow, toRow});
     if (rows_.at(first) == nullptr || rows_.at(last) == nullptr) {
         return;
@@ -177,25 +193,25 @@ void NodeRows::clearSelection() {
     setSelection({});
 }
 
-// ---- What is done with a row ---------------------------------------------------------------
+// ---- Actions on rows -----------------------------------------------------------------------
 
-bool NodeRows::isDirectory(const int row) const {
+bool NodeRows::isDirectory(int row) const {
     const auto node = nodeAt(row);
     return node && node->isDirectory;
 }
 
-bool NodeRows::isAggregate(const int row) const {
+bool NodeRows::isAggregate(int row) const {
     const auto node = nodeAt(row);
     return node && node->isAggregate;
 }
 
-void NodeRows::drill(const int row) {
+void NodeRows::drill(int row) {
     if (const auto node = nodeAt(row)) {
         analyzer_.drill(node);
     }
 }
 
-void NodeRows::reveal(const int row) {
+void NodeRows::reveal(int row) {
     if (const auto node = nodeAt(row)) {
         app_.reveal({node->path});
     }
@@ -211,20 +227,19 @@ void NodeRows::revealSelected() {
     }
 }
 
-void NodeRows::copyPath(const int row) {
+void NodeRows::copyPath(int row) {
     if (const auto node = nodeAt(row)) {
-        QGuiApplication::clipboard()->setText(
-            QFile::decodeName(QByteArray::fromStdString(node->path)));
+        QGuiApplication::clipboard()->setText(fromPath(node->path));
     }
 }
 
-void NodeRows::newRule(const int row) {
+void NodeRows::newRule(int row) {
     if (const auto node = nodeAt(row)) {
         app_.rules()->newRuleDraft(node->path, node->name);
     }
 }
 
-void NodeRows::review(const int row) {
+void NodeRows::review(int row) {
     const auto node = nodeAt(row);
     if (node && !node->isAggregate) {
         analyzer_.review()->openNodes(isSelected(node->id) ? selectedNodes() : Nodes{node});

@@ -15,7 +15,7 @@ namespace Brimlo {
 class Analyzer;
 class AppModel;
 
-/// An entry of the folder that is shown.
+/// An entry of the current folder.
 struct NodeLine {
     Uuid id;
     std::string name;
@@ -26,41 +26,50 @@ struct NodeLine {
     int kind = 0;  ///< A `FileKind::Case`.
     bool isDirectory = false;
     bool isAggregate = false;
-    bool canOpen = false;  ///< It has something in it to be shown.
+    bool canOpen = false;  ///< Whether it is a folder that is not empty.
 
     bool operator==(const NodeLine&) const = default;
 
     [[nodiscard]] const Uuid& key() const { return id; }
 };
 
-/// The entries of the folder that is shown, in the order chosen, and which of them are selected.
+/// The entries of the current folder, sorted, and which of them are selected.
 ///
-/// The selection is one of nodes, not of places: it stays with them through another order, another
-/// folder and another scan. Those that aren't shown don't count.
+/// The selection is a set of nodes, not of rows: it survives another order, another folder and
+/// another scan. Selected nodes of other folders don't count.
 class NodeRows : public Brimlo::RowList {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("A part of the model")
 
-    // Of the selected rows that are shown.
+    // Of the selected rows that are visible.
     Q_PROPERTY(int selectedCount READ selectedCount NOTIFY selectionChanged)
     Q_PROPERTY(double selectedSize READ selectedSize NOTIFY selectionChanged)
+
+    Q_PROPERTY(QString sortKey READ sortKey WRITE setSortKey NOTIFY orderChanged)
+    Q_PROPERTY(bool ascending READ ascending WRITE setAscending NOTIFY orderChanged)
 
 public:
     using Nodes = std::vector<std::shared_ptr<FileNode>>;
 
     NodeRows(AppModel& app, Analyzer& analyzer);
 
-    /// What the rows show, place by place.
+    /// The nodes of the rows, in the same order.
     [[nodiscard]] const Nodes& nodes() const { return nodes_; }
     [[nodiscard]] bool isSelected(const Uuid& id) const { return selection_.contains(id); }
     [[nodiscard]] int selectedCount() const { return selectedCount_; }
     [[nodiscard]] double selectedSize() const;
 
-    /// Selects a row alone.
+    /// The word of a `FileNode::SortKey`. Another word changes nothing.
+    [[nodiscard]] QString sortKey() const;
+    void setSortKey(const QString& word);
+    [[nodiscard]] bool ascending() const { return ascending_; }
+    void setAscending(bool ascending);
+
+    /// Selects this row only.
     Q_INVOKABLE void select(int row);
     Q_INVOKABLE void toggleSelected(int row);
-    /// Selects two rows, in whatever order, and those between them alone.
+    /// Selects the rows from one to the other, in either order, and no others.
     Q_INVOKABLE void selectRange(int fromRow, int toRow);
     Q_INVOKABLE void selectAll();
     Q_INVOKABLE void clearSelection();
@@ -68,42 +77,45 @@ public:
     Q_INVOKABLE [[nodiscard]] bool isDirectory(int row) const;
     Q_INVOKABLE [[nodiscard]] bool isAggregate(int row) const;
 
-    /// Shows the folder of a row, if it has something in it.
+    /// Goes to the folder of a row unless it is empty.
     Q_INVOKABLE void drill(int row);
-    /// Shows an entry in the file manager; for an aggregate the folder around it.
+    /// Shows an entry in the file manager; for an aggregate, its folder.
     Q_INVOKABLE void reveal(int row);
     Q_INVOKABLE void revealSelected();
-    /// Puts a row's path on the clipboard.
+    /// Copies the path of a row to the clipboard.
     Q_INVOKABLE void copyPath(int row);
-    /// Opens the rule editor on a new rule for a row's path.
+    /// Opens the rule editor with a new rule for the path of a row.
     Q_INVOKABLE void newRule(int row);
 
-    /// Opens the review of all that is selected if the row is, and else of the row alone. Not for
-    /// an aggregate. The selection is emptied when the review is confirmed.
+    /// Opens the review of the selection if the row is selected, otherwise of the row alone. Does
+    /// nothing for an aggregate. Confirming the review clears the selection.
     Q_INVOKABLE void review(int row);
-    /// The same for what is selected, without the aggregates.
+    /// Opens the review of the selection without aggregates, if anything remains.
     Q_INVOKABLE void reviewSelected();
 
 Q_SIGNALS:
     /// `nodes`, their order or their sizes changed.
     void nodesChanged();
     void selectionChanged();
+    void orderChanged();
 
 private:
     using Selection = std::unordered_set<Uuid>;
 
     void refresh();
-    /// The node of a row; null when there is no such row.
+    /// The node of a row, or null.
     [[nodiscard]] std::shared_ptr<FileNode> nodeAt(int row) const;
     [[nodiscard]] Nodes selectedNodes() const;
     void setSelection(Selection selection);
-    /// Whether that gives other figures than before.
+    /// Recounts the selection; true if a figure changed.
     bool countSelected();
 
     AppModel& app_;
     Analyzer& analyzer_;
     Rows<NodeLine> rows_;
     Nodes nodes_;
+    FileNode::SortKey sortKey_ = FileNode::SortKey::size;
+    bool ascending_ = false;
     Selection selection_;
     int selectedCount_ = 0;
     std::int64_t selectedSize_ = 0;

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// A scan of the Space Analyzer. Its figures come in steps; they count up from one to the next.
+// A running scan. Its figures arrive in steps and count up between them.
 ColumnLayout {
     id: state
 

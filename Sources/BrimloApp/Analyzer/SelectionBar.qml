@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// What is selected of the entries shown, and what can be done with it; it slides in and out.
+// The number and size of the selected entries, and the actions on them. Slides in and out.
 Item {
     id: bar
 
@@ -41,7 +41,7 @@ Item {
         }
         OutlineButton {
             text: qsTr("Reveal")
-            help: qsTr("Reveal in %1").arg(SystemWords.fileManager)
+            help: qsTr("Reveal in %1").arg(Desktop.fileManager)
             onClicked: bar.rows.revealSelected()
         }
         SolidButton {

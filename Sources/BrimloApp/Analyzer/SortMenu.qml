@@ -1,7 +1,7 @@
 import QtQuick
 import Brimlo
 
-// What the entries of a folder are sorted by.
+// The sort order of a folder's entries.
 ToolbarButton {
     id: button
 
@@ -15,36 +15,34 @@ ToolbarButton {
         id: menu
 
         SortEntry {
-            text: qsTr("Size")
             sortKey: "Size"
         }
         SortEntry {
-            text: qsTr("Name")
             sortKey: "Name"
         }
         SortEntry {
-            text: qsTr("Modified")
             sortKey: "Modified"
         }
         SortEntry {
-            text: qsTr("Items")
             sortKey: "Items"
         }
     }
 
-    // One order, ticked while it is the one chosen.
+    // One sort order, checked while it is the current one.
     component SortEntry: MenuEntry {
         id: entry
 
         required property string sortKey
 
-        checkable: true
-        onTriggered: AppModel.analyzer.sortKey = sortKey
+        text: sortKey
 
-        // A press turns the tick by itself; the model says what it is.
+        checkable: true
+        onTriggered: AppModel.analyzer.rows.sortKey = sortKey
+
+        // A click toggles `checked`, but the model decides.
         Binding on checked {
-            value: AppModel.analyzer.sortKey === entry.sortKey
+            value: AppModel.analyzer.rows.sortKey === entry.sortKey
         }
-        onCheckedChanged: checked = AppModel.analyzer.sortKey === sortKey
+        onCheckedChanged: checked = AppModel.analyzer.rows.sortKey === sortKey
     }
 }

@@ -10,6 +10,7 @@
 #include <functional>
 
 namespace Brimlo {
+
 namespace {
 
 constexpr double kMargin = 12;
@@ -18,7 +19,7 @@ constexpr double kRadius = 3;
 constexpr double kUsualOpacity = 0.92;
 constexpr double kSelectionWidth = 2.5;
 
-// Where there is room for the labels, and their places from the top left of what is drawn.
+// The smallest cell with labels, and the labels' offsets from its top left.
 constexpr double kLabelledWidth = 80;
 constexpr double kLabelledHeight = 36;
 constexpr QPointF kNamePlace{8, 8};
@@ -42,7 +43,7 @@ std::vector<Squarify::Cell> layout(const NodeRows::Nodes& nodes, const QSizeF& s
 
 QColor colorOf(const FileNode& node) {
     const auto [red, green, blue] = FileKind::of(node).color();
-    // Folders side by side are all of one colour and must still stand apart.
+    // All folders have one colour; the opacity makes neighbours distinct.
     const std::size_t shade = std::hash<std::string>{}(node.name) % 25;
     const double opacity = node.isDirectory ? 0.75 + static_cast<double>(shade) / 100 : 1;
     return QColor::fromRgbF(
@@ -52,21 +53,21 @@ QColor colorOf(const FileNode& node) {
         static_cast<float>(opacity));
 }
 
-/// Black or white, whichever is easier to read on `fill` when that lies on `ground`.
+/// Black or white, whichever has more contrast with `fill` over `ground`.
 QColor inkOn(const QColor& fill, const QColor& ground) {
-    const auto linear = [&](const float above, const float below) {
+    const auto linear = [&](float above, float below) {
         const double part = above * fill.alphaF() + below * (1 - fill.alphaF());
         return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
     };
     const double luminance = 0.2126 * linear(fill.redF(), ground.redF()) +
                              0.7152 * linear(fill.greenF(), ground.greenF()) +
                              0.0722 * linear(fill.blueF(), ground.blueF());
-    // Where both have the same contrast by WCAG 2; it is 4.58 there, and more everywhere else.
+    // Both have the same WCAG 2 contrast here, 4.58; everywhere else one has more.
     constexpr double kMiddle = 0.179;
     return luminance > kMiddle ? Qt::black : Qt::white;
 }
 
-QFont sized(QFont font, const int pixels, const QFont::Weight weight) {
+QFont sized(QFont font, int pixels, QFont::Weight weight) {
     font.setPixelSize(pixels);
     font.setWeight(weight);
     return font;
@@ -112,7 +113,7 @@ TreemapCells::TreemapCells(
 void TreemapCells::write(Cell& cell, const FileNode& node) const {
     cell.name = label(shown(node.name), nameFont_);
     cell.size = label(QString::fromStdString(Fmt::bytes(node.size)), sizeFont_);
-    constexpr double kSlack = 2;  // A slanted letter goes beyond its width.
+    constexpr double kSlack = 2;  // Slanted letters extend beyond their advance width.
     for (const auto& [text, place] : {
              std::pair{&cell.name, kNamePlace},
              std::pair{&cell.size, kSizePlace}
@@ -123,7 +124,7 @@ void TreemapCells::write(Cell& cell, const FileNode& node) const {
 }
 
 std::optional<std::size_t> TreemapCells::at(const QPointF& point) const {
-    // The edge between two cells belongs to the one behind it alone.
+    // The edge between two cells belongs to the right or lower one.
     const auto found = std::ranges::find_if(cells_, [&](const Cell& cell) {
         return point.x() >= cell.place.left() && point.x() < cell.place.right() &&
                point.y() >= cell.place.top() && point.y() < cell.place.bottom();
@@ -133,7 +134,7 @@ std::optional<std::size_t> TreemapCells::at(const QPointF& point) const {
 }
 
 void TreemapCells::draw(
-    QPainter& painter, const QRectF& part, const std::optional<std::size_t> hovered) const {
+    QPainter& painter, const QRectF& part, std::optional<std::size_t> hovered) const {
     painter.setRenderHint(QPainter::Antialiasing);
     for (std::size_t i = 0; i < cells_.size(); ++i) {
         if (!cells_[i].drawn.isEmpty() && cells_[i].ink.intersects(part)) {
@@ -142,7 +143,7 @@ void TreemapCells::draw(
     }
 }
 
-void TreemapCells::drawOne(QPainter& painter, const Cell& cell, const double opacity) const {
+void TreemapCells::drawOne(QPainter& painter, const Cell& cell, double opacity) const {
     QColor fill = cell.color;
     fill.setAlphaF(fill.alphaF() * static_cast<float>(opacity));
     painter.setPen(Qt::NoPen);

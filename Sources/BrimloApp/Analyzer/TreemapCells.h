@@ -16,23 +16,23 @@
 
 namespace Brimlo {
 
-/// The entries of a folder as cells, each of an area in proportion to its size, and how they look.
+/// The entries of a folder as cells with areas proportional to their sizes, and how they are drawn.
 class TreemapCells {
 public:
     struct Cell {
-        int row = 0;   ///< Of the entry in the list.
-        QRectF place;  ///< The cells' places fill the picture without a gap.
-        QRectF drawn;  ///< What is seen of it; may be empty.
-        QRectF ink;    ///< All that is drawn for it: a label may go beyond the cell.
+        int row = 0;   ///< The row of the entry.
+        QRectF place;  ///< Together the places fill the picture without a gap.
+        QRectF drawn;  ///< The visible part; may be empty.
+        QRectF ink;    ///< Everything drawn for the cell: a label may extend beyond it.
         QColor color;
         bool isSelected = false;
-        QStaticText name;  ///< The labels are empty in a cell too small for them.
+        QStaticText name;  ///< Both labels are empty in a cell that is too small.
         QStaticText size;
     };
 
     TreemapCells() = default;
-    /// The cells in a picture of this size, written in a family of `font`. `ground` is the colour
-    /// that the picture lies on.
+    /// The cells of a picture of this size, labelled in the family of `font`. `ground` is the
+    /// background colour.
     TreemapCells(
         const NodeRows& rows,
         const QSizeF& size,
@@ -40,10 +40,10 @@ public:
         const QColor& ground = Qt::white);
 
     [[nodiscard]] const std::vector<Cell>& cells() const { return cells_; }
-    /// The number of the cell whose place has this point in it.
+    /// The index of the cell whose place contains this point.
     [[nodiscard]] std::optional<std::size_t> at(const QPointF& point) const;
 
-    /// Draws what has ink in `part`, and perhaps more. The hovered cell is a bit stronger.
+    /// Draws at least every cell with ink in `part`; the hovered one is more opaque.
     void draw(QPainter& painter, const QRectF& part, std::optional<std::size_t> hovered) const;
 
 private:

@@ -11,9 +11,10 @@
 #include <cmath>
 
 namespace Brimlo {
+
 namespace {
 
-QRect scaled(const QRectF& rect, const double scale) {
+QRect scaled(const QRectF& rect, double scale) {
     return QRectF{rect.topLeft() * scale, rect.size() * scale}.toAlignedRect();
 }
 
@@ -23,9 +24,9 @@ QImage blank(const QSize& size) {
     return image;
 }
 
-/// A point just outside the middle of a rectangle's side. The cells leave no gap, so it is in the
-/// neighbour there, or outside all of them.
-std::optional<QPointF> beyond(const QRectF& rect, const int key) {
+/// A point just outside the middle of one side of a rectangle. As the cells leave no gap, it lies
+/// in a neighbour or outside all cells.
+std::optional<QPointF> beyond(const QRectF& rect, int key) {
     constexpr double kStep = 0.001;
     const QPointF middle = rect.center();
     switch (key) {
@@ -51,7 +52,7 @@ TreemapItem::TreemapItem(QQuickItem* parent)
     setActiveFocusOnTab(true);
 }
 
-void TreemapItem::setRows(NodeRows* const rows) {
+void TreemapItem::setRows(NodeRows* rows) {
     if (rows == rows_) {
         return;
     }
@@ -98,7 +99,7 @@ const TreemapCells& TreemapItem::cells() const {
 void TreemapItem::repaint() {
     cells_.reset();
     picture_ = {};
-    // The whole by its rectangle: one of a part after one of no rectangle would take its place.
+    // With an explicit rectangle: an update of a part would replace one without a rectangle.
     update(boundingRect().toAlignedRect());
 }
 
@@ -118,24 +119,24 @@ void TreemapItem::geometryChange(const QRectF& newGeometry, const QRectF& oldGeo
     }
 }
 
-// ---- What is hovered -----------------------------------------------------------------------
+// ---- Hovering ------------------------------------------------------------------------------
 
 int TreemapItem::hoveredRow() const {
     return hovered_ ? cells().cells()[*hovered_].row : -1;
 }
 
 const FileNode* TreemapItem::hoveredNode() const {
-    const auto row = static_cast<std::size_t>(hoveredRow());  // None is beyond all.
+    const auto row = static_cast<std::size_t>(hoveredRow());  // -1 becomes larger than any row.
     return rows_ && row < rows_->nodes().size() ? rows_->nodes()[row].get() : nullptr;
 }
 
 QString TreemapItem::hoveredName() const {
-    const FileNode* const node = hoveredNode();
+    const FileNode* node = hoveredNode();
     return node != nullptr ? shown(node->name) : QString{};
 }
 
 double TreemapItem::hoveredSize() const {
-    const FileNode* const node = hoveredNode();
+    const FileNode* node = hoveredNode();
     return node != nullptr ? static_cast<double>(node->size) : 0;
 }
 
@@ -147,7 +148,7 @@ void TreemapItem::updateHovered() {
     }
 }
 
-void TreemapItem::setHovered(const std::optional<std::size_t> cell, const By by) {
+void TreemapItem::setHovered(std::optional<std::size_t> cell, By by) {
     if (cell == hovered_ && by == hoveredBy_) {
         return;
     }
@@ -158,17 +159,17 @@ void TreemapItem::setHovered(const std::optional<std::size_t> cell, const By by)
     Q_EMIT hoveredChanged();
 }
 
-void TreemapItem::hoverMoveEvent(QHoverEvent* const event) {
+void TreemapItem::hoverMoveEvent(QHoverEvent* event) {
     pointer_ = event->position();
     setHovered(cells().at(*pointer_), By::pointer);
 }
 
-void TreemapItem::hoverLeaveEvent(QHoverEvent* const /*event*/) {
+void TreemapItem::hoverLeaveEvent(QHoverEvent* /*event*/) {
     pointer_.reset();
     setHovered(std::nullopt, By::pointer);
 }
 
-void TreemapItem::moveHovered(const int key) {
+void TreemapItem::moveHovered(int key) {
     if (cells().cells().empty()) {
         return;
     }
@@ -181,22 +182,22 @@ void TreemapItem::moveHovered(const int key) {
     setHovered(neighbour ? neighbour : hovered_, By::keys);
 }
 
-// ---- What is done with a cell --------------------------------------------------------------
+// ---- Clicks and keys -----------------------------------------------------------------------
 
-void TreemapItem::mousePressEvent(QMouseEvent* const event) {
+void TreemapItem::mousePressEvent(QMouseEvent* event) {
     forceActiveFocus(Qt::MouseFocusReason);
     pressed_ = cells().at(event->position());
 }
 
-void TreemapItem::mouseReleaseEvent(QMouseEvent* const event) {
+void TreemapItem::mouseReleaseEvent(QMouseEvent* event) {
     const auto pressed = std::exchange(pressed_, std::nullopt);
     if (pressed && rows_ && cells().at(event->position()) == pressed) {
         rows_->select(cells().cells()[*pressed].row);
     }
 }
 
-void TreemapItem::mouseDoubleClickEvent(QMouseEvent* const event) {
-    pressed_.reset();  // The button goes up over another folder's cells.
+void TreemapItem::mouseDoubleClickEvent(QMouseEvent* event) {
+    pressed_.reset();  // The release happens over the cells of another folder.
     if (const auto cell = cells().at(event->position()); cell && rows_) {
         rows_->drill(cells().cells()[*cell].row);
     }
@@ -206,7 +207,7 @@ void TreemapItem::mouseUngrabEvent() {
     pressed_.reset();
 }
 
-void TreemapItem::keyPressEvent(QKeyEvent* const event) {
+void TreemapItem::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
         case Qt::Key_Left:
         case Qt::Key_Right:
@@ -230,19 +231,19 @@ void TreemapItem::keyPressEvent(QKeyEvent* const event) {
     }
 }
 
-void TreemapItem::focusInEvent(QFocusEvent* const event) {
+void TreemapItem::focusInEvent(QFocusEvent* event) {
     QQuickPaintedItem::focusInEvent(event);
     updateHovered();
 }
 
-void TreemapItem::focusOutEvent(QFocusEvent* const event) {
+void TreemapItem::focusOutEvent(QFocusEvent* event) {
     QQuickPaintedItem::focusOutEvent(event);
     updateHovered();
 }
 
 // ---- The picture ---------------------------------------------------------------------------
 
-void TreemapItem::paint(QPainter* const painter) {
+void TreemapItem::paint(QPainter* painter) {
     const double scale = painter->deviceTransform().m11();
     if (picture_.isNull() || scale != scale_) {
         scale_ = scale;
@@ -252,7 +253,7 @@ void TreemapItem::paint(QPainter* const painter) {
         cells().draw(whole, boundingRect(), std::nullopt);
     }
     painter->save();
-    // One pixel to one pixel: a scaled drawing takes several times as long.
+    // Unscaled: drawing a scaled image takes several times as long.
     painter->scale(1 / scale, 1 / scale);
     painter->drawImage(0, 0, picture_);
     if (hovered_) {
@@ -262,8 +263,9 @@ void TreemapItem::paint(QPainter* const painter) {
 }
 
 void TreemapItem::drawHovered(QPainter& painter) const {
-    // The cell is drawn anew from the ground up, with what reaches into it from its neighbours:
-    // laid over the picture it would cover a label or let the usual fill shine through.
+    // The cell is redrawn from the background up, with everything that extends into it from its
+    // neighbours. Drawn over the picture, it would cover a label or let the usual fill show
+    // through.
     const TreemapCells::Cell& cell = cells().cells()[*hovered_];
     const QRect part = scaled(cell.drawn, scale_);
     QImage patch = blank(part.size());
@@ -285,10 +287,10 @@ void TreemapItem::drawHovered(QPainter& painter) const {
     painter.drawImage(part.topLeft(), patch);
 }
 
-// ---- For those who don't see it ------------------------------------------------------------
+// ---- Accessibility -------------------------------------------------------------------------
 
-QQmlProperty TreemapItem::accessible(const char* const property) {
-    // The attached property of the file that the item stands in: C++ has no public way to it.
+QQmlProperty TreemapItem::accessible(const char* property) {
+    // The attached property as the QML file sees it: C++ has no public access.
     return {this, "Accessible." + QString::fromLatin1(property), qmlContext(this)};
 }
 
@@ -300,11 +302,12 @@ void TreemapItem::componentComplete() {
         name.write(tr("Treemap"));
     }
     const auto describe = [this] {
-        // The rows may go before this item when the window does, and its context before both.
+        // When the window closes, the rows may be destroyed before this item, and its QML context
+        // before both.
         if (const QQmlContext* context = qmlContext(this); !context || !context->isValid()) {
             return;
         }
-        const FileNode* const node = hoveredNode();
+        const FileNode* node = hoveredNode();
         accessible("description")
             .write(
                 node != nullptr

@@ -14,23 +14,23 @@
 
 namespace Brimlo {
 
-/// The folder that is shown as a treemap, with pointer and keyboard.
+/// The current folder as a treemap, with pointer and keyboard.
 ///
-/// A click selects a cell alone, a double click opens its folder. The arrow keys go from cell to
-/// cell, Return opens, Space selects. One cell at most is hovered, by the pointer or by the keys.
+/// A click selects a cell, a double click opens its folder. The arrow keys move from cell to cell,
+/// Return opens, Space selects. At most one cell is hovered, by the pointer or by the keyboard.
 ///
-/// The picture is kept as an image, since thousands of rounded cells take longer than a frame; what
-/// is hovered is drawn into it cell by cell. It looks the same in software and hardware rendering.
+/// The picture is kept as an image, because drawing thousands of rounded cells takes longer than a
+/// frame; the hovered cell is drawn over it. It looks the same in software and hardware rendering.
 class TreemapItem : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT
 
     Q_PROPERTY(Brimlo::NodeRows* rows READ rows WRITE setRows NOTIFY rowsChanged)
-    // That of the labels; empty for the application's.
+    // The font family of the labels; empty for the application's.
     Q_PROPERTY(QString fontFamily READ fontFamily WRITE setFontFamily NOTIFY fontFamilyChanged)
-    // The colour that it lies on.
+    // The background colour.
     Q_PROPERTY(QColor ground READ ground WRITE setGround NOTIFY groundChanged)
-    // Of the entry that is hovered: -1, an empty text and 0 when there is none.
+    // Of the hovered entry: -1, empty and 0 if there is none.
     Q_PROPERTY(int hoveredRow READ hoveredRow NOTIFY hoveredChanged)
     Q_PROPERTY(QString hoveredName READ hoveredName NOTIFY hoveredChanged)
     Q_PROPERTY(double hoveredSize READ hoveredSize NOTIFY hoveredChanged)
@@ -48,7 +48,7 @@ public:
     [[nodiscard]] QString hoveredName() const;
     [[nodiscard]] double hoveredSize() const;
 
-    /// The cells as they are now.
+    /// The cells at this moment.
     [[nodiscard]] const TreemapCells& cells() const;
 
     void paint(QPainter* painter) override;
@@ -76,28 +76,28 @@ protected:
 private:
     enum class By { pointer, keys };
 
-    /// Takes other entries, or another size.
+    /// Lays the cells out again.
     void rearrange();
-    /// Takes another selection.
+    /// Draws the cells again.
     void repaint();
     void setHovered(std::optional<std::size_t> cell, By by);
     void updateHovered();
     void moveHovered(int key);
     [[nodiscard]] const FileNode* hoveredNode() const;
     void drawHovered(QPainter& painter) const;
-    /// A property of what is told to those who don't see the screen.
+    /// A property of the attached `Accessible`.
     QQmlProperty accessible(const char* property);
 
     QPointer<NodeRows> rows_;
     QString fontFamily_;
     QColor ground_ = Qt::white;
-    mutable std::optional<TreemapCells> cells_;  ///< Absent while they have to be made anew.
-    QImage picture_;                             ///< All cells, none hovered; null likewise.
-    double scale_ = 0;                           ///< Pixels of the picture in one unit of the item.
+    mutable std::optional<TreemapCells> cells_;  ///< Absent until they are needed again.
+    QImage picture_;    ///< All cells without a hovered one; null until it is needed again.
+    double scale_ = 0;  ///< Pixels of the picture per unit of the item.
 
     std::optional<std::size_t> hovered_;
     By hoveredBy_ = By::pointer;
-    std::optional<QPointF> pointer_;  ///< Absent while it is elsewhere.
+    std::optional<QPointF> pointer_;  ///< Absent while the pointer is elsewhere.
     std::optional<std::size_t> pressed_;
 };
 

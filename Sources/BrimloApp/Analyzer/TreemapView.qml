@@ -4,8 +4,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// The entries of the folder that is shown as a treemap, and below it which one is under the pointer
-// and what the colours say.
+// The current folder as a treemap; below it the entry under the pointer and the legend.
 FocusScope {
     id: view
 
@@ -65,7 +64,7 @@ FocusScope {
         }
     }
 
-    // The treemap's colours and their words; what has no room on a line goes to the next.
+    // The legend of the colours. It wraps.
     component FileKindLegend: Flow {
         spacing: Theme.snug
 

@@ -4,7 +4,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// What the last scan could not look into, and why.
+// The areas that the last scan could not read, and why.
 Popover {
     id: popover
 
@@ -15,14 +15,14 @@ Popover {
     Label {
         id: title
 
-        text: AppModel.analyzer.unreadableCount > 0 ? qsTr("%1 folders could not be read").arg(Format.count(AppModel.analyzer.unreadableCount)) : qsTr("%1 other volumes were left out").arg(Format.count(AppModel.analyzer.leftOutCount))
+        text: AppModel.analyzer.areas.unreadableCount > 0 ? qsTr("%1 folders could not be read").arg(Format.count(AppModel.analyzer.areas.unreadableCount)) : qsTr("%1 other volumes were left out").arg(Format.count(AppModel.analyzer.areas.leftOutCount))
         font.pixelSize: Theme.title
         font.weight: Font.DemiBold
         Layout.fillWidth: true
         Accessible.role: Accessible.Heading
     }
     Label {
-        text: AppModel.analyzer.unreadableCount === 0 ? qsTr("Their size is not in the total.") : SystemWords.hasPrivacyPage ? qsTr("Their size is not in the total. macOS hides these from apps that do not have Full Disk Access.") : qsTr("Their size is not in the total. They belong to the system or to other users.")
+        text: AppModel.analyzer.areas.unreadableCount === 0 ? qsTr("Their size is not in the total.") : Desktop.hasPrivacyPage ? qsTr("Their size is not in the total. macOS hides these from apps that do not have Full Disk Access.") : qsTr("Their size is not in the total. They belong to the system or to other users.")
         secondary: true
         wrapMode: Text.Wrap
         lineHeight: 1.15
@@ -35,7 +35,7 @@ Popover {
     Repeater {
         model: popover.areas
 
-        UnreadableArea {
+        UnreadableRow {
             Layout.fillWidth: true
         }
     }
@@ -45,12 +45,12 @@ Popover {
         visible: popover.areas.moreCount > 0
     }
     Divider {
-        visible: SystemWords.hasPrivacyPage
+        visible: Desktop.hasPrivacyPage
         Layout.fillWidth: true
     }
     RowLayout {
         spacing: Theme.tight
-        visible: SystemWords.hasPrivacyPage
+        visible: Desktop.hasPrivacyPage
 
         Icon {
             symbol: AppModel.machine.hasFullDiskAccess ? "checkmark.shield" : "lock.shield"

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
 
-// What all buttons share: a symbol and words, the keys, the tooltip, and how they give way.
+// The base of all buttons: symbol and text, keys, tooltip, pressed look.
 T.Button {
     id: button
 

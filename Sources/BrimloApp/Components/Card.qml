@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
 
-// The rounded panel that holds a section; what it holds stands in a column.
+// A rounded panel with its content in a column.
 T.Pane {
     id: card
 

@@ -2,13 +2,13 @@ import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
 
-// A box that shows `checkState`. It doesn't change it: whoever owns the state does, on `clicked`.
+// A check box that shows `checkState`. The owner of the state changes it on `clicked`.
 T.CheckBox {
     id: box
 
     property string help
 
-    // For screen readers, when the box has no text of its own.
+    // The name for screen readers if the box has no text.
     property string label: text !== "" ? text : help
 
     function press() {

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 
-// A word or two in a tinted capsule.
+// A short text in a tinted capsule.
 Item {
     id: chip
 

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 
-// What stands where nothing is yet: a symbol, a title, a line, and what can be done about it.
+// A placeholder for missing content: a symbol, a title, a line, and actions.
 ColumnLayout {
     id: empty
 

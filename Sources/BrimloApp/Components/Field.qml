@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 
-// A line to write in.
+// A text field of one line.
 T.TextField {
     id: field
 

@@ -1,5 +1,7 @@
 #include "BrimloApp/Components/FileKind.h"
 
+#include "BrimloApp/Shell/Shown.h"
+#include "BrimloCore/DiskScanner/FileNode.h"
 #include "BrimloCore/Support/Text.h"
 
 #include <algorithm>
@@ -8,6 +10,7 @@
 #include <string>
 
 namespace Brimlo {
+
 namespace {
 
 using namespace std::string_view_literals;
@@ -91,13 +94,18 @@ constexpr std::array<Row, FileKind::kAll.size()> kRows{
      }
 };
 
-/// What follows the last dot; nothing for a name that only begins with one.
-std::string extension(const std::string_view name) {
+/// The text after the last dot; empty for a name whose only dot is its first character.
+std::string extension(std::string_view name) {
     const auto dot = name.rfind('.');
     if (dot == std::string_view::npos || dot == 0) {
         return {};
     }
     return Text::lowercased(name.substr(dot + 1));
+}
+
+FileKind at(int kind) {
+    return kind < 0 || kind >= FileKinds::count() ? FileKind::other
+                                                  : FileKind::kAll[static_cast<std::size_t>(kind)];
 }
 
 }  // namespace
@@ -121,6 +129,23 @@ std::string_view FileKind::label() const {
 
 FileKind::Color FileKind::color() const {
     return kRows[static_cast<std::size_t>(case_)].color;
+}
+
+int FileKinds::count() {
+    return static_cast<int>(FileKind::kAll.size());
+}
+
+QString FileKinds::label(int kind) {
+    const auto text = at(kind).label();
+    return words(text);
+}
+
+QColor FileKinds::color(int kind) {
+    const auto color = at(kind).color();
+    return QColor::fromRgbF(
+        static_cast<float>(color.red),
+        static_cast<float>(color.green),
+        static_cast<float>(color.blue));
 }
 
 }  // namespace Brimlo

@@ -28,7 +28,7 @@ Item {
         return Math.min(1, Math.max(0, Number(value) || 0));
     }
 
-    // Where the part begins, as a fraction.
+    // The start of the part, as a fraction.
     function start(index) {
         let sum = 0;
         for (let i = 0; i < index; ++i)
@@ -54,7 +54,7 @@ Item {
                 readonly property bool isFirst: index === 0
                 readonly property real end: bar.width * Math.min(1, bar.start(index) + bar.bounded(part?.fraction))
 
-                // Each reaches under the one before, so that only the outer ends are round.
+                // Each extends below the previous one, so that only the outer ends are round.
                 z: -index
                 x: 0
                 width: bar.bounded(part?.fraction) > 0 ? Math.max(end, isFirst ? bar.height : 0) : 0

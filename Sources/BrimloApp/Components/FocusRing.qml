@@ -1,6 +1,6 @@
 import QtQuick
 
-// Shows what the keyboard acts on; the mouse never makes it appear.
+// The ring around the control with keyboard focus; never visible after a mouse click.
 Rectangle {
     property bool shown: false
 

@@ -1,5 +1,7 @@
 #include "BrimloApp/Components/Format.h"
 
+#include "BrimloApp/Shell/Shown.h"
+#include "BrimloCore/Models/CleanupRule.h"
 #include "BrimloCore/Platform/Fmt.h"
 
 #include <QtCore/QHash>
@@ -14,15 +16,16 @@
 #include <cstdint>
 
 namespace Brimlo {
+
 namespace {
 
-/// The whole number nearest to it, within what is counted.
-std::int64_t whole(const double count) {
+/// Rounded towards zero and clamped to what fits; NaN is 0.
+std::int64_t whole(double count) {
     constexpr double kMost = 9.2e18;
     return std::isnan(count) ? 0 : static_cast<std::int64_t>(std::clamp(count, 0.0, kMost));
 }
 
-bool breaksTheLine(const QChar character) {
+bool breaksTheLine(QChar character) {
     switch (character.category()) {
         case QChar::Other_Control:
         case QChar::Separator_Line:
@@ -33,7 +36,7 @@ bool breaksTheLine(const QChar character) {
     }
 }
 
-bool turnsTheDirection(const QChar character) {
+bool turnsTheDirection(QChar character) {
     switch (character.direction()) {
         case QChar::DirLRE:
         case QChar::DirLRO:
@@ -50,8 +53,8 @@ bool turnsTheDirection(const QChar character) {
     }
 }
 
-/// The locale's long date without the day of the week and with the month's short name, since Qt
-/// knows no form between the long one and the one in digits.
+/// The locale's long date without the day of the week and with a short month: Qt has no format
+/// between the long and the numeric one.
 QString abbreviated(const QDate& date) {
     static const QRegularExpression kWeekday(QStringLiteral("[,\u060C ]*dddd[,\u060C ]*"));
     const QLocale locale;
@@ -60,12 +63,12 @@ QString abbreviated(const QDate& date) {
     return locale.toString(date, form);
 }
 
-// Inter's usual digits differ in width. Those that don't are meant to be reached by the feature
-// "tnum", which Qt can't ask for before 6.7; some releases have them as characters, too.
+// The default digits of Inter differ in width. Tabular ones are the font feature "tnum", which Qt
+// can't request before 6.7; some releases of Inter also have them as characters.
 constexpr char16_t kEvenZero = 0xE071;
 
-/// Whether these characters are what they are taken for: as high as the usual digits, each of them,
-/// and as wide as one another.
+/// Whether those characters are tabular digits: each as high as the default digit, and all of one
+/// width.
 bool hasEvenDigits(const QString& family) {
     const QRawFont font = QRawFont::fromFont(QFont{family});
     for (char16_t i = 0; i < 10; ++i) {
@@ -86,23 +89,29 @@ bool hasEvenDigits(const QString& family) {
 
 }  // namespace
 
-QString Format::bytes(const double count) {
+QString Format::bytes(double count) {
     return QString::fromStdString(Fmt::bytes(whole(count)));
 }
 
-QString Format::days(const int count) {
+QString Format::days(int count) {
     return QString::fromStdString(Fmt::days(count));
 }
 
-QString Format::count(const double count) {
+QString Format::count(double count) {
     return QLocale().toString(static_cast<qlonglong>(whole(count)));
+}
+
+QString Format::risk(const QString& word) {
+    const auto* found =
+        std::ranges::find(kAllRisks, word.toStdString(), [](Risk risk) { return rawValue(risk); });
+    return found == kAllRisks.end() ? QString{} : words(label(*found));
 }
 
 QString Format::date(const QDateTime& moment) {
     return moment.isValid() ? abbreviated(moment.toLocalTime().date()) : QString();
 }
 
-QString Format::widestDate(const QString& family, const int pixelSize) {
+QString Format::widestDate(const QString& family, int pixelSize) {
     QFont font{family};
     font.setPixelSize(pixelSize);
     const QFontMetricsF metrics{font};
@@ -143,7 +152,8 @@ QString Format::oneLine(const QString& text) {
 }
 
 QString Format::evenDigits(const QString& text, const QString& family) {
-    static QHash<QString, bool> families;  // The main thread's: asking a font takes long.
+    static QHash<QString, bool>
+        families;  // Main thread only. Cached, because examining a font is slow.
     auto known = families.find(family);
     if (known == families.end()) {
         known = families.insert(family, hasEvenDigits(family));

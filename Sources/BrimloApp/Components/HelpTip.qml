@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 
-// The tooltip of what it lies in. Nothing is made of it before it is wanted.
+// The tooltip of its parent, created when first needed.
 Item {
     id: tip
 
@@ -11,8 +11,7 @@ Item {
     Loader {
         active: tip.shown && tip.text !== ""
 
-        // A loader of Qt 6.4 makes nothing of a bound component.
-        // qmllint disable unqualified
+        // A loader of Qt 6.4 can't create a bound component.
         sourceComponent: T.ToolTip {
             parent: tip.parent
             visible: true

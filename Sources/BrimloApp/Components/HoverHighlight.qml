@@ -1,6 +1,6 @@
 import QtQuick
 
-// Shades a row under the pointer. Put it first into the row.
+// Highlights a row under the pointer. Must be the row's first child.
 Rectangle {
     readonly property alias hovered: pointer.hovered
     property bool selected: false

@@ -1,13 +1,13 @@
 import QtQuick
 import Brimlo
 
-// A symbol of the table, in one colour. Nothing is drawn for a name that isn't there.
+// A symbol in one colour. An unknown symbol is drawn as nothing.
 Image {
     property string symbol
     property int size: 16
     property color color: Theme.text
 
-    // The larger, the finer, so that all look equally strong.
+    // Larger icons have thinner strokes, so that all look equally heavy.
     property real weight: size >= 28 ? 1.5 : size >= 20 ? 1.75 : 2
 
     source: Symbols.source(symbol, color, weight)

@@ -1,7 +1,7 @@
 import QtQuick
 
-// Words as they stand: never read as markup, elided at the right. The label of the templates would
-// tell no role but its own, so that no heading could be found as one.
+// Plain text, never markup, elided at the right. The Label of Qt's templates has a fixed accessible
+// role and can't be a heading.
 Text {
     property bool secondary: false
 

@@ -1,6 +1,6 @@
 import QtQuick
 
-// Makes what it holds when that is first `needed`, and keeps it.
+// Creates its content when first `needed`, and keeps it.
 Loader {
     property bool needed: false
     property bool kept: false

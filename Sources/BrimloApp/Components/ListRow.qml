@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
 
-// A row of a list: shaded under the pointer, tinted when selected, ringed under the keyboard.
+// A row of a list: highlighted under the pointer, tinted if selected, with a ring if it has
+// keyboard focus.
 T.ItemDelegate {
     id: row
 
@@ -19,9 +20,9 @@ T.ItemDelegate {
     spacing: Theme.snug
     focusPolicy: ListView.view ? Qt.NoFocus : Qt.StrongFocus
     hoverEnabled: true
-    // Space would press the row; what it means is the list's to say.
+    // Otherwise Space would click the row; the list decides what Space does.
     Keys.forwardTo: row.list !== null ? [row.list] : []
-    // Screen readers still see pooled rows unless they are hidden.
+    // Hidden, because screen readers otherwise see pooled rows.
     ListView.onPooled: visible = false
     ListView.onReused: visible = true
     Accessible.role: Accessible.ListItem

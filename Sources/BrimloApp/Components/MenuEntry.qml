@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 
-// One entry of a menu; with `checkable` it shows whether it is the chosen one.
+// A menu item; with `checkable` it shows whether it is the current choice.
 T.MenuItem {
     id: entry
 
@@ -13,7 +13,7 @@ T.MenuItem {
     leftPadding: 9
     rightPadding: 9
     hoverEnabled: true
-    onImplicitWidthChanged: (menu as PopupMenu)?.widen()  // Known only once it is shown.
+    onImplicitWidthChanged: (menu as PopupMenu)?.widen()  // The width is known only once the menu is visible.
     opacity: enabled ? 1 : 0.45
     Accessible.role: Accessible.MenuItem
     Accessible.name: text

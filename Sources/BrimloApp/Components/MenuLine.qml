@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 
-// What an entry of a menu or of a picker shows.
+// The content of a menu item or a picker's entry.
 RowLayout {
     id: line
 

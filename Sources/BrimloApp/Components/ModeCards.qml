@@ -4,7 +4,7 @@ import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
 
-// The ways of disposal, one card each; `mode` is the chosen one.
+// The disposal modes, one card each; `mode` is the current one.
 RowLayout {
     id: cards
 

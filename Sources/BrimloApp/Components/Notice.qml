@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 
-// A line that should be noticed, with a button when something can be done about it.
+// A highlighted message, with a button if there is something to do about it.
 Item {
     id: notice
 

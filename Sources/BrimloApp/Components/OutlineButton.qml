@@ -1,6 +1,6 @@
 import QtQuick
 
-// Any other action that has words.
+// A secondary action.
 ButtonBase {
     id: button
 

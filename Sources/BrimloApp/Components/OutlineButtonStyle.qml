@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 
-// The ground of every other action that has words, and of a picker.
+// The background of secondary buttons and of pickers.
 Rectangle {
     id: ground
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Brimlo
 
-// A path on one line: its middle gives way first, and the whole of it is in the tooltip.
+// A path on one line, elided in the middle, in full in the tooltip.
 Label {
     id: label
 

@@ -4,7 +4,7 @@ import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
 
-// One of a list, either of words or of {text, symbol}. Its owner sets `currentIndex` on `activated`.
+// A drop-down list of texts or of {text, symbol}. Its owner sets `currentIndex` on `activated`.
 T.ComboBox {
     id: picker
 

@@ -1,5 +1,6 @@
 #include "BrimloApp/Components/Places.h"
 
+#include "BrimloApp/Shell/Shown.h"
 #include "BrimloCore/Support/StoragePaths.h"
 
 #include <QtCore/QDir>
@@ -9,7 +10,7 @@
 namespace Brimlo {
 
 QString Places::home() {
-    return QFile::decodeName(QByteArray::fromStdString(StoragePaths::home()));
+    return fromPath(StoragePaths::home());
 }
 
 QString Places::name(const QString& path) {

@@ -7,7 +7,7 @@
 
 namespace Brimlo {
 
-/// Folders as the screens choose them: by paths in the model, by addresses in dialogs and drops.
+/// Folders for QML, which the model knows by paths, dialogs and drops by URLs.
 class Places : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -17,12 +17,12 @@ class Places : public QObject {
 public:
     [[nodiscard]] static QString home();
 
-    /// The last part of a path; the root is itself.
+    /// The last component of a path; "/" for the root.
     Q_INVOKABLE [[nodiscard]] static QString name(const QString& path);
-    /// Whether it is the address of a folder of this machine that is there now.
+    /// Whether it is the URL of an existing local folder.
     Q_INVOKABLE [[nodiscard]] static bool isFolder(const QUrl& address);
     Q_INVOKABLE [[nodiscard]] static QUrl address(const QString& path);
-    /// Empty for the address of something elsewhere.
+    /// Empty for a URL that is not local.
     Q_INVOKABLE [[nodiscard]] static QString path(const QUrl& address);
 };
 

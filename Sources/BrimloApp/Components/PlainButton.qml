@@ -1,6 +1,6 @@
 import QtQuick
 
-// Words or a symbol that act, without a frame: crumbs, links, a row's own buttons.
+// A button without a frame: for crumbs, links and rows.
 ButtonBase {
     id: button
 

@@ -2,8 +2,8 @@ import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
 
-// A panel beside what opened it. It shows while `presented`; Escape or a press beside it asks for
-// its end by `dismissed`.
+// A panel beside the control that opened it. Visible while `presented`; Escape or a click outside
+// emits `dismissed`.
 T.Popup {
     id: popover
 

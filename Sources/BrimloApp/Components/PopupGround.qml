@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 
-// The ground of menus, popovers and sheets, with a shadow that needs no shader.
+// The background of menus, popovers and sheets, with a shadow that needs no shader.
 Item {
     id: ground
 

@@ -7,7 +7,7 @@ import QtQuick.Templates as T
 T.Menu {
     id: menu
 
-    // As wide as its widest entry.
+    // The width of the widest entry.
     property int entryWidth: 180
 
     function widen() {

@@ -1,6 +1,6 @@
 import QtQuick
 
-// How much of a task is done, 0 to 1; without an end in sight a piece that wanders.
+// A progress bar from 0 to 1, or an indeterminate one.
 Item {
     id: line
 

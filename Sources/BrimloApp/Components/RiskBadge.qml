@@ -1,10 +1,11 @@
 import QtQuick
+import Brimlo
 
-// A risk in its colour, explained by its tooltip.
+// A rating in its colour, explained in a tooltip.
 Chip {
-    property var risk: ""
+    property string risk
 
-    text: RiskWords.text(risk)
+    text: Format.risk(risk)
     symbol: RiskWords.symbol(risk)
     color: RiskWords.fill(risk)
     ink: RiskWords.ink(risk)

@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Layouts
 
-// What the ratings mean, for a popover.
+// The meaning of the ratings, for a popover.
 ColumnLayout {
     spacing: Theme.snug
     implicitWidth: 400

@@ -2,16 +2,12 @@ pragma Singleton
 
 import QtQuick
 
-// What the screens say of a risk, given as "safe", "rebuild" or "review", or as 0, 1 or 2.
+// How the screens show a rating, given by its word: "safe", "rebuild" or "review".
 QtObject {
     readonly property var all: ["safe", "rebuild", "review"]
 
-    function name(risk): string {
-        return typeof risk === "number" ? (all[risk] ?? "") : String(risk ?? "");
-    }
-
     function pick(risk, safe, rebuild, review, none) {
-        switch (name(risk)) {
+        switch (risk) {
         case "safe":
             return safe;
         case "rebuild":
@@ -23,10 +19,6 @@ QtObject {
         }
     }
 
-    function text(risk): string {
-        return pick(risk, qsTr("Safe"), qsTr("Rebuilds"), qsTr("Review"), "");
-    }
-
     function symbol(risk): string {
         return pick(risk, "checkmark.circle.fill", "arrow.triangle.2.circlepath", "exclamationmark.triangle.fill", "");
     }
@@ -35,7 +27,7 @@ QtObject {
         return pick(risk, qsTr("Regenerated automatically; at worst the next launch is slightly slower."), qsTr("Regenerable, but costs time or bandwidth (re-download, full rebuild)."), qsTr("May contain data you created or cannot easily recreate. Decide manually."), "");
     }
 
-    // The line beside a suggestion's name.
+    // The line beside the name of a suggestion.
     function line(risk): string {
         return pick(risk, qsTr("Comes back on its own"), qsTr("Comes back after a rebuild or re-download"), qsTr("May contain your own files"), "");
     }

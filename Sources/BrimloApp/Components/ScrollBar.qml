@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 
-// A thin handle that is there only where there is something to scroll.
+// A thin handle, visible only if there is something to scroll.
 T.ScrollBar {
     id: bar
 

@@ -1,17 +1,17 @@
 import QtQuick
 import QtQuick.Templates as T
 
-// A list with our scroll bar and all the keys. A row shows the focus by `ListView.view.keyed` and
-// `ListView.isCurrentItem`, as `ListRow` does.
+// A list with our scroll bar and all the keys. A row shows the focus with the help of
+// `ListView.view.keyed` and `ListView.isCurrentItem`, as `ListRow` does.
 ListView {
     id: list
 
     property string label
 
-    // Whether the keyboard has been used last, so that the current row should be seen.
+    // Whether the last input was the keyboard, so that the current row must be visible.
     property bool keyed: false
 
-    // What rows leave free at their right for the scroll bar.
+    // The space that rows leave for the scroll bar at their right.
     readonly property int gutter: bar.visible ? bar.width : 0
 
     signal opened(int index)

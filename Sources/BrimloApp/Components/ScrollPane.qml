@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
 
-// A column that scrolls, at most `maximumWidth` wide and in the middle.
+// A scrollable column, centred, at most `maximumWidth` wide.
 Flickable {
     id: pane
 
@@ -11,7 +11,7 @@ Flickable {
     property int padding: Theme.wide
     property int maximumWidth: 1200
 
-    // What has the focus is to be seen; it follows the window's own item.
+    // Keeps the focused item visible; follows the window's active focus item.
     function reveal(item) {
         let up = item;
         while (up && up !== column)

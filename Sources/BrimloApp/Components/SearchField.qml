@@ -1,6 +1,6 @@
 import QtQuick
 
-// A field that searches; Escape or its button empties it.
+// A search field; Escape or its button clears it.
 Field {
     id: search
 

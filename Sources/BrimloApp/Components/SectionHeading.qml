@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 
-// The title of a section, a line that explains it, and controls at its right.
+// The title of a section, a line of explanation, and controls at the right.
 RowLayout {
     id: heading
 

@@ -4,8 +4,8 @@ import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
 
-// One of a few side by side, a list of {text, symbol, help} and a name where the help names none.
-// Its owner sets `currentIndex` on `activated`.
+// A choice between a few segments, a list of {text, symbol, help}, with a `name` if `help` is no
+// name. Its owner sets `currentIndex` on `activated`.
 FocusScope {
     id: picker
 

@@ -2,8 +2,8 @@ import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
 
-// A modal panel in the middle of the window: a heading, a column of content, a row of buttons. It
-// shows while `presented`; Escape asks for its end by `dismissed`. The focus stays inside.
+// A modal dialog in the middle of the window: a heading, a column of content, a row of buttons.
+// Visible while `presented`; Escape emits `dismissed`. Keeps the focus inside.
 T.Popup {
     id: sheet
 
@@ -16,15 +16,15 @@ T.Popup {
     property color symbolColor: Theme.accentText
     property int preferredWidth: 600
 
-    // What Return does anywhere inside but on a button, in a list or in a box of text.
+    // The button that Return presses, unless a button, a list or a text field has focus.
     property ButtonBase defaultButton: null
 
-    // What had the keys when it opened.
+    // The item that had focus before the sheet opened.
     property Item before: null
 
     signal dismissed
 
-    // A list row may be gone by now; its list gets the keyboard focus then.
+    // If a list row had focus and no longer exists, its list gets the focus.
     function giveBack() {
         let heir = before;
         while (heir && !(heir.visible && heir.activeFocusOnTab))
@@ -76,7 +76,7 @@ T.Popup {
         Keys.onReturnPressed: event => sheet.answer(event)
         Keys.onEnterPressed: event => sheet.answer(event)
 
-        // Screen readers are told of the popup's own item as the dialog.
+        // To screen readers, the popup's own item is the dialog.
         Binding {
             target: frame.parent?.Accessible ?? null
             property: "name"

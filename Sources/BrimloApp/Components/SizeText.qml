@@ -1,7 +1,7 @@
 import QtQuick
 import Brimlo
 
-// Bytes in words, flush right, the unit in a column of its own, so that figures stand in line.
+// A size, aligned right, with the unit in a column of its own so that numbers align.
 Item {
     id: size
 

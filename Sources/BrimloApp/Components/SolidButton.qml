@@ -1,11 +1,16 @@
 import QtQuick
 
-// The one main action of a place.
+// The primary action of a place.
 ButtonBase {
     id: button
 
     ink: Theme.inkOnAccent
-    background: SolidButtonStyle {
-        button: button
+    background: Rectangle {
+        radius: Theme.radius
+        color: button.hovered && button.enabled ? Theme.mixed(Theme.accent, Theme.text, 0.12) : Theme.accent
+
+        FocusRing {
+            shown: button.visualFocus
+        }
     }
 }

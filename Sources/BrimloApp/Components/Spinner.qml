@@ -1,6 +1,6 @@
 import QtQuick
 
-// Says that something goes on. With reduced motion it breathes in place of turning.
+// A busy indicator. With reduced motion it fades in and out instead of turning.
 Icon {
     id: spinner
 

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 
-// One figure and what it counts.
+// A figure and its label.
 Item {
     id: stat
 

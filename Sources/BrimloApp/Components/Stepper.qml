@@ -2,8 +2,8 @@ import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
 
-// A number in steps. It shows `value` as it is, also outside the range, from where steps lead back
-// only, and asks for another by `stepped`; its owner changes it.
+// A number changed in steps. Shows `value` even outside the range, from where the steps only lead
+// back, and emits `stepped`; its owner changes the value.
 FocusScope {
     id: stepper
 
@@ -86,7 +86,7 @@ FocusScope {
         }
     }
 
-    // One half of a stepper; held down it goes on. The keyboard acts on the stepper as a whole.
+    // One button of a stepper; it repeats while held. The keyboard acts on the stepper as a whole.
     component StepperKey: T.AbstractButton {
         id: key
 

@@ -2,7 +2,8 @@ pragma Singleton
 
 import QtQuick
 
-// Colours, type and distances. What the desktop decides is written from outside; all else follows.
+// Colours, type and distances. The desktop's settings are assigned from outside; everything else
+// follows from them.
 QtObject {
     id: theme
 
@@ -17,7 +18,7 @@ QtObject {
     readonly property color white: "#ffffff"
     readonly property color black: "#000000"
 
-    // By meaning. The fills are for shapes, the texts are readable on every ground below.
+    // By meaning. Fills are for shapes; texts are readable on every background below.
     readonly property color safe: Qt.rgba(0.36, 0.66, 0.47, 1)
     readonly property color rebuild: Qt.rgba(0.85, 0.62, 0.24, 1)
     readonly property color review: Qt.rgba(0.84, 0.39, 0.34, 1)
@@ -28,7 +29,7 @@ QtObject {
     readonly property color infoText: dark ? "#769fd4" : "#3f618d"
     readonly property color subtle: faded(text, 0.06)
 
-    // Grounds, from the back to the front.
+    // Backgrounds, from back to front.
     readonly property color window: dark ? "#15181c" : "#f5f6f8"
     readonly property color sidebar: dark ? "#1a1e23" : "#eceef1"
     readonly property color card: dark ? "#1f2429" : "#ffffff"
@@ -41,12 +42,12 @@ QtObject {
     readonly property color fieldBorder: highContrast ? text : dark ? "#505a65" : "#bcc4cc"
     readonly property color divider: highContrast ? secondaryText : dark ? "#2b3138" : "#e6e9ed"
 
-    // Words.
+    // Texts.
     readonly property color text: highContrast ? (dark ? "#ffffff" : "#000000") : dark ? "#e7eaed" : "#1b2127"
     readonly property color secondaryText: highContrast ? (dark ? "#d5dae0" : "#353d45") : dark ? "#a3acb6" : "#59636d"
     readonly property color disabledText: dark ? "#6b757f" : "#98a1aa"
 
-    // What is chosen or active.
+    // Selection and active controls.
     readonly property color chosenAccent: accentColor.valid ? accentColor : brand
     readonly property color accent: onWhite(chosenAccent)
     readonly property color inkOnAccent: contrast(accent, white) >= 4.5 ? white : black
@@ -75,7 +76,6 @@ QtObject {
     readonly property int wide: 24
     readonly property int huge: 32
 
-    readonly property int radiusSmall: 4
     readonly property int radius: 7
     readonly property int radiusLarge: 12
 
@@ -98,7 +98,7 @@ QtObject {
         return Qt.rgba(one.r + (other.r - one.r) * share, one.g + (other.g - one.g) * share, one.b + (other.b - one.b) * share, 1);
     }
 
-    // The relative luminance and the contrast of WCAG 2.
+    // Relative luminance and contrast as in WCAG 2.
     function luminance(color: color): real {
         const linear = part => part <= 0.04045 ? part / 12.92 : Math.pow((part + 0.055) / 1.055, 2.4);
         return 0.2126 * linear(color.r) + 0.7152 * linear(color.g) + 0.0722 * linear(color.b);
@@ -110,7 +110,7 @@ QtObject {
         return (Math.max(a, b) + 0.05) / (Math.min(a, b) + 0.05);
     }
 
-    // The colour, darker or lighter as far as text in it needs on that ground.
+    // The colour, darkened or lightened until text in it is readable on `ground`.
     function legible(color: color, ground: color): color {
         const by = luminance(ground) > 0.18 ? -0.01 : 0.01;
         let found = Qt.rgba(color.r, color.g, color.b, 1);
@@ -119,7 +119,7 @@ QtObject {
         return found;
     }
 
-    // A light accent keeps its tone and bears black words, a middling one is darkened for white.
+    // A light accent stays as it is and has black text; a medium one is darkened for white text.
     function onWhite(color: color): color {
         return contrast(color, white) < 2.6 ? color : legible(color, white);
     }

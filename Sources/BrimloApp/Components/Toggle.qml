@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
 
-// A switch that shows `on` and asks for the other state by `switched`; its owner changes it.
+// A switch that shows `on` and emits `switched` with the other state; its owner changes it.
 T.CheckBox {
     id: toggle
 

@@ -1,6 +1,6 @@
 import QtQuick
 
-// A symbol in a toolbar, with words where there is room for them; `help` names it.
+// A toolbar button: a symbol, and a text if there is room; `help` names it.
 ButtonBase {
     id: button
 

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// The head of a group of equal files: what they take, and the two ways to take less.
+// The header of a group of equal files: their sizes, and the two ways to reclaim space.
 RowLayout {
     id: head
 
@@ -16,7 +16,7 @@ RowLayout {
 
     spacing: Theme.tight
 
-    // What has no room on a line goes to the next.
+    // Wraps.
     Flow {
         id: words
 

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// A line of a group's card: its head, or one of its files.
+// A row of a group's card: its header or one of its files.
 ListRow {
     id: row
 
@@ -78,7 +78,7 @@ ListRow {
         Layout.fillWidth: true
     }
 
-    // One file of a group, and whether it stays. Anchored, since a layout of Qt 6.4 inside another one
+    // One file of a group, and whether it is kept. Uses anchors, because a nested layout of Qt 6.4
     // can keep its old widths when the text size changes.
     component DuplicatePath: Item {
         id: line
@@ -109,9 +109,9 @@ ListRow {
         }
     }
 
-    // A part of a card that goes over several rows of a list: its head, its foot, or a piece between.
-    // Head and foot reach under the piece between, which hides their inner corners, so its row has to
-    // stand above theirs.
+    // A part of a card that spans several rows of a list: its head, its foot, or a part between.
+    // Head and foot extend below the neighbouring part, which hides their inner corners and
+    // therefore must be stacked above them.
     component CardSlice: Item {
         id: slice
 

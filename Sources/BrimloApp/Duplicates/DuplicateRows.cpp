@@ -7,6 +7,7 @@
 #include <algorithm>
 
 namespace Brimlo {
+
 namespace {
 
 using Line = DuplicateLine;
@@ -63,8 +64,8 @@ double DuplicateRows::reclaimable() const {
     return number(reclaimable_);
 }
 
-std::optional<DuplicateGroup> DuplicateRows::groupAt(const int row) const {
-    const Line* const line = rows_.at(row);
+std::optional<DuplicateGroup> DuplicateRows::groupAt(int row) const {
+    const Line* line = rows_.at(row);
     if (line == nullptr || !line->isGroup()) {
         return std::nullopt;
     }
@@ -73,20 +74,20 @@ std::optional<DuplicateGroup> DuplicateRows::groupAt(const int row) const {
     return group == groups.end() ? std::nullopt : std::optional{*group};
 }
 
-void DuplicateRows::clone(const int row) {
+void DuplicateRows::clone(int row) {
     if (const auto group = groupAt(row)) {
         search_.clone(*group);
     }
 }
 
-void DuplicateRows::trash(const int row) {
+void DuplicateRows::trash(int row) {
     if (const auto group = groupAt(row)) {
         search_.trash(*group);
     }
 }
 
-void DuplicateRows::reveal(const int row) {
-    const Line* const line = rows_.at(row);
+void DuplicateRows::reveal(int row) {
+    const Line* line = rows_.at(row);
     if (line != nullptr && !line->isGroup()) {
         search_.reveal(line->path);
     }

@@ -13,15 +13,15 @@ namespace Brimlo {
 
 class DuplicateSearch;
 
-/// A line of the list of duplicates: a group of equal files, or one of its files.
+/// A row of the duplicates: a group of equal files, or one of its files.
 struct DuplicateLine {
     Uuid group;
     std::string path;         ///< Empty for the group itself.
-    std::int64_t copies = 0;  ///< The figures are the group's, in its own line.
-    std::int64_t size = 0;    ///< Of each.
+    std::int64_t copies = 0;  ///< The figures are those of the group, set in the group's own row.
+    std::int64_t size = 0;    ///< Of each file.
     std::int64_t wasted = 0;
     bool isKept = false;
-    bool isLast = false;  ///< Of its group.
+    bool isLast = false;  ///< The last of its group.
 
     bool operator==(const DuplicateLine&) const = default;
 
@@ -29,8 +29,8 @@ struct DuplicateLine {
     [[nodiscard]] std::string key() const;
 };
 
-/// The groups of equal files, the most wasted bytes first: a line for each, and below it one for
-/// each of its files.
+/// The groups of equal files, the most wasted bytes first: a row for each group, followed by its
+/// files.
 class DuplicateRows : public Brimlo::RowList {
     Q_OBJECT
     QML_ELEMENT
@@ -43,12 +43,12 @@ public:
     explicit DuplicateRows(DuplicateSearch& search);
 
     [[nodiscard]] int groupCount() const { return groupCount_; }
-    /// The bytes that all groups waste.
+    /// The bytes wasted by all groups.
     [[nodiscard]] double reclaimable() const;
 
-    /// Lets the files of a group's line share their bytes.
+    /// Replaces the files of a group with clones that share their blocks.
     Q_INVOKABLE void clone(int row);
-    /// Moves all but the first file of a group's line to the Trash.
+    /// Moves all files of a group but the first to the Trash.
     Q_INVOKABLE void trash(int row);
     /// Shows a file in the file manager.
     Q_INVOKABLE void reveal(int row);
@@ -58,7 +58,7 @@ Q_SIGNALS:
 
 private:
     void refresh();
-    /// The group that a line is for itself.
+    /// The group of a group's row; nullopt for the row of a file.
     [[nodiscard]] std::optional<DuplicateGroup> groupAt(int row) const;
 
     DuplicateSearch& search_;

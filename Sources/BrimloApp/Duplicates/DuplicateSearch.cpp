@@ -3,12 +3,13 @@
 #include "BrimloApp/Duplicates/DuplicateRows.h"
 #include "BrimloApp/Overview/Machine.h"
 #include "BrimloApp/Review/Cleanup.h"
-#include "BrimloApp/Shell/Assign.h"
+#include "BrimloApp/Shell/Shown.h"
 #include "BrimloCore/Cleaner/DuplicateExtras.h"
 
 #include <utility>
 
 namespace Brimlo {
+
 namespace {
 
 constexpr std::int64_t kLeastSize = 1'048'576;

@@ -11,7 +11,7 @@ namespace Brimlo {
 
 class DuplicateRows;
 
-/// The search for equal files, and what is done with the groups found.
+/// The search for equal files, and the actions on the groups found. Main thread.
 class DuplicateSearch : public Brimlo::FolderSearch {
     Q_OBJECT
     QML_ELEMENT
@@ -33,10 +33,11 @@ public:
     [[nodiscard]] const Groups& groups() const { return groups_; }
     void setGroups(Groups groups);
 
-    /// Replaces all but the first file of a group with clones of it; takes `busy`. The group goes
-    /// in any case.
+    /// Replaces all files of a group but the first with clones of it. Takes `busy`. The group is
+    /// removed from the list, whatever the outcome.
     void clone(const DuplicateGroup& group);
-    /// Moves all but the first file of a group to the Trash; the group goes in any case.
+    /// Moves all files of a group but the first to the Trash; the group is removed from the list,
+    /// whatever the outcome.
     void trash(const DuplicateGroup& group);
     void reveal(const std::string& path);
 

@@ -53,8 +53,8 @@ Screen {
                 onSearchWanted: screen.search.find()
                 Layout.fillWidth: true
             }
-            // The groups of equal files, each a card over several rows. Return shows a file in the file
-            // manager.
+            // The groups of equal files, each a card made of several rows. Return shows a file in
+            // the file manager.
             ScrollList {
                 id: list
 
@@ -71,7 +71,8 @@ Screen {
                 delegate: DuplicateRow {
                     onClicked: list.currentIndex = index
                     onDoubleClicked: screen.rows.reveal(index)
-                    // The button that asked goes with its row, so the keys come back to the list.
+                    // The button that opened the question is removed with its row, so the focus
+                    // returns to the list.
                     onCloned: {
                         list.forceActiveFocus();
                         screen.rows.clone(index);
@@ -85,7 +86,7 @@ Screen {
         }
     }
 
-    // Duplicates before a search, and after one that found nothing.
+    // The screen before a search, and after one without results.
     component DuplicatesStart: StartPanel {
         id: panel
 

@@ -2,13 +2,27 @@
 
 #include "BrimloApp/History/HistoryRows.h"
 #include "BrimloApp/Review/Cleanup.h"
-#include "BrimloApp/Shell/Assign.h"
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloCore/Platform/Privacy.h"
 
+#include <atomic>
 #include <utility>
 
 namespace Brimlo {
+
+JournalReading JournalReading::of(Cleaner& cleaner) {
+    // Taken before the file is read, so that the reading with the higher number has seen everything
+    // that was written before the other began.
+    static std::atomic<std::uint64_t> last = 0;
+    JournalReading reading{.number = ++last};
+    if (auto entries = cleaner.history()) {
+        reading.entries = *std::move(entries);
+        reading.batches = HistoryBatch::group(reading.entries);
+    } else {
+        reading.problem = entries.error().description;
+    }
+    return reading;
+}
 
 History::History(AppModel& app)
     : app_{app}
@@ -24,7 +38,7 @@ void History::readJournal() {
 }
 
 void History::show(JournalReading reading) {
-    // Two operations may end in another order than they have read the journal in.
+    // Two operations may finish in another order than they read the journal.
     if (reading.number < reading_.number) {
         return;
     }

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "BrimloApp/History/JournalReading.h"
 #include "BrimloApp/Shell/AppModel.h"
+#include "BrimloCore/Cleaner/Cleaner.h"
+#include "BrimloCore/Journal/JournalEntry.h"
 
 #include <QtCore/QObject>
 #include <QtCore/QString>
@@ -9,14 +10,27 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace Brimlo {
 
+/// The journal and the Trash at one moment.
+struct JournalReading {
+    std::uint64_t number = 0;           ///< Increases with each reading in this process.
+    std::vector<JournalEntry> entries;  ///< Newest first.
+    std::vector<HistoryBatch> batches;  ///< The same, grouped by clean, newest first.
+
+    std::string problem;  ///< Why the journal can't be read; empty if it can.
+
+    /// Reads the journal and looks for each item in the Trash. Blocks; any thread.
+    [[nodiscard]] static JournalReading of(Cleaner& cleaner);
+};
+
 class HistoryRows;
 
-/// What went, and the ways back and out. Main thread; restoring, emptying and purging run in the
-/// background and take `busy`, so that only one of them runs at a time.
+/// What was cleaned, and how to restore or delete it. Main thread; restoring, emptying and purging
+/// run in the background and take `busy`, so that only one of them runs at a time.
 class History : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -33,27 +47,26 @@ public:
 
     Q_DISABLE_COPY_MOVE(History)
 
-    /// Reads the journal, in the background: another process may hold its lock for the whole of a
-    /// clean.
+    /// Reads the journal in the background: another process may hold its lock during a whole clean.
     void readJournal();
-    /// Shows what was read, unless a later reading is shown already.
+    /// Shows a reading, unless a later one is already shown.
     void show(JournalReading reading);
-    /// Whether the journal has been read since the start.
+    /// Whether the journal has been read since the program started.
     [[nodiscard]] bool isJournalRead() const { return reading_.number > 0; }
-    /// The journal as last read, newest first.
+    /// The entries last read, newest first.
     [[nodiscard]] const std::vector<JournalEntry>& journal() const { return reading_.entries; }
-    /// The same by cleanup, newest first.
+    /// The same, grouped by clean, newest first.
     [[nodiscard]] const std::vector<HistoryBatch>& batches() const { return reading_.batches; }
-    /// Why the journal can't be read; empty when it can.
+    /// Why the journal can't be read; empty if it can.
     [[nodiscard]] const QString& journalProblem() const { return journalProblem_; }
 
     void undoBatch(const HistoryBatch& batch);
-    /// Puts back the items of these journal entries, as far as they can be.
+    /// Restores the items of these journal entries, as far as possible.
     void undoAll(const std::vector<Uuid>& ids);
-    /// Puts back what the last clean took.
+    /// Restores what the last clean moved to the Trash.
     Q_INVOKABLE void undoLastClean();
     Q_INVOKABLE void emptyTrash();
-    /// Deletes from the Trash what Brimlo moved there, however short ago.
+    /// Deletes from the Trash everything that Brimlo moved there, however recently.
     Q_INVOKABLE void purgeOwnTrash();
 
     [[nodiscard]] HistoryRows* rows() const { return rows_.get(); }

@@ -16,7 +16,7 @@ ListRow {
     required property double size
     required property bool expanded
     required property string path
-    required property var model  // Its `state` has the name of a property of all items.
+    required property var model  // `state` would clash with a property of Item.
 
     readonly property bool isBatch: kind === "batch"
     readonly property string paths: otherCount > 0 ? qsTr("%1 and %2 more").arg(summary).arg(Format.count(otherCount)) : summary
@@ -96,7 +96,7 @@ ListRow {
         }
     }
 
-    // What has become of an item: "restored", "gone", "inTrash" or "removed".
+    // The state of an item: "restored", "gone", "inTrash" or "removed".
     component HistoryStateChip: Chip {
         property string entryState
         readonly property var looks: ({

@@ -15,6 +15,7 @@
 #include <utility>
 
 namespace Brimlo {
+
 namespace {
 
 using Line = HistoryLine;
@@ -22,7 +23,7 @@ using Kind = Line::Kind;
 
 constexpr std::size_t kMostPaths = 2;
 
-QString word(const Kind kind) {
+QString word(Kind kind) {
     return kind == Kind::batch ? QStringLiteral("batch") : QStringLiteral("entry");
 }
 
@@ -110,8 +111,8 @@ HistoryRows::HistoryRows(History& history)
     connect(&history, &History::journalChanged, this, &HistoryRows::refresh);
 }
 
-void HistoryRows::toggleExpanded(const int place) {
-    const Line* const chosen = rows_.at(place);
+void HistoryRows::toggleExpanded(int place) {
+    const Line* chosen = rows_.at(place);
     if (chosen == nullptr || chosen->kind != Kind::batch) {
         return;
     }
@@ -121,8 +122,8 @@ void HistoryRows::toggleExpanded(const int place) {
     refresh();
 }
 
-void HistoryRows::undo(const int place) {
-    const Line* const chosen = rows_.at(place);
+void HistoryRows::undo(int place) {
+    const Line* chosen = rows_.at(place);
     if (chosen == nullptr || chosen->kind != Kind::batch) {
         return;
     }

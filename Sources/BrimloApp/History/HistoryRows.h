@@ -16,19 +16,19 @@ namespace Brimlo {
 
 class History;
 
-/// A line of the history: a cleanup, or one item of it. What its kind has no use for is empty.
+/// A row of the history: a clean, or one item of it. Fields that a kind does not use are empty.
 struct HistoryLine {
     enum class Kind { batch, entry };
 
     Kind kind = Kind::batch;
-    Uuid id;  ///< The batch's or the entry's; an entry may have that of its batch.
+    Uuid id;  ///< The id of the batch or of the entry; an entry may have the id of its batch.
 
     std::string title;
     std::chrono::sys_seconds date;
-    std::vector<std::string> firstPaths;  ///< Of a batch, two at most.
+    std::vector<std::string> firstPaths;  ///< Of a batch, at most two.
     std::int64_t itemCount = 0;
     bool restorable = false;
-    double size = 0;  ///< Not in whole numbers: what a journal says may add up to anything.
+    double size = 0;  ///< Not an integer: the sizes in a journal may add up to any number.
     bool expanded = false;
 
     std::string path;
@@ -39,7 +39,7 @@ struct HistoryLine {
     [[nodiscard]] std::string key() const;
 };
 
-/// The cleanups, newest first, each followed by its items when it is expanded.
+/// The cleans, newest first, each followed by its items if expanded.
 class HistoryRows : public Brimlo::RowList {
     Q_OBJECT
     QML_ELEMENT
@@ -48,9 +48,9 @@ class HistoryRows : public Brimlo::RowList {
 public:
     explicit HistoryRows(History& history);
 
-    /// Shows or hides the items of a cleanup.
+    /// Expands or collapses a clean.
     Q_INVOKABLE void toggleExpanded(int place);
-    /// Puts back all that can be of a cleanup.
+    /// Restores a clean, as far as possible.
     Q_INVOKABLE void undo(int place);
 
 private:
@@ -59,7 +59,7 @@ private:
 
     History& history_;
     Rows<HistoryLine> rows_;
-    std::set<Uuid> expanded_;  ///< Batches.
+    std::set<Uuid> expanded_;  ///< Ids of batches.
 };
 
 }  // namespace Brimlo

@@ -48,7 +48,7 @@ ListRow {
     }
     RowButton {
         text: qsTr("Reveal")
-        help: qsTr("Reveal in %1").arg(SystemWords.fileManager)
+        help: qsTr("Reveal in %1").arg(Desktop.fileManager)
         isCurrent: row.ListView.isCurrentItem
         Layout.leftMargin: Theme.tight
         onClicked: row.revealed()

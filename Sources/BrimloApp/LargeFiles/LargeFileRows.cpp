@@ -40,8 +40,8 @@ double LargeFileRows::totalBytes() const {
     return number(totalBytes_);
 }
 
-void LargeFileRows::trash(const int row) {
-    const LargeFile* const chosen = rows_.at(row);
+void LargeFileRows::trash(int row) {
+    const LargeFile* chosen = rows_.at(row);
     if (chosen == nullptr) {
         return;
     }
@@ -49,13 +49,13 @@ void LargeFileRows::trash(const int row) {
     const auto file =
         std::ranges::find(files, chosen->id, [](const auto& each) { return each->id; });
     if (file != files.end()) {
-        // A copy, because the list that holds it is about to change.
+        // Copied, because the list that holds it is about to change.
         search_.trash(std::shared_ptr{*file});
     }
 }
 
-void LargeFileRows::reveal(const int row) {
-    if (const LargeFile* const chosen = rows_.at(row)) {
+void LargeFileRows::reveal(int row) {
+    if (const LargeFile* chosen = rows_.at(row)) {
         search_.reveal(chosen->path);
     }
 }

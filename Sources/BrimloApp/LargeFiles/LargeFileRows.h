@@ -24,7 +24,7 @@ struct LargeFile {
     [[nodiscard]] const Uuid& key() const { return id; }
 };
 
-/// The largest files found, the largest first.
+/// The largest files, the largest first.
 class LargeFileRows : public Brimlo::RowList {
     Q_OBJECT
     QML_ELEMENT
@@ -37,7 +37,7 @@ public:
 
     [[nodiscard]] double totalBytes() const;
 
-    /// Moves a file to the Trash; its row goes when the file went.
+    /// Moves a file to the Trash, and then removes its row.
     Q_INVOKABLE void trash(int row);
     /// Shows a file in the file manager.
     Q_INVOKABLE void reveal(int row);

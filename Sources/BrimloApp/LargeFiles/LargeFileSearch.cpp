@@ -2,12 +2,13 @@
 
 #include "BrimloApp/LargeFiles/LargeFileRows.h"
 #include "BrimloApp/Review/Cleanup.h"
-#include "BrimloApp/Shell/Assign.h"
+#include "BrimloApp/Shell/Shown.h"
 #include "BrimloCore/LargeFiles/LargeFiles.h"
 
 #include <utility>
 
 namespace Brimlo {
+
 namespace {
 
 constexpr std::size_t kMostFiles = 200;
@@ -30,7 +31,7 @@ void LargeFileSearch::start(std::shared_ptr<ScanControl> control) {
         },
         [control](LargeFileSearch& search, Files found) {
             search.setFiles(std::move(found));
-            search.takeOff(std::exchange(search.wentMeanwhile_, {}));
+            search.removeFiles(std::exchange(search.wentMeanwhile_, {}));
             search.end(*control);
         });
 }
@@ -48,13 +49,13 @@ void LargeFileSearch::reveal(const std::string& path) {
 }
 
 void LargeFileSearch::forget(const std::set<std::string>& paths) {
-    takeOff(paths);
+    removeFiles(paths);
     if (isSearching()) {
         wentMeanwhile_.insert(paths.begin(), paths.end());
     }
 }
 
-void LargeFileSearch::takeOff(const std::set<std::string>& paths) {
+void LargeFileSearch::removeFiles(const std::set<std::string>& paths) {
     Files left = files_;
     std::erase_if(left, [&](const auto& file) { return paths.contains(file->path); });
     setFiles(std::move(left));

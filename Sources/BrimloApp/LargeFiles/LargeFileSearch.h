@@ -12,7 +12,7 @@ namespace Brimlo {
 
 class LargeFileRows;
 
-/// The search for the largest files.
+/// The search for the largest files. Main thread.
 class LargeFileSearch : public Brimlo::FolderSearch {
     Q_OBJECT
     QML_ELEMENT
@@ -30,14 +30,14 @@ public:
     Q_DISABLE_COPY_MOVE(LargeFileSearch)
 
     [[nodiscard]] LargeFileRows* rows() const { return rows_.get(); }
-    /// What was found, the largest first.
+    /// The files found, the largest first.
     [[nodiscard]] const Files& files() const { return files_; }
     void setFiles(Files files);
 
-    /// Moves a file to the Trash; its row goes when the file went.
+    /// Moves a file to the Trash, and then removes it from the list.
     void trash(const std::shared_ptr<FileNode>& file);
     void reveal(const std::string& path);
-    /// Takes what went off the list, and off that of the search under way.
+    /// Removes deleted files from the list, and from the result of the search under way.
     void forget(const std::set<std::string>& paths);
 
 Q_SIGNALS:
@@ -45,10 +45,10 @@ Q_SIGNALS:
 
 private:
     void start(std::shared_ptr<ScanControl> control) override;
-    void takeOff(const std::set<std::string>& paths);
+    void removeFiles(const std::set<std::string>& paths);
 
     Files files_;
-    std::set<std::string> wentMeanwhile_;  ///< Since the search under way began.
+    std::set<std::string> wentMeanwhile_;  ///< Paths deleted since the search began.
     const std::unique_ptr<LargeFileRows> rows_;
 };
 

@@ -56,7 +56,8 @@ Screen {
             ScrollList {
                 id: list
 
-                // The button that asked goes with its row, so the keys come back to the list.
+                // The button that opened the question is removed with its row, so the focus returns
+                // to the list.
                 function trash(row) {
                     forceActiveFocus();
                     screen.rows.trash(row);
@@ -83,7 +84,7 @@ Screen {
         }
     }
 
-    // Large Files before a search, and after one that found nothing.
+    // The screen before a search, and after one without results.
     component LargeFilesStart: StartPanel {
         id: panel
 

@@ -1,7 +1,7 @@
 #include "BrimloApp/Overview/Machine.h"
 
-#include "BrimloApp/Shell/Assign.h"
 #include "BrimloApp/Shell/RunInBackground.h"
+#include "BrimloApp/Shell/Shown.h"
 #include "BrimloCore/Cleaner/Cleaner.h"
 #include "BrimloCore/Platform/Privacy.h"
 
@@ -11,6 +11,23 @@
 #include <utility>
 
 namespace Brimlo {
+
+VolumeFigures VolumeFigures::of(const std::optional<VolumeInfo::Snapshot>& snapshot) {
+    if (!snapshot || snapshot->total <= 0) {
+        return {};
+    }
+    VolumeFigures figures;
+    figures.isKnown = true;
+    figures.isSystem = snapshot->isSystem;
+    figures.total = static_cast<double>(snapshot->total);
+    figures.available = static_cast<double>(snapshot->available);
+    figures.used = static_cast<double>(snapshot->used());
+    const auto purgeable = static_cast<double>(snapshot->purgeable());
+    figures.takenShare = (figures.used - purgeable) / figures.total;
+    figures.purgeableShare = purgeable / figures.total;
+    figures.freeShare = figures.available / figures.total;
+    return figures;
+}
 
 Machine::Machine()
     : volume_{VolumeInfo::ofHome()}
@@ -23,7 +40,7 @@ void Machine::refresh() {
 }
 
 void Machine::measureTrash() {
-    // What has changed since the running one began is for one more to see, and one is enough.
+    // Changes since the measurement began need one more, and one is enough.
     if (isMeasuring()) {
         measuring_ = Measuring::runsAndIsToFollow;
         return;
@@ -32,11 +49,11 @@ void Machine::measureTrash() {
     runInBackground(
         this,
         [] { return Cleaner::trashSize(); },
-        [](Machine& machine, const std::int64_t bytes) {
+        [](Machine& machine, std::int64_t bytes) {
             const auto was = std::exchange(machine.measuring_, Measuring::none);
             if (was == Measuring::runsAndIsToFollow) {
                 machine.measureTrash();
-                return;  // These bytes may be older than what asked for the next ones.
+                return;  // This result may be older than the last request.
             }
             machine.setTrashBytes(bytes);
         });
@@ -53,11 +70,11 @@ void Machine::setVolume(std::optional<VolumeInfo::Snapshot> volume) {
     assign(*this, volume_, volume, &Machine::volumeChanged);
 }
 
-void Machine::setFullDiskAccess(const bool hasAccess) {
+void Machine::setFullDiskAccess(bool hasAccess) {
     assign(*this, hasFullDiskAccess_, hasAccess, &Machine::hasFullDiskAccessChanged);
 }
 
-void Machine::setTrashBytes(const std::int64_t bytes) {
+void Machine::setTrashBytes(std::int64_t bytes) {
     assign(*this, trashBytes_, bytes, &Machine::trashBytesChanged);
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "BrimloApp/Overview/VolumeFigures.h"
 #include "BrimloCore/Support/VolumeInfo.h"
 
 #include <QtCore/QObject>
@@ -11,8 +10,35 @@
 
 namespace Brimlo {
 
-/// How full the disk is, what the Trash holds, and what the system lets the program see. Main
-/// thread; the Trash is measured in the background.
+/// How full a volume is, for the screens: bytes, and shares of the total from 0 to 1.
+class VolumeFigures {
+    Q_GADGET
+    QML_VALUE_TYPE(volumeFigures)
+
+    Q_PROPERTY(bool isKnown MEMBER isKnown)
+    Q_PROPERTY(bool isSystem MEMBER isSystem)
+    Q_PROPERTY(double total MEMBER total)
+    Q_PROPERTY(double available MEMBER available)
+    Q_PROPERTY(double used MEMBER used)
+    Q_PROPERTY(double takenShare MEMBER takenShare)
+    Q_PROPERTY(double purgeableShare MEMBER purgeableShare)
+    Q_PROPERTY(double freeShare MEMBER freeShare)
+
+public:
+    [[nodiscard]] static VolumeFigures of(const std::optional<VolumeInfo::Snapshot>& snapshot);
+
+    bool isKnown = false;
+    bool isSystem = true;  ///< Whether it is also the system's volume.
+    double total = 0;
+    double available = 0;
+    double used = 0;            ///< Includes purgeable space.
+    double takenShare = 0;      ///< Used without purgeable space.
+    double purgeableShare = 0;  ///< Space that the system can free by itself.
+    double freeShare = 0;       ///< The three shares add up to 1.
+};
+
+/// How full the disk is, the size of the Trash, and what the system lets the program read. Main
+/// thread; measures the Trash in the background.
 class Machine : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -25,17 +51,17 @@ class Machine : public QObject {
 public:
     Machine();
 
-    /// Reads the volume and the access anew, and measures the Trash.
+    /// Reads the volume and the access again, and measures the Trash.
     Q_INVOKABLE void refresh();
-    /// Opens the page of the system's settings on access to the disk, where there is one.
+    /// Opens the page of the system's settings about disk access, if there is one.
     Q_INVOKABLE void openPrivacySettings();
 
-    /// The volume of the home folder; nullopt when the system doesn't tell.
+    /// The volume of the home folder; nullopt if the system doesn't tell.
     [[nodiscard]] const std::optional<VolumeInfo::Snapshot>& volume() const { return volume_; }
     void setVolume(std::optional<VolumeInfo::Snapshot> volume);
     [[nodiscard]] VolumeFigures volumeFigures() const { return VolumeFigures::of(volume_); }
 
-    /// Whether the folders that the system hides from applications can be read.
+    /// Whether the folders that the system hides from applications are readable.
     [[nodiscard]] bool hasFullDiskAccess() const { return hasFullDiskAccess_; }
     void setFullDiskAccess(bool hasAccess);
 

@@ -2,11 +2,11 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// What of the disk could go, as far as it was looked for.
+// How much of the disk could be cleaned, according to the last suggestions.
 Card {
     id: card
 
-    readonly property bool found: AppModel.smartClean.found.count > 0
+    readonly property bool found: AppModel.smartClean.rows.foundCount > 0
 
     padding: Theme.roomy
     spacing: Theme.normal
@@ -30,19 +30,19 @@ Card {
         Layout.fillWidth: true
 
         StatCard {
-            value: Format.bytes(AppModel.smartClean.found.safeBytes)
+            value: Format.bytes(AppModel.smartClean.rows.safeBytes)
             label: qsTr("safe to clear")
             color: Theme.safe
             Layout.minimumWidth: 100
         }
         StatCard {
-            value: Format.bytes(AppModel.smartClean.found.rebuildBytes)
+            value: Format.bytes(AppModel.smartClean.rows.rebuildBytes)
             label: qsTr("rebuilds on demand")
             color: Theme.rebuild
             Layout.minimumWidth: 100
         }
         StatCard {
-            value: Format.count(AppModel.smartClean.found.count)
+            value: Format.count(AppModel.smartClean.rows.foundCount)
             label: qsTr("suggestions")
             color: Theme.info
             Layout.minimumWidth: 100

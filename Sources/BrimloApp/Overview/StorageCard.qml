@@ -4,11 +4,11 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// How full the disk is, and what the Trash holds of it.
+// How full the disk is, and how much of that is in the Trash.
 Card {
     id: card
 
-    // The bar grows from nothing when the screen is first shown.
+    // The bar grows from zero when the screen is first visible.
     property bool barGrown: false
     readonly property int grown: barGrown ? 1 : 0
     readonly property var shares: [
@@ -48,7 +48,7 @@ Card {
                     color: Theme.secondaryText
                 }
                 Label {
-                    text: AppModel.machine.volume.isSystem ? SystemWords.bootVolume : qsTr("Home disk")
+                    text: AppModel.machine.volume.isSystem ? Desktop.bootVolume : qsTr("Home disk")
                     secondary: true
                     font.weight: Font.Medium
                     Accessible.role: Accessible.Heading
@@ -118,7 +118,7 @@ Card {
         }
     }
 
-    // A colour of a bar and what it stands for.
+    // One entry of the bar's legend.
     component LegendEntry: RowLayout {
         id: entry
 

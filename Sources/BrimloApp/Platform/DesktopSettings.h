@@ -12,11 +12,11 @@ class QDBusConnection;
 
 namespace Brimlo {
 
-/// What the user set for all of the desktop, so that our window can look and move accordingly.
+/// The user's settings for the whole desktop that affect how the window looks and moves.
 ///
-/// Starts with the defaults and asks the desktop without waiting for it; its answers arrive by the
-/// event loop, as do later changes. What it doesn't tell, or tells wrongly, has its default. Each
-/// property signals only when it became another. Made after the application object. Main thread.
+/// Starts with the defaults and queries the desktop without waiting; answers and later changes
+/// arrive through the event loop. A missing or malformed setting has its default. Each property
+/// notifies only when its value changes. Make it after the application object. Main thread.
 class DesktopSettings : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -29,23 +29,27 @@ class DesktopSettings : public QObject {
     Q_PROPERTY(bool highContrast READ highContrast NOTIFY highContrastChanged)
 public:
     explicit DesktopSettings(QObject* parent);
-    /// Asks over `bus` in place of the session's own message bus.
+    /// Queries over `bus` instead of the session bus.
     explicit DesktopSettings(const QDBusConnection& bus, QObject* parent = nullptr);
 
-    /// Those that the engine's property "desktopSettings" holds, for QML's singleton of this name.
-    [[nodiscard]] static DesktopSettings* create(QQmlEngine* engine, QJSEngine* scripts);
+    /// QML's singleton: the object in the engine's property "desktopSettings".
+    [[nodiscard]] static DesktopSettings* create(QQmlEngine* engine, QJSEngine* /*scripts*/) {
+        auto* settings = engine->property("desktopSettings").value<DesktopSettings*>();
+        QJSEngine::setObjectOwnership(settings, QJSEngine::CppOwnership);
+        return settings;
+    }
 
-    /// Whether nothing should slide or fade; false by default.
+    /// Whether animations are off; false by default.
     [[nodiscard]] bool reduceMotion() const { return reduceMotion_; }
-    /// Whether windows are to be dark; by default when the application's palette is.
+    /// Whether the dark theme is preferred; by default if the application's palette is dark.
     [[nodiscard]] bool isDark() const { return isDark_; }
-    /// The colour of what is chosen or active; invalid when the desktop has none.
+    /// The accent colour; invalid if the desktop has none.
     [[nodiscard]] QColor accent() const { return accent_; }
-    /// The installed family that the desktop's texts are set in; empty for our own.
+    /// The desktop's font family, if installed; otherwise empty, for our own.
     [[nodiscard]] QString fontFamily() const { return fontFamily_; }
-    /// How large texts are to be, 0.75 to 3, where 1 is the usual size.
+    /// The scale of texts, 0.75 to 3; 1 is normal.
     [[nodiscard]] double fontScale() const { return fontScale_; }
-    /// Whether lines and texts should stand out more; false by default.
+    /// Whether high contrast is preferred; false by default.
     [[nodiscard]] bool highContrast() const { return highContrast_; }
 
 Q_SIGNALS:
@@ -60,7 +64,7 @@ private:
     bool eventFilter(QObject* watched, QEvent* event) override;  // For the palette.
     void update();
 
-    QHash<QString, QVariant> told_;  ///< By the desktop's own names, unchecked.
+    QHash<QString, QVariant> told_;  ///< By the desktop's names, unchecked.
     bool reduceMotion_ = false;
     bool isDark_ = false;
     QColor accent_;

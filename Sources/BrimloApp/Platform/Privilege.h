@@ -6,23 +6,23 @@
 
 namespace Brimlo::Platform {
 
-/// How a command that needed an administrator's rights ended.
+/// The outcome of a command that needed administrator rights.
 struct PrivilegedRun {
     enum class Outcome : std::uint8_t { done, cancelled, failed };
     Outcome outcome = Outcome::failed;
-    std::string text;  ///< Why it failed, on one line, in the system's words where it has some.
+    std::string text;  ///< Why it failed, on one line, in the system's words if it has any.
 
     bool operator==(const PrivilegedRun&) const = default;
 };
 
-/// Paths where the program may be that asks for those rights; the first that starts counts.
+/// Candidate paths of the program that grants those rights; the first that starts is used.
 using AuthorizerPlaces = std::vector<std::string>;
 
-/// Where that program is on this system. The search path is not consulted.
+/// The path of that program on this system. The search path is not used.
 [[nodiscard]] AuthorizerPlaces usualAuthorizers();
 
-/// Runs a command of the shell with an administrator's rights, once the user has agreed to it at
-/// the system's own prompt; cancelled when the user has not. Blocks, for ten minutes at most.
+/// Runs a shell command with administrator rights, after the user agreed at the system's prompt;
+/// cancelled if the user did not. Blocks for at most ten minutes.
 [[nodiscard]] PrivilegedRun runAsAdministrator(
     const std::string& shellCommand, const AuthorizerPlaces& places = usualAuthorizers());
 

@@ -4,7 +4,6 @@
 #include "BrimloApp/History/History.h"
 #include "BrimloApp/LargeFiles/LargeFileSearch.h"
 #include "BrimloApp/Overview/Machine.h"
-#include "BrimloApp/Shell/Assign.h"
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloApp/SmartClean/SmartClean.h"
 #include "BrimloCore/Docker/DockerSnapshot.h"
@@ -16,18 +15,19 @@
 #include <utility>
 
 namespace Brimlo {
+
 namespace {
 
-/// The item that a clean has reached, kept for a main thread that may be busy: it is told once,
-/// and then reads the newest one, however many items went by meanwhile. Any thread.
+/// The item that a clean has reached. A busy main thread is notified once and then reads the newest
+/// item, however many have passed in the meantime. Any thread.
 class NewestItem {
 public:
     struct State {
         std::string path;
-        int done = 0;  ///< Items, this one included.
+        int done = 0;  ///< Items, including this one.
     };
 
-    /// Whether the main thread must be told; false when it has been told and hasn't read yet.
+    /// Whether to notify the main thread; false if it was notified and has not read yet.
     bool set(const std::string& path) {
         const std::scoped_lock lock{mutex_};
         state_.path = path;
@@ -48,6 +48,26 @@ private:
 };
 
 }  // namespace
+
+ReportFigures ReportFigures::of(const std::optional<CleanReport>& report) {
+    if (!report) {
+        return {};
+    }
+    ReportFigures figures;
+    figures.processed = static_cast<int>(report->processed);
+    figures.freedNow = static_cast<double>(report->freedNowBytes);
+    figures.movedToTrash = static_cast<double>(report->movedToTrashBytes);
+    for (const auto* problems : {&report->refused, &report->failures, &report->unrecorded}) {
+        for (const ItemProblem& problem : *problems) {
+            const bool isDocker = isPseudoPath(problem.path);
+            figures.problems.append(shown(
+                isDocker ? DockerObject::words(problem.path) + ": " + problem.reason
+                         : problem.text()));
+        }
+    }
+    figures.canUndo = !report->journalIDs.empty();
+    return figures;
+}
 
 Cleanup::Cleanup(AppModel& app)
     : app_{app} {}
@@ -133,7 +153,7 @@ void Cleanup::show(const CleanReport& report) {
     setShowResult(true);
 }
 
-void Cleanup::setShowResult(const bool show) {
+void Cleanup::setShowResult(bool show) {
     assign(*this, showResult_, show, &Cleanup::showResultChanged);
 }
 

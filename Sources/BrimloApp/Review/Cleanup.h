@@ -1,6 +1,5 @@
 #pragma once
 
-#include "BrimloApp/Review/ReportFigures.h"
 #include "BrimloApp/Shell/AppModel.h"
 #include "BrimloCore/Cleaner/CleanPlan.h"
 #include "BrimloCore/Cleaner/CleanReport.h"
@@ -8,6 +7,7 @@
 
 #include <QtCore/QObject>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 #include <QtQml/qqmlregistration.h>
 
 #include <functional>
@@ -17,7 +17,36 @@
 
 namespace Brimlo {
 
-/// A clean, from the confirmed plan to what came of it. Main thread; cleans in the background.
+struct CleanReport;
+
+/// The result of a clean, for the screens. All zero and empty before the first clean.
+class ReportFigures {
+    Q_GADGET
+    QML_VALUE_TYPE(reportFigures)
+
+    Q_PROPERTY(int processed MEMBER processed)
+    Q_PROPERTY(double freedNow MEMBER freedNow)
+    Q_PROPERTY(double movedToTrash MEMBER movedToTrash)
+    Q_PROPERTY(QStringList problems MEMBER problems)
+    Q_PROPERTY(bool hasProblems READ hasProblems)
+    Q_PROPERTY(bool canUndo MEMBER canUndo)
+
+public:
+    [[nodiscard]] static ReportFigures of(const std::optional<CleanReport>& report);
+
+    bool operator==(const ReportFigures&) const = default;
+
+    [[nodiscard]] bool hasProblems() const { return !problems.isEmpty(); }
+
+    int processed = 0;        ///< Items cleaned.
+    double freedNow = 0;      ///< Bytes that are free already.
+    double movedToTrash = 0;  ///< Bytes moved to the Trash.
+    QStringList problems;     ///< "path: reason" for what was refused, failed, or cleaned without a
+                              ///< journal entry.
+    bool canUndo = false;     ///< Whether the journal has an entry of this clean.
+};
+
+/// A clean, from the confirmed plan to its result. Main thread; cleans in the background.
 class Cleanup : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -33,19 +62,19 @@ class Cleanup : public QObject {
 public:
     explicit Cleanup(AppModel& app);
 
-    /// Moves the items of a plan to the Trash, then calls `after`. During another clean it only
-    /// says so.
+    /// Moves the items of a plan to the Trash, then calls `after`. During another clean, only shows
+    /// a message.
     void run(const CleanPlan& plan, std::function<void()> after = {});
 
-    /// The plan to dispose of these nodes. Aggregates have nothing that could go.
+    /// A plan for these nodes. Aggregates are skipped, since they name no single file.
     [[nodiscard]] static CleanPlan planFor(const std::vector<std::shared_ptr<FileNode>>& nodes);
-    /// Moves nodes to the Trash, and takes those that went out of the tree and the large files that
-    /// are shown by then, whichever scan or search those come from.
+    /// Moves nodes to the Trash, and removes those that are gone from the analyzer's tree and the
+    /// large files, whichever scan or search produced them.
     void dispose(const std::vector<std::shared_ptr<FileNode>>& nodes);
 
     struct Progress {
         bool isCleaning = false;
-        QString path;  ///< The item that is being moved.
+        QString path;  ///< The item being moved.
         int done = 0;  ///< Items.
         int total = 0;
 
@@ -57,10 +86,10 @@ public:
     [[nodiscard]] int cleaningDone() const { return progress_.done; }
     [[nodiscard]] int cleaningTotal() const { return progress_.total; }
 
-    /// What came of the last clean.
+    /// The result of the last clean.
     [[nodiscard]] const std::optional<CleanReport>& lastReport() const { return lastReport_; }
     [[nodiscard]] ReportFigures reportFigures() const { return ReportFigures::of(lastReport_); }
-    /// Opens the sheet on what came of a clean.
+    /// Opens the sheet with the result of a clean.
     void show(const CleanReport& report);
     [[nodiscard]] bool showResult() const { return showResult_; }
     void setShowResult(bool show);

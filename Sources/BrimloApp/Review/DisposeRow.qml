@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// One item of a plan, and where it goes.
+// One item of a plan and its destination.
 ListRow {
     id: row
 

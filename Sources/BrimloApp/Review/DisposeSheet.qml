@@ -4,8 +4,8 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// What is about to go, for a last look. `review` holds the plan and carries out just that; with
-// `dryRunOnly` there is nothing to confirm.
+// The last look at a plan before a clean. `review` holds the plan and carries out exactly that;
+// with `dryRunOnly` there is nothing to confirm.
 Sheet {
     id: sheet
 
@@ -15,7 +15,8 @@ Sheet {
     presented: review.isOpen
     onDismissed: review.close()
 
-    // The plan is forgotten when the review closes: a fading sheet would show an empty one.
+    // Kept, because the plan is emptied when the review closes, and the fading sheet would show
+    // that.
     exit: null
     preferredWidth: 720
     symbol: "checkmark.shield"

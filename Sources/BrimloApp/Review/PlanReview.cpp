@@ -12,9 +12,10 @@
 #include <utility>
 
 namespace Brimlo {
+
 namespace {
 
-/// Which suggestion a path stands in.
+/// The suggestion and the item of a path.
 struct Origin {
     const Suggestion* suggestion;
     const SuggestionItem* item;
@@ -43,7 +44,7 @@ std::vector<PlanLine> linesOf(const CleanPlan& plan, const std::vector<Suggestio
             .size = item.size};
         if (const auto known = origins.find(item.path); known != origins.end()) {
             const auto& [suggestion, found] = known->second;
-            // What is about to go for good is called by its own name.
+            // An item that will be gone for good is called by its own name.
             row.title = isDocker ? found->detail.value_or(row.title) : suggestion->name;
             row.subtitle = isDocker ? suggestion->name + " · " + found->subtitle.value_or("")
                                     : found->subtitle.value_or(item.path);
@@ -98,7 +99,7 @@ void PlanReview::confirm() {
     if (!isOpen_ || app_.cleanup()->isCleaning() || plan_.items().empty()) {
         return;
     }
-    // Closed first, so that nothing that hears of it can confirm a second time.
+    // Closed first, so that no listener can confirm a second time.
     CleanPlan plan = plan_;
     const auto nodes = nodes_;
     close();
@@ -131,7 +132,7 @@ bool PlanReview::hasReviewItems() const {
 void PlanReview::setPlan(CleanPlan plan, std::vector<std::shared_ptr<FileNode>> nodes) {
     std::swap(nodes_, nodes);
     if (!nodes.empty()) {
-        // After another scan nobody else may hold them, and a folder takes long to let go.
+        // After another scan these may be the last references, and a folder takes long to destroy.
         releaseInBackground(std::move(nodes));
     }
     if (plan_ != plan) {
@@ -141,7 +142,7 @@ void PlanReview::setPlan(CleanPlan plan, std::vector<std::shared_ptr<FileNode>> 
     }
 }
 
-void PlanReview::setOpen(const bool isOpen) {
+void PlanReview::setOpen(bool isOpen) {
     if (isOpen_ != isOpen) {
         isOpen_ = isOpen;
         Q_EMIT isOpenChanged();

@@ -15,11 +15,11 @@ namespace Brimlo {
 
 class AppModel;
 
-/// One item of a plan, in the words of the suggestion that it comes from.
+/// One item of a plan, described by its suggestion.
 struct PlanLine {
     std::string path;
-    std::string title;     ///< The suggestion's name; the path when there is none.
-    std::string subtitle;  ///< Empty when the title is the path.
+    std::string title;     ///< The name of the suggestion; the path if there is none.
+    std::string subtitle;  ///< Empty if the title is the path.
     std::int64_t size = 0;
 
     bool operator==(const PlanLine&) const = default;
@@ -27,8 +27,8 @@ struct PlanLine {
     [[nodiscard]] const std::string& key() const { return path; }
 };
 
-/// A plan for the user to look at before anything happens: what is confirmed is what was shown,
-/// whatever has been ticked or scanned meanwhile. Closed at first.
+/// A plan that the user reviews before anything happens. What is confirmed is what was shown,
+/// whatever was ticked or scanned in the meantime. Closed at first. Main thread.
 class PlanReview : public Brimlo::RowList {
     Q_OBJECT
     QML_ELEMENT
@@ -48,14 +48,14 @@ public:
 
     Q_DISABLE_COPY_MOVE(PlanReview)
 
-    /// Opens on what is ticked in Smart Clean.
+    /// Opens with the items ticked in Smart Clean.
     Q_INVOKABLE void openSelection();
-    /// Opens on nodes of the scanned tree, unless no one is left without the aggregates.
+    /// Opens with nodes of the scanned tree, unless all are aggregates.
     void openNodes(std::vector<std::shared_ptr<FileNode>> nodes);
     /// Forgets the plan.
     Q_INVOKABLE void close();
-    /// Has the plan carried out, once, and closes. Nothing happens while another clean is
-    /// under way, or when the plan has no items: the review stays as it is.
+    /// Starts the clean, once, and closes. Does nothing while another clean is under way or if the
+    /// plan is empty: the review stays open.
     Q_INVOKABLE void confirm();
 
     [[nodiscard]] bool isOpen() const { return isOpen_; }
@@ -65,14 +65,14 @@ public:
     [[nodiscard]] double freedNow() const;
     [[nodiscard]] double freedAfterEmptying() const { return totalBytes() - freedNow(); }
     [[nodiscard]] bool hasFinalItems() const { return plan_.hasFinalItems(); }
-    /// Whether an item that goes to the Trash may hold the user's own files: by its rating, or
-    /// because it has none.
+    /// Whether an item for the Trash may hold the user's own files: by its rating, or because it
+    /// has none.
     [[nodiscard]] bool hasReviewItems() const;
 
 Q_SIGNALS:
     void isOpenChanged();
     void planChanged();
-    /// The plan is being carried out. The review is closed by then.
+    /// The clean was started. The review is closed already.
     void confirmed();
 
 private:
@@ -83,7 +83,8 @@ private:
     AppModel& app_;
     Rows<PlanLine> rows_;
     CleanPlan plan_{{}};
-    std::vector<std::shared_ptr<FileNode>> nodes_;  ///< Those of the plan; empty for a selection.
+    std::vector<std::shared_ptr<FileNode>>
+        nodes_;  ///< The nodes of the plan; empty if it comes from Smart Clean.
     bool isOpen_ = false;
 };
 

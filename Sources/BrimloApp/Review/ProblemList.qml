@@ -4,7 +4,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// The lines of a report on what did not go, as they stand.
+// The problems in a report, as it words them.
 ColumnLayout {
     id: section
 

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// What came of a clean.
+// The result of a clean.
 Sheet {
     id: sheet
 

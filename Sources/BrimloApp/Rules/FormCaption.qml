@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// What a field wants, in small type below it.
+// An explanation in small type below a field.
 Label {
     secondary: true
     font.pixelSize: Theme.small

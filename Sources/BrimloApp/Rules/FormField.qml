@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// A field of a form under its title, with a caption and what else belongs below it.
+// A field of a form: a title, the field, a caption, and whatever else belongs below it.
 ColumnLayout {
     id: form
 

@@ -5,8 +5,8 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import Brimlo
 
-// One of the three risks, each with what it means to someone who writes a rule. It shows `risk`;
-// its owner changes it on `chosen`.
+// A choice of one rating, each with its meaning for the author of a rule. Shows `risk`; its owner
+// changes that on `chosen`.
 ColumnLayout {
     id: choice
 
@@ -50,7 +50,7 @@ ColumnLayout {
             hoverEnabled: true
             checkable: false
             autoExclusive: false
-            text: RiskWords.text(modelData.risk)
+            text: Format.risk(modelData.risk)
             Layout.fillWidth: true
             onClicked: choice.chosen(modelData.risk)
             Keys.onReturnPressed: clicked()
@@ -104,7 +104,7 @@ ColumnLayout {
         }
     }
 
-    // The round mark of one choice among several.
+    // The round mark of a radio button.
     component RadioMark: Rectangle {
         property bool on: false
         property color ink: Theme.accentText

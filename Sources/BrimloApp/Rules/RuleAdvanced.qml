@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// What most rules do without.
+// The fields that most rules leave empty.
 ColumnLayout {
     id: advanced
 

@@ -1,7 +1,6 @@
 #include "BrimloApp/Rules/RuleBook.h"
 
 #include "BrimloApp/Rules/RuleRows.h"
-#include "BrimloApp/Shell/Assign.h"
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloApp/SmartClean/SmartClean.h"
 #include "BrimloCore/DisabledRules/DisabledRules.h"
@@ -10,20 +9,15 @@
 #include "BrimloCore/UserRules/RuleFile.h"
 #include "BrimloCore/UserRules/UserRules.h"
 
-#include <QtCore/QFile>
-
 #include <algorithm>
 #include <utility>
 
 namespace Brimlo {
+
 namespace {
 
-QString words(const std::string& text) {
-    return QString::fromStdString(text);
-}
-
 std::string pathOf(const QUrl& file) {
-    return QFile::encodeName(file.toLocalFile()).toStdString();
+    return toPath(file.toLocalFile());
 }
 
 QString outcomeWords(const UserRules::Imported& done) {
@@ -49,8 +43,8 @@ RuleBook::~RuleBook() = default;
 // ---- The editor ----------------------------------------------------------------------------
 
 void RuleBook::setRuleDraft(std::unique_ptr<RuleDraft> draft) {
-    // The editor may still be on its way out, with bindings to the old draft.
-    if (RuleDraft* const old = ruleDraft_.release()) {
+    // The editor may still be fading out, with bindings to the old draft.
+    if (RuleDraft* old = ruleDraft_.release()) {
         old->deleteLater();
     }
     ruleDraft_ = std::move(draft);
@@ -120,7 +114,7 @@ QString RuleBook::saveRule(const CleanupRule& rule) {
 }
 
 void RuleBook::deleteRule(const CleanupRule& rule) {
-    const std::string id = rule.id;  // The rule may be one of those that are read anew.
+    const std::string id = rule.id;  // Copied, because `rule` may be destroyed by reload().
     const auto removed = UserRules::remove(id, UserRules::defaultDirectory());
     reload();
     if (std::ranges::count(customRules_, id, &CleanupRule::id) > 0) {
@@ -135,7 +129,7 @@ void RuleBook::deleteRule(const CleanupRule& rule) {
     app_.smartClean()->forgetRule(id);
 }
 
-void RuleBook::setRuleDisabled(const std::string& id, const bool disabled) {
+void RuleBook::setRuleDisabled(const std::string& id, bool disabled) {
     if (const auto ids = DisabledRules::set(id, disabled); !ids) {
         app_.setBanner(words(ids.error().description) + u'.');
     }

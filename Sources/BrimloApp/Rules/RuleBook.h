@@ -21,8 +21,8 @@ namespace Brimlo {
 
 class RuleRows;
 
-/// All cleanup rules, as their files say, and the one being written. Main thread. All but an import
-/// runs at once: a rule is a small file.
+/// All cleanup rules, and the draft in the editor. Main thread. Everything but an import runs at
+/// once, since a rule is a small file.
 class RuleBook : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -40,41 +40,40 @@ public:
 
     Q_DISABLE_COPY_MOVE(RuleBook)
 
-    /// Reads the user's rules anew.
+    /// Reads the user's rules again.
     void reload();
-    /// Reads anew which built-in rules are switched off.
+    /// Reads again which built-in rules are switched off.
     void readDisabled();
     [[nodiscard]] const std::vector<CleanupRule>& customRules() const { return customRules_; }
     [[nodiscard]] int customCount() const { return static_cast<int>(customRules_.size()); }
-    /// What of the user's rule files could not be used, and why.
+    /// Problems in the user's rule files.
     [[nodiscard]] const QStringList& ruleIssues() const { return ruleIssues_; }
     void show(UserRules::Loaded rules);
     [[nodiscard]] const std::vector<CleanupRule>& builtInRules() const { return builtInRules_; }
     [[nodiscard]] const std::set<std::string>& disabledRuleIDs() const { return disabledRuleIDs_; }
     void setRuleDisabled(const std::string& id, bool disabled);
 
-    /// The rule being written; null when the editor is closed.
+    /// The draft in the editor; null while the editor is closed.
     [[nodiscard]] RuleDraft* ruleDraft() const { return ruleDraft_.get(); }
-    /// Opens the editor on a new rule, which may begin with a path; its name then is the path's
-    /// last component unless another is given.
+    /// Opens the editor with a new rule, optionally for a path; its name is then the last component
+    /// of the path unless another is given.
     void newRuleDraft(
         const std::optional<std::string>& path = std::nullopt,
         const std::optional<std::string>& name = std::nullopt);
     Q_INVOKABLE void newRule() { newRuleDraft(); }
     void editRule(const CleanupRule& rule);
-    /// Closes the editor and forgets its fields.
+    /// Closes the editor and discards the draft.
     Q_INVOKABLE void closeRuleDraft();
-    /// Saves the rule in the editor and closes it; where that failed, the editor stays and says
-    /// why.
+    /// Saves the draft and closes the editor; on failure the editor stays open and says why.
     Q_INVOKABLE void saveRuleDraft();
-    /// The reason where it failed; empty else.
+    /// Why it failed; empty on success.
     QString saveRule(const CleanupRule& rule);
-    /// Deletes one of the user's rules; its findings disappear at once.
+    /// Deletes one of the user's rules; its suggestions disappear at once.
     void deleteRule(const CleanupRule& rule);
 
-    /// Takes `busy`, and fails while other work has it.
+    /// Takes `busy`; fails while other work has it.
     Q_INVOKABLE void importRules(const QUrl& file);
-    /// Replaces a file that is there: whoever chose it was asked.
+    /// Overwrites an existing file: the dialog has asked.
     Q_INVOKABLE void exportRules(const QUrl& file);
 
     [[nodiscard]] RuleRows* rows() const { return rows_.get(); }

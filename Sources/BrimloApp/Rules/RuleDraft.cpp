@@ -1,5 +1,6 @@
 #include "BrimloApp/Rules/RuleDraft.h"
 
+#include "BrimloApp/Shell/Shown.h"
 #include "BrimloCore/Support/Text.h"
 #include "BrimloCore/UserRules/UserRules.h"
 
@@ -11,6 +12,7 @@
 #include <vector>
 
 namespace Brimlo {
+
 namespace {
 
 constexpr int kUsualAgeDays = 30;
@@ -27,7 +29,7 @@ std::string trimmed(const QString& text) {
     return std::string{Text::trimmed(text.toStdString())};
 }
 
-/// Trimmed, without the empty ones.
+/// Trimmed texts, without empty ones.
 std::vector<std::string> filled(const QStringList& from) {
     std::vector<std::string> pieces;
     for (const QString& text : from) {
@@ -38,7 +40,7 @@ std::vector<std::string> filled(const QStringList& from) {
     return pieces;
 }
 
-std::string_view suggestedWording(const Risk risk) {
+std::string_view suggestedWording(Risk risk) {
     switch (risk) {
         case Risk::safe:
             return "The app recreates it automatically the next time it runs.";
@@ -52,22 +54,20 @@ std::string_view suggestedWording(const Risk risk) {
 
 }  // namespace
 
+// `UserRules::make` gives a rule without a group its name as the group. A rule file may hold more
+// days than the field's int.
 RuleDraft::RuleDraft(const CleanupRule& rule)
     : ruleID_{rule.id}
     , name_{QString::fromStdString(rule.name)}
-    ,
-    // The name is what an empty group comes to.
-    group_{rule.group == rule.name ? QString{} : QString::fromStdString(rule.group)}
+    , group_{rule.group == rule.name ? QString{} : QString::fromStdString(rule.group)}
     , paths_{texts(rule.paths)}
     , risk_{rule.risk}
     , regenerates_{QString::fromStdString(rule.regenerates)}
     , quitApps_{texts(rule.quitApps).join(", ")}
     , contentsOnly_{rule.contentsOnly}
     , useMinAge_{rule.minAgeDays.has_value()}
-    ,
-    // A rule file may hold any number of days; the field holds an int.
-    minAgeDays_{static_cast<int>(std::clamp<std::int64_t>(
-        rule.minAgeDays.value_or(kUsualAgeDays), 0, std::numeric_limits<int>::max()))}
+    , minAgeDays_{static_cast<int>(std::clamp<std::int64_t>(
+          rule.minAgeDays.value_or(kUsualAgeDays), 0, std::numeric_limits<int>::max()))}
     , excludes_{texts(rule.excludes).join(", ")}
     , command_{QString::fromStdString(rule.officialCommand.value_or(""))} {}
 
@@ -94,12 +94,12 @@ CleanupRule RuleDraft::makeRule() const {
 }
 
 QString RuleDraft::risk() const {
-    return QString::fromUtf8(rawValue(risk_));
+    return words(rawValue(risk_));
 }
 
 void RuleDraft::setRisk(const QString& word) {
-    const auto found = std::ranges::find(
-        kAllRisks, word, [](const Risk risk) { return QString::fromUtf8(rawValue(risk)); });
+    const auto found =
+        std::ranges::find(kAllRisks, word, [](Risk risk) { return words(rawValue(risk)); });
     if (found != kAllRisks.end() && *found != risk_) {
         risk_ = *found;
         Q_EMIT changed();
@@ -111,21 +111,21 @@ void RuleDraft::addPath() {
     Q_EMIT changed();
 }
 
-void RuleDraft::removePath(const int row) {
+void RuleDraft::removePath(int row) {
     if (row >= 0 && row < paths_.size()) {
         paths_.removeAt(row);
         Q_EMIT changed();
     }
 }
 
-void RuleDraft::setPath(const int row, const QString& text) {
+void RuleDraft::setPath(int row, const QString& text) {
     if (row >= 0 && row < paths_.size() && paths_[row] != text) {
         paths_[row] = text;
         Q_EMIT changed();
     }
 }
 
-void RuleDraft::choosePath(const int row, const QString& path) {
+void RuleDraft::choosePath(int row, const QString& path) {
     setPath(row, QString::fromStdString(UserRules::tildeForm(path.toStdString())));
 }
 

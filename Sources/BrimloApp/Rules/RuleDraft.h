@@ -13,7 +13,7 @@
 
 namespace Brimlo {
 
-/// What stands in the fields of the rule editor. Main thread.
+/// The fields of the rule editor. Main thread.
 class RuleDraft : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -36,31 +36,31 @@ class RuleDraft : public QObject {
 public:
     /// An empty draft of a new rule.
     RuleDraft() = default;
-    /// A draft of a rule there is.
+    /// A draft of an existing rule.
     explicit RuleDraft(const CleanupRule& rule);
     /// A draft of a new rule for one path.
     RuleDraft(const std::string& path, const std::string& name);
 
-    /// The rule as it would be saved. A new one has another id at each call.
+    /// The rule to save. A new one gets another id at each call.
     [[nodiscard]] CleanupRule makeRule() const;
 
     [[nodiscard]] bool isNew() const { return !ruleID_; }
     [[nodiscard]] QString risk() const;
     void setRisk(const QString& word);
 
-    /// One row for each path in the editor.
+    /// The rows of paths.
     Q_INVOKABLE void addPath();
     Q_INVOKABLE void removePath(int row);
     Q_INVOKABLE void setPath(int row, const QString& text);
-    /// Stores what a folder chooser gave, in tilde form.
+    /// Stores a path from a folder dialog, in tilde form.
     Q_INVOKABLE void choosePath(int row, const QString& path);
-    /// Fills in what happens after deletion, in the words that suit the risk.
+    /// Fills in `regenerates` with a text that fits the rating.
     Q_INVOKABLE void useSuggestedWording();
 
     const Uuid id = Uuid::random();
 
 Q_SIGNALS:
-    /// A field has changed.
+    /// Any field changed.
     void changed();
     void saveFailureChanged();
 
@@ -77,7 +77,7 @@ private:
     int minAgeDays_ = 30;
     QString excludes_;  ///< Separated by commas.
     QString command_;
-    QString saveFailure_;  ///< Why it could not be saved when that was tried last.
+    QString saveFailure_;  ///< Why the last attempt to save failed.
 };
 
 }  // namespace Brimlo

@@ -4,7 +4,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// Writes a rule, and shows beside it what it would match.
+// The rule editor: the form, and a preview of what the rule would match.
 Sheet {
     id: sheet
 
@@ -14,7 +14,8 @@ Sheet {
     onDismissed: AppModel.rules.closeRuleDraft()
     onOpened: form.begin()
 
-    // The draft goes when the editor closes: a fading sheet would show empty fields.
+    // Kept, because the draft is deleted when the editor closes, and the fading sheet would show
+    // empty fields.
     exit: null
     preferredWidth: 960
     symbol: "slider.horizontal.3"

@@ -4,7 +4,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// What is to be said of a rule, a line each.
+// Errors or warnings of a rule, one per line.
 ColumnLayout {
     id: faults
 

@@ -3,7 +3,7 @@ import QtQuick
 import QtQuick.Dialogs
 import Brimlo
 
-// Asks for the files that rules come from and go to. The panels are made when first wanted.
+// The file dialogs for import and export. Each is created when first needed.
 Item {
     id: files
 

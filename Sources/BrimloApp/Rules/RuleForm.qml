@@ -13,7 +13,7 @@ ScrollPane {
         name.field.forceActiveFocus();
     }
 
-    // Room for the scroll bar, and for the rings of focus, which would be cut off.
+    // Leaves room for the scroll bar and for focus rings, which would be clipped.
     padding: Theme.snug
     spacing: Theme.normal
     maximumWidth: 2000

@@ -4,7 +4,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// What stands above the user's own rules.
+// The header of the user's own rules.
 ColumnLayout {
     id: head
 
@@ -35,11 +35,11 @@ ColumnLayout {
         Layout.rightMargin: Theme.snug
     }
 
-    // What of the user's rule files could not be used.
+    // Problems in the user's rule files.
     component RuleIssues: ColumnLayout {
         id: issues
 
-        // A folder of foreign files could fill the screen.
+        // Limited, because a folder of foreign files could fill the screen.
         readonly property int most: 5
         readonly property var lines: AppModel.rules.ruleIssues
 

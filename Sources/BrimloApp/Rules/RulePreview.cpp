@@ -11,6 +11,7 @@
 #include <utility>
 
 namespace Brimlo {
+
 namespace {
 
 constexpr std::chrono::milliseconds kWait{350};
@@ -24,8 +25,7 @@ QStringList lines(const std::vector<std::string>& from) {
     return list;
 }
 
-/// A field that is empty, as it is in each new rule. Such a rule can be matched all the same, once
-/// it has a path.
+/// The error of an empty field. A rule with such an error can still be matched once it has a path.
 bool isMissingWords(const std::string& error) {
     return error.starts_with("Give the rule") || error.starts_with("Describe");
 }
@@ -40,7 +40,7 @@ bool isFitToMatch(const RuleValidation& validation) {
 
 }  // namespace
 
-void RulePreview::setDraft(RuleDraft* const draft) {
+void RulePreview::setDraft(RuleDraft* draft) {
     if (draft_ == draft) {
         return;
     }
@@ -90,8 +90,8 @@ void RulePreview::match() {
     if (!std::exchange(isWorking_, true)) {
         Q_EMIT isWorkingChanged();
     }
-    // While one is under way the next has to wait: a rule for a large folder takes seconds, and
-    // each letter typed would add one more.
+    // Only one at a time: a rule for a large folder takes seconds, and each keystroke would start
+    // another.
     if (std::exchange(isMatching_, true)) {
         return;
     }
@@ -103,12 +103,12 @@ void RulePreview::match() {
             if (preview.wanted_) {
                 preview.match();
             } else if (preview.isWorking_) {
-                preview.take(items);
+                preview.show(items);
             }
         });
 }
 
-void RulePreview::take(const std::vector<SuggestionItem>& items) {
+void RulePreview::show(const std::vector<SuggestionItem>& items) {
     isWorking_ = false;
     hasResult_ = true;
     itemCount_ = static_cast<int>(items.size());

@@ -16,28 +16,28 @@
 
 namespace Brimlo {
 
-/// What is to be said of a rule while it is being written: what is wrong with it, and what it
-/// matches at present. Follows the draft, 0.35 seconds after its last change. Main thread; the
-/// matching runs in the background, one at a time, and only the last one asked for is shown.
+/// The errors, warnings and current matches of a rule while it is edited. Follows the draft, 0.35
+/// seconds after the last change. Main thread; the matching runs in the background, one at a time,
+/// and only the latest result is shown.
 class RulePreview : public QObject {
     Q_OBJECT
     QML_ELEMENT
 
     Q_PROPERTY(Brimlo::RuleDraft* draft READ draft WRITE setDraft NOTIFY draftChanged)
-    /// What is not filled in yet.
+    /// Errors about empty fields.
     Q_PROPERTY(QStringList missing READ missing NOTIFY judged)
-    /// What else keeps the rule from being saved.
+    /// All other errors.
     Q_PROPERTY(QStringList errors READ errors NOTIFY judged)
     Q_PROPERTY(QStringList warnings READ warnings NOTIFY judged)
-    /// Whether the rule is valid as it stands. Never behind the draft, unlike all else.
+    /// Whether the rule is valid. Always up to date, unlike everything else.
     Q_PROPERTY(bool canSave READ canSave NOTIFY canSaveChanged)
     Q_PROPERTY(bool isWorking READ isWorking NOTIFY isWorkingChanged)
 
-    /// Whether there is a result: none without paths, or with one that no rule may have.
+    /// Whether there is a result: none without paths, or with a forbidden path.
     Q_PROPERTY(bool hasResult READ hasResult NOTIFY resultChanged)
     Q_PROPERTY(int itemCount READ itemCount NOTIFY resultChanged)
     Q_PROPERTY(double totalBytes READ totalBytes NOTIFY resultChanged)
-    /// The largest items, in tilde form; and how many there are beside them.
+    /// The largest items in tilde form, and the number of the others.
     Q_PROPERTY(QStringList paths READ paths NOTIFY resultChanged)
     Q_PROPERTY(int moreCount READ moreCount NOTIFY resultChanged)
 
@@ -73,7 +73,7 @@ private:
     void follow();
     void judge();
     void match();
-    void take(const std::vector<SuggestionItem>& items);
+    void show(const std::vector<SuggestionItem>& items);
     void clear();
 
     Clock& clock_;
@@ -86,9 +86,10 @@ private:
     QStringList warnings_;
     bool canSave_ = false;
 
-    std::optional<CleanupRule> wanted_;  ///< What is to be matched; nothing without a fit draft.
-    bool isMatching_ = false;            ///< Whether a thread is at it.
-    bool isWorking_ = false;             ///< Whether a result is on its way.
+    std::optional<CleanupRule>
+        wanted_;               ///< The rule to match; nullopt unless the draft can be matched.
+    bool isMatching_ = false;  ///< Whether a matching is running.
+    bool isWorking_ = false;   ///< Whether a result is expected.
     bool hasResult_ = false;
     int itemCount_ = 0;
     double totalBytes_ = 0;

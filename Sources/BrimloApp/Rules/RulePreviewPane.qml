@@ -4,7 +4,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// What is wrong with a rule, and what it matches at present.
+// The errors and warnings of a rule, and its current matches.
 Card {
     id: pane
 

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// A rule: the user's own can be edited and deleted, a built-in one copied and switched off.
+// One rule. The user's own can be edited and deleted, a built-in one copied and switched off.
 ListRow {
     id: row
 
@@ -16,7 +16,7 @@ ListRow {
     readonly property bool isFirstBuiltIn: !isCustom && ListView.previousSection !== ListView.section
     readonly property real headingHeight: isFirstBuiltIn ? heading.height : 0
 
-    text: name + ", " + RiskWords.text(risk) + ", " + details
+    text: name + ", " + Format.risk(risk) + ", " + details
     width: (list?.width ?? 0) - (list?.leftMargin ?? 0) - (list?.rightMargin ?? 0)
     topPadding: 6 + headingHeight
     bottomPadding: 6
@@ -28,7 +28,7 @@ ListRow {
     Accessible.checkable: !isCustom
     Accessible.checked: isEnabled
 
-    // A delegate for sections of the list's own is not told of the section when it is used again.
+    // The list's own section delegate is not updated when a row is reused.
     Loader {
         id: heading
 
@@ -101,7 +101,7 @@ ListRow {
         onSwitched: value => row.rules.setEnabled(row.index, value)
     }
 
-    // What stands above the built-in rules.
+    // The header of the built-in rules.
     component RuleSection: Item {
         id: heading
 

@@ -10,6 +10,7 @@
 #include <utility>
 
 namespace Brimlo {
+
 namespace {
 
 std::string details(const CleanupRule& rule) {
@@ -37,7 +38,7 @@ std::string details(const CleanupRule& rule) {
     return joined;
 }
 
-/// The rule of a line in the list that it comes from; null when it is not there any more.
+/// The rule of a row, or null if it no longer exists.
 const CleanupRule* find(const std::vector<CleanupRule>& rules, const RuleLine& line) {
     const auto found = std::ranges::find(rules, line.id, &CleanupRule::id);
     return found == rules.end() ? nullptr : &*found;
@@ -53,7 +54,7 @@ RuleRows::RuleRows(RuleBook& book)
            {"isCustom", [](const RuleLine& line) { return line.isCustom; }},
            {"ruleID", [](const RuleLine& line) { return QString::fromStdString(line.id); }},
            {"name", [](const RuleLine& line) { return shown(line.name); }},
-           {"risk", [](const RuleLine& line) { return QString::fromUtf8(rawValue(line.risk)); }},
+           {"risk", [](const RuleLine& line) { return words(rawValue(line.risk)); }},
            {"details", [](const RuleLine& line) { return shown(line.details); }},
            {"isEnabled", [](const RuleLine& line) { return line.isEnabled; }},
            }} {
@@ -72,7 +73,7 @@ void RuleRows::setQuery(const QString& query) {
 void RuleRows::refresh() {
     const Search search{query_};
     std::vector<RuleLine> lines;
-    const auto append = [&](const std::vector<CleanupRule>& rules, const bool isCustom) {
+    const auto append = [&](const std::vector<CleanupRule>& rules, bool isCustom) {
         for (const CleanupRule& rule : rules) {
             if (search.finds(rule.name, rule.group)) {
                 lines.push_back(
@@ -90,36 +91,36 @@ void RuleRows::refresh() {
     rows_.set(std::move(lines));
 }
 
-const CleanupRule* RuleRows::customAt(const int row) const {
-    const RuleLine* const line = rows_.at(row);
+const CleanupRule* RuleRows::customAt(int row) const {
+    const RuleLine* line = rows_.at(row);
     return line != nullptr && line->isCustom ? find(book_.customRules(), *line) : nullptr;
 }
 
-const CleanupRule* RuleRows::builtInAt(const int row) const {
-    const RuleLine* const line = rows_.at(row);
+const CleanupRule* RuleRows::builtInAt(int row) const {
+    const RuleLine* line = rows_.at(row);
     return line != nullptr && !line->isCustom ? find(book_.builtInRules(), *line) : nullptr;
 }
 
-void RuleRows::edit(const int row) {
-    if (const CleanupRule* const rule = customAt(row)) {
+void RuleRows::edit(int row) {
+    if (const CleanupRule* rule = customAt(row)) {
         book_.editRule(*rule);
     }
 }
 
-void RuleRows::remove(const int row) {
-    if (const CleanupRule* const rule = customAt(row)) {
+void RuleRows::remove(int row) {
+    if (const CleanupRule* rule = customAt(row)) {
         book_.deleteRule(*rule);
     }
 }
 
-void RuleRows::setEnabled(const int row, const bool isEnabled) {
-    if (const CleanupRule* const rule = builtInAt(row)) {
+void RuleRows::setEnabled(int row, bool isEnabled) {
+    if (const CleanupRule* rule = builtInAt(row)) {
         book_.setRuleDisabled(rule->id, !isEnabled);
     }
 }
 
-void RuleRows::copy(const int row) {
-    const CleanupRule* const rule = builtInAt(row);
+void RuleRows::copy(int row) {
+    const CleanupRule* rule = builtInAt(row);
     if (rule == nullptr) {
         return;
     }

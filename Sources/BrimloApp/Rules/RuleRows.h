@@ -12,7 +12,7 @@ namespace Brimlo {
 
 class RuleBook;
 
-/// A rule as the list of rules shows it.
+/// A rule in the list of rules.
 struct RuleLine {
     bool isCustom = true;
     std::string id;
@@ -23,18 +23,17 @@ struct RuleLine {
 
     bool operator==(const RuleLine&) const = default;
 
-    /// A rule of the user's may have the id of a built-in one, which it replaces.
+    /// A user's rule may have the id of the built-in rule that it replaces.
     [[nodiscard]] std::string key() const { return (isCustom ? '+' : '-') + id; }
 };
 
-/// The user's own rules and those that are built in, the user's first, as far as they fit what was
-/// searched for.
+/// The rules that match the search, the user's own first.
 class RuleRows : public Brimlo::RowList {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("A part of the model")
 
-    /// Part of a name or a group, in any letter case; an empty one fits all.
+    /// Part of a name or group, letter case ignored; empty matches all.
     Q_PROPERTY(QString query READ query WRITE setQuery NOTIFY queryChanged)
 
 public:
@@ -43,13 +42,13 @@ public:
     [[nodiscard]] const QString& query() const { return query_; }
     void setQuery(const QString& query);
 
-    /// Opens the editor on one of the user's rules.
+    /// Opens the editor with one of the user's rules.
     Q_INVOKABLE void edit(int row);
     /// Deletes one of the user's rules.
     Q_INVOKABLE void remove(int row);
     /// Switches a built-in rule on or off.
     Q_INVOKABLE void setEnabled(int row, bool isEnabled);
-    /// Opens the editor on a new rule that has everything of a built-in one but its id.
+    /// Opens the editor with a copy of a built-in rule under a new id.
     Q_INVOKABLE void copy(int row);
 
 Q_SIGNALS:
@@ -57,7 +56,7 @@ Q_SIGNALS:
 
 private:
     void refresh();
-    /// The rule at a place, if it is one of the user's, or a built-in one; null else.
+    /// The user's rule or the built-in rule of a row, or null.
     [[nodiscard]] const CleanupRule* customAt(int row) const;
     [[nodiscard]] const CleanupRule* builtInAt(int row) const;
 

@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// All cleanup rules: the user's own to write, those that are built in to switch off.
+// All cleanup rules: the user's own, which can be edited, and the built-in ones, which can be
+// switched off.
 Screen {
     id: screen
 
@@ -45,13 +46,41 @@ Screen {
     RuleFiles {
         id: files
     }
-    RuleList {
+    // The user's own rules, then the built-in ones. Return opens a rule or a copy of it, Space
+    // switches a built-in rule, Delete deletes one of the user's.
+    ScrollList {
         id: list
 
-        rows: screen.rows
+        readonly property real headHeight: headerItem?.height ?? 0
+
         focus: true
+        label: qsTr("Rules")
+        model: screen.rows
+        currentIndex: -1
+        bottomMargin: Theme.normal
+        leftMargin: Theme.snug
+        rightMargin: Theme.snug
+        section.property: "isCustom"
+        header: RuleListHead {}
+        delegate: RuleRow {}
         Layout.fillWidth: true
         Layout.fillHeight: true
+
+        // Also shows the heading above the first row.
+        onCurrentIndexChanged: if (currentIndex === 0)
+            positionViewAtBeginning()
+        onHeadHeightChanged: if (currentIndex <= 0)
+            positionViewAtBeginning()
+        onOpened: index => {
+            screen.rows.edit(index);
+            screen.rows.copy(index);
+        }
+        Keys.onSpacePressed: {
+            const row = currentItem as RuleRow;
+            if (row !== null)
+                screen.rows.setEnabled(currentIndex, !row.isEnabled);
+        }
+        Keys.onDeletePressed: screen.rows.remove(currentIndex)
 
         EmptyState {
             visible: list.count === 0

@@ -1,6 +1,6 @@
 #include "BrimloApp/Settings/CLIInstaller.h"
 
-#include "BrimloApp/Platform/Bundle.h"
+#include "BrimloApp/Platform/Desktop.h"
 #include "BrimloCore/Support/Path.h"
 
 #include <algorithm>
@@ -11,9 +11,10 @@
 #include <unistd.h>
 
 namespace Brimlo::CLIInstaller {
+
 namespace {
 
-/// One word for the shell: nothing but the apostrophe means anything within apostrophes.
+/// Quotes one word for the shell. Between apostrophes only the apostrophe is special.
 std::string shellWord(std::string_view text) {
     std::string word = "'";
     for (const char c : text) {
@@ -27,7 +28,7 @@ bool isProgram(const std::string& path) {
     return std::filesystem::is_regular_file(path, error) && access(path.c_str(), X_OK) == 0;
 }
 
-/// What a terminal starts when "brimlo" is typed.
+/// The program that a terminal starts for "brimlo".
 std::optional<std::string> firstOn(std::string_view searchPath) {
     while (!searchPath.empty()) {
         const std::string_view folder = searchPath.substr(0, searchPath.find(':'));
@@ -45,7 +46,7 @@ std::optional<std::string> firstOn(std::string_view searchPath) {
 Places usualPlaces() {
     const char* path = std::getenv("PATH");  // NOLINT(concurrency-mt-unsafe): set at start only
     return {
-        Platform::resourceFolder(),
+        Desktop::resourceFolder(),
         kLinkPath,
         Platform::usualAuthorizers(),
         path != nullptr ? path : ""};

@@ -1,7 +1,6 @@
 #include "BrimloApp/Settings/Settings.h"
 
 #include "BrimloApp/Review/Cleanup.h"
-#include "BrimloApp/Shell/Assign.h"
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloCore/Cleaner/AutoCleaner.h"
 #include "BrimloCore/LaunchAgent/LaunchAgent.h"
@@ -9,13 +8,14 @@
 #include <utility>
 
 namespace Brimlo {
+
 namespace {
 
 using namespace std::chrono_literals;
 
 constexpr auto kAutoCleanTime = 1h;
 
-/// Where a terminal finds the tool.
+/// Where a terminal finds the tool; empty if nowhere.
 QString placeOf(const CLIInstaller::Places& cli) {
     return shown(CLIInstaller::installedAt(cli).value_or(""));
 }
@@ -50,23 +50,23 @@ bool Settings::change(const std::function<void(AppConfig&)>& body) {
     return changed.has_value();
 }
 
-void Settings::setAutoCleanEnabled(const bool enabled) {
+void Settings::setAutoCleanEnabled(bool enabled) {
     change([enabled](AppConfig& config) { config.autoCleanEnabled = enabled; });
 }
 
-void Settings::setFreeSpaceThresholdGB(const int gigabytes) {
+void Settings::setFreeSpaceThresholdGB(int gigabytes) {
     change([gigabytes](AppConfig& config) { config.freeSpaceThresholdGB = gigabytes; });
 }
 
-void Settings::setStaleDays(const int days) {
+void Settings::setStaleDays(int days) {
     change([days](AppConfig& config) { config.staleDays = days; });
 }
 
-void Settings::setTrashRetentionDays(const int days) {
+void Settings::setTrashRetentionDays(int days) {
     change([days](AppConfig& config) { config.trashRetentionDays = days; });
 }
 
-void Settings::setAutoCleanIncludesCustomRules(const bool include) {
+void Settings::setAutoCleanIncludesCustomRules(bool include) {
     change([include](AppConfig& config) { config.autoCleanIncludesCustomRules = include; });
 }
 
@@ -78,9 +78,8 @@ void Settings::startAutoCleanTimer() {
     QMetaObject::invokeMethod(this, tick, Qt::QueuedConnection);
 }
 
-void Settings::runAutoClean(const bool force, const bool dryRun) {
-    // With the defaults in the place of settings that can't be read, things could be deleted for
-    // good sooner than was set.
+void Settings::runAutoClean(bool force, bool dryRun) {
+    // With default settings instead of unreadable ones, items might be deleted for good too early.
     if (!read()) {
         if (force) {
             app_.setBanner(fault_);
@@ -102,7 +101,7 @@ void Settings::runAutoClean(const bool force, const bool dryRun) {
         });
 }
 
-void Settings::setAgent(const bool enabled) {
+void Settings::setAgent(bool enabled) {
     read();
     if (!enabled) {
         LaunchAgent::uninstall();
@@ -169,17 +168,17 @@ void Settings::offerCLIInstallIfNeeded() {
         CLIInstaller::installedAt(cli_)) {
         return;
     }
-    // Saved before the question is asked, so that it is asked once even if the program ends here.
+    // Saved first, so that the question is asked only once even if the program dies now.
     if (change([](AppConfig& config) { config.cliInstallOffered = true; })) {
         setOffersCLI(true);
     }
 }
 
-void Settings::setOffersCLI(const bool offers) {
+void Settings::setOffersCLI(bool offers) {
     assign(*this, offersCLI_, offers, &Settings::offersCLIChanged);
 }
 
-void Settings::answerCLIOffer(const bool install) {
+void Settings::answerCLIOffer(bool install) {
     setOffersCLI(false);
     if (install) {
         installCLI();

@@ -13,8 +13,8 @@
 
 namespace Brimlo {
 
-/// The settings, and what goes on without the user: the hourly auto-clean while the window is open,
-/// the background job for when it is not, and the link to the command line tool. Main thread.
+/// The settings, and what runs without the user: the hourly auto-clean while the window is open,
+/// the background job while it is not, and the link to the command line tool. Main thread.
 class Settings : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -39,13 +39,12 @@ class Settings : public QObject {
 public:
     explicit Settings(AppModel& app);
 
-    /// The settings as the file said when last read: at the start, before each auto-clean and
-    /// suggestion run, and when their screen opens.
+    /// The settings as last read: at the start, before each auto-clean and suggestion run, and when
+    /// their screen opens.
     [[nodiscard]] const AppConfig& config() const { return config_; }
-    /// Reads them anew. Whether they could be read; if not, the banner tells, once.
+    /// Reads them again. False if they could not be read; the banner then says so, once.
     bool read();
-    /// Changes them in their file, and shows what it says then. Whether that went well; if not, the
-    /// banner tells.
+    /// Changes them in their file and reads the result. False on failure; the banner then says so.
     bool change(const std::function<void(AppConfig&)>& body);
     [[nodiscard]] bool autoCleanEnabled() const { return config_.autoCleanEnabled; }
     void setAutoCleanEnabled(bool enabled);
@@ -64,27 +63,27 @@ public:
     }
     void setAutoCleanIncludesCustomRules(bool include);
 
-    /// Runs the unattended clean now and every hour, as the settings say.
+    /// Runs auto-clean now and every hour, as the settings say.
     void startAutoCleanTimer();
-    /// Runs the unattended clean; `force` also where the settings have it off. Does nothing while
-    /// other work is under way.
+    /// Runs auto-clean; with `force` even if it is off in the settings. Does nothing while other
+    /// work is under way.
     Q_INVOKABLE void runAutoClean(bool force, bool dryRun);
 
-    /// Installs the background job or takes it away. Blocks until that is done.
+    /// Installs or removes the background job. Blocks.
     Q_INVOKABLE void setAgent(bool enabled);
     [[nodiscard]] bool agentInstalled() const { return agent_.isInstalled; }
     /// Whether the job starts the tool of another copy of the application.
     [[nodiscard]] bool agentIsOfOtherCopy() const { return agent_.isOfOtherCopy; }
 
-    /// Links the command line tool into the user's path. Blocks while the system asks for the
+    /// Links the command line tool into the search path. Blocks while the system asks for the
     /// administrator's password.
     Q_INVOKABLE void installCLI();
     [[nodiscard]] bool hasBundledCLI() const { return CLIInstaller::bundledCLI(cli_).has_value(); }
-    /// Where a terminal finds the command line tool; empty when it does not.
+    /// Where a terminal finds the command line tool; empty if nowhere.
     [[nodiscard]] const QString& cliPlace() const { return cliPlace_; }
     [[nodiscard]] bool cliInstalled() const { return !cliPlace_.isEmpty(); }
-    /// Asks once, and never again, whether to install the command line tool: `offersCLI` turns true
-    /// until it is answered.
+    /// Offers once, and never again, to install the command line tool: `offersCLI` is true until
+    /// the question is answered.
     Q_INVOKABLE void offerCLIInstallIfNeeded();
     Q_INVOKABLE void answerCLIOffer(bool install);
     [[nodiscard]] bool offersCLI() const { return offersCLI_; }
@@ -102,7 +101,7 @@ private:
     AppModel& app_;
     const CLIInstaller::Places& cli_;
     AppConfig config_;
-    QString fault_;  ///< Why the settings could not be read; empty when they could.
+    QString fault_;  ///< Why the settings could not be read; empty if they could.
     std::unique_ptr<Clock::Pending> autoTimer_;
     struct Agent {
         bool isInstalled = false;

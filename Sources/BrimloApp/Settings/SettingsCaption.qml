@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// What a setting means, in small type.
+// An explanation of a setting in small type.
 Label {
     secondary: true
     font.pixelSize: Theme.small

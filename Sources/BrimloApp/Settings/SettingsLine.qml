@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// How something stands: a symbol and words, and buttons at the right.
+// A status: a symbol and a text, and buttons at the right.
 RowLayout {
     id: line
 

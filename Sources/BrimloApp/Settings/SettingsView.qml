@@ -25,7 +25,7 @@ Screen {
             symbol: AppModel.machine.hasFullDiskAccess ? "checkmark.shield" : "lock.shield"
             text: AppModel.machine.hasFullDiskAccess ? qsTr("Full Disk Access granted") : qsTr("Full Disk Access not granted")
             color: AppModel.machine.hasFullDiskAccess ? Theme.safeText : Theme.rebuildText
-            visible: SystemWords.hasPrivacyPage
+            visible: Desktop.hasPrivacyPage
 
             OutlineButton {
                 text: qsTr("Open System Settings")
@@ -34,7 +34,7 @@ Screen {
         }
         SettingsCaption {
             text: qsTr("What you may read, Brimlo may read.")
-            visible: !SystemWords.hasPrivacyPage
+            visible: !Desktop.hasPrivacyPage
         }
     }
 

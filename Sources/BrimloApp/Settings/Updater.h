@@ -1,30 +1,52 @@
 #pragma once
 
-#include "BrimloApp/Settings/UpdateFeed.h"
-
 #include <QtCore/QDateTime>
 #include <QtCore/QObject>
 #include <QtCore/QProperty>
+#include <QtCore/QUrl>
 #include <QtQml/QQmlEngine>
 #include <QtQml/qqmlregistration.h>
 
 #include <chrono>
 #include <expected>
+#include <optional>
 
 namespace Brimlo {
 
-/// Where updates are announced, and to whom.
-struct UpdateSource {
-    QUrl feed;        ///< The address of the feed; empty when updates come some other way.
-    QByteArray key;   ///< The public key that the feed is signed with, Ed25519 in base64.
-    QString version;  ///< That of the running program.
-    std::chrono::milliseconds timeLimit = std::chrono::seconds{15};  ///< Of a whole check.
+/// The content of an update feed, and which feeds are trusted.
+struct UpdateFeed {
+    QString version;  ///< The newest version: numbers separated by dots.
+    QString notes;    ///< Release notes: plain text of several lines, may be empty.
+    QString link;     ///< An https address of the download; may be empty.
 
-    /// What was set when the program was built.
+    bool operator==(const UpdateFeed&) const = default;
+
+    /// Whether a feed may be at this address: https, or http to a loopback IP address; no user
+    /// name.
+    [[nodiscard]] static bool mayAsk(const QUrl& address);
+
+    /// Whether the signature (Ed25519, RFC 8032) is valid for exactly these bytes. The signature
+    /// and the public key are in base64; a malformed one is never valid.
+    [[nodiscard]] static bool isSigned(
+        const QByteArray& bytes, const QByteArray& signature, const QByteArray& key);
+
+    /// The feed in a JSON document, safe to display: control characters are replaced, long notes
+    /// cut. Nullopt without a valid "version", or with an invalid "notes" or "link".
+    [[nodiscard]] static std::optional<UpdateFeed> decode(const QByteArray& bytes);
+};
+
+/// The source of updates.
+struct UpdateSource {
+    QUrl feed;        ///< The address of the feed; empty if updates come another way.
+    QByteArray key;   ///< The feed's public key: Ed25519 in base64.
+    QString version;  ///< The version of the running program.
+    std::chrono::milliseconds timeLimit = std::chrono::seconds{15};  ///< For a whole check.
+
+    /// The source that was configured at build time.
     [[nodiscard]] static UpdateSource ofThisBuild();
 };
 
-/// Tells whether there is a newer version; it neither fetches nor installs one. Main thread.
+/// Looks for a newer version; it neither downloads nor installs one. Main thread.
 class Updater : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -43,29 +65,30 @@ class Updater : public QObject {
 public:
     explicit Updater(UpdateSource source, QObject* parent = nullptr);
 
-    /// The updater that the engine's property "updater" holds, for QML's singleton of this name.
+    /// QML's singleton: the object in the engine's property "updater".
     [[nodiscard]] static Updater* create(QQmlEngine* engine, QJSEngine* scripts);
 
-    /// Whether a check can start now: there is a feed, and no check is under way.
+    /// Whether a check can start: there is a feed, and no check is under way.
     bool canCheck() const { return hasFeed() && !isChecking(); }
-    /// Whether this build looks for updates itself; if not, they come with the system's packages.
+    /// Whether this build looks for updates itself; otherwise they come with the system's packages.
     bool hasFeed() const { return UpdateFeed::mayAsk(source_.feed) && !source_.key.isEmpty(); }
     bool isChecking() const { return isChecking_; }
-    /// The user's choice, true at first; it is kept at once.
+    /// The user's choice, true by default; saved at once.
     bool automaticallyChecks() const { return automatic_; }
     void setAutomaticallyChecks(bool automatically);
-    /// How things stand, as a sentence for the user.
+    /// The state in a sentence for the user.
     QString status() const { return status_; }
-    /// The newer version that the last check with an answer found; each part is empty when there is
-    /// none. The notes are plain text, to be shown as such.
+    /// The newer version found by the last successful check; all empty if there is none. The notes
+    /// are plain text.
     QString updateVersion() const { return update_.value().version; }
     QString updateNotes() const { return update_.value().notes; }
     QString updateLink() const { return update_.value().link; }
     QString currentVersion() const { return source_.version; }
 
-    /// Starts a check, if one can start; its outcome shows in the properties.
+    /// Starts a check if one can start; the result is in the properties.
     Q_INVOKABLE void checkForUpdates();
-    /// Starts a check if the user wants it and the last answer is more than a day old. Call once.
+    /// Starts a check if the user wants it and the last answer is more than a day old. Call it
+    /// once.
     void startAutomaticChecks();
 
 Q_SIGNALS:
@@ -75,16 +98,16 @@ Q_SIGNALS:
     void updateChanged();
 
 private:
-    void take(const std::expected<UpdateFeed, QString>& answer);
+    void conclude(const std::expected<UpdateFeed, QString>& answer);
     void save() const;
 
     UpdateSource source_;
-    // These emit their signal when they change.
+    // These emit their signal on change.
     Q_OBJECT_BINDABLE_PROPERTY(Updater, bool, isChecking_, &Updater::checkingChanged)
     Q_OBJECT_BINDABLE_PROPERTY(Updater, bool, automatic_, &Updater::automaticallyChecksChanged)
     Q_OBJECT_BINDABLE_PROPERTY(Updater, QString, status_, &Updater::statusChanged)
     Q_OBJECT_BINDABLE_PROPERTY(Updater, UpdateFeed, update_, &Updater::updateChanged)
-    QDateTime lastAnswer_;  ///< Invalid when there was none.
+    QDateTime lastAnswer_;  ///< Invalid before the first answer.
 };
 
 }  // namespace Brimlo

@@ -41,7 +41,7 @@ SettingsSection {
         Layout.fillWidth: true
     }
 
-    // What is new in the version that was found, and where to get it.
+    // The release notes of the newer version, and a link to it.
     component UpdateNotes: ColumnLayout {
         spacing: Theme.snug
 

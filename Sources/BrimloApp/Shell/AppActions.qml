@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Brimlo
 
-// What the menus and the keys of the window do, once for all of them.
+// The actions of the menus and shortcuts, defined once.
 Item {
     id: actions
 

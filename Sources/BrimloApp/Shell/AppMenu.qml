@@ -5,7 +5,7 @@ import QtQml
 import QtQuick.Templates as T
 import Brimlo
 
-// The menu of the window, for systems that show none at the top of the screen.
+// The window's own menu, for systems without a menu bar.
 PopupMenu {
     id: menu
 
@@ -56,7 +56,7 @@ PopupMenu {
         }
     }
 
-    // The name of the entries below it.
+    // The heading of the entries below it.
     component MenuHeading: T.MenuItem {
         id: heading
 

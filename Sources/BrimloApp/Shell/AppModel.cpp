@@ -5,11 +5,10 @@
 #include "BrimloApp/History/History.h"
 #include "BrimloApp/LargeFiles/LargeFileSearch.h"
 #include "BrimloApp/Overview/Machine.h"
-#include "BrimloApp/Platform/Reveal.h"
+#include "BrimloApp/Platform/Desktop.h"
 #include "BrimloApp/Review/Cleanup.h"
 #include "BrimloApp/Rules/RuleBook.h"
 #include "BrimloApp/Settings/Settings.h"
-#include "BrimloApp/Shell/Assign.h"
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloApp/SmartClean/SmartClean.h"
 #include "BrimloCore/Support/Path.h"
@@ -21,6 +20,7 @@
 #include <utility>
 
 namespace Brimlo {
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -28,7 +28,7 @@ using namespace std::chrono_literals;
 constexpr auto kBannerTime = 8s;
 constexpr auto kErrorBannerTime = 20s;
 
-/// Who sets the banner has no other way to say that something went wrong than its words.
+/// A banner's text is the only sign that something failed.
 bool tellsOfFailure(const QString& text) {
     constexpr std::array kWords{"failed", "could not", "unable"};
     const QString lowered = text.toLower();
@@ -60,7 +60,7 @@ AppModel::AppModel(Surroundings surroundings, QObject* parent)
 
 AppModel::~AppModel() = default;
 
-// Of a singleton that can be made without arguments, QML makes one of its own.
+// QML would default-construct a singleton instead of calling `create`.
 static_assert(!std::is_default_constructible_v<AppModel>);
 
 AppModel* AppModel::create(QQmlEngine* engine, QJSEngine* /*scripts*/) {
@@ -69,9 +69,9 @@ AppModel* AppModel::create(QQmlEngine* engine, QJSEngine* /*scripts*/) {
     return model;
 }
 
-void AppModel::setSection(const Section section) {
+void AppModel::setSection(Section section) {
     if (section == Section::Settings) {
-        settings_->read();  // The tool may have changed them.
+        settings_->read();  // The command line tool may have changed them.
     }
     assign(*this, section_, section, &AppModel::sectionChanged);
 }
@@ -107,7 +107,7 @@ void AppModel::rescan() {
 
 void AppModel::setBanner(const QString& text) {
     assign(*this, banner_, text, &AppModel::bannerChanged);
-    // The same text set again is shown for its whole time again.
+    // Setting the same text again restarts its time.
     scheduleBannerDismiss();
 }
 
@@ -165,7 +165,7 @@ void AppModel::findAgain(const std::vector<std::string>& restored) {
 }
 
 void AppModel::reveal(const std::vector<std::string>& paths) {
-    Platform::reveal(paths, [model = QPointer{this}] {
+    Desktop::reveal(paths, [model = QPointer{this}] {
         if (model) {
             model->setBanner(QStringLiteral("Could not show it: no file manager answered."));
         }

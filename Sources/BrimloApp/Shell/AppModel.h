@@ -1,9 +1,11 @@
 #pragma once
 
+#include "BrimloApp/Settings/CLIInstaller.h"
+#include "BrimloApp/Shell/Clock.h"
 #include "BrimloApp/Shell/RunInBackground.h"
 #include "BrimloApp/Shell/Sections.h"
-#include "BrimloApp/Shell/Surroundings.h"
 #include "BrimloCore/Cleaner/Cleaner.h"
+#include "BrimloCore/Docker/DockerClient.h"
 
 #include <QtCore/QObject>
 #include <QtCore/QString>
@@ -27,13 +29,20 @@ class RuleBook;
 class Settings;
 class SmartClean;
 
-/// The state behind every screen, and all that can be done from them: a part for each screen, and
-/// here what they share. Confined to the main thread.
+/// What the model uses besides the user's home folder. Tests pass their own.
+struct Surroundings {
+    Clock* clock = &Clock::system();
+    CLIInstaller::Places cli = CLIInstaller::usualPlaces();
+    DockerClient::Places docker = DockerClient::usualPlaces();
+};
+
+/// The state behind every screen and all operations: one part for each screen, and here what they
+/// share. Confined to the main thread.
 ///
-/// What takes long runs in the background, where it is given copies, and comes home once. Each long
-/// operation has a boolean that is true while it runs, and does nothing when called meanwhile. A
-/// property notifies when its value has changed and never else. To QML, ratings, audiences and sort
-/// keys are the words of the core, and an absent text is an empty one.
+/// Long operations run in the background on copies and deliver their result once. Each has a
+/// property that is true while it runs, and does nothing when called meanwhile. A property notifies
+/// only when its value changes. QML gets ratings, audiences and sort keys as the words of the core,
+/// and an empty text for an absent one.
 class AppModel : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -64,14 +73,14 @@ class AppModel : public QObject {
     Q_PROPERTY(Brimlo::Settings* settings READ settings CONSTANT)
 
 public:
-    /// Reads what the screens show first: the volume, the settings, the rules. Starts the reading
-    /// of the journal, the measuring of the Trash and the hourly auto-clean; never fails.
+    /// Reads what the screens show first: the volume, the settings, the rules. Starts reading the
+    /// journal, measuring the Trash and the hourly auto-clean. Never fails.
     explicit AppModel(Surroundings surroundings, QObject* parent = nullptr);
     ~AppModel() override;
 
     Q_DISABLE_COPY_MOVE(AppModel)
 
-    /// The model that the engine's property "appModel" holds, for QML's singleton of this name.
+    /// QML's singleton: the object in the engine's property "appModel".
     [[nodiscard]] static AppModel* create(QQmlEngine* engine, QJSEngine* scripts);
 
     // The parts, never null.
@@ -90,28 +99,28 @@ public:
 
     [[nodiscard]] Section section() const { return section_; }
     void setSection(Section section);
-    /// Refreshes the current section: starts its search again, or reads its files again.
+    /// Refreshes the current section: repeats its search or reads its files again.
     Q_INVOKABLE void rescan();
 
-    /// A sentence about the last operation; empty when there is none.
+    /// A message about the last operation; empty if there is none.
     [[nodiscard]] const QString& banner() const { return banner_; }
-    /// Shows a sentence, which goes by itself after 8 seconds, or after 20 when its words tell of a
-    /// failure; an empty one takes the shown one away.
+    /// Shows a message for 8 seconds, or for 20 if its words tell of a failure; an empty text
+    /// removes the current one.
     void setBanner(const QString& text);
 
-    /// What long work is under way; empty when none is.
+    /// The long operation under way; empty if there is none.
     [[nodiscard]] const QString& busy() const { return busy_; }
     void setBusy(const QString& text);
-    /// What came of work that takes `busy`.
+    /// The result of work that takes `busy`.
     struct Outcome {
         std::string sentence;               ///< For the banner.
-        std::vector<std::string> restored;  ///< Where items are again.
+        std::vector<std::string> restored;  ///< Paths restored.
     };
-    /// Runs work that changes files in the background, with `text` as `busy`, and then reads anew
-    /// what it may have changed. To be called when `busy` is empty.
+    /// Runs work that changes files in the background, with `text` as `busy`, then refreshes
+    /// whatever it may have changed. Call it only while `busy` is empty.
     void runBusy(const QString& text, std::function<Outcome()> work);
 
-    /// Shows entries in the file manager; when there is none, the banner says so.
+    /// Shows entries in the file manager; on failure, the banner says so.
     void reveal(const std::vector<std::string>& paths);
 
 Q_SIGNALS:
@@ -121,7 +130,7 @@ Q_SIGNALS:
 
 private:
     void scheduleBannerDismiss();
-    /// Looks anew for whatever is listed of the places where items came back.
+    /// Repeats the searches whose folders contain restored items.
     void findAgain(const std::vector<std::string>& restored);
 
     const Surroundings surroundings_;

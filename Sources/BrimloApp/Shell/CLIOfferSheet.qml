@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// The question of the first start, asked once.
+// Offers the command line tool at the first start, once.
 Sheet {
     title: qsTr("Use Brimlo from the terminal?")
     symbol: "terminal"

@@ -5,17 +5,15 @@
 #include <utility>
 
 namespace Brimlo {
+
 namespace {
 
 class PendingTimer : public Clock::Pending {
 public:
-    PendingTimer(
-        const std::chrono::milliseconds wait,
-        const Clock::Repeat repeat,
-        std::function<void()> task) {
+    PendingTimer(std::chrono::milliseconds wait, Clock::Repeat repeat, std::function<void()> task) {
         timer_.setSingleShot(repeat == Clock::Repeat::once);
         timer_.setInterval(wait);
-        // Called as a copy: the task may destroy this object, and with it the one stored.
+        // A copy, because the task may destroy this object and the stored function with it.
         QObject::connect(
             &timer_, &QTimer::timeout, [task = std::move(task)] { std::function{task}(); });
         timer_.start();
@@ -28,9 +26,7 @@ private:
 class SystemClock : public Clock {
 public:
     std::unique_ptr<Pending> schedule(
-        const std::chrono::milliseconds wait,
-        const Repeat repeat,
-        std::function<void()> task) override {
+        std::chrono::milliseconds wait, Repeat repeat, std::function<void()> task) override {
         return std::make_unique<PendingTimer>(wait, repeat, std::move(task));
     }
 };

@@ -6,10 +6,10 @@
 
 namespace Brimlo {
 
-/// When the timers of the application go off, so that a test need not wait for them. Main thread.
+/// The timers of the application, so that tests need not wait. Main thread.
 class Clock {
 public:
-    /// A task that waits for its time. Destroyed, it is cancelled.
+    /// A scheduled task. Destroying it cancels the task.
     class Pending {
     public:
         Pending() = default;
@@ -31,12 +31,12 @@ public:
     Clock(Clock&&) = delete;
     Clock& operator=(Clock&&) = delete;
 
-    /// Runs `task` on the main thread when `wait` has passed, once or after each such wait. The
-    /// task may destroy its own handle.
+    /// Runs `task` on the main thread after `wait`, once or repeatedly. The task may destroy its
+    /// own handle.
     [[nodiscard]] virtual std::unique_ptr<Pending> schedule(
         std::chrono::milliseconds wait, Repeat repeat, std::function<void()> task) = 0;
 
-    /// The clock on the wall, driven by the event loop.
+    /// The real clock, driven by the event loop.
     [[nodiscard]] static Clock& system();
 };
 

@@ -5,8 +5,8 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import Brimlo
 
-// The window: the sidebar, the lines for messages, the screen of the chosen section, and the sheets
-// that belong to none.
+// The window: the sidebar, the message lines, the screen of the current section, and the sheets of
+// no single screen.
 Window {
     id: window
 
@@ -30,9 +30,9 @@ Window {
         onQuitRequested: window.close()
     }
     Loader {
-        active: SystemWords.menuBar !== ""
+        active: Desktop.menuBar !== ""
         Component.onCompleted: if (active)
-            setSource(SystemWords.menuBar, {
+            setSource(Desktop.menuBar, {
                 actions: actions
             })
     }
@@ -85,7 +85,41 @@ Window {
         onDismissed: presented = false
     }
 
-    // What long work is under way.
+    // The desktop's settings decide how the window looks.
+    component DesktopTheme: Item {
+        Binding {
+            target: Theme
+            property: "dark"
+            value: DesktopSettings.isDark
+        }
+        Binding {
+            target: Theme
+            property: "reduceMotion"
+            value: DesktopSettings.reduceMotion
+        }
+        Binding {
+            target: Theme
+            property: "highContrast"
+            value: DesktopSettings.highContrast
+        }
+        Binding {
+            target: Theme
+            property: "accentColor"
+            value: DesktopSettings.accent
+        }
+        Binding {
+            target: Theme
+            property: "fontScale"
+            value: DesktopSettings.fontScale
+        }
+        Binding {
+            target: Theme
+            property: "fontFamily"
+            value: DesktopSettings.fontFamily
+        }
+    }
+
+    // The long operation under way.
     component BusyLine: SlidingLine {
         id: line
 
@@ -102,7 +136,7 @@ Window {
         }
     }
 
-    // The sentence about the last operation. One that is long scrolls.
+    // The message about the last operation. A long one scrolls.
     component BannerLine: SlidingLine {
         id: line
 

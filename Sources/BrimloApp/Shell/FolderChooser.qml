@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Dialogs
 import Brimlo
 
-// The system's panel to choose a folder, which starts in `path`. It is made when first wanted.
+// The system's folder dialog, starting in `path`. Created when first needed.
 Item {
     id: chooser
 

@@ -2,12 +2,12 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// Takes folders that are dropped on a whole screen, and says so while one hovers; refuses the rest.
-// Of several the first counts.
+// Accepts folders dropped on a screen, with a hint while one hovers, and refuses anything else.
+// Uses the first of several.
 DropArea {
     id: area
 
-    // What a dropped folder is for.
+    // The hint: what a dropped folder is for.
     property string invitation
     property bool refuses: false
 
@@ -21,7 +21,8 @@ DropArea {
     z: 10
     keys: ["text/uri-list"]
     onEntered: drag => refuses = refusesAll(drag)
-    // Refused only from here on: who refuses the entering isn't told of the leaving.
+    // Refused here and not in `onEntered`, because an item that refuses the entering never hears of
+    // the leaving.
     onPositionChanged: drag => drag.accepted = !refuses
     onDropped: drag => {
         if (refusesAll(drag)) {

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// The folder that a search goes through, and the way to another one.
+// The folder to search, and a button to choose another.
 Rectangle {
     id: row
 

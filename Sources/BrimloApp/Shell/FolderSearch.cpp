@@ -1,6 +1,6 @@
 #include "BrimloApp/Shell/FolderSearch.h"
 
-#include "BrimloApp/Shell/Assign.h"
+#include "BrimloApp/Shell/Shown.h"
 #include "BrimloCore/Support/StoragePaths.h"
 
 #include <QtCore/QFile>
@@ -15,13 +15,12 @@ FolderSearch::FolderSearch(AppModel& app)
     , root_{StoragePaths::home()} {}
 
 FolderSearch::~FolderSearch() {
-    cancel();  // The search knows nothing of the model: told to end, it at least ends soon.
+    cancel();  // The search outlives the model; cancelled, it ends soon.
 }
 
 std::optional<std::string> FolderSearch::droppedFolder(const QUrl& address) {
     const QString path = address.toLocalFile();
-    return QFileInfo{path}.isDir() ? std::optional{QFile::encodeName(path).toStdString()}
-                                   : std::nullopt;
+    return QFileInfo{path}.isDir() ? std::optional{toPath(path)} : std::nullopt;
 }
 
 void FolderSearch::find() {
@@ -77,14 +76,14 @@ void FolderSearch::setRoot(std::string path) {
 }
 
 QString FolderSearch::rootText() const {
-    return QFile::decodeName(QByteArray::fromStdString(root_));
+    return fromPath(root_);
 }
 
 void FolderSearch::setRootText(const QString& path) {
-    setRoot(QFile::encodeName(path).toStdString());
+    setRoot(toPath(path));
 }
 
-void FolderSearch::show(const State state) {
+void FolderSearch::show(State state) {
     assign(*this, state_, state, &FolderSearch::stateChanged);
 }
 

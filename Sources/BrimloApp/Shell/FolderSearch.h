@@ -15,8 +15,8 @@
 
 namespace Brimlo {
 
-/// A search for files below a folder, from its start to the list that it leaves. Main thread; what
-/// is looked for, and how, is for the class that derives from this.
+/// A search for files below a folder, from its start to its result. A derived class decides what to
+/// look for. Main thread.
 class FolderSearch : public QObject {
     Q_OBJECT
     QML_ANONYMOUS
@@ -31,19 +31,19 @@ public:
 
     Q_DISABLE_COPY_MOVE(FolderSearch)
 
-    /// The folder that a dropped address names; nullopt when it names something else.
+    /// The folder of a dropped address; nullopt if it is not a folder.
     [[nodiscard]] static std::optional<std::string> droppedFolder(const QUrl& address);
 
     Q_INVOKABLE void find();
     Q_INVOKABLE void findInHome();
-    /// Starts a search of a dropped folder; false when the address is not one of a folder.
+    /// Starts a search of a dropped folder; false if the address is not a folder's.
     Q_INVOKABLE bool findInDropped(const QUrl& address);
-    /// Ends the search under way.
+    /// Cancels the search under way.
     Q_INVOKABLE void cancel();
-    /// Searches once more if the folder of what is found, or being searched, is one that this says.
+    /// Searches again if `isMeant` says so about the folder searched.
     void findAgainIf(const std::function<bool(const std::string& folder)>& isMeant);
 
-    /// The folder to search. Stays as it is during a search: what that finds is of its folder.
+    /// The folder to search. Can't be changed during a search.
     [[nodiscard]] const std::string& root() const { return root_; }
     void setRoot(std::string path);
     [[nodiscard]] QString rootText() const;
@@ -51,8 +51,9 @@ public:
 
     struct State {
         bool isSearching = false;
-        bool hasSearched = false;  ///< The list is of a search that nobody cancelled.
-        int unreadableCount = 0;   ///< Folders that this search could not read.
+        bool hasSearched =
+            false;  ///< Whether the list is the result of a search that was not cancelled.
+        int unreadableCount = 0;  ///< Folders that this search could not read.
 
         bool operator==(const State&) const = default;
     };
@@ -70,8 +71,7 @@ protected:
 
     [[nodiscard]] AppModel& app() const { return app_; }
 
-    /// Empties the list, and searches in the background; calls `end` when the list has what was
-    /// found.
+    /// Clears the list and searches in the background; calls `end` when the list holds the result.
     virtual void start(std::shared_ptr<ScanControl> control) = 0;
     void end(const ScanControl& control);
 
@@ -79,7 +79,7 @@ private:
     AppModel& app_;
     std::string root_;
     State state_;
-    bool again_ = false;  ///< Another search is wanted after this one.
+    bool again_ = false;  ///< Whether to search again afterwards.
     std::shared_ptr<ScanControl> control_;
 };
 

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// What a search has found in all, and the ways to the next one.
+// The totals of a search, and the controls to start another.
 Item {
     id: bar
 
@@ -23,7 +23,7 @@ Item {
         anchors.rightMargin: Theme.wide
         spacing: Theme.tight
 
-        // What has no room on a line goes to the next.
+        // Wraps.
         Flow {
             spacing: Theme.snug
             Layout.fillWidth: true

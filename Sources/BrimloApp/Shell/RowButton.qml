@@ -1,8 +1,8 @@
 import QtQuick
 import Brimlo
 
-// A button of a list's row. Only those of the current row are reached by Tab: a long list would
-// else hold the focus for hundreds of steps.
+// A button in a list row. Tab reaches only those of the current row; otherwise a long list would
+// hold the focus for hundreds of steps.
 OutlineButton {
     property bool isCurrent: false
 

@@ -3,17 +3,18 @@
 #include <QtCore/QDeadlineTimer>
 
 namespace Brimlo::Background {
+
 namespace {
 
 class Pool : public QThreadPool {
 public:
-    explicit Pool(const int mostThreads) { setMaxThreadCount(mostThreads); }
+    explicit Pool(int mostThreads) { setMaxThreadCount(mostThreads); }
 };
 
 }  // namespace
 
 QThreadPool& readers() {
-    static Pool pool{8};  // More than the screens can start beside one another.
+    static Pool pool{8};  // More than the screens can start at once.
     return pool;
 }
 
@@ -22,7 +23,7 @@ QThreadPool& writers() {
     return pool;
 }
 
-bool waitForDone(const std::chrono::milliseconds limit) {
+bool waitForDone(std::chrono::milliseconds limit) {
     const QDeadlineTimer deadline{limit};
     return writers().waitForDone(static_cast<int>(deadline.remainingTime())) &&
            readers().waitForDone(static_cast<int>(deadline.remainingTime()));

@@ -14,20 +14,20 @@
 
 namespace Brimlo {
 
-/// The threads of the application beside the main one. Any thread.
+/// The thread pools of the application. Any thread.
 namespace Background {
 
-/// For work that only reads: scans, searches, the measuring of the Trash. All of them can run at
-/// once, however few processors there are, since they mostly wait for the disk.
+/// For work that only reads: scans, searches, measuring the Trash. They can all run at once on any
+/// number of processors, since they mostly wait for the disk.
 [[nodiscard]] QThreadPool& readers();
 
-/// For work that changes files, so that it never waits for a search to end.
+/// For work that changes files, so that it never waits for a search.
 [[nodiscard]] QThreadPool& writers();
 
-/// Waits until neither pool has work; false when the limit has passed first.
+/// Waits until both pools are idle; false after the time limit.
 bool waitForDone(std::chrono::milliseconds limit = std::chrono::hours{1});
 
-/// A job that a pool destroys, with all that it holds, on the thread that has run it.
+/// A job that its pool destroys, with everything it holds, on the thread that ran it.
 template <typename Work>
 class Job final : public QRunnable {
 public:
@@ -47,10 +47,11 @@ void start(QThreadPool& pool, Work work) {
 
 }  // namespace Background
 
-/// Posts `task` to the main thread, to be called with `object` unless that is gone by then. Any
+/// Posts `task` to the main thread, to be called with `object` unless that was destroyed. Any
 /// thread; doesn't wait.
 ///
-/// It goes by way of the application object: posting to `object` itself would race with its end.
+/// It is posted to the application object, because posting to `object` would race with its
+/// destruction.
 template <typename Object, typename Task>
 void postHome(const QPointer<Object>& object, Task task) {
     QMetaObject::invokeMethod(
@@ -63,10 +64,10 @@ void postHome(const QPointer<Object>& object, Task task) {
         Qt::QueuedConnection);
 }
 
-/// Runs `work` on a thread of `pool`, then `home` with `object` and the result on the main one.
+/// Runs `work` on a thread of `pool`, then `home` with `object` and the result on the main thread.
 ///
-/// `work` holds copies of all it needs. When `object` is gone by the end, the result is dropped,
-/// on the main thread as well.
+/// `work` holds copies of everything it needs. If `object` was destroyed, the result is dropped,
+/// also on the main thread.
 template <typename Object, typename Work, typename Home>
 void runIn(QThreadPool& pool, Object* object, Work work, Home home) {
     using Result = std::invoke_result_t<Work&>;
@@ -74,8 +75,8 @@ void runIn(QThreadPool& pool, Object* object, Work work, Home home) {
         Home home;
         std::optional<Result> result;
     };
-    // Shared, because what is posted must be copyable, and a result may not be. The worker gives
-    // its only handle away: none is left behind that could be the last.
+    // Shared, because a posted function must be copyable and a result may not be. The worker moves
+    // its only reference away, so that it can't be the last one.
     auto state = std::make_shared<State>(State{std::move(home), std::nullopt});
     Background::start(
         pool,
@@ -89,19 +90,19 @@ void runIn(QThreadPool& pool, Object* object, Work work, Home home) {
         });
 }
 
-/// The same for work that only reads.
+/// Runs work that only reads.
 template <typename Object, typename Work, typename Home>
 void runInBackground(Object* object, Work work, Home home) {
     runIn(Background::readers(), object, std::move(work), std::move(home));
 }
 
-/// The same for work that changes files. It begins at once, whatever is being searched for.
+/// Runs work that changes files. It starts at once, whatever is being searched.
 template <typename Object, typename Work, typename Home>
 void changeInBackground(Object* object, Work work, Home home) {
     runIn(Background::writers(), object, std::move(work), std::move(home));
 }
 
-/// Destroys on a thread of a pool what would take long, such as a tree that nobody else holds.
+/// Destroys a value on a thread of the pool, such as a large tree with no other owner.
 template <typename T>
 void releaseInBackground(T value) {
     Background::start(Background::readers(), [held = std::optional{std::move(value)}]() mutable {

@@ -1,8 +1,8 @@
 import QtQuick
 import QtQuick.Layouts
 
-// A screen: its title, a line that says more, the controls of its toolbar at the right, and below
-// them what it shows, in a column without margins (so give what is to fill it Layout.fillHeight).
+// The frame of a screen: a title, a line of explanation, a toolbar at the right, and the content in
+// a column without margins (use Layout.fillHeight to fill it).
 FocusScope {
     id: screen
 
@@ -12,10 +12,10 @@ FocusScope {
     default property alias content: column.data
     property alias spacing: column.spacing
 
-    // With large letters the toolbar stands below the title.
+    // With large text, the toolbar goes below the title.
     readonly property bool fitsOneLine: words.implicitWidth + controls.implicitWidth + Theme.snug <= width - 2 * Theme.wide
 
-    // Its section was chosen.
+    // The section was selected.
     signal shown
 
     onVisibleChanged: if (visible)

@@ -9,15 +9,15 @@
 
 namespace Brimlo {
 
-/// What a list is searched for: part of a name or a group, letter case and spaces around it aside.
+/// A search in a list: part of a name or a group, ignoring letter case and surrounding spaces.
 class Search {
 public:
     Search() = default;
     explicit Search(const QString& query)
         : wanted_{Text::lowercased(Text::trimmed(query.toStdString()))} {}
 
-    /// An empty search finds everything.
-    [[nodiscard]] bool finds(const std::string_view name, const std::string_view group) const {
+    /// An empty search matches everything.
+    [[nodiscard]] bool finds(std::string_view name, std::string_view group) const {
         return wanted_.empty() || Text::lowercased(name).contains(wanted_) ||
                Text::lowercased(group).contains(wanted_);
     }

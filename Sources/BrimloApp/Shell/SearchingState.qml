@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// A search that is under way: what it does and where, and what ends it.
+// A running search: what it does, where, and how to stop it.
 ColumnLayout {
     id: state
 

@@ -4,11 +4,11 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// The sections, one of which is chosen; the arrow keys choose as well.
+// The list of sections; the arrow keys change the current one.
 FocusScope {
     id: list
 
-    // A press shows no ring, the keys do.
+    // No focus ring after a click, only after a key.
     property bool keyed: false
     readonly property var sections: Sections.all
     readonly property int place: sections.findIndex(section => section.id === AppModel.section)

@@ -3,8 +3,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Brimlo
 
-// The screen of the chosen section. Each is made when it is first shown, and keeps its place in
-// its lists from then on.
+// The screen of the current section. Each is created when first needed and then keeps its scroll
+// positions.
 FocusScope {
     Repeater {
         model: [

@@ -6,17 +6,17 @@
 
 namespace Brimlo {
 
-/// The screens of the window, in the order of the sidebar and of the Go menu.
+/// The sections of the window, in the order of the sidebar and the Go menu.
 class Sections : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
 
-    /// For each its `id`, a `Section`, and its `title` and `symbol`, texts.
+    /// Maps with `id` (a `Section`), `title` and `symbol`.
     Q_PROPERTY(QVariantList all READ all CONSTANT)
 
 public:
-    // In upper case: QML knows no other enumerators.
+    // Capitalized, because QML ignores other enumerators.
     enum class Section {
         Overview,
         Clean,

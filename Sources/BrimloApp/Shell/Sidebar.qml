@@ -4,7 +4,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// The sections of the window, its menu, and how full the disk is.
+// The sidebar: the sections, the menu, and how full the disk is.
 Rectangle {
     id: sidebar
 
@@ -39,7 +39,7 @@ Rectangle {
                 id: menuButton
 
                 symbol: "ellipsis"
-                visible: SystemWords.menuBar === ""
+                visible: Desktop.menuBar === ""
                 help: qsTr("Menu")
                 ink: Theme.secondaryText
                 checked: menu.visible
@@ -80,7 +80,7 @@ Rectangle {
         anchors.right: parent.right
     }
 
-    // How full the disk is, at the foot of the sidebar.
+    // How full the disk is.
     component VolumeMini: ColumnLayout {
         spacing: 6
         visible: AppModel.machine.volume.isKnown

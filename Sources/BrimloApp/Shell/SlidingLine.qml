@@ -2,8 +2,8 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// A line above the screens that slides in with a fade while it has a `text`, and out again with
-// the text it had.
+// A message above the screens. It slides in while there is a `text`, and slides out still showing
+// the last one.
 Item {
     id: line
 

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// A hint at the foot of a start panel, in the middle of it.
+// A hint at the bottom of a start panel, centred.
 Item {
     id: hint
 

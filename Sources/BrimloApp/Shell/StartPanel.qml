@@ -4,8 +4,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// What a screen shows before there is something to list: what it is for, what can be set first,
-// its buttons, and hints below them.
+// A screen without results yet: its purpose, settings, buttons, and hints.
 ScrollPane {
     id: pane
 

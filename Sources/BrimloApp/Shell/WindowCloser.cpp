@@ -15,12 +15,13 @@
 #include <unistd.h>
 
 namespace Brimlo {
+
 namespace {
 
 constexpr std::array kSignals{SIGTERM, SIGINT, SIGHUP};
 
-/// The pipe through which a signal reaches the event loop: a handler may do no more than write.
-/// It is made once and left open, since a signal may come at any time.
+/// The pipe by which a signal reaches the event loop: a handler may do no more than write. Made
+/// once and never closed, since a signal may come at any time.
 std::array<int, 2>& signalPipe() {
     static std::array<int, 2> ends{-1, -1};
     return ends;
@@ -46,8 +47,8 @@ bool openPipe() {
     return true;
 }
 
-/// Signals that are ignored, as under nohup, stay so.
-void handle(const int signal, void (*handler)(int)) {
+/// Ignored signals, as under nohup, stay ignored.
+void handle(int signal, void (*handler)(int)) {
     struct sigaction action {};
     sigaction(signal, nullptr, &action);
     if (action.sa_handler != SIG_IGN) {
@@ -69,7 +70,7 @@ WindowCloser::WindowCloser(const AppModel& model, Clock& clock)
         isClosed_ = true;
         endIfIdle();
     });
-    // Queued, since the work that ends may be followed by some other at once.
+    // Queued, since other work may follow at once.
     connect(&model, &AppModel::busyChanged, this, &WindowCloser::endIfIdle, Qt::QueuedConnection);
     connect(
         model.cleanup(),
@@ -90,7 +91,7 @@ void WindowCloser::listenToSignals() {
     if (!openPipe()) {
         return;
     }
-    auto* const listener = new QSocketNotifier{signalPipe()[0], QSocketNotifier::Read, this};
+    auto* listener = new QSocketNotifier{signalPipe()[0], QSocketNotifier::Read, this};
     connect(listener, &QSocketNotifier::activated, this, [](QSocketDescriptor end) {
         char byte = 0;
         while (read(static_cast<int>(end), &byte, 1) == 1) {
@@ -103,14 +104,14 @@ void WindowCloser::listenToSignals() {
     }
 }
 
-bool WindowCloser::eventFilter(QObject* const to, QEvent* const event) {
+bool WindowCloser::eventFilter(QObject* to, QEvent* event) {
     if (to != qGuiApp || event->type() != QEvent::Quit || isIdle() || deadline_) {
         return false;
     }
     deadline_ =
         clock_.schedule(kLongestWait, Clock::Repeat::once, [] { QCoreApplication::exit(); });
     isClosed_ = true;
-    for (QWindow* const window : QGuiApplication::topLevelWindows()) {
+    for (QWindow* window : QGuiApplication::topLevelWindows()) {
         window->close();
     }
     event->ignore();

@@ -10,12 +10,12 @@ namespace Brimlo {
 
 class AppModel;
 
-/// Ends the application once its last window is closed and the model does nothing that changes
-/// files: what was begun there is brought to its end without a window. Main thread.
+/// Ends the application once its last window is closed and the model changes no files: running work
+/// is finished without a window. Main thread.
 ///
-/// A quit from outside, by the session's end, the Dock or a signal (SIGTERM, SIGINT, SIGHUP),
-/// closes the windows and waits in the same way, but no longer than `kLongestWait`, which is less
-/// than a session gives a program; a second one ends the application at once.
+/// A quit from outside, by the end of the desktop's session, the Dock or a signal (SIGTERM, SIGINT,
+/// SIGHUP), closes the windows and waits likewise, but for at most `kLongestWait`, less than a
+/// desktop gives a program; a second quit ends the application at once.
 class WindowCloser : public QObject {
 public:
     static constexpr std::chrono::seconds kLongestWait{60};
@@ -35,7 +35,7 @@ private:
 
     const AppModel& model_;
     Clock& clock_;
-    std::unique_ptr<Clock::Pending> deadline_;  ///< Set once a quit from outside has come.
+    std::unique_ptr<Clock::Pending> deadline_;  ///< Set by a quit from outside.
     bool isClosed_ = false;
 };
 

@@ -3,8 +3,7 @@
 #include "BrimloApp/Review/PlanReview.h"
 #include "BrimloApp/Rules/RuleBook.h"
 #include "BrimloApp/Settings/Settings.h"
-#include "BrimloApp/Shell/Assign.h"
-#include "BrimloApp/SmartClean/SuggestionRows.h"
+#include "BrimloApp/Shell/Shown.h"
 #include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
 
 #include <algorithm>
@@ -33,14 +32,14 @@ void SmartClean::loadSuggestions() {
         {.isSuggesting = true,
          .phase = QStringLiteral("Starting…"),
          .started = QDateTime::currentDateTime()});
-    auto tellPhase = [part = QPointer{this}](const std::string_view phase) {
+    auto tellPhase = [part = QPointer{this}](std::string_view phase) {
         postHome(part, [text = QString::fromUtf8(phase)](SmartClean& present) {
             Progress progress = present.progress_;
             progress.phase = text;
             present.show(std::move(progress));
         });
     };
-    // For all audiences: the picker chooses what is shown, not what is looked for.
+    // For all audiences: the picker only filters the list.
     SuggestionOptions options{
         .staleDays = app_.settings()->config().staleDays,
         .onPhase = std::move(tellPhase),
@@ -68,7 +67,7 @@ void SmartClean::show(Progress progress) {
     assign(*this, progress_, std::move(progress), &SmartClean::progressChanged);
 }
 
-// ---- What was found ------------------------------------------------------------------------
+// ---- The suggestions -----------------------------------------------------------------------
 
 void SmartClean::show(std::vector<Suggestion> found) {
     std::set<std::string> preselected;
@@ -82,16 +81,6 @@ void SmartClean::show(std::vector<Suggestion> found) {
 void SmartClean::setSuggestions(std::vector<Suggestion> suggestions) {
     assign(*this, suggestions_, std::move(suggestions), &SmartClean::suggestionsChanged);
     rebuildPlan();
-}
-
-std::vector<const Suggestion*> SmartClean::visibleSuggestions() const {
-    std::vector<const Suggestion*> visible;
-    for (const Suggestion& suggestion : suggestions_) {
-        if (!personaFilter_ || std::ranges::count(suggestion.personas, *personaFilter_) > 0) {
-            visible.push_back(&suggestion);
-        }
-    }
-    return visible;
 }
 
 void SmartClean::forget(const CleanPlan& plan, const CleanReport& report) {
@@ -122,16 +111,8 @@ void SmartClean::forgetRule(const std::string& id) {
     setSuggestions(std::move(left));
 }
 
-QString SmartClean::personaFilter() const {
-    return personaFilter_ ? QString::fromUtf8(rawValue(*personaFilter_)) : QString{};
-}
-
-void SmartClean::setPersonaFilter(const QString& word) {
-    const auto persona = personaFromRawValue(word.toStdString());
-    assign(*this, personaFilter_, persona, &SmartClean::personaFilterChanged);
-}
-
-// ---- What is ticked ------------------------------------------------------------------------
+// ---- The ticks and the plan
+// ------------------------------------------------------------------------
 
 void SmartClean::setSelected(std::set<std::string> paths) {
     assign(*this, selected_, std::move(paths), &SmartClean::selectedChanged);
@@ -183,7 +164,7 @@ void SmartClean::toggle(const std::string& path) {
     setSelected(std::move(paths));
 }
 
-void SmartClean::setPreviewRequested(const bool requested) {
+void SmartClean::setPreviewRequested(bool requested) {
     assign(*this, previewRequested_, requested, &SmartClean::previewRequestedChanged);
 }
 

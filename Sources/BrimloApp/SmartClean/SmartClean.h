@@ -1,7 +1,7 @@
 #pragma once
 
 #include "BrimloApp/Shell/AppModel.h"
-#include "BrimloApp/SmartClean/SuggestionFigures.h"
+#include "BrimloApp/SmartClean/SuggestionRows.h"
 #include "BrimloCore/Cleaner/CleanPlan.h"
 #include "BrimloCore/Cleaner/CleanReport.h"
 #include "BrimloCore/Models/Suggestion.h"
@@ -12,7 +12,6 @@
 #include <QtQml/qqmlregistration.h>
 
 #include <memory>
-#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -20,26 +19,22 @@
 namespace Brimlo {
 
 class PlanReview;
-class SuggestionRows;
 
-/// The suggestions, and what is ticked of them. Main thread; looks for them in the background.
+/// The suggestions, and which items are ticked. Main thread; looks for suggestions in the
+/// background.
 class SmartClean : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("A part of the model")
     Q_MOC_INCLUDE("BrimloApp/Review/PlanReview.h")
-    Q_MOC_INCLUDE("BrimloApp/SmartClean/SuggestionRows.h")
 
     Q_PROPERTY(bool isSuggesting READ isSuggesting NOTIFY progressChanged)
     Q_PROPERTY(QString suggestPhase READ suggestPhase NOTIFY progressChanged)
     Q_PROPERTY(QDateTime suggestStarted READ suggestStarted NOTIFY progressChanged)
-    Q_PROPERTY(Brimlo::SuggestionFigures found READ found NOTIFY suggestionsChanged)
     Q_PROPERTY(int planCount READ planCount NOTIFY currentPlanChanged)
     Q_PROPERTY(double planBytes READ planBytes NOTIFY currentPlanChanged)
     Q_PROPERTY(double planFinalBytes READ planFinalBytes NOTIFY currentPlanChanged)
     Q_PROPERTY(bool planHasFinalItems READ planHasFinalItems NOTIFY currentPlanChanged)
-    Q_PROPERTY(
-        QString personaFilter READ personaFilter WRITE setPersonaFilter NOTIFY personaFilterChanged)
     Q_PROPERTY(bool previewRequested READ previewRequested WRITE setPreviewRequested NOTIFY
                    previewRequestedChanged)
     Q_PROPERTY(Brimlo::SuggestionRows* rows READ rows CONSTANT)
@@ -53,7 +48,7 @@ public:
 
     /// Starts a suggestion run for all audiences.
     Q_INVOKABLE void loadSuggestions();
-    /// Starts a run that sees what has just changed: after the one under way, if there is one.
+    /// Starts a run that sees the latest changes: after the current run, if there is one.
     void suggestAnew();
 
     struct Progress {
@@ -68,32 +63,25 @@ public:
     [[nodiscard]] const QString& suggestPhase() const { return progress_.phase; }
     [[nodiscard]] const QDateTime& suggestStarted() const { return progress_.started; }
 
-    /// Shows what a run found, with what it preselects ticked.
+    /// Shows the result of a run and ticks what it preselects.
     void show(std::vector<Suggestion> found);
-    /// The result of the last run, the largest first.
+    /// The suggestions, the largest first.
     [[nodiscard]] const std::vector<Suggestion>& suggestions() const { return suggestions_; }
-    /// Those of the audience chosen.
-    [[nodiscard]] std::vector<const Suggestion*> visibleSuggestions() const;
-    [[nodiscard]] SuggestionFigures found() const { return SuggestionFigures::of(suggestions_); }
-    /// Takes what a clean took off the list, and unticks all that it was to take.
+    /// Removes what a clean removed, and unticks everything in its plan.
     void forget(const CleanPlan& plan, const CleanReport& report);
-    /// Takes what a rule found off the list.
+    /// Removes the suggestion of a rule.
     void forgetRule(const std::string& id);
 
-    /// The word of the audience whose suggestions are shown; empty for all.
-    [[nodiscard]] QString personaFilter() const;
-    void setPersonaFilter(const QString& word);
-
-    /// The paths ticked.
+    /// The ticked paths.
     [[nodiscard]] const std::set<std::string>& selected() const { return selected_; }
-    /// Ticks all that is safe and owned by no running app, and nothing else.
+    /// Ticks exactly the items that are safe and owned by no running app.
     Q_INVOKABLE void selectAllSafe();
     Q_INVOKABLE void clearSelection();
-    /// Ticks all items, or unticks them when all are ticked.
+    /// Ticks all items, or unticks them if all are ticked.
     void toggle(const Suggestion& suggestion);
     void toggle(const std::string& path);
 
-    /// The plan for what is ticked, whether the audience filter shows it or not.
+    /// The plan for all ticked items, visible or not.
     [[nodiscard]] const CleanPlan& currentPlan() const { return currentPlan_; }
     [[nodiscard]] int planCount() const { return static_cast<int>(currentPlan_.items().size()); }
     [[nodiscard]] double planBytes() const {
@@ -104,12 +92,12 @@ public:
     }
     [[nodiscard]] bool planHasFinalItems() const { return currentPlan_.hasFinalItems(); }
 
-    /// Whether the screen is to open its preview.
+    /// Whether the screen should open its preview.
     [[nodiscard]] bool previewRequested() const { return previewRequested_; }
     void setPreviewRequested(bool requested);
 
     [[nodiscard]] SuggestionRows* rows() const { return rows_.get(); }
-    /// Of what is ticked.
+    /// The review of the plan.
     [[nodiscard]] PlanReview* review() const { return review_.get(); }
 
 Q_SIGNALS:
@@ -117,7 +105,6 @@ Q_SIGNALS:
     void suggestionsChanged();
     void selectedChanged();
     void currentPlanChanged();
-    void personaFilterChanged();
     void previewRequestedChanged();
 
 private:
@@ -127,11 +114,10 @@ private:
 
     AppModel& app_;
     Progress progress_;
-    bool suggestAgain_ = false;  ///< Another run is wanted after this one.
+    bool suggestAgain_ = false;  ///< Whether to run again afterwards.
     std::vector<Suggestion> suggestions_;
     std::set<std::string> selected_;
     CleanPlan currentPlan_{{}};
-    std::optional<Persona> personaFilter_;
     bool previewRequested_ = false;
 
     const std::unique_ptr<SuggestionRows> rows_;

@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// The foot of Smart Clean: what is ticked and what can be done with it, or how far the clean is.
+// The bar below the suggestions: what is ticked and the actions on it, or the progress of the
+// clean.
 Item {
     id: bar
 
@@ -18,7 +19,7 @@ Item {
         spacing: Theme.snug
         visible: !AppModel.cleanup.isCleaning
 
-        // What has no room on a line goes to the next.
+        // Wraps.
         Flow {
             id: words
 

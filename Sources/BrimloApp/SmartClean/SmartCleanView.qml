@@ -4,7 +4,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// What can be removed: ticked here, looked at in the review, and cleaned.
+// The suggestions: ticked here, reviewed in a sheet, then cleaned.
 Screen {
     id: screen
 
@@ -27,7 +27,7 @@ Screen {
         }
     }
     function show() {
-        if (visible && AppModel.smartClean.found.count === 0)
+        if (visible && AppModel.smartClean.rows.foundCount === 0)
             AppModel.smartClean.loadSuggestions();
     }
 
@@ -155,5 +155,20 @@ Screen {
         Layout.fillWidth: true
         onPreviewWanted: screen.preview()
         onCleanWanted: screen.confirm()
+    }
+
+    // The audience whose suggestions are visible.
+    component AudiencePicker: Picker {
+        id: picker
+
+        label: qsTr("Audience")
+        model: AppModel.smartClean.rows.audiences
+        onActivated: index => AppModel.smartClean.rows.audience = model[index].id
+
+        Binding {
+            target: picker
+            property: "currentIndex"
+            value: AppModel.smartClean.rows.audiences.findIndex(audience => audience.id === AppModel.smartClean.rows.audience)
+        }
     }
 }

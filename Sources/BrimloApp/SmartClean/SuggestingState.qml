@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// A suggestion run: what it is at, and for how long it has been.
+// A suggestion run: its phase and how long it has been running.
 ColumnLayout {
     id: state
 

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// What is to be known of a suggestion before it goes.
+// The details of a suggestion.
 SuggestionRow {
     id: details
 

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// The line of a suggestion. A click shows or hides what belongs to it.
+// The header of a suggestion. A click expands or collapses it.
 SuggestionRow {
     id: head
 
@@ -18,7 +18,7 @@ SuggestionRow {
 
     signal ticked
 
-    text: name + ", " + RiskWords.text(risk) + ", " + Format.bytes(size) + ", " + countText
+    text: name + ", " + Format.risk(risk) + ", " + Format.bytes(size) + ", " + countText
     leftPadding: Theme.tight
     topPadding: 7
     Accessible.checkable: true

@@ -4,8 +4,8 @@ import QtQuick
 import Qt.labs.qmlmodels
 import Brimlo
 
-// The suggestions, and what belongs to those that are expanded. Space ticks, Left and Right fold,
-// Return folds a suggestion and shows an item in the file manager.
+// The suggestions, each with its details and items if expanded. Space toggles a row's tick, Left
+// and Right collapse and expand, Return expands a suggestion and shows an item in the file manager.
 ScrollList {
     id: view
 
@@ -59,7 +59,7 @@ ScrollList {
         DelegateChoice {
             roleValue: "item"
 
-            SuggestionItem {
+            SuggestionItemRow {
                 onClicked: {
                     view.take(index);
                     view.rows.toggle(index);

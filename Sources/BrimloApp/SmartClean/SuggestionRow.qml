@@ -1,7 +1,7 @@
 import QtQuick
 import Brimlo
 
-// A line of the Smart Clean list, as far as all kinds of them agree.
+// What all kinds of rows in the Smart Clean list share.
 ListRow {
     required property int index
 

@@ -6,9 +6,11 @@
 
 #include <algorithm>
 #include <array>
+#include <string_view>
 #include <utility>
 
 namespace Brimlo {
+
 namespace {
 
 using Line = SuggestionLine;
@@ -18,22 +20,37 @@ using Tick = Line::Tick;
 constexpr std::size_t kMostItems = 60;
 constexpr std::int64_t kIdleDays = 31;
 
-QString word(const Kind kind) {
+// In the order of `kAllPersonas`.
+constexpr std::array<std::string_view, kAllPersonas.size()> kPersonaSymbols{
+    "person.2",
+    "hammer",
+    "brain",
+    "film",
+    "music.note",
+    "camera",
+    "cube",
+    "gamecontroller",
+    "ruler",
+    "flask",
+    "briefcase",
+    "gamecontroller.fill"};
+
+QString word(Kind kind) {
     constexpr std::array kWords{"suggestion", "details", "item", "more"};
     return QString::fromUtf8(kWords.at(static_cast<std::size_t>(kind)));
 }
 
-QString word(const Tick tick) {
+QString word(Tick tick) {
     constexpr std::array kWords{"none", "some", "all"};
     return QString::fromUtf8(kWords.at(static_cast<std::size_t>(tick)));
 }
 
-/// A role that shows one of the texts of a row.
+/// A role for a text of a row.
 auto text(std::string Line::*field) {
     return [field](const Line& row) { return shown(row.*field); };
 }
 
-/// Some authors write more than one line.
+/// Not `shown`, because some authors write several lines.
 QString regeneratesOf(const Line& row) {
     return QString::fromStdString(row.regenerates);
 }
@@ -94,28 +111,28 @@ Line itemOf(
 
 std::vector<Rows<Line>::Role> roles() {
     return {
-        {"kind",            [](const Line& row) { return word(row.kind); }                       },
-        {"name",            text(&Line::name)                                                    },
-        {"risk",            [](const Line& row) { return QString::fromUtf8(rawValue(row.risk)); }},
-        {"runningApps",     text(&Line::runningApps)                                             },
-        {"size",            [](const Line& row) { return static_cast<double>(row.size); }        },
-        {"itemCount",       [](const Line& row) { return static_cast<int>(row.itemCount); }      },
-        {"tick",            [](const Line& row) { return word(row.tick); }                       },
-        {"expanded",        [](const Line& row) { return row.expanded; }                         },
-        {"regenerates",     regeneratesOf                                                        },
-        {"officialCommand", text(&Line::officialCommand)                                         },
-        {"path",            text(&Line::path)                                                    },
-        {"subtitle",        text(&Line::subtitle)                                                },
-        {"detail",          text(&Line::detail)                                                  },
-        {"idleDays",        [](const Line& row) { return static_cast<int>(row.idleDays); }       },
-        {"isDocker",        [](const Line& row) { return row.isDocker; }                         },
+        {"kind",            [](const Line& row) { return word(row.kind); }                 },
+        {"name",            text(&Line::name)                                              },
+        {"risk",            [](const Line& row) { return words(rawValue(row.risk)); }      },
+        {"runningApps",     text(&Line::runningApps)                                       },
+        {"size",            [](const Line& row) { return static_cast<double>(row.size); }  },
+        {"itemCount",       [](const Line& row) { return static_cast<int>(row.itemCount); }},
+        {"tick",            [](const Line& row) { return word(row.tick); }                 },
+        {"expanded",        [](const Line& row) { return row.expanded; }                   },
+        {"regenerates",     regeneratesOf                                                  },
+        {"officialCommand", text(&Line::officialCommand)                                   },
+        {"path",            text(&Line::path)                                              },
+        {"subtitle",        text(&Line::subtitle)                                          },
+        {"detail",          text(&Line::detail)                                            },
+        {"idleDays",        [](const Line& row) { return static_cast<int>(row.idleDays); } },
+        {"isDocker",        [](const Line& row) { return row.isDocker; }                   },
     };
 }
 
 }  // namespace
 
 std::string SuggestionLine::key() const {
-    // An id has no zero byte, and neither has a path.
+    // Neither an id nor a path contains a zero byte.
     std::string key = id;
     key += '\0';
     key += static_cast<char>('0' + static_cast<int>(kind));
@@ -127,12 +144,9 @@ SuggestionRows::SuggestionRows(AppModel& app, SmartClean& source)
     : app_{app}
     , source_{source}
     , rows_{*this, roles()} {
-    for (const auto changed :
-         {&SmartClean::suggestionsChanged,
-          &SmartClean::selectedChanged,
-          &SmartClean::personaFilterChanged}) {
-        connect(&source, changed, this, &SuggestionRows::refresh);
-    }
+    connect(&source, &SmartClean::suggestionsChanged, this, &SuggestionRows::refresh);
+    connect(&source, &SmartClean::suggestionsChanged, this, &SuggestionRows::figuresChanged);
+    connect(&source, &SmartClean::selectedChanged, this, &SuggestionRows::refresh);
 }
 
 void SuggestionRows::setQuery(const QString& query) {
@@ -145,12 +159,54 @@ void SuggestionRows::setQuery(const QString& query) {
     Q_EMIT queryChanged();
 }
 
-void SuggestionRows::toggle(const int place) {
-    const Line* const chosen = rows_.at(place);
+QVariantList SuggestionRows::audiences() {
+    const auto entry = [](std::string_view id, const QString& text, std::string_view symbol) {
+        return QVariantMap{
+            {"id",     words(id)    },
+            {"text",   text         },
+            {"symbol", words(symbol)},
+        };
+    };
+    QVariantList all{entry("", tr("All audiences"), "")};
+    for (std::size_t i = 0; i < kAllPersonas.size(); ++i) {
+        const Persona persona = kAllPersonas[i];
+        all.append(entry(rawValue(persona), words(label(persona)), kPersonaSymbols[i]));
+    }
+    return all;
+}
+
+QString SuggestionRows::audience() const {
+    return audience_ ? words(rawValue(*audience_)) : QString{};
+}
+
+void SuggestionRows::setAudience(const QString& word) {
+    const auto audience = personaFromRawValue(word.toStdString());
+    if (audience_ == audience) {
+        return;
+    }
+    audience_ = audience;
+    refresh();
+    Q_EMIT audienceChanged();
+}
+
+int SuggestionRows::foundCount() const {
+    return static_cast<int>(source_.suggestions().size());
+}
+
+double SuggestionRows::bytesAt(Risk risk) const {
+    double bytes = 0;
+    for (const Suggestion& suggestion : source_.suggestions()) {
+        bytes += suggestion.risk == risk ? number(suggestion.totalSize()) : 0;
+    }
+    return bytes;
+}
+
+void SuggestionRows::toggle(int place) {
+    const Line* chosen = rows_.at(place);
     if (chosen == nullptr) {
         return;
     }
-    // Copied, because the model's answer replaces the rows.
+    // Copied, because the model's reaction replaces the rows.
     const Line known = *chosen;
     if (known.kind == Kind::item) {
         source_.toggle(known.path);
@@ -163,8 +219,8 @@ void SuggestionRows::toggle(const int place) {
     }
 }
 
-void SuggestionRows::toggleExpanded(const int place) {
-    const Line* const chosen = rows_.at(place);
+void SuggestionRows::toggleExpanded(int place) {
+    const Line* chosen = rows_.at(place);
     if (chosen == nullptr || chosen->kind != Kind::suggestion) {
         return;
     }
@@ -181,8 +237,8 @@ int SuggestionRows::head(int place) const {
     return place;
 }
 
-void SuggestionRows::reveal(const int place) const {
-    const Line* const chosen = rows_.at(place);
+void SuggestionRows::reveal(int place) const {
+    const Line* chosen = rows_.at(place);
     if (chosen != nullptr && chosen->kind == Kind::item && !isPseudoPath(chosen->path)) {
         app_.reveal({chosen->path});
     }
@@ -191,10 +247,13 @@ void SuggestionRows::reveal(const int place) const {
 void SuggestionRows::refresh() {
     std::vector<Line> rows;
     int visible = 0;
-    for (const Suggestion* const suggestion : source_.visibleSuggestions()) {
+    for (const Suggestion& suggestion : source_.suggestions()) {
+        if (audience_ && std::ranges::count(suggestion.personas, *audience_) == 0) {
+            continue;
+        }
         ++visible;
-        if (search_.finds(suggestion->name, suggestion->group)) {
-            append(*suggestion, rows);
+        if (search_.finds(suggestion.name, suggestion.group)) {
+            append(suggestion, rows);
         }
     }
     rows_.set(std::move(rows));

@@ -6,9 +6,11 @@
 #include "BrimloCore/Models/Suggestion.h"
 
 #include <QtCore/QString>
+#include <QtCore/QVariantList>
 #include <QtQml/qqmlregistration.h>
 
 #include <cstdint>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -18,71 +20,91 @@ namespace Brimlo {
 class AppModel;
 class SmartClean;
 
-/// A line of the Smart Clean list. What its kind has no use for is empty.
+/// A row of the Smart Clean list. Fields that a kind does not use are empty.
 struct SuggestionLine {
     enum class Kind { suggestion, details, item, more };
     enum class Tick { none, some, all };
 
     Kind kind = Kind::suggestion;
-    std::string id;    ///< The suggestion's, on each of its lines.
-    std::string path;  ///< An item's.
+    std::string id;    ///< The suggestion's id, in each of its rows.
+    std::string path;  ///< The path of an item.
 
     std::string name;
     std::string group;
     Risk risk = Risk::review;
     std::string runningApps;
     std::int64_t size = 0;
-    std::int64_t itemCount = 0;  ///< Of a suggestion, or those that are not listed.
-    Tick tick = Tick::none;      ///< Of a suggestion, or of an item.
+    std::int64_t itemCount = 0;  ///< The items of a suggestion, or how many are not listed.
+    Tick tick = Tick::none;      ///< For suggestions and items.
     bool expanded = false;
-    bool isDocker = false;  ///< Whether it, or what belongs to it, goes for good through Docker.
+    bool isDocker =
+        false;  ///< Whether Docker removes the item, or an item of the suggestion, for good.
 
     std::string regenerates;
     std::string officialCommand;
 
     std::string subtitle;
     std::string detail;
-    std::int64_t idleDays = -1;  ///< -1 when it is not known, or too few to speak of.
+    std::int64_t idleDays = -1;  ///< -1 if unknown or too few to mention.
 
     bool operator==(const SuggestionLine&) const = default;
 
     [[nodiscard]] std::string key() const;
 };
 
-/// The suggestions of the audience chosen that match a search, each followed by its details and
-/// its items when it is expanded.
+/// The suggestions for an audience that match a search, each followed by its details and items if
+/// expanded.
 class SuggestionRows : public Brimlo::RowList {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("A part of the model")
 
     Q_PROPERTY(QString query READ query WRITE setQuery NOTIFY queryChanged)
+    // For each audience its `id`, a word, and its `text` and `symbol`; first of all audiences.
+    Q_PROPERTY(QVariantList audiences READ audiences CONSTANT)
+    Q_PROPERTY(QString audience READ audience WRITE setAudience NOTIFY audienceChanged)
     Q_PROPERTY(int visibleCount READ visibleCount NOTIFY visibleCountChanged)
+    // The figures of all suggestions, visible or not.
+    Q_PROPERTY(int foundCount READ foundCount NOTIFY figuresChanged)
+    Q_PROPERTY(double safeBytes READ safeBytes NOTIFY figuresChanged)
+    Q_PROPERTY(double rebuildBytes READ rebuildBytes NOTIFY figuresChanged)
 
 public:
     SuggestionRows(AppModel& app, SmartClean& source);
 
-    /// What the name or the group has to contain, letter case and spaces around it aside.
+    /// What the name or the group must contain, ignoring letter case and surrounding spaces.
     [[nodiscard]] const QString& query() const { return query_; }
     void setQuery(const QString& query);
 
-    /// How many suggestions there are without the search.
+    [[nodiscard]] static QVariantList audiences();
+    /// The word of the audience whose suggestions are visible; empty for all.
+    [[nodiscard]] QString audience() const;
+    void setAudience(const QString& word);
+
+    /// How many suggestions are for the audience, whether they match the search or not.
     [[nodiscard]] int visibleCount() const { return visibleCount_; }
 
-    /// Ticks or unticks an item, or all items of a suggestion.
+    [[nodiscard]] int foundCount() const;
+    [[nodiscard]] double safeBytes() const { return bytesAt(Risk::safe); }
+    [[nodiscard]] double rebuildBytes() const { return bytesAt(Risk::rebuild); }
+
+    /// Toggles an item, or all items of a suggestion.
     Q_INVOKABLE void toggle(int place);
-    /// Shows or hides what belongs to a suggestion. That holds for later runs as well.
+    /// Expands or collapses a suggestion, also in later runs.
     Q_INVOKABLE void toggleExpanded(int place);
-    /// The place of the suggestion that a line belongs to.
+    /// The row of the suggestion that a row belongs to.
     Q_INVOKABLE [[nodiscard]] int head(int place) const;
-    /// Shows an item in the file manager; Docker's objects are not found there.
+    /// Shows an item in the file manager; does nothing for Docker's objects.
     Q_INVOKABLE void reveal(int place) const;
 
 Q_SIGNALS:
     void queryChanged();
+    void audienceChanged();
     void visibleCountChanged();
+    void figuresChanged();
 
 private:
+    [[nodiscard]] double bytesAt(Risk risk) const;
     void refresh();
     void append(const Suggestion& suggestion, std::vector<SuggestionLine>& rows) const;
 
@@ -91,8 +113,9 @@ private:
     Rows<SuggestionLine> rows_;
     QString query_;
     Search search_;
+    std::optional<Persona> audience_;
     int visibleCount_ = 0;
-    std::set<std::string> expanded_;  ///< Ids.
+    std::set<std::string> expanded_;  ///< Ids of suggestions.
 };
 
 }  // namespace Brimlo

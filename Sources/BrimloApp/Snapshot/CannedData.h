@@ -10,29 +10,25 @@
 #include <string>
 #include <vector>
 
-/// What the pictures of the screens show: the disk of one Ada, made up, the same at every run. The
-/// names, ratings and sentences of rules are those of the catalog.
+/// What the pictures of the screens show: the invented disk of Ada, the same in every run. Names,
+/// ratings and sentences of rules are those of the catalog.
 namespace Brimlo::CannedData {
 
-/// Ada's home folder. Nobody looks whether there is one.
+/// Ada's home folder. It need not exist.
 [[nodiscard]] std::string home();
 
 [[nodiscard]] std::vector<Suggestion> suggestions();
 
-/// A scanned home folder, sizes and counts added up.
+/// A scanned home folder with correct totals.
 [[nodiscard]] std::shared_ptr<FileNode> tree();
 [[nodiscard]] std::vector<UnreadableArea> unreadableAreas();
 
-/// Files that stand alone, the largest first.
+/// Large files, the largest first.
 [[nodiscard]] std::vector<std::shared_ptr<FileNode>> largeFiles();
 [[nodiscard]] std::vector<DuplicateGroup> duplicates();
 
-/// What came of a clean of the items that start ticked, once without a fault and once with some.
+/// The result of a clean of the preselected items, without problems and with some.
 [[nodiscard]] CleanReport report();
 [[nodiscard]] CleanReport reportWithProblems();
-
-/// Writes into the user's home folder what is read from there: a journal, rules, files for a rule
-/// to find, and a command line tool that does nothing.
-void furnishHome();
 
 }  // namespace Brimlo::CannedData

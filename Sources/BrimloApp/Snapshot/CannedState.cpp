@@ -10,16 +10,108 @@
 #include "BrimloApp/Settings/Settings.h"
 #include "BrimloApp/SmartClean/SmartClean.h"
 #include "BrimloApp/Snapshot/CannedData.h"
+#include "BrimloCore/Cleaner/Cleaner.h"
+#include "BrimloCore/Support/AppConfig.h"
+#include "BrimloCore/Support/StoragePaths.h"
+#include "BrimloCore/UserRules/UserRules.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEventLoop>
 
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <string_view>
+#include <vector>
+
 namespace Brimlo::CannedState {
+
 namespace {
 
+using namespace std::chrono_literals;
+
+constexpr std::int64_t kMB = 1'000'000;
 constexpr std::int64_t kGB = 1'000'000'000;
+constexpr std::chrono::sys_seconds kToday = std::chrono::sys_days{2026y / 11 / 16} + 10h;
+
+struct Removal {
+    std::string_view path;
+    std::int64_t size = 0;  ///< The size in the journal; the file in the Trash is small.
+    std::string_view ruleID;
+};
+
+struct PastClean {
+    std::chrono::hours ago{};
+    std::vector<Removal> removals;
+};
+
+/// A file that a rule matches. It takes real disk space, so it is small.
+void leaveFile(const std::string& path, std::size_t kilobytes) {
+    std::filesystem::create_directories(std::filesystem::path{path}.parent_path());
+    std::ofstream{path} << std::string(kilobytes * 1024, '.');
+}
+
+/// Really moves the items to the Trash. The first clean was undone since.
+void carryOut(const PastClean& clean) {
+    std::vector<CleanItem> items;
+    for (const auto& [path, size, ruleID] : clean.removals) {
+        items.push_back(
+            {StoragePaths::home() + "/" + std::string{path}, size, std::string{ruleID}, {}});
+        leaveFile(items.back().path, 1);
+    }
+    const auto journal = std::make_shared<Journal>(StoragePaths::journal());
+    const auto ids =
+        Cleaner{journal}.execute(CleanPlan{items}, DisposalMode::trash, false).journalIDs;
+    static_cast<void>(journal->update({ids.begin(), ids.end()}, [&](JournalEntry& entry) {
+        entry.date = kToday - clean.ago;
+        entry.undone = entry.ruleID == "xcode.derived-data";
+    }));
+}
 
 }  // namespace
+
+void furnishHome() {
+    const std::string home = StoragePaths::home();
+    const PastClean cleans[] = {
+        {54h, {{"Library/Developer/DerivedData", 5230 * kMB, "xcode.derived-data"}}},
+        {30h, {{"Library/Caches/Homebrew", 1460 * kMB, "homebrew.cache"}}          },
+        {0h,
+         {{"Library/Caches/com.spotify.client", 1890 * kMB, "app.spotify"},
+          {"Projects/old-shop/node_modules", 923 * kMB, "artifact.node_modules"},
+          {".npm/_logs", 31 * kMB, "npm.logs"}}                                    },
+    };
+    for (const PastClean& clean : cleans) {
+        carryOut(clean);
+    }
+    UserRules::Draft previews;
+    previews.id = "custom.render-previews";
+    previews.name = "Render previews";
+    previews.group = "Sketchbook";
+    previews.paths = {"~/Library/Caches/Sketchbook/Previews"};
+    previews.risk = Risk::rebuild;
+    previews.regenerates = "Sketchbook renders them again when a drawing is opened.";
+    previews.quitApps = {"Sketchbook"};
+    previews.contentsOnly = true;
+    UserRules::Draft exports;
+    exports.id = "custom.old-exports";
+    exports.name = "Old exports";
+    exports.group = "Sketchbook";
+    exports.paths = {"~/Movies/Exports/*.tmp"};
+    exports.regenerates = "Not recreated. Check that the finished film is there first.";
+    for (const UserRules::Draft& draft : {previews, exports}) {
+        static_cast<void>(UserRules::save(UserRules::make(draft), UserRules::defaultDirectory()));
+    }
+    // Asked already, or the question would cover the first screen.
+    static_cast<void>(
+        AppConfig::change([](AppConfig& config) { config.cliInstallOffered = true; }));
+    const std::string tool = home + "/resources/brimlo";
+    leaveFile(tool, 1);
+    std::filesystem::permissions(tool, std::filesystem::perms::owner_all);
+    leaveFile(home + "/Library/Caches/Sketchbook/Previews/Coast.preview", 5200);
+    leaveFile(home + "/Library/Caches/Sketchbook/Previews/Dunes.preview", 3100);
+    leaveFile(home + "/Library/Caches/Sketchbook/Previews/Harbour.preview", 840);
+}
 
 void measured(AppModel& model) {
     model.analyzer()->setScanRoot(CannedData::home());
@@ -32,7 +124,7 @@ void measured(AppModel& model) {
         .availableIncludingPurgeable = 74 * kGB,
     });
     machine.setFullDiskAccess(true);
-    // What is being read would come in between.
+    // A reading that is under way would overwrite this.
     while (machine.isMeasuring() || !model.history()->isJournalRead()) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents);
     }
@@ -82,7 +174,7 @@ void scanning(AppModel& model) {
 
 void scanned(AppModel& model) {
     model.analyzer()->setTree(CannedData::tree());
-    model.analyzer()->show(
+    model.analyzer()->areas()->show(
         {.unreadableCount = 5, .leftOutCount = 0, .areas = CannedData::unreadableAreas()});
 }
 

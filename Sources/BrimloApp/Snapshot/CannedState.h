@@ -9,9 +9,13 @@ struct CleanReport;
 
 }  // namespace Brimlo
 
-/// Puts the model into the states that its screens have words for, also those that last a moment
-/// and those for which no disk is at hand, with the data of CannedData. Main thread.
+/// Puts the model into the states that its screens can show, including short ones and ones that
+/// need a special disk, with the data of CannedData. Main thread.
 namespace Brimlo::CannedState {
+
+/// Fills the home folder with what the model reads from there: a journal, rules, files that match
+/// a rule, and a command line tool that does nothing. Call it before there is a model.
+void furnishHome();
 
 void measured(AppModel& model);
 void withoutAccess(AppModel& model);

@@ -1,6 +1,6 @@
 #include "BrimloApp/Snapshot/Stage.h"
 
-#include "BrimloApp/Shell/OpenWindow.h"
+#include "BrimloApp/Shell/AppWindow.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
@@ -15,14 +15,15 @@
 #include <QtQuick/QQuickWindow>
 
 namespace Brimlo {
+
 namespace {
 
 using namespace std::chrono_literals;
 
-/// For bindings, layouts and what follows them one turn of the event loop later.
+/// For bindings and layouts, and whatever follows them in the next turn of the event loop.
 constexpr auto kRest = 80ms;
 
-/// A model that reaches nothing of this machine but the home folder.
+/// Surroundings that reach nothing of this machine but the home folder.
 Surroundings nowhere() {
     const std::string home = QDir::homePath().toStdString();
     return {
@@ -32,9 +33,8 @@ Surroundings nowhere() {
     };
 }
 
-/// The first visible item of that role and name at or below `top`, in the order of the screen.
-QAccessibleInterface* find(
-    QAccessibleInterface* top, const QAccessible::Role role, const QString& name) {
+/// The first visible item with that role and name at or below `top`, in tab order.
+QAccessibleInterface* find(QAccessibleInterface* top, QAccessible::Role role, const QString& name) {
     if (top == nullptr || top->state().invisible) {
         return nullptr;
     }
@@ -42,7 +42,7 @@ QAccessibleInterface* find(
         return top;
     }
     for (int i = 0; i < top->childCount(); ++i) {
-        if (QAccessibleInterface* const found = find(top->child(i), role, name)) {
+        if (QAccessibleInterface* found = find(top->child(i), role, name)) {
             return found;
         }
     }
@@ -55,17 +55,17 @@ Stage::Stage()
     : model_{nowhere()}
     , updater_{UpdateSource::ofThisBuild()}
     , desktopSettings_{nullptr} {
-    window_ = openWindow(engine_, model_, updater_, desktopSettings_);
+    window_ = AppWindow::open(engine_, model_, updater_, desktopSettings_);
     if (window_ == nullptr) {
         return;
     }
-    // Nothing is to be caught half-way.
+    // No picture may show a running animation.
     QQmlExpression{qmlContext(window_), window_, "Theme.reduceMotion = true"}.evaluate();
     window_->resize(window_->minimumSize());
     wait(kRest);
 }
 
-void Stage::press(const Qt::Key key, const Qt::KeyboardModifiers modifiers) {
+void Stage::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
     for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
         QKeyEvent event{type, key, modifiers};
         QCoreApplication::sendEvent(window_, &event);
@@ -73,8 +73,8 @@ void Stage::press(const Qt::Key key, const Qt::KeyboardModifiers modifiers) {
     wait(kRest);
 }
 
-bool Stage::press(const QAccessible::Role role, const QString& name) {
-    auto* const control = find(QAccessible::queryAccessibleInterface(window_), role, name);
+bool Stage::press(QAccessible::Role role, const QString& name) {
+    auto* control = find(QAccessible::queryAccessibleInterface(window_), role, name);
     if (control == nullptr || control->actionInterface() == nullptr) {
         return false;
     }
@@ -83,9 +83,9 @@ bool Stage::press(const QAccessible::Role role, const QString& name) {
     return true;
 }
 
-bool Stage::focus(const QAccessible::Role role, const QString& name) {
-    auto* const control = find(QAccessible::queryAccessibleInterface(window_), role, name);
-    auto* const item = qobject_cast<QQuickItem*>(control != nullptr ? control->object() : nullptr);
+bool Stage::focus(QAccessible::Role role, const QString& name) {
+    auto* control = find(QAccessible::queryAccessibleInterface(window_), role, name);
+    auto* item = qobject_cast<QQuickItem*>(control != nullptr ? control->object() : nullptr);
     if (item == nullptr) {
         return false;
     }
@@ -94,13 +94,13 @@ bool Stage::focus(const QAccessible::Role role, const QString& name) {
     return true;
 }
 
-void Stage::wait(const std::chrono::milliseconds time) {
+void Stage::wait(std::chrono::milliseconds time) {
     QEventLoop loop;
     QTimer::singleShot(time, &loop, &QEventLoop::quit);
     loop.exec();
 }
 
-QImage Stage::picture(const Look look, const QSize size) {
+QImage Stage::picture(Look look, QSize size) {
     const bool isDark = look == Look::dark;
     QGuiApplication::setPalette(QPalette{isDark ? Qt::black : Qt::white});
     window_->resize(size);

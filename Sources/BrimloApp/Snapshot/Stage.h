@@ -16,31 +16,31 @@ class QQuickWindow;
 
 namespace Brimlo {
 
-/// The application's window over a model of its own, worked without a person. Main thread.
+/// The application's window with a model of its own, operated by code. Main thread.
 class Stage {
 public:
-    /// Opens the window, at the Overview, if it can.
+    /// Opens the window at the Overview, if possible.
     Stage();
 
-    /// Whether there is a window. All below needs it.
+    /// Whether there is a window. Everything below needs one.
     [[nodiscard]] bool isOpen() const { return window_ != nullptr; }
 
     [[nodiscard]] AppModel& model() { return model_; }
 
-    /// Presses a key, wherever the focus is.
+    /// Presses a key for the item with focus.
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
-    /// Presses a control as assistive technology does; false when none is visible.
+    /// Presses a control the way assistive technology does; false if no visible one is found.
     [[nodiscard]] bool press(QAccessible::Role role, const QString& name);
 
-    /// Gives the focus to a list or a control; false when none is visible.
+    /// Focuses a list or a control; false if no visible one is found.
     [[nodiscard]] bool focus(QAccessible::Role role, const QString& name);
 
-    /// Lets time go by in the window.
+    /// Runs the event loop for some time.
     static void wait(std::chrono::milliseconds time);
 
     enum class Look { light, dark };
-    /// The window's picture in this look and size.
+    /// A picture of the window in this look and size.
     [[nodiscard]] QImage picture(Look look, QSize size);
 
 private:

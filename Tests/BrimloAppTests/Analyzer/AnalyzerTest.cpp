@@ -36,7 +36,7 @@ protected:
     }
 
     std::shared_ptr<FileNode> child(const std::string& name) {
-        const auto children = model().analyzer()->currentChildren();
+        const auto children = model().analyzer()->rows()->nodes();
         const auto found =
             std::ranges::find(children, name, [](const auto& node) { return node->name; });
         return found == children.end() ? nullptr : *found;
@@ -44,7 +44,7 @@ protected:
 
     std::vector<std::string> names() {
         std::vector<std::string> names;
-        for (const auto& node : model().analyzer()->currentChildren()) {
+        for (const auto& node : model().analyzer()->rows()->nodes()) {
             names.push_back(node->name);
         }
         return names;
@@ -86,7 +86,7 @@ TEST_F(AnalyzerTest, ThrowsTheTreeOfACancelledScanAway) {
     model().analyzer()->cancelScan();
     finish();
     EXPECT_FALSE(model().analyzer()->hasTree());
-    EXPECT_THAT(model().analyzer()->currentChildren(), IsEmpty());
+    EXPECT_THAT(model().analyzer()->rows()->nodes(), IsEmpty());
     // A file is nothing to read a folder from.
     model().analyzer()->startScan(at("tree/small"));
     finish();
@@ -191,7 +191,7 @@ TEST_F(AnalyzerTest, ListsAgainWhatAnUndoBroughtBack) {
     finish();
     ASSERT_EQ(
         model().smartClean()->suggestions().size() + model().largeFiles()->files().size() +
-            model().duplicates()->groups().size() + model().analyzer()->currentChildren().size(),
+            model().duplicates()->groups().size() + model().analyzer()->rows()->nodes().size(),
         0U);
     for (const HistoryBatch& batch : std::vector{model().history()->batches()}) {
         model().history()->undoBatch(batch);

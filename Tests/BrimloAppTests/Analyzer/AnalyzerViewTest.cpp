@@ -131,7 +131,7 @@ TEST_F(AnalyzerViewTest, SortsByMenuColumnAndDirection) {
     for (const char* const entry : {"Name", "Modified", "Items", "Size"}) {
         press("Sort by");
         choose(entry);
-        await([&] { return model().analyzer()->sortKey() == entry; }, entry);
+        await([&] { return model().analyzer()->rows()->sortKey() == entry; }, entry);
         await([&] { return find(QAccessible::MenuItem, entry) == nullptr; }, "its end");
         press("Sort by");
         await([&] { return find(QAccessible::MenuItem, entry) != nullptr; }, "the menu");
@@ -140,12 +140,12 @@ TEST_F(AnalyzerViewTest, SortsByMenuColumnAndDirection) {
         await([&] { return find(QAccessible::MenuItem, entry) == nullptr; }, "its end");
     }
     press("Reverse order");
-    EXPECT_TRUE(model().analyzer()->ascending());
+    EXPECT_TRUE(model().analyzer()->rows()->ascending());
     EXPECT_LT(row("empty, *").y(), row("large, *").y());
     press("Name");
-    EXPECT_EQ(model().analyzer()->sortKey(), "Name");
+    EXPECT_EQ(model().analyzer()->rows()->sortKey(), "Name");
     press("Name");
-    EXPECT_FALSE(model().analyzer()->ascending());
+    EXPECT_FALSE(model().analyzer()->rows()->ascending());
 }
 
 TEST_F(AnalyzerViewTest, DrillsByDoubleClickAndComesBackByCrumbs) {

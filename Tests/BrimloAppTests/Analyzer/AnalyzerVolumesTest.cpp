@@ -40,15 +40,18 @@ TEST_F(AnalyzerVolumesTest, CountsWhatItCouldNotReadAndWhatItLeftOut) {
     finish();
     ASSERT_EQ(seteuid(0), 0);
     umount(volume.c_str());
-    EXPECT_EQ(model().analyzer()->unreadableCount(), 1);
-    EXPECT_EQ(model().analyzer()->leftOutCount(), 1);
+    EXPECT_EQ(model().analyzer()->areas()->unreadableCount(), 1);
+    EXPECT_EQ(model().analyzer()->areas()->leftOutCount(), 1);
     EXPECT_EQ(model().largeFiles()->unreadableCount(), 1);
     EXPECT_EQ(model().duplicates()->unreadableCount(), 1);
-    EXPECT_THAT(model().analyzer()->unreadableAreas(), SizeIs(2));
+    EXPECT_EQ(model().analyzer()->areas()->count(), 2);
     chmod(closed.c_str(), 0700);
     model().analyzer()->startScan(at("tree"));
     finish();
-    EXPECT_EQ(model().analyzer()->unreadableCount() + model().analyzer()->leftOutCount(), 0);
+    EXPECT_EQ(
+        model().analyzer()->areas()->unreadableCount() +
+            model().analyzer()->areas()->leftOutCount(),
+        0);
 }
 
 }  // namespace

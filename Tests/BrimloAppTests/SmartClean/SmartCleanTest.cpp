@@ -168,14 +168,14 @@ TEST_F(SmartCleanTest, KeepsThePlanInStepWithTheTicks) {
     // What the audience filter hides stays in the plan.
     model().smartClean()->toggle(at("running/data"));
     changes();
-    model().smartClean()->setPersonaFilter("video");
-    EXPECT_EQ(model().smartClean()->visibleSuggestions().size(), 1U);
+    model().smartClean()->rows()->setAudience("video");
+    EXPECT_EQ(model().smartClean()->rows()->visibleCount(), 1);
     EXPECT_EQ(planned().size(), 3U);
-    EXPECT_THAT(changes(), ElementsAre("SmartClean.personaFilter"));
+    EXPECT_THAT(changes(), IsEmpty());
     model().smartClean()->toggle(at("running/data"));
     EXPECT_THAT(planned(), whole) << "whatever is ticked meanwhile";
-    model().smartClean()->setPersonaFilter("nobody");
-    EXPECT_EQ(model().smartClean()->visibleSuggestions().size(), 4U);
+    model().smartClean()->rows()->setAudience("nobody");
+    EXPECT_EQ(model().smartClean()->rows()->visibleCount(), 4);
     model().smartClean()->clearSelection();
     EXPECT_THAT(planned(), IsEmpty());
 }

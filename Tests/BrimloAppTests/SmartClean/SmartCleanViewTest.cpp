@@ -126,7 +126,7 @@ TEST_F(SmartCleanViewTest, ShowsTheFirstStateThatHolds) {
     }
     finish();
     // An audience without a suggestion has none, whatever is searched for.
-    model().smartClean()->setPersonaFilter("gaming");
+    model().smartClean()->rows()->setAudience("gaming");
     EXPECT_THAT(seen(states), ElementsAre(empty));
 }
 
@@ -146,7 +146,7 @@ TEST_F(SmartCleanViewTest, SearchesNamesAndGroupsWithinTheAudience) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(testing::Message() << c.audience << ' ' << c.query);
-        model().smartClean()->setPersonaFilter(c.audience);
+        model().smartClean()->rows()->setAudience(c.audience);
         click(QAccessible::EditableText, "Search apps and tools");
         key(Qt::Key_Escape);
         type(c.query);
@@ -184,7 +184,7 @@ TEST_F(SmartCleanViewTest, TicksByBoxAndKeyAndByTheToolbar) {
 
     click(QAccessible::ComboBox, "Audience");
     click(kRow, "Video");
-    EXPECT_EQ(model().smartClean()->personaFilter(), "video");
+    EXPECT_EQ(model().smartClean()->rows()->audience(), "video");
     EXPECT_TRUE(sees("Close WindowTests first"));
     EXPECT_TRUE(sees("Comes back after a rebuild or re-download"));
 }

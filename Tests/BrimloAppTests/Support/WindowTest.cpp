@@ -1,6 +1,6 @@
 #include "BrimloAppTests/Support/WindowTest.h"
 
-#include "BrimloApp/Shell/OpenWindow.h"
+#include "BrimloApp/Shell/AppWindow.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QMimeData>
@@ -127,7 +127,7 @@ void WindowTest::open(const Section section, const QSize size) {
     model().setSection(section);
     finish();
     engine_ = std::make_unique<QQmlApplicationEngine>();
-    window_ = openWindow(*engine_, model(), updater_, settings_);
+    window_ = AppWindow::open(*engine_, model(), updater_, settings_);
     ASSERT_NE(window_, nullptr);
     window_->resize(size);
     QQmlComponent theme{engine_.get()};

@@ -15,6 +15,7 @@
 #include <utility>
 
 namespace Brimlo {
+
 namespace {
 
 const auto kColorScheme = QStringLiteral("org.freedesktop.appearance color-scheme");
@@ -23,25 +24,26 @@ const auto kContrast = QStringLiteral("org.freedesktop.appearance contrast");
 const auto kAnimations = QStringLiteral("org.gnome.desktop.interface enable-animations");
 const auto kTextScaling = QStringLiteral("org.gnome.desktop.interface text-scaling-factor");
 const auto kFontName = QStringLiteral("org.gnome.desktop.interface font-name");
-constexpr double kUsualPoints = 11;  // Of GNOME's font.
+constexpr double kUsualPoints = 11;  // The default of GNOME.
 
-/// The value if it is of that very type: a conversion would make something of anything.
+/// The value if it has exactly this type: QVariant would convert almost anything.
 template <typename T>
 T as(const QVariant& value, const T& otherwise) {
     return value.metaType() == QMetaType::fromType<T>() ? value.value<T>() : otherwise;
 }
 
-double factorOrOne(const double value) {
+double factorOrOne(double value) {
     return std::isfinite(value) && value > 0 ? value : 1;
 }
 
 bool isDark(const QVariant& colorScheme) {
-    const uint preferred = as(colorScheme, 0U);  // 1 is dark, 2 is light, else either will do
+    const uint preferred =
+        as(colorScheme, 0U);  // 1 is dark, 2 is light, anything else no preference.
     const bool isPaletteDark = QGuiApplication::palette().window().color().lightness() < 128;
     return preferred == 1 || (preferred != 2 && isPaletteDark);
 }
 
-/// A colour of three numbers from 0 to 1; invalid when it is none.
+/// A colour of three numbers from 0 to 1; otherwise invalid.
 QColor color(const QVariant& value) {
     const auto argument = as(value, QDBusArgument());
     std::array<double, 3> parts{-1, -1, -1};
@@ -59,7 +61,7 @@ QColor color(const QVariant& value) {
 /// The family in "Cantarell 11" or "Noto Sans, Sans Semi-Bold Italic 10.5", if it is installed.
 QString family(const QString& font) {
     QStringList words = font.left(200).section(',', 0, 0).split(' ', Qt::SkipEmptyParts);
-    // Where the style begins can't be seen, hence the longest beginning that is a family.
+    // The start of the style is not marked, hence the longest prefix that is a family.
     while (!words.isEmpty() && !QFontDatabase::hasFamily(words.join(' '))) {
         words.removeLast();
     }
@@ -69,11 +71,11 @@ QString family(const QString& font) {
 }  // namespace
 
 DesktopSettings::DesktopSettings(QObject* parent)
-    : DesktopSettings(QDBusConnection::sessionBus(), parent) {}
+    : DesktopSettings{QDBusConnection::sessionBus(), parent} {}
 
 DesktopSettings::DesktopSettings(const QDBusConnection& bus, QObject* parent)
-    : QObject(parent) {
-    const auto* const portal = new SettingsPortal(
+    : QObject{parent} {
+    const auto* portal = new SettingsPortal(
         bus, {kColorScheme, kAccentColor, kContrast, kAnimations, kTextScaling, kFontName}, this);
     connect(portal, &SettingsPortal::told, this, [this](const auto& setting, const auto& value) {
         told_.insert(setting, value);

@@ -4,13 +4,14 @@
 #include "BrimloCore/Support/Text.h"
 
 namespace Brimlo::Platform {
+
 namespace {
 
-/// The last line that tells why.
+/// The last line of the error output that gives a reason.
 std::string reason(std::string_view text) {
     constexpr std::string_view kNotice = "This incident has been reported.";
     text = Text::stripped(text);
-    if (text.ends_with(kNotice)) {  // How pkexec ends; the reason stands above.
+    if (text.ends_with(kNotice)) {  // pkexec's last line; the reason is above it.
         text = Text::stripped(text.substr(0, text.size() - kNotice.size()));
     }
     const std::string_view line = Text::stripped(text.substr(text.find_last_of('\n') + 1));

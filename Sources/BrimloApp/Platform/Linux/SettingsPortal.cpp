@@ -7,6 +7,7 @@
 #include <utility>
 
 namespace Brimlo {
+
 namespace {
 
 constexpr QLatin1String kService("org.freedesktop.portal.Desktop");
@@ -14,7 +15,7 @@ constexpr QLatin1String kPath("/org/freedesktop/portal/desktop");
 constexpr QLatin1String kInterface("org.freedesktop.portal.Settings");
 constexpr QLatin1String kReadOne("ReadOne");
 
-/// The value in all its variants: Read answers with one more around it than ReadOne.
+/// The innermost value: `Read` wraps it in one variant more than `ReadOne`.
 QVariant unwrapped(QVariant value) {
     while (value.metaType() == QMetaType::fromType<QDBusVariant>()) {
         value = value.value<QDBusVariant>().variant();
@@ -25,15 +26,16 @@ QVariant unwrapped(QVariant value) {
 }  // namespace
 
 SettingsPortal::SettingsPortal(QDBusConnection bus, QStringList wanted, QObject* parent)
-    : QObject(parent)
-    , bus_(std::move(bus))
-    , wanted_(std::move(wanted)) {
-    qRegisterMetaType<QDBusVariant>();  // Else the slot is refused until somebody used one.
-    // Of this service only, so that no other process is believed. The bus is asked who that is, and
-    // waited for, as it is with any connection; the service itself may well hang.
-    const char* const slot = SLOT(hear(QString, QString, QDBusVariant));
+    : QObject{parent}
+    , bus_{std::move(bus)}
+    , wanted_{std::move(wanted)} {
+    qRegisterMetaType<QDBusVariant>();  // Otherwise connecting the slot fails until the type is
+                                        // used once.
+    // Only from this service, so that no other process is believed. This waits for the bus to name
+    // the service's owner, as every connection does, but not for the service, which may hang.
+    const char* slot = SLOT(hear(QString, QString, QDBusVariant));
     bus_.connect(kService, kPath, kInterface, "SettingChanged", this, slot);
-    const auto* const watcher =
+    const auto* watcher =
         new QDBusServiceWatcher(kService, bus_, QDBusServiceWatcher::WatchForRegistration, this);
     connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &SettingsPortal::readAll);
     readAll();
@@ -54,13 +56,13 @@ void SettingsPortal::readAll() {
 void SettingsPortal::read(const QString& setting, const QString& method) {
     auto call = QDBusMessage::createMethodCall(kService, kPath, kInterface, method);
     call << setting.section(' ', 0, 0) << setting.section(' ', 1);
-    auto* const answer = new QDBusPendingCallWatcher(bus_.asyncCall(call), this);
+    auto* answer = new QDBusPendingCallWatcher(bus_.asyncCall(call), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [=, this] {
         answer->deleteLater();
         if (!answer->isError()) {
             Q_EMIT told(setting, unwrapped(answer->reply().arguments().value(0)));
         } else if (method == kReadOne && answer->error().type() == QDBusError::UnknownMethod) {
-            read(setting, "Read");  // All that is in version 1.
+            read(setting, "Read");  // The only method of version 1.
         }
     });
 }

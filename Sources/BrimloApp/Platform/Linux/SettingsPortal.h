@@ -8,17 +8,17 @@
 
 namespace Brimlo {
 
-/// What the settings portal of the desktop says (org.freedesktop.portal.Settings).
+/// The desktop's settings portal (org.freedesktop.portal.Settings).
 ///
-/// It is asked at once, and again whenever a process takes its name: portals start late and are
-/// restarted. Nothing waits for it, and one that is absent or silent is no failure. Main thread.
+/// It is queried at once, and again whenever a process takes its name, because portals start late
+/// and restart. Nothing waits for it; an absent or silent portal is no error. Main thread.
 class SettingsPortal : public QObject {
     Q_OBJECT
 public:
-    /// `wanted` holds settings by namespace and key with a space between.
+    /// `wanted` holds settings as "NAMESPACE KEY".
     SettingsPortal(QDBusConnection bus, QStringList wanted, QObject* parent);
 Q_SIGNALS:
-    /// A wanted setting has this value, out of its variants and else as it was sent: unchecked.
+    /// The value of a wanted setting, unwrapped from its variants but otherwise unchecked.
     void told(const QString& setting, const QVariant& value);
 
 private:

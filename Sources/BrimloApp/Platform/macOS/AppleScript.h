@@ -6,14 +6,14 @@
 #include <string>
 #include <string_view>
 
-/// The words in which a command is handed to AppleScript, and those in which its failure comes
-/// back. Plain text work: no call of the system.
+/// How a command is passed to AppleScript, and how its errors are read. Only text: no system calls,
+/// so that Linux tests it too.
 namespace Brimlo::Platform::AppleScript {
 
-/// The source of a script that runs a command of the shell with an administrator's rights.
+/// The source of a script that runs a shell command with administrator rights.
 [[nodiscard]] std::string asAdministrator(std::string_view shellCommand);
 
-/// How a run ended that gave an error with this number and message, where it has them.
+/// The outcome of a run that reported an error with this number and message, if any.
 [[nodiscard]] PrivilegedRun ending(
     std::optional<long> number, const std::optional<std::string>& message);
 

@@ -14,7 +14,7 @@
 namespace Brimlo {
 
 DesktopSettings::DesktopSettings(QObject* parent)
-    : QObject(parent) {
+    : QObject{parent} {
     QCoreApplication::instance()->installEventFilter(this);
     update();
 }
@@ -37,7 +37,7 @@ void DesktopSettings::update() {
     constexpr int kHalf = 128;
     const QPalette palette = QGuiApplication::palette();
     @autoreleasepool {
-        NSWorkspace* const workspace = NSWorkspace.sharedWorkspace;
+        NSWorkspace* workspace = NSWorkspace.sharedWorkspace;
         set(reduceMotion_,
             workspace.accessibilityDisplayShouldReduceMotion != NO,
             &DesktopSettings::reduceMotionChanged);

@@ -4,8 +4,8 @@ import QtQml
 import Qt.labs.platform as Native
 import Brimlo
 
-// The menus at the top of a Mac's screen. Their roles put "About", "Check for Updates…" and "Quit"
-// into the application's own menu.
+// The menu bar of macOS. Roles move "About", "Check for Updates…" and "Quit" into the application
+// menu.
 Native.MenuBar {
     id: bar
 

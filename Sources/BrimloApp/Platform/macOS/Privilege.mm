@@ -32,9 +32,8 @@ PrivilegedRun runAsAdministrator(
     const std::string& shellCommand, const AuthorizerPlaces& /*places*/) {
     @autoreleasepool {
         const std::string words = AppleScript::asAdministrator(shellCommand);
-        NSString* const source = [NSString stringWithUTF8String:words.c_str()];
-        NSAppleScript* const script =
-            source != nil ? [[NSAppleScript alloc] initWithSource:source] : nil;
+        NSString* source = [NSString stringWithUTF8String:words.c_str()];
+        NSAppleScript* script = source != nil ? [[NSAppleScript alloc] initWithSource:source] : nil;
         if (script == nil) {
             return {PrivilegedRun::Outcome::failed, "could not build install script"};
         }

@@ -1,4 +1,4 @@
-#include "BrimloApp/Shell/WindowSize.h"
+#include "BrimloApp/Shell/AppWindow.h"
 
 #include "BrimloAppTests/Support/ModelTest.h"
 #include "BrimloCore/Support/StoragePaths.h"
@@ -14,7 +14,7 @@
 namespace Brimlo {
 namespace {
 
-class WindowSizeTest : public Testing::ModelTest {
+class AppWindowTest : public Testing::ModelTest {
 protected:
     static void write(const std::string& text) {
         std::filesystem::create_directories(StoragePaths::support());
@@ -22,7 +22,7 @@ protected:
     }
     static void closeWindow(const QSize size, const bool isMaximized) {
         QWindow window;
-        const WindowSize keeper{window};
+        const AppWindow::SizeKeeper keeper{window};
         window.resize(size);
         window.setWindowStates(isMaximized ? Qt::WindowMaximized : Qt::WindowNoState);
         window.setVisible(true);
@@ -30,23 +30,23 @@ protected:
     }
 };
 
-TEST_F(WindowSizeTest, OpensAsItWasClosed) {
+TEST_F(AppWindowTest, OpensAsItWasClosed) {
     const QVariantMap smaller{
         {"width",  500},
         {"height", 400}
     };
-    EXPECT_EQ(WindowSize::last(), QVariantMap{});
+    EXPECT_EQ(AppWindow::lastSize(), QVariantMap{});
     closeWindow({500, 400}, false);
-    EXPECT_EQ(WindowSize::last(), smaller);
+    EXPECT_EQ(AppWindow::lastSize(), smaller);
     closeWindow({700, 600}, true);
     QVariantMap maximized = smaller;
     maximized["visibility"] = QWindow::Maximized;
-    EXPECT_EQ(WindowSize::last(), maximized);
+    EXPECT_EQ(AppWindow::lastSize(), maximized);
     closeWindow({500, 400}, false);
-    EXPECT_EQ(WindowSize::last(), smaller);
+    EXPECT_EQ(AppWindow::lastSize(), smaller);
 }
 
-TEST_F(WindowSizeTest, TakesWhatMakesNoSenseForUnknown) {
+TEST_F(AppWindowTest, TakesWhatMakesNoSenseForUnknown) {
     for (const char* const text :
          {"",
           "[]",
@@ -56,12 +56,12 @@ TEST_F(WindowSizeTest, TakesWhatMakesNoSenseForUnknown) {
           R"({"width":0,"height":0,"isMaximized":false})",
           R"({"width":900})"}) {
         write(text);
-        EXPECT_EQ(WindowSize::last(), QVariantMap{}) << text;
+        EXPECT_EQ(AppWindow::lastSize(), QVariantMap{}) << text;
     }
     write(R"({"width":9000000000000000000,"height":9000000000000000000})");
     const QSize screen = QGuiApplication::primaryScreen()->availableSize();
-    EXPECT_EQ(WindowSize::last()["width"], screen.width());
-    EXPECT_EQ(WindowSize::last()["height"], screen.height());
+    EXPECT_EQ(AppWindow::lastSize()["width"], screen.width());
+    EXPECT_EQ(AppWindow::lastSize()["height"], screen.height());
 }
 
 }  // namespace

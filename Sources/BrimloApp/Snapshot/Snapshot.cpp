@@ -1,4 +1,4 @@
-#include "BrimloApp/Snapshot/Scenes.h"
+#include "BrimloApp/Snapshot/Snapshot.h"
 
 #include "BrimloApp/Analyzer/Analyzer.h"
 #include "BrimloApp/Rules/RuleBook.h"
@@ -6,19 +6,32 @@
 #include "BrimloApp/Snapshot/CannedState.h"
 #include "BrimloApp/Snapshot/Stage.h"
 
+#include <QtCore/QDir>
 #include <QtCore/QList>
+#include <QtCore/QTemporaryDir>
 
 #include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <iostream>
 #include <utility>
 
-namespace Brimlo {
+namespace Brimlo::Snapshot {
+
 namespace {
 
 using namespace std::chrono_literals;
 
-/// A scene that a section shows by itself once the model is in some states.
+/// One picture of the application.
+struct Scene {
+    QString name;  ///< Also the start of its file names.
+    /// Brings a new stage to the scene; false if a control that this needs is missing.
+    std::function<bool(Stage&)> set;
+};
+
+/// A scene that a section shows once the model is in some states.
 template <typename... States>
-Scene showing(const QString& name, const Section section, States... states) {
+Scene showing(const QString& name, Section section, States... states) {
     return {name, [=](Stage& stage) {
                 (states(stage.model()), ...);
                 stage.model().setSection(section);
@@ -29,7 +42,7 @@ Scene showing(const QString& name, const Section section, States... states) {
             }};
 }
 
-/// A scene that needs more than that.
+/// A scene with a further step.
 Scene then(Scene scene, std::function<bool(Stage&)> more) {
     return {scene.name, [first = std::move(scene.set), more = std::move(more)](Stage& stage) {
                 return first(stage) && more(stage);
@@ -54,7 +67,7 @@ std::function<bool(Stage&)> keys(const QString& list, const QList<Qt::Key>& keys
     };
 }
 
-/// Changes the model once its screen is shown.
+/// A step that changes the model once its screen is visible.
 std::function<bool(Stage&)> doing(void (*change)(AppModel& model)) {
     return [=](Stage& stage) {
         change(stage.model());
@@ -62,7 +75,7 @@ std::function<bool(Stage&)> doing(void (*change)(AppModel& model)) {
     };
 }
 
-/// The same for what opens the editor of rules, which looks for what the rule matches.
+/// The same for a step that opens the rule editor, which then matches the rule.
 std::function<bool(Stage&)> editing(void (*open)(AppModel& model)) {
     return [=](Stage& stage) {
         open(stage.model());
@@ -160,8 +173,6 @@ std::vector<Scene> upkeepScenes() {
     };
 }
 
-}  // namespace
-
 std::vector<Scene> allScenes() {
     std::vector<Scene> scenes;
     for (const auto& part : {windowScenes(), cleanScenes(), analysisScenes(), upkeepScenes()}) {
@@ -170,4 +181,82 @@ std::vector<Scene> allScenes() {
     return scenes;
 }
 
-}  // namespace Brimlo
+constexpr std::array kSizes{
+    QSize{1000, 660},
+    QSize{1440, 900}
+};
+
+/// Whether a picture has only one colour, as when the window could not be drawn.
+bool isEmpty(const QImage& picture) {
+    const QRgb first = picture.isNull() ? 0 : picture.pixel(0, 0);
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (picture.pixel(x, y) != first) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+bool fail(const QString& what) {
+    std::cerr << "brimlo-app: " << what.toStdString() << '\n';
+    return false;
+}
+
+bool save(const Scene& scene, const QDir& folder) {
+    Stage stage;
+    if (!stage.isOpen() || !scene.set(stage)) {
+        return fail(scene.name + ": could not be shown");
+    }
+    for (const QSize size : kSizes) {
+        for (const auto& [look, word] : {
+                 std::pair{Stage::Look::light, "light"},
+                 std::pair{Stage::Look::dark,  "dark" }
+        }) {
+            const QString file = QString{"%1-%2-%3x%4.png"}
+                                     .arg(scene.name, word)
+                                     .arg(size.width())
+                                     .arg(size.height());
+            const QImage picture = stage.picture(look, size);
+            if (picture.size() != size || isEmpty(picture)) {
+                return fail(file + ": the picture is empty");
+            }
+            if (!picture.save(folder.filePath(file), "PNG")) {
+                return fail(folder.filePath(file) + ": could not be written");
+            }
+        }
+    }
+    return true;
+}
+
+}  // namespace
+
+void isolate() {
+    static const QTemporaryDir kHome;
+    qputenv("HOME", kHome.path().toUtf8());
+    qputenv("CFFIXED_USER_HOME", kHome.path().toUtf8());  // The equivalent on macOS.
+    for (const char* name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"}) {
+        qunsetenv(name);
+    }
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
+    qputenv("LC_ALL", "en_US.UTF-8");
+    qputenv("TZ", "UTC");
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QUICK_BACKEND", "software");
+}
+
+int saveAll(const QString& folder) {
+    if (!QDir{}.mkpath(folder)) {
+        fail(folder + ": could not be made");
+        return EXIT_FAILURE;
+    }
+    CannedState::furnishHome();
+    bool isWhole = true;
+    for (const Scene& scene : allScenes()) {
+        isWhole = save(scene, QDir{folder}) && isWhole;
+    }
+    return isWhole ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+}  // namespace Brimlo::Snapshot

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// One item of a suggestion. A click ticks it.
+// One item of a suggestion. A click toggles it.
 SuggestionRow {
     id: item
 
@@ -50,7 +50,7 @@ SuggestionRow {
     }
     PlainButton {
         symbol: "magnifyingglass"
-        help: qsTr("Reveal in %1").arg(SystemWords.fileManager)
+        help: qsTr("Reveal in %1").arg(Desktop.fileManager)
         ink: Theme.secondaryText
         enabled: !item.isDocker
         opacity: item.isDocker ? 0 : 1

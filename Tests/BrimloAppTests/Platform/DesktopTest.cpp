@@ -1,4 +1,4 @@
-#include "BrimloApp/Platform/Reveal.h"
+#include "BrimloApp/Platform/Desktop.h"
 
 #include "BrimloAppTests/Support/AppTest.h"
 #include "BrimloAppTests/Support/PrivateBus.h"
@@ -7,7 +7,7 @@
 #include <QtDBus/QDBusMessage>
 #include <QtDBus/QDBusVirtualObject>
 
-namespace Brimlo::Platform {
+namespace Brimlo {
 namespace {
 
 /// Plays a file manager: notes what it is asked to select.
@@ -23,10 +23,10 @@ struct FileManager : QDBusVirtualObject {
     }
 };
 
-class RevealTest : public Testing::AppTest {
+class DesktopTest : public Testing::AppTest {
 protected:
     void start(const std::vector<std::string>& paths) {
-        reveal(
+        Desktop::reveal(
             paths,
             [this] { ++failures; },
             [this](const QUrl& folder) {
@@ -42,7 +42,7 @@ protected:
     int failures = 0;
 };
 
-TEST_F(RevealTest, SelectsInTheFileManagerOrOpensTheFolders) {
+TEST_F(DesktopTest, SelectsInTheFileManagerOrOpensTheFolders) {
     Testing::PrivateBus bus;
     if (!bus.isRunning()) {
         GTEST_SKIP() << "needs dbus-daemon";
@@ -68,7 +68,7 @@ TEST_F(RevealTest, SelectsInTheFileManagerOrOpensTheFolders) {
     EXPECT_EQ(opened, folders + folders + QStringList{url("a b")}) << "nobody, error, no answer";
 }
 
-TEST_F(RevealTest, OpensNothingButFoldersAndFewOfThem) {
+TEST_F(DesktopTest, OpensNothingButFoldersAndFewOfThem) {
     qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
     std::vector<std::string> entries{write("program.desktop") + "/gone", at("missing/gone")};
     for (const char* name : {"odd\xFF\n'/a", "1/a", "1/b", "2/a", "3/a", "4/a", "5/a"}) {
@@ -85,4 +85,4 @@ TEST_F(RevealTest, OpensNothingButFoldersAndFewOfThem) {
 }
 
 }  // namespace
-}  // namespace Brimlo::Platform
+}  // namespace Brimlo

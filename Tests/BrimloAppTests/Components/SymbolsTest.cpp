@@ -1,8 +1,7 @@
-#include "BrimloApp/Components/SymbolTable.h"
+#include "BrimloApp/Components/Symbols.h"
 
-#include "BrimloApp/Components/SymbolImages.h"
 #include "BrimloApp/Shell/Sections.h"
-#include "BrimloCore/Models/CleanupRule.h"
+#include "BrimloApp/SmartClean/SuggestionRows.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QDirIterator>
@@ -32,10 +31,10 @@ int inkedPixels(const QImage& image) {
     return count;
 }
 
-TEST(SymbolTableTest, EachHasADrawingAndEachDrawingASymbol) {
+TEST(SymbolsTest, EachHasADrawingAndEachDrawingASymbol) {
     SymbolImages images;
     std::set<std::string> used;
-    for (const auto& entry : SymbolTable::entries()) {
+    for (const auto& entry : Symbols::entries()) {
         SCOPED_TRACE(entry.symbol);
         used.insert(std::string(entry.file) + ".svg");
         const auto image = images.requestImage(drawn(entry.symbol), nullptr, QSize(32, 32));
@@ -52,8 +51,11 @@ TEST(SymbolTableTest, EachHasADrawingAndEachDrawingASymbol) {
     EXPECT_EQ(there, used);
 }
 
-TEST(SymbolTableTest, IsThereForWhateverTheProgramNames) {
+TEST(SymbolsTest, IsThereForWhateverTheProgramNames) {
     std::set<std::string> named;
+    for (const QVariant& audience : SuggestionRows::audiences()) {
+        named.insert(audience.toMap().value("symbol").toString().toStdString());
+    }
     for (const QVariant& section : Sections::all()) {
         named.insert(section.toMap().value("symbol").toString().toStdString());
     }
@@ -78,7 +80,7 @@ TEST(SymbolTableTest, IsThereForWhateverTheProgramNames) {
     EXPECT_GT(files, 40);
     EXPECT_GT(named.size(), 20U);
     for (const auto& symbol : named) {
-        EXPECT_TRUE(SymbolTable::file(symbol).has_value()) << symbol;
+        EXPECT_TRUE(Symbols::drawing(symbol).has_value()) << symbol;
     }
 }
 

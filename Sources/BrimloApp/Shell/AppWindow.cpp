@@ -1,22 +1,29 @@
-#include "BrimloApp/Shell/WindowSize.h"
+#include "BrimloApp/Shell/AppWindow.h"
 
+#include "BrimloApp/Platform/DesktopSettings.h"
+#include "BrimloApp/Settings/Updater.h"
+#include "BrimloApp/Shell/AppModel.h"
 #include "BrimloCore/Support/Files.h"
 #include "BrimloCore/Support/Json.h"
 #include "BrimloCore/Support/StoragePaths.h"
 
+#include <QtCore/QUrl>
+#include <QtCore/QVariant>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QScreen>
 #include <QtGui/QWindow>
+#include <QtQml/QQmlApplicationEngine>
+#include <QtQuick/QQuickWindow>
 
 #include <algorithm>
 
-namespace Brimlo {
+namespace Brimlo::AppWindow {
 
 namespace {
 
-/// What the file holds.
+/// The content of the file.
 struct Size {
-    std::int64_t width = 0;  ///< In pixels that do not depend on the screen's scale; 0 if unknown.
+    std::int64_t width = 0;  ///< In device-independent pixels; 0 if unknown.
     std::int64_t height = 0;
     bool isMaximized = false;
 };
@@ -48,7 +55,22 @@ void write(const Size& size) {
 
 }  // namespace
 
-QVariantMap WindowSize::last() {
+QQuickWindow* open(
+    QQmlApplicationEngine& engine,
+    AppModel& model,
+    Updater& updater,
+    DesktopSettings& desktopSettings) {
+    engine.setProperty("appModel", QVariant::fromValue(&model));
+    engine.setProperty("updater", QVariant::fromValue(&updater));
+    engine.setProperty("desktopSettings", QVariant::fromValue(&desktopSettings));
+    engine.addImportPath("qrc:/qt/qml");
+    engine.load(QUrl{"qrc:/qt/qml/Brimlo/ContentView.qml"});
+    return engine.rootObjects().isEmpty()
+               ? nullptr
+               : qobject_cast<QQuickWindow*>(engine.rootObjects().first());
+}
+
+QVariantMap lastSize() {
     const Size size = read();
     const QSize screen = QGuiApplication::primaryScreen()->availableSize();
     QVariantMap properties;
@@ -63,8 +85,8 @@ QVariantMap WindowSize::last() {
     return properties;
 }
 
-WindowSize::WindowSize(const QWindow& window) {
-    connect(&window, &QWindow::visibleChanged, this, [&window](const bool isVisible) {
+SizeKeeper::SizeKeeper(const QWindow& window) {
+    connect(&window, &QWindow::visibleChanged, this, [&window](bool isVisible) {
         if (isVisible) {
             return;
         }
@@ -78,4 +100,4 @@ WindowSize::WindowSize(const QWindow& window) {
     });
 }
 
-}  // namespace Brimlo
+}  // namespace Brimlo::AppWindow

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// A part of the disk with folders that could not be read.
+// An area of the disk with unreadable folders.
 RowLayout {
     id: row
 
