@@ -88,12 +88,12 @@ std::int64_t size(const std::string& path) {
     constexpr int kStatFlags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC;
     std::int64_t total = 0;
     const auto addFile = [&](int descriptor, const char* name) {
-        struct statx status {};
+        struct statx status{};
         if (statx(descriptor, name, kStatFlags, STATX_BLOCKS, &status) == 0) {
             total += static_cast<std::int64_t>(status.stx_blocks) * kBlockBytes;
         }
     };
-    struct stat status {};
+    struct stat status{};
     if (lstat(path.c_str(), &status) != 0) {
         return 0;
     }
@@ -133,7 +133,7 @@ std::int64_t sizeAll(const std::vector<std::string>& paths, unsigned threads) {
 
 std::unordered_set<std::uint64_t> inodes(const std::vector<std::string>& paths) {
     std::unordered_set<std::uint64_t> found;
-    struct stat status {};
+    struct stat status{};
     for (const std::string& path : paths) {
         if (lstat(path.c_str(), &status) == 0) {
             found.insert(status.st_ino);

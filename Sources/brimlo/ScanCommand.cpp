@@ -129,7 +129,7 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
     }
     print(Json::Object{
         {"root", form(*tree, view)},
-        {"unreadable",      JsonForms::areas(areas)    },
+        {"unreadable", JsonForms::areas(areas)},
     });
     return ExitCode::done;
 }

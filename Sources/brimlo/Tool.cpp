@@ -76,7 +76,7 @@ ExitCode Tool::run() const {
 }
 
 void Tool::endOnInterrupt() {
-    struct sigaction action {};
+    struct sigaction action{};
     action.sa_handler = handle;
     action.sa_flags = SA_RESTART;
     sigaction(SIGINT, &action, nullptr);

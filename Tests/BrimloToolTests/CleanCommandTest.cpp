@@ -178,7 +178,7 @@ TEST_F(CleanCommandTest, SaysWhatTheJournalLacks) {
     const std::string unreadable = "brimlo: The journal can't be read: Invalid argument.\n";
     for (const std::vector<std::string>& command : {
              std::vector<std::string>{"undo", "--last"},
-             {"history"     }
+             {"history"}
     }) {
         EXPECT_EQ(run(command), (Outcome{1, "", unreadable}));
     }

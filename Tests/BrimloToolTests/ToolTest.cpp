@@ -29,7 +29,7 @@ Platform::Descriptor nameless() {
 }
 
 std::string contentOf(const Platform::Descriptor& file) {
-    struct stat status {};
+    struct stat status{};
     fstat(file.number(), &status);
     std::string content(static_cast<std::size_t>(status.st_size), '\0');
     const ssize_t length = pread(file.number(), content.data(), content.size(), 0);

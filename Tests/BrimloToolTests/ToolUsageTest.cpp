@@ -146,14 +146,14 @@ TEST_F(ToolUsageTest, MakesHostileTextHarmless) {
     write("cache\x1b/x");
     write(support("Rules/hostile.json"), rules);
     const std::vector<std::string> commands[] = {
-        {"size",                         name, broken, "no\x1b"},
-        {"suggest"                       },
-        {"rules",                              "list"},
-        {"rules",       "preview", support("Rules/hostile.json")},
-        {"rules","validate", support("Rules/hostile.json")},
-        {"clean",                        name, broken, "--dry-run"},
+        {"size", name, broken, "no\x1b"},
+        {"suggest"},
+        {"rules", "list"},
+        {"rules", "preview", support("Rules/hostile.json")},
+        {"rules", "validate", support("Rules/hostile.json")},
+        {"clean", name, broken, "--dry-run"},
         {"history"},
-        {"undo",                        "--last"},
+        {"undo", "--last"},
         {"\x1b\n"},
     };
     for (const auto& command : commands) {
@@ -178,8 +178,8 @@ TEST_F(ToolUsageTest, LeavesNothingOfRootsInAnothersHome) {
     }
     const std::vector<std::string> commands[] = {
         {"suggest"},
-        {"config",  "stale-days", "5"},
-        {"history"     }
+        {"config", "stale-days", "5"},
+        {"history"}
     };
     for (const auto& arguments : commands) {
         const Outcome outcome = run(arguments);

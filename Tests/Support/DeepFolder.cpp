@@ -20,7 +20,7 @@ DeepFolder::DeepFolder(std::string path, int depth)
         folder = next;
     }
     const int file = openat(folder, "file", O_WRONLY | O_CREAT, 0644);
-    struct stat status {};
+    struct stat status{};
     if (write(file, "content", 7) == 7 && fstat(file, &status) == 0) {
         blocks_ = std::int64_t{status.st_blocks} * 512;
     }

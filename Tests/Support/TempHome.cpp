@@ -94,14 +94,14 @@ std::string contentOf(const std::string& path) {
 }
 
 bool exists(const std::string& path) {
-    struct stat status {};
+    struct stat status{};
     return lstat(path.c_str(), &status) == 0;
 }
 
 std::vector<std::string> describeTree(const std::string& folder) {
     std::vector<std::string> lines;
     const auto describe = [&](const fs::path& path) {
-        struct stat status {};
+        struct stat status{};
         lstat(path.c_str(), &status);
         std::ostringstream line;
         line << path.lexically_relative(folder).string() << " mode " << std::oct << status.st_mode

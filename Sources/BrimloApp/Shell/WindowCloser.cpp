@@ -49,7 +49,7 @@ bool openPipe() {
 
 /// Ignored signals, as under nohup, stay ignored.
 void handle(int signal, void (*handler)(int)) {
-    struct sigaction action {};
+    struct sigaction action{};
     sigaction(signal, nullptr, &action);
     if (action.sa_handler != SIG_IGN) {
         action = {};

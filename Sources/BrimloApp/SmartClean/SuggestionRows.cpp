@@ -46,7 +46,7 @@ QString word(Tick tick) {
 }
 
 /// A role for a text of a row.
-auto text(std::string Line::*field) {
+auto text(std::string Line::* field) {
     return [field](const Line& row) { return shown(row.*field); };
 }
 

@@ -12,7 +12,7 @@ namespace Brimlo {
 Platform::Descriptor FileReader::open(int folder, const std::string& name) {
     constexpr int kFlags = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
     Platform::Descriptor file{openat(folder, name.c_str(), kFlags)};
-    struct stat status {};
+    struct stat status{};
     const bool isFile = file && fstat(file.number(), &status) == 0 && S_ISREG(status.st_mode);
     return isFile ? std::move(file) : Platform::Descriptor{};
 }
@@ -48,7 +48,7 @@ std::optional<Sha256::Digest> FileReader::digestOfEdges(const std::string& path)
         return std::nullopt;
     }
     sha256_.update(*beginning);
-    struct stat status {};
+    struct stat status{};
     if (fstat(file.number(), &status) == 0 && status.st_size > 2 * kEdgeBytes) {
         sha256_.update(read(file, kEdgeBytes, status.st_size - kEdgeBytes).value_or(Bytes{}));
     }

@@ -231,7 +231,7 @@ std::vector<DockerVMDisk> vmDisks() {
     std::vector<DockerVMDisk> disks;
     for (const auto& kind : kinds) {
         for (const std::string& path : Glob::expand(kind.glob)) {
-            struct stat status {};
+            struct stat status{};
             if (stat(path.c_str(), &status) == 0) {
                 disks.push_back(
                     {path, status.st_blocks * Platform::kBlockBytes, status.st_size, kind.runtime});

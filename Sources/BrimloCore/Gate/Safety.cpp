@@ -33,7 +33,7 @@ bool canBeLookedUp(std::string_view path) {
 
 /// The identity of the entry at `path`, symlinks followed.
 std::optional<FileIdentity> targetIdentity(std::string_view path) {
-    struct stat status {};
+    struct stat status{};
     if (!canBeLookedUp(path) || stat(std::string{path}.c_str(), &status) != 0) {
         return std::nullopt;
     }

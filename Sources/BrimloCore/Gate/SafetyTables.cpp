@@ -238,7 +238,7 @@ bool isInside(std::string_view folder, std::string_view path) {
 }
 
 bool exists(const std::string& path) {
-    struct stat status {};
+    struct stat status{};
     return lstat(path.c_str(), &status) == 0;
 }
 
@@ -544,7 +544,7 @@ bool SafetyTables::holdsAnotherHomesRows(const std::string& path, const std::str
 std::vector<SafetyTables::Landmark> SafetyTables::landmarks() const {
     enum class Found { missing, plain, behindALink };
     std::vector<Landmark> landmarks;
-    struct stat status {};
+    struct stat status{};
     const std::vector<Node>& nodes = fixedRows().nodes;
     std::vector<Found> found(nodes.size(), Found::missing);
     std::string path;

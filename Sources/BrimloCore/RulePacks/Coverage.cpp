@@ -49,7 +49,7 @@ std::string audience(const CoverageEntry& entry) {
     return joined(names);
 }
 
-std::size_t sum(const std::vector<CoverageEntry>& entries, std::size_t CoverageEntry::*count) {
+std::size_t sum(const std::vector<CoverageEntry>& entries, std::size_t CoverageEntry::* count) {
     return std::accumulate(
         entries.begin(),
         entries.end(),

@@ -311,7 +311,7 @@ std::optional<std::chrono::sys_seconds> latestBackup(const std::string& tmutil) 
 
 std::optional<std::string> timeMachineCoverage(
     const std::string& tmutil, const std::string& path, std::chrono::sys_seconds backup) {
-    struct stat status {};
+    struct stat status{};
     if (!Path::isUsable(path) || lstat(path.c_str(), &status) != 0 ||
         status.st_mtime >= backup.time_since_epoch().count()) {
         return std::nullopt;

@@ -51,7 +51,7 @@ private:
         const std::string name =
             path == "/" ? path
                         : Path::join(nameOf(std::string{Path::parent(path)}), Path::name(path));
-        struct stat status {};
+        struct stat status{};
         if (lstat(path.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) {
             return names_.emplace(path, name).first->second;
         }

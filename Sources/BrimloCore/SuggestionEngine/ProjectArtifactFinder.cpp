@@ -206,7 +206,7 @@ std::optional<std::string> gitDirectory(const std::string& folder) {
     std::string current = folder;
     for (int level = 0; level < kMostLevels; ++level) {
         std::string git = current + "/.git";
-        struct stat status {};
+        struct stat status{};
         if (stat(git.c_str(), &status) == 0) {
             if (S_ISDIR(status.st_mode)) {
                 return git;
@@ -239,7 +239,7 @@ std::int64_t idleDays(const std::string& project, const std::vector<std::string_
         }
     }
     std::time_t latest = kDistantPast;
-    struct stat status {};
+    struct stat status{};
     for (const std::string& file : files) {
         if (stat(file.c_str(), &status) == 0) {
             latest = std::max(latest, status.st_mtime);

@@ -291,7 +291,7 @@ std::vector<SuggestionItem> targets(const CleanupRule& rule, const Safety::Gate&
                 continue;
             }
             for (std::string& entry : entries(path, rule)) {
-                struct stat status {};
+                struct stat status{};
                 const bool exists = lstat(entry.c_str(), &status) == 0;
                 const bool isTooYoung =
                     rule.minAgeDays && status.st_mtime > Dates::daysBefore(now, *rule.minAgeDays);

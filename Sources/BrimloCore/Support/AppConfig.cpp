@@ -21,7 +21,7 @@ constexpr int kDamagedCode = 12;
 
 struct Number {
     std::string_view key;
-    std::int64_t AppConfig::*field;
+    std::int64_t AppConfig::* field;
     AppConfig::Limits limits;
 };
 
@@ -95,7 +95,7 @@ std::expected<void, Error> write(const AppConfig& config, const std::string& pat
 
 }  // namespace
 
-AppConfig::Limits AppConfig::limits(std::int64_t AppConfig::*number) {
+AppConfig::Limits AppConfig::limits(std::int64_t AppConfig::* number) {
     return std::ranges::find(kNumbers, number, &Number::field)->limits;
 }
 

@@ -32,7 +32,7 @@ struct AppConfig {
     };
 
     /// The limits of one of the numbers above. No other value is read, set or saved.
-    [[nodiscard]] static Limits limits(std::int64_t AppConfig::*number);
+    [[nodiscard]] static Limits limits(std::int64_t AppConfig::* number);
 
     /// The settings in a file, by default the one in the support folder; the defaults when `read`
     /// fails.

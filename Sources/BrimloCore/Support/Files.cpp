@@ -170,7 +170,7 @@ std::expected<std::string, Error> readFile(
         return std::unexpected(Error::fromSystem(EINVAL));
     }
     const Descriptor file{open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)};
-    struct stat status {};
+    struct stat status{};
     if (!file || fstat(file.number(), &status) != 0) {
         return failure();
     }
@@ -229,7 +229,7 @@ namespace Brimlo::Folders {
 namespace {
 
 bool isFolder(const std::string& path) {
-    struct stat status {};
+    struct stat status{};
     return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 

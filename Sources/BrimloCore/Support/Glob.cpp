@@ -31,12 +31,12 @@ Pattern::Component parseComponent(std::string_view text) {
 }
 
 bool exists(const std::string& path) {
-    struct stat status {};
+    struct stat status{};
     return lstat(path.c_str(), &status) == 0;
 }
 
 bool isFolder(const std::string& path) {
-    struct stat status {};
+    struct stat status{};
     return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 

@@ -42,12 +42,12 @@ void append(std::string& result, std::string_view path) {
 
 /// The file type at a path, 0 for none; of a symlink itself.
 mode_t kindOf(const std::string& path) {
-    struct stat status {};
+    struct stat status{};
     return lstat(path.c_str(), &status) == 0 ? status.st_mode & S_IFMT : 0;
 }
 
 bool isFolder(const std::string& path) {
-    struct stat status {};
+    struct stat status{};
     return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 

@@ -14,7 +14,7 @@ std::string home() {
 }
 
 std::optional<std::string> reasonNotToStart() {
-    struct stat status {};
+    struct stat status{};
     const std::string folder = home();
     if (geteuid() != 0 || stat(folder.c_str(), &status) != 0 || status.st_uid == 0) {
         return std::nullopt;

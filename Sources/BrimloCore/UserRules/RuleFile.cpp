@@ -100,7 +100,7 @@ std::expected<void, Error> exportTo(
     if (!prepared) {
         return std::unexpected(prepared.error());
     }
-    struct stat status {};
+    struct stat status{};
     const bool isThere = lstat(path.c_str(), &status) == 0;
     if (isThere && existing == Existing::replace) {
         return S_ISREG(status.st_mode)

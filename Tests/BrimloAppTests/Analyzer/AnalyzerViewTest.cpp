@@ -104,8 +104,8 @@ TEST_F(AnalyzerViewTest, SetsTheFolderByItsMenuWithoutAScan) {
         std::string root;
     };
     const Case cases[] = {
-        {"System disk",      "/"       },
-        {"Home folder",      home()    },
+        {"System disk",    "/"       },
+        {"Home folder",    home()    },
         {"Choose folder…", at("tree")},
     };
     for (const Case& c : cases) {

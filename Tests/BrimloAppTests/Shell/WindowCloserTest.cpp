@@ -62,9 +62,9 @@ TEST_F(WindowCloserTest, WaitsForWorkOnFilesWhenToldToQuitFromOutside) {
     const auto post = [] { QCoreApplication::postEvent(qGuiApp, new QEvent{QEvent::Quit}); };
     const auto late = [](auto& it) { it.advance(WindowCloser::kLongestWait); };
     const Case cases[] = {
-        {"the session's end",   post,                   {},                     ""                      },
-        {"SIGTERM",             [] { raise(SIGTERM); }, {},                     ""                      },
-        {"SIGINT",              [] { raise(SIGINT); },  {},                     ""                      },
+        {"the session's end",   post,                   {},                     ""                    },
+        {"SIGTERM",             [] { raise(SIGTERM); }, {},                     ""                    },
+        {"SIGINT",              [] { raise(SIGINT); },  {},                     ""                    },
         {"work that hangs",     post,                   late,                   "Removing from Trash…"},
         {"one more, impatient", post,                   [&](auto&) { post(); }, "Removing from Trash…"},
     };

@@ -143,14 +143,14 @@ TEST_F(CleanerAccessTest, LinksOfTheUsersOwnLeadWhereTheySayAndNoFurther) {
     };
     const std::string support = kSupport;
     const Case cases[] = {
-        {"support folder", support.substr(0, support.size() - 1),                     true,                             true},
-        {"rules folder",                support + "Rules",                   true,                          true                                   },
-        {"journal",                support + "journal.json",                        false,                        false},
-        {"lock",                support + "journal.json.lock",                           false,                      false                              },
-        {"settings lock",                support + "config.json.lock",                  false,              false},
-        {"settings",                support + "config.json",                       false,                        false                                   },
-        {"rule",                support + "Rules/custom.a.json",                           false,                    false},
-        {"job",                ".config/systemd/user/app.brimlo.autoclean.service",                            false, false               },
+        {"support folder", support.substr(0, support.size() - 1), true, true},
+        {"rules folder", support + "Rules", true, true},
+        {"journal", support + "journal.json", false, false},
+        {"lock", support + "journal.json.lock", false, false},
+        {"settings lock", support + "config.json.lock", false, false},
+        {"settings", support + "config.json", false, false},
+        {"rule", support + "Rules/custom.a.json", false, false},
+        {"job", ".config/systemd/user/app.brimlo.autoclean.service", false, false},
     };
     const std::string tool = write("tool", "#!/bin/sh\n");
     chmod(tool.c_str(), 0755);

@@ -114,16 +114,16 @@ protected:
         }
         const std::string kelvin = replaced(replaced(path, "K", "\u212A"), "k", "\u212A");
         const Shot shots[] = {
-            {"plain",            path         },
-            {"slash at the end", path + "//"  },
-            {"slashes",          replaced(path, "/", "//")},
-            {"dots",             replaced(path,                          "/", "/./") + "/."},
-            {"missing and up",folder + "/missing/../" + name},
-            {"itself and up",                  path + "/../" + name               },
-            {"from above",                  "/../.." + path                                       },
-            {"letter case",                  swapped    },
-            {"decomposed",                  replaced(path,"\u00E9", "e\u0301")},
-            {"compatible letter",                  kelvin               },
+            {"plain", path},
+            {"slash at the end", path + "//"},
+            {"slashes", replaced(path, "/", "//")},
+            {"dots", replaced(path, "/", "/./") + "/."},
+            {"missing and up", folder + "/missing/../" + name},
+            {"itself and up", path + "/../" + name},
+            {"from above", "/../.." + path},
+            {"letter case", swapped},
+            {"decomposed", replaced(path, "\u00E9", "e\u0301")},
+            {"compatible letter", kelvin},
         };
         return {std::begin(shots), std::end(shots)};
     }

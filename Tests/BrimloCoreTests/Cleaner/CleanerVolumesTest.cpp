@@ -199,7 +199,7 @@ protected:
     void fillUp() const {
         const int file = open(at("volume/filler").c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
         for (off_t size = std::uintmax_t{1} << 28U; size >= 1; size /= 2) {
-            struct stat status {};
+            struct stat status{};
             while (fstat(file, &status) == 0 && posix_fallocate(file, status.st_size, size) == 0) {
             }
         }
@@ -308,13 +308,13 @@ TEST_F(FullDiskTest, DeletesWithNoRoomLeft) {
 TEST_F(FullDiskTest, LeavesNothingHalfDoneWhateverIsFree) {
     constexpr std::uintmax_t kPage = 4'096;
     const auto leavePages = [&](std::uintmax_t pages) {
-        struct statvfs status {};
+        struct statvfs status{};
         statvfs(at("volume").c_str(), &status);
         write("volume/filler", std::string((status.f_bfree - pages) * kPage, 'f'));
     };
     const auto leaveInodes = [&](std::uintmax_t inodes) {
         makeFolder("volume/filler");
-        struct statvfs status {};
+        struct statvfs status{};
         statvfs(at("volume").c_str(), &status);
         for (std::uintmax_t i = inodes; i < status.f_ffree; ++i) {
             write("volume/filler/" + std::to_string(i), "");

@@ -107,7 +107,7 @@ protected:
     }
 
     static struct stat statusOf(const std::string& path) {
-        struct stat status {};
+        struct stat status{};
         EXPECT_EQ(lstat(path.c_str(), &status), 0) << path;
         return status;
     }

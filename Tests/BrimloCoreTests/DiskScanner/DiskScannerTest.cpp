@@ -17,7 +17,7 @@ namespace {
 namespace fs = std::filesystem;
 
 std::int64_t blocksOf(const std::string& path) {
-    struct stat status {};
+    struct stat status{};
     return lstat(path.c_str(), &status) == 0 ? std::int64_t{status.st_blocks} * 512 : -1;
 }
 

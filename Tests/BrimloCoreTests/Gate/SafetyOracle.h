@@ -198,7 +198,7 @@ public:
         std::vector<Ancestor> ancestors;
         std::string rest;
         for (Texts above = split(path); !above.empty(); above.pop_back()) {
-            struct stat here {};
+            struct stat here{};
             if ((rest.empty() ? lstat : stat)(joined(above).c_str(), &here) == 0) {
                 ancestors.push_back({here, rest});
             }
@@ -206,7 +206,7 @@ public:
         }
         Texts reasons;
         for (const Row& row : rows_) {
-            struct stat there {};
+            struct stat there{};
             if (stat(row.path.c_str(), &there) != 0) {
                 continue;
             }
@@ -316,7 +316,7 @@ private:
         unsigned kinds, const std::string& path, const std::string& text) const {
         const std::size_t depth = split(text).size();
         return anyRow(kinds, [&](const Row& row) {
-            struct stat status {};
+            struct stat status{};
             return isInside(row.lower, text) &&
                    lstat((path + behind(split(row.path), depth)).c_str(), &status) == 0;
         });

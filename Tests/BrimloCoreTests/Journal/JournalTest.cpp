@@ -75,17 +75,17 @@ TEST_F(JournalTest, WritesTheFieldsInOrderAndLeavesAbsentOnesOut) {
     EXPECT_FALSE(exists(corrupt_));
     const std::string id = R"("00112233-4455-6677-8899-AABBCCDDEEFF")";
     const std::pair<std::string, std::string> cases[] = {
-        {"",                                             ""                             },
-        {"trashPath=null",                               "trashPath="                   },
-        {"ruleID=null",                                  "ruleID="                      },
-        {"trashID=",                                     "trashID="                     },
-        {"batchID=",                                     "batchID=" + id                },
-        {"batchID=null",                                 "batchID=" + id                },
-        {R"(id="00112233-4455-6677-8899-aabbccddeeff")", ""                             },
-        {"size=3.0",                                     "size=3"                       },
-        {R"(size=1,"size":2)",                           "size=2"                       },
-        {R"(size=4096,"new":[1e400])",                   ""                             },
-        {R"(date="2026-03-01T10:30:00+01:00")",          ""                             },
+        {"",                                             ""                           },
+        {"trashPath=null",                               "trashPath="                 },
+        {"ruleID=null",                                  "ruleID="                    },
+        {"trashID=",                                     "trashID="                   },
+        {"batchID=",                                     "batchID=" + id              },
+        {"batchID=null",                                 "batchID=" + id              },
+        {R"(id="00112233-4455-6677-8899-aabbccddeeff")", ""                           },
+        {"size=3.0",                                     "size=3"                     },
+        {R"(size=1,"size":2)",                           "size=2"                     },
+        {R"(size=4096,"new":[1e400])",                   ""                           },
+        {R"(date="2026-03-01T10:30:00+01:00")",          ""                           },
         {R"(originalPath="\u0000\ud83d\ude00\/")",       R"(originalPath="\u0000😀/")"},
     };
     for (const auto& [before, after] : cases) {
@@ -165,12 +165,12 @@ TEST_F(JournalTest, KeepsADamagedDocumentAside) {
 
 TEST_F(JournalTest, AnyBytesInATextLeaveTheFileReadable) {
     const std::pair<std::string, std::string> cases[] = {
-        {"\"\\/\b\f\n\r\t\x01\x7F",  "\"\\/\b\f\n\r\t\x01\x7F" },
-        {"a\0b é😀\u2028\uFFFF"s, "a\0b é😀\u2028\uFFFF"s},
-        {"",                         ""                        },
-        {"/a\xFF/b",                 "/a\uFFFD/b"              },
-        {"\xC3",                     "\uFFFD"                  },
-        {"\xF0\x9F\x98",             "\uFFFD"                  },
+        {"\"\\/\b\f\n\r\t\x01\x7F", "\"\\/\b\f\n\r\t\x01\x7F"},
+        {"a\0b é😀\u2028\uFFFF"s,   "a\0b é😀\u2028\uFFFF"s  },
+        {"",                        ""                       },
+        {"/a\xFF/b",                "/a\uFFFD/b"             },
+        {"\xC3",                    "\uFFFD"                 },
+        {"\xF0\x9F\x98",            "\uFFFD"                 },
     };
     Texts expected;
     for (const auto& [text, kept] : cases) {

@@ -20,7 +20,7 @@ namespace fs = std::filesystem;
 using Lines = std::vector<std::string>;
 
 std::int64_t blocksOf(const fs::path& path) {
-    struct stat status {};
+    struct stat status{};
     return lstat(path.c_str(), &status) == 0 ? std::int64_t{status.st_blocks} * 512 : -1;
 }
 

@@ -7,9 +7,9 @@ namespace {
 
 TEST(FileUrlTest, EncodesPathsByteByByte) {
     const std::pair<std::string, std::string> cases[] = {
-        {"",             ""                           },
-        {"/a-b._~/C9",   "/a-b._~/C9"                 },
-        {"/a b%\n",      "/a%20b%25%0A"               },
+        {"",            ""                           },
+        {"/a-b._~/C9",  "/a-b._~/C9"                 },
+        {"/a b%\n",     "/a%20b%25%0A"               },
         {"é\xFF#?&+:@", "%C3%A9%FF%23%3F%26%2B%3A%40"},
     };
     for (const auto& [path, encoded] : cases) {

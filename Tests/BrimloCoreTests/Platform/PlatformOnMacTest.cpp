@@ -72,7 +72,7 @@ TEST_F(PlatformOnMacTest, ClonesAFile) {
 TEST_F(PlatformOnMacTest, TellsWhatTheSystemSays) {
     const auto capacity = Platform::volumeCapacity("/");
     ASSERT_TRUE(capacity);
-    struct statvfs status {};
+    struct statvfs status{};
     ASSERT_EQ(statvfs("/", &status), 0);
     EXPECT_EQ(
         capacity->total,

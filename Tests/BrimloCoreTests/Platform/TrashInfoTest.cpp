@@ -47,12 +47,12 @@ TEST(TrashInfoTest, ReadsTheNotesOfOthers) {
         Text entryID = std::nullopt;
     };
     const Case cases[] = {
-        {"keys in another order",   "[Trash Info]\nX-Brimlo-Entry=ID\nPath=/a\n", "/a",         "ID"},
+        {"keys in another order", "[Trash Info]\nX-Brimlo-Entry=ID\nPath=/a\n", "/a", "ID"},
         {"the first of two counts",
-         "Path=/a\nPath=/b\nX-Brimlo-Entry=1\nX-Brimlo-Entry=2\n",                "/a",
-         "1"                                                                                        },
-        {"cut escape",              "Path=/a%2\n",                                std::nullopt},
-        {"escaped NUL",          "Path=/a%00b\n",                          std::string("/a\0b",           4)    },
+         "Path=/a\nPath=/b\nX-Brimlo-Entry=1\nX-Brimlo-Entry=2\n", "/a",
+         "1"},
+        {"cut escape", "Path=/a%2\n", std::nullopt},
+        {"escaped NUL", "Path=/a%00b\n", std::string("/a\0b", 4)},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);

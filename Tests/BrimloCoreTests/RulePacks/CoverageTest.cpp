@@ -30,7 +30,7 @@ protected:
             .group = "A Tool Of Mine",
             .personas = {Persona::science, Persona::general},
             .risk = Risk::safe,
-            .paths = {"~/mine"               },
+            .paths = {"~/mine"},
             .regenerates = "It is made again.",
             .confidence = confidence,
         };
@@ -73,7 +73,7 @@ TEST_F(CoverageTest, CountsTheUsersRulesOnlyInTheirPlace) {
             .ruleCount = 1,
             .bestConfidence = confidence,
             .personas = {Persona::general, Persona::science},
-            .risks = {Risk::safe               },
+            .risks = {Risk::safe},
         };
         EXPECT_EQ(entry, expected);
         EXPECT_EQ(Coverage::supportWord(entry), supportWord);

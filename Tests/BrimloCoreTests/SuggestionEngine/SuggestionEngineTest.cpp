@@ -172,8 +172,8 @@ TEST_F(SuggestionEngineTest, TicksNothingWhileItsApplicationRuns) {
     save({
         .id = "custom.a",
         .risk = Risk::safe,
-        .paths = {"~/a"         },
-        .quitApps = { "Other App", "TestSleeper", "testSLEEPER"},
+        .paths = {"~/a"},
+        .quitApps = {"Other App", "TestSleeper", "testSLEEPER"},
     });
     EXPECT_EQ(generated(), (Texts{"custom.a safe", "  * a 0 -"}));
 

@@ -80,7 +80,7 @@ TEST_F(GlobTest, MatchesANameAsAWhole) {
 TEST_F(GlobTest, TheSupportFolderIsMadeForTheOwnerAlone) {
     const std::string support = at("Library/Application Support/Brimlo");
     EXPECT_EQ(StoragePaths::support(), support);
-    struct stat status {};
+    struct stat status{};
     ASSERT_EQ(stat(support.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777U, 0700U);
     setenv("HOME", write("file").c_str(), 1);

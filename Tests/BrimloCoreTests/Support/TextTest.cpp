@@ -25,7 +25,7 @@ TEST(TextTest, CountsWhatAReaderTakesForOneCharacter) {
 
 TEST(TextTest, ShowsNothingButText) {
     const std::pair<std::string, std::string> cases[] = {
-        {"a b é 😀",           "a b é 😀"                         },
+        {"a b é 😀",              "a b é 😀"                            },
         {"a\nb\t\x1B[31m\x7F\0"s, "a\uFFFDb\uFFFD\uFFFD[31m\uFFFD\uFFFD"},
         {"\u0085",                "\uFFFD"                              },
         {"a\xFFz",                "a\uFFFDz"                            },

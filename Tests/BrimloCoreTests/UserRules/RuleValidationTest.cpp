@@ -58,7 +58,7 @@ protected:
 };
 
 TEST_F(RuleValidationTest, JudgesTheTextsOfARule) {
-    const auto with = [](std::string CleanupRule::*field, std::string text) {
+    const auto with = [](std::string CleanupRule::* field, std::string text) {
         CleanupRule rule = goodRule();
         rule.*field = std::move(text);
         return rule;
@@ -147,7 +147,7 @@ TEST_F(RuleValidationTest, AsksForReviewWherePersonalFoldersAreSwept) {
     const Case cases[] = {
         {{"~/Music/*"},            Risk::review,  false, {},                      {stars}             },
         {{"~/Music/*"},            Risk::rebuild, false, {kMustBeReview},         {stars}             },
- // The contents of the folder itself are refused and warned of.
+        // The contents of the folder itself are refused and warned of.
         {{"~/Music"},              Risk::review,  true,  {folder},                {kRemovesEverything}},
         {{"~/Music"},              Risk::safe,    true,  {folder, kMustBeReview}, {kRemovesEverything}},
         {{"~/Music", "~/Desktop"}, Risk::review,  true,  {folder, other},         {kRemovesEverything}},

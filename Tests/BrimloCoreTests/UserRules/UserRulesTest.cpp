@@ -21,12 +21,12 @@ protected:
             .group = "Logs",
             .personas = {Persona::general, Persona::video},
             .risk = Risk::rebuild,
-            .paths = {"~/logs/*.log"               },
+            .paths = {"~/logs/*.log"},
             .regenerates = "The program writes new ones.",
             .officialCommand = "log \"clear\"",
             .quitApps = {"Logger"},
             .contentsOnly = true,
-            .excludes = {"keep*"               },
+            .excludes = {"keep*"},
             .minAgeDays = 30,
             .domain = "Custom rules",
             .confidence = Confidence::community,
@@ -157,12 +157,12 @@ TEST_F(UserRulesTest, RemovesARuleForGood) {
 TEST_F(UserRulesTest, MakesSlugsOfNames) {
     const std::pair<std::string, std::string> cases[] = {
         {"  Hello, World!  ", "hello-world"},
-        {std::string(39,      'a') + " b",   std::string(39, 'a') + "-"},
-        {"Caf\u00e9 \u00dcber",         "cafe-uber"                     },
-        {"\u65e5\u672c","rule"},
-        {"\U0001F389 Party \U0001F468\u200D\U0001F469\u200D\U0001F467!",              "party"                                   },
+        {std::string(39, 'a') + " b", std::string(39, 'a') + "-"},
+        {"Caf\u00e9 \u00dcber", "cafe-uber"},
+        {"\u65e5\u672c", "rule"},
+        {"\U0001F389 Party \U0001F468\u200D\U0001F469\u200D\U0001F467!", "party"},
         {"a\xff\xfe"
-         "b","a-b"},
+         "b", "a-b"},
     };
     for (const auto& [name, slug] : cases) {
         EXPECT_EQ(UserRules::slug(name), slug) << name;

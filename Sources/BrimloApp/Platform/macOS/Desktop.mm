@@ -35,7 +35,7 @@ void Desktop::reveal(
     @autoreleasepool {
         NSMutableArray<NSURL*>* const urls = [[NSMutableArray alloc] init];
         for (const std::string& path : paths) {
-            struct stat status {};
+            struct stat status{};
             const BOOL isDirectory = lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
             [urls addObject:Platform::fileUrl(path, isDirectory)];
         }

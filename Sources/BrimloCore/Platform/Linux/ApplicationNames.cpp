@@ -74,7 +74,7 @@ constexpr std::size_t kLongestFile = std::size_t{64} << 10U;
 /// because the root of a sandbox may hold anything.
 std::string contentOf(const fs::path& path) {
     const Descriptor file{open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC)};
-    struct stat status {};
+    struct stat status{};
     if (file.number() < 0 || fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) {
         return {};
     }
@@ -206,8 +206,7 @@ std::string_view behindLast(std::string_view text, char separator) {
 /// Adds a name, and the same with spaces for dashes: "lm-studio" is "LM Studio".
 void add(std::set<std::string>& names, std::string_view name) {
     std::string spaced{name};
-    std::ranges::replace_if(
-        spaced, [](char c) { return c == '-' || c == '_'; }, ' ');
+    std::ranges::replace_if(spaced, [](char c) { return c == '-' || c == '_'; }, ' ');
     names.insert(std::move(spaced));
     names.emplace(name);
 }

@@ -45,8 +45,8 @@ void copyAttributes(int from, int to) {
 /// Copies all but the bytes. The mode comes after the owner, because chown(2) clears mode bits.
 void copyDescription(int from, int to) {
     copyAttributes(from, to);
-    struct stat giver {};
-    struct stat taker {};
+    struct stat giver{};
+    struct stat taker{};
     if (fstat(from, &giver) != 0) {
         return;
     }

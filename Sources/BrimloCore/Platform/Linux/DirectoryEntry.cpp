@@ -29,7 +29,7 @@ bool complete(int descriptor, DirectoryEntry& entry, unsigned char type, EntryDe
     if (entry.isDirectory || (detail == EntryDetail::kind && type != DT_UNKNOWN)) {
         return true;
     }
-    struct statx status {};
+    struct statx status{};
     const unsigned mask = STATX_TYPE | STATX_BLOCKS | STATX_NLINK | STATX_INO;
     if (statx(descriptor, entry.name, kStatFlags, mask, &status) != 0) {
         return false;
@@ -73,7 +73,7 @@ bool readDirectory(
 }
 
 std::optional<EntryStatus> entryStatus(int folder, const char* path) {
-    struct statx status {};
+    struct statx status{};
     if (statx(folder, path, kStatFlags, kStatusMask, &status) != 0) {
         return std::nullopt;
     }

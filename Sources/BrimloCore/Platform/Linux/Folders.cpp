@@ -52,7 +52,7 @@ int openFolderBelow(int folder, const std::string& below) {
 }
 
 std::uint64_t mountID(int descriptor) {
-    struct statx status {};
+    struct statx status{};
     const bool isKnown = statx(descriptor, "", AT_EMPTY_PATH, STATX_MNT_ID, &status) == 0 &&
                          (status.stx_mask & STATX_MNT_ID) != 0;
     return isKnown ? status.stx_mnt_id : 0;

@@ -35,7 +35,7 @@ std::unexpected<Error> failure() {
 
 /// Whether this user may move the item out of the folder, checked before anything is written.
 std::expected<void, Error> mayLeave(int folder, const struct stat& item) {
-    struct stat status {};
+    struct stat status{};
     if (fstat(folder, &status) != 0 || faccessat(folder, ".", W_OK | X_OK, AT_EACCESS) != 0) {
         return errno == EROFS ? failure() : refuse(EACCES, "no permission to change its folder");
     }
@@ -89,7 +89,7 @@ std::expected<void, Error> TrashMove::State::find(const Request& request) {
     }
     folder = *std::move(opened);
     const Descriptor item{openat(folder.number(), name.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC)};
-    struct stat status {};
+    struct stat status{};
     if (!item || fstat(item.number(), &status) != 0) {
         return failure();
     }
@@ -142,7 +142,7 @@ std::expected<void, Error> TrashMove::State::writeNoteAs(
         return failure();
     }
     trashName = candidate;  // From here on the trashinfo file is removed with this object.
-    struct stat status {};
+    struct stat status{};
     if (fstatat(trash.files.number(), candidate.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0) {
         // An item without trashinfo file has this name, and keeps it.
         unlinkat(trash.info.number(), note.c_str(), 0);
@@ -196,7 +196,7 @@ std::expected<TrashedItem, Error> TrashMove::commit() {
         return failure();
     }
     TrashedItem item{.path = state_->destination, .warning = std::nullopt};
-    struct stat status {};
+    struct stat status{};
     if (fstatat(files, trashName, &status, AT_SYMLINK_NOFOLLOW) != 0 ||
         identityOf(status) != state_->identity) {
         // Another item took the name in the last moment.

@@ -86,8 +86,8 @@ std::expected<Descriptor, Error> openPrivate(int parent, const std::string& name
         reason = errno;
     }
     Descriptor folder{openat(parent, name.c_str(), kOpenFlags)};
-    struct stat status {};
-    struct stat around {};
+    struct stat status{};
+    struct stat around{};
     if (folder && fstat(folder.number(), &status) == 0 && fstat(parent, &around) == 0) {
         if (isPrivate(status, around.st_uid == geteuid() ? around.st_mode : 0777)) {
             return folder;
@@ -143,7 +143,7 @@ std::expected<TrashFolder, Error> openTopTrash(const std::string& top) {
     const std::string base = top == "/" ? "" : top;
     const std::string user = std::to_string(getuid());
     const Descriptor shared{openat(topFolder.number(), ".Trash", kOpenFlags)};
-    struct stat status {};
+    struct stat status{};
     // The owner of a folder can rename its entries, whatever its mode.
     const bool isTrusted = shared && fstat(shared.number(), &status) == 0 &&
                            (status.st_uid == 0 || status.st_uid == geteuid()) &&
@@ -208,7 +208,7 @@ std::expected<TrashFolder, Error> TrashFolder::holding(const std::string& itemPa
         path.lexically_normal() != path || path.parent_path().filename() != "files") {
         return noTrash();
     }
-    struct stat status {};
+    struct stat status{};
     const bool isThere = lstat(trash.c_str(), &status) == 0;
     if (const auto top = topOf(trash)) {
         const Descriptor folder{open(trash.c_str(), kOpenFlags)};
@@ -226,7 +226,7 @@ std::expected<TrashFolder, Error> TrashFolder::holding(const std::string& itemPa
     }
     // The home folder may have been spelled differently at the time, so compare the folders.
     auto home = openHomeTrash(Missing::left);
-    struct stat ours {};
+    struct stat ours{};
     if (home && isThere && fstatat(home->files.number(), "..", &ours, 0) == 0 &&
         identityOf(ours) != identityOf(status)) {
         return noTrash();
@@ -235,10 +235,10 @@ std::expected<TrashFolder, Error> TrashFolder::holding(const std::string& itemPa
 }
 
 bool TrashFolder::holds(int folder) const {
-    struct stat wanted {};
+    struct stat wanted{};
     const bool isKnown = fstat(folder, &wanted) == 0;
     return isKnown && std::ranges::any_of(std::array{".", "..", "../info"}, [&](const char* name) {
-               struct stat status {};
+               struct stat status{};
                return fstatat(files.number(), name, &status, AT_SYMLINK_NOFOLLOW) == 0 &&
                       identityOf(status) == identityOf(wanted);
            });

@@ -64,7 +64,7 @@ struct Item {
     /// Whether the item is gone and its trashinfo file too old for a clean that is still running.
     [[nodiscard]] bool hasStrayInfo() const {
         constexpr std::time_t kDay = 86'400;
-        struct stat status {};
+        struct stat status{};
         const int info = trash.info.number();
         const bool isOld = fstatat(info, infoName().c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
                            status.st_mtim.tv_sec <= std::time(nullptr) - kDay;
@@ -108,7 +108,7 @@ std::string nameAside(pid_t process, const FileIdentity& identity) {
 /// The identity of a leftover of a deletion whose process died; nullopt for anything else.
 std::optional<FileIdentity> leftover(int folder, const std::string& name) {
     pid_t process = 0;
-    struct stat status {};
+    struct stat status{};
     const char* digits = name.data() + std::min(name.find('-') + 1, name.size());
     std::from_chars(digits, name.data() + name.size(), process);
     const bool isLeft = process > 0 && kill(process, 0) != 0 && errno == ESRCH &&
@@ -130,7 +130,7 @@ std::expected<FileIdentity, Error> find(
     // Most items of a long journal are gone. Two calls show that where the folder still exists;
     // opening and checking the Trash takes twenty.
     const fs::path path{trashPath};
-    struct stat none {};
+    struct stat none{};
     if (lstat(path.c_str(), &none) != 0 && errno == ENOENT &&
         lstat(path.parent_path().c_str(), &none) == 0) {
         return failure(ENOENT);
@@ -139,7 +139,7 @@ std::expected<FileIdentity, Error> find(
     if (!item) {
         return std::unexpected(item.error());
     }
-    struct stat status {};
+    struct stat status{};
     const int files = item->trash.files.number();
     if (fstatat(files, item->name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) {
         return failure();
@@ -195,7 +195,7 @@ std::expected<void, Error> putBack(
     if (renameat2(files, trashName, target.number(), name.c_str(), RENAME_NOREPLACE) != 0) {
         return failure();
     }
-    struct stat status {};
+    struct stat status{};
     if (fstatat(target.number(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
         identityOf(status) != identity) {
         // Another item took its name in the last moment.

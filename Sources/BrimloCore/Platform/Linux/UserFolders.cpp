@@ -75,7 +75,7 @@ std::optional<std::string> folderOf(std::string_view line, const std::string& ho
 std::string beginningOf(const std::string& path) {
     constexpr std::size_t kLongest = 65'536;
     const Descriptor file{open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC)};
-    struct stat status {};
+    struct stat status{};
     std::string text(kLongest, '\0');
     const bool isFile = file && fstat(file.number(), &status) == 0 && S_ISREG(status.st_mode);
     const ssize_t length = isFile ? read(file.number(), text.data(), text.size()) : 0;

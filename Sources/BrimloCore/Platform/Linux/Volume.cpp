@@ -10,7 +10,7 @@
 namespace Brimlo::Platform {
 
 std::optional<VolumeCapacity> volumeCapacity(const std::string& path) {
-    struct statvfs status {};
+    struct statvfs status{};
     if (statvfs(path.c_str(), &status) != 0) {
         return std::nullopt;
     }

@@ -48,8 +48,8 @@ void syncFolder(int folder) {
 }
 
 void copyTimesAndMode(int giver, int taker) {
-    struct stat given {};
-    struct stat taken {};
+    struct stat given{};
+    struct stat taken{};
     if (fstat(giver, &given) != 0 || fstat(taker, &taken) != 0) {
         return;
     }

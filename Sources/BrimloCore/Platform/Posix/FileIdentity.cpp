@@ -11,7 +11,7 @@ std::string FileIdentity::text() const {
 }
 
 std::optional<FileIdentity> FileIdentity::of(const std::string& path) {
-    struct stat status {};
+    struct stat status{};
     if (path.contains('\0') || lstat(path.c_str(), &status) != 0) {
         return std::nullopt;
     }
@@ -19,7 +19,7 @@ std::optional<FileIdentity> FileIdentity::of(const std::string& path) {
 }
 
 std::optional<FileVersion> FileVersion::of(int file) {
-    struct stat status {};
+    struct stat status{};
     if (fstat(file, &status) != 0 || !S_ISREG(status.st_mode)) {
         return std::nullopt;
     }

@@ -91,7 +91,7 @@ private:
     std::expected<void, Error> enter(
         int parent, const std::string& name, const FileIdentity* expected) {
         Descriptor folder = openForRemoval(parent, name);
-        struct stat status {};
+        struct stat status{};
         if (!folder || fstat(folder.number(), &status) != 0) {
             return failure();
         }
@@ -131,7 +131,7 @@ private:
         if (!levels_.empty()) {
             folder_ = Descriptor{openat(folder_.number(), "..", kReadFlags)};
             above = folder_.number();
-            struct stat status {};
+            struct stat status{};
             if (!folder_ || fstat(above, &status) != 0) {
                 return failure();
             }
@@ -171,7 +171,7 @@ std::expected<Descriptor, Error> openFolder(std::string_view path) {
 
 std::expected<void, Error> removeTree(
     int parent, const std::string& name, const FileIdentity& identity) {
-    struct stat status {};
+    struct stat status{};
     if (fstatat(parent, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) {
         return failure();
     }

@@ -70,7 +70,7 @@ bool readDirectory(
 }
 
 std::optional<EntryStatus> entryStatus(int folder, const char* path) {
-    struct stat status {};
+    struct stat status{};
     if (fstatat(folder, path, &status, AT_SYMLINK_NOFOLLOW) != 0) {
         return std::nullopt;
     }

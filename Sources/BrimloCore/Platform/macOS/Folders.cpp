@@ -10,7 +10,7 @@ int openFolderBelow(int folder, const std::string& below) {
 }
 
 std::uint64_t mountID(int descriptor) {
-    struct stat status {};
+    struct stat status{};
     return fstat(descriptor, &status) == 0 ? static_cast<std::uint32_t>(status.st_dev) : 0;
 }
 

@@ -13,8 +13,8 @@ namespace Brimlo::Platform {
 namespace {
 
 bool isSame(const char* path, const char* other) {
-    struct stat status {};
-    struct stat otherStatus {};
+    struct stat status{};
+    struct stat otherStatus{};
     return stat(path, &status) == 0 && stat(other, &otherStatus) == 0 &&
            identityOf(status) == identityOf(otherStatus);
 }

@@ -83,8 +83,8 @@ struct TrashMove::State {
 
 /// Checks that the item is the one that was judged.
 std::expected<void, Error> TrashMove::State::find() {
-    struct stat status {};
-    struct stat around {};
+    struct stat status{};
+    struct stat around{};
     if (fstatat(folder.number(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0 ||
         fstat(folder.number(), &around) != 0) {
         return failure();

@@ -57,7 +57,7 @@ std::expected<void, Error> moveByFoundation(
         return failure(EXDEV);
     }
     @autoreleasepool {
-        struct stat status {};
+        struct stat status{};
         const BOOL isDirectory = lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
         NSError* error = nil;
         if (![NSFileManager.defaultManager moveItemAtURL:fileUrl(path, isDirectory)
@@ -78,7 +78,7 @@ std::expected<FileIdentity, Error> find(
     if (trashPath.contains('\0') || !isInATrash(trashPath)) {
         return failure(ENOENT);
     }
-    struct stat status {};
+    struct stat status{};
     if (lstat(trashPath.c_str(), &status) != 0) {
         return failure();
     }
@@ -103,7 +103,7 @@ std::expected<void, Error> putBack(
     }
     const int from = trash.folder->number();
     const int to = target.folder->number();
-    struct stat status {};
+    struct stat status{};
     if (fstatat(from, trash.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) {
         return failure();
     }
