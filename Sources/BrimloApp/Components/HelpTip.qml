@@ -12,6 +12,7 @@ Item {
         active: tip.shown && tip.text !== ""
 
         // A loader of Qt 6.4 can't create a bound component.
+        // qmllint disable unqualified
         sourceComponent: T.ToolTip {
             parent: tip.parent
             visible: true

@@ -168,7 +168,7 @@ Screen {
         Binding {
             target: picker
             property: "currentIndex"
-            value: AppModel.smartClean.rows.audiences.findIndex(audience => audience.id === AppModel.smartClean.rows.audience)
+            value: picker.model.findIndex(audience => audience.id === AppModel.smartClean.rows.audience)
         }
     }
 }
