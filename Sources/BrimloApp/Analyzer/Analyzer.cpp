@@ -35,6 +35,12 @@ std::shared_ptr<FileNode> nodeOf(std::string_view path, std::shared_ptr<FileNode
     return top;
 }
 
+void removeNode(std::string_view path, const std::shared_ptr<FileNode>& top) {
+    if (const auto node = nodeOf(path, top)) {
+        node->remove();
+    }
+}
+
 /// Whether `node` is `root` or below it.
 bool isInTree(const FileNode* node, const FileNode* root) {
     while (node != nullptr && node != root) {
@@ -99,9 +105,10 @@ void Analyzer::scan() {
             if (control->isCancelled()) {
                 releaseInBackground(std::move(scanned.root));
             } else {
+                for (const std::string& path : went) {
+                    removeNode(path, scanned.root);
+                }
                 analyzer.setTree(std::move(scanned.root));
-                std::ranges::for_each(
-                    went, [&](const std::string& path) { analyzer.removeNode(path); });
                 if (auto folder = nodeOf(reopened, analyzer.root_)) {
                     analyzer.setCurrent(std::move(folder));
                 }
@@ -191,7 +198,7 @@ void Analyzer::forget(const std::vector<Node>& nodes) {
         if (isInTree(node.get(), root_.get())) {
             node->remove();
         } else {
-            removeNode(node->path);
+            removeNode(node->path, root_);
         }
         if (isScanning_) {
             wentMeanwhile_.insert(node->path);
@@ -201,12 +208,6 @@ void Analyzer::forget(const std::vector<Node>& nodes) {
         setCurrent(root_);
     }
     Q_EMIT nodesWent();
-}
-
-void Analyzer::removeNode(const std::string& path) {
-    if (const auto node = nodeOf(path, root_)) {
-        node->remove();
-    }
 }
 
 void Analyzer::setAnalyzerMode(int mode) {

@@ -108,8 +108,6 @@ Q_SIGNALS:
     void analyzerModeChanged();
 
 private:
-    void removeNode(const std::string& path);
-
     AppModel& app_;
     std::string scanRoot_;
     bool isScanning_ = false;
