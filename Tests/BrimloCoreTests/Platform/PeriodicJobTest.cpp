@@ -37,8 +37,8 @@ TEST(PeriodicJobTest, DefinesTheJob) {
     const std::string session = "gui/" + std::to_string(getuid());
     const PeriodicJob::Command stop{"/bin/launchctl", "bootout", session + "/app.brimlo.autoclean"};
     const PeriodicJob::Command start{"/bin/launchctl", "bootstrap", session, path};
-    EXPECT_EQ(job.commands(Moment::beforeChange), std::vector{stop});
-    EXPECT_EQ(job.commands(Moment::afterWriting), std::vector{start});
+    EXPECT_EQ(job.commands(Moment::beforeChange), std::vector<PeriodicJob::Command>{stop});
+    EXPECT_EQ(job.commands(Moment::afterWriting), std::vector<PeriodicJob::Command>{start});
     EXPECT_EQ(job.commands(Moment::afterRemoving), std::vector<PeriodicJob::Command>{});
     for (const char* const bad : {"/a\nb", "/a\x7f", "/\x01", "/\xff"}) {
         EXPECT_FALSE(job.files({.arguments = {bad}, .log = "/l"})) << bad;
