@@ -1,7 +1,5 @@
 #include "BrimloApp/Platform/macOS/AppleScript.h"
 
-#include "BrimloCore/Shell/Shell.h"
-
 #include <gtest/gtest.h>
 
 #include <string>
@@ -43,21 +41,6 @@ TEST(AppleScriptTest, HandsEveryCharacterToTheShell) {
         EXPECT_TRUE(source.starts_with(kBefore));
         EXPECT_EQ(heard(source), command);
     }
-}
-
-TEST(AppleScriptTest, LeavesWordsOfTheShellWhole) {
-    const std::string path = R"(/Applications/It's "mine" \ $(echo x) `y`.app/brimlo)";
-    std::string word = "'";
-    for (const char c : path) {
-        word += c == '\'' ? R"('\'')" : std::string(1, c);
-    }
-    const auto printed = Shell::run({
-        .executable = "/bin/sh",
-        .arguments = {"-c", heard(AppleScript::asAdministrator("printf %s " + word + "'"))},
-        .timeoutSeconds = 20,
-    });
-    ASSERT_TRUE(printed);
-    EXPECT_EQ(printed->out, path);
 }
 
 TEST(AppleScriptTest, TellsARefusalFromAFailure) {
