@@ -124,16 +124,6 @@ TEST_F(RulesViewTest, ImportsAndExports) {
     waitToSee(model().banner());
 }
 
-TEST_F(RulesViewTest, SearchesAndSaysWhenNothingFits) {
-    open(Section::Rules);
-    click(kField, "Search rules");
-    type("zzz");
-    waitToSee("No Results for “zzz”");
-    EXPECT_TRUE(sees("0 custom rules"));
-    key(Qt::Key_Escape);
-    EXPECT_FALSE(sees("No Results for “zzz”"));
-}
-
 TEST_F(RulesViewTest, KeepsTheEditorSaneWhenTheRuleGoesAway) {
     open(Section::Rules);
     writeRule("Mine");
