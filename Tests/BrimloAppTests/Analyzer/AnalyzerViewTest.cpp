@@ -11,8 +11,6 @@
 #include <QtTest/QTest>
 #include <gmock/gmock.h>
 
-#include <filesystem>
-
 namespace Brimlo {
 namespace {
 
@@ -67,11 +65,6 @@ TEST_F(AnalyzerViewTest, ShowsTheFirstStateThatHolds) {
     finish();
     EXPECT_THAT(rows(), SizeIs(4));
     EXPECT_FALSE(sees("See exactly what is using your disk."));
-    for (const int mode : {7, 1, 0}) {
-        model().analyzer()->setAnalyzerMode(mode);
-        EXPECT_EQ(find(QAccessible::Graphic, "Treemap") != nullptr, mode != 0);
-        EXPECT_EQ(rows().empty(), mode != 0);
-    }
     // A scan hides the tree, and one that is cancelled leaves nothing.
     {
         const Testing::HeldWork held;
@@ -81,46 +74,27 @@ TEST_F(AnalyzerViewTest, ShowsTheFirstStateThatHolds) {
     }
     finish();
     EXPECT_TRUE(sees("See exactly what is using your disk."));
-    for (const char* const button : {"Scan home folder", "Scan System disk"}) {
-        {
-            const Testing::HeldWork held;
-            press(button);
-            EXPECT_TRUE(model().analyzer()->isScanning());
-            EXPECT_EQ(
-                model().analyzer()->scanRoot(),
-                std::string_view{button} == "Scan home folder" ? home() : "/");
-            key(Qt::Key_Escape);
-        }
-        finish();
-        EXPECT_FALSE(model().analyzer()->hasTree());
+    {
+        const Testing::HeldWork held;
+        press("Scan System disk");
+        EXPECT_EQ(model().analyzer()->scanRoot(), "/");
+        key(Qt::Key_Escape);
     }
+    finish();
+    EXPECT_FALSE(model().analyzer()->hasTree());
 }
 
 TEST_F(AnalyzerViewTest, SetsTheFolderByItsMenuWithoutAScan) {
     model().analyzer()->setScanRoot(at("tree"));
     open(Section::Analyzer);
-    struct Case {
-        const char* entry;
-        std::string root;
-    };
-    const Case cases[] = {
-        {"System disk",    "/"       },
-        {"Home folder",    home()    },
-        {"Choose folder…", at("tree")},
-    };
-    for (const Case& c : cases) {
-        press(QString::fromStdString(
-            std::filesystem::path{model().analyzer()->scanRoot()}.filename().string() == ""
-                ? "/"
-                : std::filesystem::path{model().analyzer()->scanRoot()}.filename()));
-        choose(c.entry);
-        if (c.root == at("tree")) {
-            answerPanel(at("tree"));
-        }
-        await([&] { return model().analyzer()->scanRoot() == c.root; }, c.entry);
-        await([&] { return !sees("Choose folder…"); }, "the end of the menu");
-        EXPECT_FALSE(model().analyzer()->isScanning());
-    }
+    press("tree");
+    choose("System disk");
+    await([&] { return model().analyzer()->scanRoot() == "/"; }, "the disk");
+    press("/");
+    choose("Choose folder…");
+    answerPanel(at("tree"));
+    await([&] { return model().analyzer()->scanRoot() == at("tree"); }, "the folder");
+    EXPECT_FALSE(model().analyzer()->isScanning());
     press("Scan");
     finish();
     EXPECT_TRUE(model().analyzer()->hasTree());
@@ -128,17 +102,12 @@ TEST_F(AnalyzerViewTest, SetsTheFolderByItsMenuWithoutAScan) {
 
 TEST_F(AnalyzerViewTest, SortsByMenuColumnAndDirection) {
     openScanned();
-    for (const char* const entry : {"Name", "Modified", "Items", "Size"}) {
-        press("Sort by");
-        choose(entry);
-        await([&] { return model().analyzer()->rows()->sortKey() == entry; }, entry);
-        await([&] { return find(QAccessible::MenuItem, entry) == nullptr; }, "its end");
-        press("Sort by");
-        await([&] { return find(QAccessible::MenuItem, entry) != nullptr; }, "the menu");
-        EXPECT_TRUE(find(QAccessible::MenuItem, entry)->property("checked").toBool());
-        key(Qt::Key_Escape);
-        await([&] { return find(QAccessible::MenuItem, entry) == nullptr; }, "its end");
-    }
+    press("Sort by");
+    choose("Items");
+    await([&] { return model().analyzer()->rows()->sortKey() == "Items"; }, "the order");
+    press("Sort by");
+    choose("Size");
+    await([&] { return model().analyzer()->rows()->sortKey() == "Size"; }, "the order");
     press("Reverse order");
     EXPECT_TRUE(model().analyzer()->rows()->ascending());
     EXPECT_LT(row("empty, *").y(), row("large, *").y());
