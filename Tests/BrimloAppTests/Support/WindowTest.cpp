@@ -159,11 +159,6 @@ std::vector<QQuickItem*> WindowTest::popups() const {
     return open;
 }
 
-bool WindowTest::isTipShown() const {
-    return std::ranges::any_of(
-        popups(), [](auto* each) { return interfaceOf(*each)->role() == QAccessible::ToolTip; });
-}
-
 QAccessibleInterface* WindowTest::scope() const {
     QAccessibleInterface* scope = interfaceOf(*window_);
     for (QQuickItem* const popup : popups()) {

@@ -74,9 +74,6 @@ protected:
     void expectLaidOut(LayoutAudit::Elision elision = LayoutAudit::Elision::ofPaths);
     void expectReadable();
 
-    /// Whether a tooltip is shown.
-    [[nodiscard]] bool isTipShown() const;
-
     /// Drops files on a place of the window; whether they were taken.
     bool drop(const std::vector<std::string>& paths, QPointF at);
 
