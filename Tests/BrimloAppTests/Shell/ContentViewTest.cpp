@@ -60,36 +60,35 @@ TEST_F(ContentViewTest, OpensEachSectionByItsKeysItsRowAndTheMenu) {
 TEST_F(ContentViewTest, RescansWhatIsShownByKeysAndMenu) {
     model().analyzer()->setScanRoot(makeFolder("tree"));
     open();
-    struct Case {
-        Section section;
-        bool (*hasBegun)(const AppModel& model);
-    };
     const auto isSuggesting = [](const AppModel& it) { return it.smartClean()->isSuggesting(); };
-    const Case cases[] = {
+    const std::pair<Section, bool (*)(const AppModel&)> cases[] = {
         {Section::Overview,   isSuggesting                                                     },
         {Section::Clean,      isSuggesting                                                     },
         {Section::LargeFiles, [](const AppModel& it) { return it.largeFiles()->isSearching(); }},
         {Section::Duplicates, [](const AppModel& it) { return it.duplicates()->isSearching(); }},
         {Section::Analyzer,   [](const AppModel& it) { return it.analyzer()->isScanning(); }   },
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(static_cast<int>(c.section));
-        model().setSection(c.section);
+    for (const auto& [section, hasBegun] : cases) {
+        SCOPED_TRACE(static_cast<int>(section));
+        model().setSection(section);
         finish();
         {
             const Testing::HeldWork held;
             key(Qt::Key_R, Qt::ControlModifier);
-            EXPECT_TRUE(c.hasBegun(model()));
-            EXPECT_EQ(model().analyzer()->isScanning(), c.section == Section::Analyzer);
+            EXPECT_TRUE(hasBegun(model()));
+            EXPECT_EQ(model().analyzer()->isScanning(), section == Section::Analyzer);
         }
         finish();
     }
+    const auto before = model().analyzer()->root();
     press("Menu");
     const QQuickItem* const updates = find(QAccessible::MenuItem, "Check for Updates…");
     ASSERT_NE(updates, nullptr);
     EXPECT_FALSE(updates->isEnabled()) << "this build has no feed";
     choose("Rescan");
-    await([&] { return model().analyzer()->isScanning(); }, "another scan");
+    await(
+        [&] { return model().analyzer()->hasTree() && model().analyzer()->root() != before; },
+        "another scan");
     finish();
     key(Qt::Key_Q, Qt::ControlModifier);
     await([&] { return !window().isVisible(); }, "the effect");
@@ -99,11 +98,9 @@ TEST_F(ContentViewTest, ShowsWorkAndMessagesAboveTheScreen) {
     open();
     EXPECT_FALSE(sees("Dismiss"));
     model().setBanner("Something happened.");
-    EXPECT_EQ(clock.waiting(), 2U) << "the hour of auto-clean, and the banner's time";
     waitToSee("Something happened.");
     press("Dismiss");
     EXPECT_TRUE(model().banner().isEmpty());
-    EXPECT_EQ(clock.waiting(), 1U);
     await([&] { return !sees("Something happened."); }, "its end");
 
     fillTrash();
@@ -163,12 +160,13 @@ TEST_F(ContentViewTest, LeadsFromTheOverviewToWhatCanGo) {
 
 TEST_F(ContentViewTest, AsksOnceAboutTheCommandLineTool) {
     bundleTool();
+    writeProgram("pkexec", "exec \"$@\"");
     open();
     waitToSee("Use Brimlo from the terminal?");
     expectLaidOut();
-    press("Not Now");
+    press("Install");
     await([&] { return !sees("Use Brimlo from the terminal?"); }, "the effect");
-    EXPECT_FALSE(exists(at("bin/brimlo")));
+    EXPECT_TRUE(exists(at("bin/brimlo")));
     close();
     open();
     EXPECT_FALSE(sees("Use Brimlo from the terminal?"));

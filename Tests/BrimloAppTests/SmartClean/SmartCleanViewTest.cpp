@@ -2,7 +2,6 @@
 #include "BrimloApp/Review/Cleanup.h"
 #include "BrimloApp/SmartClean/SmartClean.h"
 #include "BrimloAppTests/Support/WindowTest.h"
-#include "BrimloCore/UserRules/UserRules.h"
 
 #include <gmock/gmock.h>
 
@@ -18,61 +17,24 @@ using testing::IsEmpty;
 constexpr auto kRow = QAccessible::ListItem;
 constexpr auto kTick = QAccessible::CheckBox;
 
-/// A home with two caches of one safe rule, one of a rule whose app "runs" (this very program) and
-/// that only video people have, one item to review, and one image of a Docker that is not there.
 class SmartCleanViewTest : public Testing::WindowTest {
 protected:
-    void addRules() const {
-        addRule(
-            {.id = "custom.caches",
-             .name = "Caches",
-             .paths = {"~/caches/*"},
-             .risk = Risk::safe,
-             .officialCommand = "tidy --all",
-             .personas = {Persona::general}});
-        addRule(
-            {.id = "custom.running",
-             .name = "Running",
-             .group = "Group",
-             .paths = {"~/running/*"},
-             .risk = Risk::rebuild,
-             .quitApps = {"WindowTests"},
-             .personas = {Persona::video}});
-        addRule(
-            {.id = "custom.mine",
-             .name = "Mine",
-             .paths = {"~/mine/*"},
-             .risk = Risk::review,
-             .personas = {Persona::general}});
-        write("caches/large/data", std::string(200'000, 'a'));
-        write("caches/small/data", std::string(90'000, 'a'));
-        write("running/data", std::string(50'000, 'a'));
-        write("mine/data", std::string(10'000, 'a'));
-    }
-
-    static void addRule(UserRules::Draft draft) {
-        draft.regenerates = "It comes back.";
-        ASSERT_TRUE(
-            UserRules::save(UserRules::make(std::move(draft)), UserRules::defaultDirectory()));
-    }
-
     /// An engine with one image of so many gigabytes that nothing uses.
     void installDocker(const std::string& size) const {
         const std::string image =
             R"({"ID":"sha256:abc","Repository":"builder","Tag":"1","Containers":"0","Size":")" +
             size + R"(","UniqueSize":")" + size + R"("})";
-        write(
+        writeProgram(
             "docker",
-            "#!/bin/sh\ncase \"$*\" in 'context show') echo default;; info*) echo 28;;\n"
+            "case \"$*\" in 'context show') echo default;; info*) echo 28;;\n"
             "'system df -v --format json') echo '{\"Images\":[" +
                 image +
                 "]}';;\n"
-                "rmi*) touch \"$HOME/removed\";; esac\n");
-        std::filesystem::permissions(at("docker"), std::filesystem::perms::owner_all);
+                "rmi*) touch \"$HOME/removed\";; esac");
     }
 
     void openScanned(const QSize size = {1000, 660}) {
-        addRules();
+        addSampleRules();
         open(Section::Clean, size);
         ASSERT_FALSE(model().smartClean()->suggestions().empty());
     }
@@ -99,7 +61,7 @@ TEST_F(SmartCleanViewTest, ShowsTheFirstStateThatHolds) {
     open(Section::Clean);
     EXPECT_THAT(seen(states), ElementsAre(empty));
     EXPECT_TRUE(sees("Press Rescan to find cleanable items."));
-    addRules();
+    addSampleRules();
     {
         const Testing::HeldWork held;
         press("Rescan");
@@ -149,9 +111,6 @@ TEST_F(SmartCleanViewTest, TicksByBoxAndKeyAndByTheToolbar) {
     openScanned({1000, 900});
     EXPECT_THAT(planned(), ElementsAre("caches/large", "caches/small"));
     EXPECT_TRUE(sees("2 items"));
-    setTheme("fontScale", 1.5);
-    EXPECT_LT(window().height() - middle(get(QAccessible::Button, "Preview")).y(), 70);
-    setTheme("fontScale", 1.0);
     clickAt(box("Caches, *"));
     EXPECT_THAT(planned(), IsEmpty());
     EXPECT_FALSE(isEnabled("Preview"));
@@ -164,7 +123,6 @@ TEST_F(SmartCleanViewTest, TicksByBoxAndKeyAndByTheToolbar) {
     click(kRow, "Caches, *");  // Beside the box it unfolds.
     EXPECT_TRUE(sees("It comes back."));
     EXPECT_TRUE(sees("Goes to Trash. It can be regenerated."));
-    EXPECT_TRUE(sees("Official command:"));
     click(kTick, QString::fromStdString(at("caches/large")));
     EXPECT_THAT(planned(), ElementsAre("caches/small"));
     const QQuickItem* const group = find(kTick, "Select all items in this group");
@@ -177,7 +135,6 @@ TEST_F(SmartCleanViewTest, TicksByBoxAndKeyAndByTheToolbar) {
     click(kRow, "Video");
     EXPECT_EQ(model().smartClean()->rows()->audience(), "video");
     EXPECT_TRUE(sees("Close WindowTests first"));
-    EXPECT_TRUE(sees("Comes back after a rebuild or re-download"));
 }
 
 TEST_F(SmartCleanViewTest, PreviewsWithoutAWayToClean) {
@@ -189,9 +146,6 @@ TEST_F(SmartCleanViewTest, PreviewsWithoutAWayToClean) {
     EXPECT_EQ(find(QAccessible::Button, "Clean *"), nullptr);
     key(Qt::Key_Return);
     await([&] { return !sees("Preview: nothing will change"); }, "its end");
-    press("Preview");
-    waitToSee("Preview: nothing will change");
-    press("Close");
     EXPECT_FALSE(model().cleanup()->isCleaning());
     EXPECT_THAT(model().history()->journal(), IsEmpty());
 }
@@ -210,7 +164,6 @@ TEST_F(SmartCleanViewTest, TellsDockersItemsFromThoseThatCanComeBack) {
     waitToSee("Docker · permanent");
     EXPECT_TRUE(sees("builder:1*"));
     EXPECT_TRUE(sees("5 PB Freed immediately"));
-    EXPECT_TRUE(sees("0 bytes Freed after emptying Trash"));
     EXPECT_FALSE(sees("Trash"));
     EXPECT_TRUE(sees("What Docker holds goes for good and cannot be put back."));
     press("Clean 5 PB");
@@ -292,11 +245,6 @@ TEST_F(SmartCleanViewTest, GoesTheWholeWayByTheKeyboard) {
     key(Qt::Key_Return);
     finish();
     EXPECT_FALSE(exists(at("caches/large")));
-    waitToSee("Cleanup complete");
-    tabTo(QAccessible::Button, "Undo everything");
-    key(Qt::Key_Return);
-    finish();
-    EXPECT_TRUE(exists(at("caches/large/data")));
 }
 
 }  // namespace

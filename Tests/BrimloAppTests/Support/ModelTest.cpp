@@ -8,8 +8,6 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
-#include <QtCore/QMetaMethod>
-#include <QtCore/QMetaProperty>
 
 #include <algorithm>
 #include <filesystem>
@@ -17,36 +15,6 @@
 #include <utility>
 
 namespace Brimlo::Testing {
-namespace {
-
-/// Tells the names of an object's signals as they come.
-class ChangeRecorder : public QObject {
-    Q_OBJECT
-public:
-    ChangeRecorder(QObject& recorded, std::vector<std::string>& names)
-        : QObject{&recorded}
-        , names_{names} {
-        const QMetaObject& type = *recorded.metaObject();
-        const QMetaMethod slot = staticMetaObject.method(staticMetaObject.methodOffset());
-        for (int i = QObject::staticMetaObject.methodCount(); i < type.methodCount(); ++i) {
-            if (type.method(i).methodType() == QMetaMethod::Signal) {
-                connect(&recorded, type.method(i), this, slot);
-            }
-        }
-    }
-
-    Q_SLOT void note() {
-        const QMetaObject& type = *sender()->metaObject();
-        const std::string part{std::string_view{type.className()}.substr(qstrlen("Brimlo::"))};
-        QByteArray name = type.method(senderSignalIndex()).name();
-        names_.push_back(part + '.' + name.replace("Changed", "").toStdString());
-    }
-
-private:
-    std::vector<std::string>& names_;
-};
-
-}  // namespace
 
 HeldWork::HeldWork(QThreadPool& pool)
     : threads_{pool.maxThreadCount()} {
@@ -93,25 +61,48 @@ Surroundings ModelTest::surroundings() {
 AppModel& ModelTest::model() {
     if (!model_) {
         model_ = std::make_unique<AppModel>(surroundings());
-        const QMetaObject& type = *model_->metaObject();
-        for (int i = 0; i < type.propertyCount(); ++i) {
-            if (auto* const part = type.property(i).read(model_.get()).value<QObject*>()) {
-                new ChangeRecorder{*part, changes_};  // The part owns it.
-            }
-        }
-        new ChangeRecorder{*model_, changes_};
     }
     return *model_;
 }
 
-std::string ModelTest::bundleTool() {
-    const std::string tool = write("resources/brimlo", "#!/bin/sh\n");
-    std::filesystem::permissions(tool, std::filesystem::perms::owner_all);
-    return tool;
+std::string ModelTest::writeProgram(const std::string& relative, const std::string& script) const {
+    const std::string program = write(relative, "#!/bin/sh\n" + script + "\n");
+    std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+    return program;
 }
 
-std::vector<std::string> ModelTest::changes() {
-    return std::exchange(changes_, {});
+void ModelTest::addRule(UserRules::Draft draft) {
+    draft.regenerates = "It comes back.";
+    ASSERT_TRUE(UserRules::save(UserRules::make(std::move(draft)), UserRules::defaultDirectory()));
+}
+
+void ModelTest::addSampleRules() const {
+    addRule(
+        {.id = "custom.caches",
+         .name = "Caches",
+         .paths = {"~/caches/*"},
+         .risk = Risk::safe,
+         .officialCommand = "tidy --all",
+         .personas = {Persona::general}});
+    const std::filesystem::path program{QCoreApplication::applicationFilePath().toStdString()};
+    addRule(
+        {.id = "custom.running",
+         .name = "Running",
+         .group = "Group",
+         .paths = {"~/running/*"},
+         .risk = Risk::safe,
+         .quitApps = {program.filename().string()},
+         .personas = {Persona::video}});
+    addRule(
+        {.id = "custom.mine",
+         .name = "Mine",
+         .paths = {"~/mine/*"},
+         .risk = Risk::review,
+         .personas = {Persona::general}});
+    write("caches/large/data", std::string(200'000, 'a'));
+    write("caches/small/data", std::string(90'000, 'a'));
+    write("running/data", std::string(50'000, 'a'));
+    write("mine/data", std::string(10'000, 'a'));
 }
 
 void ModelTest::finish() {
@@ -145,5 +136,3 @@ const Suggestion& ModelTest::suggestion(const std::string& id) {
 }
 
 }  // namespace Brimlo::Testing
-
-#include "ModelTest.moc"

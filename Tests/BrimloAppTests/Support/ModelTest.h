@@ -4,12 +4,12 @@
 #include "BrimloApp/Shell/RunInBackground.h"
 #include "BrimloAppTests/Support/AppTest.h"
 #include "BrimloAppTests/Support/TestClock.h"
+#include "BrimloCore/UserRules/UserRules.h"
 
 #include <QtCore/QSemaphore>
 
 #include <memory>
 #include <string>
-#include <vector>
 
 namespace Brimlo::Testing {
 
@@ -19,11 +19,7 @@ class HeldWork {
 public:
     explicit HeldWork(QThreadPool& pool = Background::readers());
     ~HeldWork();
-
-    HeldWork(const HeldWork&) = delete;
-    HeldWork& operator=(const HeldWork&) = delete;
-    HeldWork(HeldWork&&) = delete;
-    HeldWork& operator=(HeldWork&&) = delete;
+    Q_DISABLE_COPY_MOVE(HeldWork)
 
 private:
     std::shared_ptr<QSemaphore> gate_ = std::make_shared<QSemaphore>();
@@ -53,16 +49,20 @@ protected:
     AppModel& model();
     /// Ends the model and makes another one at the next call.
     void restart() { model_.reset(); }
-    [[nodiscard]] bool hasModel() const { return model_ != nullptr; }
 
+    /// Writes a shell script that can be run, and returns its path.
+    std::string writeProgram(const std::string& relative, const std::string& script = "") const;
     /// Gives this build a command line tool and returns its path.
-    std::string bundleTool();
+    std::string bundleTool() { return writeProgram("resources/brimlo"); }
+
+    /// Adds a rule to the user's own.
+    static void addRule(UserRules::Draft draft);
+    /// Two caches of one safe rule, one of a safe rule whose app "runs" (this very program) and
+    /// that only video people have, and one item to review.
+    void addSampleRules() const;
 
     /// What the model stands on.
     [[nodiscard]] Surroundings surroundings();
-
-    /// What changed since the last call, as its signals came: "Analyzer.current".
-    std::vector<std::string> changes();
 
     /// Runs the event loop until the model has nothing under way.
     void finish();
@@ -77,7 +77,6 @@ protected:
 
 private:
     std::unique_ptr<AppModel> model_;
-    std::vector<std::string> changes_;
 };
 
 }  // namespace Brimlo::Testing
