@@ -1,20 +1,17 @@
 #include "BrimloApp/Analyzer/TreemapItem.h"
 
 #include "BrimloApp/Analyzer/Analyzer.h"
-#include "BrimloAppTests/Support/Contrast.h"
+#include "BrimloAppTests/Support/LayoutAudit.h"
 #include "BrimloAppTests/Support/ModelTest.h"
+#include "BrimloCoreTests/Support/Words.h"
 
 #include <QtQuick/QQuickWindow>
 #include <QtTest/QTest>
 
 #include <algorithm>
-#include <cmath>
 
 namespace Brimlo {
 namespace {
-
-constexpr int kWidth = 824;
-constexpr int kHeight = 424;
 
 /// A window of one treemap, of a tree that was put together by hand.
 class TreemapItemTest : public Testing::ModelTest {
@@ -24,12 +21,8 @@ protected:
         root->children.emplace();
         item.setParentItem(window.contentItem());
         item.setRows(&rows);
-        show(kWidth, kHeight);
-    }
-
-    void show(const int width, const int height) {
-        window.resize(width, height);
-        item.setSize(QSizeF(width, height));
+        window.resize(824, 424);
+        item.setSize(window.size());
         window.show();
         window.requestActivate();
         waitFor([this] { return window.isActive() && window.isExposed(); });
@@ -51,24 +44,6 @@ protected:
 
     /// What is seen.
     QImage picture() { return window.grabWindow().convertToFormat(QImage::Format_RGB32); }
-
-    /// The same by a plain drawing of all cells.
-    [[nodiscard]] QImage expected(const std::optional<std::size_t> hovered) const {
-        const double ratio = window.effectiveDevicePixelRatio();
-        QImage image{
-            QSize{kWidth, kHeight}
-            * ratio, QImage::Format_ARGB32_Premultiplied
-        };
-        image.fill(Qt::transparent);
-        QPainter painter{&image};
-        painter.scale(ratio, ratio);
-        item.cells().draw(painter, item.boundingRect(), hovered);
-        painter.end();
-        QImage ground{image.size(), QImage::Format_RGB32};
-        ground.fill(window.color());
-        QPainter{&ground}.drawImage(0, 0, image);
-        return ground;
-    }
 
     [[nodiscard]] QPoint middle(const std::size_t cell) const {
         return item.cells().cells().at(cell).place.center().toPoint();
@@ -105,36 +80,13 @@ TEST_F(TreemapItemTest, WritesReadablyOnEveryColour) {
             for (int y = 8; y < 24; ++y) {
                 for (int x = 8; x < 60; ++x) {
                     const QPointF at = cells[i].drawn.topLeft() + QPointF(x, y);
-                    best = std::max(best, Testing::contrast(image.pixelColor(at.toPoint()), fill));
+                    best = std::max(
+                        best, Testing::LayoutAudit::contrast(image.pixelColor(at.toPoint()), fill));
                 }
             }
             EXPECT_GE(best, 4.5);
         }
     }
-}
-
-TEST_F(TreemapItemTest, HoversAndSelectsWithoutDrawingTheRestAnew) {
-    add("a name so long that it goes on into the cells to the right of it, and beyond.mp4", 40);
-    add(std::string(300, 'W'), 30);
-    for (int i = 0; i < 30; ++i) {
-        add("file" + std::to_string(i), 2);
-    }
-    add("folder", 20)->isDirectory = true;
-    setTree();
-    EXPECT_EQ(picture(), expected(std::nullopt));
-    for (const std::size_t hovered : {0U, 1U, 2U, 10U, 32U, 3U}) {
-        QTest::mouseMove(&window, middle(hovered));
-        EXPECT_EQ(picture(), expected(hovered)) << hovered;
-    }
-    const QPointF corner = item.cells().cells()[1].drawn.topLeft();
-    const QPoint selected = QPointF{corner.x() + 40, std::ceil(corner.y())}.toPoint();
-    EXPECT_NE(picture().pixelColor(selected), QColor(Qt::white));
-    rows.select(1);
-    EXPECT_EQ(picture(), expected(3));
-    EXPECT_EQ(picture().pixelColor(selected), QColor(Qt::white));
-    QTest::mouseMove(&window, {2, 2});
-    EXPECT_EQ(picture(), expected(std::nullopt));
-    EXPECT_EQ(item.hoveredRow(), -1);
 }
 
 TEST_F(TreemapItemTest, AnswersToPointerAndKeys) {
@@ -149,8 +101,11 @@ TEST_F(TreemapItemTest, AnswersToPointerAndKeys) {
     QTest::mouseMove(&window, middle(0));
     EXPECT_EQ(item.hoveredName(), "folder");
     EXPECT_EQ(item.hoveredSize(), 100);
+    QTest::mouseMove(&window, middle(1));
+    const QImage before = picture();
     QTest::mouseClick(&window, Qt::LeftButton, {}, middle(1));
     EXPECT_TRUE(rows.isSelected((*root->children)[1]->id));
+    EXPECT_NE(picture(), before);
     QTest::mouseClick(&window, Qt::LeftButton, {}, {3, 3});
     EXPECT_EQ(rows.selectedCount(), 1) << "a click beside the cells";
     QTest::mouseDClick(&window, Qt::LeftButton, {}, middle(0));
@@ -163,11 +118,8 @@ TEST_F(TreemapItemTest, AnswersToPointerAndKeys) {
         press(key);
         visited.push_back(item.hoveredName().toStdString());
     }
-    EXPECT_EQ(visited[0], "file");
-    EXPECT_EQ(visited[1], "other");
-    EXPECT_EQ(visited[2], "other") << "there is nothing below";
-    EXPECT_EQ(visited[3], "folder");
-    EXPECT_EQ(visited[4], "folder");
+    visited.pop_back();  // Either file is at the right.
+    EXPECT_EQ(visited, Testing::words("file other other folder folder"));
     press(Qt::Key_Space);
     EXPECT_EQ(rows.selectedCount(), 1);
     EXPECT_TRUE(

@@ -1,5 +1,5 @@
-#include "BrimloAppTests/Support/Contrast.h"
 #include "BrimloAppTests/Support/WindowTest.h"
+#include "BrimloCoreTests/Support/Words.h"
 
 #include <QtGui/QColor>
 
@@ -10,10 +10,13 @@ using ThemeTest = Testing::WindowTest;
 
 TEST_F(ThemeTest, WordsStandOutFromEveryGround) {
     open();
-    ASSERT_NEAR(Testing::contrast(Qt::white, Qt::black), 21, 0.01);
+    ASSERT_NEAR(Testing::LayoutAudit::contrast(Qt::white, Qt::black), 21, 0.01);
     const auto contrast = [this](const char* ink, const char* ground) {
-        return Testing::contrast(theme(ink).value<QColor>(), theme(ground).value<QColor>());
+        return Testing::LayoutAudit::contrast(
+            theme(ink).value<QColor>(), theme(ground).value<QColor>());
     };
+    const auto inks =
+        Testing::words("text secondaryText accentText safeText rebuildText reviewText infoText");
     for (const bool dark : {false, true}) {
         for (const bool high : {false, true}) {
             for (const char* accent : {"", "#1f6f8b", "#f5c211", "#000000", "#ffffff", "#3584e4"}) {
@@ -23,15 +26,8 @@ TEST_F(ThemeTest, WordsStandOutFromEveryGround) {
                 setTheme("accentColor", QColor{accent});
                 EXPECT_GE(contrast("inkOnAccent", "accent"), 4.5);
                 for (const char* ground : {"window", "sidebar", "card", "popup", "field"}) {
-                    for (const char* ink :
-                         {"text",
-                          "secondaryText",
-                          "accentText",
-                          "safeText",
-                          "rebuildText",
-                          "reviewText",
-                          "infoText"}) {
-                        EXPECT_GE(contrast(ink, ground), 4.5) << ink << " on " << ground;
+                    for (const std::string& ink : inks) {
+                        EXPECT_GE(contrast(ink.c_str(), ground), 4.5) << ink << " on " << ground;
                     }
                 }
             }

@@ -1,12 +1,10 @@
 #include "BrimloAppTests/Support/LayoutAudit.h"
 
-#include "BrimloAppTests/Support/Contrast.h"
-
-#include <QtGui/QColor>
 #include <QtGui/QImage>
 #include <QtQuick/QQuickItem>
 
 #include <algorithm>
+#include <cmath>
 #include <map>
 #include <optional>
 
@@ -142,7 +140,21 @@ QColor blended(const QColor& ink, const QColor& ground, const double opacity) {
         mix(ink.blueF(), ground.blueF()));
 }
 
+/// The relative luminance of WCAG 2.
+double luminance(const QColor& color) {
+    const auto linear = [](const double part) {
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+           0.0722 * linear(color.blueF());
+}
+
 }  // namespace
+
+double contrast(const QColor& one, const QColor& other) {
+    const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
+    return (lighter + 0.05) / (darker + 0.05);
+}
 
 std::vector<std::string> misplaced(QQuickWindow& window, const Elision elision) {
     std::vector<Piece> pieces = piecesOf(window);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtGui/QColor>
 #include <QtQuick/QQuickWindow>
 
 #include <string>
@@ -15,6 +16,9 @@ enum class Elision { ofPaths, ofAll };
 /// another one, and for each button that reaches out of the window. What a scrolling part hides is
 /// no fault.
 [[nodiscard]] std::vector<std::string> misplaced(QQuickWindow& window, Elision elision);
+
+/// The contrast of two colours by WCAG 2, from 1 to 21.
+[[nodiscard]] double contrast(const QColor& one, const QColor& other);
 
 /// A line for each text in the picture of the window whose contrast to what it stands on is below
 /// 4.5 to 1. What is disabled, or covered by a sheet, is left out.
