@@ -18,16 +18,11 @@ namespace {
 using AppModelDeletionTest = Testing::ModelTest;
 
 TEST_F(AppModelDeletionTest, DropsTheResultsOfWhateverWasRunning) {
-    struct Case {
-        const char* name;
-        std::function<void(AppModel&)> start;
-    };
     const auto plan = [this] {
         std::vector<CleanItem> items;
         items.reserve(50);
         for (int i = 0; i < 50; ++i) {
-            items.push_back(
-                {.path = write("files/" + std::to_string(i)), .size = 1, .ruleID = {}, .risk = {}});
+            items.push_back({.path = write("files/" + std::to_string(i)), .size = 1});
         }
         return CleanPlan{items};
     };
@@ -35,7 +30,7 @@ TEST_F(AppModelDeletionTest, DropsTheResultsOfWhateverWasRunning) {
     model().cleanup()->run(CleanPlan{{{.path = at("cleaned")}}});
     finish();
     const Uuid cleaned = model().history()->journal().front().id;
-    const Case cases[] = {
+    const std::pair<const char*, std::function<void(AppModel&)>> cases[] = {
         {"suggestions", [](AppModel& it) { it.smartClean()->loadSuggestions(); }      },
         {"scan",        [](AppModel& it) { it.analyzer()->startScan("/usr/share"); }  },
         {"large files",
@@ -51,11 +46,11 @@ TEST_F(AppModelDeletionTest, DropsTheResultsOfWhateverWasRunning) {
         {"auto-clean",  [](AppModel& it) { it.settings()->runAutoClean(true, false); }},
         {"volume",      [](AppModel& it) { it.machine()->refresh(); }                 },
     };
-    for (const Case& c : cases) {
+    for (const auto& [name, start] : cases) {
         // Once before the work can have ended, and once between its end and its way home.
         for (const bool waits : {false, true}) {
-            SCOPED_TRACE(c.name);
-            c.start(model());
+            SCOPED_TRACE(name);
+            start(model());
             if (waits) {
                 Background::waitForDone();
             }

@@ -49,11 +49,9 @@ TEST_F(AppWindowTest, OpensAsItWasClosed) {
 TEST_F(AppWindowTest, TakesWhatMakesNoSenseForUnknown) {
     for (const char* const text :
          {"",
-          "[]",
           "{\"width\":",
           R"({"width":"wide","height":700})",
           R"({"width":-5,"height":700})",
-          R"({"width":0,"height":0,"isMaximized":false})",
           R"({"width":900})"}) {
         write(text);
         EXPECT_EQ(AppWindow::lastSize(), QVariantMap{}) << text;

@@ -2,7 +2,6 @@
 
 #include "BrimloAppTests/Support/AppTest.h"
 
-#include <QtCore/QStringList>
 #include <QtTest/QAbstractItemModelTester>
 #include <gmock/gmock.h>
 
@@ -73,16 +72,13 @@ TEST_F(RowsTest, TellsAViewOfNoMoreThanWhatDiffers) {
         std::vector<std::string> told;
     };
     const Case cases[] = {
-        {"nothing",                "abc",   "abc",   {}                },
-        {"filled",                 "",      "abc",   {"+0..2"}         },
-        {"emptied",                "abc",   "",      {"-0..2"}         },
-        {"one in the middle",      "abcde", "abde",  {"-2..2"}         },
-        {"two apart",              "abcde", "bce",   {"-3..3", "-0..0"}},
-        {"one put in",             "abde",  "abcde", {"+2..2"}         },
-        {"one out and one in",     "abcd",  "abxd",  {"-2..2", "+2..2"}},
-        {"one moved to the end",   "abcd",  "bcda",  {"-0..0", "+3..3"}},
-        {"one moved to the front", "abcd",  "dabc",  {"-3..3", "+0..0"}},
-        {"all others",             "abc",   "xyz",   {"-0..2", "+0..2"}},
+        {"nothing",              "abc",   "abc",  {}                },
+        {"filled",               "",      "abc",  {"+0..2"}         },
+        {"emptied",              "abc",   "",     {"-0..2"}         },
+        {"two apart",            "abcde", "bce",  {"-3..3", "-0..0"}},
+        {"one out and one in",   "abcd",  "abxd", {"-2..2", "+2..2"}},
+        {"one moved to the end", "abcd",  "bcda", {"-0..0", "+3..3"}},
+        {"all others",           "abc",   "xyz",  {"-0..2", "+0..2"}},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
