@@ -89,19 +89,17 @@ protected:
 
 TEST_F(DesktopSettingsTest, BelievesOnlyWhatCanBe) {
     const std::tuple<QString, QVariant, std::string> cases[] = {
-        {kLooks + "color-scheme",        1U,                            "dark"      },
-        {kLooks + "color-scheme",        3U,                            ""          },
-        {kLooks + "accent-color",        color("1 0.5 0"),              "#ff8000"   },
-        {kLooks + "accent-color",        color("1 0.5 1.01"),           ""          },
-        {kLooks + "accent-color",        color("nan 0 0"),              ""          },
-        {kLooks + "accent-color",        color("0 0 0 0"),              ""          },
-        {kGnome + "enable-animations",   false,                         "still"     },
-        {kGnome + "enable-animations",   0U,                            ""          },
-        {kGnome + "text-scaling-factor", 9e300,                         "3"         },
-        {kGnome + "text-scaling-factor", qQNaN(),                       ""          },
-        {kGnome + "font-name",           "Inter Semi-Bold Italic 16.5", "Inter 1.5" },
-        {kGnome + "font-name",           "Inter, Sans 1",               "Inter 0.75"},
-        {kGnome + "font-name",           "No Such Family -22",          ""          },
+        {kLooks + "color-scheme",        1U,                            "dark"     },
+        {kLooks + "color-scheme",        3U,                            ""         },
+        {kLooks + "accent-color",        color("1 0.5 0"),              "#ff8000"  },
+        {kLooks + "accent-color",        color("nan 0 1.01"),           ""         },
+        {kLooks + "accent-color",        color("0 0 0 0"),              ""         },
+        {kGnome + "enable-animations",   false,                         "still"    },
+        {kGnome + "enable-animations",   0U,                            ""         },
+        {kGnome + "text-scaling-factor", 9e300,                         "3"        },
+        {kGnome + "text-scaling-factor", qQNaN(),                       ""         },
+        {kGnome + "font-name",           "Inter Semi-Bold Italic 16.5", "Inter 1.5"},
+        {kGnome + "font-name",           "No Such Family -22",          ""         },
     };
     service_.registerService(kService);
     for (const auto& [setting, value, expected] : cases) {
