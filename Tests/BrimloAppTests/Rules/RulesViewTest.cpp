@@ -147,17 +147,5 @@ TEST_F(RulesViewTest, KeepsTheEditorSaneWhenTheRuleGoesAway) {
     await([&] { return !sees("Edit rule"); }, "the end of the editor");
 }
 
-TEST_F(RulesViewTest, TellsWhatFilesCouldNotBeUsed) {
-    for (int i = 0; i < 7; ++i) {
-        const std::string name = UserRules::defaultDirectory() + '/' + std::to_string(i) + ".json";
-        write(name.substr(home().size() + 1), "no JSON");
-    }
-    open(Section::Rules);
-    ASSERT_EQ(model().rules()->ruleIssues().size(), 7);
-    EXPECT_TRUE(sees("Some rule files could not be used:*"));
-    EXPECT_TRUE(sees("+ 2 more"));
-    expectLaidOut();
-}
-
 }  // namespace
 }  // namespace Brimlo
