@@ -13,7 +13,6 @@
 namespace Brimlo {
 namespace {
 
-using testing::SizeIs;
 using AnalyzerVolumesTest = Testing::ModelTest;
 
 TEST_F(AnalyzerVolumesTest, CountsWhatItCouldNotReadAndWhatItLeftOut) {

@@ -2,8 +2,6 @@
 
 #include "Support/TempHome.h"
 
-#include <QtCore/QString>
-
 #include <chrono>
 #include <functional>
 

@@ -32,8 +32,7 @@ public:
             qputenv("DBUS_SESSION_BUS_ADDRESS", address_.toUtf8());
         }
     }
-    PrivateBus(const PrivateBus&) = delete;
-    PrivateBus& operator=(const PrivateBus&) = delete;
+    Q_DISABLE_COPY_MOVE(PrivateBus)
     ~PrivateBus() {
         daemon_.terminate();
         daemon_.waitForFinished();

@@ -1,5 +1,7 @@
 #include "BrimloAppTests/Support/TestClock.h"
 
+#include <QtCore/QtGlobal>
+
 #include <algorithm>
 #include <utility>
 
@@ -11,11 +13,7 @@ public:
         : tasks_{std::move(tasks)}
         , id_{id} {}
     ~Handle() override { tasks_->erase(id_); }
-
-    Handle(const Handle&) = delete;
-    Handle& operator=(const Handle&) = delete;
-    Handle(Handle&&) = delete;
-    Handle& operator=(Handle&&) = delete;
+    Q_DISABLE_COPY_MOVE(Handle)
 
 private:
     std::shared_ptr<Tasks> tasks_;

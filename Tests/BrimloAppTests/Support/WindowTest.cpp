@@ -10,7 +10,6 @@
 #include <QtTest/QTest>
 #include <gmock/gmock.h>
 
-#include <algorithm>
 #include <functional>
 #include <stdexcept>
 
@@ -91,10 +90,7 @@ class WindowTest::Opener : public QObject {
 public:
     Opener() { QDesktopServices::setUrlHandler("file", this, "take"); }
     ~Opener() override { QDesktopServices::unsetUrlHandler("file"); }
-    Opener(const Opener&) = delete;
-    Opener& operator=(const Opener&) = delete;
-    Opener(Opener&&) = delete;
-    Opener& operator=(Opener&&) = delete;
+    Q_DISABLE_COPY_MOVE(Opener)
 
     Q_INVOKABLE void take(const QUrl& url) { urls.push_back(url); }
 
