@@ -1,6 +1,7 @@
 #include "BrimloCore/UserRules/RuleFile.h"
 
 #include "BrimloCore/UserRules/UserRules.h"
+#include "BrimloCoreTests/Support/SampleRule.h"
 #include "Support/TempHome.h"
 
 #include <cerrno>
@@ -18,17 +19,11 @@ const std::string kBadID = "The rule id may only contain letters, digits, '.', '
 class RuleFileTest : public Testing::TempHome {
 protected:
     static CleanupRule rule(const std::string& id) {
-        return {
-            .id = id,
-            .name = "Old logs",
-            .personas = {Persona::general},
-            .risk = Risk::safe,
-            .paths = {"~/logs/*.log"},
-            .regenerates = "The program writes new ones.",
-            .isCatchAll = true,
-            .domain = "Theirs",
-            .confidence = Confidence::verifiedLocal,
-        };
+        CleanupRule rule = Testing::sampleRule(id);
+        rule.isCatchAll = true;
+        rule.domain = "Theirs";
+        rule.confidence = Confidence::verifiedLocal;
+        return rule;
     }
 
     std::expected<Imported, Error> import(
@@ -42,15 +37,6 @@ protected:
 
     std::vector<CleanupRule> stored() const { return UserRules::load(at("rules")).rules; }
 };
-
-TEST_F(RuleFileTest, WritesRulesInTheirOrderWithSortedKeys) {
-    const auto text = UserRules::exportJSON({rule("custom.b"), rule("custom.a")});
-    ASSERT_TRUE(text);
-    const std::string begin = "{\n  \"pack\": \"custom-export\",\n  \"rules\": [\n    {\n      ";
-    EXPECT_TRUE(text->starts_with(begin + "\"catchAll\": true,\n      \"confidence\": "));
-    EXPECT_TRUE(text->ends_with("\"sources\": []\n    }\n  ],\n  \"version\": 1\n}\n"));
-    EXPECT_LT(text->find("custom.b"), text->find("custom.a"));
-}
 
 TEST_F(RuleFileTest, ReplacesAFileOnlyWhenToldAndOnlyAPlainOne) {
     using UserRules::Existing;
@@ -114,20 +100,6 @@ TEST_F(RuleFileTest, SavesInOrderUntilOneFails) {
     EXPECT_EQ(stored(), std::vector{last}) << "none, when one can't be written";
     EXPECT_FALSE(import({rule("custom.a"), rule("custom.b"), rule("custom.c")}));
     EXPECT_EQ(stored(), (std::vector{rule("custom.a"), last}));
-}
-
-TEST_F(RuleFileTest, NamesWhatIsBadAndTakesTheRest) {
-    CleanupRule bad = rule("bad");
-    bad.name = "";
-    bad.paths = {};
-    std::string text = UserRules::exportJSON({rule("custom.a"), bad, rule("custom.b")}).value();
-    text.insert(text.find('[') + 1, "7,");
-    text.insert(text.rfind(']'), ",{}");
-    const auto result = UserRules::importPack(write("pack", text), false, at("rules"));
-    EXPECT_EQ(result->imported, (Texts{"custom.a", "custom.b"}));
-    EXPECT_EQ(result->rejected.front(), "rule #0: is not an object");
-    EXPECT_EQ(result->rejected.at(1), "custom.bad: Give the rule a name.; Add at least one path.");
-    EXPECT_EQ(result->rejected.back(), R"(rule #4: field "id": is missing)");
 }
 
 TEST_F(RuleFileTest, FailsAsAWholeForWhatIsNoPack) {

@@ -1,8 +1,9 @@
 #include "BrimloCore/UserRules/RuleValidation.h"
 
+#include "BrimloCoreTests/Support/SampleRule.h"
 #include "Support/TempHome.h"
 
-#include <utility>
+#include <tuple>
 
 namespace Brimlo {
 namespace {
@@ -39,16 +40,6 @@ std::string never(const std::string& path, const std::string& reason) {
 
 class RuleValidationTest : public Testing::TempHome {
 protected:
-    static CleanupRule goodRule() {
-        return {
-            .id = "custom.a",
-            .name = "A",
-            .risk = Risk::safe,
-            .paths = {"~/.cache/thing"},
-            .regenerates = "It comes back.",
-        };
-    }
-
     static void expectVerdict(const CleanupRule& rule, const Texts& errors, const Texts& warnings) {
         const RuleValidation verdict = UserRules::validate(rule);
         EXPECT_EQ(verdict.errors, errors);
@@ -58,36 +49,29 @@ protected:
 };
 
 TEST_F(RuleValidationTest, JudgesTheTextsOfARule) {
-    const auto with = [](std::string CleanupRule::* field, std::string text) {
-        CleanupRule rule = goodRule();
-        rule.*field = std::move(text);
-        return rule;
+    const auto id = &CleanupRule::id;
+    const auto name = &CleanupRule::name;
+    const auto regenerates = &CleanupRule::regenerates;
+    const std::string eightLetters = "e\u0301e\u0301e\u0301e\u0301e\u0301e\u0301e\u0301e\u0301";
+    const std::tuple<std::string CleanupRule::*, std::string, Texts> cases[] = {
+        {id,          "9A.z_-",            {}           },
+        {id,          "",                  {kBadID}     },
+        {id,          "a\0"s,              {kBadID}     },
+        {id,          "caf\u00e9",         {kBadID}     },
+        {name,        " \t ",              {kNoName}    },
+        {name,        "\n",                {}           },
+        {regenerates, "012345678",         {kNoSentence}},
+        {regenerates, eightLetters + "9.", {}           },
     };
-    const auto id = [&](std::string text) { return with(&CleanupRule::id, std::move(text)); };
-    const auto name = [&](std::string text) { return with(&CleanupRule::name, std::move(text)); };
-    const auto regenerates = [&](std::string text) {
-        return with(&CleanupRule::regenerates, std::move(text));
-    };
-    const std::string nineLetters =
-        "e\u0301e\u0301e\u0301e\u0301e\u0301e\u0301e\u0301e\u0301e\u0301";
-    CleanupRule noPath = goodRule();
-    noPath.paths = {};
-    const std::pair<CleanupRule, Texts> cases[] = {
-        {goodRule(),                     {}                        },
-        {id("9A.z_-"),                   {}                        },
-        {id(""),                         {kBadID}                  },
-        {id("a\0"s),                     {kBadID}                  },
-        {id("caf\u00e9"),                {kBadID}                  },
-        {name(" \t "),                   {kNoName}                 },
-        {name("\n"),                     {}                        },
-        {regenerates("012345678"),       {kNoSentence}             },
-        {regenerates(nineLetters + "."), {}                        },
-        {noPath,                         {"Add at least one path."}},
-    };
-    for (const auto& [rule, errors] : cases) {
-        SCOPED_TRACE(rule.id + rule.name + rule.regenerates);
+    for (const auto& [field, text, errors] : cases) {
+        SCOPED_TRACE(text);
+        CleanupRule rule = Testing::sampleRule("custom.a");
+        rule.*field = text;
         expectVerdict(rule, errors, {});
     }
+    CleanupRule noPath = Testing::sampleRule("custom.a");
+    noPath.paths = {};
+    expectVerdict(noPath, {"Add at least one path."}, {});
 }
 
 TEST_F(RuleValidationTest, JudgesEachPath) {
@@ -100,12 +84,7 @@ TEST_F(RuleValidationTest, JudgesEachPath) {
     const std::string profile = "~/.mozilla/firefox/*/";
     write(".config/user-dirs.dirs", "XDG_VIDEOS_DIR=\"$HOME/Filme\"");
     const std::string tooLong = "~/" + std::string(200'000, 'x');
-    struct Case {
-        std::string path;
-        Texts errors;
-        Texts warnings;
-    };
-    const Case cases[] = {
+    const std::tuple<std::string, Texts, Texts> cases[] = {
         {"~/.cache/thing/",    {},                                           {}                                     },
         {"  ~/.cache/thing\t", {},                                           {}                                     },
         {"",                   {"A path is empty."},                         {}                                     },
@@ -125,37 +104,35 @@ TEST_F(RuleValidationTest, JudgesEachPath) {
         {profile + "key4.db",  {inside(profile + "key4.db", credentials)},   {}                                     },
         {tooLong,              {"A path is longer than the system allows."}, {}                                     },
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.path);
-        CleanupRule rule = goodRule();
-        rule.paths = {c.path};
-        expectVerdict(rule, c.errors, c.warnings);
+    for (const auto& [path, errors, warnings] : cases) {
+        SCOPED_TRACE(path);
+        CleanupRule rule = Testing::sampleRule("custom.a");
+        rule.paths = {path};
+        expectVerdict(rule, errors, warnings);
     }
 }
 
 TEST_F(RuleValidationTest, AsksForReviewWherePersonalFoldersAreSwept) {
     struct Case {
-        Texts paths;
+        std::string path;
         Risk risk;
         bool contentsOnly;
         Texts errors;
         Texts warnings;
     };
     const std::string folder = never("~/Music", "protected location");
-    const std::string other = never("~/Desktop", "protected location");
     const std::string stars = "~/Music/*" + kListsEverything;
     const Case cases[] = {
-        {{"~/Music/*"},            Risk::review,  false, {},                      {stars}             },
-        {{"~/Music/*"},            Risk::rebuild, false, {kMustBeReview},         {stars}             },
+        {"~/Music/*", Risk::review,  false, {},                      {stars}             },
+        {"~/Music/*", Risk::rebuild, false, {kMustBeReview},         {stars}             },
         // The contents of the folder itself are refused and warned of.
-        {{"~/Music"},              Risk::review,  true,  {folder},                {kRemovesEverything}},
-        {{"~/Music"},              Risk::safe,    true,  {folder, kMustBeReview}, {kRemovesEverything}},
-        {{"~/Music", "~/Desktop"}, Risk::review,  true,  {folder, other},         {kRemovesEverything}},
+        {"~/Music",   Risk::review,  true,  {folder},                {kRemovesEverything}},
+        {"~/Music",   Risk::safe,    true,  {folder, kMustBeReview}, {kRemovesEverything}},
     };
     for (const Case& c : cases) {
-        SCOPED_TRACE(testing::PrintToString(c.paths));
-        CleanupRule rule = goodRule();
-        rule.paths = c.paths;
+        SCOPED_TRACE(c.path);
+        CleanupRule rule = Testing::sampleRule("custom.a");
+        rule.paths = {c.path};
         rule.risk = c.risk;
         rule.contentsOnly = c.contentsOnly;
         expectVerdict(rule, c.errors, c.warnings);
