@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <set>
+#include <tuple>
 
 namespace Brimlo {
 namespace {
@@ -41,9 +42,7 @@ TEST_F(ProjectArtifactFinderTest, KnowsBuildOutputByItsNameAndNeighbours) {
     write("node/node_modules/inner/package.json");
     project("bare", {"other.json"}, {"node_modules/inner/__pycache__", "target/in/__pycache__"});
     project("infra", {"main.tf"}, {".terraform"});
-    project("no-infra", {"main.tfvars"}, {".terraform/in/__pycache__"});
     project("wild", {"CMakeLists.txt"}, {"cmake-build-debug", "cmake-build", "Xcmake-build-x"});
-    project("photo", {"c.lrcat"}, {"c Previews.lrdata", "c Smart Previews.lrdata/__pycache__"});
     project("marker-folder", {}, {"pom.xml", "target"});
     project("case", {"Package.json"}, {"node_modules", "Node_Modules"});
     project("not-a-folder", {"package.json", "node_modules"}, {});
@@ -67,7 +66,6 @@ TEST_F(ProjectArtifactFinderTest, KnowsBuildOutputByItsNameAndNeighbours) {
         "marker-folder/target",
         "node/.next",
         "node/node_modules",
-        "photo/c Previews.lrdata",
         "wild/cmake-build-debug",
     };
     EXPECT_EQ(foundPaths(), expected);
@@ -98,28 +96,24 @@ TEST_F(ProjectArtifactFinderTest, ReadsFoldersDownToTheLastDepth) {
 }
 
 TEST_F(ProjectArtifactFinderTest, MeasuresTheActivityOfAProject) {
-    struct Case {
-        const char* name;
-        std::vector<std::pair<std::string, double>> ages;
-        std::int64_t idleDays;
-    };
-    const Case cases[] = {
+    using Ages = std::vector<std::pair<std::string, double>>;
+    const std::tuple<const char*, Ages, std::int64_t> cases[] = {
         {"neither manifest nor repository", {{"main.c", 3.5}},                             200},
         {"the latest manifest",             {{"pom.xml", 9.5}, {"go.mod", 8.5}},           8  },
         {"a manifest of tomorrow",          {{"mix.exs", -1}},                             0  },
         {"the repository's files",          {{".git/logs/HEAD", 4.5}, {".git/config", 1}}, 4  },
         {"fetching is work",                {{".git/FETCH_HEAD", 3.5}, {".git/index", 4}}, 3  },
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
+    for (const auto& [name, ages, idleDays] : cases) {
+        SCOPED_TRACE(name);
         makeFolder("p/__pycache__");
-        for (const auto& [file, days] : c.ages) {
+        for (const auto& [file, days] : ages) {
             writeAged("p/" + file, days);
         }
         age(at("p"), 200.5);
         const auto artifacts = ProjectArtifactFinder::find({at("p")}, 0);
         ASSERT_FALSE(artifacts.empty());
-        EXPECT_EQ(artifacts.front().idleDays, c.idleDays);
+        EXPECT_EQ(artifacts.front().idleDays, idleDays);
         fs::remove_all(at("p"));
     }
 }

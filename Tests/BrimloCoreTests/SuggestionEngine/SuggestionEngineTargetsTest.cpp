@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <tuple>
 
 namespace Brimlo {
 namespace {
@@ -45,13 +46,8 @@ TEST_F(SuggestionEngineTargetsTest, AreWhatThePathsNameNow) {
     age(link("toKeys", ".ssh"), 9.5);
     write("Documents/letter");
     link("toLetters", "Documents");
-    struct Case {
-        const char* name;
-        CleanupRule rule;
-        Found found;
-    };
     const auto kHuge = std::numeric_limits<std::int64_t>::max();
-    const Case cases[] = {
+    const std::tuple<const char*, CleanupRule, Found> cases[] = {
         {"the home folder",                  {.paths = {"~"}},                                          {}                         },
         {"a protected folder",               {.paths = {"~/Documents", "~/Library"}},                   {}                         },
         {"what holds keys",                  {.paths = {"~/.ssh/*", "~/.ssh/key"}},                     {}                         },
@@ -74,9 +70,8 @@ TEST_F(SuggestionEngineTargetsTest, AreWhatThePathsNameNow) {
          {.paths = {"~/toCache"}, .contentsOnly = true, .minAgeDays = 5},
          {{"toCache/inner", 5}}                                                                                                    },
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_EQ(found(c.rule), c.found);
+    for (const auto& [name, rule, targets] : cases) {
+        EXPECT_EQ(found(rule), targets) << name;
     }
 }
 
