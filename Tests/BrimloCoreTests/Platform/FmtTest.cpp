@@ -10,21 +10,16 @@ constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
 
 TEST(FmtTest, Bytes) {
     const std::pair<std::int64_t, const char*> cases[] = {
-        {0,                  "0 bytes"  },
-        {1,                  "1 byte"   },
-        {999,                "999 bytes"},
-        {1000,               "1 KB"     },
-        {999'499,            "999 KB"   },
-        {999'500,            "1 MB"     },
-        {999'999,            "1 MB"     },
-        {1'500'000,          "1.5 MB"   },
-        {999'949'999,        "999.9 MB" },
-        {999'950'000,        "1 GB"     },
-        {1'005'000'000,      "1.01 GB"  },
-        {12'340'000'000,     "12.34 GB" },
-        {-1'100'000'000'000, "-1.1 TB"  },
-        {kMost,              "9.22 EB"  },
-        {-kMost - 1,         "-9.22 EB" },
+        {0,                  "0 bytes" },
+        {1,                  "1 byte"  },
+        {1000,               "1 KB"    },
+        {999'500,            "1 MB"    },
+        {999'999,            "1 MB"    },
+        {999'950'000,        "1 GB"    },
+        {1'005'000'000,      "1.01 GB" },
+        {-1'100'000'000'000, "-1.1 TB" },
+        {kMost,              "9.22 EB" },
+        {-kMost - 1,         "-9.22 EB"},
     };
     for (const auto& [count, text] : cases) {
         EXPECT_EQ(Fmt::bytes(count), text);
@@ -36,10 +31,7 @@ TEST(FmtTest, Days) {
         {-kMost - 1, "today"               },
         {0,          "today"               },
         {1,          "1d"                  },
-        {29,         "29d"                 },
         {30,         "1mo"                 },
-        {59,         "1mo"                 },
-        {364,        "12mo"                },
         {365,        "1.0y"                },
         {547,        "1.5y"                },
         {kMost,      "25269512429739112.0y"},

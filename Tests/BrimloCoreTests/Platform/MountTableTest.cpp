@@ -2,6 +2,8 @@
 
 #include "Support/TempHome.h"
 
+#include <tuple>
+
 namespace Brimlo::Platform {
 namespace {
 
@@ -9,12 +11,8 @@ using Point = std::optional<std::string>;
 
 TEST(MountTableTest, ReadsEachLine) {
     const std::string rest = " rw,relatime shared:1 - ext4 /dev/sda1 rw\n";
-    struct Case {
-        const char* name;
-        std::string text;
-        Point point;  ///< Of the mount with the id 7.
-    };
-    const Case cases[] = {
+    // With the mount point of the id 7.
+    const std::tuple<const char*, std::string, Point> cases[] = {
         {"plain",                                     "7 1 8:1 / /mnt" + rest,                        "/mnt"           },
         {"escapes",                                   R"(7 1 8:1 / /a\040b\011c\012d\134040)" + rest, "/a b\tc\nd\\040"},
         {"bytes that other programs take for spaces",
@@ -25,29 +23,23 @@ TEST(MountTableTest, ReadsEachLine) {
         {"cut line",                                  "7 1 8:1 /\n",                                  std::nullopt     },
         {"a bad line before",                         "garbage\n7 1 8:1 / /mnt" + rest,               "/mnt"           },
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_EQ(MountTable::parse(c.text).mountPoint(7), c.point);
+    for (const auto& [name, text, point] : cases) {
+        EXPECT_EQ(MountTable::parse(text).mountPoint(7), point) << name;
     }
 }
 
 TEST(MountTableTest, FindsMountsByWholeComponents) {
     const MountTable table =
         MountTable::parse("1 0 8:1 / / x\n2 1 8:2 / /home/u/disk/in x\n3 1 8:3 / /srv\\040a x\n");
-    struct Case {
-        const char* path;
-        bool isMounted;
-    };
-    const Case cases[] = {
+    const std::pair<const char*, bool> cases[] = {
         {"/home/u/disk/in",        true },
         {"/home/u/disk",           true },
         {"/home/u",                true },
         {"/home/u/disk/in/deeper", false},
         {"/srv a",                 true },
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.path);
-        EXPECT_EQ(table.hasMountAtOrBelow(c.path), c.isMounted);
+    for (const auto& [path, isMounted] : cases) {
+        EXPECT_EQ(table.hasMountAtOrBelow(path), isMounted) << path;
     }
 }
 

@@ -1,18 +1,14 @@
 #include "BrimloCore/Gate/Safety.h"
 #include "BrimloCore/Platform/CloneFile.h"
 #include "BrimloCore/Platform/DirectoryEntry.h"
-#include "BrimloCore/Platform/Fmt.h"
 #include "BrimloCore/Platform/Posix/Descriptor.h"
 #include "BrimloCore/Platform/Processes.h"
-#include "BrimloCore/Platform/Sha256.h"
-#include "BrimloCore/Platform/SystemPaths.h"
 #include "BrimloCore/Platform/Volume.h"
 #include "Support/TempHome.h"
 
 #include <cerrno>
 #include <cstdlib>
 #include <map>
-#include <span>
 
 #include <fcntl.h>
 #include <sys/statvfs.h>
@@ -82,8 +78,6 @@ TEST_F(PlatformOnMacTest, TellsWhatTheSystemSays) {
     EXPECT_TRUE(capacity->availableForImportantUsage);
     EXPECT_EQ(Platform::volumeCapacity(at("missing")), std::nullopt);
     EXPECT_THAT(Platform::runningAppNames(), testing::Contains("Finder"));
-    EXPECT_EQ(Platform::homeFolder(), home());
-    EXPECT_TRUE(Fmt::bytes(0).starts_with("0"));
 }
 
 TEST_F(PlatformOnMacTest, SpellsPathsAsTheSystemDoes) {
@@ -93,17 +87,6 @@ TEST_F(PlatformOnMacTest, SpellsPathsAsTheSystemDoes) {
     EXPECT_EQ(Safety::canonical("/privately"), "/privately");
     EXPECT_EQ(Safety::judge("/private/var").refusal, "protected location");
     EXPECT_EQ(Safety::judge(home() + "/x").refusal, std::nullopt) << "in a home below /private";
-}
-
-TEST_F(PlatformOnMacTest, HashesAsTheStandardHasIt) {
-    Sha256 sha256;
-    // FIPS 180-4, the example of one block.
-    sha256.update(std::as_bytes(std::span{std::string_view{"abc"}}));
-    const auto digest = sha256.finish();
-    ASSERT_TRUE(digest);
-    EXPECT_EQ(digest->front(), 0xba);
-    EXPECT_EQ(digest->back(), 0xad);
-    EXPECT_EQ(sha256.finish()->front(), 0xe3) << "of nothing, begun anew";
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <ctime>
+#include <tuple>
 
 namespace Brimlo::Platform {
 namespace {
@@ -40,25 +41,16 @@ TEST(TrashInfoTest, BringsEachByteBack) {
 }
 
 TEST(TrashInfoTest, ReadsTheNotesOfOthers) {
-    struct Case {
-        const char* name;
-        std::string text;
-        Text path;
-        Text entryID = std::nullopt;
+    const std::tuple<const char*, Text, Text> cases[] = {
+        {"[Trash Info]\nX-Brimlo-Entry=ID\nPath=/a\n", "/a", "ID"},
+        {"Path=/a\nPath=/b\nX-Brimlo-Entry=1\nX-Brimlo-Entry=2\n", "/a", "1"},
+        {"Path=/a%2\n", std::nullopt, std::nullopt},
+        {"Path=/a%00b\n", std::string("/a\0b", 4), std::nullopt},
     };
-    const Case cases[] = {
-        {"keys in another order", "[Trash Info]\nX-Brimlo-Entry=ID\nPath=/a\n", "/a", "ID"},
-        {"the first of two counts",
-         "Path=/a\nPath=/b\nX-Brimlo-Entry=1\nX-Brimlo-Entry=2\n", "/a",
-         "1"},
-        {"cut escape", "Path=/a%2\n", std::nullopt},
-        {"escaped NUL", "Path=/a%00b\n", std::string("/a\0b", 4)},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        const auto info = TrashInfo::parse(c.text);
-        EXPECT_EQ(info ? Text{info->path} : std::nullopt, c.path);
-        EXPECT_EQ(info ? info->entryID : std::nullopt, c.entryID);
+    for (const auto& [text, path, entryID] : cases) {
+        const auto info = TrashInfo::parse(text);
+        EXPECT_EQ(info ? Text{info->path} : std::nullopt, path) << text;
+        EXPECT_EQ(info ? info->entryID : std::nullopt, entryID) << text;
     }
 }
 

@@ -3,6 +3,7 @@
 #include "Support/TempHome.h"
 
 #include <cstdlib>
+#include <tuple>
 
 #include <sys/stat.h>
 
@@ -15,13 +16,8 @@ using namespace std::string_literals;
 class UserFoldersTest : public Testing::TempHome {};
 
 TEST_F(UserFoldersTest, ReadsWhatTheFileNames) {
-    struct Case {
-        const char* name;
-        std::string text;
-        std::vector<std::string> folders;
-    };
     const std::string tooLong(5000, 'x');
-    const Case cases[] = {
+    const std::tuple<const char*, std::string, std::vector<std::string>> cases[] = {
         {"as it is written", "# Comment\nXDG_VIDEOS_DIR=\"$HOME/Filme\"\n",         {"/h/Filme"}    },
         {"elsewhere",        "  XDG_MUSIC_DIR = \"/disk/M u\\\"s\"  # x",           {"/disk/M u\"s"}},
         {"switched off",     "XDG_PUBLICSHARE_DIR=\"$HOME/\"\nXDG_X_DIR=\"$HOME\"", {}              },
@@ -32,8 +28,8 @@ TEST_F(UserFoldersTest, ReadsWhatTheFileNames) {
         {"no text",          "XDG_VIDEOS_DIR=\"/a\0b\"\n\xff\xfe"s,                 {}              },
         {"too long",         "XDG_VIDEOS_DIR=/" + tooLong,                          {}              },
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(parseUserFolders(c.text, "/h"), c.folders) << c.name;
+    for (const auto& [name, text, folders] : cases) {
+        EXPECT_EQ(parseUserFolders(text, "/h"), folders) << name;
     }
 }
 
