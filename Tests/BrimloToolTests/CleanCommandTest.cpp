@@ -100,11 +100,8 @@ TEST_F(CleanCommandTest, GoesTheWholeRoadAndBack) {
 }
 
 TEST_F(CleanCommandTest, TakesWhatWasChosen) {
-    struct Case {
-        std::vector<std::string> arguments;
-        std::vector<std::string> paths;
-    };
-    const Case cases[] = {
+    using Texts = std::vector<std::string>;
+    const std::pair<Texts, Texts> cases[] = {
         {{"--safe"},                                                                 {thumbnails, chrome}         },
         {{"--preselected"},                                                          {thumbnails, modules, chrome}},
         {{"--rule", "photos.thumbnails", "--rule", "artifact.node_modules"},         {thumbnails, modules}        },
@@ -233,7 +230,6 @@ esac
         const std::string image = "docker:image:sha256:ab12";
         const Outcome dry = run({"clean", image, "--dry-run"});
         EXPECT_TRUE(dry.out.contains("Docker image ab12  shop:3  docker.images-unused")) << dry.out;
-        EXPECT_TRUE(dry.out.contains("1 item of Docker's would be removed for good")) << dry.out;
         EXPECT_FALSE(exists(at("removed")));
         const Outcome unknown = run({"clean", "docker:image:x", image, "--yes"});
         EXPECT_EQ(unknown.exitCode, 1);

@@ -4,19 +4,7 @@ namespace Brimlo::Testing {
 
 namespace {
 
-class RulesCommandTest : public ToolTest {
-protected:
-    /// The text of a rule file with one element.
-    static std::string pack(const std::string& element) {
-        return R"({"pack":"custom","version":1,"rules":[)" + element + "]}";
-    }
-
-    static std::string rule(const std::string& id, const std::string& path) {
-        return R"({"id":")" + id + R"(","name":"N","group":"G","personas":["general"],)" +
-               R"("risk":"safe","paths":[")" + path +
-               R"("],"regenerates":"The app makes it again."})";
-    }
-};
+class RulesCommandTest : public ToolTest {};
 
 TEST_F(RulesCommandTest, JudgesAndTriesFiles) {
     write("good", pack(rule("custom.good", "~/cache/a")));
@@ -61,20 +49,15 @@ TEST_F(RulesCommandTest, CarriesRulesFromOneMachineToAnother) {
 TEST_F(RulesCommandTest, DeletesOnlyRulesOfOnesOwn) {
     const std::string mine = write(support("Rules/custom.mine.json"), pack(""));
     const std::string config = write(support("config.json"), "{}");
-    struct Case {
-        std::string id;
-        Outcome outcome;
-    };
-    const Case cases[] = {
+    const std::pair<std::string, Outcome> cases[] = {
         {"npm.cache",
          {2, "", "brimlo: \"npm.cache\" is not one of your rules: they begin with \"custom.\".\n"}},
         {"custom./../../config", {2, "", "brimlo: No rule is called \"custom./../../config\".\n"} },
         {"custom.mine",          {0, "Deleted custom.mine.\n", ""}                                },
         {"custom.mine",          {2, "", "brimlo: No rule is called \"custom.mine\".\n"}          },
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.id);
-        EXPECT_EQ(run({"rules", "delete", c.id}), c.outcome);
+    for (const auto& [id, outcome] : cases) {
+        EXPECT_EQ(run({"rules", "delete", id}), outcome) << id;
     }
     EXPECT_FALSE(exists(mine));
     EXPECT_TRUE(exists(config));

@@ -27,11 +27,9 @@ TEST_F(ToolInterruptTest, EndsALookAtOnce) {
     }
     std::string rules;
     for (int i = 0; i < 1'000; ++i) {
-        rules += std::string(i == 0 ? "" : ",") + R"({"id": "custom.r)" + std::to_string(i) +
-                 R"(", "name": "n", "group": "g", "personas": ["general"], "risk": "safe",
-                 "paths": ["~/Wide/*/*/*/none"], "regenerates": "The app makes it again."})";
+        rules += (i == 0 ? "" : ",") + rule("custom.r" + std::to_string(i), "~/Wide/*/*/*/none");
     }
-    write(support("Rules/many.json"), R"({"pack":"p","version":1,"rules":[)" + rules + "]}");
+    write(support("Rules/many.json"), pack(rules));
     for (const std::string option : {"--no-artifacts", "--json"}) {
         Running running = start({"suggest", option}, {});
         ASSERT_TRUE(comesTrue([&] { return running.isReady(); }));

@@ -110,6 +110,15 @@ std::string ToolTest::support(std::string_view name) {
     return "Library/Application Support/Brimlo/" + std::string{name};
 }
 
+std::string ToolTest::rule(const std::string& id, const std::string& path) {
+    return R"({"id":")" + id + R"(","name":"N","group":"G","personas":["general"],"risk":"safe",)" +
+           R"("paths":[")" + path + R"("],"regenerates":"The app makes it again."})";
+}
+
+std::string ToolTest::pack(const std::string& elements) {
+    return R"({"pack":"custom","version":1,"rules":[)" + elements + "]}";
+}
+
 std::vector<std::string> ToolTest::trashed() const {
     std::vector<std::string> names;
     std::error_code missing;

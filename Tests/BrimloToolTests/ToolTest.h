@@ -61,6 +61,12 @@ protected:
     /// A file of the support folder, from home.
     [[nodiscard]] static std::string support(std::string_view name);
 
+    /// The text of a rule for one path.
+    [[nodiscard]] static std::string rule(const std::string& id, const std::string& path);
+
+    /// The text of a rule pack with these elements.
+    [[nodiscard]] static std::string pack(const std::string& elements);
+
     /// The names in the Trash, sorted.
     [[nodiscard]] std::vector<std::string> trashed() const;
 };

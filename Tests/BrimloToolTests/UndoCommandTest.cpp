@@ -6,28 +6,18 @@ namespace {
 
 class UndoCommandTest : public ToolTest {
 protected:
-    /// Cleans an item, and returns its entry.
-    [[nodiscard]] Json::Value clean(const std::string& name) const {
+    /// Cleans an item, and returns a text of its entry.
+    std::string clean(const std::string& name, const char* key = "id") const {
         write(name);
         EXPECT_EQ(run({"clean", name, "--yes"}).exitCode, 0);
-        const Json::Value history = answer({"history"});
-        for (const Json::Value& entry : history.as_array()) {
-            if (entry.at("originalPath").as_string() == at(name)) {
-                return entry;
-            }
-        }
-        return {};
-    }
-
-    static std::string text(const Json::Value& entry, const char* key) {
-        return std::string{std::string_view{entry.at(key).as_string()}};
+        return std::string{std::string_view{answer({"history"}).at(0).at(key).as_string()}};
     }
 };
 
 TEST_F(UndoCommandTest, RestoresWhatIsNamed) {
-    const std::string first = text(clean("first"), "id");
-    const std::string second = text(clean("second"), "batchID");
-    static_cast<void>(clean("third"));
+    const std::string first = clean("first");
+    const std::string second = clean("second", "batchID");
+    clean("third");
     EXPECT_EQ(run({"undo", first.substr(0, 12)}).exitCode, 0);
     EXPECT_EQ(run({"undo", "--batch", second}).exitCode, 0);
     EXPECT_EQ(run({"undo", "--last"}), (Outcome{0, "restored  ~/third\nRestored 1 item.\n", ""}));
@@ -49,19 +39,14 @@ TEST_F(UndoCommandTest, RefusesIdsThatMeanNothingOrTooMuch) {
     const std::string journal =
         "[" + entry("ABCD0001") + "," + entry("ABCD0002") + "," + entry("00000003") + "]";
     write(support("journal.json"), journal);
-    struct Case {
-        std::vector<std::string> arguments;
-        std::string sentence;
-    };
-    const Case cases[] = {
+    const std::pair<std::vector<std::string>, std::string> cases[] = {
         {{"undo", "ffff"},            "No entry of the journal has the id \"ffff\"."},
         {{"undo", "abcd"},
          "More than one entry of the journal has an id that begins with \"abcd\"."  },
         {{"undo", "--batch", "ffff"}, "No clean has the id \"ffff\"."               },
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::PrintToString(c.arguments));
-        EXPECT_EQ(run(c.arguments), (Outcome{1, "", "brimlo: " + c.sentence + "\n"}));
+    for (const auto& [arguments, sentence] : cases) {
+        EXPECT_EQ(run(arguments), (Outcome{1, "", "brimlo: " + sentence + "\n"}));
     }
     const Json::Value lost = answer({"undo", "abcd0002"}, 1);
     EXPECT_EQ(
