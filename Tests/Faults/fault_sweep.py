@@ -21,12 +21,10 @@ import argparse
 import collections
 import concurrent.futures
 import os
-import shutil
 import sys
-import tempfile
 
 from upkeep import UPKEEP
-from victim import ERRORS, ITEMS, ROADS, SKIPPED, Fault, boundaries, prepared, strace_reason, told
+from victim import ERRORS, ITEMS, ROADS, SKIPPED, Fault, boundaries, prepared, strace_reason, told, work_folder
 
 MOST_FAULTS = 500
 WORKERS = 2
@@ -145,8 +143,7 @@ def main():
         print("Skipped: " + reason)
         return SKIPPED
     tool = os.path.abspath(arguments.tool)
-    base = os.path.realpath(tempfile.mkdtemp(prefix="brimlo-faults-"))
-    try:
+    with work_folder(arguments.keep) as base:
         faults = [
             Fault(road, call, kind, number)
             for road in arguments.roads or ROADS
@@ -170,9 +167,6 @@ def main():
         told("faults at system calls", int(total["hit"]), int(total["broken"]))
         # Where next to none hit, the list of calls was wrong and nothing has been proved.
         return 1 if problems or total["hit"] < 0.9 * total["faults"] else 0
-    finally:
-        if not arguments.keep:
-            shutil.rmtree(base, ignore_errors=True)
 
 
 if __name__ == "__main__":

@@ -12,24 +12,13 @@ clean and an undo must hold there. Needs root, loop devices and strace; exits wi
 import argparse
 import collections
 import os
-import pathlib
 import shutil
-import subprocess
 import sys
-import tempfile
 
-from victim import SKIPPED, Fault, Home, boundaries, enter_own_mounts, prepared, strace_reason, told
-
-MAKE = {
-    "ext4": ["mkfs.ext4", "-q", "-F"],
-    "xfs": ["mkfs.xfs", "-q", "-f"],
-    "btrfs": ["mkfs.btrfs", "-q", "-f"],
-}
-SIZE = 320 << 20  # The least that mkfs.xfs takes.
-
-
-def sh(*words):
-    subprocess.run([str(word) for word in words], check=True, capture_output=True)
+from victim import (
+    MAKE, SKIPPED, Fault, Home, boundaries, enter_own_mounts, make_image, prepared, sh, strace_reason, told,
+    work_folder,
+)  # fmt: skip
 
 
 class Mounted:
@@ -64,9 +53,7 @@ class Copied(Home):
 def made(base, system, tool, road):
     """An image with a home on it, all written; and that home."""
     image, point = base / f"{system}-{road}", base / "mounted"
-    with open(image, "wb") as file:
-        file.truncate(SIZE)
-    sh(*MAKE[system], image)
+    make_image(image, system)
     with Mounted(system, image, point):
         home = prepared(point / "home", tool, road)
         sh("sync", "-f", point)
@@ -119,9 +106,8 @@ def main():
         return SKIPPED
     enter_own_mounts()
     tool = os.path.abspath(arguments.tool)
-    base = pathlib.Path(os.path.realpath(tempfile.mkdtemp(prefix="brimlo-power-")))
     total = 0
-    try:
+    with work_folder(arguments.keep) as base:
         for system in arguments.systems or MAKE:
             if shutil.which(MAKE[system][0]) is None:
                 print(f"Skipped: power cuts on {system}: {MAKE[system][0]} is not installed")
@@ -142,9 +128,6 @@ def main():
             print(f"{system:6}" + "".join(f" {name} {int(n)}" for name, n in sums.items()))
             told(f"power cuts on {system}", sums["cuts"], int(sums["broken"]))
             total += sums["broken"]
-    finally:
-        if not arguments.keep:
-            shutil.rmtree(base, ignore_errors=True)
     return 1 if total else 0
 
 

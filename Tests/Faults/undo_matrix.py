@@ -17,7 +17,7 @@ import subprocess
 import sys
 import tempfile
 
-from victim import SKIPPED, enter_own_mounts, told
+from victim import SKIPPED, enter_own_mounts, make_image, sh, told
 
 NOBODY = 65534
 NAMES = [
@@ -99,27 +99,16 @@ def tell(path, is_lower=False):
     return told_of
 
 
-def sh(*words):
-    subprocess.run([str(word) for word in words], check=True, capture_output=True)
-
-
-def image(base, make):
-    file = base / ("image." + make[0])
-    with open(file, "wb") as handle:
-        handle.truncate(320 << 20)
-    sh(*make, file)
-    return file
-
-
-def on_loop(*make):
+def on_loop(system):
     def mount(base, point):
-        sh("mount", "-o", "loop", image(base, make), point)
+        make_image(base / "image", system)
+        sh("mount", "-o", "loop", base / "image", point)
 
     return mount
 
 
 def subvolume(base, point):
-    on_loop("mkfs.btrfs", "-q", "-f")(base, point)
+    on_loop("btrfs")(base, point)
     sh("btrfs", "subvolume", "create", point / "work")
 
 
@@ -139,9 +128,9 @@ def bind(base, point):
 
 SYSTEMS = {
     "home": lambda base, point: None,
-    "ext4": on_loop("mkfs.ext4", "-q", "-F"),
-    "xfs": on_loop("mkfs.xfs", "-q", "-f"),
-    "btrfs": on_loop("mkfs.btrfs", "-q", "-f"),
+    "ext4": on_loop("ext4"),
+    "xfs": on_loop("xfs"),
+    "btrfs": on_loop("btrfs"),
     "subvolume": subvolume,
     "tmpfs": lambda base, point: sh("mount", "-t", "tmpfs", "-o", "size=600m", "tmpfs", point),
     "overlay": overlay,

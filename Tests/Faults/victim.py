@@ -1,6 +1,7 @@
 """A home folder to do harm to, and the ways to look at it afterwards."""
 
 import collections
+import contextlib
 import json
 import os
 import pathlib
@@ -8,6 +9,7 @@ import re
 import shutil
 import subprocess
 import sys
+import tempfile
 import urllib.parse
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tools"))
@@ -33,6 +35,12 @@ ERRORS = {
     "write": ("EIO", "ENOSPC"),
     "ftruncate": ("EIO",),
     "flock": ("ENOLCK",),
+}
+
+MAKE = {
+    "ext4": ["mkfs.ext4", "-q", "-F"],
+    "xfs": ["mkfs.xfs", "-q", "-f"],
+    "btrfs": ["mkfs.btrfs", "-q", "-f"],
 }
 
 ITEMS = ("file", "tree", "link", "odd %41\n \u00e9;")
@@ -210,6 +218,27 @@ def strace_reason():
     probe = ["strace", "-f", "-qq", "-o", os.devnull, "-e", "inject=fsync:error=EIO:when=9", "true"]
     done = subprocess.run(probe, capture_output=True, check=False)
     return None if done.returncode == 0 else "this system allows no tracing: " + str(done.stderr)
+
+
+def sh(*words):
+    subprocess.run([str(word) for word in words], check=True, capture_output=True)
+
+
+def make_image(file, system):
+    """An empty file system, of the least size that mkfs.xfs takes."""
+    with open(file, "wb") as handle:
+        handle.truncate(320 << 20)
+    sh(*MAKE[system], file)
+
+
+@contextlib.contextmanager
+def work_folder(is_kept=False):
+    path = pathlib.Path(os.path.realpath(tempfile.mkdtemp(prefix="brimlo-faults-")))
+    try:
+        yield path
+    finally:
+        if not is_kept:
+            shutil.rmtree(path, ignore_errors=True)
 
 
 def enter_own_mounts():

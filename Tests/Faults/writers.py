@@ -12,15 +12,13 @@ import argparse
 import collections
 import json
 import os
-import pathlib
 import random
 import shutil
 import subprocess
 import sys
-import tempfile
 import time
 
-from victim import told
+from victim import told, work_folder
 
 WRITERS = 8
 ITEMS = 40
@@ -103,9 +101,8 @@ def main():
     parser.add_argument("--rounds", type=int, default=8)
     arguments = parser.parse_args()
     chance = random.Random(20260301)
-    base = pathlib.Path(os.path.realpath(tempfile.mkdtemp(prefix="brimlo-writers-")))
     kills = missed = broken = 0
-    try:
+    with work_folder() as base:
         for number in range(arguments.rounds):
             work = Round(os.path.abspath(arguments.tool), base / str(number))
             killed = work.disturb(chance)
@@ -115,8 +112,6 @@ def main():
             for text in found[:5]:
                 print(f"BROKEN round {number}: {text}")
             shutil.rmtree(work.home)
-    finally:
-        shutil.rmtree(base, ignore_errors=True)
     print(f"{kills} of {arguments.rounds * WRITERS} writers killed, {missed} items without entry")
     told("rounds of eight writers at once", arguments.rounds, broken)
     return 1 if broken else 0
