@@ -21,16 +21,12 @@ MANUAL = SOURCES / "packaging/manual"
 CASES = [
     ("brimlo su", ["suggest"]),
     ("brimlo trash ", ["size", "purge", "empty"]),
-    ("brimlo trash p", ["purge"]),
     ("brimlo size manu", ["manual.txt"]),
-    ("brimlo scan --sort ", ["size", "name", "modified", "items"]),
     ("brimlo scan --sort=na", ["name"]),
-    ("brimlo clean --pre", ["--preselected"]),
     ("brimlo trash purge --o", ["--older-than"]),
     ("brimlo suggest --persona gam", ["gamedev", "gaming"]),
     ("brimlo clean --rule npm.c", ["npm.cache"]),
     ("brimlo rules show artifact.node_m", ["artifact.node_modules"]),
-    ("brimlo config stale", ["stale-days"]),
     ("brimlo config auto-clean-e", ["auto-clean-enabled"]),
     ("brimlo --ver", ["--version"]),
 ]
