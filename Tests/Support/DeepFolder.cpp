@@ -1,5 +1,8 @@
 #include "Support/DeepFolder.h"
 
+#include <gtest/gtest.h>
+
+#include <cstdlib>
 #include <utility>
 
 #include <fcntl.h>
@@ -8,11 +11,10 @@
 
 namespace Brimlo::Testing {
 
-DeepFolder::DeepFolder(std::string path, int depth)
-    : path_{std::move(path)}
-    , depth_{depth} {
+DeepFolder::DeepFolder(std::string path)
+    : path_{std::move(path)} {
     int folder = open(path_.c_str(), O_RDONLY | O_DIRECTORY);
-    for (int level = 0; level < depth; ++level) {
+    for (int level = 0; level < kDepth; ++level) {
         mkdirat(folder, kName, 0755);
         mkdirat(folder, "side", 0755);
         const int next = openat(folder, kName, O_RDONLY | O_DIRECTORY);
@@ -28,24 +30,10 @@ DeepFolder::DeepFolder(std::string path, int depth)
     close(folder);
 }
 
-// From the bottom up, relative to open folders, because no path reaches the bottom.
+// rm works relative to open folders, because no path reaches the bottom.
 DeepFolder::~DeepFolder() {
-    int folder = open(path_.c_str(), O_RDONLY | O_DIRECTORY);
-    for (int next = folder; next >= 0; next = openat(folder, kName, O_RDONLY | O_DIRECTORY)) {
-        if (next != folder) {
-            close(folder);
-            folder = next;
-        }
-    }
-    unlinkat(folder, "file", 0);
-    for (int level = 0; level < depth_; ++level) {
-        const int above = openat(folder, "..", O_RDONLY | O_DIRECTORY);
-        close(folder);
-        folder = above;
-        unlinkat(folder, kName, AT_REMOVEDIR);
-        unlinkat(folder, "side", AT_REMOVEDIR);
-    }
-    close(folder);
+    const std::string command = "/bin/rm -rf '" + path_ + "/" + kName + "' '" + path_ + "/side'";
+    EXPECT_EQ(std::system(command.c_str()), 0);
 }
 
 }  // namespace Brimlo::Testing

@@ -14,7 +14,7 @@ public:
     /// The path is four times as long as the system allows.
     static constexpr int kDepth = 400;
 
-    explicit DeepFolder(std::string path, int depth = kDepth);
+    explicit DeepFolder(std::string path);
     ~DeepFolder();
 
     DeepFolder(const DeepFolder&) = delete;
@@ -27,7 +27,6 @@ public:
 
 private:
     std::string path_;
-    int depth_ = 0;
     std::int64_t blocks_ = 0;
 };
 

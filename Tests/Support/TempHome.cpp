@@ -82,9 +82,8 @@ std::string TempHome::link(std::string_view relative, std::string_view target) c
 void TempHome::age(const std::string& path, double days) const {
     constexpr double kSecondsADay = 86'400;
     const auto seconds = std::time(nullptr) - static_cast<std::time_t>(days * kSecondsADay);
-    const std::array<timespec, 2> times{
-        {{.tv_sec = seconds, .tv_nsec = 0}, {.tv_sec = seconds, .tv_nsec = 0}}
-    };
+    const timespec moment{.tv_sec = seconds, .tv_nsec = 0};
+    const std::array times{moment, moment};
     utimensat(AT_FDCWD, path.c_str(), times.data(), AT_SYMLINK_NOFOLLOW);
 }
 
