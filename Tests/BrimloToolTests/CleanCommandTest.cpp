@@ -172,13 +172,9 @@ TEST_F(CleanCommandTest, SaysWhatTheJournalLacks) {
             "Moved 1 item to the Trash, 4 KB. The space is free once the Trash is emptied.\n"
             "1 item could not be recorded. \"brimlo undo\" does not know them; only the desktop's "
             "own Trash can put them back.\n"));
-    const std::string unreadable = "brimlo: The journal can't be read: Invalid argument.\n";
-    for (const std::vector<std::string>& command : {
-             std::vector<std::string>{"undo", "--last"},
-             {"history"}
-    }) {
-        EXPECT_EQ(run(command), (Outcome{1, "", unreadable}));
-    }
+    const Outcome unreadable{1, "", "brimlo: The journal can't be read: Invalid argument.\n"};
+    EXPECT_EQ(run({"undo", "--last"}), unreadable);
+    EXPECT_EQ(run({"history"}), unreadable);
     EXPECT_EQ(run({"trash", "purge"}).exitCode, 1);
     EXPECT_EQ(run({"autoclean", "--force", "--execute"}).exitCode, 1);
 }
@@ -216,9 +212,8 @@ TEST_F(CleanCommandTest, RemovesDockersObjectsByTheirNames) {
         R"(#!/bin/sh
 case "$*" in
     'system df -v --format json') echo '{"Images":[{"ID":"sha256:ab12","Repository":"shop","Tag":"3",
-        "Containers":"0","Size":"5MB","UniqueSize":"5MB"}],"Volumes":[{"Name":"data","Links":"0","Size":"1MB"}]}';;
+        "Containers":"0","Size":"5MB","UniqueSize":"5MB"}]}';;
     rmi*) touch "$HOME/removed";;
-    volume*) exit 1;;
 esac
 )");
     std::filesystem::permissions(docker, std::filesystem::perms::owner_all);
@@ -235,12 +230,6 @@ esac
         EXPECT_EQ(unknown.exitCode, 1);
         EXPECT_EQ(unknown.err, "brimlo: Docker lists nothing unused as \"docker:image:x\".\n");
         EXPECT_FALSE(exists(at("removed")));
-
-        const Outcome volume = run({"clean", "docker:volume:data", write("file"), "--yes"});
-        EXPECT_EQ(volume.exitCode, 1);
-        const std::string why = "Docker volume data: Docker refused and gave no reason\n";
-        EXPECT_TRUE(volume.out.contains("failed      " + why)) << volume.out;
-        EXPECT_THAT(trashed(), testing::ElementsAre("file"));
         EXPECT_EQ(run({"clean", image, "--yes"}).exitCode, 0);
         EXPECT_TRUE(exists(at("removed")));
         EXPECT_TRUE(run({"history"}).out.contains("Docker image ab12\n"));

@@ -1,11 +1,11 @@
 #include "BrimloToolTests/ToolTest.h"
 
 #include "BrimloCore/Platform/Processes.h"
+#include "BrimloCore/Support/Files.h"
 
 #include <algorithm>
 #include <chrono>
 #include <csignal>
-#include <filesystem>
 #include <string>
 #include <thread>
 #include <utility>
@@ -120,12 +120,8 @@ std::string ToolTest::pack(const std::string& elements) {
 }
 
 std::vector<std::string> ToolTest::trashed() const {
-    std::vector<std::string> names;
-    std::error_code missing;
-    for (const auto& entry :
-         std::filesystem::directory_iterator{at(".local/share/Trash/files"), missing}) {
-        names.push_back(entry.path().filename().string());
-    }
+    auto names =
+        Folders::names(at(".local/share/Trash/files")).value_or(std::vector<std::string>{});
     std::ranges::sort(names);
     return names;
 }
