@@ -6,7 +6,6 @@
 #include <limits>
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace Brimlo::Platform {
@@ -86,13 +85,6 @@ std::string with(std::string bytes, std::size_t at, auto number) {
 }
 
 using Lines = std::vector<std::string>;
-
-TEST(AttributeRecordsTest, AsksForWhatItReads) {
-    const auto all = AttributeRecords::request(EntryDetail::allocation);
-    EXPECT_EQ(std::pair(all.commonattr, all.fileattr), std::pair(kAllCommon, 5U));
-    const auto kinds = AttributeRecords::request(EntryDetail::kind);
-    EXPECT_EQ(std::pair(kinds.commonattr, kinds.fileattr), std::pair(0x80000009U, 0U));
-}
 
 TEST(AttributeRecordsTest, ReadsWhatTheKernelPacks) {
     const std::uint64_t most = std::numeric_limits<std::uint64_t>::max();

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <tuple>
 
 #include <sys/stat.h>
@@ -81,19 +82,17 @@ TEST_F(DesktopEntryTest, PassesOverWhatIsNoEntry) {
 }
 
 TEST_F(DesktopEntryTest, NamesRunningApplications) {
-    std::string self(4'096, '\0');
-    self.resize(static_cast<std::size_t>(readlink("/proc/self/exe", self.data(), self.size())));
-    const std::string name = self.substr(self.rfind('/') + 1);
+    const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe");
     const auto isRunning = [](const std::string& application) {
         const std::vector<std::string> names = runningAppNames();
         EXPECT_TRUE(std::ranges::is_sorted(names));
         return std::ranges::count(names, application) == 1;
     };
-    EXPECT_TRUE(isRunning(name));
+    EXPECT_TRUE(isRunning(self.filename()));
     EXPECT_FALSE(isRunning("The Tests"));
     write(
         ".local/share/applications/tests.desktop",
-        "[Desktop Entry]\nName=The Tests\nExec=\"" + self + "\"\n");
+        "[Desktop Entry]\nName=The Tests\nExec=\"" + self.string() + "\"\n");
     EXPECT_TRUE(isRunning("The Tests"));
 }
 

@@ -11,7 +11,6 @@
 #include <map>
 
 #include <fcntl.h>
-#include <sys/statvfs.h>
 #include <unistd.h>
 
 namespace Brimlo {
@@ -68,11 +67,6 @@ TEST_F(PlatformOnMacTest, ClonesAFile) {
 TEST_F(PlatformOnMacTest, TellsWhatTheSystemSays) {
     const auto capacity = Platform::volumeCapacity("/");
     ASSERT_TRUE(capacity);
-    struct statvfs status{};
-    ASSERT_EQ(statvfs("/", &status), 0);
-    EXPECT_EQ(
-        capacity->total,
-        std::int64_t{status.f_blocks} * static_cast<std::int64_t>(status.f_frsize));
     EXPECT_GT(capacity->available, 0);
     EXPECT_LT(capacity->available, capacity->total);
     EXPECT_TRUE(capacity->availableForImportantUsage);
