@@ -19,13 +19,7 @@ using Testing::exists;
 
 class AppConfigTest : public Testing::TempHome {
 protected:
-    [[nodiscard]] std::vector<std::string> names() const {
-        std::vector<std::string> result;
-        for (const auto& entry : std::filesystem::directory_iterator{home()}) {
-            result.push_back(entry.path().filename().string());
-        }
-        return result;
-    }
+    [[nodiscard]] std::vector<std::string> names() const { return Folders::names(home()).value(); }
 
     static std::function<void(AppConfig&)> become(const AppConfig& wanted) {
         return [wanted](AppConfig& config) { config = wanted; };

@@ -1,5 +1,6 @@
 #include "BrimloCore/Support/RuleJson.h"
 
+#include "BrimloCoreTests/Support/SampleRule.h"
 #include "BrimloCoreTests/Support/Words.h"
 
 #include <utility>
@@ -9,15 +10,7 @@ namespace {
 
 using Testing::words;
 
-const CleanupRule kBare{
-    .id = "a.b",
-    .name = "N",
-    .group = "G",
-    .personas = {Persona::general},
-    .risk = Risk::safe,
-    .paths = {"~/x"},
-    .regenerates = "R",
-};
+const CleanupRule kBare = Testing::sampleRule("a.b");
 
 Lossy<CleanupRule> decode(const std::string& element) {
     const auto pack = RuleJson::decodePack(R"({"pack":"p","rules":[)" + element + "]}");
@@ -129,8 +122,9 @@ TEST(RuleJsonTest, WritesAllKeysInOrderAndReadsThemBack) {
     EXPECT_EQ(Json::compact(RuleJson::encode(*decode(full).value)), full);
     EXPECT_EQ(
         Json::compact(RuleJson::encode(kBare)),
-        R"({"id":"a.b","name":"N","group":"G","personas":["general"],"risk":"safe",)"
-        R"("paths":["~/x"],"regenerates":"R","quitApps":[],"contentsOnly":false,"excludes":[],)"
+        R"({"id":"a.b","name":"Mine","group":"A Tool Of Mine","personas":["general"],"risk":"safe",)"
+        R"("paths":["~/.cache/mine"],"regenerates":"It is made again.","quitApps":[],)"
+        R"("contentsOnly":false,"excludes":[],)"
         R"("catchAll":false,"confidence":"documented","sources":[]})");
     EXPECT_EQ(
         Json::compact(RuleJson::encode(ArtifactPattern{.id = "i", .markers = {"m"}})),

@@ -40,14 +40,6 @@ TEST(TextTest, ShowsNothingButText) {
     EXPECT_TRUE(Text::isValid("\0é\uFFFF\U0010FFFF"s));
 }
 
-TEST(TextTest, LowersAndTrims) {
-    EXPECT_EQ(Text::folded("\u00C9\u212A"), Text::folded("E\u0301k"));
-    EXPECT_NE(Text::decomposed("É"), Text::decomposed("é"));
-    EXPECT_EQ(Text::lowercased("ABC-É"), "abc-é");
-    EXPECT_EQ(Text::trimmed(" \t a b\n\t "), "a b\n");
-    EXPECT_EQ(Text::trimmed(" \t"), "");
-}
-
 TEST(TextTest, ReadsDatesThatItCanWrite) {
     const std::pair<const char*, std::int64_t> good[] = {
         {"1970-01-01T00:00:00Z",      0              },

@@ -21,14 +21,6 @@ protected:
     UserRules::Loaded load(const std::string& folder = "rules") const {
         return UserRules::load(at(folder));
     }
-
-    static std::vector<std::string> ids(const UserRules::Loaded& loaded) {
-        std::vector<std::string> ids;
-        for (const CleanupRule& rule : loaded.rules) {
-            ids.push_back(rule.id);
-        }
-        return ids;
-    }
 };
 
 TEST_F(UserRulesTest, LoadsFilesInTheOrderOfTheirNames) {
@@ -56,7 +48,7 @@ TEST_F(UserRulesTest, TellsWhatIsWrongWithEachFile) {
     makeFolder("rules/w.json");
     link("rules/x.json", "nowhere");
     const UserRules::Loaded loaded = load();
-    EXPECT_EQ(ids(loaded), std::vector<std::string>{"custom.good"});
+    EXPECT_EQ(loaded.rules, std::vector{sampleRule("custom.good")});
     EXPECT_EQ(
         loaded.issues,
         (std::vector<std::string>{
@@ -79,15 +71,10 @@ TEST_F(UserRulesTest, SavesWhatItLoads) {
 TEST_F(UserRulesTest, SavesNoRuleThatCouldNotBeLoaded) {
     CleanupRule invalid = sampleRule("custom.a");
     invalid.name = "";
-    invalid.regenerates = "";
+    invalid.paths = {};
     const auto refused = UserRules::save(invalid, folder());
     ASSERT_FALSE(refused);
-    const Error expected{
-        .domain = "Brimlo",
-        .code = 10,
-        .description =
-            "Give the rule a name.\nDescribe in a sentence what happens after deletion (what "
-            "recreates it, or that it will be gone)."};
+    const Error expected{"Brimlo", 10, "Give the rule a name.\nAdd at least one path."};
     EXPECT_EQ(refused.error(), expected);
     for (const std::string& id : {"../a"s, "a/b"s, "a\0b"s, "a\n"s, ""s}) {
         EXPECT_FALSE(UserRules::save(sampleRule(id), folder()));
@@ -111,7 +98,7 @@ TEST_F(UserRulesTest, RemovesARuleForGood) {
         EXPECT_TRUE(UserRules::remove(id, folder())) << id;
     }
     EXPECT_TRUE(UserRules::remove("custom.a", folder()));
-    EXPECT_EQ(ids(load()), std::vector<std::string>{"custom.b"});
+    EXPECT_EQ(load().rules, std::vector{sampleRule("custom.b")});
     EXPECT_TRUE(exists(at("x.json")) && exists(at("rules/inner/y.json")));
     const auto missing = UserRules::remove("custom.a", folder());
     ASSERT_FALSE(missing);
