@@ -1,12 +1,10 @@
 #include "BrimloCore/Platform/Linux/DesktopEntry.h"
 
 #include "BrimloCore/Platform/Linux/ApplicationNames.h"
-#include "BrimloCore/Platform/Processes.h"
 #include "Support/TempHome.h"
 
 #include <algorithm>
 #include <cstdlib>
-#include <filesystem>
 #include <tuple>
 
 #include <sys/stat.h>
@@ -79,21 +77,6 @@ TEST_F(DesktopEntryTest, PassesOverWhatIsNoEntry) {
         names.push_back(entry.name);
     }
     EXPECT_EQ(names, std::vector<std::string>{"App"});
-}
-
-TEST_F(DesktopEntryTest, NamesRunningApplications) {
-    const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe");
-    const auto isRunning = [](const std::string& application) {
-        const std::vector<std::string> names = runningAppNames();
-        EXPECT_TRUE(std::ranges::is_sorted(names));
-        return std::ranges::count(names, application) == 1;
-    };
-    EXPECT_TRUE(isRunning(self.filename()));
-    EXPECT_FALSE(isRunning("The Tests"));
-    write(
-        ".local/share/applications/tests.desktop",
-        "[Desktop Entry]\nName=The Tests\nExec=\"" + self.string() + "\"\n");
-    EXPECT_TRUE(isRunning("The Tests"));
 }
 
 TEST_F(DesktopEntryTest, NamesApplicationsInPackagesAndBehindInterpreters) {
