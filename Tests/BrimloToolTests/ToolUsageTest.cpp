@@ -80,6 +80,8 @@ TEST_F(ToolUsageTest, AnswersWithOneDocumentOfTheTypesFields) {
         {{"history"},
          "[{id,date,originalPath,trashPath,size,undone,purgedFromTrash,trashID,batchID}]"},
         {{"trash", "size"},                 "{bytes}"                                    },
+        {{"autoclean"},
+         "{skippedReason,planned[],purge{bytes,removed,failures[]},purgedFromTrash}"     },
         {{"config"},
          "{autoCleanEnabled,freeSpaceThresholdGB,staleDays,trashRetentionDays,"
          "autoCleanIncludesCustomRules,cliInstallOffered}"                               },
