@@ -113,29 +113,22 @@ TEST_F(RuleValidationTest, JudgesEachPath) {
 }
 
 TEST_F(RuleValidationTest, AsksForReviewWherePersonalFoldersAreSwept) {
-    struct Case {
-        std::string path;
-        Risk risk;
-        bool contentsOnly;
-        Texts errors;
-        Texts warnings;
-    };
     const std::string folder = never("~/Music", "protected location");
     const std::string stars = "~/Music/*" + kListsEverything;
-    const Case cases[] = {
+    const std::tuple<std::string, Risk, bool, Texts, Texts> cases[] = {
         {"~/Music/*", Risk::review,  false, {},                      {stars}             },
         {"~/Music/*", Risk::rebuild, false, {kMustBeReview},         {stars}             },
         // The contents of the folder itself are refused and warned of.
         {"~/Music",   Risk::review,  true,  {folder},                {kRemovesEverything}},
         {"~/Music",   Risk::safe,    true,  {folder, kMustBeReview}, {kRemovesEverything}},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.path);
+    for (const auto& [path, risk, contentsOnly, errors, warnings] : cases) {
+        SCOPED_TRACE(path);
         CleanupRule rule = Testing::sampleRule("custom.a");
-        rule.paths = {c.path};
-        rule.risk = c.risk;
-        rule.contentsOnly = c.contentsOnly;
-        expectVerdict(rule, c.errors, c.warnings);
+        rule.paths = {path};
+        rule.risk = risk;
+        rule.contentsOnly = contentsOnly;
+        expectVerdict(rule, errors, warnings);
     }
 }
 
