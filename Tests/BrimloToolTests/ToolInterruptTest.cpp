@@ -9,16 +9,7 @@ namespace Brimlo::Testing {
 
 namespace {
 
-class ToolInterruptTest : public ToolTest {
-protected:
-    /// Keeps the journal from the tool, as another process at work does.
-    [[nodiscard]] Platform::Descriptor holdJournal() const {
-        const std::string path = write(support("journal.json.lock"), "");
-        Platform::Descriptor lock{open(path.c_str(), O_RDWR | O_CLOEXEC)};
-        EXPECT_EQ(flock(lock.number(), LOCK_EX), 0);
-        return lock;
-    }
-};
+class ToolInterruptTest : public ToolTest {};
 
 TEST_F(ToolInterruptTest, EndsALookAtOnce) {
     // Each rule of these walks the same folders anew, which keeps the tool busy for seconds.
@@ -41,7 +32,10 @@ TEST_F(ToolInterruptTest, EndsALookAtOnce) {
 TEST_F(ToolInterruptTest, FinishesACleanThatHasBegun) {
     write("one");
     write("two");
-    auto lock = holdJournal();
+    // Another process at work keeps the journal from the tool.
+    const std::string path = write(support("journal.json.lock"), "");
+    Platform::Descriptor lock{open(path.c_str(), O_RDWR | O_CLOEXEC)};
+    ASSERT_EQ(flock(lock.number(), LOCK_EX), 0);
     Running running = start({"clean", "one", "two", "--yes", "--json"}, {});
     // Its note in the Trash is there before the journal is asked for.
     ASSERT_TRUE(comesTrue([&] { return exists(at(".local/share/Trash/info/one.trashinfo")); }));

@@ -48,9 +48,8 @@ TEST_F(UndoCommandTest, RefusesIdsThatMeanNothingOrTooMuch) {
     for (const auto& [arguments, sentence] : cases) {
         EXPECT_EQ(run(arguments), (Outcome{1, "", "brimlo: " + sentence + "\n"}));
     }
-    const Json::Value lost = answer({"undo", "abcd0002"}, 1);
     EXPECT_EQ(
-        Json::compact(lost),
+        Json::compact(answer({"undo", "abcd0002"}, 1)),
         R"({"restored":[],"failures":["/tmp/none/x: Nothing left to restore from"],"unrecorded":[]})");
     EXPECT_EQ(contentOf(at(support("journal.json"))), journal);
 }
