@@ -26,6 +26,13 @@ protected:
         return {paths.begin(), paths.end()};
     }
 
+    /// The idle days of a project in a folder that is 200 days old.
+    std::int64_t idleDays(const std::string& folder) const {
+        makeFolder(folder + "/__pycache__");
+        age(at(folder), 200.5);
+        return ProjectArtifactFinder::find({at(folder)}, 0).at(0).idleDays;
+    }
+
     void writeAged(const std::string& relative, double days) const { age(write(relative), days); }
 };
 
@@ -104,27 +111,17 @@ TEST_F(ProjectArtifactFinderTest, MeasuresTheActivityOfAProject) {
         {"the repository's files",          {{".git/logs/HEAD", 4.5}, {".git/config", 1}}, 4  },
         {"fetching is work",                {{".git/FETCH_HEAD", 3.5}, {".git/index", 4}}, 3  },
     };
-    for (const auto& [name, ages, idleDays] : cases) {
-        SCOPED_TRACE(name);
-        makeFolder("p/__pycache__");
+    for (const auto& [name, ages, expected] : cases) {
         for (const auto& [file, days] : ages) {
             writeAged("p/" + file, days);
         }
-        age(at("p"), 200.5);
-        const auto artifacts = ProjectArtifactFinder::find({at("p")}, 0);
-        ASSERT_FALSE(artifacts.empty());
-        EXPECT_EQ(artifacts.front().idleDays, idleDays);
+        EXPECT_EQ(idleDays("p"), expected) << name;
         fs::remove_all(at("p"));
     }
 }
 
 TEST_F(ProjectArtifactFinderTest, ReadsTheActivityOfTheRepositoryAroundAProject) {
     const std::string deep = "plain/a/b/c/d/e/f/g/h/i";
-    const auto idleDays = [&](const std::string& folder) {
-        makeFolder(folder + "/__pycache__");
-        age(at(folder), 200.5);
-        return ProjectArtifactFinder::find({at(folder)}, 0).front().idleDays;
-    };
     writeAged("plain/.git/HEAD", 5.5);
     writeAged("git dirs/x/HEAD", 6.5);
     link("dangling/.git", "nowhere");
