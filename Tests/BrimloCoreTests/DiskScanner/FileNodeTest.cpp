@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
 namespace Brimlo {
 namespace {
 
@@ -71,38 +69,6 @@ TEST(FileNodeTest, SortsItsChildren) {
         EXPECT_EQ(names(root->sortedChildren(c.key, SortOrder::descending)), c.descending);
     }
     EXPECT_EQ(names(*root->children), "b2 B1 a10 \u00c4 A10") << "the stored order stays";
-}
-
-TEST(FileNodeTest, SortsNamesByTheLanguage) {
-    const struct {
-        const char* locale;
-        const char* expected;
-    } cases[] = {
-        {"en_US.UTF-8", "a A \u00e4 b \u00c9 f Z"},
-        {"sv_SE.UTF-8", "a A b \u00c9 f Z \u00e4"},
-    };
-    // The language is asked for once per process, so each gets one of its own.
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.locale);
-        setenv("LC_ALL", c.locale, 1);
-        EXPECT_EXIT(
-            {
-                Nodes nodes;
-                for (const char* name : {"Z", "f", "b", "\u00c9", "\u00e4", "a", "A"}) {
-                    nodes.push_back(node({.name = name}));
-                }
-                const auto root = folder("root", nodes);
-                const auto sorted = root->sortedChildren(SortKey::name, SortOrder::ascending);
-                const auto reversed = root->sortedChildren(SortKey::name, SortOrder::descending);
-                const bool isReversed = Nodes(reversed.rbegin(), reversed.rend()) == sorted;
-                fprintf(stderr, "<%s>", names(sorted).c_str());
-                std::exit(isReversed ? 0 : 1);
-            },
-            testing::ExitedWithCode(0),
-            std::string{"<"} + c.expected + ">");
-    }
-    unsetenv("LC_ALL");
 }
 
 TEST(FileNodeTest, LeavesTheTreeWithItsBytesAndFiles) {

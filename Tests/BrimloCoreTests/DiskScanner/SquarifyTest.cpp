@@ -22,18 +22,10 @@ TEST(SquarifyTest, LaysOutRows) {
     };
     const Rect square{0, 0, 100, 100};
     const Case cases[] = {
-        {"nothing",         {},         square,            {}                                                                                      },
-        {"zeros",           {0, 0},     square,            {}                                                                                      },
-        {"no weights",      {-1, kNaN}, square,            {}                                                                                      },
-        {"no width",        {1},        {0, 0, 0, 100},    {}                                                                                      },
-        {"no height",       {1},        {0, 0, 100, -1},   {}                                                                                      },
-        {"no number",       {1},        {0, 0, kNaN, 100}, {}                                                                                      },
-        {"one",             {7},        {5, 6, 30, 20},    {{0, {5, 6, 30, 20}}}                                                                   },
-        {"one of three",    {0, 5, 0},  square,            {{1, square}}                                                                           },
-        {"four",
-         {1, 1, 1, 1},
-         square,                                           {{0, {0, 0, 50, 50}}, {1, {0, 50, 50, 50}}, {2, {50, 0, 50, 50}}, {3, {50, 50, 50, 50}}}},
-        {"upright: bands",  {1, 3},     {0, 0, 10, 40},    {{1, {0, 0, 10, 30}}, {0, {0, 30, 10, 10}}}                                             },
+        {"no weights",      {-1, kNaN}, square,            {}                                         },
+        {"no number",       {1},        {0, 0, kNaN, 100}, {}                                         },
+        {"one",             {7},        {5, 6, 30, 20},    {{0, {5, 6, 30, 20}}}                      },
+        {"upright: bands",  {1, 3},     {0, 0, 10, 40},    {{1, {0, 0, 10, 30}}, {0, {0, 30, 10, 10}}}},
         {"the paper's own",
          {6, 6, 4, 3, 2, 2, 1},
          {0, 0, 6, 4},
@@ -43,7 +35,7 @@ TEST(SquarifyTest, LaysOutRows) {
           {3, {3 + 12.0 / 7, 0, 9.0 / 7, 7.0 / 3}},
           {4, {3, 7.0 / 3, 1.2, 5.0 / 3}},
           {5, {4.2, 7.0 / 3, 1.2, 5.0 / 3}},
-          {6, {5.4, 7.0 / 3, 0.6, 5.0 / 3}}}                                                                                                       },
+          {6, {5.4, 7.0 / 3, 0.6, 5.0 / 3}}}                                                          },
     };  // The last example: Bruls, Huizing, van Wijk: Squarified Treemaps, figure 3.
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
