@@ -34,20 +34,14 @@ TEST_F(CleanPlanTest, KeepsNoPathTwiceAndNothingInsideAnother) {
         Paths dropped;
     };
     const Case cases[] = {
-        {"a folder around and its spelling",    {"/a/b/c", "/a/b", "/a/b/"}, {"/a/b"},                 {"/a/b/c"}},
-        {"equal lengths keep their order",      {"/z/1", "/a/2", "/m/3"},    {"/z/1", "/a/2", "/m/3"}, {}        },
-        {"shorter ones first",                  {"/aaa", "/b", "/cc"},       {"/b", "/cc", "/aaa"},    {}        },
-        {"a name is no folder of a longer one", {"/abc", "/abcd"},           {"/abc", "/abcd"},        {}        },
-        {"the root is never looked up",         {"/", "/a"},                 {"/", "/a"},              {}        },
-        {"letter case counts",                  {"/a", "/A/b"},              {"/a", "/A/b"},           {}        },
-        {"characters are counted, not bytes",
-         {"/abc", "/\u00e9\u00e9"},
-         {"/\u00e9\u00e9", "/abc"},
-         {}                                                                                                      },
+        {"a folder around and its spelling",    {"/a/b/c", "/a/b", "/a/b/"}, {"/a/b"},          {"/a/b/c"}},
+        {"a name is no folder of a longer one", {"/abc", "/abcd"},           {"/abc", "/abcd"}, {}        },
+        {"the root is never looked up",         {"/", "/a"},                 {"/", "/a"},       {}        },
+        {"letter case counts",                  {"/a", "/A/b"},              {"/a", "/A/b"},    {}        },
         {"Docker objects compare as text",
          {"docker:image:a/../b", "docker:image:b", "docker:image:b"},
          {"docker:image:b", "docker:image:a/../b"},
-         {}                                                                                                      },
+         {}                                                                                               },
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);

@@ -96,23 +96,6 @@ TEST_F(JournalTest, WritesTheFieldsInOrderAndLeavesAbsentOnesOut) {
     EXPECT_FALSE(exists(corrupt_));
 }
 
-TEST_F(JournalTest, GivesTheLastWrittenFirst) {
-    int number = 0;
-    for (const std::string& date :
-         Testing::words("2026-03-01T09:30:00Z 2026-03-01T09:30:01Z 2026-03-01T09:30:00Z "
-                        "2025-01-01T00:00:00Z 2026-03-01T09:30:01Z")) {
-        EXPECT_TRUE(journal_.append(entryAt(date, std::to_string(number++))));
-    }
-    const Texts expected{"4", "3", "2", "1", "0"};
-    EXPECT_EQ(paths(), expected);
-    EXPECT_TRUE(
-        journal_.update({entries().back().id}, [](JournalEntry& entry) { entry.undone = true; }));
-    EXPECT_EQ(paths(), expected);
-    EXPECT_TRUE(entries().back().undone);
-    const std::string text = contentOf(path_);
-    EXPECT_LT(text.find("\"originalPath\":\"3\""), text.find("\"originalPath\":\"4\""));
-}
-
 TEST_F(JournalTest, KeepsADamagedElementAsideAndReadsTheRest) {
     Texts damaged = Testing::words(R"({"id":1} null [] {} "text" 3)");
     for (const std::string& change : Testing::words(R"(id= id=null id=1 id="x" date= date=null

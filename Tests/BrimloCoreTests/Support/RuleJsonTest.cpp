@@ -80,38 +80,6 @@ TEST(RuleJsonTest, TakesDefaultsForAbsentAndNullFields) {
     EXPECT_TRUE(decodeWith("catchAll=true").value->isCatchAll);
 }
 
-TEST(RuleJsonTest, JudgesEachElementForItselfAndTheDocumentAsAWhole) {
-    const auto pack = RuleJson::decodePack(
-        R"({"rules":[{"id":1},)" + Json::compact(RuleJson::encode(kBare)) +
-        R"(,null],"artifacts":[[],{"id":"i","name":"n","group":"g","personas":[],"risk":1,)"
-        R"("regenerates":"r","names":null}],"version":2,"pack":"p","more":{}})");
-    ASSERT_TRUE(pack && pack->rules && pack->artifacts);
-    const Lossy<CleanupRule> bad{.error = "field \"id\": is not a text"};
-    const Lossy<CleanupRule> none{.error = "is not an object"};
-    const Lossy<CleanupRule> good{.value = kBare};
-    EXPECT_EQ(*pack->rules, (std::vector{bad, good, none}));
-    ArtifactPattern pattern{.id = "i", .name = "n", .group = "g", .risk = Risk::rebuild};
-    pattern.regenerates = "r";
-    ASSERT_EQ(pack->artifacts->size(), 2U);
-    EXPECT_EQ(pack->artifacts->front().error, "is not an object");
-    EXPECT_EQ(pack->artifacts->back().value, pattern);
-
-    const auto empty = RuleJson::decodePack(R"({"pack":""})");
-    EXPECT_TRUE(empty && !empty->rules && !empty->artifacts && !empty->version);
-    const std::string deep(100'000, '[');
-    const std::pair<std::string, const char*> cases[] = {
-        {"[]",                         "a rule pack: is not an object"               },
-        {R"({"pack":null})",           R"(a rule pack: field "pack": is missing)"    },
-        {R"({"pack":"p","rules":{}})", R"(a rule pack: field "rules": is not a list)"},
-        {"",                           "valid JSON: incomplete JSON at byte 0"       },
-        {R"({"pack":"p"} x)",          "valid JSON: extra data at byte 13"           },
-        {deep,                         "valid JSON: too deep at byte 32"             },
-    };
-    for (const auto& [text, error] : cases) {
-        EXPECT_EQ(RuleJson::decodePack(text).error(), std::string{"not "} + error);
-    }
-}
-
 TEST(RuleJsonTest, WritesAllKeysInOrderAndReadsThemBack) {
     const std::string full =
         R"({"id":"x.\"y\"","name":"é\n","group":"G","personas":["design3D","general"],)"
