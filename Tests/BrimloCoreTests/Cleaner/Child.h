@@ -4,6 +4,8 @@
 
 #include <cstdio>
 #include <functional>
+#include <string>
+#include <vector>
 
 #include <grp.h>
 #include <sys/wait.h>
@@ -33,6 +35,23 @@ inline void inChild(const std::function<void()>& body) {
     }
     EXPECT_TRUE(WIFEXITED(status)) << "killed by signal " << WTERMSIG(status);
     EXPECT_EQ(WEXITSTATUS(status), 0) << "the child process has failures, see above";
+}
+
+/// Runs `work` in so many processes at once, each with its number, and waits for them.
+inline void inProcesses(int count, const std::function<void(int)>& work) {
+    std::vector<pid_t> children;
+    for (int number = 0; number < count; ++number) {
+        children.push_back(fork());
+        if (children.back() == 0) {
+            work(number);
+            _exit(0);
+        }
+    }
+    for (const pid_t child : children) {
+        int status = -1;
+        waitpid(child, &status, 0);
+        EXPECT_EQ(status, 0);
+    }
 }
 
 /// Runs the rest of a test as a user whom permissions bind, to whom `home` is given.

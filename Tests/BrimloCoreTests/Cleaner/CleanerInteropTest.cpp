@@ -3,6 +3,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 namespace Brimlo {
 namespace {
@@ -26,12 +27,9 @@ protected:
 };
 
 TEST_F(CleanerInteropTest, OtherProgramsSeeAndRestoreOurItems) {
-    struct Case {
-        std::string name;
-        std::string shown;  ///< `gio` escapes what is not ASCII.
-    };
     const std::string long255(255, 'l');
-    const Case cases[] = {
+    // How `gio` shows a name: it escapes what is not ASCII.
+    const std::pair<std::string, std::string> cases[] = {
         {"plain",  "plain"      },
         {"a b",    "a b"        },
         {"100%25", "100%25"     },
@@ -40,15 +38,15 @@ TEST_F(CleanerInteropTest, OtherProgramsSeeAndRestoreOurItems) {
         {long255,  long255      },
     };
     std::vector<JournalEntry> entries;
-    for (const auto& c : cases) {
-        entries.push_back(trash(write("work/" + c.name, c.name)));
+    for (const auto& [name, shown] : cases) {
+        entries.push_back(trash(write("work/" + name, name)));
     }
     const std::string listing = gio("trash --list");
     if (listing.empty()) {
         GTEST_SKIP() << "gio, its Trash service or dbus-run-session is missing";
     }
-    for (const auto& c : cases) {
-        EXPECT_TRUE(("\n" + listing).contains("\t" + at("work/" + c.shown) + "\n")) << listing;
+    for (const auto& [name, shown] : cases) {
+        EXPECT_TRUE(("\n" + listing).contains("\t" + at("work/" + shown) + "\n")) << listing;
     }
     gio("trash --restore 'trash:///a%20b'");
     EXPECT_EQ(Testing::contentOf(at("work/a b")), "a b");

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <filesystem>
 #include <functional>
+#include <utility>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -20,17 +21,7 @@ using Testing::exists;
 using Testing::kNobody;
 using Lines = std::vector<std::string>;
 
-class CleanerTest : public Testing::CleaningHome {
-protected:
-    /// `text` so many times.
-    static std::string times(int count, const std::string& text) {
-        std::string result;
-        for (int i = 0; i < count; ++i) {
-            result += text;
-        }
-        return result;
-    }
-};
+using CleanerTest = Testing::CleaningHome;
 
 TEST_F(CleanerTest, MovesEachKindOfItem) {
     using Make = std::function<void(const std::string& path)>;
@@ -47,8 +38,8 @@ TEST_F(CleanerTest, MovesEachKindOfItem) {
     };
     const Make outwards = linkTo(at("target"));
     // The name of the note is ten bytes longer and has to fit as well.
-    const std::string longest = times(255, "a");
-    const std::string shortLongest = times(245, "a");
+    const std::string longest(255, 'a');
+    const std::string shortLongest(245, 'a');
     struct Case {
         const char* name;
         std::string item;
@@ -114,11 +105,7 @@ TEST_F(CleanerTest, FindsAFreeNameBesideWhatIsThere) {
     write(".local/share/Trash/files/lost.txt", "an item that lost its note");
     write(".local/share/Trash/info/orphan.txt.trashinfo", "a note that lost its item");
     link(".local/share/Trash/files/dangling.txt", "nowhere");
-    struct Case {
-        const char* name;
-        const char* trashed;
-    };
-    const Case cases[] = {
+    const std::pair<std::string, std::string> cases[] = {
         {"a.txt",        "a.txt"         },
         {"a.txt",        "a.2.txt"       },
         {".a",           ".a"            },
@@ -126,12 +113,10 @@ TEST_F(CleanerTest, FindsAFreeNameBesideWhatIsThere) {
         {"orphan.txt",   "orphan.2.txt"  },
         {"dangling.txt", "dangling.2.txt"},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.trashed);
-        EXPECT_EQ(
-            trash(write(std::string{"work/"} + c.name, c.trashed)).trashPath, inTrash(c.trashed));
-        EXPECT_EQ(contentOf(inTrash(c.trashed)), c.trashed);
-        EXPECT_TRUE(exists(noteOf(c.trashed)));
+    for (const auto& [name, trashed] : cases) {
+        EXPECT_EQ(trash(write("work/" + name, trashed)).trashPath, inTrash(trashed));
+        EXPECT_EQ(contentOf(inTrash(trashed)), trashed);
+        EXPECT_TRUE(exists(noteOf(trashed)));
     }
     for (int i = 0; i < 40; ++i) {
         const std::string content = "one of many " + std::to_string(i);
@@ -208,28 +193,24 @@ TEST_F(CleanerTest, RefusesATrashThatIsNotPrivate) {
         std::filesystem::rename(path, at("moved"));
         std::filesystem::create_symlink(at("moved"), path);
     };
-    struct Case {
-        const char* name;
-        Spoil spoil;
-    };
     // Somebody else may be in any group but the one that has the user's name.
     const Spoil shared = [](const std::string& path) {
         chmod(path.c_str(), chown(path.c_str(), geteuid(), kNobody) == 0 ? 0770 : 0777);
     };
-    const Case cases[] = {
+    const std::pair<const char*, Spoil> cases[] = {
         {"a link",                asLink  },
         {"writable by all",       writable},
         {"writable by its group", shared  },
     };
     const std::string path = write("work/item");
-    for (const auto& c : cases) {
+    for (const auto& [what, spoil] : cases) {
         for (const std::string folder : {"Trash", "Trash/files", "Trash/info"}) {
-            SCOPED_TRACE(folder + " is " + c.name);
+            SCOPED_TRACE(folder + " is " + what);
             std::filesystem::remove_all(at("moved"));
             std::filesystem::remove_all(at(".local/share/Trash"));
             makeFolder(".local/share/Trash/files");
             makeFolder(".local/share/Trash/info");
-            c.spoil(at(".local/share/" + folder));
+            spoil(at(".local/share/" + folder));
             const Lines before = describeTree(at(".local/share"));
             const std::string name = folder.substr(folder.rfind('/') + 1);
             CleanReport expected;

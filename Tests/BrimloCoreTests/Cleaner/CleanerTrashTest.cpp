@@ -1,12 +1,12 @@
 #include "BrimloCore/Cleaner/Cleaner.h"
 #include "BrimloCoreTests/Cleaner/Child.h"
 #include "BrimloCoreTests/Cleaner/CleaningHome.h"
+#include "Support/DeepFolder.h"
 
 #include <chrono>
 #include <filesystem>
 #include <functional>
 
-#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -34,21 +34,6 @@ protected:
         change(entry.id, [&](JournalEntry& changed) {
             changed.date -= std::chrono::seconds{seconds};
         });
-    }
-
-    /// Folders in each other, each with a file, their names as long as can be.
-    void makeDeepTree(const std::string& path, int depth) const {
-        const std::string name(255, 'd');
-        ASSERT_EQ(mkdir(path.c_str(), 0700), 0);
-        int folder = open(path.c_str(), O_RDONLY | O_DIRECTORY);
-        for (int i = 0; i < depth; ++i) {
-            ASSERT_EQ(mkdirat(folder, name.c_str(), 0700), 0);
-            close(openat(folder, "file", O_WRONLY | O_CREAT, 0600));
-            const int next = openat(folder, name.c_str(), O_RDONLY | O_DIRECTORY);
-            close(folder);
-            folder = next;
-        }
-        close(folder);
     }
 };
 
@@ -266,14 +251,13 @@ TEST_F(CleanerTrashTest, PurgeDeletesWhatForbidsItsChange) {
 
 TEST_F(CleanerTrashTest, DeletesDeepTreesWithFewDescriptors) {
     inChild([&] {
-        constexpr int kDepth = 600;
-        makeDeepTree(at("deep"), kDepth);
+        const Testing::DeepFolder deep{makeFolder("deep")};
         setAge(trash(at("deep")), 10);
         const rlimit limit{.rlim_cur = 64, .rlim_max = 64};
         ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &limit), 0);
         EXPECT_EQ(cleaner_.purgeOwnTrash(0, false).bytes, kItemSize);
         EXPECT_TRUE(fs::is_empty(at(".local/share/Trash/files")));
-        makeDeepTree(inTrash("deep"), kDepth / 2);
+        const Testing::DeepFolder other{makeFolder(".local/share/Trash/files/deep")};
         EXPECT_EQ(Cleaner::emptyTrash().failures, Problems{});
         EXPECT_TRUE(fs::is_empty(at(".local/share/Trash/files")));
     });

@@ -154,10 +154,8 @@ TEST_F(CleanerVolumesTest, DeletesNothingThatIsMountedInTheTrash) {
 
 TEST_F(CleanerVolumesTest, AutoCleanLooksAtTheVolumeOfTheHome) {
     withOwnMounts([&] {
-        const std::string own = makeFolder("own");
-        if (mount("none", own.c_str(), "tmpfs", 0, "size=16m") != 0) {
-            GTEST_SKIP() << "nothing can be mounted here";
-        }
+        ASSERT_MOUNTED(mountMemory("own"));
+        const std::string own = at("own");
         setenv("HOME", own.c_str(), 1);
         const AppConfig neverShort{.autoCleanEnabled = true, .freeSpaceThresholdGB = -1};
         const AutoCleanOutcome outcome = AutoCleaner::run(neverShort, cleaner_, true, false);

@@ -10,9 +10,7 @@
 #include <fstream>
 #include <random>
 #include <thread>
-
-#include <fcntl.h>
-#include <unistd.h>
+#include <utility>
 
 namespace Brimlo {
 namespace {
@@ -74,11 +72,7 @@ TEST_F(DuplicateExtrasTest, PutsACloneInThePlaceOfTheDuplicate) {
 TEST_F(DuplicateExtrasTest, LosesNothingThatCameSinceTheSearch) {
     onBtrfs([&] {
         const std::string extra = at("v/2");
-        struct Case {
-            std::string change;
-            std::string reason;
-        };
-        const Case cases[] = {
+        const std::pair<std::string, std::string> cases[] = {
             {"printf x >> 2",                               "is no longer equal"                    },
             {"printf y | dd of=2 conv=notrunc status=none", "is no longer equal"                    },
             {"printf x >> 1",                               "is no longer equal"                    },

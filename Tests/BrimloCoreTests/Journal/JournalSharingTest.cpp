@@ -1,4 +1,5 @@
 #include "BrimloCore/Journal/Journal.h"
+#include "BrimloCoreTests/Cleaner/Child.h"
 #include "Support/TempHome.h"
 
 #include <algorithm>
@@ -6,9 +7,6 @@
 #include <map>
 #include <numeric>
 #include <thread>
-
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace Brimlo {
 namespace {
@@ -57,19 +55,7 @@ protected:
 };
 
 TEST_F(JournalSharingTest, ProcessesLoseNothing) {
-    std::vector<pid_t> children;
-    for (int writer = 0; writer < kWriters; ++writer) {
-        children.push_back(fork());
-        if (children.back() == 0) {
-            work(journal_, writer);
-            _exit(0);
-        }
-    }
-    for (const pid_t child : children) {
-        int status = -1;
-        waitpid(child, &status, 0);
-        EXPECT_EQ(status, 0);
-    }
+    Testing::inProcesses(kWriters, [this](int writer) { work(journal_, writer); });
     expectAll();
 }
 

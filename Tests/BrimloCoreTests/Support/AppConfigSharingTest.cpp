@@ -1,12 +1,10 @@
 #include "BrimloCore/DisabledRules/DisabledRules.h"
 #include "BrimloCore/Support/AppConfig.h"
+#include "BrimloCoreTests/Cleaner/Child.h"
 #include "Support/Proof.h"
 #include "Support/TempHome.h"
 
 #include <cstdint>
-
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace Brimlo {
 namespace {
@@ -27,19 +25,7 @@ protected:
 };
 
 TEST_F(AppConfigSharingTest, ProcessesLoseNothing) {
-    std::vector<pid_t> children;
-    for (int writer = 0; writer < kWriters; ++writer) {
-        children.push_back(fork());
-        if (children.back() == 0) {
-            work(writer);
-            _exit(0);
-        }
-    }
-    for (const pid_t child : children) {
-        int status = -1;
-        waitpid(child, &status, 0);
-        EXPECT_EQ(status, 0);
-    }
+    Testing::inProcesses(kWriters, work);
     constexpr std::int64_t kAll = kWriters * kChanges;
     const std::int64_t lost = kAll - (AppConfig::load().staleDays - AppConfig{}.staleDays) + kAll -
                               std::ssize(DisabledRules::load());
