@@ -10,13 +10,12 @@ using Paths = std::vector<std::string>;
 using CleanPlanTest = Testing::TempHome;
 
 TEST_F(CleanPlanTest, KeepsNoPathTwiceAndNothingInsideAnother) {
-    struct Case {
+    const struct {
         const char* name;
         Paths paths;
         Paths items;
         Paths dropped;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"a folder around and its spelling",    {"/a/b/c", "/a/b", "/a/b/"}, {"/a/b"},          {"/a/b/c"}},
         {"a name is no folder of a longer one", {"/abc", "/abcd"},           {"/abc", "/abcd"}, {}        },
         {"the root is never looked up",         {"/", "/a"},                 {"/", "/a"},       {}        },

@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <set>
 
 #include <sys/mount.h>
 #include <unistd.h>
@@ -218,10 +219,10 @@ void CleanerAliasesTest::fireAtAll(bool isHomeLinked, const char* what) {
         const std::string home = kHome;
         const Testing::Oracle oracle{home};
         // The rows are hundreds, and those of one kind are judged alike.
-        std::vector<std::string> targets;
+        std::set<std::string> targets;
         const std::vector<std::string> all = oracle.places();
         for (std::size_t i = 0; i < all.size(); i += i < kFirst ? 1 : kEachOfSo) {
-            targets.push_back(all[i]);
+            targets.insert(all[i]);
         }
         for (const char* file :
              {"/Library/Application Support/Brimlo",
@@ -229,11 +230,8 @@ void CleanerAliasesTest::fireAtAll(bool isHomeLinked, const char* what) {
               "/.codex/auth.json",
               "/a/.env",
               "/a/id_rsa"}) {
-            targets.push_back(home + file);
+            targets.insert(home + file);
         }
-        std::ranges::sort(targets);
-        const auto repeats = std::ranges::unique(targets);
-        targets.erase(repeats.begin(), repeats.end());
         std::erase_if(targets, [&](const std::string& path) {
             return path == "/" || path == home || path == fs::canonical(home) ||
                    path.ends_with("/.codex") || path.ends_with("/.gemini") ||

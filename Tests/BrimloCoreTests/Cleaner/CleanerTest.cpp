@@ -40,14 +40,13 @@ TEST_F(CleanerTest, MovesEachKindOfItem) {
     // The name of the note is ten bytes longer and has to fit as well.
     const std::string longest(255, 'a');
     const std::string shortLongest(245, 'a');
-    struct Case {
+    const struct {
         const char* name;
         std::string item;
         Make make;
         std::string ending;   ///< Behind the item's path in the plan.
         std::string trashed;  ///< The name it gets.
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"file",                       "file",        file,     "",    "file"       },
         {"folder",                     "folder",      folder,   "",    "folder"     },
         {"folder with a slash behind", "slashed",     folder,   "///", "slashed"    },
@@ -144,13 +143,12 @@ TEST_F(CleanerTest, LeavesWhatItMustNotMove) {
     const std::string credentials = "holds credentials, settings or agent memory";
     const std::string ofTheTrash = "it is part of the Trash or lies there already";
     const std::string share = at(".local/share");
-    struct Case {
+    const struct {
         const char* name;
         std::string path;
         std::string reason;
         bool isRefused;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"vanished",                      at("work/vanished"),   "no longer exists",   false},
         {"text and disk mean two things", otherText,             unreviewed,           false},
         {"name that is no text",          badName,               unwritable,           false},

@@ -277,14 +277,8 @@ TEST_F(FullDiskTest, DeletesWithNoRoomLeft) {
                 Cleaner cleaner{std::make_shared<Journal>(StoragePaths::journal())};
                 write("volume/old/file", std::string(50'000, 'x'));
                 write("volume/single");
-                ASSERT_EQ(
-                    cleaner
-                        .execute(
-                            planFor({at("volume/old"), at("volume/single")}),
-                            DisposalMode::trash,
-                            false)
-                        .processed,
-                    2);
+                const CleanPlan both = planFor({at("volume/old"), at("volume/single")});
+                ASSERT_EQ(cleaner.execute(both, DisposalMode::trash, false).processed, 2);
                 fillUp();
                 const TrashReport report =
                     isPurge ? cleaner.purgeOwnTrash(0, false) : Cleaner::emptyTrash();

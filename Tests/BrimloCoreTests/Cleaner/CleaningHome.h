@@ -5,11 +5,9 @@
 #include "BrimloCoreTests/Cleaner/Child.h"
 #include "Support/TempHome.h"
 
-#include <algorithm>
 #include <expected>
 #include <filesystem>
 #include <functional>
-#include <iterator>
 #include <memory>
 #include <ostream>
 
@@ -21,14 +19,13 @@ namespace Brimlo {
 inline void PrintTo(  // NOLINT(readability-identifier-naming): GoogleTest looks for it
     const CleanReport& report,
     std::ostream* stream) {
-    const auto lines = [](const std::vector<ItemProblem>& problems) {
-        std::vector<std::string> texts;
-        std::ranges::transform(problems, std::back_inserter(texts), &ItemProblem::text);
-        return testing::PrintToString(texts);
-    };
     *stream << report.processed << " processed, " << report.movedToTrashBytes << " bytes moved, "
-            << report.journalIDs.size() << " entries, failures " << lines(report.failures)
-            << ", refused " << lines(report.refused) << ", unrecorded " << lines(report.unrecorded);
+            << report.journalIDs.size() << " entries";
+    for (const auto* problems : {&report.failures, &report.refused, &report.unrecorded}) {
+        for (const ItemProblem& problem : *problems) {
+            *stream << "; " << problem.text();
+        }
+    }
 }
 
 namespace Testing {

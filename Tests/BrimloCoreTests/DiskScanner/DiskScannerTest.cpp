@@ -1,13 +1,11 @@
 #include "BrimloCore/DiskScanner/DiskScanner.h"
 
 #include "BrimloCoreTests/Cleaner/Child.h"
-#include "Support/DeepFolder.h"
 #include "Support/TempHome.h"
 
 #include <filesystem>
 #include <random>
 
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace Brimlo {
@@ -110,14 +108,6 @@ TEST_F(DiskScannerTest, PassesOverWhatItMayNotRead) {
         expectSizes(at("a"), open, open, open + folders);
         expectSizes(at("a/closed"), closed, std::nullopt, closed);
     });
-}
-
-TEST_F(DiskScannerTest, ReachesTheBottomOfADeepFolderWithFewDescriptors) {
-    const Testing::DeepFolder deep{makeFolder("deep")};
-    const rlimit few{.rlim_cur = 100, .rlim_max = 100};
-    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &few), 0);
-    EXPECT_GT(deep.fileBlocks(), 0);
-    EXPECT_EQ(DiskScanner::quickSize(at("deep")), deep.fileBlocks());
 }
 
 }  // namespace

@@ -99,15 +99,14 @@ protected:
 };
 
 TEST_F(TreeScanTest, MergesWhatIsSmallInACrowdedFolder) {
-    struct Case {
+    const struct {
         const char* name;
         int small;
         int large;
         int smallFolders;
         std::size_t kept;
         std::string merged;  ///< Empty where nothing is.
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"few",             40, 0,  0,  40, ""              },
         {"one too many",    41, 0,  0,  0,  "41 small items"},
         {"all large",       0,  41, 0,  41, ""              },
@@ -115,7 +114,7 @@ TEST_F(TreeScanTest, MergesWhatIsSmallInACrowdedFolder) {
         {"folders count",   20, 1,  20, 1,  "40 small items"},
         {"folders make it", 20, 1,  19, 40, ""              },
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         const std::string folder = makeFolder(c.name);
         const std::string prefix = std::string{c.name} + "/";

@@ -5,7 +5,6 @@
 #include "Support/TempHome.h"
 
 #include <filesystem>
-#include <fstream>
 #include <utility>
 
 #include <fcntl.h>
@@ -190,20 +189,15 @@ TEST_F(JournalTest, APreparedEntryCountsOnlyOncePublished) {
 }
 
 TEST_F(JournalTest, RemovesWhatAKilledWriterLeft) {
-    const std::string folder = std::filesystem::path{path_}.parent_path();
-    const std::string name = std::filesystem::path{path_}.filename();
     const std::pair<std::string, bool> cases[] = {
-        {name + ".0A1B2C3D.tmp",    false},
-        {name + ".0A1B2C3.tmp",     true },
-        {name + ".0A1B2C3D.tmp2",   true },
-        {"other.json.0A1B2C3D.tmp", true },
+        {write("journal.json.0A1B2C3D.tmp"),  false},
+        {write("journal.json.0A1B2C3.tmp"),   true },
+        {write("journal.json.0A1B2C3D.tmp2"), true },
+        {write("other.json.0A1B2C3D.tmp"),    true },
     };
-    for (const auto& [file, stays] : cases) {
-        std::ofstream{folder + "/" + file} << "[";
-    }
     EXPECT_TRUE(journal_.append(JournalEntry::make({.originalPath = "/x"})));
     for (const auto& [file, stays] : cases) {
-        EXPECT_EQ(Testing::exists(folder + "/" + file), stays) << file;
+        EXPECT_EQ(exists(file), stays) << file;
     }
 }
 

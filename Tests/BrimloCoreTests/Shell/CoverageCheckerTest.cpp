@@ -135,9 +135,7 @@ TEST_F(CoverageCheckerTest, ReadsTheTimeOfTheLatestBackup) {
     const std::pair<std::string, Time> cases[] = {
         {"/Volumes/B/2024-05-01-120000.backup\n",                     kNoon       },
         {"/B/2024-05-01-120000.backup/2024-05-01-120000.previous/\n", kNoon       },
-        {"/Volumes/B/2024-05-01-120000-more",                         kNoon       },
         {"/Volumes/B/2024-13-01-120000.backup",                       std::nullopt},
-        {"/Volumes/B/2024-05-01-12.backup",                           std::nullopt},
         {"",                                                          std::nullopt},
     };
     for (const auto& [printed, time] : cases) {

@@ -63,17 +63,6 @@ TEST_F(AppConfigTest, KeepsADamagedFileAside) {
     }
 }
 
-TEST_F(AppConfigTest, LeavesAloneWhatIsThereAndCannotBeRead) {
-    EXPECT_EQ(AppConfig::read(path_), AppConfig{});
-    ASSERT_EQ(mkfifo(path_.c_str(), 0600), 0);
-    EXPECT_EQ(AppConfig::load(path_), AppConfig{});
-    const Error expected{
-        kSystemErrorDomain, EINVAL, "The settings could not be read: Invalid argument"};
-    EXPECT_EQ(AppConfig::read(path_).error(), expected);
-    EXPECT_EQ(AppConfig::change(become({.staleDays = 7}), path_).error(), expected);
-    EXPECT_TRUE(std::filesystem::is_fifo(path_));
-}
-
 TEST_F(AppConfigTest, IsWrittenPrettyAndSortedInItsPlace) {
     ASSERT_TRUE(AppConfig::change(become({.staleDays = 0})));
     const std::string path = at("Library/Application Support/Brimlo/config.json");
