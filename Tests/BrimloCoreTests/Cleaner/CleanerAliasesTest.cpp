@@ -114,7 +114,7 @@ protected:
             c = c < 0 ? c : static_cast<char>(isLower ? std::toupper(c) : std::tolower(c));
         }
         const std::string kelvin = replaced(replaced(path, "K", "\u212A"), "k", "\u212A");
-        const Shot shots[] = {
+        return {
             {"plain", path},
             {"slash at the end", path + "//"},
             {"slashes", replaced(path, "/", "//")},
@@ -126,7 +126,6 @@ protected:
             {"decomposed", replaced(path, "\u00E9", "e\u0301")},
             {"compatible letter", kelvin},
         };
-        return {std::begin(shots), std::end(shots)};
     }
 
     /// Ways around one path, through links and mounts that are made for it.
@@ -144,7 +143,7 @@ protected:
         const std::string twice = bound(mounted, at("twice"));
         const std::string both = linked(mounted, at("both"));
         const std::string itself = bound(path, at("itself"));
-        const Shot shots[] = {
+        return {
             {"link",             link + name    },
             {"links in a row",   second + name  },
             {"relative link",    relative + name},
@@ -154,7 +153,6 @@ protected:
             {"link to a mount",  both + name    },
             {"mounted itself",   itself         },
         };
-        return {std::begin(shots), std::end(shots)};
     }
 
     /// Paths into a folder whose contents are protected.
@@ -163,13 +161,12 @@ protected:
         const std::string mounted = bound(path, at("in-mount"));
         const std::string toFolder = linked(path, at("in-link"));
         const std::string toPart = linked(path + "/kept", at("to-part"));
-        const Shot shots[] = {
+        return {
             {"inside",                  path + "/kept"    },
             {"inside a link",           toFolder + "/kept"},
             {"inside a mount",          mounted + "/kept" },
             {"inside a link to a part", toPart + "/x"     },
         };
-        return {std::begin(shots), std::end(shots)};
     }
 
     /// Fires one shot, and returns what is wrong with the result.
