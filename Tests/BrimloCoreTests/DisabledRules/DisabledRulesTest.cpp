@@ -32,7 +32,8 @@ TEST_F(DisabledRulesTest, KeepsASortedListOfUniqueIDs) {
         {"general.logs", false, R"(["a \"b\"\n","npm.cache"])"               },
     };
     for (const auto& [id, disabled, text] : cases) {
-        EXPECT_EQ(DisabledRules::set(id, disabled), DisabledRules::load());
+        const auto now = DisabledRules::set(id, disabled);
+        EXPECT_EQ(now, DisabledRules::load());
         EXPECT_EQ(content(), text);
         EXPECT_EQ(DisabledRules::isDisabled(id), disabled) << text;
     }
