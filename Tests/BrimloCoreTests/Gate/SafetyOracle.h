@@ -113,6 +113,9 @@ public:
     /// Of the folders above, the longest that realpath() can follow is followed. A link to
     /// nothing is taken for what it names.
     [[nodiscard]] static std::string resolvedParent(const std::string& path) {
+        if (path == "/") {
+            return path;
+        }
         Texts above = split(path);
         Texts rest;
         std::array<char, PATH_MAX> real{};
@@ -132,6 +135,28 @@ public:
         above = split(real.data());
         above.insert(above.end(), rest.begin(), rest.end());
         return joined(above);
+    }
+
+    /// What may be said of a path.
+    struct Opinion {
+        Verdict byTables;
+        Texts byLinks;
+
+        /// Where the tables let the path pass, only its identity with a protected place may still
+        /// stop it, and what lies in a credentials folder under another name has to be stopped.
+        [[nodiscard]] bool allows(const Verdict& verdict) const {
+            if (byTables) {
+                return verdict == byTables;
+            }
+            return verdict ? has(byLinks, *verdict) : !has(byLinks, kCredentials);
+        }
+    };
+
+    [[nodiscard]] Opinion opinion(const std::string& canonical) const {
+        const std::string resolved = resolvedParent(canonical);
+        Verdict reason = checkAsAWhole(canonical);
+        reason = reason ? reason : checkAsAWhole(resolved);
+        return {reason, reason ? Texts{} : reasonsByLinks(resolved)};
     }
 
     /// What the rows at or above `path` say.

@@ -19,12 +19,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-using Testing::has;
-using Testing::kCredentials;
 using Testing::Oracle;
 using Testing::replaceAll;
 using Testing::Texts;
-using Testing::Verdict;
 using Testing::words;
 
 /// A home whose own name has an accent, full of links, and paths that wander through it.
@@ -136,23 +133,12 @@ TEST_F(SafetyOracleTest, AgreesOnHostileSpellings) {
         const std::string canonical = Oracle::canonical(path);
         const Safety::Verdict judged = Safety::judge(path);
         ASSERT_EQ(judged.canonical, canonical);
-        const std::string resolved = canonical == "/" ? "/" : Oracle::resolvedParent(canonical);
-        ASSERT_EQ(judged.resolved, resolved);
-        const Verdict first = oracle_.checkAsAWhole(canonical);
-        const Verdict expected = first ? first : oracle_.checkAsAWhole(resolved);
-        const Verdict verdict = judged.refusal;
-        ++seen[verdict.value_or("passes")];
-        if (expected) {
-            ASSERT_EQ(verdict, expected);
-            continue;
-        }
-        // The tables let it pass; only its identity with a protected place may still stop it, and
-        // what lies in a credentials folder under another name has to be stopped.
-        const Texts reasons = oracle_.reasonsByLinks(resolved);
-        if (verdict || has(reasons, kCredentials)) {
-            ++seen["alias"];
-            ASSERT_TRUE(has(reasons, verdict.value_or("passes, though an alias")));
-        }
+        ASSERT_EQ(judged.resolved, Oracle::resolvedParent(canonical));
+        const Oracle::Opinion opinion = oracle_.opinion(canonical);
+        const std::string said = judged.refusal.value_or("passes");
+        ASSERT_TRUE(opinion.allows(judged.refusal)) << said;
+        ++seen[said];
+        seen["alias"] += judged.refusal && !opinion.byTables ? 1 : 0;
     }
     // The walk is worth its time only if it comes by every verdict: eight, a pass, and the aliases.
     EXPECT_EQ(seen.size(), 10U);
@@ -194,18 +180,12 @@ TEST_F(SafetyOracleTest, AgreesOnRandomTreesOfLinks) {
             if (error == std::errc::too_many_symbolic_link_levels) {
                 continue;  // A circle leads nowhere, and each gate gives up at another point of it.
             }
-            const std::string resolved = Oracle::resolvedParent(canonical);
-            const Verdict first = oracle.checkAsAWhole(canonical);
-            const Verdict expected = first ? first : oracle.checkAsAWhole(resolved);
-            const Texts reasons = oracle.reasonsByLinks(resolved);
+            const Oracle::Opinion opinion = oracle.opinion(canonical);
             const Safety::Verdict judged = Safety::judge(path);
-            const Verdict verdict = judged.refusal;
-            const bool isRight = expected ? verdict == expected
-                                          : (!verdict || has(reasons, *verdict)) &&
-                                                (verdict || !has(reasons, kCredentials));
-            EXPECT_TRUE(isRight) << path << ": " << verdict.value_or("passes") << ", not "
-                                 << expected.value_or("passes");
-            broken += isRight && judged.resolved == resolved ? 0 : 1;
+            const bool isRight = opinion.allows(judged.refusal);
+            EXPECT_TRUE(isRight) << path << ": " << judged.refusal.value_or("passes") << ", not "
+                                 << opinion.byTables.value_or("passes");
+            broken += isRight && judged.resolved == Oracle::resolvedParent(canonical) ? 0 : 1;
         }
         fs::remove_all(at("tree"));
         fs::remove(at("way"));
