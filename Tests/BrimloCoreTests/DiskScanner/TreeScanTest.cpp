@@ -171,6 +171,14 @@ TEST_F(TreeScanTest, TakesEveryKindOfEntryForWhatItIs) {
         blocksOf(at("t/again")));
     EXPECT_EQ(control->progress().files, 10);
     EXPECT_EQ(control->inaccessible(), std::vector<std::string>{});
+
+    const Node file = childOf(childOf(root, "big"), "file");
+    const std::int64_t before = root->size;
+    file->remove();
+    expectSound(root);
+    EXPECT_EQ(root->size, before - file->size) << "a node leaves with its bytes";
+    EXPECT_EQ(childOf(root, "big")->size, blocksOf(at("t/big")));
+    EXPECT_EQ(root->fileCount, 9);
 }
 
 TEST_F(TreeScanTest, ToleratesAnyRoot) {
