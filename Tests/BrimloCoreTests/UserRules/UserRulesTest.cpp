@@ -105,21 +105,5 @@ TEST_F(UserRulesTest, RemovesARuleForGood) {
     EXPECT_EQ(missing.error(), Error::fromSystem(ENOENT));
 }
 
-TEST_F(UserRulesTest, MakesSlugsOfNames) {
-    const std::pair<std::string, std::string> cases[] = {
-        {std::string(39, 'a') + " b", std::string(39, 'a') + "-"},
-        {"Caf\u00e9 \u00dcber", "cafe-uber"},
-        {"\u65e5\u672c", "rule"},
-        {"\U0001F389 Party \U0001F468\u200D\U0001F469\u200D\U0001F467!", "party"},
-        {"a\xff\xfe"
-         "b", "a-b"},
-    };
-    for (const auto& [name, slug] : cases) {
-        EXPECT_EQ(UserRules::slug(name), slug) << name;
-        CleanupRule named = sampleRule(UserRules::newID(name));
-        EXPECT_TRUE(UserRules::save(named, folder())) << named.id;
-    }
-}
-
 }  // namespace
 }  // namespace Brimlo
