@@ -1,13 +1,13 @@
 #include "BrimloCore/Cleaner/CleanPlan.h"
 
-#include "Support/TempHome.h"
+#include "BrimloCoreTests/Cleaner/CleaningHome.h"
 
 namespace Brimlo {
 namespace {
 
 using Paths = std::vector<std::string>;
 
-using CleanPlanTest = Testing::TempHome;
+using CleanPlanTest = Testing::CleaningHome;
 
 TEST_F(CleanPlanTest, KeepsNoPathTwiceAndNothingInsideAnother) {
     const struct {
@@ -27,18 +27,14 @@ TEST_F(CleanPlanTest, KeepsNoPathTwiceAndNothingInsideAnother) {
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
-        std::vector<CleanItem> items;
-        for (const std::string& path : c.paths) {
-            items.push_back({.path = path, .size = 1, .ruleID = {}, .risk = {}});
-        }
-        const CleanPlan plan{items};
+        const CleanPlan plan = planFor(c.paths);
         Paths kept;
         for (const CleanItem& item : plan.items()) {
             kept.push_back(item.path);
         }
         EXPECT_EQ(kept, c.items);
         EXPECT_EQ(plan.dropped(), c.dropped);
-        EXPECT_EQ(plan.totalBytes(), static_cast<std::int64_t>(c.items.size()));
+        EXPECT_EQ(plan.totalBytes(), kItemSize * std::ssize(c.items));
     }
 }
 

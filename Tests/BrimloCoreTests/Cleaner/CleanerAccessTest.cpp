@@ -4,6 +4,7 @@
 #include "BrimloCore/Support/AppConfig.h"
 #include "BrimloCore/UserRules/UserRules.h"
 #include "BrimloCoreTests/Cleaner/CleaningHome.h"
+#include "BrimloCoreTests/Support/SampleRule.h"
 #include "Support/Proof.h"
 
 #include <algorithm>
@@ -25,21 +26,12 @@ using Testing::contentOf;
 constexpr uid_t kSomebody = 1;
 constexpr const char* kSupport = "Library/Application Support/Brimlo/";
 
-const CleanupRule kRule{
-    .id = "custom.a",
-    .name = "A",
-    .group = "G",
-    .risk = Risk::safe,
-    .paths = {"~/.cache/a"},
-    .regenerates = "Comes back by itself.",
-};
-
 class CleanerAccessTest : public Testing::CleaningHome {
 protected:
     /// All that the program writes, made by it.
     void useAll() {
         static_cast<void>(AppConfig::change([](AppConfig& config) { config.staleDays = 5; }));
-        EXPECT_TRUE(UserRules::save(kRule, UserRules::defaultDirectory()));
+        EXPECT_TRUE(UserRules::save(Testing::sampleRule("custom.a"), UserRules::defaultDirectory()));
         EXPECT_TRUE(DisabledRules::set("npm.cache", true));
         clean({write("work/item")});
     }
