@@ -11,6 +11,7 @@
 
 #include <QtCore/QSemaphore>
 #include <QtCore/QTimer>
+#include <QtTest/QSignalSpy>
 #include <gmock/gmock.h>
 
 #include <algorithm>
@@ -124,6 +125,20 @@ TEST_F(AppModelResponsivenessTest, StaysWithinAFrameDuringEveryLongOperation) {
     EXPECT_EQ(model().cleanup()->lastReport()->processed, 60);
     EXPECT_GE(model().history()->journal().size(), 560U);
     EXPECT_LE(longestBlock(undo, clean), kMostMilliseconds);
+}
+
+/// However busy the main thread is, progress never queues up behind it.
+TEST_F(AppModelResponsivenessTest, HearsOfTheNewestItemOnly) {
+    std::vector<CleanItem> items(50);
+    for (CleanItem& item : items) {
+        item.path = write("caches/" + std::to_string(&item - items.data()));
+    }
+    model().cleanup()->run(CleanPlan{items});
+    const QSignalSpy progress{model().cleanup(), &Cleanup::progressChanged};
+    ASSERT_TRUE(Background::waitForDone());
+    finish();
+    EXPECT_EQ(model().cleanup()->lastReport()->processed, 50);
+    EXPECT_LE(progress.count(), 2) << "the newest item, and the end";
 }
 
 /// What the watch can't see: a wait costs no processor time.

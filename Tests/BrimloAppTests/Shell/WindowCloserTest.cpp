@@ -92,5 +92,23 @@ TEST_F(WindowCloserTest, WaitsForWorkOnFilesWhenToldToQuitFromOutside) {
     }
 }
 
+TEST_F(WindowCloserTest, GoesOnWhileTheWindowIsOpen) {
+    const WindowCloser closer{model()};
+    model().history()->purgeOwnTrash();
+    QWindow window;
+    window.show();
+    // Some turns of the event loop after the work has ended.
+    int turns = 0;
+    QTimer each;
+    QObject::connect(&each, &QTimer::timeout, [&] {
+        turns += model().busy().isEmpty() ? 1 : 0;
+        if (turns == 10) {
+            QCoreApplication::exit(kStillRunning);
+        }
+    });
+    each.start(0);
+    EXPECT_EQ(QGuiApplication::exec(), kStillRunning);
+}
+
 }  // namespace
 }  // namespace Brimlo
