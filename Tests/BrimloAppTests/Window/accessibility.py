@@ -109,6 +109,11 @@ class Application:
     def press(self, name):
         self.act('push button', name)
 
+    def open(self, role, name, shown_role, shown):
+        self.act(role, name)
+        self.wait_for(shown_role, shown)
+        self.audit(shown)
+
     def double_click(self, role, name):
         box = self.wait_for(role, name).queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
         subprocess.run(['xdotool', 'mousemove', str(box.x + box.width // 2),
@@ -182,23 +187,13 @@ def use(app):
     app.wait_for('label', '0 bytes selected')
     app.act('check box', 'Select all items in this group')
     app.wait_for('label', f'{JUNK} items')
-    app.act('list item', 'Junk, Safe, *')
-    app.wait_for('label', 'It comes back.')
-    app.audit('an open suggestion')
+    app.open('list item', 'Junk, Safe, *', 'label', 'It comes back.')
+    app.open('push button', 'What do the ratings mean?', 'heading', 'How to read the ratings')
     app.press('What do the ratings mean?')
-    app.wait_for('heading', 'How to read the ratings')
-    app.audit('the ratings')
-    app.press('What do the ratings mean?')
-    app.press('Preview')
-    app.wait_for('heading', 'Preview: nothing will change')
-    app.audit('the preview')
+    app.open('push button', 'Preview', 'heading', 'Preview: nothing will change')
     app.press('Close')
-    app.press('Menu')
-    app.wait_for('menu item', 'About Brimlo')
-    app.audit('the menu')
-    app.act('menu item', 'About Brimlo')
-    app.wait_for('dialog', 'Brimlo')
-    app.audit('about')
+    app.open('push button', 'Menu', 'menu item', 'About Brimlo')
+    app.open('menu item', 'About Brimlo', 'dialog', 'Brimlo')
     app.press('Close')
 
     app.act('list item', 'Rules')
@@ -215,30 +210,19 @@ def use(app):
     wait('the rule', lambda: len(glob.glob(os.path.join(home, RULES, '*.json'))) == 2)
 
     app.act('list item', 'Space Analyzer')
-    app.press('Scan home folder')
-    app.wait_for('list item', 'tree, *')
-    app.audit('the list')
+    app.open('push button', 'Scan home folder', 'list item', 'tree, *')
     app.double_click('list item', 'tree, *')
     app.wait_for('list item', 'large, *')
-    app.act('radio button', 'Treemap')
-    app.wait_for('image', 'Treemap')
-    app.audit('the treemap')
-    app.act('list item', 'Large Files')
-    app.press('Search my home folder')
-    app.wait_for('list item', 'large, *')
-    app.audit('large files')
-    app.act('list item', 'Duplicates')
-    app.press('Search my home folder')
-    app.wait_for('list item', 'Kept, *')
-    app.audit('duplicates')
+    app.open('radio button', 'Treemap', 'image', 'Treemap')
+    for section, found in (('Large Files', 'large, *'), ('Duplicates', 'Kept, *')):
+        app.act('list item', section)
+        app.open('push button', 'Search my home folder', 'list item', found)
 
 
 def close_while_cleaning(app):
     """What was begun is brought to its end without a window, and told in the journal."""
     app.act('list item', 'Smart Clean')
-    app.press('Review & Clean…')
-    app.wait_for('dialog', 'Review before cleaning')
-    app.audit('the review')
+    app.open('push button', 'Review & Clean…', 'dialog', 'Review before cleaning')
     app.press('Clean *')
     wait('the first to go', lambda: junk(app.home) < JUNK)
     left = junk(app.home)
