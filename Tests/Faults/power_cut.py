@@ -11,50 +11,38 @@ clean and an undo must hold there. Needs root, loop devices and strace; exits wi
 
 import argparse
 import collections
+import contextlib
 import os
 import shutil
 import sys
 
 from victim import (
-    MAKE, SKIPPED, Fault, Home, boundaries, enter_own_mounts, make_image, prepared, sh, strace_reason, told,
+    MAKE, SKIPPED, Fault, boundaries, enter_own_mounts, make_image, prepared, sh, strace_reason, told,
     work_folder,
 )  # fmt: skip
 
 
-class Mounted:
+@contextlib.contextmanager
+def mounted(system, image, point):
     """An image, mounted for a while."""
-
-    def __init__(self, system, image, point):
-        self.image, self.point = image, point
-        # A copy has its original's name, which may be mounted for a moment more.
-        self.options = "loop,nouuid" if system == "xfs" else "loop"
-
-    def __enter__(self):
-        self.point.mkdir(exist_ok=True)
-        sh("mount", "-o", self.options, self.image, self.point)
-        return self.point
-
-    def __exit__(self, *_):
-        sh("umount", self.point)
+    point.mkdir(exist_ok=True)
+    # A copy has its original's name, which may be mounted for a moment more.
+    sh("mount", "-o", "loop,nouuid" if system == "xfs" else "loop", image, point)
+    try:
+        yield
+    finally:
+        sh("umount", point)
 
 
 def copy(image, target):
     sh("cp", "--sparse=always", image, target)
 
 
-class Copied(Home):
-    """A home that came out of a cut, with what its items were before."""
-
-    def __init__(self, path, original):  # pylint: disable=super-init-not-called
-        self.path, self.tool, self.before = path, original.tool, original.before
-        self.had_support = original.had_support
-
-
 def made(base, system, tool, road):
     """An image with a home on it, all written; and that home."""
     image, point = base / f"{system}-{road}", base / "mounted"
     make_image(image, system)
-    with Mounted(system, image, point):
+    with mounted(system, image, point):
         home = prepared(point / "home", tool, road)
         sh("sync", "-f", point)
     return image, home
@@ -64,20 +52,19 @@ def cut(base, system, pristine, home, road, call, number):
     """One cut; returns what is wrong on the disk after it."""
     image, after, point = base / "work", base / "after", base / "mounted"
     copy(pristine, image)
-    with Mounted(system, image, point):
+    with mounted(system, image, point):
         what = f"inject={call}:signal=KILL:when={number}"
         prefix = ["strace", "-f", "-qq", "-o", os.devnull, "-e", "trace=" + call, "-e", what]
         home.run(road, prefix)
         copy(image, after)
-    with Mounted(system, after, point):
-        copied = Copied(home.path, home)
-        copied.had_support = copied.support.is_dir()
-        found, missed = copied.problems(Fault(road, call, "KILL", number))
-        notes = copied.stray_notes()
-        copied.run(road, names=copied.home_items()) if road == "undo" or copied.home_items() else 0
-        if road == "clean" and copied.home_items():
+    with mounted(system, after, point):
+        home.had_support = home.support.is_dir()
+        found, missed = home.problems(Fault(road, call, "KILL", number))
+        notes = home.stray_notes()
+        home.run(road, names=home.home_items()) if road == "undo" or home.home_items() else 0
+        if road == "clean" and home.home_items():
             found.append("the second run did not finish")
-        found += copied.problems(Fault(road, call, "KILL", number))[0]
+        found += home.problems(Fault(road, call, "KILL", number))[0]
     return found, missed, notes
 
 
@@ -117,8 +104,8 @@ def main():
                 image, home = made(base, system, tool, road)
                 trial = base / "trial"
                 copy(image, trial)
-                with Mounted(system, trial, base / "mounted"):
-                    calls = boundaries(Copied(home.path, home), road)
+                with mounted(system, trial, base / "mounted"):
+                    calls = boundaries(home, road)
                 for call, number in spread(calls, (arguments.cuts + 1) // 2):
                     found, missed, notes = cut(base, system, image, home, road, call, number)
                     sums.update(cuts=1, missed=missed, notes=notes, broken=bool(found))

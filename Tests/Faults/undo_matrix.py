@@ -10,14 +10,12 @@ the Trash. Needs root and a mount namespace of its own; exits with 77 without th
 
 import json
 import os
-import pathlib
 import shutil
 import stat
 import subprocess
 import sys
-import tempfile
 
-from victim import SKIPPED, enter_own_mounts, make_image, sh, told
+from victim import SKIPPED, enter_own_mounts, make_image, sh, tell, told, work_folder
 
 NOBODY = 65534
 NAMES = [
@@ -79,26 +77,6 @@ KINDS = {
 }
 
 
-def tell(path, is_lower=False):
-    """All that makes up an item; nobody's own permissions are asked, root looks.
-
-    A file of an overlay's lower layer is copied up by the system when it is moved, there or back,
-    and loses its number and its other names by that.
-    """
-    status = os.lstat(path)
-    told_of = [status.st_mode, status.st_uid, status.st_mtime_ns]
-    told_of += [] if is_lower else [status.st_nlink, status.st_ino]
-    if stat.S_ISLNK(status.st_mode):
-        return told_of + [os.readlink(path)]
-    if stat.S_ISDIR(status.st_mode):
-        names = sorted(os.listdir(path))
-        return told_of + [(name, tell(path + b"/" + name, is_lower)) for name in names]
-    if stat.S_ISREG(status.st_mode):
-        with open(path, "rb") as file:
-            return told_of + [is_lower or status.st_blocks, file.read()]
-    return told_of
-
-
 def on_loop(system):
     def mount(base, point):
         make_image(base / "image", system)
@@ -143,15 +121,19 @@ class Row:
     """One file system and one user: all names and kinds at once."""
 
     def __init__(self, tool, base, system, user):
-        self.tool, self.user, self.is_lower = tool, user, system == "overlay's lower"
+        self.tool, self.user = tool, user
+        is_lower = system == "overlay's lower"
+        # The system copies a file of the lower layer up when it is moved, there or back, and the
+        # file loses its number and its other names by that.
+        self.parts = ["st_uid"] + ([] if is_lower else ["st_nlink", "st_ino", "st_blocks"])
         self.home = base / "home"
         self.point = self.home if system == "home" else self.home / "volume"
         self.point.mkdir(parents=True)
-        if self.is_lower:
+        if is_lower:
             self.make_items(base / "over" / "lower" / "work")
         SYSTEMS[system](base, self.point)
         self.work = self.point / "work"
-        if not self.is_lower:
+        if not is_lower:
             self.make_items(self.work)
         for place in (self.home, self.point):
             os.chown(place, user, user)
@@ -186,13 +168,13 @@ class Row:
 
     def problems(self):
         """What went wrong in which cell, and how many cells were refused."""
-        before = {cell: tell(path, self.is_lower) for cell, path in self.cells.items()}
+        before = {cell: tell(path, *self.parts) for cell, path in self.cells.items()}
         report = self.run("clean", "--yes", "--json", *self.cells.values())
         said = report["failures"] + report["refused"]
         moved = {cell: path for cell, path in self.cells.items() if not os.path.lexists(path)}
         found = []
         for cell in self.cells.keys() - moved.keys():
-            if tell(self.cells[cell], self.is_lower) != before[cell]:
+            if tell(self.cells[cell], *self.parts) != before[cell]:
                 found.append((cell, "was refused and yet changed"))
         if len(said) != len(self.cells) - len(moved) or report["processed"] != len(moved):
             found.append((None, f"{len(self.cells) - len(moved)} stayed, but: {said[:2]}"))
@@ -225,7 +207,7 @@ class Row:
         if moved:
             self.run("undo", "--last", "--json")
         for cell, path in moved.items():
-            if not os.path.lexists(path) or tell(path, self.is_lower) != before[cell]:
+            if tell(path, *self.parts) != before[cell]:
                 found.append((cell, "did not come back as it was"))
         return found
 
@@ -238,23 +220,22 @@ def main(tool):
     cells = broken = 0
     for system in SYSTEMS:
         for user in (0, NOBODY):
-            base = pathlib.Path(os.path.realpath(tempfile.mkdtemp(prefix="brimlo-matrix-")))
-            base.chmod(0o755)
-            try:
-                row = Row(tool, base, system, user)
-                found, refused = row.problems()
-                cells += len(row.cells)
-                broken += len(found)
-                name = "root" if user == 0 else "user"
-                print(f"{system:15} {name}  {len(row.cells)} cells, {refused} refused: {row.reasons}")
-                for cell, text in found:
-                    print(f"BROKEN {system} {name} {cell}: {text}")
-            except subprocess.CalledProcessError as error:
-                print(f"Skipped: {system}: {error.cmd[0]} failed: {error.stderr[:200]}")
-            finally:
-                words = ["umount", str(base / "home/volume")]
-                subprocess.run(words, capture_output=True, check=False)
-                shutil.rmtree(base, ignore_errors=True)
+            with work_folder() as base:
+                base.chmod(0o755)
+                try:
+                    row = Row(tool, base, system, user)
+                    found, refused = row.problems()
+                    cells += len(row.cells)
+                    broken += len(found)
+                    name = "root" if user == 0 else "user"
+                    print(f"{system:15} {name}  {len(row.cells)} cells, {refused} refused: {row.reasons}")
+                    for cell, text in found:
+                        print(f"BROKEN {system} {name} {cell}: {text}")
+                except subprocess.CalledProcessError as error:
+                    print(f"Skipped: {system}: {error.cmd[0]} failed: {error.stderr[:200]}")
+                finally:
+                    words = ["umount", str(base / "home/volume")]
+                    subprocess.run(words, capture_output=True, check=False)
     told("cells of the undo matrix", cells, broken)
     return 1 if broken else 0
 

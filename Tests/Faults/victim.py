@@ -58,19 +58,21 @@ ROADS = {
 Fault = collections.namedtuple("Fault", "road call kind number")
 
 
-def tell(path):
-    """All that makes up an item, or None where there is none."""
+def tell(path, *parts):
+    """All that makes up an item, these parts of its status as well; None where there is none."""
+    path = pathlib.Path(os.fsdecode(path))
     try:
         status = path.lstat()
     except FileNotFoundError:
         return None
+    content = None
     if path.is_symlink():
         content = os.readlink(path)
     elif path.is_dir():
-        content = {child.name: tell(child) for child in path.iterdir()}
-    else:
+        content = {child.name: tell(child, *parts) for child in path.iterdir()}
+    elif path.is_file():
         content = path.read_bytes()
-    return status.st_mode, status.st_mtime_ns, content
+    return status.st_mode, status.st_mtime_ns, [getattr(status, part) for part in parts], content
 
 
 class Home:
