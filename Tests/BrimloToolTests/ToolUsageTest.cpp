@@ -79,7 +79,6 @@ TEST_F(ToolUsageTest, AnswersWithOneDocumentOfTheTypesFields) {
         {{"backup", ".npm"},                "[{path,covered[],warnings[]}]"              },
         {{"history"},
          "[{id,date,originalPath,trashPath,size,undone,purgedFromTrash,trashID,batchID}]"},
-        {{"trash", "size"},                 "{bytes}"                                    },
         {{"autoclean"},
          "{skippedReason,planned[],purge{bytes,removed,failures[]},purgedFromTrash}"     },
         {{"config"},
@@ -87,7 +86,6 @@ TEST_F(ToolUsageTest, AnswersWithOneDocumentOfTheTypesFields) {
          "autoCleanIncludesCustomRules,cliInstallOffered}"                               },
         {{"config", "stale-days", "60"},    "{staleDays}"                                },
         {{"rules", "disable", "npm.cache"}, "{id,enabled}"                               },
-        {{"undo", "--last"},                "{restored[],failures[],unrecorded[]}"       },
         {{"trash", "empty", "--yes"},       "{bytes,removed,failures[]}"                 },
     };
     fill();

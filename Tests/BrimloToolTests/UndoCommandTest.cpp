@@ -29,6 +29,26 @@ TEST_F(UndoCommandTest, RestoresWhatIsNamed) {
     EXPECT_EQ(run({"undo", "--last"}), nothing);
 }
 
+TEST_F(UndoCommandTest, FindsNothingOnceTheTrashWasPurged) {
+    clean("old");
+    const std::int64_t size = answer({"history"}).at(0).at("size").as_int64();
+    write(".local/share/Trash/files/foreign");
+    write(".local/share/Trash/info/foreign.trashinfo");
+    const std::pair<std::vector<std::string>, std::vector<std::string>> cases[] = {
+        {{"trash", "purge"},                                   {"foreign", "old"}},
+        {{"trash", "purge", "--older-than", "0", "--dry-run"}, {"foreign", "old"}},
+        {{"trash", "purge", "--older-than", "0"},              {"foreign"}       },
+    };
+    for (const auto& [arguments, left] : cases) {
+        const bool isKept = arguments.size() == 2;
+        EXPECT_EQ(answer(arguments).at("bytes").as_int64(), isKept ? 0 : size);
+        EXPECT_EQ(trashed(), left);
+    }
+    EXPECT_FALSE(exists(at(".local/share/Trash/info/old.trashinfo")));
+    EXPECT_EQ(answer({"history"}).at(0).at("purgedFromTrash").as_bool(), true);
+    EXPECT_EQ(run({"undo", "--last"}).exitCode, 1);
+}
+
 TEST_F(UndoCommandTest, RefusesIdsThatMeanNothingOrTooMuch) {
     const auto entry = [](const std::string& id) {
         return R"({"id":")" + id +
