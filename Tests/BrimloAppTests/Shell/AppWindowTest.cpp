@@ -1,25 +1,16 @@
 #include "BrimloApp/Shell/AppWindow.h"
 
 #include "BrimloAppTests/Support/ModelTest.h"
-#include "BrimloCore/Support/StoragePaths.h"
 
 #include <QtGui/QGuiApplication>
 #include <QtGui/QScreen>
 #include <QtGui/QWindow>
-
-#include <filesystem>
-#include <fstream>
-#include <string>
 
 namespace Brimlo {
 namespace {
 
 class AppWindowTest : public Testing::ModelTest {
 protected:
-    static void write(const std::string& text) {
-        std::filesystem::create_directories(StoragePaths::support());
-        std::ofstream{StoragePaths::support() + "/window.json"} << text;
-    }
     static void closeWindow(const QSize size, const bool isMaximized) {
         QWindow window;
         const AppWindow::SizeKeeper keeper{window};
@@ -47,16 +38,17 @@ TEST_F(AppWindowTest, OpensAsItWasClosed) {
 }
 
 TEST_F(AppWindowTest, TakesWhatMakesNoSenseForUnknown) {
+    const char* const file = "Library/Application Support/Brimlo/window.json";
     for (const char* const text :
          {"",
           "{\"width\":",
           R"({"width":"wide","height":700})",
           R"({"width":-5,"height":700})",
           R"({"width":900})"}) {
-        write(text);
+        write(file, text);
         EXPECT_EQ(AppWindow::lastSize(), QVariantMap{}) << text;
     }
-    write(R"({"width":9000000000000000000,"height":9000000000000000000})");
+    write(file, R"({"width":9000000000000000000,"height":9000000000000000000})");
     const QSize screen = QGuiApplication::primaryScreen()->availableSize();
     EXPECT_EQ(AppWindow::lastSize()["width"], screen.width());
     EXPECT_EQ(AppWindow::lastSize()["height"], screen.height());

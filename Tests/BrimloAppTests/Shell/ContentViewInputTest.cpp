@@ -9,8 +9,6 @@
 
 #include <gmock/gmock.h>
 
-#include <filesystem>
-
 namespace Brimlo {
 namespace {
 
@@ -128,7 +126,6 @@ TEST_F(ContentViewInputTest, HistoryTakesAHundredThousandItems) {
         text += i == 0 ? "" : ",";
         entry.encode(text);
     }
-    std::filesystem::create_directories(StoragePaths::support());
     write(StoragePaths::journal().substr(home().size() + 1), text + "]");
     open(Section::History);
     finish();
