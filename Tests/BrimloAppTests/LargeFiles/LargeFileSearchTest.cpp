@@ -1,5 +1,6 @@
 #include "BrimloApp/LargeFiles/LargeFileSearch.h"
 
+#include "BrimloApp/Duplicates/DuplicateSearch.h"
 #include "BrimloApp/Review/Cleanup.h"
 #include "BrimloAppTests/Support/ModelTest.h"
 
@@ -11,8 +12,8 @@ namespace Brimlo {
 namespace {
 
 using testing::IsEmpty;
-using LargeFileSearchTest = Testing::ModelTest;
 using testing::SizeIs;
+using LargeFileSearchTest = Testing::ModelTest;
 
 TEST_F(LargeFileSearchTest, FindsLargeFilesAndTakesARowAwayWhenItsFileWent) {
     const std::string file = write("large/film", "");
@@ -56,6 +57,30 @@ TEST_F(LargeFileSearchTest, FindsLargeFilesAndTakesARowAwayWhenItsFileWent) {
     finish();
     EXPECT_EQ(searches.count(), 1) << "never two at once";
     EXPECT_FALSE(model().largeFiles()->isSearching());
+}
+
+TEST_F(LargeFileSearchTest, SaysNothingOfASearchThatWasCancelled) {
+    write("dups/a", std::string(1'048'576, 'd'));
+    write("dups/b", std::string(1'048'576, 'd'));
+    model().duplicates()->setRoot(at("dups"));
+    model().duplicates()->find();
+    finish();
+    ASSERT_THAT(model().duplicates()->groups(), SizeIs(1));
+    model().duplicates()->find();
+    EXPECT_THAT(model().duplicates()->groups(), IsEmpty()) << "of the search before";
+    model().duplicates()->cancel();
+    model().duplicates()->find();
+    finish();
+    EXPECT_THAT(model().duplicates()->groups(), IsEmpty()) << "a second search beside the first";
+    EXPECT_FALSE(model().duplicates()->hasSearched());
+    model().largeFiles()->setRoot(at("dups"));
+    model().largeFiles()->find();
+    finish();
+    EXPECT_TRUE(model().largeFiles()->hasSearched());
+    model().largeFiles()->find();
+    model().largeFiles()->cancel();
+    finish();
+    EXPECT_FALSE(model().largeFiles()->hasSearched()) << "the one before does not count";
 }
 
 }  // namespace

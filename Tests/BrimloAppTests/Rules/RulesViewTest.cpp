@@ -71,7 +71,7 @@ TEST_F(RulesViewTest, WritesARuleWithALivePreviewByTheKeyboardAlone) {
     EXPECT_TRUE(sees("1 custom rule"));
 }
 
-TEST_F(RulesViewTest, EditsAndDeletesTheUsersAndSwitchesAndCopiesTheOthers) {
+TEST_F(RulesViewTest, EditsCarriesAndDeletesTheUsersAndSwitchesAndCopiesTheOthers) {
     open(Section::Rules);
     const char* const invitation = "You haven't added any rules yet. *";
     EXPECT_TRUE(sees(invitation));
@@ -106,18 +106,12 @@ TEST_F(RulesViewTest, EditsAndDeletesTheUsersAndSwitchesAndCopiesTheOthers) {
     EXPECT_EQ(model().rules()->ruleDraft()->property("name").toString(), name);
     key(Qt::Key_Escape);
     await([&] { return model().rules()->ruleDraft() == nullptr; }, "the end of the editor");
-    press("Delete");
-    EXPECT_THAT(model().rules()->customRules(), IsEmpty());
-    EXPECT_TRUE(sees(invitation));
-}
-
-TEST_F(RulesViewTest, ImportsAndExports) {
-    open(Section::Rules);
-    writeRule("Mine");
     press("Export");
     answerPanel(at("rules.json"));
     await([&] { return exists(at("rules.json")); }, "the file");
     press("Delete");
+    EXPECT_THAT(model().rules()->customRules(), IsEmpty());
+    EXPECT_TRUE(sees(invitation));
     press("Import");
     answerPanel(at("rules.json"));
     await([&] { return model().rules()->customRules().size() == 1; }, "the rule");

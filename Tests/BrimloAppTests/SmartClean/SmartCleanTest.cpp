@@ -3,9 +3,12 @@
 #include "BrimloApp/History/History.h"
 #include "BrimloApp/Overview/Machine.h"
 #include "BrimloApp/Review/Cleanup.h"
+#include "BrimloApp/Review/PlanReview.h"
 #include "BrimloApp/Settings/Settings.h"
 #include "BrimloAppTests/Support/ModelTest.h"
 
+#include <QtTest/QAbstractItemModelTester>
+#include <QtTest/QSignalSpy>
 #include <gmock/gmock.h>
 
 #include <filesystem>
@@ -125,6 +128,31 @@ TEST_F(SmartCleanTest, KeepsAFailedItemOnTheListAndUnticksIt) {
     EXPECT_EQ(caches.items.front().path, at("caches/small"));
     EXPECT_THAT(model().smartClean()->selected(), IsEmpty());
     EXPECT_THAT(planned(), IsEmpty());
+}
+
+TEST_F(SmartCleanTest, CarriesOutWhatTheReviewShowsOnce) {
+    suggest();
+    PlanReview& review = *model().smartClean()->review();
+    const QAbstractItemModelTester tester{
+        &review, QAbstractItemModelTester::FailureReportingMode::Fatal};
+    const QSignalSpy confirmed{&review, &PlanReview::confirmed};
+    model().smartClean()->clearSelection();
+    model().smartClean()->toggle(at("caches/large"));
+    review.openSelection();
+    model().smartClean()->selectAllSafe();
+    EXPECT_EQ(review.count(), 1);
+    model().cleanup()->run(CleanPlan{{}});
+    review.confirm();
+    EXPECT_TRUE(review.isOpen()) << "during another clean nothing would come of it";
+    finish();
+    review.confirm();
+    review.confirm();
+    finish();
+    EXPECT_FALSE(review.isOpen());
+    EXPECT_EQ(confirmed.size(), 1);
+    EXPECT_FALSE(exists(at("caches/large")));
+    EXPECT_TRUE(exists(at("caches/small")));
+    review.openSelection();
 }
 
 }  // namespace
