@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 
 #include <filesystem>
+#include <tuple>
 
 namespace Brimlo {
 namespace {
@@ -85,25 +86,20 @@ TEST_F(SmartCleanViewTest, ShowsTheFirstStateThatHolds) {
 
 TEST_F(SmartCleanViewTest, SearchesNamesAndGroupsWithinTheAudience) {
     openScanned();
-    struct Case {
-        const char* audience;
-        const char* query;
-        std::vector<std::string> rows;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, const char*, std::vector<std::string>> cases[] = {
         {"",      "",         {"Caches, *", "Running, *", "Mine, *"}},
         {"",      "  cAcHe ", {"Caches, *"}                         },
         {"",      "gROUP",    {"Running, *"}                        },
         {"video", "",         {"Running, *"}                        },
         {"video", "mine",     {}                                    },
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.audience << ' ' << c.query);
-        model().smartClean()->rows()->setAudience(c.audience);
+    for (const auto& [audience, query, rows] : cases) {
+        SCOPED_TRACE(testing::Message() << audience << ' ' << query);
+        model().smartClean()->rows()->setAudience(audience);
         click(QAccessible::EditableText, "Search apps and tools");
         key(Qt::Key_Escape);
-        type(c.query);
-        EXPECT_EQ(seen({"Caches, *", "Running, *", "Mine, *"}), c.rows);
+        type(query);
+        EXPECT_EQ(seen({"Caches, *", "Running, *", "Mine, *"}), rows);
     }
 }
 
