@@ -147,14 +147,6 @@ TEST_F(AppModelTest, GoesOnWhereNothingCanBeKept) {
 }
 
 TEST_F(AppModelTest, DropsTheResultsOfWhateverWasRunning) {
-    const auto plan = [this] {
-        std::vector<CleanItem> items;
-        items.reserve(50);
-        for (int i = 0; i < 50; ++i) {
-            items.push_back({.path = write("files/" + std::to_string(i)), .size = 1});
-        }
-        return CleanPlan{items};
-    };
     write("cleaned");
     model().cleanup()->run(CleanPlan{{{.path = at("cleaned")}}});
     finish();
@@ -168,7 +160,7 @@ TEST_F(AppModelTest, DropsTheResultsOfWhateverWasRunning) {
              it.largeFiles()->find();
          }                                                                            },
         {"duplicates",  [](AppModel& it) { it.duplicates()->find(); }                 },
-        {"clean",       [&](AppModel& it) { it.cleanup()->run(plan()); }              },
+        {"clean",       [&](AppModel& it) { it.cleanup()->run(planFiles(50)); }       },
         {"undo",        [&](AppModel& it) { it.history()->undoAll({cleaned}); }       },
         {"purge",       [](AppModel& it) { it.history()->purgeOwnTrash(); }           },
         {"empty",       [](AppModel& it) { it.history()->emptyTrash(); }              },

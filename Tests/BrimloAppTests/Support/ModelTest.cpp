@@ -105,6 +105,15 @@ void ModelTest::addSampleRules() const {
     write("mine/data", std::string(10'000, 'a'));
 }
 
+CleanPlan ModelTest::planFiles(const int count) const {
+    std::vector<CleanItem> items;
+    items.reserve(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i) {
+        items.push_back({.path = write("files/" + std::to_string(i)), .size = 1});
+    }
+    return CleanPlan{items};
+}
+
 void ModelTest::finish() {
     const auto isIdle = [this] {
         const AppModel& it = model();

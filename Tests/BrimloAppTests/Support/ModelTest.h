@@ -4,6 +4,7 @@
 #include "BrimloApp/Shell/RunInBackground.h"
 #include "BrimloAppTests/Support/AppTest.h"
 #include "BrimloAppTests/Support/TestClock.h"
+#include "BrimloCore/Cleaner/CleanPlan.h"
 #include "BrimloCore/UserRules/UserRules.h"
 
 #include <QtCore/QSemaphore>
@@ -60,6 +61,9 @@ protected:
     /// Two caches of one safe rule, one of a safe rule whose app "runs" (this very program) and
     /// that only video people have, and one item to review.
     void addSampleRules() const;
+
+    /// A clean of so many new files in the folder "files".
+    [[nodiscard]] CleanPlan planFiles(int count) const;
 
     /// What the model stands on.
     [[nodiscard]] Surroundings surroundings();
