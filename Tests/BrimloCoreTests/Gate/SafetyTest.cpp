@@ -176,5 +176,27 @@ TEST_F(SafetyTest, LetsNoLinkLeadARuleIntoAProtectedPlace) {
     EXPECT_EQ(Safety::judge(at("Music/x"), Safety::Chosen::byRule).refusal, std::nullopt);
 }
 
+TEST_F(SafetyTest, JudgesALinkWhereItStandsAndByItsParents) {
+    makeFolder(".ssh/keys");
+    makeFolder(".kube/cache");
+    makeFolder("code/a");
+    link("Caches", ".ssh");
+    link("twice", "Caches");
+    link("crooked", "code/a/../../twice/../.kube");
+    link("toCache", at(".kube/cache"));
+    link("system", "/usr");
+    link("itself", "itself");
+    link("ping", "code/pong");
+    link("code/pong", "../ping");
+    link("dangling", "missing/x");
+    link(".aws/out", "../code");
+    expect(kCredentials, R"(~/Caches/link ~/Caches/keys/missing/x ~/twice/keys ~/crooked/config
+        ~/.aws/out/a)");
+    expect(kSecret, "~/toCache/.env");
+    expect(kOutside, "~/system/x");
+    expect(kPasses, R"(~/Caches ~/Caches/ ~/crooked/cache/x ~/toCache/x ~/system ~/system/local/x
+        ~/itself ~/itself/x ~/ping/x/y ~/dangling ~/dangling/x)");
+}
+
 }  // namespace
 }  // namespace Brimlo
