@@ -115,8 +115,7 @@ TEST_F(AppModelResponsivenessTest, StaysWithinAFrameDuringEveryLongOperation) {
     EXPECT_LE(longestBlock(suggest), kMostMilliseconds);
     EXPECT_LE(longestBlock(scanTree), kMostMilliseconds);
     EXPECT_EQ(model().analyzer()->scanFiles(), 20'000);
-    EXPECT_LE(longestBlock(scanFew, scanTree), kMostMilliseconds)
-        << "the earlier tree is let go";
+    EXPECT_LE(longestBlock(scanFew, scanTree), kMostMilliseconds) << "the earlier tree is let go";
     EXPECT_LE(longestBlock(clean, undo), kMostMilliseconds);
     EXPECT_EQ(model().cleanup()->lastReport()->processed, 60);
     EXPECT_GE(model().history()->journal().size(), 560U);

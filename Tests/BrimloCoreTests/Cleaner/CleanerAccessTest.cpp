@@ -31,7 +31,8 @@ protected:
     /// All that the program writes, made by it.
     void useAll() {
         static_cast<void>(AppConfig::change([](AppConfig& config) { config.staleDays = 5; }));
-        EXPECT_TRUE(UserRules::save(Testing::sampleRule("custom.a"), UserRules::defaultDirectory()));
+        EXPECT_TRUE(
+            UserRules::save(Testing::sampleRule("custom.a"), UserRules::defaultDirectory()));
         EXPECT_TRUE(DisabledRules::set("npm.cache", true));
         clean({write("work/item")});
     }
