@@ -7,6 +7,7 @@
 #include "BrimloCore/Journal/JournalEntry.h"
 #include "BrimloCore/Support/StoragePaths.h"
 
+#include <QtCore/QLocale>
 #include <gmock/gmock.h>
 
 namespace Brimlo {
@@ -73,13 +74,14 @@ TEST_F(ContentViewInputTest, TheAnalyzerTakesAnyNumberOfAnyNames) {
     }
     tabTo(QAccessible::List, "Space Analyzer");
     key(Qt::Key_A, Qt::ControlModifier);
-    waitToSee("100,000 selected");
+    const QString count = QLocale{}.toString(100'000);
+    waitToSee(count + " selected");
     expectSane();
     press("Review & Clean…");
-    waitToSee("100,000 items · *");
+    waitToSee(count + " items · *");
     expectSane();
     key(Qt::Key_Escape);
-    await([&] { return !sees("100,000 items · *"); }, "its end");
+    await([&] { return !sees(count + " items · *"); }, "its end");
     for (int i = 0; i < 12; ++i) {
         key(Qt::Key_PageDown);
         window().grabWindow();
