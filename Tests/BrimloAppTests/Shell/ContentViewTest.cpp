@@ -124,6 +124,7 @@ TEST_F(ContentViewTest, ShowsTheTrashOnlyWhenThereIsSomethingInIt) {
 TEST_F(ContentViewTest, LeadsFromTheOverviewToWhatCanGo) {
     write(".config/keep");
     open();
+    EXPECT_EQ(sees("Full Disk Access is off, *"), !model().machine()->hasFullDiskAccess());
     {
         const Testing::HeldWork held;
         press("Find cleanable space");
