@@ -16,7 +16,7 @@ class Sections : public QObject {
     Q_PROPERTY(QVariantList all READ all CONSTANT)
 
 public:
-    // Capitalized, because QML ignores other enumerators.
+    // NOLINTBEGIN(readability-identifier-naming): QML ignores other enumerators.
     enum class Section {
         Overview,
         Clean,
@@ -27,6 +27,7 @@ public:
         History,
         Settings,
     };
+    // NOLINTEND(readability-identifier-naming)
     Q_ENUM(Section)
 
     [[nodiscard]] static QVariantList all();

@@ -46,12 +46,15 @@ protected:
     ModelTest();
     ~ModelTest() override;
 
+    Q_DISABLE_COPY_MOVE(ModelTest)
+
     /// The model, made at the first call: what stands in the home by then is what it starts with.
     AppModel& model();
     /// Ends the model and makes another one at the next call.
     void restart() { model_.reset(); }
 
-    /// Writes a shell script that can be run, and returns its path.
+    /// Writes a shell script that can be run, and returns its path, which few ask for.
+    // NOLINTNEXTLINE(modernize-use-nodiscard)
     std::string writeProgram(const std::string& relative, const std::string& script = "") const;
     /// Gives this build a command line tool and returns its path.
     std::string bundleTool() { return writeProgram("resources/brimlo"); }
