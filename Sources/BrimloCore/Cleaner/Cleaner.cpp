@@ -1,5 +1,6 @@
 #include "BrimloCore/Cleaner/Cleaner.h"
 
+#include "BrimloCore/Cleaner/Disposal.h"
 #include "BrimloCore/DiskScanner/DiskScanner.h"
 #include "BrimloCore/Gate/Safety.h"
 #include "BrimloCore/Models/Bytes.h"
@@ -16,18 +17,9 @@
 #include <chrono>
 #include <ctime>
 #include <set>
-#include <string_view>
+#include <span>
 #include <utility>
 
-// The steps of a disposal: the item's identity is read and the symlinks of its parent are resolved;
-// the gate judges both paths; the trashinfo file is written; the journal with the new entry is
-// written to a temporary file; the item moves; the temporary file replaces the journal. If the
-// process dies at any point, the item is in one of the two places, and at most the item that has
-// just moved has no entry.
-//
-// After the verdict nothing is resolved or looked up again. If a parent becomes a symlink
-// meanwhile, or another item takes the place, the move fails.
-//
 // Undo and purge act on an item in the Trash only if the journal has an entry for it and
 // `TrashItem::find` confirms it, by its trashinfo file or its identity.
 
@@ -37,12 +29,8 @@ namespace {
 
 using Platform::FileIdentity;
 
-/// How many names in the Trash are tried when other programs take them first.
-constexpr int kMostTries = 8;
-
-bool isDiskFull(const Error& error) {
-    return error.domain == kSystemErrorDomain && (error.code == ENOSPC || error.code == EDQUOT);
-}
+/// How many items are restored with one sync of each folder.
+constexpr std::size_t kMostTogether = 64;
 
 constexpr int kTargetExists = 1;
 constexpr int kNothingLeft = 2;
@@ -84,34 +72,46 @@ CleanReport Cleaner::execute(
     Unrecorded unrecorded) {
     const Uuid batchID = Uuid::random();
     CleanReport report;
-    for (const CleanItem& item : plan.items()) {
+    if (dryRun) {
+        for (const CleanItem& item : plan.items()) {
+            rehearse(item, progress, report);
+        }
+        return report;
+    }
+    Disposal disposal{*journal_, progress, unrecorded, batchID, report};
+    const std::span<const CleanItem> items = plan.items();
+    for (std::size_t place = 0; place < items.size();) {
+        const CleanItem& item = items[place];
         if (isPseudoPath(item.path)) {
             if (progress) {
                 progress(item.path);
             }
-            if (dryRun) {
-                ++report.processed;
-            } else {
-                removeFromDocker(item, batchID, report);
-            }
+            removeFromDocker(item, batchID, report);
+            ++place;
             continue;
         }
-        const Safety::Verdict verdict = Safety::judge(
-            item.path, item.ruleID ? Safety::Chosen::byRule : Safety::Chosen::byPerson);
-        if (verdict.refusal) {
-            report.refused.push_back({item.path, *verdict.refusal});
-            continue;
-        }
-        if (progress) {
-            progress(item.path);
-        }
-        if (dryRun) {
-            ++report.processed;
-        } else {
-            dispose(item, verdict, batchID, unrecorded, report);
+        const auto rest = items.subspan(place);
+        const auto end = std::ranges::find_if(rest, isPseudoPath, &CleanItem::path);
+        disposal.move({rest.begin(), end});
+        place += static_cast<std::size_t>(end - rest.begin());
+    }
+    // What can't be merged now stays in the log, which every reader reads.
+    static_cast<void>(journal_->merge());
+    return report;
+}
+
+void Cleaner::rehearse(const CleanItem& item, const Progress& progress, CleanReport& report) {
+    if (!isPseudoPath(item.path)) {
+        const auto chosen = item.ruleID ? Safety::Chosen::byRule : Safety::Chosen::byPerson;
+        if (const auto refusal = Safety::judge(item.path, chosen).refusal) {
+            report.refused.push_back({item.path, *refusal});
+            return;
         }
     }
-    return report;
+    if (progress) {
+        progress(item.path);
+    }
+    ++report.processed;
 }
 
 void Cleaner::removeFromDocker(const CleanItem& item, const Uuid& batchID, CleanReport& report) {
@@ -135,76 +135,6 @@ void Cleaner::removeFromDocker(const CleanItem& item, const Uuid& batchID, Clean
     }
     report.freedNowBytes = Bytes::sum(report.freedNowBytes, item.size);
     ++report.processed;
-}
-
-void Cleaner::dispose(
-    const CleanItem& item,
-    const Safety::Verdict& verdict,
-    const Uuid& batchID,
-    Unrecorded unrecorded,
-    CleanReport& report) {
-    const auto fail = [&](std::string reason) {
-        report.failures.push_back({item.path, std::move(reason)});
-    };
-    if (!verdict.identity) {
-        // The system finds something else by this path than its canonical text names.
-        return fail(
-            identity(item.path) ? "it is not the item that was reviewed" : "no longer exists");
-    }
-    if (!Text::isValid(item.path) || !Text::isValid(verdict.resolved)) {
-        return fail("its name is not valid text, so the journal could not bring it back");
-    }
-    JournalEntry entry = JournalEntry::make({
-        .originalPath = item.path,
-        .trashPath = std::nullopt,
-        .size = item.size,
-        .ruleID = item.ruleID,
-        .trashID = verdict.identity->text(),
-        .batchID = batchID,
-    });
-    const Platform::TrashMove::Request request{
-        .path = verdict.resolved,
-        .identity = *verdict.identity,
-        .entryID = entry.id.text(),
-    };
-    for (int attempt = 1;; ++attempt) {
-        auto move = Platform::TrashMove::prepare(request);
-        if (!move) {
-            return fail(move.error().description);
-        }
-        entry.trashPath = move->destination();
-        auto record = journal_->prepare(entry);
-        if (!record && isDiskFull(record.error())) {
-            return fail("the disk is too full to record the move");
-        }
-        if (!record && unrecorded == Unrecorded::stays) {
-            return fail("the journal can't be written: " + record.error().description);
-        }
-        const auto trashed = move->commit();
-        if (!trashed) {
-            if (trashed.error().code == EEXIST && attempt < kMostTries) {
-                continue;
-            }
-            return fail(trashed.error().description);
-        }
-        entry.trashPath = trashed->path;
-        entry.trashID = trashed->path ? identity(*trashed->path) : std::nullopt;
-        const auto recorded = record ? std::move(*record).publish(entry)
-                                     : std::expected<void, Error>{std::unexpected(record.error())};
-        if (recorded) {
-            report.journalIDs.push_back(entry.id);
-        } else {
-            report.unrecorded.push_back(
-                {item.path,
-                 "it is in the Trash and the journal lacks it: " + recorded.error().description});
-        }
-        if (trashed->warning) {
-            return fail(*trashed->warning);
-        }
-        report.movedToTrashBytes = Bytes::sum(report.movedToTrashBytes, item.size);
-        ++report.processed;
-        return;
-    }
 }
 
 std::optional<std::string> Cleaner::identity(const std::string& path) {
@@ -231,36 +161,83 @@ UndoReport Cleaner::undo(const std::vector<Uuid>& ids) {
         return report;
     }
     const std::set<Uuid> wanted{ids.begin(), ids.end()};
+    std::vector<JournalEntry> returning;
     for (const JournalEntry& entry : *entries) {
-        if (entry.undone || !wanted.contains(entry.id)) {
-            continue;
-        }
-        const auto path = putBack(entry);
-        if (!path) {
-            report.failures.push_back({entry.originalPath, path.error().description});
-            continue;
-        }
-        report.restored.push_back(*path);
-        const auto marked =
-            journal_->update({entry.id}, [](JournalEntry& changed) { changed.undone = true; });
-        if (!marked) {
-            report.unrecorded.push_back({entry.originalPath, marked.error().description});
+        if (!entry.undone && wanted.contains(entry.id)) {
+            returning.push_back(entry);
         }
     }
+    for (std::span<const JournalEntry> rest = returning; !rest.empty();) {
+        const std::size_t count = std::min(rest.size(), kMostTogether);
+        putBackTogether(rest.first(count), report);
+        rest = rest.subspan(count);
+    }
+    static_cast<void>(journal_->merge());
     return report;
 }
 
-std::expected<std::string, Error> Cleaner::putBack(const JournalEntry& entry) {
-    const auto found = findItem(entry);
+/// Restores items that share the syncs of their folders and one record in the journal.
+void Cleaner::putBackTogether(std::span<const JournalEntry> entries, UndoReport& report) {
+    struct Found {
+        JournalEntry entry;
+        FileIdentity identity;
+    };
+    const auto fail = [&](const JournalEntry& entry, const Error& error) {
+        report.failures.push_back({entry.originalPath, error.description});
+    };
+    std::vector<Found> found;
+    std::vector<JournalEntry> announced;
+    for (const JournalEntry& entry : entries) {
+        if (const auto identity = findToReturn(entry)) {
+            found.push_back({.entry = entry, .identity = *identity});
+            announced.push_back(entry);
+        } else {
+            fail(entry, identity.error());
+        }
+    }
+    if (found.empty()) {
+        return;
+    }
+    auto group = journal_->begin();
+    auto recorded = group ? group->announce(JournalLog::Kind::returns, announced)
+                          : std::expected<void, Error>{std::unexpected(group.error())};
+    std::vector<JournalEntry> restored;
+    std::vector<Platform::TrashItem::Returned> returned;
+    for (auto& [entry, identity] : found) {
+        if (const auto path = putBack(entry, identity)) {
+            returned.push_back({.trashPath = *entry.trashPath, .path = *path});
+            report.restored.push_back(entry.originalPath);
+            restored.push_back(entry);
+            restored.back().undone = true;
+        } else {
+            fail(entry, path.error());
+        }
+    }
+    Platform::TrashItem::settle(returned);
+    if (recorded) {
+        // When this fails, the next reader settles what was announced.
+        static_cast<void>(group->record(JournalLog::Kind::changed, restored));
+        return;
+    }
+    for (const JournalEntry& entry : restored) {
+        report.unrecorded.push_back({entry.originalPath, recorded.error().description});
+    }
+}
+
+std::expected<FileIdentity, Error> Cleaner::findToReturn(const JournalEntry& entry) {
+    auto found = findItem(entry);
     if (isGone(found)) {
         return failure(kNothingLeft, "Nothing left to restore from");
     }
-    if (!found) {
-        return std::unexpected(found.error());
-    }
-    if (!Path::isUsable(entry.originalPath) || !entry.originalPath.starts_with('/')) {
+    if (found && (!Path::isUsable(entry.originalPath) || !entry.originalPath.starts_with('/'))) {
         return failure(kNoPlace, "The journal names no place to restore to");
     }
+    return found;
+}
+
+/// Moves the item back; the path that it has now.
+std::expected<std::string, Error> Cleaner::putBack(
+    const JournalEntry& entry, const FileIdentity& identity) {
     // The plan's spelling may end in a slash, or contain ".." after a folder that is gone now.
     const std::string original = Path::standardized(entry.originalPath);
     if (FileIdentity::of(original)) {
@@ -270,14 +247,14 @@ std::expected<std::string, Error> Cleaner::putBack(const JournalEntry& entry) {
     if (auto made = Folders::create(parent, Folders::Access::asUmaskAllows); !made) {
         return std::unexpected(made.error());
     }
-    const auto restored = Platform::TrashItem::putBack(*entry.trashPath, *found, original);
+    const auto restored = Platform::TrashItem::putBack(*entry.trashPath, identity, original);
     if (!restored && restored.error().code == EEXIST) {
         return failure(kTargetExists, "Something already exists at " + entry.originalPath);
     }
     if (!restored) {
         return std::unexpected(restored.error());
     }
-    return entry.originalPath;
+    return original;
 }
 
 TrashReport Cleaner::purgeOwnTrash(std::int64_t olderThanDays, bool dryRun) {

@@ -3,15 +3,16 @@
 #include "BrimloCore/Cleaner/CleanPlan.h"
 #include "BrimloCore/Cleaner/CleanReport.h"
 #include "BrimloCore/Docker/DockerClient.h"
-#include "BrimloCore/Gate/Safety.h"
 #include "BrimloCore/Journal/Journal.h"
 #include "BrimloCore/Models/Error.h"
+#include "BrimloCore/Platform/FileIdentity.h"
 
 #include <cstdint>
 #include <expected>
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -82,14 +83,13 @@ public:
     [[nodiscard]] static TrashReport emptyTrash();
 
 private:
+    static void rehearse(const CleanItem& item, const Progress& progress, CleanReport& report);
     void removeFromDocker(const CleanItem& item, const Uuid& batchID, CleanReport& report);
-    void dispose(
-        const CleanItem& item,
-        const Safety::Verdict& verdict,
-        const Uuid& batchID,
-        Unrecorded unrecorded,
-        CleanReport& report);
-    [[nodiscard]] static std::expected<std::string, Error> putBack(const JournalEntry& entry);
+    void putBackTogether(std::span<const JournalEntry> entries, UndoReport& report);
+    [[nodiscard]] static std::expected<Platform::FileIdentity, Error> findToReturn(
+        const JournalEntry& entry);
+    [[nodiscard]] static std::expected<std::string, Error> putBack(
+        const JournalEntry& entry, const Platform::FileIdentity& identity);
 
     std::shared_ptr<Journal> journal_;
     DockerClient::Places docker_;

@@ -1,44 +1,44 @@
 #include "BrimloCore/Journal/Journal.h"
 
+#include "BrimloCore/Platform/FileIdentity.h"
+#include "BrimloCore/Platform/Posix/Descriptor.h"
+#include "BrimloCore/Platform/TrashItem.h"
 #include "BrimloCore/Support/Json.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstddef>
-#include <cstdint>
-#include <iterator>
+#include <map>
+#include <optional>
 #include <string_view>
 #include <utility>
+
+#include <fcntl.h>
 
 namespace Brimlo {
 
 namespace {
 
+using Entries = Journal::Entries;
+using Kind = JournalLog::Kind;
+
 /// A journal this long has a million entries; reading more would only exhaust the memory.
 constexpr std::size_t kLongestFile = std::size_t{512} << 20U;
 
-std::string encode(const std::vector<JournalEntry>& entries) {
-    std::string text = "[";
+void encode(const Entries& entries, std::string& text) {
     for (const JournalEntry& entry : entries) {
-        if (text.size() > 1) {
+        if (!text.ends_with('[')) {
             text += ',';
         }
         entry.encode(text);
     }
     text += ']';
-    return text;
-}
-
-/// Completes the beginning of a journal's text with `entry` as its last.
-void complete(std::string& text, const JournalEntry& entry) {
-    entry.encode(text);
-    text += ']';
 }
 
 enum class Condition { intact, olderForm, someUnreadable, noList };
 
-/// Calls `visit` with each readable entry in the text of a journal. With `noList` the visited
-/// entries must be discarded.
+/// Calls `visit` with each entry in the text of a journal that can be read. What was visited counts
+/// only when the text is a list to its end.
 template <typename Visit>
 Condition forEachEntry(std::string_view text, const Visit& visit) {
     Condition condition = Condition::intact;
@@ -56,39 +56,114 @@ Condition forEachEntry(std::string_view text, const Visit& visit) {
     return isList ? condition : Condition::noList;
 }
 
+/// Whether the entry's item is in the Trash, or can't be looked for.
+bool mayBeInTrash(const JournalEntry& entry) {
+    if (!entry.trashPath) {
+        return false;
+    }
+    const auto found =
+        Platform::TrashItem::find(*entry.trashPath, entry.id.text(), entry.trashID);
+    return found || found.error().domain != kSystemErrorDomain || found.error().code != ENOENT;
+}
+
+/// What the log says of the entries.
+struct Changes {
+    Entries added;
+    std::map<Uuid, JournalEntry> changed;
+    bool hasLeftovers = false;
+};
+
+/// An announcement without a record is a leftover of a process that died: where its item is now
+/// tells whether it moved.
+Changes settle(const std::vector<JournalLog::Line>& lines) {
+    std::map<Uuid, Kind> last;
+    for (const JournalLog::Line& line : lines) {
+        last[line.entry.id] = line.kind;
+    }
+    Changes changes;
+    for (const auto& [kind, entry] : lines) {
+        const bool isLast = last[entry.id] == kind;
+        switch (kind) {
+        case Kind::added: changes.added.push_back(entry); break;
+        case Kind::changed: changes.changed.insert_or_assign(entry.id, entry); break;
+        case Kind::leaves:
+            changes.hasLeftovers = changes.hasLeftovers || isLast;
+            if (isLast && mayBeInTrash(entry)) {
+                changes.added.push_back(entry);
+            }
+            break;
+        case Kind::returns:
+            changes.hasLeftovers = changes.hasLeftovers || isLast;
+            if (isLast && !mayBeInTrash(entry) &&
+                Platform::FileIdentity::of(entry.originalPath)) {
+                JournalEntry restored = entry;
+                restored.undone = true;
+                changes.changed.insert_or_assign(entry.id, std::move(restored));
+            }
+            break;
+        }
+    }
+    return changes;
+}
+
+/// The file may hold some of the changes already: a process can die after it has written the file
+/// and before it has removed the log.
+void apply(Changes changes, Entries& entries) {
+    std::set<Uuid> present;
+    for (const JournalEntry& entry : entries) {
+        present.insert(entry.id);
+    }
+    for (JournalEntry& entry : changes.added) {
+        if (present.insert(entry.id).second) {
+            entries.push_back(std::move(entry));
+        }
+    }
+    for (JournalEntry& entry : entries) {
+        if (const auto found = changes.changed.find(entry.id); found != changes.changed.end()) {
+            entry = found->second;
+        }
+    }
+}
+
+/// Tells this state of a file from every other one; empty when there is none.
+std::string stampOf(const std::string& path) {
+    const Platform::Descriptor file{open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)};
+    const auto version =
+        file ? Platform::FileVersion::of(file.number()) : std::optional<Platform::FileVersion>{};
+    if (!version) {
+        return {};
+    }
+    const auto& [seconds, nanoseconds] = version->changed;
+    return version->identity.text() + " " + std::to_string(version->length) + " " +
+           std::to_string(seconds) + "." + std::to_string(nanoseconds);
+}
+
 }  // namespace
 
-Journal::Pending::Pending(
-    Lock lock, std::string path, std::string beginning, JournalEntry entry, AtomicFile file)
-    : lock_{std::move(lock)}
-    , path_{std::move(path)}
-    , beginning_{std::move(beginning)}
-    , entry_{std::move(entry)}
-    , file_{std::move(file)} {}
+std::expected<void, Error> Journal::Group::announce(Kind kind, const Entries& entries) {
+    return log_->append(kind, entries, JournalLog::Durability::synced);
+}
 
-std::expected<void, Error> Journal::Pending::publish(const JournalEntry& entry) && {
-    if (entry_ == entry) {
-        return file_.publish();
-    }
-    complete(beginning_, entry);
-    return AtomicFile::write(path_, beginning_);
+std::expected<void, Error> Journal::Group::record(Kind kind, const Entries& entries) {
+    return log_->append(kind, entries, JournalLog::Durability::written);
 }
 
 Journal::Journal(std::string path)
-    : path_{std::move(path)} {}
+    : path_{std::move(path)}
+    , log_{path_ + ".log"} {}
 
 Journal::Lock Journal::lock() {
     std::unique_lock threads{mutex_};
     return {.threads = std::move(threads), .processes = FileLock{path_}};
 }
 
-/// A missing file is an empty journal. Fails only when the file exists and can't be read.
-std::expected<std::vector<JournalEntry>, Error> Journal::load() const {
+/// The entries in the file; a missing file has none.
+std::expected<Entries, Error> Journal::readList() const {
     const auto text = readFile(path_, kLongestFile, Owner::trusted);
     if (!text && text.error().code != ENOENT) {
         return std::unexpected(text.error());
     }
-    std::vector<JournalEntry> entries;
+    Entries entries;
     if (!text) {
         return entries;
     }
@@ -103,76 +178,125 @@ std::expected<std::vector<JournalEntry>, Error> Journal::load() const {
     return entries;
 }
 
-/// The journal's text up to where the next entry goes. An intact file's text is reused: encoding
-/// thousands of entries again would take longer than writing them.
-std::expected<std::string, Error> Journal::beginning() const {
-    std::int64_t count = 0;
-    std::string text = readFile(path_, kLongestFile, Owner::trusted).value_or("");
-    if (forEachEntry(text, [&](const JournalEntry&) { ++count; }) == Condition::intact) {
-        text.resize(text.rfind(']'));
-    } else {
-        const auto entries = load();
-        if (!entries) {
-            return std::unexpected(entries.error());
+std::expected<Journal::Content, Error> Journal::load() const {
+    auto entries = readList();
+    const auto lines = log_.read();
+    if (!entries || !lines) {
+        return std::unexpected(entries ? lines.error() : entries.error());
+    }
+    Content content{.entries = *std::move(entries)};
+    if (!lines->empty()) {
+        Changes changes = settle(*lines);
+        content.hasLeftovers = changes.hasLeftovers;
+        apply(std::move(changes), content.entries);
+    }
+    return content;
+}
+
+/// Replaces the file by a text that holds the log, too.
+std::expected<void, Error> Journal::write(const Lock& held, const std::string& text) const {
+    auto written = AtomicFile::write(path_, text);
+    if (written) {
+        written = log_.remove();
+    }
+    // The next writer reads the entries again, unless it finds the file as it is now.
+    held.processes.setNote(written ? stampOf(path_) : "");
+    return written;
+}
+
+/// The journal's whole text with the log in it. A file that this program wrote and nobody changed
+/// is intact: its entries are copied as text, since reading thousands to add one costs more than
+/// the disk does.
+std::expected<std::string, Error> Journal::mergedText(const Lock& held) const {
+    const auto lines = log_.read();
+    if (!lines) {
+        return std::unexpected(lines.error());
+    }
+    Changes changes = settle(*lines);
+    const std::string stamp = stampOf(path_);
+    std::string text;
+    if (changes.changed.empty() && !stamp.empty() && stamp == held.processes.note()) {
+        if (auto whole = readFile(path_, kLongestFile, Owner::trusted)) {
+            text = *std::move(whole);
+            text.resize(text.rfind(']'));
+            encode(changes.added, text);
+            return text;
         }
-        count = std::ssize(*entries);
-        text = encode(*entries);
-        text.pop_back();
     }
-    if (count > 0) {
-        text += ',';
+    auto entries = readList();
+    if (!entries) {
+        return std::unexpected(entries.error());
     }
+    apply(std::move(changes), *entries);
+    text = "[";
+    encode(*entries, text);
     return text;
 }
 
-std::expected<std::vector<JournalEntry>, Error> Journal::entries() {
+std::expected<void, Error> Journal::merge(const Lock& held) const {
+    const auto text = mergedText(held);
+    return text ? write(held, *text) : std::unexpected(text.error());
+}
+
+std::expected<void, Error> Journal::merge() {
+    return merge(lock());
+}
+
+std::expected<Entries, Error> Journal::entries() {
     const Lock held = lock();
-    auto entries = load();
-    if (entries) {
-        std::ranges::reverse(*entries);
+    auto content = load();
+    if (!content) {
+        return std::unexpected(content.error());
     }
-    return entries;
+    if (content->hasLeftovers) {
+        // Before the Trash changes and no longer tells what happened.
+        static_cast<void>(merge(held));
+    }
+    std::ranges::reverse(content->entries);
+    return std::move(content->entries);
+}
+
+std::expected<Journal::Group, Error> Journal::begin() {
+    Lock held = lock();
+    const auto readable = checkReadable(path_, Owner::trusted);
+    if (!readable && readable.error().code != ENOENT) {
+        return std::unexpected(readable.error());
+    }
+    return Group{std::move(held), log_};
 }
 
 std::expected<void, Error> Journal::append(const JournalEntry& entry) {
-    auto pending = prepare(entry);
-    return pending ? std::move(*pending).publish(entry) : std::unexpected(pending.error());
+    auto group = begin();
+    if (!group) {
+        return std::unexpected(group.error());
+    }
+    auto recorded = group->announce(Kind::added, {entry});
+    if (recorded) {
+        static_cast<void>(merge(group->lock_));  // What the log holds counts.
+    }
+    return recorded;
 }
 
 std::expected<void, Error> Journal::update(
     const std::set<Uuid>& ids, const std::function<void(JournalEntry&)>& body) {
     const Lock held = lock();
-    auto entries = load();
-    if (!entries) {
-        return std::unexpected(entries.error());  // An unreadable file must not be overwritten.
+    auto content = load();
+    if (!content) {
+        return std::unexpected(content.error());  // What can't be read is not overwritten.
     }
-    for (JournalEntry& entry : *entries) {
+    for (JournalEntry& entry : content->entries) {
         if (ids.contains(entry.id)) {
             body(entry);
         }
     }
-    return AtomicFile::write(path_, encode(*entries));
+    std::string text = "[";
+    encode(content->entries, text);
+    return write(held, text);
 }
 
 std::expected<void, Error> Journal::checkWritable() {
-    const auto pending = prepare(JournalEntry::make({}));
-    return pending ? std::expected<void, Error>{} : std::unexpected(pending.error());
-}
-
-std::expected<Journal::Pending, Error> Journal::prepare(const JournalEntry& entry) {
-    Lock held = lock();
-    auto text = beginning();
-    if (!text) {
-        return std::unexpected(text.error());
-    }
-    const std::size_t beginningLength = text->size();
-    complete(*text, entry);
-    auto file = AtomicFile::prepare(path_, *text);
-    if (!file) {
-        return std::unexpected(file.error());
-    }
-    text->resize(beginningLength);
-    return Pending{std::move(held), path_, *std::move(text), entry, *std::move(file)};
+    auto group = begin();
+    return group ? log_.checkWritable() : std::unexpected(group.error());
 }
 
 }  // namespace Brimlo

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "BrimloCore/Journal/JournalEntry.h"
+#include "BrimloCore/Journal/JournalLog.h"
 #include "BrimloCore/Models/Error.h"
 #include "BrimloCore/Support/Files.h"
 
@@ -15,8 +16,9 @@ namespace Brimlo {
 
 /// The persistent record of every disposal, shared with the other processes of the user.
 ///
-/// Keeps no entries in memory: the file is the only copy, and each change is an exclusive
-/// read-modify-write of the whole file. Locks the threads of this process first, then the other
+/// Keeps no entries in memory. The file is a JSON list, replaced as a whole, so that it is valid at
+/// each moment. What a clean, an undo or a purge changes group by group stands in the log beside it
+/// first (`JournalLog`); readers see both. Locks the threads of this process first, then the other
 /// processes, through `path` + ".lock". A damaged file is copied to `path` + ".corrupt" and read as
 /// far as possible. Any thread; each call blocks while another process holds the lock.
 class Journal {
@@ -27,28 +29,31 @@ class Journal {
     };
 
 public:
-    /// An entry that is on disk but not yet in the journal, with the locks held. Dropped, it leaves
-    /// the journal unchanged.
-    class Pending {
+    using Entries = std::vector<JournalEntry>;
+
+    /// Entries that change together, with the locks held until it is destroyed. Costs the same
+    /// however long the journal is.
+    class Group {
     public:
-        /// Publishes the journal with `entry`. Costs no more than a rename when `entry` is the
-        /// prepared one; a different one is written anew. On failure the journal is unchanged.
-        [[nodiscard]] std::expected<void, Error> publish(const JournalEntry& entry) &&;
+        /// Writes to disk that the items of these entries are about to leave for the Trash or to
+        /// return from it. If the process dies before `record`, the next reader looks where each
+        /// item is, and settles its entry.
+        [[nodiscard]] std::expected<void, Error> announce(
+            JournalLog::Kind kind, const Entries& entries);
+
+        /// Records new or changed entries. Not synced: after a power cut the announcement stands,
+        /// and is settled in the same way.
+        [[nodiscard]] std::expected<void, Error> record(
+            JournalLog::Kind kind, const Entries& entries);
 
     private:
         friend class Journal;
-        Pending(
-            Lock lock,
-            std::string path,
-            std::string beginning,
-            JournalEntry entry,
-            AtomicFile file);
+        Group(Lock lock, const JournalLog& log)
+            : lock_{std::move(lock)}
+            , log_{&log} {}
 
         Lock lock_;
-        std::string path_;
-        std::string beginning_;  ///< The journal's text up to the new entry.
-        JournalEntry entry_;     ///< The one prepared.
-        AtomicFile file_;
+        const JournalLog* log_;
     };
 
     /// `path` is the journal's file. Nothing is read yet.
@@ -59,30 +64,43 @@ public:
     /// All entries that can be decoded, last written first: dates are for people, and two cleans
     /// within a second have the same. A missing file has none; fails when a file is there that
     /// can't be read.
-    [[nodiscard]] std::expected<std::vector<JournalEntry>, Error> entries();
+    [[nodiscard]] std::expected<Entries, Error> entries();
 
-    /// Appends an entry. A failure leaves the file unchanged.
+    /// Starts a group. Fails when the journal's file is there and can't be read.
+    [[nodiscard]] std::expected<Group, Error> begin();
+
+    /// Writes what groups recorded into the journal's file. After a failure it stays in the log.
+    [[nodiscard]] std::expected<void, Error> merge();
+
+    /// Appends an entry. A failure leaves the journal unchanged.
     [[nodiscard]] std::expected<void, Error> append(const JournalEntry& entry);
 
-    /// Applies `body` to each entry whose id is in `ids`, in one write. A failure leaves the file
-    /// unchanged.
+    /// Applies `body` to each entry whose id is in `ids`, in one write. A failure leaves the
+    /// journal unchanged.
     [[nodiscard]] std::expected<void, Error> update(
         const std::set<Uuid>& ids, const std::function<void(JournalEntry&)>& body);
 
-    /// Whether an entry could be added now: does everything but the last step of a write.
+    /// Whether an entry could be recorded now.
     [[nodiscard]] std::expected<void, Error> checkWritable();
 
-    /// Writes the journal with `entry` at its end to a temporary file, so that only a rename is
-    /// left once the item has gone: a full disk shows before the item moves, not after.
-    [[nodiscard]] std::expected<Pending, Error> prepare(const JournalEntry& entry);
-
 private:
+    /// All entries, oldest first, and whether a process died between an announcement and its
+    /// record.
+    struct Content {
+        Entries entries;
+        bool hasLeftovers = false;
+    };
+
     [[nodiscard]] Lock lock();
-    [[nodiscard]] std::expected<std::vector<JournalEntry>, Error> load() const;
-    [[nodiscard]] std::expected<std::string, Error> beginning() const;
+    [[nodiscard]] std::expected<Entries, Error> readList() const;
+    [[nodiscard]] std::expected<Content, Error> load() const;
+    [[nodiscard]] std::expected<void, Error> write(const Lock& held, const std::string& text) const;
+    [[nodiscard]] std::expected<void, Error> merge(const Lock& held) const;
+    [[nodiscard]] std::expected<std::string, Error> mergedText(const Lock& held) const;
 
     std::mutex mutex_;
     std::string path_;
+    JournalLog log_;
 };
 
 }  // namespace Brimlo

@@ -3,6 +3,7 @@
 #include "BrimloCore/Models/Error.h"
 #include "BrimloCore/Platform/FileIdentity.h"
 
+#include <cstddef>
 #include <expected>
 #include <memory>
 #include <optional>
@@ -33,26 +34,51 @@ public:
         std::string entryID;    ///< Written into its trashinfo file, where the Trash has one.
     };
 
-    /// Finds the item and prepares its place in the Trash. Undone when never committed.
-    [[nodiscard]] static std::expected<TrashMove, Error> prepare(const Request& request);
-
     TrashMove(TrashMove&&) noexcept;
     TrashMove& operator=(TrashMove&&) noexcept;
     TrashMove(const TrashMove&) = delete;
     TrashMove& operator=(const TrashMove&) = delete;
-    ~TrashMove();
+    ~TrashMove();  ///< Undoes the preparation of a move that was not committed.
 
     /// The item's future path, when the system tells in advance.
     [[nodiscard]] const std::optional<std::string>& destination() const;
 
-    /// Moves the item and syncs the folders. Call once. EEXIST means that the place was taken
-    /// meanwhile and a new move may be prepared.
+    /// Syncs the item's trashinfo file to disk.
+    [[nodiscard]] std::expected<void, Error> syncInfo();
+
+    /// Moves the item. Call once. EEXIST means that the place was taken meanwhile and a new move
+    /// may be prepared.
     [[nodiscard]] std::expected<TrashedItem, Error> commit();
 
 private:
+    friend class TrashGroup;
     struct State;
     explicit TrashMove(std::unique_ptr<State> state);
     std::unique_ptr<State> state_;
+};
+
+/// Moves to the Trash that share the folders they open and the syncs of these. One thread.
+class TrashGroup {
+public:
+    TrashGroup();
+    TrashGroup(const TrashGroup&) = delete;
+    TrashGroup& operator=(const TrashGroup&) = delete;
+    ~TrashGroup();
+
+    /// How many moves to prepare before the first is committed; 1 where the system doesn't tell
+    /// the destination in advance.
+    [[nodiscard]] static std::size_t size();
+
+    /// Finds the item and prepares its place in the Trash. The move must not outlive the group.
+    [[nodiscard]] std::expected<TrashMove, Error> prepare(const TrashMove::Request& request);
+
+    /// Syncs the folders that committed moves have changed to disk.
+    void sync();
+
+private:
+    friend class TrashMove;
+    struct Folders;
+    std::unique_ptr<Folders> folders_;
 };
 
 }  // namespace Brimlo::Platform

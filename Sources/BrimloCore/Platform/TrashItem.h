@@ -6,6 +6,7 @@
 #include <expected>
 #include <optional>
 #include <string>
+#include <vector>
 
 /// Items in the Trash, and the ways out of it. Paths are those that the Trash gave.
 namespace Brimlo::Platform::TrashItem {
@@ -22,9 +23,19 @@ namespace Brimlo::Platform::TrashItem {
     const std::string& entryID,
     const std::optional<std::string>& recorded);
 
-/// Moves the item with this identity to `path`, whose parent exists; never overwrites.
+/// Moves the item with this identity to `path`, whose parent exists; never overwrites. `settle` must
+/// follow.
 [[nodiscard]] std::expected<void, Error> putBack(
     const std::string& trashPath, const FileIdentity& identity, const std::string& path);
+
+/// An item that `putBack` has moved.
+struct Returned {
+    std::string trashPath;
+    std::string path;
+};
+
+/// Syncs the folders of items that have moved, each once, and then removes their trashinfo files.
+void settle(const std::vector<Returned>& returned);
 
 /// Deletes the item for good if it has this identity. Follows no symlink and enters no mounted
 /// volume. The user's own read-only folders are deleted too. Needs no free disk space. On failure

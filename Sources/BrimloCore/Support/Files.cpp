@@ -7,6 +7,7 @@
 #include "BrimloCore/Support/Uuid.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <filesystem>
 #include <string_view>
@@ -54,6 +55,30 @@ std::string_view origin(std::string_view name) {
         return {};
     }
     return name.substr(0, name.size() - added);
+}
+
+struct OpenFile {
+    Descriptor file;
+    struct stat status{};
+};
+
+/// Opens a regular file for reading, without waiting for the other end of a pipe.
+std::expected<OpenFile, Error> openRegular(const std::string& path, Owner owner) {
+    if (!Path::isUsable(path)) {
+        return std::unexpected(Error::fromSystem(EINVAL));
+    }
+    OpenFile opened{.file = Descriptor{open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)}};
+    const struct stat& status = opened.status;
+    if (!opened.file || fstat(opened.file.number(), &opened.status) != 0) {
+        return failure();
+    }
+    if (!S_ISREG(status.st_mode)) {
+        return std::unexpected(Error::fromSystem(S_ISDIR(status.st_mode) ? EISDIR : EINVAL));
+    }
+    if (owner == Owner::trusted && status.st_uid != geteuid() && status.st_uid != 0) {
+        return std::unexpected(Error::fromSystem(EPERM));
+    }
+    return opened;
 }
 
 }  // namespace
@@ -164,22 +189,18 @@ std::expected<void, Error> AtomicFile::write(std::string path, std::string_view 
     return prepared ? prepared->publish() : std::unexpected(prepared.error());
 }
 
+std::expected<void, Error> checkReadable(const std::string& path, Owner owner) {
+    const auto file = openRegular(path, owner);
+    return file ? std::expected<void, Error>{} : std::unexpected(file.error());
+}
+
 std::expected<std::string, Error> readFile(
     const std::string& path, std::size_t limit, Owner owner) {
-    if (!Path::isUsable(path)) {
-        return std::unexpected(Error::fromSystem(EINVAL));
+    const auto opened = openRegular(path, owner);
+    if (!opened) {
+        return std::unexpected(opened.error());
     }
-    const Descriptor file{open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)};
-    struct stat status{};
-    if (!file || fstat(file.number(), &status) != 0) {
-        return failure();
-    }
-    if (!S_ISREG(status.st_mode)) {
-        return std::unexpected(Error::fromSystem(S_ISDIR(status.st_mode) ? EISDIR : EINVAL));
-    }
-    if (owner == Owner::trusted && status.st_uid != geteuid() && status.st_uid != 0) {
-        return std::unexpected(Error::fromSystem(EPERM));
-    }
+    const auto& [file, status] = *opened;
     const auto expected = static_cast<std::size_t>(status.st_size);
     std::string bytes(std::min(expected, limit) + 1, '\0');
     std::size_t length = 0;
@@ -219,6 +240,19 @@ FileLock::FileLock(const std::string& path)
         AtomicFile::removeLeftovers(path);
     } else {
         file_ = Platform::Descriptor{};
+    }
+}
+
+std::string FileLock::note() const {
+    std::array<char, 512> text{};
+    const ssize_t length = file_ ? pread(file_.number(), text.data(), text.size(), 0) : 0;
+    return {text.data(), static_cast<std::size_t>(std::max<ssize_t>(length, 0))};
+}
+
+void FileLock::setNote(std::string_view note) const {
+    // Cut short, the note says nothing true of any file.
+    if (file_ && ftruncate(file_.number(), 0) == 0) {
+        static_cast<void>(pwrite(file_.number(), note.data(), note.size(), 0));
     }
 }
 

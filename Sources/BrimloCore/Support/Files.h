@@ -70,6 +70,9 @@ enum class Owner { any, trusted };
 [[nodiscard]] std::expected<std::string, Error> readFile(
     const std::string& path, std::size_t limit, Owner owner = Owner::any);
 
+/// Whether `readFile` could read the file now, however long it is; fails as that does.
+[[nodiscard]] std::expected<void, Error> checkReadable(const std::string& path, Owner owner);
+
 /// Copies a file that could not be understood to the same name plus ".corrupt", over an earlier
 /// copy. Errors are ignored.
 void preserveCorrupt(const std::string& path);
@@ -85,6 +88,11 @@ public:
     /// False when there can be no lock: in a folder that can't be written to, or on a volume
     /// without locks.
     [[nodiscard]] bool isHeld() const { return static_cast<bool>(file_); }
+
+    /// A short text for the next holder, kept in the lock file and not synced; empty without a
+    /// lock.
+    [[nodiscard]] std::string note() const;
+    void setNote(std::string_view note) const;
 
 private:
     Platform::Descriptor file_;

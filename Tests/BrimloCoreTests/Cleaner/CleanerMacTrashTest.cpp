@@ -54,9 +54,10 @@ TEST_F(CleanerMacTrashTest, MovesNothingButWhatWasJudged) {
     const std::string path = write("brimlo test file");
     auto wanted = request(path);
     ++wanted.identity.inode;
-    EXPECT_EQ(Platform::TrashMove::prepare(wanted).error().code, ESTALE);
+    Platform::TrashGroup group;
+    EXPECT_EQ(group.prepare(wanted).error().code, ESTALE);
 
-    auto move = Platform::TrashMove::prepare(request(path));
+    auto move = group.prepare(request(path));
     ASSERT_TRUE(move);
     ASSERT_EQ(rename(path.c_str(), at("kept").c_str()), 0);
     EXPECT_EQ(move->commit().error().code, ENOENT);
@@ -67,7 +68,7 @@ TEST_F(CleanerMacTrashTest, MovesNothingButWhatWasJudged) {
     const std::string parent = link("parent", at("."));
     auto byLink = request(path);
     byLink.path = parent + "/brimlo test file";
-    EXPECT_FALSE(Platform::TrashMove::prepare(byLink));
+    EXPECT_FALSE(group.prepare(byLink));
 }
 
 TEST_F(CleanerMacTrashTest, OverwritesNothing) {

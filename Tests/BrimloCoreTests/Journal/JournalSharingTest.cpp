@@ -22,9 +22,14 @@ protected:
             const JournalEntry entry =
                 JournalEntry::make({.originalPath = std::to_string(writer), .size = i});
             if (i % 3 == 0) {
-                EXPECT_TRUE(journal.prepare(entry).value().publish(entry));
+                auto group = journal.begin();
+                EXPECT_TRUE(group->announce(JournalLog::Kind::leaves, {entry}));
+                EXPECT_TRUE(group->record(JournalLog::Kind::added, {entry}));
             } else {
                 EXPECT_TRUE(journal.append(entry));
+            }
+            if (i % 10 == 0) {
+                EXPECT_TRUE(journal.merge());
             }
             if (i % 50 == 0) {
                 EXPECT_TRUE(

@@ -11,7 +11,10 @@
 #include <cerrno>
 #include <cstdio>
 #include <ctime>
+#include <functional>
+#include <map>
 #include <random>
+#include <set>
 #include <string_view>
 #include <utility>
 
@@ -53,12 +56,51 @@ std::string homeTrash() {
     return dataHome() + "/Trash/files";
 }
 
+/// The folders of a group, each open once.
+struct TrashGroup::Folders {
+    std::map<std::string, Descriptor, std::less<>> ofItems;  ///< By path.
+    std::map<std::uint64_t, TrashFolder> trashes;            ///< By mount.
+    std::set<int> left;                                      ///< Those that an item has left.
+    std::set<const TrashFolder*> reached;
+
+    std::expected<int, Error> open(std::string_view path);
+    std::expected<const TrashFolder*, Error> trashFor(int folder, std::string_view path);
+};
+
+std::expected<int, Error> TrashGroup::Folders::open(std::string_view path) {
+    const auto known = ofItems.find(path);
+    if (known != ofItems.end()) {
+        return known->second.number();
+    }
+    auto opened = openFolder(path);
+    if (!opened) {
+        return refuse(opened.error().code, reasonNotMoved(opened.error().code));
+    }
+    return ofItems.emplace(path, *std::move(opened)).first->second.number();
+}
+
+std::expected<const TrashFolder*, Error> TrashGroup::Folders::trashFor(
+    int folder, std::string_view path) {
+    const std::uint64_t mount = mountID(folder);
+    const auto known = trashes.find(mount);
+    if (mount != 0 && known != trashes.end()) {
+        return &known->second;
+    }
+    auto trash = TrashFolder::forItemsIn(folder, path);
+    if (!trash) {
+        return std::unexpected(trash.error());
+    }
+    return &trashes.insert_or_assign(mount, *std::move(trash)).first->second;
+}
+
 struct TrashMove::State {
-    Descriptor folder;  ///< The item's.
-    std::string name;   ///< The item's name in it.
+    TrashGroup::Folders* folders = nullptr;
+    int folder = -1;  ///< The item's.
+    std::string name;  ///< The item's name in it.
     FileIdentity identity;
-    TrashFolder trash;
-    std::string trashName;  ///< The item's name in the Trash; its note is there already.
+    const TrashFolder* trash = nullptr;
+    Descriptor note;        ///< The trashinfo file.
+    std::string trashName;  ///< The item's name in the Trash; its trashinfo file exists.
     std::optional<std::string> destination;
     bool keepsNote = false;
 
@@ -70,7 +112,7 @@ struct TrashMove::State {
 
     ~State() {
         if (!trashName.empty() && !keepsNote) {
-            unlinkat(trash.info.number(), noteName().c_str(), 0);
+            unlinkat(trash->info.number(), noteName().c_str(), 0);
         }
     }
 
@@ -83,12 +125,12 @@ struct TrashMove::State {
 std::expected<void, Error> TrashMove::State::find(const Request& request) {
     const std::size_t slash = request.path.rfind('/');
     name = request.path.substr(slash + 1);
-    auto opened = openFolder(std::string_view{request.path}.substr(0, slash));
+    const auto opened = folders->open(std::string_view{request.path}.substr(0, slash));
     if (!opened) {
-        return refuse(opened.error().code, reasonNotMoved(opened.error().code));
+        return std::unexpected(opened.error());
     }
-    folder = *std::move(opened);
-    const Descriptor item{openat(folder.number(), name.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC)};
+    folder = *opened;
+    const Descriptor item{openat(folder, name.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC)};
     struct stat status{};
     if (!item || fstat(item.number(), &status) != 0) {
         return failure();
@@ -97,17 +139,18 @@ std::expected<void, Error> TrashMove::State::find(const Request& request) {
     if (identity != request.identity) {
         return refuse(ESTALE, "it is not the item that was reviewed");
     }
-    if (mountID(item.number()) != mountID(folder.number()) ||
-        MountTable::read().hasMountAtOrBelow(request.path)) {
+    // Only a folder has others mounted inside it.
+    if (mountID(item.number()) != mountID(folder) ||
+        (S_ISDIR(status.st_mode) && MountTable::read().hasMountAtOrBelow(request.path))) {
         return refuse(EBUSY, "a volume is mounted on it or inside it");
     }
-    return mayLeave(folder.number(), status);
+    return mayLeave(folder, status);
 }
 
 /// Reserves a free name in the Trash by writing the trashinfo file.
 std::expected<void, Error> TrashMove::State::makePlace(const Request& request) {
     const std::size_t skipped =
-        trash.base.empty() ? 0 : trash.base.size() + (trash.base == "/" ? 0 : 1);
+        trash->base.empty() ? 0 : trash->base.size() + (trash->base == "/" ? 0 : 1);
     const TrashInfo info{.path = request.path.substr(skipped), .entryID = request.entryID};
     // After the first few the number is random: counting up would take longer with every item of
     // this name.
@@ -120,7 +163,7 @@ std::expected<void, Error> TrashMove::State::makePlace(const Request& request) {
             nameInTrash(name, attempt <= kNumberedInOrder ? attempt : anyNumber(random));
         auto written = writeNoteAs(candidate, info);
         if (written) {
-            destination = trash.path + "/files/" + trashName;
+            destination = trash->path + "/files/" + trashName;
             return {};
         }
         if (written.error().code != EEXIST) {
@@ -132,26 +175,27 @@ std::expected<void, Error> TrashMove::State::makePlace(const Request& request) {
 
 std::expected<void, Error> TrashMove::State::writeNoteAs(
     const std::string& candidate, const TrashInfo& info) {
-    const std::string note = candidate + std::string{kTrashInfoSuffix};
-    const Descriptor file{openat(
-        trash.info.number(),
-        note.c_str(),
+    note = Descriptor{openat(
+        trash->info.number(),
+        (candidate + std::string{kTrashInfoSuffix}).c_str(),
         O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
         0600)};
-    if (!file) {
+    if (!note) {
         return failure();
     }
     trashName = candidate;  // From here on the trashinfo file is removed with this object.
     struct stat status{};
-    if (fstatat(trash.files.number(), candidate.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0) {
+    if (fstatat(trash->files.number(), candidate.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0) {
         // An item without trashinfo file has this name, and keeps it.
-        unlinkat(trash.info.number(), note.c_str(), 0);
+        unlinkat(trash->info.number(), noteName().c_str(), 0);
         trashName.clear();
         return refuse(EEXIST, reasonNotMoved(EEXIST));
     }
-    if (!writeAndSync(file.number(), info.text(std::time(nullptr)))) {
+    if (!writeBytes(note.number(), info.text(std::time(nullptr)))) {
         return failure();
     }
+    // Started for all files of the group, the writing is done when the first is waited for.
+    sync_file_range(note.number(), 0, 0, SYNC_FILE_RANGE_WRITE);
     return {};
 }
 
@@ -165,20 +209,60 @@ const std::optional<std::string>& TrashMove::destination() const {
     return state_->destination;
 }
 
-std::expected<TrashMove, Error> TrashMove::prepare(const Request& request) {
-    auto state = std::make_unique<State>();
+std::expected<void, Error> TrashMove::syncInfo() {
+    if (fdatasync(state_->note.number()) != 0) {
+        return failure();
+    }
+    state_->note = Descriptor{};
+    return {};
+}
+
+std::expected<TrashedItem, Error> TrashMove::commit() {
+    const int files = state_->trash->files.number();
+    const char* name = state_->name.c_str();
+    const char* trashName = state_->trashName.c_str();
+    if (renameat2(state_->folder, name, files, trashName, RENAME_NOREPLACE) != 0) {
+        return failure();
+    }
+    state_->folders->left.insert(state_->folder);
+    state_->folders->reached.insert(state_->trash);
+    TrashedItem item{.path = state_->destination, .warning = std::nullopt};
+    struct stat status{};
+    if (fstatat(files, trashName, &status, AT_SYMLINK_NOFOLLOW) != 0 ||
+        identityOf(status) != state_->identity) {
+        // Another item took the name in the last moment.
+        if (renameat2(files, trashName, state_->folder, name, RENAME_NOREPLACE) == 0) {
+            return refuse(ESTALE, "it is not the item that was reviewed");
+        }
+        item.warning = "another item stood in its place and lies in the Trash now";
+    }
+    state_->keepsNote = true;
+    return item;
+}
+
+TrashGroup::TrashGroup()
+    : folders_{std::make_unique<Folders>()} {}
+TrashGroup::~TrashGroup() = default;
+
+std::size_t TrashGroup::size() {
+    return 64;  // More at once gain little.
+}
+
+std::expected<TrashMove, Error> TrashGroup::prepare(const TrashMove::Request& request) {
+    auto state = std::make_unique<TrashMove::State>();
+    state->folders = folders_.get();
     if (auto found = state->find(request); !found) {
         return std::unexpected(found.error());
     }
-    auto trash = TrashFolder::forItemsIn(state->folder.number(), request.path);
+    const auto trash = folders_->trashFor(state->folder, request.path);
     if (!trash) {
         return std::unexpected(trash.error());
     }
-    state->trash = *std::move(trash);
-    if ((state->trash.path + "/files/").starts_with(request.path + "/")) {
+    state->trash = *trash;
+    if ((state->trash->path + "/files/").starts_with(request.path + "/")) {
         return refuse(EINVAL, "the Trash itself lies inside it");
     }
-    if (state->trash.holds(state->folder.number())) {
+    if (state->trash->holds(state->folder)) {
         return refuse(EINVAL, "it is part of the Trash or lies there already");
     }
     if (auto made = state->makePlace(request); !made) {
@@ -187,30 +271,15 @@ std::expected<TrashMove, Error> TrashMove::prepare(const Request& request) {
     return TrashMove{std::move(state)};
 }
 
-std::expected<TrashedItem, Error> TrashMove::commit() {
-    const int files = state_->trash.files.number();
-    const char* name = state_->name.c_str();
-    const char* trashName = state_->trashName.c_str();
-    const int folder = state_->folder.number();
-    if (renameat2(folder, name, files, trashName, RENAME_NOREPLACE) != 0) {
-        return failure();
+void TrashGroup::sync() {
+    // In this order, so that after a power cut each item is in at least one of the two places.
+    for (const int folder : std::exchange(folders_->left, {})) {
+        syncFolder(folder);
     }
-    TrashedItem item{.path = state_->destination, .warning = std::nullopt};
-    struct stat status{};
-    if (fstatat(files, trashName, &status, AT_SYMLINK_NOFOLLOW) != 0 ||
-        identityOf(status) != state_->identity) {
-        // Another item took the name in the last moment.
-        if (renameat2(files, trashName, folder, name, RENAME_NOREPLACE) == 0) {
-            return refuse(ESTALE, "it is not the item that was reviewed");
-        }
-        item.warning = "another item stood in its place and lies in the Trash now";
+    for (const TrashFolder* trash : std::exchange(folders_->reached, {})) {
+        syncFolder(trash->files.number());
+        syncFolder(trash->info.number());
     }
-    state_->keepsNote = true;
-    // In this order, so that after a power cut the item is in at least one of the two places.
-    syncFolder(folder);
-    syncFolder(files);
-    syncFolder(state_->trash.info.number());
-    return item;
 }
 
 }  // namespace Brimlo::Platform

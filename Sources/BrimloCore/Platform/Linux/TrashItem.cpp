@@ -15,6 +15,7 @@
 #include <cstdio>
 #include <ctime>
 #include <filesystem>
+#include <set>
 #include <vector>
 
 #include <fcntl.h>
@@ -202,12 +203,29 @@ std::expected<void, Error> putBack(
         renameat2(target.number(), name.c_str(), files, trashName, RENAME_NOREPLACE);
         return failure(ESTALE);
     }
-    // In this order, as on the way in: the other can leave the item in both places after a power
-    // cut.
-    syncFolder(files);
-    syncFolder(target.number());
-    item->removeInfo();
     return {};
+}
+
+void settle(const std::vector<Returned>& returned) {
+    // In this order, as on the way in: the other can leave an item in both places after a power
+    // cut.
+    std::set<std::string> trashes;
+    std::set<std::string> targets;
+    for (const auto& [trashPath, path] : returned) {
+        trashes.insert(fs::path{trashPath}.parent_path());
+        targets.insert(fs::path{path}.parent_path());
+    }
+    for (const auto* folders : {&trashes, &targets}) {
+        for (const std::string& folder : *folders) {
+            const Descriptor open{::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
+            syncFolder(open.number());
+        }
+    }
+    for (const auto& [trashPath, path] : returned) {
+        if (const auto item = Item::at(trashPath)) {
+            item->removeInfo();
+        }
+    }
 }
 
 std::expected<void, Error> remove(const std::string& trashPath, const FileIdentity& identity) {

@@ -109,7 +109,16 @@ const std::optional<std::string>& TrashMove::destination() const {
     return state_->destination;
 }
 
-std::expected<TrashMove, Error> TrashMove::prepare(const Request& request) {
+struct TrashGroup::Folders {};
+
+TrashGroup::TrashGroup() = default;
+TrashGroup::~TrashGroup() = default;
+
+std::size_t TrashGroup::size() {
+    return 1;
+}
+
+std::expected<TrashMove, Error> TrashGroup::prepare(const TrashMove::Request& request) {
     if (auto may = mayGoToTrash(request.path); !may) {
         return std::unexpected(may.error());
     }
@@ -118,7 +127,7 @@ std::expected<TrashMove, Error> TrashMove::prepare(const Request& request) {
     if (!folder) {
         return failure(folder.error().code);
     }
-    auto state = std::make_unique<State>();
+    auto state = std::make_unique<TrashMove::State>();
     state->path = request.path;
     state->identity = request.identity;
     state->folder = *std::move(folder);
@@ -127,6 +136,14 @@ std::expected<TrashMove, Error> TrashMove::prepare(const Request& request) {
         return std::unexpected(found.error());
     }
     return TrashMove{std::move(state)};
+}
+
+// Each move syncs its folders itself: a group has one.
+void TrashGroup::sync() {}
+
+// The system writes what the Finder needs to put an item back.
+std::expected<void, Error> TrashMove::syncInfo() {
+    return {};
 }
 
 std::expected<TrashedItem, Error> TrashMove::commit() {

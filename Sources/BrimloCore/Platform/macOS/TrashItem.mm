@@ -6,6 +6,7 @@
 #include "BrimloCore/Platform/macOS/Cocoa.h"
 
 #include <cerrno>
+#include <set>
 #include <filesystem>
 #include <string>
 
@@ -118,9 +119,22 @@ std::expected<void, Error> putBack(
             return moved;
         }
     }
-    syncFolder(to);
-    syncFolder(from);
     return {};
+}
+
+void settle(const std::vector<Returned>& returned) {
+    std::set<std::string> targets;
+    std::set<std::string> trashes;
+    for (const auto& [trashPath, path] : returned) {
+        targets.insert(path.substr(0, path.rfind('/') + 1));
+        trashes.insert(trashPath.substr(0, trashPath.rfind('/') + 1));
+    }
+    for (const auto* folders : {&targets, &trashes}) {
+        for (const std::string& folder : *folders) {
+            const Descriptor open{::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
+            syncFolder(open.number());
+        }
+    }
 }
 
 std::expected<void, Error> remove(const std::string& trashPath, const FileIdentity& identity) {

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "BrimloCore/Cleaner/CleanPlan.h"
+#include "BrimloCore/Cleaner/CleanReport.h"
+#include "BrimloCore/Cleaner/Cleaner.h"
+#include "BrimloCore/Gate/Safety.h"
+#include "BrimloCore/Journal/Journal.h"
+#include "BrimloCore/Platform/Trash.h"
+#include "BrimloCore/Support/Uuid.h"
+
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace Brimlo {
+
+/// The moves of a clean to the Trash, in groups that share their syncs. Used by `Cleaner` alone.
+///
+/// The steps of a group: each item is judged by the gate, found, and given its trashinfo file; these
+/// files are synced; the journal announces the group, synced; item by item the gate judges again and
+/// the item moves; the folders are synced; the journal records what moved. If the process dies, or
+/// the power fails, each item is in one of its two places, and what is in the Trash has its
+/// trashinfo file and its announcement.
+///
+/// After its last verdict nothing about an item is resolved or looked up again. If a parent becomes
+/// a symlink meanwhile, or another item takes the place, the move fails.
+class Disposal {
+public:
+    Disposal(
+        Journal& journal,
+        const Cleaner::Progress& progress,
+        Cleaner::Unrecorded unrecorded,
+        const Uuid& batchID,
+        CleanReport& report);
+
+    /// Moves items, in order, and reports on each.
+    void move(std::span<const CleanItem> items);
+
+private:
+    /// An item that is ready to move.
+    struct Leaving {
+        const CleanItem* item = nullptr;
+        Platform::TrashMove::Request request;
+        Platform::TrashMove move;
+        JournalEntry entry;
+        bool isAnnounced = false;  ///< Whether the entry is as it was announced.
+    };
+    enum class Outcome { moved, stays, again };
+
+    /// What is shared by the items of a group.
+    struct Group;
+
+    [[nodiscard]] std::vector<const CleanItem*> moveGroup(
+        const std::vector<const CleanItem*>& items, bool isLastTry);
+    [[nodiscard]] std::optional<Leaving> prepare(const CleanItem& item, Group& group);
+    [[nodiscard]] bool announce(const std::vector<Leaving>& leaving, Group& group);
+    [[nodiscard]] Outcome commit(Leaving& leaving, Group& group, bool isLastTry);
+    void record(const std::vector<Leaving>& moved, Group& group);
+    void fail(const CleanItem& item, std::string reason);
+
+    Journal& journal_;
+    const Cleaner::Progress& progress_;
+    Cleaner::Unrecorded unrecorded_;
+    Uuid batchID_;
+    CleanReport& report_;
+};
+
+}  // namespace Brimlo
