@@ -19,14 +19,15 @@ struct Arguments {
 
 AutoCleanOutcome outcomeOf(const Arguments& arguments, const AppConfig& config) {
     if (arguments.execute) {
-        // The purge comes first and can't be undone.
-        Tool::finishFirst(Tool::Undo::impossible);
+        // The purge comes first, and the clean stops.
+        Tool::noteInterrupts(Tool::kFinishesFirst);
     }
     Console::Progress progress;
     progress.show(
         arguments.execute ? "Running auto-clean…" : "Checking what auto-clean would remove…");
     Cleaner cleaner{std::make_shared<Journal>(StoragePaths::journal())};
-    return AutoCleaner::run(config, cleaner, !arguments.execute, arguments.force);
+    return AutoCleaner::run(
+        config, cleaner, !arguments.execute, arguments.force, &Tool::wasInterrupted);
 }
 
 void show(const AutoCleanOutcome& outcome, bool dryRun) {

@@ -16,6 +16,9 @@ namespace Brimlo::CleanRun {
 
 namespace {
 
+constexpr std::string_view kStops =
+    "the clean stops here; \"brimlo undo --last\" takes back what has moved";
+
 std::string total(const CleanPlan& plan) {
     return Console::count(plan.items().size(), "item") + ", " + Fmt::bytes(plan.totalBytes());
 }
@@ -40,16 +43,21 @@ std::string question(const CleanPlan& plan) {
 
 CleanReport execute(const CleanPlan& plan, bool dryRun) {
     if (!dryRun) {
-        Tool::finishFirst();
+        Tool::noteInterrupts(kStops);
     }
     Cleaner cleaner{std::make_shared<Journal>(StoragePaths::journal())};
     Console::Progress progress;
     std::size_t done = 0;
-    return cleaner.execute(plan, DisposalMode::trash, dryRun, [&](const std::string& path) {
-        progress.show(
-            std::to_string(++done) + "/" + std::to_string(plan.items().size()) + "  " +
-            Console::itemName(path));
-    });
+    const CleanOptions options{
+        .progress =
+            [&](const std::string& path) {
+                progress.show(
+                    std::to_string(++done) + "/" + std::to_string(plan.items().size()) + "  " +
+                    Console::itemName(path));
+            },
+        .isStopped = &Tool::wasInterrupted,
+    };
+    return cleaner.execute(plan, DisposalMode::trash, dryRun, options);
 }
 
 }  // namespace
@@ -82,6 +90,10 @@ void show(const CleanReport& report, const CleanPlan& plan, bool dryRun) {
     list("refused     ", report.refused);
     list("failed      ", report.failures);
     list("unrecorded  ", report.unrecorded);
+    if (!report.untouched.empty()) {
+        Console::line(
+            "Stopped: " + Console::count(report.untouched.size(), "item") + " left untouched.");
+    }
     const std::string count = Console::count(static_cast<std::size_t>(report.processed), "item");
     if (dryRun) {
         const char* end = dockerCount(plan) == 0 ? " would go to the Trash. Nothing was moved."

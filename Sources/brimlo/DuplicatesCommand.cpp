@@ -83,7 +83,7 @@ Json::Array forms(const Groups& groups) {
 }
 
 CloneReport cloneExtras(const Groups& groups) {
-    Tool::finishFirst(Tool::Undo::impossible);
+    Tool::noteInterrupts(Tool::kFinishesFirst);
     ScanControl control;
     Console::Progress progress;
     return DuplicateExtras::clone(groups, &control, [&](const std::string& path) {

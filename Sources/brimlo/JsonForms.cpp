@@ -121,6 +121,7 @@ Json::Object report(const CleanReport& report) {
         {"notes",             RuleJson::encode(report.notes)},
         {"journalIDs",        std::move(ids)                },
         {"processed",         report.processed              },
+        {"untouched",         paths(report.untouched)       },
     };
 }
 

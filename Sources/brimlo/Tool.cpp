@@ -20,20 +20,19 @@ namespace Brimlo {
 namespace {
 
 // A signal handler may only use lock-free atomics and the functions of signal-safety(7).
-std::atomic<bool> isFinishing = false;
 std::atomic<bool> isNoted = false;
-std::atomic<bool> isUndoable = false;
+std::atomic<const std::string*> saidWhenNoted = nullptr;  ///< Without it, Ctrl-C ends the program.
 static_assert(std::atomic<bool>::is_always_lock_free);
+static_assert(std::atomic<const std::string*>::is_always_lock_free);
 
 void say(std::string_view text) {
     static_cast<void>(!write(STDERR_FILENO, text.data(), text.size()));
 }
 
 void handle(int) {
-    if (isFinishing) {
+    if (const std::string* const said = saidWhenNoted) {
         isNoted = true;
-        say("\nbrimlo: what has begun is finished first");
-        say(isUndoable ? "; \"brimlo undo --last\" takes it back.\n" : ".\n");
+        say(*said);
         return;
     }
     say("\n");
@@ -82,11 +81,12 @@ void Tool::endOnInterrupt() {
     sigaction(SIGINT, &action, nullptr);
 }
 
-void Tool::finishFirst(Undo undo) {
+void Tool::noteInterrupts(std::string_view words) {
     // Nor may a closed standard output stop the clean.
     std::signal(SIGPIPE, SIG_IGN);
-    isUndoable = undo == Undo::possible;
-    isFinishing = true;
+    static std::string said;
+    said = "\nbrimlo: " + std::string{words} + ".\n";
+    saidWhenNoted = &said;
 }
 
 bool Tool::wasInterrupted() {

@@ -41,11 +41,10 @@ public:
     /// From here on Ctrl-C ends the program with exit code 130, on a new line.
     static void endOnInterrupt();
 
-    /// Whether "brimlo undo" can restore what is about to change.
-    enum class Undo { possible, impossible };
-    /// From here on Ctrl-C is only noted, with a word on standard error, and a closed pipe is
-    /// ignored: a clean that has begun is finished and reported.
-    static void finishFirst(Undo undo = Undo::possible);
+    /// From here on Ctrl-C is only noted, with these words on standard error, and a closed pipe is
+    /// ignored: what changes files ends at a point of its own and is reported.
+    static void noteInterrupts(std::string_view words);
+    static constexpr std::string_view kFinishesFirst = "what has begun is finished first";
     /// Whether Ctrl-C was noted.
     [[nodiscard]] static bool wasInterrupted();
 

@@ -106,7 +106,7 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
         complain(ids.error());
         return ExitCode::problems;
     }
-    Tool::finishFirst();
+    Tool::noteInterrupts(Tool::kFinishesFirst);
     const UndoReport report = cleaner.undo(*ids);
     if (tool.isJson()) {
         print(JsonForms::report(report));

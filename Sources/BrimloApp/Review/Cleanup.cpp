@@ -65,6 +65,7 @@ ReportFigures ReportFigures::of(const std::optional<CleanReport>& report) {
                          : problem.text()));
         }
     }
+    figures.untouched = static_cast<int>(report->untouched.size());
     figures.canUndo = !report->journalIDs.empty();
     return figures;
 }
@@ -79,6 +80,7 @@ void Cleanup::run(const CleanPlan& plan, std::function<void()> after) {
     }
     show(Progress{.isCleaning = true, .path = {}, .total = static_cast<int>(plan.items().size())});
     const auto newest = std::make_shared<NewestItem>();
+    isStopped_ = std::make_shared<std::atomic<bool>>(false);
     auto tellPath = [cleanup = QPointer{this}, newest](const std::string& path) {
         if (!newest->set(path)) {
             return;
@@ -98,8 +100,10 @@ void Cleanup::run(const CleanPlan& plan, std::function<void()> after) {
     };
     changeInBackground(
         this,
-        [plan, cleaner = app_.cleaner(), tellPath] {
-            CleanReport report = cleaner->execute(plan, DisposalMode::trash, false, tellPath);
+        [plan, cleaner = app_.cleaner(), tellPath, isStopped = isStopped_] {
+            const CleanOptions options{
+                .progress = tellPath, .isStopped = [isStopped] { return isStopped->load(); }};
+            CleanReport report = cleaner->execute(plan, DisposalMode::trash, false, options);
             return Cleaned{.report = std::move(report), .journal = JournalReading::of(*cleaner)};
         },
         [plan, after = std::move(after)](Cleanup& cleanup, Cleaned cleaned) {
@@ -112,6 +116,15 @@ void Cleanup::run(const CleanPlan& plan, std::function<void()> after) {
                 after();
             }
         });
+}
+
+void Cleanup::stop() {
+    if (isCleaning()) {
+        *isStopped_ = true;
+        Progress progress = progress_;
+        progress.isStopping = true;
+        show(std::move(progress));
+    }
 }
 
 CleanPlan Cleanup::planFor(const std::vector<std::shared_ptr<FileNode>>& nodes) {

@@ -10,6 +10,7 @@
 #include <QtCore/QStringList>
 #include <QtQml/qqmlregistration.h>
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -27,6 +28,7 @@ class ReportFigures {
     Q_PROPERTY(int processed MEMBER processed)
     Q_PROPERTY(double freedNow MEMBER freedNow)
     Q_PROPERTY(double movedToTrash MEMBER movedToTrash)
+    Q_PROPERTY(int untouched MEMBER untouched)
     Q_PROPERTY(QStringList problems MEMBER problems)
     Q_PROPERTY(bool hasProblems READ hasProblems)
     Q_PROPERTY(bool canUndo MEMBER canUndo)
@@ -41,6 +43,7 @@ public:
     int processed = 0;        ///< Items cleaned.
     double freedNow = 0;      ///< Bytes that are free already.
     double movedToTrash = 0;  ///< Bytes moved to the Trash.
+    int untouched = 0;        ///< Items not reached, because the clean was stopped.
     QStringList problems;     ///< "path: reason" for what was refused, failed, or cleaned without a
                               ///< journal entry.
     bool canUndo = false;     ///< Whether the journal has an entry of this clean.
@@ -53,6 +56,7 @@ class Cleanup : public QObject {
     QML_UNCREATABLE("A part of the model")
 
     Q_PROPERTY(bool isCleaning READ isCleaning NOTIFY progressChanged)
+    Q_PROPERTY(bool isStopping READ isStopping NOTIFY progressChanged)
     Q_PROPERTY(QString cleaningPath READ cleaningPath NOTIFY progressChanged)
     Q_PROPERTY(int cleaningDone READ cleaningDone NOTIFY progressChanged)
     Q_PROPERTY(int cleaningTotal READ cleaningTotal NOTIFY progressChanged)
@@ -66,6 +70,10 @@ public:
     /// a message.
     void run(const CleanPlan& plan, std::function<void()> after = {});
 
+    /// Ends the clean before its next item. What has moved stays in the Trash and in the journal.
+    Q_INVOKABLE void stop();
+    [[nodiscard]] bool isStopping() const { return progress_.isStopping; }
+
     /// A plan for these nodes. Aggregates are skipped, since they name no single file.
     [[nodiscard]] static CleanPlan planFor(const std::vector<std::shared_ptr<FileNode>>& nodes);
     /// Moves nodes to the Trash, and removes those that are gone from the analyzer's tree and the
@@ -74,6 +82,7 @@ public:
 
     struct Progress {
         bool isCleaning = false;
+        bool isStopping = false;
         QString path;  ///< The item being moved.
         int done = 0;  ///< Items.
         int total = 0;
@@ -102,6 +111,7 @@ Q_SIGNALS:
 private:
     AppModel& app_;
     Progress progress_;
+    std::shared_ptr<std::atomic<bool>> isStopped_;  ///< Of the clean that is running.
     std::optional<CleanReport> lastReport_;
     bool showResult_ = false;
 };

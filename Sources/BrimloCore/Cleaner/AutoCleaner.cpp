@@ -21,7 +21,12 @@ bool mayClean(const Suggestion& suggestion, const AppConfig& config) {
 
 }  // namespace
 
-AutoCleanOutcome run(const AppConfig& config, Cleaner& cleaner, bool dryRun, bool force) {
+AutoCleanOutcome run(
+    const AppConfig& config,
+    Cleaner& cleaner,
+    bool dryRun,
+    bool force,
+    const std::function<bool()>& isStopped) {
     AutoCleanOutcome outcome;
     if (!config.autoCleanEnabled && !force) {
         outcome.skippedReason = kIsOff;
@@ -43,8 +48,9 @@ AutoCleanOutcome run(const AppConfig& config, Cleaner& cleaner, bool dryRun, boo
             .staleDays = config.staleDays, .docker = cleaner.docker()};
         const CleanPlan plan = selection(config, SuggestionEngine::generate(everything));
         outcome.planned = plan.items();
-        outcome.report =
-            cleaner.execute(plan, DisposalMode::trash, dryRun, {}, Cleaner::Unrecorded::stays);
+        const CleanOptions options{
+            .isStopped = isStopped, .unrecorded = CleanOptions::Unrecorded::stays};
+        outcome.report = cleaner.execute(plan, DisposalMode::trash, dryRun, options);
     }
     return outcome;
 }

@@ -6,6 +6,7 @@
 #include "BrimloCore/Support/VolumeInfo.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -35,9 +36,13 @@ namespace AutoCleaner {
 ///
 /// Without a writable journal it does neither, because no person would see the unrecorded items.
 /// `force` runs it even when it is off in the settings or there is enough free space, with the same
-/// selection. A dry run removes nothing. Blocks.
+/// selection. A dry run removes nothing. `isStopped` ends its clean (`CleanOptions`). Blocks.
 [[nodiscard]] AutoCleanOutcome run(
-    const AppConfig& config, Cleaner& cleaner, bool dryRun, bool force);
+    const AppConfig& config,
+    Cleaner& cleaner,
+    bool dryRun,
+    bool force,
+    const std::function<bool()>& isStopped = {});
 
 /// Why the clean can wait with this much free space, or with an unknown amount; nullopt at or below
 /// the threshold.

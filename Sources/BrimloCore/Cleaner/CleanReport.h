@@ -30,12 +30,13 @@ struct CleanReport {
     std::vector<std::string> notes;       ///< For callers to add to.
     std::vector<Uuid> journalIDs;         ///< Of the journal entries written, in order.
     std::int64_t processed = 0;           ///< Items removed, or that a dry run would remove.
+    std::vector<std::string> untouched;   ///< Paths not reached: the clean was stopped.
 
     bool operator==(const CleanReport&) const = default;
 
     /// The paths of the items that are still where they were.
     [[nodiscard]] std::set<std::string> stayed() const {
-        std::set<std::string> paths;
+        std::set<std::string> paths{untouched.begin(), untouched.end()};
         for (const auto* problems : {&failures, &refused}) {
             for (const ItemProblem& problem : *problems) {
                 paths.insert(problem.path);

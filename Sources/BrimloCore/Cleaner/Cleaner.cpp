@@ -52,6 +52,10 @@ bool isGone(const std::expected<FileIdentity, Error>& found) {
     return !found && found.error().domain == kSystemErrorDomain && found.error().code == ENOENT;
 }
 
+bool isStopped(const CleanOptions& options) {
+    return options.isStopped && options.isStopped();
+}
+
 /// Compares identities: the home folder may have several spellings.
 bool isInHomeTrash(const std::string& trashPath) {
     return FileIdentity::of(std::string{Path::parent(trashPath)}) ==
@@ -65,42 +69,35 @@ Cleaner::Cleaner(std::shared_ptr<Journal> journal, DockerClient::Places docker)
     , docker_{std::move(docker)} {}
 
 CleanReport Cleaner::execute(
-    const CleanPlan& plan,
-    DisposalMode /*mode*/,
-    bool dryRun,
-    const Progress& progress,
-    Unrecorded unrecorded) {
+    const CleanPlan& plan, DisposalMode /*mode*/, bool dryRun, const CleanOptions& options) {
     const Uuid batchID = Uuid::random();
     CleanReport report;
     if (dryRun) {
         for (const CleanItem& item : plan.items()) {
-            rehearse(item, progress, report);
+            rehearse(item, options, report);
         }
         return report;
     }
-    Disposal disposal{*journal_, progress, unrecorded, batchID, report};
-    const std::span<const CleanItem> items = plan.items();
-    for (std::size_t place = 0; place < items.size();) {
-        const CleanItem& item = items[place];
-        if (isPseudoPath(item.path)) {
-            if (progress) {
-                progress(item.path);
-            }
-            removeFromDocker(item, batchID, report);
-            ++place;
-            continue;
-        }
-        const auto rest = items.subspan(place);
+    Disposal disposal{*journal_, options, batchID, report};
+    for (std::span<const CleanItem> rest = plan.items(); !rest.empty();) {
         const auto end = std::ranges::find_if(rest, isPseudoPath, &CleanItem::path);
         disposal.move({rest.begin(), end});
-        place += static_cast<std::size_t>(end - rest.begin());
+        rest = {end, rest.end()};
+        if (!rest.empty()) {
+            removeFromDocker(rest.front(), options, batchID, report);
+            rest = rest.subspan(1);
+        }
     }
     // What can't be merged now stays in the log, which every reader reads.
     static_cast<void>(journal_->merge());
     return report;
 }
 
-void Cleaner::rehearse(const CleanItem& item, const Progress& progress, CleanReport& report) {
+void Cleaner::rehearse(const CleanItem& item, const CleanOptions& options, CleanReport& report) {
+    if (isStopped(options)) {
+        report.untouched.push_back(item.path);
+        return;
+    }
     if (!isPseudoPath(item.path)) {
         const auto chosen = item.ruleID ? Safety::Chosen::byRule : Safety::Chosen::byPerson;
         if (const auto refusal = Safety::judge(item.path, chosen).refusal) {
@@ -108,13 +105,21 @@ void Cleaner::rehearse(const CleanItem& item, const Progress& progress, CleanRep
             return;
         }
     }
-    if (progress) {
-        progress(item.path);
+    if (options.progress) {
+        options.progress(item.path);
     }
     ++report.processed;
 }
 
-void Cleaner::removeFromDocker(const CleanItem& item, const Uuid& batchID, CleanReport& report) {
+void Cleaner::removeFromDocker(
+    const CleanItem& item, const CleanOptions& options, const Uuid& batchID, CleanReport& report) {
+    if (isStopped(options)) {
+        report.untouched.push_back(item.path);
+        return;
+    }
+    if (options.progress) {
+        options.progress(item.path);
+    }
     if (const auto reason = DockerClient::remove(item.path, docker_)) {
         report.failures.push_back({item.path, *reason});
         return;
@@ -185,6 +190,7 @@ void Cleaner::putBackTogether(std::span<const JournalEntry> entries, UndoReport&
     const auto fail = [&](const JournalEntry& entry, const Error& error) {
         report.failures.push_back({entry.originalPath, error.description});
     };
+    auto group = journal_->begin();
     std::vector<Found> found;
     std::vector<JournalEntry> announced;
     for (const JournalEntry& entry : entries) {
@@ -198,8 +204,7 @@ void Cleaner::putBackTogether(std::span<const JournalEntry> entries, UndoReport&
     if (found.empty()) {
         return;
     }
-    auto group = journal_->begin();
-    auto recorded = group ? group->announce(JournalLog::Kind::returns, announced)
+    const auto recorded = group ? group->announce(JournalLog::Kind::returns, announced)
                           : std::expected<void, Error>{std::unexpected(group.error())};
     std::vector<JournalEntry> restored;
     std::vector<Platform::TrashItem::Returned> returned;

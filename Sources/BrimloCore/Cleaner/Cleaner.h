@@ -18,6 +18,19 @@
 
 namespace Brimlo {
 
+/// What a clean asks its caller, on its own thread and without a lock held by it.
+struct CleanOptions {
+    /// Called with each path that passed the gate, before it is moved.
+    std::function<void(const std::string& path)> progress;
+
+    /// Asked before each item; true ends the clean there. Also asked while the journal is locked.
+    std::function<bool()> isStopped;
+
+    /// What to do with an item that the journal can't record, for a reason other than a full disk.
+    /// When a person reads the report, which names the item, it may go all the same.
+    enum class Unrecorded { goes, stays } unrecorded = Unrecorded::goes;
+};
+
 /// Moves items to the Trash, restores them, and deletes them from the Trash: the only code that
 /// moves a user's file away.
 ///
@@ -25,21 +38,14 @@ namespace Brimlo {
 /// one object, from any thread.
 class Cleaner {
 public:
-    /// Called with each path that passed the gate, before it is moved.
-    using Progress = std::function<void(const std::string& path)>;
-
     /// `docker` is where Docker's tool may be.
     explicit Cleaner(
         std::shared_ptr<Journal> journal,
         DockerClient::Places docker = DockerClient::usualPlaces());
 
-    /// What to do with an item that the journal can't record, for a reason other than a full disk.
-    /// When a person reads the report, which names the item, it may go all the same.
-    enum class Unrecorded { goes, stays };
-
-    /// Carries a plan out, item by item in order: asks the safety gate again, moves the item to the
-    /// Trash of its volume and records it in the journal before the next one is touched. A refused
-    /// or failed item does not end the run. A dry run only asks the gate.
+    /// Carries a plan out in order (see `Disposal`): asks the safety gate again for each item, moves
+    /// the item to the Trash of its volume and records it in the journal. A refused or failed item
+    /// does not end the run. A dry run only asks the gate.
     ///
     /// "docker:" pseudo paths skip the gate and the Trash: Docker removes the object for good, or
     /// refuses.
@@ -47,8 +53,7 @@ public:
         const CleanPlan& plan,
         DisposalMode mode,
         bool dryRun,
-        const Progress& progress = {},
-        Unrecorded unrecorded = Unrecorded::goes);
+        const CleanOptions& options = {});
 
     /// Where Docker's tool may be.
     [[nodiscard]] const DockerClient::Places& docker() const { return docker_; }
@@ -83,8 +88,13 @@ public:
     [[nodiscard]] static TrashReport emptyTrash();
 
 private:
-    static void rehearse(const CleanItem& item, const Progress& progress, CleanReport& report);
-    void removeFromDocker(const CleanItem& item, const Uuid& batchID, CleanReport& report);
+    static void rehearse(
+        const CleanItem& item, const CleanOptions& options, CleanReport& report);
+    void removeFromDocker(
+        const CleanItem& item,
+        const CleanOptions& options,
+        const Uuid& batchID,
+        CleanReport& report);
     void putBackTogether(std::span<const JournalEntry> entries, UndoReport& report);
     [[nodiscard]] static std::expected<Platform::FileIdentity, Error> findToReturn(
         const JournalEntry& entry);

@@ -48,13 +48,11 @@ struct Disposal::Group {
 
 Disposal::Disposal(
     Journal& journal,
-    const Cleaner::Progress& progress,
-    Cleaner::Unrecorded unrecorded,
+    const CleanOptions& options,
     const Uuid& batchID,
     CleanReport& report)
     : journal_{journal}
-    , progress_{progress}
-    , unrecorded_{unrecorded}
+    , options_{options}
     , batchID_{batchID}
     , report_{report} {}
 
@@ -108,6 +106,10 @@ std::vector<const CleanItem*> Disposal::moveGroup(
 }
 
 std::optional<Disposal::Leaving> Disposal::prepare(const CleanItem& item, Group& group) {
+    if (isStopped()) {
+        report_.untouched.push_back(item.path);
+        return std::nullopt;
+    }
     const Safety::Verdict verdict = group.gate.judge(item.path, chosen(item));
     if (verdict.refusal) {
         report_.refused.push_back({item.path, *verdict.refusal});
@@ -142,6 +144,9 @@ std::optional<Disposal::Leaving> Disposal::prepare(const CleanItem& item, Group&
         return refuse(move.error().description);
     }
     entry.trashPath = move->destination();
+    if (options_.progress) {
+        options_.progress(item.path);  // Here, because the journal is not locked yet.
+    }
     return Leaving{
         .item = &item,
         .request = std::move(request),
@@ -160,7 +165,7 @@ bool Disposal::announce(const std::vector<Leaving>& leaving, Group& group) {
         group.unannounced = begun.error();
     }
     const bool isFull = group.unannounced && isDiskFull(*group.unannounced);
-    if (!group.unannounced || (!isFull && unrecorded_ == Cleaner::Unrecorded::goes)) {
+    if (!group.unannounced || (!isFull && options_.unrecorded == CleanOptions::Unrecorded::goes)) {
         return true;
     }
     for (const Leaving& each : leaving) {
@@ -175,6 +180,10 @@ bool Disposal::announce(const std::vector<Leaving>& leaving, Group& group) {
 /// Moves one item. When it stays, the reason has been reported, unless another try may do.
 Disposal::Outcome Disposal::commit(Leaving& leaving, Group& group, bool isLastTry) {
     const CleanItem& item = *leaving.item;
+    if (isStopped()) {
+        report_.untouched.push_back(item.path);
+        return Outcome::stays;
+    }
     const Safety::Verdict verdict = group.gate.judge(item.path, chosen(item));
     if (verdict.refusal) {
         report_.refused.push_back({item.path, *verdict.refusal});
@@ -183,9 +192,6 @@ Disposal::Outcome Disposal::commit(Leaving& leaving, Group& group, bool isLastTr
     if (verdict.identity != leaving.request.identity || verdict.resolved != leaving.request.path) {
         fail(item, Cleaner::identity(item.path) ? kOtherItem : "no longer exists");
         return Outcome::stays;
-    }
-    if (progress_) {
-        progress_(item.path);
     }
     const auto trashed = leaving.move.commit();
     if (!trashed && trashed.error().code == EEXIST && !isLastTry) {

@@ -19,7 +19,8 @@ namespace Brimlo {
 ///
 /// The steps of a group: each item is judged by the gate, found, and given its trashinfo file; these
 /// files are synced; the journal announces the group, synced; item by item the gate judges again and
-/// the item moves; the folders are synced; the journal records what moved. If the process dies, or
+/// the item moves; the folders are synced; the journal records what moved. A clean that is stopped
+/// moves no further item of the group. If the process dies, or
 /// the power fails, each item is in one of its two places, and what is in the Trash has its
 /// trashinfo file and its announcement.
 ///
@@ -29,8 +30,7 @@ class Disposal {
 public:
     Disposal(
         Journal& journal,
-        const Cleaner::Progress& progress,
-        Cleaner::Unrecorded unrecorded,
+        const CleanOptions& options,
         const Uuid& batchID,
         CleanReport& report);
 
@@ -56,12 +56,12 @@ private:
     [[nodiscard]] std::optional<Leaving> prepare(const CleanItem& item, Group& group);
     [[nodiscard]] bool announce(const std::vector<Leaving>& leaving, Group& group);
     [[nodiscard]] Outcome commit(Leaving& leaving, Group& group, bool isLastTry);
+    [[nodiscard]] bool isStopped() const { return options_.isStopped && options_.isStopped(); }
     void record(const std::vector<Leaving>& moved, Group& group);
     void fail(const CleanItem& item, std::string reason);
 
     Journal& journal_;
-    const Cleaner::Progress& progress_;
-    Cleaner::Unrecorded unrecorded_;
+    const CleanOptions& options_;
     Uuid batchID_;
     CleanReport& report_;
 };

@@ -70,11 +70,10 @@ bool mayBeInTrash(const JournalEntry& entry) {
 struct Changes {
     Entries added;
     std::map<Uuid, JournalEntry> changed;
-    bool hasLeftovers = false;
+    bool hasLeftovers = false;  ///< Whether a process died between an announcement and its record.
 };
 
-/// An announcement without a record is a leftover of a process that died: where its item is now
-/// tells whether it moved.
+/// Settles the announcements without a record: where the item is now tells whether it moved.
 Changes settle(const std::vector<JournalLog::Line>& lines) {
     std::map<Uuid, Kind> last;
     for (const JournalLog::Line& line : lines) {
@@ -82,19 +81,19 @@ Changes settle(const std::vector<JournalLog::Line>& lines) {
     }
     Changes changes;
     for (const auto& [kind, entry] : lines) {
-        const bool isLast = last[entry.id] == kind;
+        const bool isLeftover = last[entry.id] == kind;
         switch (kind) {
         case Kind::added: changes.added.push_back(entry); break;
         case Kind::changed: changes.changed.insert_or_assign(entry.id, entry); break;
         case Kind::leaves:
-            changes.hasLeftovers = changes.hasLeftovers || isLast;
-            if (isLast && mayBeInTrash(entry)) {
+            changes.hasLeftovers = changes.hasLeftovers || isLeftover;
+            if (isLeftover && mayBeInTrash(entry)) {
                 changes.added.push_back(entry);
             }
             break;
         case Kind::returns:
-            changes.hasLeftovers = changes.hasLeftovers || isLast;
-            if (isLast && !mayBeInTrash(entry) &&
+            changes.hasLeftovers = changes.hasLeftovers || isLeftover;
+            if (isLeftover && !mayBeInTrash(entry) &&
                 Platform::FileIdentity::of(entry.originalPath)) {
                 JournalEntry restored = entry;
                 restored.undone = true;
@@ -138,6 +137,50 @@ std::string stampOf(const std::string& path) {
            std::to_string(seconds) + "." + std::to_string(nanoseconds);
 }
 
+/// The entries in the file at `path`; a missing file has none. A damaged one is copied aside.
+std::expected<Entries, Error> readList(const std::string& path) {
+    const auto text = readFile(path, kLongestFile, Owner::trusted);
+    if (!text && text.error().code != ENOENT) {
+        return std::unexpected(text.error());
+    }
+    Entries entries;
+    if (!text) {
+        return entries;
+    }
+    const Condition condition =
+        forEachEntry(*text, [&](JournalEntry&& entry) { entries.push_back(std::move(entry)); });
+    if (condition == Condition::noList) {
+        entries.clear();
+    }
+    if (condition > Condition::olderForm) {
+        preserveCorrupt(path);
+    }
+    return entries;
+}
+
+/// The text of the file at `path` with the changes in it. If the file is as `stamp` says, this
+/// program wrote it and it is intact: its entries are copied as text, since decoding thousands to
+/// add one costs more than the disk does.
+std::expected<std::string, Error> mergedText(
+    const std::string& path, const std::string& stamp, Changes changes) {
+    if (changes.changed.empty() && !stamp.empty() && stamp == stampOf(path)) {
+        auto text = readFile(path, kLongestFile, Owner::trusted);
+        if (text && text->ends_with(']')) {
+            text->pop_back();
+            encode(changes.added, *text);
+            return text;
+        }
+    }
+    auto entries = readList(path);
+    if (!entries) {
+        return std::unexpected(entries.error());
+    }
+    apply(std::move(changes), *entries);
+    std::string text = "[";
+    encode(*entries, text);
+    return text;
+}
+
 }  // namespace
 
 std::expected<void, Error> Journal::Group::announce(Kind kind, const Entries& entries) {
@@ -157,29 +200,8 @@ Journal::Lock Journal::lock() {
     return {.threads = std::move(threads), .processes = FileLock{path_}};
 }
 
-/// The entries in the file; a missing file has none.
-std::expected<Entries, Error> Journal::readList() const {
-    const auto text = readFile(path_, kLongestFile, Owner::trusted);
-    if (!text && text.error().code != ENOENT) {
-        return std::unexpected(text.error());
-    }
-    Entries entries;
-    if (!text) {
-        return entries;
-    }
-    const Condition condition =
-        forEachEntry(*text, [&](JournalEntry&& entry) { entries.push_back(std::move(entry)); });
-    if (condition == Condition::noList) {
-        entries.clear();
-    }
-    if (condition > Condition::olderForm) {
-        preserveCorrupt(path_);
-    }
-    return entries;
-}
-
 std::expected<Journal::Content, Error> Journal::load() const {
-    auto entries = readList();
+    auto entries = readList(path_);
     const auto lines = log_.read();
     if (!entries || !lines) {
         return std::unexpected(entries ? lines.error() : entries.error());
@@ -204,37 +226,16 @@ std::expected<void, Error> Journal::write(const Lock& held, const std::string& t
     return written;
 }
 
-/// The journal's whole text with the log in it. A file that this program wrote and nobody changed
-/// is intact: its entries are copied as text, since reading thousands to add one costs more than
-/// the disk does.
-std::expected<std::string, Error> Journal::mergedText(const Lock& held) const {
+std::expected<void, Error> Journal::merge(const Lock& held) const {
     const auto lines = log_.read();
-    if (!lines) {
-        return std::unexpected(lines.error());
+    if (!lines || lines->empty()) {
+        return lines ? std::expected<void, Error>{} : std::unexpected(lines.error());
     }
     Changes changes = settle(*lines);
-    const std::string stamp = stampOf(path_);
-    std::string text;
-    if (changes.changed.empty() && !stamp.empty() && stamp == held.processes.note()) {
-        if (auto whole = readFile(path_, kLongestFile, Owner::trusted)) {
-            text = *std::move(whole);
-            text.resize(text.rfind(']'));
-            encode(changes.added, text);
-            return text;
-        }
+    if (changes.added.empty() && changes.changed.empty()) {
+        return log_.remove();  // Nothing of what was announced has moved.
     }
-    auto entries = readList();
-    if (!entries) {
-        return std::unexpected(entries.error());
-    }
-    apply(std::move(changes), *entries);
-    text = "[";
-    encode(*entries, text);
-    return text;
-}
-
-std::expected<void, Error> Journal::merge(const Lock& held) const {
-    const auto text = mergedText(held);
+    const auto text = mergedText(path_, held.processes.note(), std::move(changes));
     return text ? write(held, *text) : std::unexpected(text.error());
 }
 

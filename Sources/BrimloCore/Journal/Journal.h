@@ -92,11 +92,9 @@ private:
     };
 
     [[nodiscard]] Lock lock();
-    [[nodiscard]] std::expected<Entries, Error> readList() const;
     [[nodiscard]] std::expected<Content, Error> load() const;
     [[nodiscard]] std::expected<void, Error> write(const Lock& held, const std::string& text) const;
     [[nodiscard]] std::expected<void, Error> merge(const Lock& held) const;
-    [[nodiscard]] std::expected<std::string, Error> mergedText(const Lock& held) const;
 
     std::mutex mutex_;
     std::string path_;

@@ -4,6 +4,7 @@
 #include "BrimloCoreTests/Cleaner/Child.h"
 #include "BrimloCoreTests/Cleaner/CleaningHome.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <functional>
 #include <utility>
@@ -165,16 +166,62 @@ TEST_F(CleanerTest, LeavesWhatItMustNotMove) {
 TEST_F(CleanerTest, MovesTheItemThatTheGateSaw) {
     const std::string path = write("work/item", "judged");
     write("other", "not judged");
-    const CleanReport report = clean({path}, [&](const std::string&) {
+    const auto swap = [&](const std::string&) {
         std::filesystem::rename(path, at("judged"));
         std::filesystem::rename(at("other"), path);
-    });
+    };
     CleanReport expected;
     expected.failures = {
         {path, "it is not the item that was reviewed"}
     };
-    EXPECT_EQ(report, expected);
+    EXPECT_EQ(clean({path}, {.progress = swap}), expected);
     EXPECT_EQ(contentOf(path), "not judged");
+}
+
+TEST_F(CleanerTest, StopsBetweenItemsAndNamesThoseThatItLeft) {
+    const Lines paths{write("work/a"), write("work/b"), write("work/c")};
+    int asked = 0;
+    // Asked before each of the three is prepared, and before each moves.
+    const CleanReport report = clean(paths, {.isStopped = [&] { return ++asked > 4; }});
+    EXPECT_EQ(report.processed, 1);
+    EXPECT_EQ(report.untouched, (Lines{paths[1], paths[2]}));
+    EXPECT_FALSE(exists(paths[0]));
+    EXPECT_TRUE(exists(paths[1]) && exists(paths[2]));
+    EXPECT_FALSE(exists(noteOf("b")));
+    EXPECT_EQ(entries().size(), 1U);
+}
+
+TEST_F(CleanerTest, TheNextReaderSettlesWhatAKilledCleanMoved) {
+    const Lines names{"a", "b", "c"};
+    for (int last = 0; last < 6; ++last) {
+        SCOPED_TRACE(last);
+        Lines paths;
+        for (const std::string& name : names) {
+            paths.push_back(write("work/" + name, name));
+        }
+        Testing::inProcesses(1, [&](int) {
+            int asked = 0;
+            const auto die = [&] {
+                if (asked++ == last) {
+                    _exit(0);
+                }
+                return false;
+            };
+            static_cast<void>(clean(paths, {.isStopped = die}));
+        });
+        std::erase_if(paths, exists);
+        std::vector<Uuid> ids;
+        for (const JournalEntry& entry : entries()) {
+            EXPECT_EQ(std::ranges::count(paths, entry.originalPath), 1);
+            EXPECT_FALSE(contentOf(entry.trashPath.value_or("")).empty());
+            ids.push_back(entry.id);
+        }
+        EXPECT_EQ(std::ssize(paths), std::max(0, last - 3));
+        EXPECT_EQ(ids.size(), paths.size());
+        EXPECT_EQ(cleaner_.undo(ids).restored.size(), paths.size());
+        std::filesystem::remove_all(at(".local"));
+        std::filesystem::remove(StoragePaths::journal());
+    }
 }
 
 TEST_F(CleanerTest, RefusesATrashThatIsNotPrivate) {
@@ -243,8 +290,7 @@ TEST_F(CleanerTest, TellsWhatTheJournalDoesNotKnow) {
                 {path, "the journal can't be written: " + reason}
             };
             EXPECT_EQ(
-                cleaner_.execute(
-                    planFor({path}), DisposalMode::trash, false, {}, Cleaner::Unrecorded::stays),
+                clean({path}, {.unrecorded = CleanOptions::Unrecorded::stays}),
                 expected);
             EXPECT_TRUE(exists(path));
 

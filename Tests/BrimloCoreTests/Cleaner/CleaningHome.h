@@ -37,8 +37,8 @@ protected:
 
     /// Cleans the paths in one run, each as an item of `kItemSize` bytes.
     CleanReport clean(
-        const std::vector<std::string>& paths, const Cleaner::Progress& progress = {}) {
-        return cleaner_.execute(planFor(paths), DisposalMode::trash, false, progress);
+        const std::vector<std::string>& paths, const CleanOptions& options = {}) {
+        return cleaner_.execute(planFor(paths), DisposalMode::trash, false, options);
     }
 
     static CleanPlan planFor(const std::vector<std::string>& paths) {

@@ -184,7 +184,7 @@ TEST_F(DockerClientTest, TakesPartInACleanButNotInTheTrash) {
         std::vector{CleanItem{paths[0], 5, "rule", {}}, CleanItem{paths[1], 6, {}, {}}, last}
     };
     Texts told;
-    const auto note = [&](const std::string& path) { told.push_back(path); };
+    const CleanOptions note{.progress = [&](const std::string& path) { told.push_back(path); }};
     EXPECT_EQ(cleaner.execute(plan, DisposalMode::trash, true, note), CleanReport{.processed = 3});
     EXPECT_EQ(told, paths);
     EXPECT_EQ(calls(), "");
@@ -195,7 +195,7 @@ TEST_F(DockerClientTest, TakesPartInACleanButNotInTheTrash) {
     ASSERT_EQ(entries.size(), 2U);
     std::ranges::sort(entries, {}, &JournalEntry::size);
     const std::vector<Uuid> ids{entries[0].id, entries[1].id};
-    EXPECT_EQ(report, (CleanReport{7, 5, {{paths[1], "No such volume"}}, {}, {}, {}, ids, 2}));
+    EXPECT_EQ(report, (CleanReport{7, 5, {{paths[1], "No such volume"}}, {}, {}, {}, ids, 2, {}}));
     const JournalEntry& gone = entries[0];
     EXPECT_EQ(gone.ruleID, "rule");
     EXPECT_EQ(gone.batchID, entries[1].batchID);

@@ -20,6 +20,7 @@ using namespace std::string_literals;
 
 using Testing::contentOf;
 using Testing::exists;
+using Kind = JournalLog::Kind;
 using Texts = std::vector<std::string>;
 
 /// An entry's text; "key=value" replaces the value of one key, "key=" leaves the key out.
@@ -65,6 +66,7 @@ protected:
 
     std::string path_ = at("journal.json");
     std::string corrupt_ = path_ + ".corrupt";
+    std::string log_ = path_ + ".log";
     Journal journal_{path_};
     JournalEntry entry_ = entryAt("2026-03-01T09:30:00Z", "/new");
 };
@@ -165,27 +167,53 @@ TEST_F(JournalTest, AnyBytesInATextLeaveTheFileReadable) {
     EXPECT_FALSE(exists(corrupt_));
 }
 
-TEST_F(JournalTest, APreparedEntryCountsOnlyOncePublished) {
+TEST_F(JournalTest, AGroupCountsAtOnceAndLeavesTheFileAlone) {
     EXPECT_TRUE(journal_.append(entryAt("2026-03-01T09:30:00Z", "/old")));
-    const auto before = Testing::describeTree(home());
+    const std::string before = contentOf(path_);
     const int other = open((path_ + ".lock").c_str(), O_RDWR | O_CLOEXEC);
     {
-        const auto dropped = journal_.prepare(entry_);
-        ASSERT_TRUE(dropped);
+        auto group = journal_.begin();
+        EXPECT_TRUE(group->announce(Kind::leaves, {entry_}));
+        EXPECT_TRUE(group->record(Kind::added, {entry_}));
         EXPECT_NE(flock(other, LOCK_EX | LOCK_NB), 0);
     }
     EXPECT_EQ(flock(other, LOCK_EX | LOCK_NB), 0);
     close(other);
-    EXPECT_EQ(Testing::describeTree(home()).size(), before.size());
-    EXPECT_EQ(paths(), Texts{"/old"});
+    EXPECT_EQ(paths(), (Texts{"/new", "/old"}));
+    EXPECT_EQ(contentOf(path_), before);
 
-    EXPECT_TRUE(journal_.prepare(entry_).value().publish(entry_));
-    JournalEntry changed = entry_;
-    changed.originalPath = "/changed";
-    EXPECT_TRUE(journal_.prepare(entry_).value().publish(changed));
-    EXPECT_EQ(paths(), (Texts{"/changed", "/new", "/old"}));
-    EXPECT_EQ(entries().front(), changed);
-    EXPECT_EQ(Testing::describeTree(home()).size(), before.size());
+    // A power cut tears the last line, and the next one is whole.
+    write("journal.json.log", contentOf(log_) + R"({"added":{"id":)");
+    entry_.undone = true;
+    EXPECT_TRUE(journal_.begin()->record(Kind::changed, {entry_}));
+    for (int time = 0; time < 2; ++time) {
+        EXPECT_EQ(entries().front(), entry_);
+        EXPECT_EQ(paths(), (Texts{"/new", "/old"}));
+        EXPECT_EQ(exists(log_), time == 0);
+        EXPECT_TRUE(journal_.merge());
+    }
+    EXPECT_FALSE(exists(corrupt_));
+}
+
+TEST_F(JournalTest, ForgetsWhatWasAnnouncedAndDidNotMove) {
+    entry_.trashPath = at("none");
+    entry_.originalPath = write("item");
+    for (const Kind kind : {Kind::leaves, Kind::returns}) {
+        EXPECT_TRUE(journal_.begin()->announce(kind, {entry_}));
+        // The item of an entry that is unknown has not come back either.
+        EXPECT_EQ(paths(), Texts{});
+        EXPECT_FALSE(exists(log_));
+    }
+}
+
+TEST_F(JournalTest, ReadsTheLogTwiceWithoutHarm) {
+    EXPECT_TRUE(journal_.begin()->record(Kind::added, {entry_}));
+    const std::string log = contentOf(log_);
+    EXPECT_TRUE(journal_.append(entryAt("2026-03-01T09:30:00Z", "/next")));
+    write("journal.json.log", log);  // Its removal did not reach the disk.
+    EXPECT_EQ(paths(), (Texts{"/next", "/new"}));
+    EXPECT_TRUE(journal_.append(entryAt("2026-03-01T09:30:00Z", "/last")));
+    EXPECT_EQ(paths(), (Texts{"/last", "/next", "/new"}));
 }
 
 TEST_F(JournalTest, RemovesWhatAKilledWriterLeft) {
@@ -208,7 +236,8 @@ TEST_F(JournalTest, LeavesAloneWhatItCannotReadOrWrite) {
         const auto before = Testing::describeTree(home());
         EXPECT_FALSE(journal.append(entry_));
         EXPECT_FALSE(journal.update({entry_.id}, [](JournalEntry&) {}));
-        EXPECT_FALSE(journal.prepare(entry_));
+        auto group = journal.begin();
+        EXPECT_FALSE(group && group->announce(Kind::leaves, {entry_}));
         EXPECT_FALSE(journal.checkWritable());
         EXPECT_EQ(Testing::describeTree(home()), before);
         EXPECT_FALSE(exists(path + ".corrupt"));

@@ -8,9 +8,11 @@
 #include "BrimloCore/Platform/Posix/Folders.h"
 #include "BrimloCore/Platform/Posix/Stat.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <ctime>
+#include <deque>
 #include <functional>
 #include <map>
 #include <random>
@@ -58,9 +60,9 @@ std::string homeTrash() {
 
 /// The folders of a group, each open once.
 struct TrashGroup::Folders {
-    std::map<std::string, Descriptor, std::less<>> ofItems;  ///< By path.
-    std::map<std::uint64_t, TrashFolder> trashes;            ///< By mount.
-    std::set<int> left;                                      ///< Those that an item has left.
+    std::map<std::string, Descriptor, std::less<>> ofItems;     ///< By path.
+    std::deque<std::pair<std::uint64_t, TrashFolder>> trashes;  ///< Of the items on these mounts.
+    std::set<int> left;                                         ///< Those that an item has left.
     std::set<const TrashFolder*> reached;
 
     std::expected<int, Error> open(std::string_view path);
@@ -82,15 +84,15 @@ std::expected<int, Error> TrashGroup::Folders::open(std::string_view path) {
 std::expected<const TrashFolder*, Error> TrashGroup::Folders::trashFor(
     int folder, std::string_view path) {
     const std::uint64_t mount = mountID(folder);
-    const auto known = trashes.find(mount);
-    if (mount != 0 && known != trashes.end()) {
+    const auto known = std::ranges::find(trashes, mount, [](const auto& each) { return each.first; });
+    if (mount != 0 && known != trashes.end()) {  // 0 when the kernel doesn't tell.
         return &known->second;
     }
     auto trash = TrashFolder::forItemsIn(folder, path);
     if (!trash) {
         return std::unexpected(trash.error());
     }
-    return &trashes.insert_or_assign(mount, *std::move(trash)).first->second;
+    return &trashes.emplace_back(mount, *std::move(trash)).second;
 }
 
 struct TrashMove::State {
