@@ -9,7 +9,7 @@ to a clean or an undo:
 
 * each item lies in exactly one place, unchanged: where it was, or in the Trash;
 * each item in the Trash has a note beside it that names its origin;
-* the journal parses, names no entry twice, and misses at most the item that just moved;
+* the journal parses, names no entry twice, and misses no item but those that the run told of;
 * a run that lives on tells of each item that it did not move;
 * a second run, undisturbed, finishes the work.
 
@@ -56,7 +56,7 @@ def honesty(fault, home, code, answer):
     return problems
 
 
-def finish(fault, home):
+def finish(fault, home, unrecorded):
     """Runs once more, undisturbed, and returns what is still wrong."""
     if fault.road == "clean":
         names = home.home_items()
@@ -64,13 +64,12 @@ def finish(fault, home):
         problems = [f"the second run ended with {code}"] if code != 0 else []
         problems += [f"{name!r} stayed" for name in home.home_items()]
     else:
-        # The entry of an item that is back already says so only when the journal was written.
         home.run("undo")
         problems = [f"{name!r} stayed" for name in ITEMS if name not in home.home_items()]
-    problems += home.problems(fault)[0]
+    problems += home.problems(unrecorded)[0]
     if fault.road == "undo" and not problems:
         behind = sum(not entry["undone"] for entry in home.journal())
-        problems += [f"{behind} entries are not marked as undone"] if behind > 1 else []
+        problems += [f"{behind} entries are not marked as undone"] if behind > unrecorded else []
     return problems
 
 
@@ -100,11 +99,10 @@ def inject(folder, tool, fault):
         problems = UPKEEP[fault.road].problems(home)
         problems += UPKEEP[fault.road].finish(home)
     else:
-        # Without its folder there was no journal; the run to come makes it.
-        home.had_support = home.support.is_dir()
-        problems, row["missed"] = home.problems(fault)
+        unrecorded = len(answer["unrecorded"]) if answer else 0
+        problems, row["missed"] = home.problems(unrecorded)
         problems += honesty(fault, home, code, answer)
-        problems += finish(fault, home)
+        problems += finish(fault, home, unrecorded)
     row["broken"] = bool(problems)
     return fault, row, problems
 

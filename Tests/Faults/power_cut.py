@@ -17,7 +17,7 @@ import shutil
 import sys
 
 from victim import (
-    MAKE, SKIPPED, Fault, boundaries, enter_own_mounts, make_image, prepared, sh, strace_reason, told,
+    MAKE, SKIPPED, boundaries, enter_own_mounts, make_image, prepared, sh, strace_reason, told,
     work_folder,
 )  # fmt: skip
 
@@ -58,13 +58,12 @@ def cut(base, system, pristine, home, road, call, number):
         home.run(road, prefix)
         copy(image, after)
     with mounted(system, after, point):
-        home.had_support = home.support.is_dir()
-        found, missed = home.problems(Fault(road, call, "KILL", number))
+        found, missed = home.problems()
         notes = home.stray_notes()
         home.run(road, names=home.home_items()) if road == "undo" or home.home_items() else 0
         if road == "clean" and home.home_items():
             found.append("the second run did not finish")
-        found += home.problems(Fault(road, call, "KILL", number))[0]
+        found += home.problems()[0]
     return found, missed, notes
 
 
