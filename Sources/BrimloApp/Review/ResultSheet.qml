@@ -8,8 +8,11 @@ Sheet {
 
     readonly property var report: AppModel.cleanup.lastReport
 
-    title: report.hasProblems ? qsTr("Cleanup finished with problems") : qsTr("Cleanup complete")
-    subtitle: qsTr("%1 items processed").arg(Format.count(report.processed))
+    title: report.hasProblems ? qsTr("Cleanup finished with problems") : report.untouched > 0 ? qsTr("Cleanup stopped") : qsTr("Cleanup complete")
+    subtitle: {
+        const processed = qsTr("%1 items processed").arg(Format.count(report.processed));
+        return report.untouched > 0 ? qsTr("%1, %2 left untouched").arg(processed).arg(Format.count(report.untouched)) : processed;
+    }
     symbol: report.hasProblems ? "exclamationmark.circle.fill" : "checkmark.circle.fill"
     symbolColor: report.hasProblems ? Theme.rebuild : Theme.safe
     presented: AppModel.cleanup.showResult

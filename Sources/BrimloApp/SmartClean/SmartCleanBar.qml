@@ -96,6 +96,11 @@ Item {
                 secondary: true
                 Layout.fillWidth: true
             }
+            OutlineButton {
+                text: AppModel.cleanup.isStopping ? qsTr("Stopping…") : qsTr("Stop")
+                enabled: !AppModel.cleanup.isStopping
+                onClicked: AppModel.cleanup.stop()
+            }
         }
     }
 }

@@ -188,7 +188,20 @@ TEST_F(SmartCleanViewTest, CleansWhatWasReviewedAndUndoesIt) {
         press("Clean *");
         EXPECT_TRUE(model().cleanup()->isCleaning());
         EXPECT_TRUE(sees("0 of 3"));
+        press("Stop");
+        EXPECT_FALSE(isEnabled("Stopping…"));
     }
+    finish();
+    waitToSee("Cleanup stopped");
+    EXPECT_TRUE(sees("0 items processed, 3 left untouched"));
+    EXPECT_EQ(find(QAccessible::Button, "Undo everything"), nullptr);
+    press("Done");
+    await([&] { return !sees("Cleanup stopped"); }, "its end");
+    EXPECT_THAT(planned(), testing::SizeIs(2)) << "what was not reached stays ticked";
+    clickAt(box("Mine, *"));
+    press("Review & Clean…");
+    waitToSee("Review before cleaning");
+    press("Clean *");
     finish();
     EXPECT_FALSE(exists(at("mine/data")));
     waitToSee("Cleanup complete");
