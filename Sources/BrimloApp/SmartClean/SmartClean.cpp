@@ -87,9 +87,13 @@ void SmartClean::forget(const CleanPlan& plan, const CleanReport& report) {
     std::set<std::string> failed;
     std::ranges::transform(
         report.failures, std::inserter(failed, failed.end()), &ItemProblem::path);
+    const std::set<std::string> untouched{report.untouched.begin(), report.untouched.end()};
     std::set<std::string> gone;
     std::set<std::string> paths = selected_;
     for (const CleanItem& item : plan.items()) {
+        if (untouched.contains(item.path)) {
+            continue;
+        }
         paths.erase(item.path);
         if (!failed.contains(item.path)) {
             gone.insert(item.path);
