@@ -30,8 +30,8 @@ struct Arguments {
 Groups find(const std::vector<std::string>& roots, std::int64_t minSize, ScanControl& control) {
     Console::Progress progress;
     progress.show("Looking for files of the same length…");
-    return DuplicateFinder::find(roots, minSize, &control, [&](const std::string& path) {
-        progress.show("Reading " + Console::shortPath(path));
+    return DuplicateFinder::find(roots, minSize, &control, [&](const auto& reached) {
+        progress.show("Comparing " + reached.words() + "  " + Console::shortPath(reached.path));
     });
 }
 

@@ -104,9 +104,9 @@ private:
     [[nodiscard]] bool holdsTheSame(const Descriptor& clone) {
         for (std::int64_t offset = 0; !readers_[0].isCancelled();
              offset += FileReader::kChunkBytes) {
-            const auto mine = readers_[0].read(extra_, FileReader::kChunkBytes, offset);
-            const auto its = readers_[1].read(clone, FileReader::kChunkBytes, offset);
-            const bool isEqual = mine && its && std::ranges::equal(*mine, *its);
+            const auto mine = readers_[0].read(extra_, offset);
+            const auto its = readers_[1].read(clone, offset);
+            const bool isEqual = mine && its && FileReader::areEqual(*mine, *its);
             if (!isEqual || !Platform::isUndisturbed(extra_.number())) {
                 return false;
             }
@@ -181,7 +181,7 @@ CleanPlan plan(const std::vector<DuplicateGroup>& groups) {
 CloneReport clone(
     const std::vector<DuplicateGroup>& groups,
     const ScanControl* control,
-    const DuplicateFinder::Progress& progress) {
+    const std::function<void(const std::string& path)>& progress) {
     CloneReport report;
     std::array readers{FileReader{control}, FileReader{control}};
     for (const DuplicateGroup& group : groups) {

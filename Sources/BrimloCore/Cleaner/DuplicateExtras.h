@@ -4,6 +4,7 @@
 #include "BrimloCore/Cleaner/DuplicateFinder.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -41,7 +42,7 @@ namespace DuplicateExtras {
 [[nodiscard]] CloneReport clone(
     const std::vector<DuplicateGroup>& groups,
     const ScanControl* control = nullptr,
-    const DuplicateFinder::Progress& progress = {});
+    const std::function<void(const std::string& path)>& progress = {});
 
 }  // namespace DuplicateExtras
 

@@ -6,22 +6,25 @@
 #include "BrimloCore/Platform/CloneFile.h"
 #include "BrimloCore/Platform/DirectoryEntry.h"
 #include "BrimloCore/Platform/FileIdentity.h"
-#include "BrimloCore/Platform/Sha256.h"
+#include "BrimloCore/Platform/Fmt.h"
 #include "BrimloCore/Platform/Trash.h"
 #include "BrimloCore/Support/Path.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
+#include <cstddef>
 #include <map>
-#include <optional>
+#include <memory>
 #include <set>
+#include <span>
 #include <string_view>
 #include <unordered_set>
 #include <utility>
 
 // Four stages, each on the result of the one before: group files by length, drop further names of a
-// file already met, compare a digest of beginning and end, compare a digest of all bytes. Most
-// files are never read, and most others only 128 KiB of them.
+// file already met, group by a hash of beginning and end, compare all bytes. Most files are never
+// read, and most others only 128 KiB of them.
 
 namespace Brimlo {
 
@@ -40,6 +43,19 @@ struct File {
 
 using FilesBySize = std::map<std::int64_t, std::vector<File>>;
 using Paths = std::vector<std::string>;
+
+/// A file that may have equals.
+struct Candidate {
+    std::string path;
+    Platform::FileVersion version;  ///< When its beginning and end were read.
+};
+
+/// Files whose bytes are the same as far as they were compared.
+using Class = std::vector<Candidate>;
+
+bool isCancelled(const ScanControl* control) {
+    return control != nullptr && control->isCancelled();
+}
 
 /// The folders that stage 1 does not enter. A Trash is one of them: otherwise the copy that is kept
 /// could be the one that is deleted when the Trash is emptied.
@@ -79,7 +95,7 @@ std::optional<FilesBySize> filesBySize(
     const Outside outside;
     FilesBySize files;
     while (!waiting.empty()) {
-        if (control != nullptr && control->isCancelled()) {
+        if (isCancelled(control)) {
             return std::nullopt;
         }
         const Folder folder = std::move(waiting.back());
@@ -114,12 +130,12 @@ std::optional<FilesBySize> filesBySize(
 
 /// Stage 2: one path for each file, and one for files that are clones of each other: the first met.
 /// Clones are on one volume; equal extents on different volumes are a coincidence.
-Paths firstNames(std::vector<File>& files, const FileReader& reader) {
+Paths firstNames(std::vector<File>& files, const ScanControl* control) {
     std::unordered_set<Platform::FileIdentity> seen;
     std::set<std::pair<std::uint64_t, std::vector<Platform::Extent>>> seenExtents;
     Paths paths;
     for (File& file : files) {
-        if (reader.isCancelled() || !seen.insert(file.identity).second) {
+        if (isCancelled(control) || !seen.insert(file.identity).second) {
             continue;
         }
         const auto extents = Platform::sharedExtents(FileReader::open(file.path).number());
@@ -130,45 +146,205 @@ Paths firstNames(std::vector<File>& files, const FileReader& reader) {
     return paths;
 }
 
-/// The paths grouped by their digest, in order, without those that have no digest or a unique one.
-std::map<Sha256::Digest, Paths> grouped(const Paths& paths, const auto& digestOf) {
-    std::map<Sha256::Digest, Paths> groups;
-    for (const std::string& path : paths) {
-        if (const std::optional<Sha256::Digest> digest = digestOf(path)) {
-            groups[*digest].push_back(path);
-        }
+/// Stages 3 and 4, with the memory for parts of files.
+class Comparison {
+public:
+    Comparison(const ScanControl* control, const std::function<void(const Progress&)>& progress)
+        : control_{control}
+        , progress_{progress} {}
+
+    /// Stage 3: the classes of two or more files of this length whose beginning and end have the
+    /// same hash.
+    void addLikely(const Paths& sameSize, std::int64_t size);
+
+    /// Stage 4: the groups of equal files; empty when cancelled.
+    [[nodiscard]] std::vector<DuplicateGroup> groups();
+
+private:
+    /// Files of which the first `compared` bytes are the same.
+    struct Work {
+        Class files;
+        std::int64_t size = 0;
+        std::int64_t compared = 0;
+    };
+
+    static constexpr std::int64_t kEdgeBytes = 65'536;
+    static constexpr std::int64_t kLongestPart = 1'048'576;
+    static constexpr std::int64_t kShortestPart = 65'536;
+    /// Read at a stretch, as a rotating disk wants it.
+    static constexpr std::int64_t kAheadBytes = 4'194'304;
+    /// For the parts that differ.
+    static constexpr std::size_t kMemory = std::size_t{32} << 20U;
+
+    struct alignas(FileReader::kAlignment) Memory {
+        std::array<std::byte, kMemory + kLongestPart> bytes;
+    };
+
+    using Part = std::span<std::byte>;
+
+    [[nodiscard]] std::optional<std::size_t> hashOfEdges(Candidate& file, std::int64_t size);
+    [[nodiscard]] static std::int64_t partLength(const Work& work);
+    [[nodiscard]] std::vector<Class> split(Work work, std::int64_t length);
+    [[nodiscard]] bool read(const Candidate& file, const Work& work, Part part) const;
+    void tell(const std::string& path) const;
+
+    const ScanControl* control_;
+    const std::function<void(const Progress&)>& progress_;
+    std::unique_ptr<Memory> memory_ = std::make_unique_for_overwrite<Memory>();
+    std::vector<Work> likely_;
+    std::int64_t compared_ = 0;
+    std::int64_t total_ = 0;
+    std::chrono::steady_clock::time_point start_;  ///< Of stage 4.
+};
+
+/// The hash of the beginning and the end, all of a short file; sets the version. nullopt when the
+/// file can't be read or has another length by now.
+std::optional<std::size_t> Comparison::hashOfEdges(Candidate& file, std::int64_t size) {
+    const Platform::Descriptor open = FileReader::open(file.path);
+    const Part edges{memory_->bytes};
+    const std::int64_t beginning = std::min(size, kEdgeBytes);
+    const std::int64_t end = std::min(size - beginning, kEdgeBytes);
+    const auto first = static_cast<std::size_t>(beginning);
+    const auto last = static_cast<std::size_t>(end);
+    if (!open || FileReader::fill(edges.first(first), open, 0) != first ||
+        FileReader::fill(edges.subspan(first, last), open, size - end) != last) {
+        return std::nullopt;
     }
-    std::erase_if(groups, [](const auto& group) { return group.second.size() < 2; });
-    return groups;
+    const auto version = Platform::FileVersion::of(open.number());
+    if (!version || version->length != size) {
+        return std::nullopt;
+    }
+    file.version = *version;
+    const auto* const text = reinterpret_cast<const char*>(edges.data());
+    return std::hash<std::string_view>{}({text, first + last});
 }
 
-/// Stages 3 and 4: adds the groups of equal files among those of this length.
-void addGroups(
-    const Paths& sameSize,
-    std::int64_t size,
-    FileReader& reader,
-    const Progress& progress,
-    std::vector<DuplicateGroup>& result) {
-    using Digest = std::optional<Sha256::Digest>;
-    const auto alike = grouped(sameSize, [&](const std::string& path) {
-        return reader.isCancelled() ? Digest{} : reader.digestOfEdges(path);
-    });
-    for (const auto& group : alike) {
-        const auto digestOf = [&](const std::string& path) -> Digest {
-            if (reader.isCancelled()) {
-                return std::nullopt;
-            }
-            if (progress) {
-                progress(path);
-            }
-            // Stage 3 has read short files completely.
-            return size < FileReader::kEdgeBytes ? group.first : reader.digest(path, size);
-        };
-        for (auto& [digest, equal] : grouped(group.second, digestOf)) {
-            result.push_back({.size = size, .paths = equal});
-            std::ranges::sort(result.back().paths);
+void Comparison::addLikely(const Paths& sameSize, std::int64_t size) {
+    std::map<std::size_t, Class> byHash;
+    for (const std::string& path : sameSize) {
+        if (isCancelled(control_)) {
+            return;
+        }
+        Candidate file{.path = path, .version = {}};
+        if (const auto hash = hashOfEdges(file, size)) {
+            byHash[*hash].push_back(std::move(file));
         }
     }
+    for (auto& [hash, files] : byHash) {
+        if (files.size() > 1) {
+            total_ = Bytes::sum(total_, Bytes::product(size, std::ssize(files)));
+            likely_.push_back({.files = std::move(files), .size = size});
+        }
+    }
+}
+
+std::vector<DuplicateGroup> Comparison::groups() {
+    start_ = std::chrono::steady_clock::now();
+    std::vector<DuplicateGroup> result;
+    while (!likely_.empty() && !isCancelled(control_)) {
+        Work work = std::move(likely_.back());
+        likely_.pop_back();
+        if (work.compared == work.size) {
+            result.push_back({.size = work.size, .paths = {}});
+            for (Candidate& file : work.files) {
+                result.back().paths.push_back(std::move(file.path));
+            }
+            std::ranges::sort(result.back().paths);
+            continue;
+        }
+        const std::int64_t size = work.size;
+        const std::int64_t length = partLength(work);
+        const std::int64_t compared = work.compared + length;
+        std::int64_t settled = std::ssize(work.files);
+        for (Class& files : split(std::move(work), length)) {
+            if (files.size() > 1) {
+                settled -= std::ssize(files);
+                likely_.push_back({.files = std::move(files), .size = size, .compared = compared});
+            }
+        }
+        compared_ += settled * (size - compared);
+    }
+    return isCancelled(control_) ? std::vector<DuplicateGroup>{} : result;
+}
+
+/// Short when there are many files, so that the parts that differ have room in the memory.
+std::int64_t Comparison::partLength(const Work& work) {
+    const auto share = static_cast<std::int64_t>(kMemory / work.files.size());
+    const std::int64_t whole = share / kShortestPart * kShortestPart;
+    return std::min(std::clamp(whole, kShortestPart, kLongestPart), work.size - work.compared);
+}
+
+/// The classes by the next bytes, without files that can't be read.
+std::vector<Class> Comparison::split(Work work, std::int64_t length) {
+    const auto count = static_cast<std::size_t>(length);
+    const std::size_t room = kMemory / count;
+    const auto part = [&](std::size_t place) {
+        return Part{memory_->bytes}.subspan(place * count, count);
+    };
+    std::vector<Class> classes;
+    // The parts of the first so many classes are held, and the files that are in none of them wait
+    // for the next turn.
+    while (!work.files.empty()) {
+        Class waiting;
+        const std::size_t first = classes.size();
+        for (Candidate& file : work.files) {
+            if (isCancelled(control_)) {
+                return {};
+            }
+            tell(file.path);
+            const std::size_t held = classes.size() - first;
+            if (!read(file, work, part(held))) {
+                compared_ += length;
+                continue;
+            }
+            std::size_t place = 0;
+            while (place < held && !FileReader::areEqual(part(place), part(held))) {
+                ++place;
+            }
+            if (place == held && held == room) {
+                waiting.push_back(std::move(file));
+                continue;
+            }
+            if (place == held) {
+                classes.emplace_back();
+            }
+            classes[first + place].push_back(std::move(file));
+            compared_ += length;
+        }
+        work.files = std::move(waiting);
+    }
+    return classes;
+}
+
+/// Fills `part` with the file's next bytes, if it is still the file that it was.
+bool Comparison::read(const Candidate& file, const Work& work, Part part) const {
+    const Platform::Descriptor open = FileReader::open(file.path);
+    if (!open) {
+        return false;
+    }
+    if (work.compared % kAheadBytes == 0) {
+        Platform::readAhead(
+            open.number(), work.compared, std::min(work.size - work.compared, kAheadBytes));
+    }
+    if (FileReader::fill(part, open, work.compared) != part.size()) {
+        return false;
+    }
+    const auto version = Platform::FileVersion::of(open.number());
+    return version && version->holdsTheBytesOf(file.version);
+}
+
+void Comparison::tell(const std::string& path) const {
+    if (!progress_) {
+        return;
+    }
+    Progress progress{.path = path, .compared = compared_, .total = total_, .left = {}};
+    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start_;
+    if (elapsed > std::chrono::seconds{1} && compared_ > 0) {
+        const double rest = static_cast<double>(total_ - compared_);
+        progress.left = std::chrono::ceil<std::chrono::seconds>(
+            elapsed * (rest / static_cast<double>(compared_)));
+    }
+    progress_(progress);
 }
 
 bool comesFirst(const DuplicateGroup& a, const DuplicateGroup& b) {
@@ -178,25 +354,27 @@ bool comesFirst(const DuplicateGroup& a, const DuplicateGroup& b) {
 
 }  // namespace
 
+std::string Progress::words() const {
+    const std::string words = Fmt::bytes(compared) + " of " + Fmt::bytes(total);
+    return left ? words + ", about " + std::to_string(left->count()) + " s left" : words;
+}
+
 std::vector<DuplicateGroup> find(
     const std::vector<std::string>& roots,
     std::int64_t minSize,
     ScanControl* control,
-    const Progress& progress) {
+    const std::function<void(const Progress&)>& progress) {
     auto files = filesBySize(roots, minSize, control);
     if (!files) {
         return {};
     }
-    std::vector<DuplicateGroup> result;
-    FileReader reader{control};
+    Comparison comparison{control, progress};
     for (auto& [size, sameSize] : *files) {
-        if (sameSize.size() > 1) {
-            addGroups(firstNames(sameSize, reader), size, reader, progress, result);
+        if (sameSize.size() > 1 && size > 0) {
+            comparison.addLikely(firstNames(sameSize, control), size);
         }
     }
-    if (reader.isCancelled()) {
-        return {};
-    }
+    std::vector<DuplicateGroup> result = comparison.groups();
     std::ranges::sort(result, comesFirst);
     return result;
 }

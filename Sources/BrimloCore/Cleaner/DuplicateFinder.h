@@ -3,8 +3,10 @@
 #include "BrimloCore/DiskScanner/ScanControl.h"
 #include "BrimloCore/Support/Uuid.h"
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -25,8 +27,16 @@ struct DuplicateGroup {
 /// Finds files of the same content.
 namespace DuplicateFinder {
 
-/// Called with the path of a file that is about to be read in full.
-using Progress = std::function<void(const std::string& path)>;
+/// How far the comparison of files is.
+struct Progress {
+    std::string path;           ///< The file that is compared next.
+    std::int64_t compared = 0;  ///< Bytes, including those that need no comparison any more.
+    std::int64_t total = 0;
+    std::optional<std::chrono::seconds> left;  ///< The time left, once it can be estimated.
+
+    /// "1.2 GB of 4 GB, about 20 s left".
+    [[nodiscard]] std::string words() const;
+};
 
 /// The groups of equal files of at least `minSize` bytes below the folders `roots`, the most wasted
 /// bytes first, then by first path.
@@ -34,14 +44,15 @@ using Progress = std::function<void(const std::string& path)>;
 /// Hard links of one file count as one, and so do clones that share every byte, where the system
 /// can tell (`Platform::sharedExtents`): deleting one of them would free nothing. Folders called
 /// "Library", a Trash, and folders ending in ".photoslibrary" or ".app" are not entered; other
-/// volumes are. Unreadable and empty files are left out; `control`, which may be null, is told of
-/// unreadable folders. Cancelled at any stage, the result is empty. Blocks; one thread; reads whole
-/// files only when length, beginning and end agree.
+/// volumes are. Empty files and those that can't be read or change meanwhile are left out;
+/// `control`, which may be null, is told of unreadable folders. Cancelled at any stage, the result
+/// is empty. Blocks; one thread; reads whole files only when length, beginning and end agree, and
+/// compares all their bytes. `progress` is called before each part of a file, at most a megabyte.
 [[nodiscard]] std::vector<DuplicateGroup> find(
     const std::vector<std::string>& roots,
     std::int64_t minSize,
     ScanControl* control = nullptr,
-    const Progress& progress = {});
+    const std::function<void(const Progress&)>& progress = {});
 
 }  // namespace DuplicateFinder
 

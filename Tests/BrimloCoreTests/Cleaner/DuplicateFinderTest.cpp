@@ -2,9 +2,12 @@
 #include "BrimloCoreTests/Cleaner/Child.h"
 #include "Support/TempHome.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
+#include <set>
 
 #include <sys/stat.h>
 
@@ -12,7 +15,7 @@ namespace Brimlo {
 namespace {
 
 namespace fs = std::filesystem;
-using DuplicateFinder::Progress;
+using Progress = std::function<void(const DuplicateFinder::Progress&)>;
 using Lines = std::vector<std::string>;
 using Groups = std::vector<Lines>;
 
@@ -30,26 +33,58 @@ Groups find(const std::string& root, std::int64_t minSize = 1, const Progress& p
 
 using DuplicateFinderTest = Testing::TempHome;
 
-TEST_F(DuplicateFinderTest, ReadsInFullOnlyWhatEdgesDoNotTellApart) {
-    using LengthDifferenceAndFilesReadInFull = std::array<std::size_t, 3>;
+TEST_F(DuplicateFinderTest, ComparesOnlyWhatEdgesDoNotTellApart) {
+    using LengthDifferenceAndFilesCompared = std::array<std::size_t, 3>;
     constexpr std::size_t kEdge = 65'536;
-    const LengthDifferenceAndFilesReadInFull cases[] = {
+    const LengthDifferenceAndFilesCompared cases[] = {
         {1,             0,               2},
         {kEdge,         kEdge - 1,       2},
-        {kEdge + 1,     kEdge,           3},
+        {2 * kEdge,     kEdge,           2},
+        {2 * kEdge + 1, kEdge,           3},
         {2 * kEdge + 1, 2 * kEdge,       2},
         {160 * kEdge,   159 * kEdge - 1, 3},
         {160 * kEdge,   159 * kEdge,     2},
     };
-    for (const auto& [length, differAt, filesReadInFull] : cases) {
+    for (const auto& [length, differAt, filesCompared] : cases) {
         SCOPED_TRACE(std::to_string(differAt) + " of " + std::to_string(length));
         std::string content(length, 'x');
         const Lines equal{write("a/1", content), write("a/2", content)};
         content[differAt] = 'y';
         write("a/3", content);
-        std::size_t readInFull = 0;
-        EXPECT_EQ(find(at("a"), 1, [&](const std::string&) { ++readInFull; }), Groups{equal});
-        EXPECT_EQ(readInFull, filesReadInFull);
+        std::set<std::string> compared;
+        const auto progress = [&](const DuplicateFinder::Progress& reached) {
+            EXPECT_EQ(reached.total, length * filesCompared);
+            EXPECT_LT(reached.compared, reached.total);
+            compared.insert(reached.path);
+        };
+        EXPECT_EQ(find(at("a"), 1, progress), Groups{equal});
+        EXPECT_EQ(compared.size(), filesCompared);
+    }
+}
+
+TEST_F(DuplicateFinderTest, GroupsExactlyTheEqualAmongMany) {
+    // All have the same edges; each length has more classes than are held at once.
+    const std::pair<std::size_t, std::size_t> cases[] = {
+        {200'000,   600},
+        {3'000'000, 50 }
+    };
+    for (const auto& [length, count] : cases) {
+        Groups expected;
+        std::string content(length, 'x');
+        for (std::size_t i = 0; i < count; ++i) {
+            const std::size_t place = 70'000 + (i * 7'919) % (length - 140'000);
+            content[place] = static_cast<char>('a' + i % 20);
+            const std::string name = "a/" + std::to_string(i);
+            Lines equal{write(name, content)};
+            if (i % 3 == 0) {
+                equal.push_back(write(name + " too", content));
+                expected.push_back(equal);
+            }
+            content[place] = 'x';
+        }
+        std::ranges::sort(expected);
+        EXPECT_EQ(find(at("a")), expected);
+        fs::remove_all(at("a"));
     }
 }
 
@@ -80,7 +115,7 @@ TEST_F(DuplicateFinderTest, EndsAtAnyStage) {
     EXPECT_TRUE(DuplicateFinder::find({at("a")}, 1, &atStart).empty());
     ScanControl whileReading;
     int begun = 0;
-    const auto progress = [&](const std::string&) {
+    const auto progress = [&](const DuplicateFinder::Progress&) {
         ++begun;
         whileReading.cancel();
     };
@@ -127,8 +162,8 @@ TEST_F(DuplicateFinderTest, BelievesWhatItReadsAndNotWhatItMet) {
         write("a/1", std::string(100'000, 'x'));
         write("a/2", std::string(100'000, 'x'));
         bool isChanged = false;
-        const auto progress = [&](const std::string& path) {
-            isChanged |= path == at("a/2") && shell("cd " + at("a") + "; " + change);
+        const auto progress = [&](const DuplicateFinder::Progress& reached) {
+            isChanged |= reached.path == at("a/2") && shell("cd " + at("a") + "; " + change);
         };
         EXPECT_EQ(find(at("a"), 1, progress), Groups{});
         EXPECT_TRUE(isChanged);

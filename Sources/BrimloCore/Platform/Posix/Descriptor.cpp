@@ -47,6 +47,15 @@ void syncFolder(int folder) {
     }
 }
 
+void readAhead(int file, std::int64_t offset, std::int64_t count) {
+#ifdef F_RDADVISE
+    radvisory part{.ra_offset = offset, .ra_count = static_cast<int>(count)};
+    fcntl(file, F_RDADVISE, &part);
+#else
+    posix_fadvise(file, offset, count, POSIX_FADV_WILLNEED);
+#endif
+}
+
 void copyTimesAndMode(int giver, int taker) {
     struct stat given{};
     struct stat taken{};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 #include <utility>
 
@@ -45,6 +46,9 @@ private:
 
 /// Syncs the names in an open folder to disk; errors are ignored.
 void syncFolder(int folder);
+
+/// Asks the system to read a part of an open file soon; errors are ignored.
+void readAhead(int file, std::int64_t offset, std::int64_t count);
 
 /// Gives the open file `taker` the times and mode of `giver`, as far as possible.
 void copyTimesAndMode(int giver, int taker);
