@@ -21,6 +21,7 @@
 #include <cstdlib>
 #include <ctime>
 #include <functional>
+#include <future>
 #include <unordered_map>
 #include <utility>
 
@@ -237,14 +238,6 @@ bool wantsDocker(const SuggestionOptions& options) {
            (!options.personas || options.personas->contains(Persona::developer));
 }
 
-void addDocker(std::vector<Suggestion>& suggestions, const DockerClient::Places& places) {
-    DockerSnapshot snapshot;
-    timed("docker", [&] { snapshot = DockerClient::snapshot(places); });
-    if (snapshot.available) {
-        std::ranges::move(DockerClient::suggestions(snapshot), std::back_inserter(suggestions));
-    }
-}
-
 }  // namespace
 
 std::vector<Suggestion> generate(const SuggestionOptions& options, const ScanControl* control) {
@@ -253,6 +246,11 @@ std::vector<Suggestion> generate(const SuggestionOptions& options, const ScanCon
             options.onPhase(words);
         }
     };
+    // Docker takes a while to answer, and works meanwhile.
+    std::future<DockerSnapshot> docker;
+    if (wantsDocker(options)) {
+        docker = std::async([&] { return DockerClient::snapshot(options.docker); });
+    }
     Gathering gathering{options, control};
     enterPhase("Checking known apps and tools…");
     gathering.addRules();
@@ -274,9 +272,13 @@ std::vector<Suggestion> generate(const SuggestionOptions& options, const ScanCon
             suggestions.push_back(finished(std::move(pending), options.staleDays));
         }
     }
-    if (wantsDocker(options)) {
+    if (docker.valid()) {
         enterPhase("Reading Docker…");
-        addDocker(suggestions, options.docker);
+        DockerSnapshot snapshot;
+        timed("wait for docker", [&] { snapshot = docker.get(); });
+        if (snapshot.available) {
+            std::ranges::move(DockerClient::suggestions(snapshot), std::back_inserter(suggestions));
+        }
     }
     std::ranges::stable_sort(suggestions, std::ranges::greater{}, &Suggestion::totalSize);
     return suggestions;
