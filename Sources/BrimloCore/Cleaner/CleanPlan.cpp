@@ -74,8 +74,9 @@ CleanPlan CleanPlan::of(const std::vector<Suggestion>& suggestions, const Choice
 CleanPlan CleanPlan::at(const std::vector<std::string>& paths, std::vector<CleanItem> others) {
     std::vector<CleanItem> items = std::move(others);
     std::vector<std::string> measured;
+    const Safety::Gate gate;
     for (const std::string& path : paths) {
-        Safety::Verdict verdict = Safety::judge(path);
+        Safety::Verdict verdict = gate.judge(path);
         if (!verdict.refusal && verdict.identity) {
             measured.push_back(std::move(verdict.canonical));
             continue;
