@@ -184,7 +184,7 @@ Disposal::Outcome Disposal::commit(Leaving& leaving, Group& group, bool isLastTr
         report_.untouched.push_back(item.path);
         return Outcome::stays;
     }
-    const Safety::Verdict verdict = group.gate.judge(item.path, chosen(item));
+    const Safety::Verdict verdict = group.gate.judgeAnew(item.path, chosen(item));
     if (verdict.refusal) {
         report_.refused.push_back({item.path, *verdict.refusal});
         return Outcome::stays;

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <climits>
 #include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -46,24 +47,64 @@ std::optional<FileIdentity> identityAsGiven(std::string_view path) {
     return FileIdentity::of(std::string{path.substr(0, path.find_last_not_of('/') + 1)});
 }
 
-/// `path`, in canonical form, with the symlinks of its parent resolved as far as they exist.
-std::string resolvedParent(const std::string& path) {
-    return path == "/" ? path : Path::join(Path::resolved(Path::parent(path)), Path::name(path));
-}
-
 }  // namespace
 
 /// The tables, and the places of the tables that exist on disk, which are looked up when first
 /// needed.
 class Gate::Look {
 public:
+    /// A protected place, which a folder is under another name.
+    struct Alias {
+        std::size_t length = 0;  ///< Of the folder's path.
+        const Landmark* landmark = nullptr;
+    };
+
+    /// A folder that paths to judge are in.
+    struct Folder {
+        std::string resolved;        ///< Its path without symlinks.
+        std::vector<Alias> aliases;  ///< What it and those above it are, the nearest first.
+    };
+
+    [[nodiscard]] Folder look(std::string_view canonical) {
+        Folder folder{.resolved = Path::resolved(canonical), .aliases = {}};
+        folder.aliases = aliasesOf(folder.resolved);
+        return folder;
+    }
+
+    /// As it was when it was first asked for.
+    [[nodiscard]] const Folder& remembered(const std::string& canonical) {
+        const auto known = folders_.find(canonical);
+        return known != folders_.end() ? known->second
+                                       : folders_.emplace(canonical, look(canonical)).first->second;
+    }
+
+    /// The verdict on `path`, which is `canonical` in that form and lies in `folder`.
+    [[nodiscard]] Verdict judge(
+        std::string_view path, std::string canonical, const Folder& folder, Chosen chosen) {
+        Verdict verdict;
+        verdict.canonical = std::move(canonical);
+        verdict.resolved = verdict.canonical == "/"
+                               ? verdict.canonical
+                               : Path::join(folder.resolved, Path::name(verdict.canonical));
+        const auto item = FileIdentity::of(verdict.resolved);
+        if (path == verdict.canonical || identityAsGiven(path) == item) {
+            verdict.identity = item;
+        }
+        verdict.refusal = refusal(verdict, folder, item);
+        if (!verdict.refusal && chosen == Chosen::byRule) {
+            verdict.refusal = linkRefusal(verdict);
+        }
+        return verdict;
+    }
+
+private:
     [[nodiscard]] std::optional<std::string> refusal(
-        const Verdict& verdict, const std::optional<FileIdentity>& item) {
+        const Verdict& verdict, const Folder& folder, const std::optional<FileIdentity>& item) {
         auto reason = tables_.checkAsAWhole(verdict.canonical);
         if (!reason && verdict.resolved != verdict.canonical) {
             reason = tables_.checkAsAWhole(verdict.resolved);
         }
-        reason = reason ? reason : aliasRefusal(verdict.resolved, item);
+        reason = reason ? reason : aliasRefusal(verdict.resolved, item, folder.aliases);
         reason = reason ? reason : mountRefusal(verdict.resolved, item);
         return reason ? reason : holdsRefusal(verdict.resolved);
     }
@@ -81,33 +122,52 @@ public:
         return isNoRoot ? std::optional{std::string{kLinked}} : std::nullopt;
     }
 
-private:
     /// The verdict on the other names of `path`: when `path` or a folder above it is a protected
     /// place under another name (a bind mount, a linked `~/.ssh`), judges the path by the name it
     /// has there.
     ///
-    /// `item` is the identity of the entry at `path`: a second lookup could find another entry.
+    /// `item` is the identity of the entry at `path`: a second lookup could find another entry. Its
+    /// own last component is not followed, even when it is a symlink. `above` are the aliases of
+    /// its folder.
     [[nodiscard]] std::optional<std::string> aliasRefusal(
-        const std::string& path, const std::optional<FileIdentity>& item) {
-        for (std::string_view ancestor = path; ancestor != "/"; ancestor = Path::parent(ancestor)) {
-            // The item's own last component is not followed, even when it is a symlink.
-            const bool isItem = ancestor.size() == path.size();
-            const auto identity = isItem ? item : targetIdentity(ancestor);
-            for (const Landmark& landmark : landmarks()) {
-                if (identity != landmark.identity || ancestor == landmark.path) {
-                    continue;
-                }
-                const std::string_view rest = std::string_view{path}.substr(ancestor.size());
-                auto reason =
-                    tables_.checkAsAWhole(Path::standardized(landmark.path + std::string{rest}));
-                // When "/home" is also called "/Users", the home still belongs to the user.
-                const bool isHomesOwn = reason == kOutside && isAtOrAboveHome(ancestor);
-                if (reason && !isHomesOwn) {
-                    return reason;
-                }
+        const std::string& path,
+        const std::optional<FileIdentity>& item,
+        const std::vector<Alias>& above) {
+        std::vector<Alias> aliases;
+        addAliases(path, item, aliases);
+        aliases.insert(aliases.end(), above.begin(), above.end());
+        for (const auto& [length, landmark] : aliases) {
+            auto reason =
+                tables_.checkAsAWhole(Path::standardized(landmark->path + path.substr(length)));
+            // When "/home" is also called "/Users", the home still belongs to the user.
+            const std::string_view ancestor = std::string_view{path}.substr(0, length);
+            const bool isHomesOwn = reason == kOutside && isAtOrAboveHome(ancestor);
+            if (reason && !isHomesOwn) {
+                return reason;
             }
         }
         return std::nullopt;
+    }
+
+    /// Adds the landmarks that the entry at `path` is under another name.
+    void addAliases(
+        std::string_view path,
+        const std::optional<FileIdentity>& identity,
+        std::vector<Alias>& aliases) {
+        for (const Landmark& landmark : landmarks()) {
+            if (identity == landmark.identity && path != landmark.path) {
+                aliases.push_back({.length = path.size(), .landmark = &landmark});
+            }
+        }
+    }
+
+    /// Those of a folder and of the folders above it.
+    [[nodiscard]] std::vector<Alias> aliasesOf(std::string_view folder) {
+        std::vector<Alias> aliases;
+        for (; folder != "/"; folder = Path::parent(folder)) {
+            addAliases(folder, targetIdentity(folder), aliases);
+        }
+        return aliases;
     }
 
     /// The verdict on the names of `path` on other mounts of its volume: when only a part of a
@@ -117,7 +177,7 @@ private:
         const std::string& path, const std::optional<FileIdentity>& item) {
         for (const std::string& name : mounts().of(path)) {
             auto reason = tables_.checkAsAWhole(name);
-            reason = reason ? reason : aliasRefusal(name, item);
+            reason = reason ? reason : aliasRefusal(name, item, aliasesOf(Path::parent(name)));
             if (reason && reason != kOutside && reason != kWholeVolume) {
                 return reason;
             }
@@ -186,6 +246,7 @@ private:
     std::vector<Landmark> landmarks_;
     /// The other names of the landmarks, in lower case, each with the landmark's reason.
     std::vector<std::pair<std::string, std::string_view>> elsewhere_;
+    std::unordered_map<std::string, Folder> folders_;  ///< By canonical path.
 };
 
 std::string canonical(std::string_view path) {
@@ -204,18 +265,15 @@ Gate& Gate::operator=(Gate&&) noexcept = default;
 Gate::~Gate() = default;
 
 Verdict Gate::judge(std::string_view path, Chosen chosen) const {
-    Verdict verdict;
-    verdict.canonical = canonical(path);
-    verdict.resolved = resolvedParent(verdict.canonical);
-    const auto item = FileIdentity::of(verdict.resolved);
-    if (path == verdict.canonical || identityAsGiven(path) == item) {
-        verdict.identity = item;
-    }
-    verdict.refusal = look_->refusal(verdict, item);
-    if (!verdict.refusal && chosen == Chosen::byRule) {
-        verdict.refusal = look_->linkRefusal(verdict);
-    }
-    return verdict;
+    std::string whole = canonical(path);
+    const Look::Folder& folder = look_->remembered(std::string{Path::parent(whole)});
+    return look_->judge(path, std::move(whole), folder, chosen);
+}
+
+Verdict Gate::judgeAnew(std::string_view path, Chosen chosen) const {
+    std::string whole = canonical(path);
+    const Look::Folder folder = look_->look(Path::parent(whole));
+    return look_->judge(path, std::move(whole), folder, chosen);
 }
 
 }  // namespace Brimlo::Safety

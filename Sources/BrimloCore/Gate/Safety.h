@@ -45,7 +45,7 @@ enum class Chosen { byPerson, byRule };
 [[nodiscard]] Verdict judge(std::string_view path, Chosen chosen = Chosen::byPerson);
 
 /// The gate with one reading of the home, the tables and the mounts, for callers that ask about
-/// many paths and touch none. One thread at a time.
+/// many paths. One thread at a time.
 class Gate {
 public:
     Gate();
@@ -55,8 +55,13 @@ public:
     Gate& operator=(const Gate&) = delete;
     ~Gate();
 
-    /// As the free function does.
+    /// As the free function does, but looks at each folder above a path only once: for callers
+    /// that touch none of the paths.
     [[nodiscard]] Verdict judge(std::string_view path, Chosen chosen = Chosen::byPerson) const;
+
+    /// Also looks anew at the folders, which may have been replaced: for the last verdict before a
+    /// path is touched.
+    [[nodiscard]] Verdict judgeAnew(std::string_view path, Chosen chosen = Chosen::byPerson) const;
 
 private:
     class Look;

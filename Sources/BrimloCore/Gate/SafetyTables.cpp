@@ -12,7 +12,6 @@
 #include <array>
 #include <cstddef>
 #include <map>
-#include <unordered_set>
 #include <utility>
 
 #include <sys/stat.h>
@@ -231,12 +230,6 @@ bool isIn(const Texts& places, std::string_view path) {
         places, [&](const std::string& place) { return Path::below(place, path).has_value(); });
 }
 
-/// Whether `path` lies strictly below `folder`.
-bool isInside(std::string_view folder, std::string_view path) {
-    const auto rest = Path::below(folder, path);
-    return rest && !rest->empty();
-}
-
 bool exists(const std::string& path) {
     struct stat status{};
     return lstat(path.c_str(), &status) == 0;
@@ -269,6 +262,61 @@ struct Row {
     std::string_view reason;  ///< Why a folder that holds it may not go.
 };
 
+/// Rows in the order of their lower-case texts, so that those above and below a place are found
+/// without a look at all of them.
+class RowSet {
+public:
+    void add(Rows texts, std::string_view reason) {
+        for (const std::string_view text : texts) {
+            rows_.push_back({std::string{text}, Text::folded(text), reason});
+        }
+        std::ranges::stable_sort(rows_, {}, &Row::lower);
+    }
+
+    [[nodiscard]] const std::vector<Row>& rows() const { return rows_; }
+
+    [[nodiscard]] bool contains(std::string_view place) const {
+        return std::ranges::binary_search(rows_, place, {}, &Row::lower);
+    }
+
+    /// Whether `is` holds for what `place` adds to any row that is `place` or above it.
+    [[nodiscard]] bool anyAbove(std::string_view place, const auto& is) const {
+        for (std::string_view above = place;;) {
+            if (contains(above) && is(Path::below(above, place).value_or(""))) {
+                return true;
+            }
+            const std::size_t slash = above.rfind('/');
+            if (slash == std::string_view::npos || above == "/") {
+                return false;
+            }
+            above = above.substr(0, std::max<std::size_t>(slash, 1));
+        }
+    }
+
+    [[nodiscard]] bool hasAbove(std::string_view place) const {
+        return anyAbove(place, [](std::string_view) { return true; });
+    }
+
+    /// Whether `is` holds for any row that is `place` or below it.
+    [[nodiscard]] bool anyBelow(std::string_view place, const auto& is) const {
+        for (auto row = std::ranges::lower_bound(rows_, place, {}, &Row::lower);
+             row != rows_.end() && row->lower.starts_with(place);
+             ++row) {
+            if (Path::below(place, row->lower) && is(*row)) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    [[nodiscard]] bool hasBelow(std::string_view place) const {
+        return anyBelow(place, [](const Row&) { return true; });
+    }
+
+private:
+    std::vector<Row> rows_;
+};
+
 /// A place of the tables, or a folder above one: below a missing folder no place is looked up.
 struct Node {
     std::string text;
@@ -279,22 +327,14 @@ struct Node {
 
 /// The rows that don't change while the program runs.
 struct FixedRows {
-    std::unordered_set<std::string> whole;
-    std::vector<Row> systemsWhole;  ///< The rows of this system among them.
-    std::vector<Row> never;
-    std::vector<Row> files;
-    std::vector<Row> profiles;
-    std::vector<Row> agents;
+    RowSet whole;
+    RowSet never;
+    RowSet files;
+    RowSet profiles;
+    RowSet agents;
     Texts carveOuts;
-    std::vector<Row> all;
     std::vector<Node> nodes;
 };
-
-void add(std::vector<Row>& list, Rows rows, std::string_view reason) {
-    for (const std::string_view row : rows) {
-        list.push_back({std::string{row}, Text::folded(row), reason});
-    }
-}
 
 /// The places and the folders above them, each after its parent.
 std::vector<Node> nodesOf(const std::vector<Row>& rows) {
@@ -325,27 +365,24 @@ const FixedRows& fixedRows() {
     static const FixedRows kRows = [] {
         const Platform::ProtectedPlaces places = Platform::protectedPlaces();
         FixedRows rows;
-        add(rows.systemsWhole, places.whole, kHolds);
-        add(rows.never, kNever, kCredentials);
-        add(rows.never, places.never, kCredentials);
-        add(rows.files, kFiles, kCredentials);
-        add(rows.profiles, places.profiles, kCredentials);
-        add(rows.agents, kAgentFolders, kCredentials);
-        add(rows.all, kWhole, kHolds);
-        for (const auto* list :
-             {&rows.systemsWhole, &rows.never, &rows.files, &rows.profiles, &rows.agents}) {
-            rows.all.insert(rows.all.end(), list->begin(), list->end());
+        rows.whole.add(kWhole, kHolds);
+        rows.whole.add(places.whole, kHolds);
+        rows.never.add(kNever, kCredentials);
+        rows.never.add(places.never, kCredentials);
+        rows.files.add(kFiles, kCredentials);
+        rows.profiles.add(places.profiles, kCredentials);
+        rows.agents.add(kAgentFolders, kCredentials);
+        RowSet own;
+        own.add(std::array{StoragePaths::kSupport}, "holds Brimlo's own data");
+        std::vector<Row> all;
+        for (const RowSet* set :
+             {&rows.whole, &rows.never, &rows.files, &rows.profiles, &rows.agents, &own}) {
+            all.insert(all.end(), set->rows().begin(), set->rows().end());
         }
-        for (const Row& row : rows.all) {
-            if (row.reason == kHolds) {
-                rows.whole.insert(row.lower);
-            }
-        }
-        add(rows.all, std::array{StoragePaths::kSupport}, "holds Brimlo's own data");
         for (const Rows list : {Rows{kCarveOuts}, places.carveOuts}) {
             std::ranges::transform(list, std::back_inserter(rows.carveOuts), Text::folded);
         }
-        rows.nodes = nodesOf(rows.all);
+        rows.nodes = nodesOf(all);
         return rows;
     }();
     return kRows;
@@ -374,18 +411,14 @@ bool mayNeverGo(const std::string& place) {
     if (std::ranges::any_of(rows.carveOuts, isCarved)) {
         return false;
     }
-    const auto isAbove = [&](const Row& row) { return Path::below(row.lower, place).has_value(); };
-    return std::ranges::any_of(rows.never, isAbove) || std::ranges::any_of(rows.files, isAbove) ||
-           std::ranges::any_of(rows.profiles, [&](const Row& row) {
-               const auto rest = Path::below(row.lower, place);
-               return rest && !isCached(*rest);
-           });
+    return rows.never.hasAbove(place) || rows.files.hasAbove(place) ||
+           rows.profiles.anyAbove(place, [](std::string_view rest) { return !isCached(rest); });
 }
 
 /// Whether one of `rows` below `place` exists in the folder `path`, which stands for `place`.
-bool isAnyThere(const std::vector<Row>& rows, const std::string& path, const std::string& place) {
-    return std::ranges::any_of(rows, [&](const Row& row) {
-        return isInside(place, row.lower) && exists(path + row.text.substr(place.size()));
+bool isAnyThere(const RowSet& rows, const std::string& path, const std::string& place) {
+    return rows.anyBelow(place, [&](const Row& row) {
+        return row.lower != place && exists(path + row.text.substr(place.size()));
     });
 }
 
@@ -462,7 +495,7 @@ std::optional<std::string> SafetyTables::check(std::string_view path) const {
         return text(kCredentials);
     }
     const auto startsName = [&](std::string_view text) { return name.starts_with(text); };
-    for (const Row& folder : rows.agents) {
+    for (const Row& folder : rows.agents.rows()) {
         const std::optional<std::string_view> rest = Path::below(folder.lower, place);
         if (rest && !rest->empty() && !rest->contains('/') &&
             std::ranges::any_of(kAgentFileBeginnings, startsName)) {
@@ -494,21 +527,16 @@ std::optional<std::string> SafetyTables::checkAsAWhole(std::string_view path) co
     }
     const std::string place = this->place(path);
     const FixedRows& rows = fixedRows();
-    const auto isHeld = [&](const Row& row) { return Path::below(place, row.lower).has_value(); };
     const std::string actual{path};
-    for (const auto* list : {&rows.never, &rows.profiles, &rows.agents}) {
-        if (std::ranges::any_of(*list, isHeld)) {
-            return text(kCredentials);
-        }
-    }
-    if (isAnyThere(rows.files, actual, place) || holdsAnotherHomesRows(actual, place)) {
+    if (rows.never.hasBelow(place) || rows.profiles.hasBelow(place) ||
+        rows.agents.hasBelow(place) || isAnyThere(rows.files, actual, place) ||
+        holdsAnotherHomesRows(actual, place)) {
         return text(kCredentials);
     }
     const auto isPlaceHeld = [&](const std::string& other) {
         return Path::below(place, other).has_value();
     };
-    if (std::ranges::any_of(rows.whole, isPlaceHeld) ||
-        std::ranges::any_of(loweredNamed_, isPlaceHeld) ||
+    if (rows.whole.hasBelow(place) || std::ranges::any_of(loweredNamed_, isPlaceHeld) ||
         std::ranges::any_of(loweredHomes_, isPlaceHeld)) {
         return text(kHolds);
     }

@@ -125,6 +125,7 @@ std::string resolved(std::string_view path) {
 
     std::string walked;  // Without trailing slash; empty for the root.
     int links = 0;
+    std::array<char, PATH_MAX> target{};
     while (!pending.empty()) {
         const std::string component = std::move(pending.back());
         pending.pop_back();
@@ -137,7 +138,6 @@ std::string resolved(std::string_view path) {
             continue;
         }
         walked.append("/").append(component);
-        std::array<char, PATH_MAX> target{};
         const ssize_t length =
             walked.size() < PATH_MAX ? readlink(walked.c_str(), target.data(), target.size()) : -1;
         // Anything but a symlink, missing entries and symlink loops stay as spelled.
