@@ -1,4 +1,4 @@
-#include "BrimloCore/DiskScanner/FileNode.h"
+#include "BrimloCore/DiskScanner/FileTree.h"
 
 #include <benchmark/benchmark.h>
 
@@ -19,19 +19,22 @@ constexpr int kChildren = 100'000;
 std::shared_ptr<FileNode> longFolder() {
     constexpr std::string_view kLetters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ-_ ";
     std::mt19937_64 random{1};
-    const auto folder = std::make_shared<FileNode>();
-    auto& children = folder->children.emplace();
+    const auto tree = std::make_shared<FileTree>();
+    FileNode& folder = tree->add({.name = "/folder", .modified = {}});
+    std::vector<FileNode*> children;
     for (int i = 0; i < kChildren; ++i) {
-        auto child = std::make_shared<FileNode>();
+        std::string name;
         const std::size_t length = 6 + random() % 20;
-        while (child->name.size() < length) {
-            child->name += kLetters[random() % kLetters.size()];
+        while (name.size() < length) {
+            name += kLetters[random() % kLetters.size()];
         }
-        child->name += i % 10 == 0 ? "é.txt" : ".txt";
-        child->size = static_cast<std::int64_t>(random() % 1'000'000);
-        children.push_back(std::move(child));
+        name += i % 10 == 0 ? "é.txt" : ".txt";
+        const auto size = static_cast<std::int64_t>(random() % 1'000'000);
+        children.push_back(
+            &tree->add({.name = name, .parent = &folder, .size = size, .modified = {}}));
     }
-    return folder;
+    tree->setChildren(folder, children);
+    return folder.shared();
 }
 
 void sortedChildren(benchmark::State& state, FileNode::SortKey key) {

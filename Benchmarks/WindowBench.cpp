@@ -4,7 +4,7 @@
 #include "BrimloApp/SmartClean/SmartClean.h"
 #include "BrimloApp/SmartClean/SuggestionRows.h"
 #include "BrimloAppTests/Support/WindowTest.h"
-#include "BrimloCore/DiskScanner/FileNode.h"
+#include "BrimloCore/DiskScanner/FileTree.h"
 #include "BrimloCore/UserRules/UserRules.h"
 
 #include <QtCore/QElapsedTimer>
@@ -86,24 +86,23 @@ void print(const std::string& name, const std::vector<Frame>& frames) {
 /// A folder as a scan would give it, of files of many sizes and kinds.
 std::shared_ptr<FileNode> folderOf(const int count) {
     const char* const kinds[] = {".mp4", ".wav", ".png", ".zip", ".cpp", ".pdf", ".js", ".dat", ""};
-    auto folder = std::make_shared<FileNode>();
-    folder->path = "/home/somebody/everything";
-    folder->name = "everything";
-    folder->isDirectory = true;
-    folder->children.emplace();
+    const auto tree = std::make_shared<FileTree>();
+    FileNode& folder = tree->add({.name = "/home/somebody/everything", .modified = {}});
+    std::vector<FileNode*> files;
     for (int i = 0; i < count; ++i) {
-        auto file = std::make_shared<FileNode>();
-        file->name = "a file of some length " + std::to_string(i) + kinds[i % std::size(kinds)];
-        file->path = folder->path + '/' + file->name;
-        file->size = 4096 * (1 + static_cast<std::int64_t>(1e7 / (i + 1.0)));
-        file->modified = std::chrono::sys_seconds{std::chrono::hours{450'000 - i}};
-        file->fileCount = 1;
-        file->parent = folder;
-        folder->size += file->size;
-        folder->children->push_back(std::move(file));
+        const std::string name =
+            "a file of some length " + std::to_string(i) + kinds[i % std::size(kinds)];
+        files.push_back(&tree->add(
+            {.name = name,
+             .parent = &folder,
+             .size = 4096 * (1 + static_cast<std::int64_t>(1e7 / (i + 1.0))),
+             .fileCount = 1,
+             .modified = std::chrono::sys_seconds{std::chrono::hours{450'000 - i}}}));
+        folder.size += files.back()->size;
     }
-    folder->fileCount = count;
-    return folder;
+    folder.fileCount = count;
+    tree->setChildren(folder, files);
+    return folder.shared();
 }
 
 /// The first visible item below of a type, named as in QML or with its namespace.

@@ -149,8 +149,8 @@ Json::Value entry(const JournalEntry& entry) {
 
 Json::Object node(const FileNode& node) {
     return {
-        {"name",        path(node.name)             },
-        {"path",        path(node.path)             },
+        {"name",        path(node.name())           },
+        {"path",        path(node.path())           },
         {"size",        node.size                   },
         {"isDirectory", node.isDirectory            },
         {"isAggregate", node.isAggregate            },

@@ -20,7 +20,7 @@ struct Arguments {
 void show(const std::vector<std::shared_ptr<FileNode>>& files, const Arguments& arguments) {
     std::int64_t total = 0;
     for (const auto& file : files) {
-        Console::line(Console::size(file->size) + "  " + Console::shortPath(file->path));
+        Console::line(Console::size(file->size) + "  " + Console::shortPath(file->path()));
         total = Bytes::sum(total, file->size);
     }
     if (files.empty()) {
@@ -38,32 +38,32 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
     }
     const std::string root = meantPath(arguments.path);
     ScanControl control;
-    std::vector<std::shared_ptr<FileNode>> files;
+    std::optional<std::vector<std::shared_ptr<FileNode>>> files;
     {
         const Console::WalkProgress progress{control};
         files = LargeFiles::find(
             root, static_cast<std::size_t>(arguments.limit), arguments.minSize, control);
     }
     const std::vector<std::string> unread = control.inaccessible();
-    // A folder is reported when it is finished, so the root comes last.
-    const bool isRead = control.progress().path == root;
-    if (!isRead) {
+    if (!files) {
         complain(arguments.path + " is not a readable folder.");
     }
     if (tool.isJson()) {
         Json::Array document;
-        for (const auto& file : files) {
-            document.push_back(JsonForms::node(*file));
+        if (files) {
+            std::ranges::transform(*files, std::back_inserter(document), [](const auto& file) {
+                return JsonForms::node(*file);
+            });
         }
         print(document);
-    } else if (isRead) {
-        show(files, arguments);
+    } else if (files) {
+        show(*files, arguments);
         if (!unread.empty()) {
             Console::line(Console::dim(
                 Console::count(unread.size(), "folder") + " in it could not be read."));
         }
     }
-    return isRead ? ExitCode::done : ExitCode::problems;
+    return files ? ExitCode::done : ExitCode::problems;
 }
 
 }  // namespace

@@ -58,21 +58,21 @@ View viewOf(const Arguments& arguments, bool isJson) {
 }
 
 void show(const FileNode& node, const View& view, std::size_t indent) {
-    const std::string name = Text::printable(node.name) + (node.isDirectory ? "/" : "");
+    const std::string name = Text::printable(node.name()) + (node.isDirectory ? "/" : "");
     Console::line(
         Console::size(node.size) + "  " + std::string(indent, ' ') +
         (node.isAggregate ? Console::dim(name) : name) +
         (node.isDirectory
              ? Console::dim("  " + Console::count(static_cast<std::size_t>(node.fileCount), "file"))
              : ""));
-    if (view.depth == 0 || !node.children) {
+    if (view.depth == 0) {
         return;
     }
     const View below{.key = view.key, .order = view.order, .depth = view.depth - 1};
     std::size_t shown = 0;
     for (const auto& child : node.sortedChildren(view.key, view.order)) {
         if (shown++ == kMostChildren) {
-            const std::size_t rest = node.children->size() - kMostChildren;
+            const std::size_t rest = node.children().size() - kMostChildren;
             Console::line(
                 Console::right("", Console::size(0).size()) + "  " + std::string(indent + 2, ' ') +
                 Console::dim("and " + std::to_string(rest) + " more"));
@@ -84,7 +84,7 @@ void show(const FileNode& node, const View& view, std::size_t indent) {
 
 Json::Object form(const FileNode& node, const View& view) {
     Json::Object object = JsonForms::node(node);
-    if (node.children && view.depth > 0) {
+    if (node.isDirectory && view.depth > 0) {
         const View below{.key = view.key, .order = view.order, .depth = view.depth - 1};
         Json::Array children;
         for (const auto& child : node.sortedChildren(view.key, view.order)) {

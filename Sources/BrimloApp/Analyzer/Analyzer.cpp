@@ -20,23 +20,23 @@ using namespace std::chrono_literals;
 constexpr auto kSamplingTime = 150ms;
 
 /// The node of `path` in the tree below `top`, or null.
-std::shared_ptr<FileNode> nodeOf(std::string_view path, std::shared_ptr<FileNode> top) {
-    const auto leadsThere = [&](const std::shared_ptr<FileNode>& child) {
-        return !child->isAggregate && Path::below(child->path, path);
-    };
-    while (top && top->path != path) {
-        std::shared_ptr<FileNode> next;
-        if (top->children) {
-            const auto found = std::ranges::find_if(*top->children, leadsThere);
-            next = found == top->children->end() ? nullptr : *found;
-        }
-        top = std::move(next);
+FileNode* nodeOf(std::string_view path, FileNode* top) {
+    auto rest = top != nullptr ? Path::below(top->path(), path) : std::nullopt;
+    FileNode* node = rest ? top : nullptr;
+    while (node != nullptr && !rest->empty()) {
+        const std::string_view name = rest->substr(0, rest->find('/'));
+        rest->remove_prefix(std::min(name.size() + 1, rest->size()));
+        const auto leadsThere = [&](const FileNode* child) {
+            return !child->isAggregate && child->name() == name;
+        };
+        const auto found = std::ranges::find_if(node->children(), leadsThere);
+        node = found == node->children().end() ? nullptr : *found;
     }
-    return top;
+    return node;
 }
 
 void removeNode(std::string_view path, const std::shared_ptr<FileNode>& top) {
-    if (const auto node = nodeOf(path, top)) {
+    if (FileNode* const node = nodeOf(path, top.get())) {
         node->remove();
     }
 }
@@ -44,7 +44,7 @@ void removeNode(std::string_view path, const std::shared_ptr<FileNode>& top) {
 /// Whether `node` is `root` or below it.
 bool isInTree(const FileNode* node, const FileNode* root) {
     while (node != nullptr && node != root) {
-        node = node->parent.lock().get();
+        node = node->parent();
     }
     return node != nullptr;
 }
@@ -109,8 +109,8 @@ void Analyzer::scan() {
                     removeNode(path, scanned.root);
                 }
                 analyzer.setTree(std::move(scanned.root));
-                if (auto folder = nodeOf(reopened, analyzer.root_)) {
-                    analyzer.setCurrent(std::move(folder));
+                if (FileNode* const folder = nodeOf(reopened, analyzer.root_.get())) {
+                    analyzer.setCurrent(folder->shared());
                 }
             }
             analyzer.areas_->show(std::move(scanned.unseen));
@@ -146,9 +146,9 @@ void Analyzer::cancelScan() {
 void Analyzer::findAgainIf(const std::function<bool(const std::string& folder)>& isMeant) {
     if (isScanning_) {
         scanAgain_ = scanAgain_ || isMeant(scanRoot_);
-    } else if (root_ && isMeant(root_->path)) {
-        std::string opened = current_->path;
-        startScan(root_->path);
+    } else if (root_ && isMeant(root_->path())) {
+        std::string opened = current_->path();
+        startScan(root_->path());
         reopened_ = std::move(opened);
     }
 }
@@ -188,7 +188,7 @@ void Analyzer::setCurrent(Node folder) {
 }
 
 void Analyzer::drill(const Node& node) {
-    if (node->isDirectory && node->children && !node->children->empty()) {
+    if (!node->children().empty()) {
         setCurrent(node);
     }
 }
@@ -198,10 +198,10 @@ void Analyzer::forget(const std::vector<Node>& nodes) {
         if (isInTree(node.get(), root_.get())) {
             node->remove();
         } else {
-            removeNode(node->path, root_);
+            removeNode(node->path(), root_);
         }
         if (isScanning_) {
-            wentMeanwhile_.insert(node->path);
+            wentMeanwhile_.insert(node->path());
         }
     }
     if (current_ && !isInTree(current_.get(), root_.get())) {

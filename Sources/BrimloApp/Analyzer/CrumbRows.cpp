@@ -12,9 +12,9 @@ namespace Brimlo {
 namespace {
 
 /// The folders from the root to `folder`.
-std::vector<std::shared_ptr<FileNode>> wayTo(std::shared_ptr<FileNode> folder) {
-    std::vector<std::shared_ptr<FileNode>> folders;
-    for (; folder; folder = folder->parent.lock()) {
+std::vector<FileNode*> wayTo(const std::shared_ptr<FileNode>& end) {
+    std::vector<FileNode*> folders;
+    for (FileNode* folder = end.get(); folder != nullptr; folder = folder->parent()) {
         folders.push_back(folder);
     }
     std::ranges::reverse(folders);
@@ -32,8 +32,8 @@ CrumbRows::CrumbRows(Analyzer& analyzer)
 
 void CrumbRows::refresh() {
     std::vector<CrumbLine> lines;
-    for (const auto& folder : wayTo(analyzer_.current())) {
-        lines.push_back({.id = folder->id, .name = folder->name});
+    for (const FileNode* folder : wayTo(analyzer_.current())) {
+        lines.push_back({.id = folder->id(), .name = std::string{folder->name()}});
     }
     rows_.set(std::move(lines));
     Q_EMIT folderChanged();
@@ -43,9 +43,9 @@ void CrumbRows::show(int row) {
     const CrumbLine* crumb = rows_.at(row);
     const auto folders = wayTo(analyzer_.current());
     const auto found = std::ranges::find_if(
-        folders, [&](const auto& folder) { return crumb != nullptr && folder->id == crumb->id; });
+        folders, [&](const auto& folder) { return crumb != nullptr && folder->id() == crumb->id; });
     if (found != folders.end()) {
-        analyzer_.setCurrent(*found);
+        analyzer_.setCurrent((*found)->shared());
     }
 }
 

@@ -32,16 +32,16 @@ QVariant date(const NodeLine& row) {
 
 NodeLine lineOf(const FileNode& node) {
     return {
-        .id = node.id,
-        .name = node.name,
-        .path = node.path,
+        .id = node.id(),
+        .name = std::string{node.name()},
+        .path = node.path(),
         .size = node.size,
         .fileCount = node.fileCount,
         .modified = node.modified,
         .kind = FileKind::of(node),
         .isDirectory = node.isDirectory,
         .isAggregate = node.isAggregate,
-        .canOpen = node.isDirectory && node.children && !node.children->empty(),
+        .canOpen = !node.children().empty(),
     };
 }
 
@@ -99,7 +99,7 @@ std::shared_ptr<FileNode> NodeRows::nodeAt(int row) const {
     const NodeLine* found = rows_.at(row);
     const auto place = static_cast<std::size_t>(row);
     // While a view is told of new rows one by one, rows and nodes do not match yet.
-    return found != nullptr && place < nodes_.size() && nodes_[place]->id == found->id
+    return found != nullptr && place < nodes_.size() && nodes_[place]->id() == found->id
                ? nodes_[place]
                : nullptr;
 }
@@ -123,7 +123,7 @@ void NodeRows::setAscending(bool ascending) {
 NodeRows::Nodes NodeRows::selectedNodes() const {
     Nodes selected;
     std::ranges::copy_if(nodes_, std::back_inserter(selected), [this](const auto& node) {
-        return isSelected(node->id);
+        return isSelected(node->id());
     });
     return selected;
 }
@@ -159,15 +159,15 @@ void NodeRows::setSelection(Selection selection) {
 
 void NodeRows::select(int row) {
     if (const auto node = nodeAt(row)) {
-        setSelection({node->id});
+        setSelection({node->id()});
     }
 }
 
 void NodeRows::toggleSelected(int row) {
     if (const auto node = nodeAt(row)) {
         Selection selection = selection_;
-        if (selection.erase(node->id) == 0) {
-            selection.insert(node->id);
+        if (selection.erase(node->id()) == 0) {
+            selection.insert(node->id());
         }
         setSelection(std::move(selection));
     }
@@ -213,14 +213,14 @@ void NodeRows::drill(int row) {
 
 void NodeRows::reveal(int row) {
     if (const auto node = nodeAt(row)) {
-        app_.reveal({node->path});
+        app_.reveal({node->path()});
     }
 }
 
 void NodeRows::revealSelected() {
     std::vector<std::string> paths;
     for (const auto& node : selectedNodes()) {
-        paths.push_back(node->path);
+        paths.push_back(node->path());
     }
     if (!paths.empty()) {
         app_.reveal(paths);
@@ -229,20 +229,20 @@ void NodeRows::revealSelected() {
 
 void NodeRows::copyPath(int row) {
     if (const auto node = nodeAt(row)) {
-        QGuiApplication::clipboard()->setText(fromPath(node->path));
+        QGuiApplication::clipboard()->setText(fromPath(node->path()));
     }
 }
 
 void NodeRows::newRule(int row) {
     if (const auto node = nodeAt(row)) {
-        app_.rules()->newRuleDraft(node->path, node->name);
+        app_.rules()->newRuleDraft(node->path(), std::string{node->name()});
     }
 }
 
 void NodeRows::review(int row) {
     const auto node = nodeAt(row);
     if (node && !node->isAggregate) {
-        analyzer_.review()->openNodes(isSelected(node->id) ? selectedNodes() : Nodes{node});
+        analyzer_.review()->openNodes(isSelected(node->id()) ? selectedNodes() : Nodes{node});
     }
 }
 

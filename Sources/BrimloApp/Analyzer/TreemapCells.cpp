@@ -44,7 +44,7 @@ std::vector<Squarify::Cell> layout(const NodeRows::Nodes& nodes, const QSizeF& s
 QColor colorOf(const FileNode& node) {
     const auto [red, green, blue] = FileKind::of(node).color();
     // All folders have one colour; the opacity makes neighbours distinct.
-    const std::size_t shade = std::hash<std::string>{}(node.name) % 25;
+    const std::size_t shade = std::hash<std::string_view>{}(node.name()) % 25;
     const double opacity = node.isDirectory ? 0.75 + static_cast<double>(shade) / 100 : 1;
     return QColor::fromRgbF(
         static_cast<float>(red),
@@ -101,7 +101,7 @@ TreemapCells::TreemapCells(
             .drawn = drawn,
             .ink = drawn,
             .color = colorOf(node),
-            .isSelected = rows.isSelected(node.id),
+            .isSelected = rows.isSelected(node.id()),
             .name = {},
             .size = {}});
         if (drawn.width() > kLabelledWidth && drawn.height() > kLabelledHeight) {
@@ -111,7 +111,7 @@ TreemapCells::TreemapCells(
 }
 
 void TreemapCells::write(Cell& cell, const FileNode& node) const {
-    cell.name = label(shown(node.name), nameFont_);
+    cell.name = label(shown(node.name()), nameFont_);
     cell.size = label(QString::fromStdString(Fmt::bytes(node.size)), sizeFont_);
     constexpr double kSlack = 2;  // Slanted letters extend beyond their advance width.
     for (const auto& [text, place] : {

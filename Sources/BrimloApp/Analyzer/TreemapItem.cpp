@@ -132,7 +132,7 @@ const FileNode* TreemapItem::hoveredNode() const {
 
 QString TreemapItem::hoveredName() const {
     const FileNode* node = hoveredNode();
-    return node != nullptr ? shown(node->name) : QString{};
+    return node != nullptr ? shown(node->name()) : QString{};
 }
 
 double TreemapItem::hoveredSize() const {
@@ -311,7 +311,7 @@ void TreemapItem::componentComplete() {
         accessible("description")
             .write(
                 node != nullptr
-                    ? shown(node->name) + ", " + QString::fromStdString(Fmt::bytes(node->size))
+                    ? shown(node->name()) + ", " + QString::fromStdString(Fmt::bytes(node->size))
                     : QString{});
     };
     connect(this, &TreemapItem::hoveredChanged, this, describe);

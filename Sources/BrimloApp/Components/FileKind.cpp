@@ -117,7 +117,7 @@ FileKind FileKind::of(const FileNode& node) {
     if (node.isDirectory) {
         return folder;
     }
-    const auto ending = extension(node.name);
+    const auto ending = extension(node.name());
     const auto* row = std::ranges::find_if(
         kRows, [&](const Row& each) { return std::ranges::count(each.extensions, ending) > 0; });
     return row == kRows.end() ? other : kAll[static_cast<std::size_t>(row - kRows.begin())];

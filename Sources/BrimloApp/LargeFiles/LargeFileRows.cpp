@@ -27,7 +27,10 @@ void LargeFileRows::refresh() {
     std::int64_t total = 0;
     for (const auto& file : search_.files()) {
         rows.push_back(
-            {.id = file->id, .name = file->name, .path = file->path, .size = file->size});
+            {.id = file->id(),
+             .name = std::string{file->name()},
+             .path = file->path(),
+             .size = file->size});
         total = Bytes::sum(total, file->size);
     }
     rows_.set(std::move(rows));
@@ -47,7 +50,7 @@ void LargeFileRows::trash(int row) {
     }
     const auto& files = search_.files();
     const auto file =
-        std::ranges::find(files, chosen->id, [](const auto& each) { return each->id; });
+        std::ranges::find(files, chosen->id, [](const auto& each) { return each->id(); });
     if (file != files.end()) {
         // Copied, because the list that holds it is about to change.
         search_.trash(std::shared_ptr{*file});

@@ -27,7 +27,7 @@ void LargeFileSearch::start(std::shared_ptr<ScanControl> control) {
     runInBackground(
         this,
         [root = root(), control] {
-            return LargeFiles::find(root, kMostFiles, kLeastSize, *control);
+            return LargeFiles::find(root, kMostFiles, kLeastSize, *control).value_or(Files{});
         },
         [control](LargeFileSearch& search, Files found) {
             search.setFiles(std::move(found));
@@ -57,7 +57,7 @@ void LargeFileSearch::forget(const std::set<std::string>& paths) {
 
 void LargeFileSearch::removeFiles(const std::set<std::string>& paths) {
     Files left = files_;
-    std::erase_if(left, [&](const auto& file) { return paths.contains(file->path); });
+    std::erase_if(left, [&](const auto& file) { return paths.contains(file->path()); });
     setFiles(std::move(left));
 }
 

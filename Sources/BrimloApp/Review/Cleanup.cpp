@@ -131,7 +131,7 @@ CleanPlan Cleanup::planFor(const std::vector<std::shared_ptr<FileNode>>& nodes) 
     std::vector<CleanItem> items;
     for (const auto& node : nodes) {
         if (!node->isAggregate) {
-            items.push_back({.path = node->path, .size = node->size, .ruleID = {}, .risk = {}});
+            items.push_back({.path = node->path(), .size = node->size, .ruleID = {}, .risk = {}});
         }
     }
     return CleanPlan{items};
@@ -147,9 +147,9 @@ void Cleanup::dispose(const std::vector<std::shared_ptr<FileNode>>& nodes) {
         std::vector<std::shared_ptr<FileNode>> gone;
         std::set<std::string> paths;
         for (const auto& node : nodes) {
-            if (!node->isAggregate && !stayed.contains(node->path)) {
+            if (!node->isAggregate && !stayed.contains(node->path())) {
                 gone.push_back(node);
-                paths.insert(node->path);
+                paths.insert(node->path());
             }
         }
         app_.analyzer()->forget(gone);

@@ -1,6 +1,7 @@
 #include "BrimloApp/Snapshot/CannedData.h"
 
 #include "BrimloCore/Cleaner/CleanPlan.h"
+#include "BrimloCore/DiskScanner/FileTree.h"
 #include "BrimloCore/Docker/DockerClient.h"
 #include "BrimloCore/Docker/DockerSnapshot.h"
 #include "BrimloCore/RulePacks/Catalog.h"
@@ -172,56 +173,42 @@ constexpr std::array kFiles{
     File{"virtual-machine.qcow2",                         12'800, 33 },
 };
 
-using Node = std::shared_ptr<FileNode>;
-
 std::string atHome(std::string_view path) {
     return home() + "/" + std::string{path};
 }
 
-Node node(std::string_view name, const std::string& folder, std::int64_t size) {
-    auto made = std::make_shared<FileNode>();
-    made->name = name;
-    made->path = folder + "/" + made->name;
-    made->size = size;
-    made->fileCount = 1;
-    made->modified = kToday;
-    return made;
-}
-
-void attach(const Node& child, const Node& folder) {
-    child->parent = folder;
-    folder->children->push_back(child);
-}
-
-Node makeFolder(std::string_view name, const std::string& around) {
-    const Node made = node(name, around, 0);
-    made->isDirectory = true;
-    made->fileCount = 0;
-    made->modified = {};
-    made->children.emplace();
-    return made;
+void attach(FileTree& tree, FileNode& folder, FileNode& child) {
+    std::vector<FileNode*> children{folder.children().begin(), folder.children().end()};
+    children.push_back(&child);
+    tree.setChildren(folder, children);
 }
 
 /// Adds a file to the tree below `folder` at the relative path `path`, and its size to all folders.
-void plant(const Node& folder, const File& file, std::string_view path) {
+void plant(FileTree& tree, FileNode& folder, const File& file, std::string_view path) {
     const std::size_t slash = path.find('/');
     const std::string_view name = path.substr(0, slash);
-    const auto modified = kToday - std::chrono::days{file.daysAgo};
-    folder->size += file.megabytes * kMB;
-    folder->fileCount += 1;
-    folder->modified = std::max<std::chrono::sys_seconds>(folder->modified, modified);
+    const std::chrono::sys_seconds modified = kToday - std::chrono::days{file.daysAgo};
+    folder.size += file.megabytes * kMB;
+    folder.fileCount += 1;
+    folder.modified = std::max(folder.modified, modified);
     if (slash == std::string_view::npos) {
-        attach(node(name, folder->path, file.megabytes * kMB), folder);
-        folder->children->back()->modified = modified;
+        attach(
+            tree,
+            folder,
+            tree.add(
+                {.name = name,
+                 .parent = &folder,
+                 .size = file.megabytes * kMB,
+                 .fileCount = 1,
+                 .modified = modified}));
         return;
     }
-    const auto same = std::ranges::find(*folder->children, name, &FileNode::name);
-    if (same == folder->children->end()) {
-        attach(makeFolder(name, folder->path), folder);
-        plant(folder->children->back(), file, path.substr(slash + 1));
-    } else {
-        plant(Node{*same}, file, path.substr(slash + 1));
+    const auto same = std::ranges::find(folder.children(), name, &FileNode::name);
+    if (same == folder.children().end()) {
+        attach(tree, folder, tree.add({.name = name, .parent = &folder, .modified = {}}));
     }
+    const auto below = std::ranges::find(folder.children(), name, &FileNode::name);
+    plant(tree, **below, file, path.substr(slash + 1));
 }
 
 }  // namespace
@@ -274,18 +261,22 @@ CleanReport reportWithProblems() {
 }
 
 std::shared_ptr<FileNode> tree() {
-    const Node top = makeFolder("ada", "/home");
+    const auto tree = std::make_shared<FileTree>();
+    FileNode& top = tree->add({.name = home(), .modified = {}});
     for (const File& file : kFiles) {
-        plant(top, file, file.path);
+        plant(*tree, top, file, file.path);
     }
-    const Node rest = node("1,284 smaller items", "/home/ada", 390 * kMB);
-    rest->path = top->path;
-    rest->isAggregate = true;
-    rest->fileCount = 1'284;
-    top->size += rest->size;
-    top->fileCount += rest->fileCount;
-    attach(rest, top);
-    return top;
+    FileNode& rest = tree->add(
+        {.name = "1,284 smaller items",
+         .parent = &top,
+         .size = 390 * kMB,
+         .fileCount = 1'284,
+         .modified = kToday});
+    rest.isAggregate = true;
+    top.size += rest.size;
+    top.fileCount += rest.fileCount;
+    attach(*tree, top, rest);
+    return top.shared();
 }
 
 std::vector<UnreadableArea> unreadableAreas() {
@@ -300,11 +291,17 @@ std::vector<UnreadableArea> unreadableAreas() {
 
 std::vector<std::shared_ptr<FileNode>> largeFiles() {
     constexpr std::int64_t kLarge = 50;
-    std::vector<Node> found;
+    const auto tree = std::make_shared<FileTree>();
+    std::vector<std::shared_ptr<FileNode>> found;
     for (const File& file : kFiles) {
         if (file.megabytes >= kLarge) {
-            found.push_back(node(file.path, home(), file.megabytes * kMB));
-            found.back()->name = file.path.substr(file.path.rfind('/') + 1);
+            const std::string path = atHome(file.path);
+            FileNode& node = tree->add(
+                {.name = path,
+                 .size = file.megabytes * kMB,
+                 .fileCount = 1,
+                 .modified = kToday});
+            found.push_back(node.shared());
         }
     }
     std::ranges::sort(found, std::ranges::greater{}, &FileNode::size);

@@ -141,8 +141,9 @@ std::vector<Scene> analysisScenes() {
         then(as("analyzer-unreadable"), press("5 unreadable")),
         then(as("analyzer-treemap"), doing([](AppModel& model) {
                  model.analyzer()->setAnalyzerMode(1);
-                 const auto& folders = *model.analyzer()->root()->children;
-                 model.analyzer()->drill(*std::ranges::find(folders, "Downloads", &FileNode::name));
+                 const auto folders = model.analyzer()->root()->children();
+                 const auto found = std::ranges::find(folders, "Downloads", &FileNode::name);
+                 model.analyzer()->drill((*found)->shared());
              })),
         then(as("analyzer-review"), keys(list, {Qt::Key_Down, Qt::Key_Delete})),
         showing("large-files-start", LargeFiles),

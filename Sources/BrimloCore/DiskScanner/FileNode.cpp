@@ -1,10 +1,13 @@
 #include "BrimloCore/DiskScanner/FileNode.h"
 
+#include "BrimloCore/DiskScanner/FileTree.h"
+#include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/Text.h"
 
 #include <algorithm>
 #include <cstddef>
-#include <iterator>
+#include <cstring>
+#include <ranges>
 #include <utility>
 
 namespace Brimlo {
@@ -20,7 +23,7 @@ void sortByName(Nodes& nodes) {
     std::vector<std::string_view> names;
     names.reserve(nodes.size());
     for (const auto& node : nodes) {
-        names.emplace_back(node->name);
+        names.push_back(node->name());
     }
     const std::vector<std::string> keys = Text::collationKeys(names);
     std::vector<std::size_t> order(nodes.size());
@@ -39,18 +42,6 @@ void sortByName(Nodes& nodes) {
 
 }  // namespace
 
-FileNode::~FileNode() {
-    Nodes waiting = std::move(children).value_or(Nodes{});
-    while (!waiting.empty()) {
-        const std::shared_ptr<FileNode> node = std::move(waiting.back());
-        waiting.pop_back();
-        if (node.use_count() == 1 && node->children) {
-            std::ranges::move(*node->children, std::back_inserter(waiting));
-            node->children->clear();
-        }
-    }
-}
-
 std::string_view FileNode::rawValue(SortKey key) {
     return kSortKeyWords[static_cast<std::size_t>(key)];
 }
@@ -65,7 +56,11 @@ std::optional<FileNode::SortKey> FileNode::sortKeyFromRawValue(std::string_view 
 }
 
 Nodes FileNode::sortedChildren(SortKey key, SortOrder order) const {
-    Nodes nodes = children.value_or(Nodes{});
+    Nodes nodes;
+    nodes.reserve(childCount_);
+    for (FileNode* const child : children()) {
+        nodes.push_back(child->shared());
+    }
     switch (key) {
         case SortKey::size:
             std::ranges::stable_sort(nodes, {}, [](const auto& node) { return node->size; });
@@ -86,21 +81,49 @@ Nodes FileNode::sortedChildren(SortKey key, SortOrder order) const {
     return nodes;
 }
 
+Uuid FileNode::id() const {
+    Uuid id = tree_->salt_;
+    const auto place = reinterpret_cast<std::uintptr_t>(this);
+    std::memcpy(id.bytes.data(), &place, sizeof place);
+    return id;
+}
+
+std::string_view FileNode::name() const {
+    const bool isPath = parent_ == nullptr && !isAggregate && text() != "/";
+    return isPath ? Path::name(text()) : text();
+}
+
+std::string FileNode::path() const {
+    const FileNode* top = isAggregate && parent_ != nullptr ? parent_ : this;
+    std::vector<std::string_view> names;
+    for (; top->parent_ != nullptr; top = top->parent_) {
+        names.push_back(top->text());
+    }
+    std::string path{top->text()};
+    for (const std::string_view name : names | std::views::reverse) {
+        path.append(path.ends_with('/') ? "" : "/").append(name);
+    }
+    return path;
+}
+
+std::shared_ptr<FileNode> FileNode::shared() {
+    return {tree_->shared_from_this(), this};
+}
+
 void FileNode::remove() {
-    const std::shared_ptr<FileNode> above = parent.lock();
-    if (!above) {
+    if (parent_ == nullptr) {
         return;
     }
-    // The list may hold the last reference to this node.
-    const std::shared_ptr<FileNode> self = weak_from_this().lock();
-    if (above->children) {
-        std::erase_if(*above->children, [&](const auto& node) { return node.get() == this; });
-    }
-    for (std::shared_ptr<FileNode> node = above; node; node = node->parent.lock()) {
+    const std::string whole = path();
+    const std::span siblings{parent_->children_, parent_->childCount_};
+    const auto rest = std::ranges::remove(siblings, this);
+    parent_->childCount_ -= static_cast<std::uint32_t>(rest.size());
+    for (FileNode* node = std::exchange(parent_, nullptr); node != nullptr; node = node->parent_) {
         node->size -= size;
         node->fileCount -= fileCount;
     }
-    parent.reset();
+    text_ = tree_->copied(whole).data();
+    textLength_ = static_cast<std::uint32_t>(whole.size());
 }
 
 }  // namespace Brimlo

@@ -7,17 +7,20 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace Brimlo {
 
-/// One entry of a scanned tree.
+class FileTree;
+
+/// One entry of a scanned tree, or one file of a list.
 ///
-/// A parent owns its children; holding the root keeps the whole tree. Built by one thread, then
-/// read and changed by another; never by two at once.
-class FileNode : public std::enable_shared_from_this<FileNode> {
+/// Lives in a `FileTree`, which a shared pointer to any of its nodes keeps. Built by the threads of
+/// a walk, then read and changed by one thread.
+class FileNode {
 public:
     enum class SortKey { size, name, modified, items };
     static constexpr std::array kAllSortKeys{
@@ -29,35 +32,61 @@ public:
     [[nodiscard]] static std::string_view rawValue(SortKey key);
     [[nodiscard]] static std::optional<SortKey> sortKeyFromRawValue(std::string_view text);
 
-    FileNode() = default;
     FileNode(const FileNode&) = delete;
     FileNode& operator=(const FileNode&) = delete;
     FileNode(FileNode&&) = delete;
     FileNode& operator=(FileNode&&) = delete;
 
-    /// Destroys the tree below level by level, however deep it is.
-    ~FileNode();
-
-    const Uuid id = Uuid::random();
-    std::string name;                   ///< Last path component, or the label of an aggregate.
-    std::string path;                   ///< Absolute; on an aggregate that of the folder around it.
     std::int64_t size = 0;              ///< Allocated bytes of this entry and all below it.
+    std::int64_t fileCount = 0;         ///< Files below; 1 for a file.
+    std::chrono::sys_seconds modified;  ///< On an aggregate the latest of the merged.
     bool isDirectory = false;           ///< True for scanned directories alone.
     bool isAggregate = false;           ///< Stands for merged children.
-    std::chrono::sys_seconds modified;  ///< On an aggregate the latest of the merged.
-    std::int64_t fileCount = 0;         ///< Files below; 1 for a file.
-    std::optional<std::vector<std::shared_ptr<FileNode>>>
-        children;                    ///< Absent on files and aggregates.
-    std::weak_ptr<FileNode> parent;  ///< Empty on the root and after `remove`.
+
+    /// Tells it from every other node.
+    [[nodiscard]] Uuid id() const;
+
+    /// The last component of the path, or the label of an aggregate.
+    [[nodiscard]] std::string_view name() const;
+
+    /// Absolute; on an aggregate that of the folder around it. Put together from the names above.
+    [[nodiscard]] std::string path() const;
+
+    /// Empty on files and aggregates.
+    [[nodiscard]] std::span<FileNode* const> children() const { return {children_, childCount_}; }
+
+    /// The folder around it; null on the root and after `remove`.
+    [[nodiscard]] FileNode* parent() const { return parent_; }
+
+    /// A pointer that keeps the tree.
+    [[nodiscard]] std::shared_ptr<FileNode> shared();
 
     /// The children in another order; the stored one is unchanged. A descending list is the
     /// ascending one reversed, ties included. Names compare by the user's language, ignoring case.
     [[nodiscard]] std::vector<std::shared_ptr<FileNode>> sortedChildren(
         SortKey key, SortOrder order) const;
 
-    /// Removes this node from the tree and subtracts its size and count from the nodes above. Does
-    /// nothing on a root.
+    /// Removes this node from the folder around it and subtracts its size and count from the nodes
+    /// above. It keeps its path. Does nothing on a root.
     void remove();
+
+private:
+    friend class FileTree;
+    FileNode(FileTree& tree, FileNode* parent, std::string_view text)
+        : tree_{&tree}
+        , parent_{parent}
+        , text_{text.data()}
+        , textLength_{static_cast<std::uint32_t>(text.size())} {}
+
+    /// The name; without a parent the whole path.
+    [[nodiscard]] std::string_view text() const { return {text_, textLength_}; }
+
+    FileTree* tree_;
+    FileNode* parent_;
+    FileNode** children_ = nullptr;
+    const char* text_;
+    std::uint32_t textLength_;
+    std::uint32_t childCount_ = 0;
 };
 
 }  // namespace Brimlo

@@ -20,6 +20,7 @@ bool ScanControl::isCancelled() const {
 
 ScanControl::Progress ScanControl::progress() const {
     const std::lock_guard guard{lock_};
+    isPathOld_ = true;
     return progress_;
 }
 
@@ -42,11 +43,19 @@ std::vector<std::string> ScanControl::otherVolumes() const {
     return paths;
 }
 
-void ScanControl::record(std::int64_t files, std::int64_t bytes, std::string path) {
+void ScanControl::record(
+    std::int64_t files, std::int64_t bytes, const std::function<std::string()>& path) {
+    {
+        const std::lock_guard guard{lock_};
+        progress_.files += files;
+        progress_.bytes = Bytes::sum(progress_.bytes, bytes);
+        if (!std::exchange(isPathOld_, false)) {
+            return;
+        }
+    }
+    std::string text = path();
     const std::lock_guard guard{lock_};
-    progress_.files += files;
-    progress_.bytes = Bytes::sum(progress_.bytes, bytes);
-    progress_.path = std::move(path);
+    progress_.path = std::move(text);
 }
 
 void ScanControl::skip(std::string path) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -15,7 +16,7 @@ public:
     struct Progress {
         std::int64_t files = 0;
         std::int64_t bytes = 0;
-        std::string path;  ///< The directory last finished.
+        std::string path;  ///< A directory finished lately.
 
         bool operator==(const Progress&) const = default;
     };
@@ -36,8 +37,10 @@ public:
     /// The folders that belong to other volumes and were not entered, sorted.
     [[nodiscard]] std::vector<std::string> otherVolumes() const;
 
-    /// Adds to the totals and sets the directory last finished.
-    void record(std::int64_t files, std::int64_t bytes, std::string path);
+    /// Adds to the totals, and tells the directory that was finished: `path` is called only if
+    /// somebody has read the progress since it was called last.
+    void record(
+        std::int64_t files, std::int64_t bytes, const std::function<std::string()>& path);
 
     /// Records a path as `inaccessible`.
     void skip(std::string path);
@@ -53,6 +56,7 @@ private:
     mutable std::mutex lock_;
     bool cancelled_ = false;                      // guarded by lock_
     Progress progress_;                           // guarded by lock_
+    mutable bool isPathOld_ = true;               // guarded by lock_
     std::vector<std::string> skipped_;            // guarded by lock_
     std::vector<std::string> withoutDescriptor_;  // guarded by lock_
     std::vector<std::string> otherVolumes_;       // guarded by lock_

@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <iterator>
 #include <optional>
+#include <ranges>
 #include <string_view>
 #include <thread>
 #include <utility>
@@ -16,7 +17,7 @@ namespace Brimlo {
 
 namespace {
 
-using Nodes = std::vector<std::shared_ptr<FileNode>>;
+using Nodes = std::vector<FileNode*>;
 
 /// macOS mounts the system's volumes here a second time.
 constexpr std::string_view kSyntheticMount = "/System/Volumes";
@@ -54,21 +55,6 @@ struct Merged {
     }
 };
 
-std::shared_ptr<FileNode> makeNode(
-    std::string name,
-    std::string path,
-    std::int64_t size,
-    std::chrono::sys_seconds modified,
-    std::int64_t fileCount) {
-    auto node = std::make_shared<FileNode>();
-    node->name = std::move(name);
-    node->path = std::move(path);
-    node->size = size;
-    node->modified = modified;
-    node->fileCount = fileCount;
-    return node;
-}
-
 }  // namespace
 
 /// The part of an entry's status that the tree needs.
@@ -86,34 +72,20 @@ struct TreeScan::Batch {
 
 /// A folder being scanned.
 struct TreeScan::Folder {
-    struct Slot {
-        std::string name;
-        std::int64_t bytes = 0;
-        std::chrono::sys_seconds modified;
-        std::unique_ptr<Folder> entered;  ///< While it is being scanned.
-        std::shared_ptr<FileNode> node;   ///< Afterwards; null when it was never entered.
-    };
-
-    Folder(Folder* above, std::size_t slotAbove, Slot& self, std::string wholePath, FolderPlace at)
+    Folder(Folder* above, std::size_t slotAbove, FileNode& own, FolderPlace at)
         : parent{above}
         , slot{slotAbove}
         , depth{above == nullptr ? 0 : above->depth + 1}
-        , name{std::move(self.name)}
-        , path{std::move(wholePath)}
-        , ownBytes{self.bytes}
-        , modified{self.modified}
+        , node{own}
         , place{std::move(at)} {}
 
     Folder* const parent;
-    const std::size_t slot;  ///< The place among the parent's.
+    const std::size_t slot;  ///< The place among the parent's subfolders.
     const std::int64_t depth;
-    std::string name;
-    std::string path;
-    const std::int64_t ownBytes;
-    const std::chrono::sys_seconds modified;
-    FolderPlace place;                                ///< Until it is read.
-    FolderPlace::Open open;                           ///< While it is read.
-    std::optional<FolderPlace::Inside> placeOfSlots;  ///< Until the last of them is entered.
+    FileNode& node;                                        ///< Holds its own blocks alone.
+    FolderPlace place;                                     ///< Until it is read.
+    FolderPlace::Open open;                                ///< While it is read.
+    std::optional<FolderPlace::Inside> placeOfSubfolders;  ///< Until the last of them is entered.
 
     NameList names;                         ///< Until the status of all is read.
     std::vector<Batch> batches;             ///< As long as the names.
@@ -121,9 +93,10 @@ struct TreeScan::Folder {
 
     Nodes leaves;   ///< All entries but folders; in a crowded folder the large ones.
     Merged merged;  ///< The small ones of a crowded folder.
-    std::vector<Slot> slots;
-    std::atomic<std::size_t> unentered = 0;   ///< Slots.
-    std::atomic<std::size_t> unfinished = 0;  ///< Slots.
+    Nodes subfolders;
+    std::vector<std::unique_ptr<Folder>> entered;  ///< Those that are being scanned, by slot.
+    std::atomic<std::size_t> unentered = 0;        ///< Subfolders.
+    std::atomic<std::size_t> unfinished = 0;       ///< Subfolders.
 };
 
 TreeScan::TreeScan(ScanControl& control, const ScanOptions& options, LinkedFiles& linkedFiles)
@@ -145,20 +118,15 @@ std::shared_ptr<FileNode> TreeScan::run(const std::string& root) {
         return nullptr;
     }
     device_ = status->identity.device;
-    Folder::Slot self{
-        .name = root == "/" ? root : std::string{Path::name(root)},
-        .bytes = status->allocatedBytes,
-        .modified = status->modified,
-        .entered = nullptr,
-        .node = nullptr,
-    };
-    Folder folder{nullptr, 0, self, root, place};
+    FileNode& node = tree_->add(
+        {.name = root, .size = status->allocatedBytes, .modified = status->modified});
+    Folder folder{nullptr, 0, node, place};
     const unsigned cores = std::max(1U, std::thread::hardware_concurrency());
     Crew::run(
         {.kind = Job::Kind::readRoot, .folder = &folder, .index = 0},
         [this](const Job& job, Crew::Member& member) { work(job, member); },
         options_.parallelDepth > 0 ? cores : 1);
-    return std::move(root_);
+    return node.shared();
 }
 
 void TreeScan::work(const Job& job, Crew::Member& member) {
@@ -183,29 +151,25 @@ void TreeScan::work(const Job& job, Crew::Member& member) {
 }
 
 void TreeScan::enter(Folder& parent, std::size_t slot, Crew::Member& member) {
-    Folder::Slot& self = parent.slots[slot];
     if (control_.isCancelled()) {
         if (--parent.unfinished == 0) {
             finish(parent);
         }
         return;
     }
-    self.entered = std::make_unique<Folder>(
-        &parent,
-        slot,
-        self,
-        Path::join(parent.path, self.name),
-        parent.placeOfSlots->place(self.name));
+    FileNode& node = *parent.subfolders[slot];
+    Folder& folder = *(parent.entered[slot] = std::make_unique<Folder>(
+                           &parent, slot, node, parent.placeOfSubfolders->place(node.name())));
     if (--parent.unentered == 0) {
-        parent.placeOfSlots.reset();
+        parent.placeOfSubfolders.reset();
     }
-    read(*self.entered, member);
+    read(folder, member);
 }
 
 void TreeScan::read(Folder& folder, Crew::Member& member) {
     folder.open = folder.place.open();
     if (!folder.open) {
-        control_.couldNotOpen(folder.path, errno);
+        control_.couldNotOpen(folder.node.path(), errno);
         finish(folder);
         return;
     }
@@ -247,13 +211,13 @@ TreeScan::Batch TreeScan::lookAt(const Folder& folder, std::size_t from, std::si
             batch.leaves.push_back(entry);
         } else if (status->identity.device == device_ || options_.crossDevices) {
             if (kSyntheticMount.ends_with(name) &&
-                Path::join(folder.path, name) == kSyntheticMount) {
+                Path::join(folder.node.path(), name) == kSyntheticMount) {
                 control_.skip(std::string{kSyntheticMount});
             } else {
                 batch.subfolders.push_back(entry);
             }
         } else {
-            control_.leaveOut(Path::join(folder.path, name));
+            control_.leaveOut(Path::join(folder.node.path(), name));
         }
     }
     return batch;
@@ -268,40 +232,24 @@ void TreeScan::entriesRead(Folder& folder, Crew::Member& member) {
             leafBytes = Bytes::sum(leafBytes, leaf.bytes);
         }
     }
-    const bool areFew = std::cmp_less_equal(leafCount, options_.alwaysKeepBelowCount);
-    for (const Batch& batch : folder.batches) {
-        for (const Entry& leaf : batch.leaves) {
-            if (areFew || leaf.bytes >= options_.keepThreshold) {
-                folder.leaves.push_back(Brimlo::makeNode(
-                    leaf.name, Path::join(folder.path, leaf.name), leaf.bytes, leaf.modified, 1));
-            } else {
-                folder.merged.add(leaf.bytes, 1, leaf.modified);
-            }
-        }
-        for (const Entry& subfolder : batch.subfolders) {
-            folder.slots.push_back({
-                .name = subfolder.name,
-                .bytes = subfolder.bytes,
-                .modified = subfolder.modified,
-                .entered = nullptr,
-                .node = nullptr,
-            });
-        }
-    }
-    if (!folder.slots.empty()) {
-        folder.placeOfSlots = folder.place.inside(folder.open);
+    makeNodes(folder, std::cmp_less_equal(leafCount, options_.alwaysKeepBelowCount));
+    if (!folder.subfolders.empty()) {
+        folder.placeOfSubfolders = folder.place.inside(folder.open);
     }
     folder.open = nullptr;
     folder.place = FolderPlace{""};
     folder.batches = {};
     folder.names = {};
-    control_.record(static_cast<std::int64_t>(leafCount), leafBytes, folder.path);
+    control_.record(static_cast<std::int64_t>(leafCount), leafBytes, [&] {
+        return folder.node.path();
+    });
 
-    const std::size_t count = folder.slots.size();
+    const std::size_t count = folder.subfolders.size();
     if (count == 0) {
         finish(folder);
         return;
     }
+    folder.entered.resize(count);
     folder.unentered = count;
     folder.unfinished = count;
     std::vector<Job> jobs;
@@ -316,18 +264,53 @@ void TreeScan::entriesRead(Folder& folder, Crew::Member& member) {
     }
 }
 
+/// Makes the nodes of the entries, but of the small leaves only when they are few.
+void TreeScan::makeNodes(Folder& folder, bool areFew) {
+    const auto isKept = [&](const Entry& leaf) {
+        return areFew || leaf.bytes >= options_.keepThreshold;
+    };
+    std::size_t count = 0;
+    std::size_t nameBytes = 0;
+    const auto countIn = [&](const Entry& entry) {
+        ++count;
+        nameBytes += std::string_view{entry.name}.size();
+    };
+    for (const Batch& batch : folder.batches) {
+        std::ranges::for_each(batch.leaves | std::views::filter(isKept), countIn);
+        std::ranges::for_each(batch.subfolders, countIn);
+    }
+    FileTree::Batch nodes{*tree_, count, nameBytes};
+    const auto made = [&](const Entry& entry, std::int64_t fileCount) {
+        return &nodes.add(
+            {.name = entry.name,
+             .parent = &folder.node,
+             .size = entry.bytes,
+             .fileCount = fileCount,
+             .modified = entry.modified});
+    };
+    for (const Batch& batch : folder.batches) {
+        for (const Entry& leaf : batch.leaves) {
+            if (isKept(leaf)) {
+                folder.leaves.push_back(made(leaf, 1));
+            } else {
+                folder.merged.add(leaf.bytes, 1, leaf.modified);
+            }
+        }
+        for (const Entry& subfolder : batch.subfolders) {
+            folder.subfolders.push_back(made(subfolder, 0));
+        }
+    }
+}
+
 void TreeScan::finish(Folder& finished) {
     Folder* folder = &finished;
     while (true) {
-        std::shared_ptr<FileNode> node = makeNode(*folder);
+        complete(*folder);
         Folder* parent = folder->parent;
         if (parent == nullptr) {
-            root_ = std::move(node);
             return;
         }
-        Folder::Slot& slot = parent->slots[folder->slot];
-        slot.node = std::move(node);
-        slot.entered.reset();
+        parent->entered[folder->slot].reset();
         if (--parent->unfinished > 0) {
             return;
         }
@@ -335,18 +318,16 @@ void TreeScan::finish(Folder& finished) {
     }
 }
 
-std::shared_ptr<FileNode> TreeScan::makeNode(Folder& folder) const {
+/// Gives the folder's node its children and its sums.
+void TreeScan::complete(Folder& folder) {
     Nodes nodes;
-    nodes.reserve(folder.slots.size() + folder.leaves.size() + 1);
-    for (Folder::Slot& slot : folder.slots) {
-        if (slot.node) {
-            nodes.push_back(std::move(slot.node));
-        }
-    }
-    std::ranges::move(folder.leaves, std::back_inserter(nodes));
-    std::int64_t size = Bytes::sum(folder.ownBytes, folder.merged.size);
+    nodes.reserve(folder.subfolders.size() + folder.leaves.size() + 1);
+    // Those that a cancelled scan never entered are no directories yet.
+    std::ranges::copy_if(folder.subfolders, std::back_inserter(nodes), &FileNode::isDirectory);
+    std::ranges::copy(folder.leaves, std::back_inserter(nodes));
+    std::int64_t size = Bytes::sum(folder.node.size, folder.merged.size);
     std::int64_t fileCount = folder.merged.fileCount;
-    for (const auto& node : nodes) {
+    for (const FileNode* node : nodes) {
         size = Bytes::sum(size, node->size);
         fileCount += node->fileCount;
     }
@@ -354,7 +335,7 @@ std::shared_ptr<FileNode> TreeScan::makeNode(Folder& folder) const {
     Merged merged = folder.merged;
     const auto childCount = static_cast<std::int64_t>(nodes.size()) + merged.count;
     if (childCount > options_.alwaysKeepBelowCount) {
-        std::erase_if(nodes, [&](const auto& node) {
+        std::erase_if(nodes, [&](const FileNode* node) {
             if (node->size >= options_.keepThreshold) {
                 return false;
             }
@@ -363,24 +344,19 @@ std::shared_ptr<FileNode> TreeScan::makeNode(Folder& folder) const {
         });
     }
     if (merged.count > 0) {
-        nodes.push_back(Brimlo::makeNode(
-            std::to_string(merged.count) + " small items",
-            folder.path,
-            merged.size,
-            merged.modified,
-            merged.fileCount));
-        nodes.back()->isAggregate = true;
+        const std::string label = std::to_string(merged.count) + " small items";
+        FileNode& rest = tree_->add(
+            {.name = label,
+             .parent = &folder.node,
+             .size = merged.size,
+             .fileCount = merged.fileCount,
+             .modified = merged.modified});
+        rest.isAggregate = true;
+        nodes.push_back(&rest);
     }
-    nodes.shrink_to_fit();
-
-    const auto node = Brimlo::makeNode(
-        std::move(folder.name), std::move(folder.path), size, folder.modified, fileCount);
-    node->isDirectory = true;
-    for (const auto& child : nodes) {
-        child->parent = node;
-    }
-    node->children = std::move(nodes);
-    return node;
+    folder.node.size = size;
+    folder.node.fileCount = fileCount;
+    tree_->setChildren(folder.node, nodes);
 }
 
 }  // namespace Brimlo

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "BrimloCore/DiskScanner/DiskScanner.h"
-#include "BrimloCore/DiskScanner/FileNode.h"
+#include "BrimloCore/DiskScanner/FileTree.h"
 #include "BrimloCore/DiskScanner/FolderPlace.h"
 #include "BrimloCore/DiskScanner/ScanControl.h"
 #include "BrimloCore/DiskScanner/WorkCrew.h"
@@ -19,9 +19,9 @@ namespace Brimlo {
 /// The walk of one scan.
 ///
 /// One job reads a folder: its names first, then their status, for which a folder with many names
-/// has several jobs. Then each subfolder has a job, and the job that finishes the last of them
-/// makes the folder's node and hands it to the parent. So nothing recurses, and small entries of a
-/// crowded folder are merged as soon as that folder is complete.
+/// has several jobs. Then each subfolder has a job, and the job that finishes the last of them gives
+/// the folder's node its children. So nothing recurses, and the small entries of a crowded folder
+/// never get a node.
 class TreeScan {
 public:
     TreeScan(ScanControl& control, const ScanOptions& options, LinkedFiles& linkedFiles);
@@ -47,14 +47,15 @@ private:
     void read(Folder& folder, Crew::Member& member);
     [[nodiscard]] Batch lookAt(const Folder& folder, std::size_t from, std::size_t to);
     void entriesRead(Folder& folder, Crew::Member& member);
+    void makeNodes(Folder& folder, bool areFew);
     void finish(Folder& finished);
-    [[nodiscard]] std::shared_ptr<FileNode> makeNode(Folder& folder) const;
+    void complete(Folder& folder);
 
     ScanControl& control_;
     const ScanOptions options_;
     LinkedFiles& linkedFiles_;
     std::uint64_t device_ = 0;
-    std::shared_ptr<FileNode> root_;
+    std::shared_ptr<FileTree> tree_ = std::make_shared<FileTree>();
 };
 
 }  // namespace Brimlo

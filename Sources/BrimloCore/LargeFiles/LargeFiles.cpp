@@ -1,5 +1,6 @@
 #include "BrimloCore/LargeFiles/LargeFiles.h"
 
+#include "BrimloCore/DiskScanner/FileTree.h"
 #include "BrimloCore/DiskScanner/FolderPlace.h"
 #include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Platform/DirectoryEntry.h"
@@ -18,7 +19,7 @@ namespace Brimlo::LargeFiles {
 namespace {
 
 using Platform::EntryStatus;
-using Nodes = std::vector<std::shared_ptr<FileNode>>;
+using Files = std::vector<std::shared_ptr<FileNode>>;
 
 /// The largest files so far.
 class TopList {
@@ -31,24 +32,28 @@ public:
     [[nodiscard]] std::int64_t threshold() const { return threshold_; }
 
     /// Adds a file of at least the threshold, unless the list is full of files as large.
-    void consider(std::string_view name, std::string path, const EntryStatus& status) {
+    void consider(const std::string& path, const EntryStatus& status) {
         if (nodes_.size() < limit_) {
-            nodes_.insert(makeNode(name, std::move(path), status));
+            nodes_.insert(makeNode(path, status));
             if (nodes_.size() == limit_) {
                 threshold_ = std::max(threshold_, (*nodes_.begin())->size);
             }
         } else if ((*nodes_.begin())->size < status.allocatedBytes) {
             nodes_.erase(nodes_.begin());
-            auto node = makeNode(name, std::move(path), status);
+            FileNode* const node = makeNode(path, status);
             // It replaces the smallest, so it goes before its equals.
-            nodes_.insert(nodes_.lower_bound(node), std::move(node));
+            nodes_.insert(nodes_.lower_bound(node), node);
             threshold_ = (*nodes_.begin())->size;
         }
     }
 
     /// The files, the largest first; equal ones in list order.
-    [[nodiscard]] Nodes largestFirst() const {
-        Nodes sorted{nodes_.begin(), nodes_.end()};
+    [[nodiscard]] Files largestFirst() const {
+        Files sorted;
+        sorted.reserve(nodes_.size());
+        for (FileNode* const node : nodes_) {
+            sorted.push_back(node->shared());
+        }
         std::ranges::stable_sort(
             sorted, std::ranges::greater{}, [](const auto& node) { return node->size; });
         return sorted;
@@ -59,20 +64,18 @@ private:
         bool operator()(const auto& a, const auto& b) const { return a->size < b->size; }
     };
 
-    static std::shared_ptr<FileNode> makeNode(
-        std::string_view name, std::string path, const EntryStatus& status) {
-        auto node = std::make_shared<FileNode>();
-        node->name = name;
-        node->path = std::move(path);
-        node->size = status.allocatedBytes;
-        node->modified = status.modified;
-        node->fileCount = 1;
-        return node;
+    FileNode* makeNode(const std::string& path, const EntryStatus& status) {
+        return &tree_->add(
+            {.name = path,
+             .size = status.allocatedBytes,
+             .fileCount = 1,
+             .modified = status.modified});
     }
 
     std::size_t limit_;
     std::int64_t threshold_;
-    std::multiset<std::shared_ptr<FileNode>, Smaller> nodes_;
+    std::shared_ptr<FileTree> tree_ = std::make_shared<FileTree>();  ///< Holds the nodes.
+    std::multiset<FileNode*, Smaller> nodes_;
 };
 
 /// An entry to visit once its folder is read: a subfolder, or a file that may be large.
@@ -103,17 +106,19 @@ public:
         : top_{top}
         , control_{control} {}
 
-    void run(const std::string& root) {
+    /// False when `root` can't be read.
+    [[nodiscard]] bool run(const std::string& root) {
         path_ = root;
         if (control_.isCancelled()) {
-            return;
+            return true;
         }
         enter(FolderPlace{root});
+        const bool isRead = !levels_.empty();
         while (!levels_.empty() && !control_.isCancelled()) {
             Level& level = levels_.back();
             path_.resize(level.pathLength);
             if (level.next == level.entries.size()) {
-                control_.record(level.files, level.bytes, path_);
+                control_.record(level.files, level.bytes, [this] { return path_; });
                 levels_.pop_back();
                 continue;
             }
@@ -124,6 +129,7 @@ public:
                 consider(entry.name.c_str(), entry.status);
             }
         }
+        return isRead;
     }
 
 private:
@@ -196,7 +202,7 @@ private:
         // Files below the threshold need not be remembered: it only rises, and all names of a file
         // have one size.
         if (status.allocatedBytes >= top_.threshold() && linkedFiles_.isFirst(status)) {
-            top_.consider(name, path_ == "/" ? path_ + name : path_ + "/" + name, status);
+            top_.consider(Path::join(path_, name), status);
         }
     }
 
@@ -210,13 +216,13 @@ private:
 
 }  // namespace
 
-Nodes find(const std::string& root, std::size_t limit, std::int64_t minSize, ScanControl& control) {
+std::optional<Files> find(
+    const std::string& root, std::size_t limit, std::int64_t minSize, ScanControl& control) {
     assert(limit > 0);
-    if (!Path::isUsable(root)) {
-        return {};
-    }
     TopList top{limit, minSize};
-    Walk{top, control}.run(Path::standardized(root));
+    if (!Path::isUsable(root) || !Walk{top, control}.run(Path::standardized(root))) {
+        return std::nullopt;
+    }
     return top.largestFirst();
 }
 

@@ -6,13 +6,15 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 /// The largest files below a folder, found without keeping a tree.
 namespace Brimlo::LargeFiles {
 
-/// The `limit` largest files below `root` that take at least `minSize` bytes, the largest first.
+/// The `limit` largest files below `root` that take at least `minSize` bytes, the largest first;
+/// nullopt when `root` is not a folder that can be read.
 ///
 /// Sizes are allocated bytes. A hard-linked file is listed once, under the name met first; of equal
 /// files at the end of a full list those met first stay. Symlinks below `root` are not followed and
@@ -20,7 +22,7 @@ namespace Brimlo::LargeFiles {
 ///
 /// The control is told each folder when it is finished, after all below it, and each that can't be
 /// opened or is on another volume. Cancelled, it returns what was found so far. Blocks; one thread.
-[[nodiscard]] std::vector<std::shared_ptr<FileNode>> find(
+[[nodiscard]] std::optional<std::vector<std::shared_ptr<FileNode>>> find(
     const std::string& root, std::size_t limit, std::int64_t minSize, ScanControl& control);
 
 }  // namespace Brimlo::LargeFiles

@@ -7,6 +7,7 @@
 #include "BrimloApp/Review/Cleanup.h"
 #include "BrimloApp/SmartClean/SmartClean.h"
 #include "BrimloAppTests/Support/ModelTest.h"
+#include "BrimloCore/DiskScanner/FileTree.h"
 
 #include <QtTest/QSignalSpy>
 #include <gmock/gmock.h>
@@ -39,14 +40,14 @@ protected:
     std::shared_ptr<FileNode> child(const std::string& name) {
         const auto children = model().analyzer()->rows()->nodes();
         const auto found =
-            std::ranges::find(children, name, [](const auto& node) { return node->name; });
+            std::ranges::find(children, name, [](const auto& node) { return node->name(); });
         return found == children.end() ? nullptr : *found;
     }
 
     std::vector<std::string> names() {
         std::vector<std::string> names;
         for (const auto& node : model().analyzer()->rows()->nodes()) {
-            names.push_back(node->name);
+            names.emplace_back(node->name());
         }
         return names;
     }
@@ -102,9 +103,8 @@ TEST_F(AnalyzerTest, TakesWhatWentOutOfTheTreeAndNoMore) {
 
     // The one fails because it is gone already.
     std::filesystem::remove(at("tree/stays"));
-    auto merged = std::make_shared<FileNode>();
+    const auto merged = std::make_shared<FileTree>()->add({.name = "2 small items"}).shared();
     merged->isAggregate = true;
-    merged->path = at("tree");
     model().cleanup()->dispose({merged});
     EXPECT_FALSE(model().cleanup()->isCleaning())
         << "an aggregate stands for nothing that could go";

@@ -3,6 +3,7 @@
 #include "BrimloApp/Analyzer/Analyzer.h"
 #include "BrimloAppTests/Support/LayoutAudit.h"
 #include "BrimloAppTests/Support/ModelTest.h"
+#include "BrimloCore/DiskScanner/FileTree.h"
 #include "BrimloCoreTests/Support/Words.h"
 
 #include <QtQuick/QQuickWindow>
@@ -17,8 +18,7 @@ namespace {
 class TreemapItemTest : public Testing::ModelTest {
 protected:
     TreemapItemTest() {
-        root->isDirectory = true;
-        root->children.emplace();
+        tree->setChildren(*root, {});
         item.setParentItem(window.contentItem());
         item.setRows(&rows);
         window.resize(824, 424);
@@ -28,13 +28,12 @@ protected:
         waitFor([this] { return window.isActive() && window.isExposed(); });
     }
 
-    std::shared_ptr<FileNode> add(const std::string& name, const std::int64_t size) {
-        auto node = std::make_shared<FileNode>();
-        node->name = name;
-        node->size = size;
-        node->parent = root;
-        root->children->push_back(node);
-        return node;
+    FileNode& add(FileNode& folder, const std::string& name, const std::int64_t size) {
+        std::vector<FileNode*> children{folder.children().begin(), folder.children().end()};
+        children.push_back(
+            &tree->add({.name = name, .parent = &folder, .size = size, .modified = {}}));
+        tree->setChildren(folder, children);
+        return *children.back();
     }
 
     void setTree() {
@@ -51,7 +50,8 @@ protected:
 
     void press(const Qt::Key key) { QTest::keyClick(&window, key); }
 
-    std::shared_ptr<FileNode> root = std::make_shared<FileNode>();
+    std::shared_ptr<FileTree> tree = std::make_shared<FileTree>();
+    std::shared_ptr<FileNode> root = tree->add({.name = "/root", .modified = {}}).shared();
     NodeRows& rows = *model().analyzer()->rows();
     QQuickWindow window;
     TreemapItem item;
@@ -60,10 +60,10 @@ protected:
 TEST_F(TreemapItemTest, WritesReadablyOnEveryColour) {
     const char* const names[] = {"a.mp4", "b.wav", "c.png", "d.zip", "e.cpp", "f.pdf", "g.js"};
     for (const char* const name : names) {
-        add(name, 100);
+        add(*root, name, 100);
     }
     for (int i = 0; i < 10; ++i) {
-        add("folder" + std::to_string(i), 100)->isDirectory = true;  // Each of another shade.
+        add(*root, "folder" + std::to_string(i), 100)->isDirectory = true;  // Each of another shade.
     }
     setTree();
     for (const char* const ground : {"#ffffff", "#f5f6f8", "#15181c", "#000000"}) {
@@ -90,24 +90,23 @@ TEST_F(TreemapItemTest, WritesReadablyOnEveryColour) {
 }
 
 TEST_F(TreemapItemTest, AnswersToPointerAndKeys) {
-    const auto folder = add("folder", 100);
-    folder->isDirectory = true;
-    folder->children.emplace();
-    add("file", 45);
-    add("other", 35);
+    FileNode& folder = add(*root, "folder", 100);
+    folder.isDirectory = true;
+    add(*root, "file", 45);
+    add(*root, "other", 35);
     setTree();
     picture();
     // Cells: the folder at the left, the two files above one another at the right.
     QTest::mouseMove(&window, middle(1));
     const QImage before = picture();
     QTest::mouseClick(&window, Qt::LeftButton, {}, middle(1));
-    EXPECT_TRUE(rows.isSelected((*root->children)[1]->id));
+    EXPECT_TRUE(rows.isSelected(root->children()[1]->id()));
     EXPECT_NE(picture(), before);
     QTest::mouseClick(&window, Qt::LeftButton, {}, {3, 3});
     EXPECT_EQ(rows.selectedCount(), 1) << "a click beside the cells";
     QTest::mouseDClick(&window, Qt::LeftButton, {}, middle(0));
     EXPECT_EQ(model().analyzer()->current(), root) << "an empty folder stays closed";
-    EXPECT_TRUE(rows.isSelected(folder->id));
+    EXPECT_TRUE(rows.isSelected(folder.id()));
     item.forceActiveFocus();
     std::vector<std::string> visited;
     for (const auto key :
@@ -120,14 +119,11 @@ TEST_F(TreemapItemTest, AnswersToPointerAndKeys) {
     press(Qt::Key_Space);
     EXPECT_EQ(rows.selectedCount(), 1);
     EXPECT_TRUE(
-        rows.isSelected((*root->children)[static_cast<std::size_t>(item.hoveredRow())]->id));
+        rows.isSelected(root->children()[static_cast<std::size_t>(item.hoveredRow())]->id()));
     press(Qt::Key_Left);
-    auto inner = std::make_shared<FileNode>();
-    inner->size = 1;
-    inner->name = "inner";
-    folder->children->push_back(inner);
+    add(folder, "inner", 1);
     press(Qt::Key_Return);
-    EXPECT_EQ(model().analyzer()->current(), folder);
+    EXPECT_EQ(model().analyzer()->current().get(), &folder);
     EXPECT_NE(item.hoveredName(), "folder");
     restart();
     EXPECT_EQ(item.cells().cells().size(), 0U);

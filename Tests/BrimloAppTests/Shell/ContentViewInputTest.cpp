@@ -4,6 +4,7 @@
 #include "BrimloApp/Review/Cleanup.h"
 #include "BrimloApp/Rules/RuleBook.h"
 #include "BrimloAppTests/Support/WindowTest.h"
+#include "BrimloCore/DiskScanner/FileTree.h"
 #include "BrimloCore/Journal/JournalEntry.h"
 #include "BrimloCore/Support/StoragePaths.h"
 
@@ -36,25 +37,24 @@ class ContentViewInputTest : public Testing::WindowTest {
 protected:
     /// A folder that was never on any disk.
     static std::shared_ptr<FileNode> folderOf(const int count, const std::int64_t size) {
-        auto folder = std::make_shared<FileNode>();
-        folder->name = "a folder";
-        folder->path = "/a folder";
-        folder->isDirectory = true;
-        folder->size = size * count;
-        folder->fileCount = count;
-        folder->children.emplace();
+        const auto tree = std::make_shared<FileTree>();
+        FileNode& folder = tree->add(
+            {.name = "/a folder", .size = size * count, .fileCount = count, .modified = {}});
+        std::vector<FileNode*> nodes;
         for (int i = 0; i < count; ++i) {
-            auto node = std::make_shared<FileNode>();
             const auto place = static_cast<std::size_t>(i);
-            node->name = place < oddNames().size() ? oddNames()[place] : std::to_string(i);
-            node->path = "/a folder/" + node->name;
-            node->size = size - i;
-            node->fileCount = 1'000'000'000 + i;
-            node->isDirectory = i % 3 == 0;
-            node->parent = folder;
-            folder->children->push_back(node);
+            const std::string name =
+                place < oddNames().size() ? oddNames()[place] : std::to_string(i);
+            nodes.push_back(&tree->add(
+                {.name = name,
+                 .parent = &folder,
+                 .size = size - i,
+                 .fileCount = 1'000'000'000 + i,
+                 .modified = {}}));
+            nodes.back()->isDirectory = i % 3 == 0;
         }
-        return folder;
+        tree->setChildren(folder, nodes);
+        return folder.shared();
     }
 
     void expectSane() { expectLaidOut(Elision::ofAll); }

@@ -34,20 +34,16 @@ std::int64_t blocksOf(const std::string& path) {
 /// Names of the children, sorted.
 std::vector<std::string> names(const Node& node) {
     std::vector<std::string> names;
-    for (const Node& child : node->children.value_or(std::vector<Node>{})) {
-        names.push_back(child->name);
+    for (const FileNode* child : node->children()) {
+        names.emplace_back(child->name());
     }
     std::ranges::sort(names);
     return names;
 }
 
 Node childOf(const Node& node, const std::string& name) {
-    for (const Node& child : *node->children) {
-        if (child->name == name) {
-            return child;
-        }
-    }
-    return nullptr;
+    const auto found = std::ranges::find(node->children(), name, &FileNode::name);
+    return found == node->children().end() ? nullptr : (*found)->shared();
 }
 
 class TreeScanTest : public Testing::TempHome {
@@ -80,19 +76,20 @@ protected:
     }
 
     static void expectSound(const Node& node) {
-        ASSERT_TRUE(node->children);
+        ASSERT_TRUE(node->isDirectory);
         std::int64_t fileCount = 0;
-        for (const Node& child : *node->children) {
-            EXPECT_EQ(child->parent.lock(), node);
+        for (FileNode* child : node->children()) {
+            EXPECT_EQ(child->parent(), node.get());
             EXPECT_EQ(
-                child->path, child->isAggregate ? node->path : node->path + "/" + child->name);
-            EXPECT_EQ(child->children.has_value(), child->isDirectory);
+                child->path(),
+                child->isAggregate ? node->path()
+                                   : node->path() + "/" + std::string{child->name()});
             fileCount += child->fileCount;
             if (child->isDirectory) {
-                expectSound(child);
+                expectSound(child->shared());
             }
         }
-        EXPECT_EQ(node->fileCount, fileCount) << node->path;
+        EXPECT_EQ(node->fileCount, fileCount) << node->path();
     }
 
     const std::shared_ptr<ScanControl> control = std::make_shared<ScanControl>();
@@ -132,15 +129,15 @@ TEST_F(TreeScanTest, MergesWhatIsSmallInACrowdedFolder) {
         EXPECT_EQ(root->size, sum.size);
         EXPECT_EQ(root->fileCount, sum.fileCount);
         expectSound(root);
-        ASSERT_EQ(root->children->size(), c.kept + (c.merged.empty() ? 0 : 1));
+        ASSERT_EQ(root->children().size(), c.kept + (c.merged.empty() ? 0 : 1));
         if (!c.merged.empty()) {
-            EXPECT_EQ(root->children->back()->name, c.merged);
-            EXPECT_TRUE(root->children->back()->isAggregate);
-            EXPECT_FALSE(root->children->back()->children);
+            EXPECT_EQ(root->children().back()->name(), c.merged);
+            EXPECT_TRUE(root->children().back()->isAggregate);
+            EXPECT_TRUE(root->children().back()->children().empty());
         }
     }
     const ScanOptions exact{.keepThreshold = blocksOf(at("few/small0")), .alwaysKeepBelowCount = 0};
-    EXPECT_EQ(scan("few", exact)->children->size(), 40U) << "what has the threshold stays";
+    EXPECT_EQ(scan("few", exact)->children().size(), 40U) << "what has the threshold stays";
 }
 
 TEST_F(TreeScanTest, TakesEveryKindOfEntryForWhatItIs) {
@@ -157,11 +154,11 @@ TEST_F(TreeScanTest, TakesEveryKindOfEntryForWhatItIs) {
     fs::resize_file(fill("t/sparse", 0), std::uintmax_t{8} << 40U);
     age(at("t/empty"), 100);
     const Node root = scan("t");
-    EXPECT_EQ(root->name, "t");
+    EXPECT_EQ(root->name(), "t");
     EXPECT_EQ(root->size, sumOf(at("t")).size);
     EXPECT_EQ(root->fileCount, 10);
     expectSound(root);
-    EXPECT_EQ(childOf(root, "empty")->children, std::vector<Node>{});
+    EXPECT_TRUE(childOf(root, "empty")->isDirectory);
     EXPECT_EQ(childOf(root, "empty")->size, blocksOf(at("t/empty")));
     EXPECT_EQ(
         childOf(root, "empty")->modified, Platform::entryStatus(at("t/empty").c_str())->modified);
@@ -191,8 +188,8 @@ TEST_F(TreeScanTest, ToleratesAnyRoot) {
     link("way", "folder");
     EXPECT_EQ(names(scan("way")), std::vector<std::string>{"inside"});
     const Node spelled = scan("folder/../folder//");
-    EXPECT_EQ(spelled->name, "folder");
-    EXPECT_EQ(childOf(spelled, "inside")->path, at("folder/inside"));
+    EXPECT_EQ(spelled->name(), "folder");
+    EXPECT_EQ(childOf(spelled, "inside")->path(), at("folder/inside"));
     fill("deep/er/file", 10);
     control->cancel();
     EXPECT_EQ(scan("deep")->fileCount, 0);
@@ -225,7 +222,7 @@ TEST_F(TreeScanTest, TellsWhatItCouldNotRead) {
         EXPECT_EQ(control->inaccessible(), std::vector<std::string>{at("t/closed")});
         EXPECT_EQ(names(root), (std::vector<std::string>{"closed", "open"}));
         const Node closed = childOf(root, "closed");
-        EXPECT_EQ(closed->children, std::vector<Node>{});
+        EXPECT_TRUE(closed->isDirectory && closed->children().empty());
         EXPECT_EQ(closed->size, blocksOf(at("t/closed")));
         EXPECT_EQ(root->fileCount, 1);
     });
@@ -290,7 +287,7 @@ TEST_F(TreeScanTest, SurvivesATreeThatChangesUnderIt) {
         EXPECT_EQ(
             root->fileCount,
             std::ranges::count_if(
-                *root->children, [](const Node& child) { return !child->isDirectory; }))
+                root->children(), [](const FileNode* child) { return !child->isDirectory; }))
             << "a link to /usr was followed";
     }
     isOver = true;

@@ -20,10 +20,10 @@ TEST_F(LargeFilesVolumesTest, BothWalksStayOnTheVolumeOfTheFolderThatWasOpened) 
         write("a/volume/file", std::string(50'000, 'x'));
         ScanControl control;
         const auto found = LargeFiles::find(way + "/", 9, 1, control);
-        ASSERT_EQ(found.size(), 1U);
-        EXPECT_EQ(found.front()->path, way + "/file");
+        ASSERT_TRUE(found && found->size() == 1U);
+        EXPECT_EQ(found->front()->path(), way + "/file");
         EXPECT_EQ(control.otherVolumes(), Lines{});
-        EXPECT_TRUE(LargeFiles::find(at("a"), 9, 1, control).empty());
+        EXPECT_TRUE(LargeFiles::find(at("a"), 9, 1, control)->empty());
         EXPECT_EQ(control.otherVolumes(), Lines{volume});
 
         const auto scan = std::make_shared<ScanControl>();
