@@ -21,6 +21,7 @@ struct Arguments {
     std::vector<std::string> paths;
     bool dryRun = false;
     bool yes = false;
+    bool items = false;
 };
 
 /// Whether the arguments select an item of a suggestion.
@@ -142,7 +143,8 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
         complain("Not a terminal: pass --yes to clean, or --dry-run to preview.");
         return ExitCode::wrongUsage;
     }
-    const CleanRun::Choice choice{.dryRun = arguments.dryRun, .yes = arguments.yes};
+    const CleanRun::Choice choice{
+        .dryRun = arguments.dryRun, .yes = arguments.yes, .isFull = arguments.items};
     if (arguments.paths.empty()) {
         return CleanRun::run(suggestedPlan(arguments), choice, tool);
     }
@@ -180,6 +182,8 @@ void addCleanCommand(CLI::App& app, Tool& tool) {
         *command, arguments->paths, "These files and folders, or Docker's objects by \"docker:\"");
     command->add_flag("--dry-run", arguments->dryRun, "Show what would go, and move nothing");
     command->add_flag("--yes", arguments->yes, "Don't ask");
+    command->add_flag(
+        "--items", arguments->items, "List each item, also the many of one folder");
     command->footer(
         "Each item passes the safety gate once more and is recorded in the journal. Docker's\n"
         "objects, called as \"brimlo docker --json\" calls them, go for good, and only while\n"

@@ -1,6 +1,7 @@
 #include "brimlo/CleanRun.h"
 
 #include "BrimloCore/Cleaner/Cleaner.h"
+#include "BrimloCore/Cleaner/ItemGroups.h"
 #include "BrimloCore/Platform/Fmt.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
@@ -62,11 +63,21 @@ CleanReport execute(const CleanPlan& plan, bool dryRun) {
 
 }  // namespace
 
-void show(const CleanPlan& plan) {
-    for (const CleanItem& item : plan.items()) {
+void show(const CleanPlan& plan, bool isFull) {
+    const auto lineOf = [](const CleanItem& item, std::int64_t size, const std::string& words) {
         Console::line(
-            Console::size(item.size) + "  " + (item.risk ? Console::badge(*item.risk) + "  " : "") +
-            name(item) + Console::dim(item.ruleID ? "  " + *item.ruleID : ""));
+            Console::size(size) + "  " + (item.risk ? Console::badge(*item.risk) + "  " : "") +
+            words + Console::dim(item.ruleID ? "  " + *item.ruleID : ""));
+    };
+    for (const ItemGroup& group : grouped(plan.items())) {
+        if (group.isFolder() && !isFull) {
+            lineOf(plan.items()[group.items.front()], group.size, Console::folder(group));
+            continue;
+        }
+        for (const std::size_t place : group.items) {
+            const CleanItem& item = plan.items()[place];
+            lineOf(item, item.size, name(item));
+        }
     }
     for (const std::string& path : plan.dropped()) {
         Console::line("   (inside another item: " + Console::shortPath(path) + ")");
@@ -136,7 +147,7 @@ ExitCode exitCode(const CleanReport& report) {
 
 ExitCode run(const CleanPlan& plan, const Choice& choice, const Tool& tool) {
     if (!tool.isJson()) {
-        show(plan);
+        show(plan, choice.isFull);
         if (plan.items().empty()) {
             Console::line("Nothing to clean was found.");
             return ExitCode::done;

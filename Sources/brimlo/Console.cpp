@@ -105,6 +105,10 @@ std::string itemName(std::string_view path) {
     return isPseudoPath(path) ? Text::printable(DockerObject::words(path)) : shortPath(path);
 }
 
+std::string folder(const ItemGroup& group) {
+    return shortPath(group.folder) + "/  " + dim(count(group.items.size(), "item"));
+}
+
 std::string problem(const ItemProblem& problem) {
     return itemName(problem.path) + ": " + Text::printable(problem.reason);
 }

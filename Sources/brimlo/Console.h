@@ -1,6 +1,7 @@
 #pragma once
 
 #include "BrimloCore/Cleaner/CleanReport.h"
+#include "BrimloCore/Cleaner/ItemGroups.h"
 #include "BrimloCore/DiskScanner/ScanControl.h"
 #include "BrimloCore/Models/CleanupRule.h"
 
@@ -41,6 +42,9 @@ void paragraph(std::string_view text);
 
 /// The name of an item: its short path, or the kind and the id of a Docker object.
 [[nodiscard]] std::string itemName(std::string_view path);
+
+/// A folder's short path and the number of its items.
+[[nodiscard]] std::string folder(const ItemGroup& group);
 
 /// "NAME: REASON".
 [[nodiscard]] std::string problem(const ItemProblem& problem);

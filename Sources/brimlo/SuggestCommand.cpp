@@ -17,14 +17,15 @@ namespace Brimlo {
 
 namespace {
 
-/// Printed per suggestion; `--json` has all items.
-constexpr std::size_t kMostItems = 8;
+/// Printed per suggestion; `--items` prints all items, and `--json` has them.
+constexpr std::size_t kMostLines = 8;
 
 struct Arguments {
     std::vector<std::string> personas;
     std::optional<std::int64_t> staleDays;
     bool noArtifacts = false;
     bool noDocker = false;
+    bool items = false;
 };
 
 /// Accepts the words of the audiences; its error lists them.
@@ -49,9 +50,16 @@ std::string name(const SuggestionItem& item) {
            Console::dim("  " + Text::printable(item.subtitle.value_or("")));
 }
 
-void show(const SuggestionItem& item, bool isPreselected) {
-    std::string line = isPreselected ? "    [x] " : "    [ ] ";
-    line += Console::size(item.size) + "  " + name(item);
+/// "[x]" when all the items are preselected, "[-]" when some are.
+std::string mark(const Suggestion& suggestion, const std::vector<std::size_t>& items) {
+    const auto count = std::ranges::count_if(items, [&](std::size_t place) {
+        return suggestion.preselectedPaths.contains(suggestion.items[place].path);
+    });
+    return count == 0 ? "    [ ] " : std::cmp_equal(count, items.size()) ? "    [x] " : "    [-] ";
+}
+
+void show(const SuggestionItem& item, const std::string& mark) {
+    std::string line = mark + Console::size(item.size) + "  " + name(item);
     if (item.idleDays) {
         const bool isToday = *item.idleDays < 1;
         line += Console::dim((isToday ? "  changed " : "  idle ") + Fmt::days(*item.idleDays));
@@ -59,7 +67,7 @@ void show(const SuggestionItem& item, bool isPreselected) {
     Console::line(line);
 }
 
-void show(const Suggestion& suggestion) {
+void show(const Suggestion& suggestion, bool isFull) {
     Console::line(
         Console::size(suggestion.totalSize()) + "  " + Console::badge(suggestion.risk) + "  " +
         Console::bold(suggestion.name) + " · " + Text::printable(suggestion.group) +
@@ -71,25 +79,34 @@ void show(const Suggestion& suggestion) {
     for (const std::string& app : suggestion.runningApps) {
         Console::line("    " + Text::printable(app) + " is running: close it first.");
     }
+    std::size_t lines = 0;
     std::size_t shown = 0;
-    for (const SuggestionItem& item : suggestion.items) {
-        if (shown++ == kMostItems) {
+    for (const ItemGroup& group : grouped(suggestion.items)) {
+        if (lines++ == kMostLines && !isFull) {
             break;
         }
-        show(item, suggestion.preselectedPaths.contains(item.path));
+        shown += group.items.size();
+        if (group.isFolder() && !isFull) {
+            Console::line(
+                mark(suggestion, group.items) + Console::size(group.size) + "  " +
+                Console::folder(group));
+            continue;
+        }
+        for (const std::size_t place : group.items) {
+            show(suggestion.items[place], mark(suggestion, {place}));
+        }
     }
-    if (suggestion.items.size() > kMostItems) {
-        Console::line(
-            "        and " + Console::count(suggestion.items.size() - kMostItems, "more item"));
+    if (suggestion.items.size() > shown) {
+        Console::line("        and " + Console::count(suggestion.items.size() - shown, "more item"));
     }
     Console::line();
 }
 
-void showAll(const std::vector<Suggestion>& suggestions) {
+void showAll(const std::vector<Suggestion>& suggestions, bool isFull) {
     std::int64_t total = 0;
     std::int64_t preselected = 0;
     for (const Suggestion& suggestion : suggestions) {
-        show(suggestion);
+        show(suggestion, isFull);
         total = Bytes::sum(total, suggestion.totalSize());
         for (const SuggestionItem& item : suggestion.items) {
             if (suggestion.preselectedPaths.contains(item.path)) {
@@ -127,7 +144,7 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
         complain("a rule of yours is left out: " + issue);
     }
     if (!tool.isJson()) {
-        showAll(suggestions);
+        showAll(suggestions, arguments.items);
         return ExitCode::done;
     }
     Json::Array document;
@@ -159,6 +176,7 @@ void addSuggestCommand(CLI::App& app, Tool& tool) {
     command->add_flag(
         "--no-artifacts", arguments->noArtifacts, "Leave out build output in projects");
     command->add_flag("--no-docker", arguments->noDocker, "Leave out what Docker holds");
+    command->add_flag("--items", arguments->items, "List each item, also the many of one folder");
     command->footer(
         "Nothing is changed. [x] marks what \"brimlo clean --preselected\" would take.");
 }

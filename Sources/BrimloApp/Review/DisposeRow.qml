@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// One item of a plan and its destination.
+// One item of a plan, or the many of one folder, and its destination.
 ListRow {
     id: row
 
@@ -10,8 +10,14 @@ ListRow {
     required property string subtitle
     required property real size
     required property bool isDocker
+    required property int itemCount
+    required property bool expanded
+    required property bool isInFolder
 
-    text: title + ", " + (subtitle !== "" ? subtitle + ", " : "") + Format.bytes(size) + ", " + chip.text
+    readonly property string place: itemCount > 0 ? qsTr("%1 · %2 items").arg(subtitle).arg(Format.count(itemCount)) : subtitle
+
+    text: title + ", " + (place !== "" ? place + ", " : "") + Format.bytes(size) + ", " + chip.text
+    leftPadding: isInFolder ? Theme.huge : Theme.snug
     topPadding: 5
     bottomPadding: 5
 
@@ -25,12 +31,20 @@ ListRow {
             Layout.fillWidth: true
         }
         PathText {
-            path: row.subtitle
+            path: row.place
             secondary: true
             font.pixelSize: Theme.small
-            visible: row.subtitle !== ""
+            visible: row.place !== ""
             Layout.fillWidth: true
         }
+    }
+    PlainButton {
+        symbol: row.expanded ? "chevron.down" : "chevron.right"
+        help: row.expanded ? qsTr("Hide the items") : qsTr("Show the items")
+        ink: Theme.secondaryText
+        visible: row.itemCount > 0
+        focusPolicy: Qt.NoFocus
+        onClicked: row.clicked()
     }
     SizeText {
         bytes: row.size

@@ -94,7 +94,12 @@ Sheet {
             anchors.margins: 5
             label: qsTr("Items")
             model: sheet.review
-            delegate: DisposeRow {}
+            onOpened: index => sheet.review.toggleExpanded(index)
+            delegate: DisposeRow {
+                required property int index
+
+                onClicked: sheet.review.toggleExpanded(index)
+            }
         }
     }
 }

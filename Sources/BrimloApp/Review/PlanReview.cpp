@@ -4,9 +4,11 @@
 #include "BrimloApp/Shell/RunInBackground.h"
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloApp/SmartClean/SmartClean.h"
+#include "BrimloCore/Cleaner/ItemGroups.h"
 #include "BrimloCore/Docker/DockerSnapshot.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
@@ -32,24 +34,47 @@ Origins originsIn(const std::vector<Suggestion>& suggestions) {
     return origins;
 }
 
-std::vector<PlanLine> linesOf(const CleanPlan& plan, const std::vector<Suggestion>& suggestions) {
+PlanLine lineOf(const CleanItem& item, const Origins& origins) {
+    const bool isDocker = isPseudoPath(item.path);
+    PlanLine row{
+        .path = item.path,
+        .title = isDocker ? DockerObject::words(item.path) : item.path,
+        .subtitle = {},
+        .size = item.size};
+    if (const auto known = origins.find(item.path); known != origins.end()) {
+        const auto& [suggestion, found] = known->second;
+        // An item that will be gone for good is called by its own name.
+        row.title = isDocker ? found->detail.value_or(row.title) : suggestion->name;
+        row.subtitle = isDocker ? suggestion->name + " · " + found->subtitle.value_or("")
+                                : found->subtitle.value_or(item.path);
+    }
+    return row;
+}
+
+std::vector<PlanLine> linesOf(
+    const CleanPlan& plan,
+    const std::vector<Suggestion>& suggestions,
+    const std::set<std::string>& expanded) {
     const Origins origins = originsIn(suggestions);
     std::vector<PlanLine> rows;
-    for (const CleanItem& item : plan.items()) {
-        const bool isDocker = isPseudoPath(item.path);
-        PlanLine row{
-            .path = item.path,
-            .title = isDocker ? DockerObject::words(item.path) : item.path,
-            .subtitle = {},
-            .size = item.size};
-        if (const auto known = origins.find(item.path); known != origins.end()) {
-            const auto& [suggestion, found] = known->second;
-            // An item that will be gone for good is called by its own name.
-            row.title = isDocker ? found->detail.value_or(row.title) : suggestion->name;
-            row.subtitle = isDocker ? suggestion->name + " · " + found->subtitle.value_or("")
-                                    : found->subtitle.value_or(item.path);
+    for (const ItemGroup& group : grouped(plan.items())) {
+        PlanLine row = lineOf(plan.items()[group.items.front()], origins);
+        if (!group.isFolder()) {
+            rows.push_back(std::move(row));
+            continue;
         }
-        rows.push_back(std::move(row));
+        row.path = group.folder;
+        row.subtitle = group.folder;
+        row.size = group.size;
+        row.itemCount = static_cast<std::int64_t>(group.items.size());
+        row.expanded = expanded.contains(row.key());
+        rows.push_back(row);
+        if (row.expanded) {
+            for (const std::size_t place : group.items) {
+                rows.push_back(lineOf(plan.items()[place], origins));
+                rows.back().isInFolder = true;
+            }
+        }
     }
     return rows;
 }
@@ -60,6 +85,9 @@ std::vector<Rows<PlanLine>::Role> roles() {
         {"subtitle", [](const PlanLine& row) { return shown(row.subtitle); }          },
         {"size",     [](const PlanLine& row) { return static_cast<double>(row.size); }},
         {"isDocker", [](const PlanLine& row) { return isPseudoPath(row.path); }       },
+        {"itemCount", [](const PlanLine& row) { return static_cast<int>(row.itemCount); }},
+        {"expanded", [](const PlanLine& row) { return row.expanded; }},
+        {"isInFolder", [](const PlanLine& row) { return row.isInFolder; }},
     };
 }
 
@@ -137,9 +165,26 @@ void PlanReview::setPlan(CleanPlan plan, std::vector<std::shared_ptr<FileNode>> 
     }
     if (plan_ != plan) {
         plan_ = std::move(plan);
-        rows_.set(linesOf(plan_, app_.smartClean()->suggestions()));
+        expanded_.clear();
+        refresh();
         Q_EMIT planChanged();
     }
+}
+
+void PlanReview::refresh() {
+    rows_.set(linesOf(plan_, app_.smartClean()->suggestions(), expanded_));
+}
+
+void PlanReview::toggleExpanded(int place) {
+    const PlanLine* chosen = rows_.at(place);
+    if (chosen == nullptr || chosen->itemCount == 0) {
+        return;
+    }
+    const std::string key = chosen->key();
+    if (expanded_.erase(key) == 0) {
+        expanded_.insert(key);
+    }
+    refresh();
 }
 
 void PlanReview::setOpen(bool isOpen) {

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -15,16 +16,20 @@ namespace Brimlo {
 
 class AppModel;
 
-/// One item of a plan, described by its suggestion.
+/// One item of a plan, or the many of one rule in one folder, described by its suggestion.
 struct PlanLine {
     std::string path;
     std::string title;     ///< The name of the suggestion; the path if there is none.
     std::string subtitle;  ///< Empty if the title is the path.
     std::int64_t size = 0;
+    std::int64_t itemCount = 0;  ///< Of a folder of many items; else 0.
+    bool expanded = false;       ///< Whether the items of the folder follow.
+    bool isInFolder = false;     ///< Whether it follows the row of its folder.
 
     bool operator==(const PlanLine&) const = default;
 
-    [[nodiscard]] const std::string& key() const { return path; }
+    /// Several rules may have many items in one folder.
+    [[nodiscard]] std::string key() const { return itemCount > 0 ? path + '\0' + title : path; }
 };
 
 /// A plan that the user reviews before anything happens. What is confirmed is what was shown,
@@ -52,6 +57,8 @@ public:
     Q_INVOKABLE void openSelection();
     /// Opens with nodes of the scanned tree, unless all are aggregates.
     void openNodes(std::vector<std::shared_ptr<FileNode>> nodes);
+    /// Shows or hides the items of a folder; does nothing on another row.
+    Q_INVOKABLE void toggleExpanded(int place);
     /// Forgets the plan.
     Q_INVOKABLE void close();
     /// Starts the clean, once, and closes. Does nothing while another clean is under way or if the
@@ -78,11 +85,13 @@ Q_SIGNALS:
 private:
     void open(CleanPlan plan, std::vector<std::shared_ptr<FileNode>> nodes);
     void setPlan(CleanPlan plan, std::vector<std::shared_ptr<FileNode>> nodes);
+    void refresh();
     void setOpen(bool isOpen);
 
     AppModel& app_;
     Rows<PlanLine> rows_;
     CleanPlan plan_{{}};
+    std::set<std::string> expanded_;  ///< The keys of folders.
     std::vector<std::shared_ptr<FileNode>>
         nodes_;  ///< The nodes of the plan; empty if it comes from Smart Clean.
     bool isOpen_ = false;

@@ -147,23 +147,21 @@ void SmartClean::clearSelection() {
 }
 
 void SmartClean::toggle(const Suggestion& suggestion) {
-    std::set<std::string> paths = selected_;
-    const bool isWhole = std::ranges::all_of(
-        suggestion.items, [&](const SuggestionItem& item) { return paths.contains(item.path); });
-    for (const SuggestionItem& item : suggestion.items) {
-        if (isWhole) {
-            paths.erase(item.path);
-        } else {
-            paths.insert(item.path);
-        }
-    }
-    setSelected(std::move(paths));
+    std::vector<std::string> paths;
+    std::ranges::transform(suggestion.items, std::back_inserter(paths), &SuggestionItem::path);
+    toggle(paths);
 }
 
-void SmartClean::toggle(const std::string& path) {
+void SmartClean::toggle(const std::vector<std::string>& together) {
     std::set<std::string> paths = selected_;
-    if (paths.erase(path) == 0) {
-        paths.insert(path);
+    const bool isWhole = std::ranges::all_of(
+        together, [&](const std::string& path) { return paths.contains(path); });
+    for (const std::string& path : together) {
+        if (isWhole) {
+            paths.erase(path);
+        } else {
+            paths.insert(path);
+        }
     }
     setSelected(std::move(paths));
 }

@@ -78,8 +78,9 @@ public:
     Q_INVOKABLE void selectAllSafe();
     Q_INVOKABLE void clearSelection();
     /// Ticks all items, or unticks them if all are ticked.
+    void toggle(const std::vector<std::string>& together);
     void toggle(const Suggestion& suggestion);
-    void toggle(const std::string& path);
+    void toggle(const std::string& path) { toggle(std::vector{path}); }
 
     /// The plan for all ticked items, visible or not.
     [[nodiscard]] const CleanPlan& currentPlan() const { return currentPlan_; }

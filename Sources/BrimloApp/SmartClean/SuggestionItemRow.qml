@@ -13,13 +13,15 @@ SuggestionRow {
     required property string detail
     required property int idleDays
     required property bool isDocker
+    required property bool isInFolder
 
-    readonly property string name: subtitle !== "" ? subtitle : path
+    readonly property string name: subtitle !== "" ? subtitle : isInFolder ? path.substring(path.lastIndexOf("/") + 1) : path
 
     signal revealed
 
     text: name + ", " + Format.bytes(size)
     spacing: Theme.tight
+    leftPadding: isInFolder ? Theme.huge * 2 + 6 : Theme.huge + 6
     Accessible.checkable: true
     Accessible.checked: tick === "all"
 

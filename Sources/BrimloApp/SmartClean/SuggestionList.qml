@@ -5,7 +5,8 @@ import Qt.labs.qmlmodels
 import Brimlo
 
 // The suggestions, each with its details and items if expanded. Space toggles a row's tick, Left
-// and Right collapse and expand, Return expands a suggestion and shows an item in the file manager.
+// and Right collapse and expand, Return expands a suggestion or a folder and shows an item in the
+// file manager.
 ScrollList {
     id: view
 
@@ -17,7 +18,9 @@ ScrollList {
     }
     function fold(expanded) {
         const head = currentItem as SuggestionHead;
-        if (head !== null && head.expanded !== expanded)
+        const folder = currentItem as SuggestionFolderRow;
+        const isExpanded = head?.expanded ?? folder?.expanded ?? expanded;
+        if (isExpanded !== expanded)
             rows.toggleExpanded(currentIndex);
         else if (head === null && !expanded)
             currentIndex = rows.head(currentIndex);
@@ -25,7 +28,8 @@ ScrollList {
     }
     function open(index) {
         rows.toggleExpanded(index);
-        rows.reveal(index);
+        if (currentItem as SuggestionItemRow)
+            rows.reveal(index);
     }
 
     label: qsTr("Suggestions")
@@ -46,6 +50,20 @@ ScrollList {
             roleValue: "suggestion"
 
             SuggestionHead {
+                onClicked: {
+                    view.take(index);
+                    view.rows.toggleExpanded(index);
+                }
+                onTicked: {
+                    view.take(index);
+                    view.rows.toggle(index);
+                }
+            }
+        }
+        DelegateChoice {
+            roleValue: "folder"
+
+            SuggestionFolderRow {
                 onClicked: {
                     view.take(index);
                     view.rows.toggleExpanded(index);
@@ -88,13 +106,14 @@ ScrollList {
         id: row
 
         required property int itemCount
+        required property bool isInFolder
 
         text: qsTr("+ %1 more").arg(Format.count(itemCount))
 
         Label {
             text: row.text
             secondary: true
-            leftPadding: 34
+            leftPadding: row.isInFolder ? 34 + Theme.huge : 34
             Accessible.ignored: true
         }
     }

@@ -2,10 +2,12 @@
 
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloApp/SmartClean/SmartClean.h"
-#include "BrimloCore/Cleaner/CleanPlan.h"
+#include "BrimloCore/Cleaner/ItemGroups.h"
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <iterator>
 #include <string_view>
 #include <utility>
 
@@ -36,7 +38,7 @@ constexpr std::array<std::string_view, kAllPersonas.size()> kPersonaSymbols{
     "gamecontroller.fill"};
 
 QString word(Kind kind) {
-    constexpr std::array kWords{"suggestion", "details", "item", "more"};
+    constexpr std::array kWords{"suggestion", "details", "folder", "item", "more"};
     return QString::fromUtf8(kWords.at(static_cast<std::size_t>(kind)));
 }
 
@@ -63,29 +65,59 @@ std::string joined(const std::vector<std::string>& words) {
     return line;
 }
 
-Tick tickOf(const Suggestion& suggestion, const std::set<std::string>& selected) {
+std::vector<std::string> pathsOf(const Suggestion& suggestion) {
+    std::vector<std::string> paths;
+    std::ranges::transform(
+        suggestion.items, std::back_inserter(paths), &SuggestionItem::path);
+    return paths;
+}
+
+std::vector<std::string> pathsOf(const Suggestion& suggestion, const ItemGroup& group) {
+    std::vector<std::string> paths;
+    std::ranges::transform(group.items, std::back_inserter(paths), [&](std::size_t place) {
+        return suggestion.items[place].path;
+    });
+    return paths;
+}
+
+Tick tickOf(const std::vector<std::string>& paths, const std::set<std::string>& selected) {
     const auto ticked = std::ranges::count_if(
-        suggestion.items, [&](const SuggestionItem& item) { return selected.contains(item.path); });
+        paths, [&](const std::string& path) { return selected.contains(path); });
     if (ticked == 0) {
         return Tick::none;
     }
-    return std::cmp_equal(ticked, suggestion.items.size()) ? Tick::all : Tick::some;
+    return std::cmp_equal(ticked, paths.size()) ? Tick::all : Tick::some;
 }
 
 Line headOf(const Suggestion& suggestion, const std::set<std::string>& selected) {
-    Line row{.kind = Kind::suggestion, .id = suggestion.id};
+    Line row{.kind = Kind::suggestion, .id = suggestion.id, .path = {}, .folder = {}};
     row.name = suggestion.name;
     row.group = suggestion.group;
     row.risk = suggestion.risk;
     row.runningApps = joined(suggestion.runningApps);
     row.size = suggestion.totalSize();
     row.itemCount = static_cast<std::int64_t>(suggestion.items.size());
-    row.tick = tickOf(suggestion, selected);
+    row.tick = tickOf(pathsOf(suggestion), selected);
+    return row;
+}
+
+Line folderOf(
+    const Suggestion& suggestion, const ItemGroup& group, const std::set<std::string>& selected) {
+    Line row{.kind = Kind::folder, .id = suggestion.id, .path = group.folder, .folder = {}};
+    row.size = group.size;
+    row.itemCount = static_cast<std::int64_t>(group.items.size());
+    row.tick = tickOf(pathsOf(suggestion, group), selected);
+    return row;
+}
+
+Line moreOf(const Suggestion& suggestion, std::string folder, std::size_t count) {
+    Line row{.kind = Kind::more, .id = suggestion.id, .path = {}, .folder = std::move(folder)};
+    row.itemCount = static_cast<std::int64_t>(count);
     return row;
 }
 
 Line detailsOf(const Suggestion& suggestion) {
-    Line row{.kind = Kind::details, .id = suggestion.id};
+    Line row{.kind = Kind::details, .id = suggestion.id, .path = {}, .folder = {}};
     row.risk = suggestion.risk;
     row.regenerates = suggestion.regenerates;
     row.officialCommand = suggestion.officialCommand.value_or("");
@@ -98,7 +130,7 @@ Line itemOf(
     const Suggestion& suggestion,
     const SuggestionItem& item,
     const std::set<std::string>& selected) {
-    Line row{.kind = Kind::item, .id = suggestion.id, .path = item.path};
+    Line row{.kind = Kind::item, .id = suggestion.id, .path = item.path, .folder = {}};
     row.isDocker = isPseudoPath(item.path);
     row.size = item.size;
     row.tick = selected.contains(item.path) ? Tick::all : Tick::none;
@@ -122,6 +154,7 @@ std::vector<Rows<Line>::Role> roles() {
         {"regenerates",     regeneratesOf                                                  },
         {"officialCommand", text(&Line::officialCommand)                                   },
         {"path",            text(&Line::path)                                              },
+        {"isInFolder",      [](const Line& row) { return !row.folder.empty(); }            },
         {"subtitle",        text(&Line::subtitle)                                          },
         {"detail",          text(&Line::detail)                                            },
         {"idleDays",        [](const Line& row) { return static_cast<int>(row.idleDays); } },
@@ -136,7 +169,7 @@ std::string SuggestionLine::key() const {
     std::string key = id;
     key += '\0';
     key += static_cast<char>('0' + static_cast<int>(kind));
-    key += path;
+    key += kind == Kind::more ? folder : path;
     return key;
 }
 
@@ -208,30 +241,42 @@ void SuggestionRows::toggle(int place) {
     }
     // Copied, because the model's reaction replaces the rows.
     const Line known = *chosen;
+    const auto& all = source_.suggestions();
+    const auto found = std::ranges::find(all, known.id, &Suggestion::id);
+    if (found == all.end()) {
+        return;
+    }
     if (known.kind == Kind::item) {
         source_.toggle(known.path);
     } else if (known.kind == Kind::suggestion) {
-        const auto& all = source_.suggestions();
-        const auto found = std::ranges::find(all, known.id, &Suggestion::id);
-        if (found != all.end()) {
-            source_.toggle(*found);
+        source_.toggle(*found);
+    } else if (known.kind == Kind::folder) {
+        const std::vector<ItemGroup> groups = grouped(found->items);
+        const auto group = std::ranges::find(groups, known.path, &ItemGroup::folder);
+        if (group != groups.end()) {
+            source_.toggle(pathsOf(*found, *group));
         }
     }
 }
 
 void SuggestionRows::toggleExpanded(int place) {
     const Line* chosen = rows_.at(place);
-    if (chosen == nullptr || chosen->kind != Kind::suggestion) {
+    if (chosen == nullptr ||
+        (chosen->kind != Kind::suggestion && chosen->kind != Kind::folder)) {
         return;
     }
-    if (expanded_.erase(chosen->id) == 0) {
-        expanded_.insert(chosen->id);
+    const std::string key = chosen->key();
+    if (expanded_.erase(key) == 0) {
+        expanded_.insert(key);
     }
     refresh();
 }
 
 int SuggestionRows::head(int place) const {
-    while (rows_.at(place) != nullptr && rows_.at(place)->kind != Kind::suggestion) {
+    const Line* chosen = rows_.at(place);
+    const Kind wanted =
+        chosen != nullptr && !chosen->folder.empty() ? Kind::folder : Kind::suggestion;
+    while (rows_.at(place) != nullptr && rows_.at(place)->kind != wanted) {
         --place;
     }
     return place;
@@ -239,7 +284,9 @@ int SuggestionRows::head(int place) const {
 
 void SuggestionRows::reveal(int place) const {
     const Line* chosen = rows_.at(place);
-    if (chosen != nullptr && chosen->kind == Kind::item && !isPseudoPath(chosen->path)) {
+    const bool isFile =
+        chosen != nullptr && (chosen->kind == Kind::item || chosen->kind == Kind::folder);
+    if (isFile && !isPseudoPath(chosen->path)) {
         app_.reveal({chosen->path});
     }
 }
@@ -263,22 +310,48 @@ void SuggestionRows::refresh() {
     }
 }
 
+/// Whether the row is expanded; notes it in the row.
+bool SuggestionRows::expand(Line& row) const {
+    row.expanded = expanded_.contains(row.key());
+    return row.expanded;
+}
+
 void SuggestionRows::append(const Suggestion& suggestion, std::vector<Line>& rows) const {
     const std::set<std::string>& selected = source_.selected();
     rows.push_back(headOf(suggestion, selected));
-    if (!expanded_.contains(suggestion.id)) {
+    if (!expand(rows.back())) {
         return;
     }
-    rows.back().expanded = true;
     rows.push_back(detailsOf(suggestion));
-    const std::size_t listed = std::min(suggestion.items.size(), kMostItems);
-    for (std::size_t i = 0; i < listed; ++i) {
-        rows.push_back(itemOf(suggestion, suggestion.items[i], selected));
+    std::size_t lines = 0;
+    std::size_t listed = 0;
+    for (const ItemGroup& group : grouped(suggestion.items)) {
+        if (lines++ == kMostItems) {
+            rows.push_back(moreOf(suggestion, "", suggestion.items.size() - listed));
+            return;
+        }
+        listed += group.items.size();
+        if (group.isFolder()) {
+            appendFolder(suggestion, group, rows);
+        } else {
+            rows.push_back(itemOf(suggestion, suggestion.items[group.items.front()], selected));
+        }
     }
-    if (listed < suggestion.items.size()) {
-        Line more{.kind = Kind::more, .id = suggestion.id};
-        more.itemCount = static_cast<std::int64_t>(suggestion.items.size() - listed);
-        rows.push_back(std::move(more));
+}
+
+void SuggestionRows::appendFolder(
+    const Suggestion& suggestion, const ItemGroup& group, std::vector<Line>& rows) const {
+    rows.push_back(folderOf(suggestion, group, source_.selected()));
+    if (!expand(rows.back())) {
+        return;
+    }
+    for (std::size_t i = 0; i < std::min(group.items.size(), kMostItems); ++i) {
+        rows.push_back(
+            itemOf(suggestion, suggestion.items[group.items[i]], source_.selected()));
+        rows.back().folder = group.folder;
+    }
+    if (group.items.size() > kMostItems) {
+        rows.push_back(moreOf(suggestion, group.folder, group.items.size() - kMostItems));
     }
 }
 

@@ -19,23 +19,26 @@ namespace Brimlo {
 
 class AppModel;
 class SmartClean;
+struct ItemGroup;
 
 /// A row of the Smart Clean list. Fields that a kind does not use are empty.
 struct SuggestionLine {
-    enum class Kind { suggestion, details, item, more };
+    enum class Kind { suggestion, details, folder, item, more };
     enum class Tick { none, some, all };
 
     Kind kind = Kind::suggestion;
-    std::string id;    ///< The suggestion's id, in each of its rows.
-    std::string path;  ///< The path of an item.
+    std::string id;      ///< The suggestion's id, in each of its rows.
+    std::string path;    ///< The path of an item, or of a folder of many.
+    std::string folder;  ///< The folder whose row a row is below.
 
     std::string name;
     std::string group;
     Risk risk = Risk::review;
     std::string runningApps;
     std::int64_t size = 0;
-    std::int64_t itemCount = 0;  ///< The items of a suggestion, or how many are not listed.
-    Tick tick = Tick::none;      ///< For suggestions and items.
+    /// The items of a suggestion or a folder, or how many are not listed.
+    std::int64_t itemCount = 0;
+    Tick tick = Tick::none;  ///< For suggestions, folders and items.
     bool expanded = false;
     bool isDocker =
         false;  ///< Whether Docker removes the item, or an item of the suggestion, for good.
@@ -53,7 +56,7 @@ struct SuggestionLine {
 };
 
 /// The suggestions for an audience that match a search, each followed by its details and items if
-/// expanded.
+/// expanded. Many items of one folder are one row, followed by them if that is expanded.
 class SuggestionRows : public Brimlo::RowList {
     Q_OBJECT
     QML_ELEMENT
@@ -88,13 +91,13 @@ public:
     [[nodiscard]] double safeBytes() const { return bytesAt(Risk::safe); }
     [[nodiscard]] double rebuildBytes() const { return bytesAt(Risk::rebuild); }
 
-    /// Toggles an item, or all items of a suggestion.
+    /// Toggles an item, or all items of a suggestion or a folder.
     Q_INVOKABLE void toggle(int place);
-    /// Expands or collapses a suggestion, also in later runs.
+    /// Expands or collapses a suggestion or a folder, also in later runs.
     Q_INVOKABLE void toggleExpanded(int place);
-    /// The row of the suggestion that a row belongs to.
+    /// The row of the folder, or else of the suggestion, that a row belongs to.
     Q_INVOKABLE [[nodiscard]] int head(int place) const;
-    /// Shows an item in the file manager; does nothing for Docker's objects.
+    /// Shows an item or a folder in the file manager; does nothing for Docker's objects.
     Q_INVOKABLE void reveal(int place) const;
 
 Q_SIGNALS:
@@ -106,7 +109,12 @@ Q_SIGNALS:
 private:
     [[nodiscard]] double bytesAt(Risk risk) const;
     void refresh();
+    [[nodiscard]] bool expand(SuggestionLine& row) const;
     void append(const Suggestion& suggestion, std::vector<SuggestionLine>& rows) const;
+    void appendFolder(
+        const Suggestion& suggestion,
+        const ItemGroup& group,
+        std::vector<SuggestionLine>& rows) const;
 
     AppModel& app_;
     SmartClean& source_;
@@ -115,7 +123,7 @@ private:
     Search search_;
     std::optional<Persona> audience_;
     int visibleCount_ = 0;
-    std::set<std::string> expanded_;  ///< Ids of suggestions.
+    std::set<std::string> expanded_;  ///< The keys of rows.
 };
 
 }  // namespace Brimlo

@@ -63,7 +63,7 @@ TEST_F(TreemapItemTest, WritesReadablyOnEveryColour) {
         add(*root, name, 100);
     }
     for (int i = 0; i < 10; ++i) {
-        add(*root, "folder" + std::to_string(i), 100)->isDirectory = true;  // Each of another shade.
+        add(*root, "folder" + std::to_string(i), 100).isDirectory = true;  // Each of another shade.
     }
     setTree();
     for (const char* const ground : {"#ffffff", "#f5f6f8", "#15181c", "#000000"}) {

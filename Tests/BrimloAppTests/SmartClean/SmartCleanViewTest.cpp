@@ -133,6 +133,30 @@ TEST_F(SmartCleanViewTest, TicksByBoxAndKeyAndByTheToolbar) {
     EXPECT_TRUE(sees("Close WindowTests first"));
 }
 
+TEST_F(SmartCleanViewTest, FoldsTheManyItemsOfAFolderIntoOneRow) {
+    for (int i = 0; i < 25; ++i) {
+        write("caches/" + std::to_string(i), std::string(5'000, 'c'));
+    }
+    openScanned();
+    press("Clear selection");
+    click(kRow, "Caches, *");
+    const QString folder = QString::fromStdString(at("caches")) + ", *, 27 items";
+    click(kTick, "Select all items in this folder");
+    EXPECT_THAT(planned(), testing::SizeIs(27));
+    EXPECT_EQ(find(kTick, QString::fromStdString(at("caches/7"))), nullptr);
+    click(kRow, folder);
+    EXPECT_NE(find(kRow, "large, *"), nullptr);
+    expectLaidOut();
+    key(Qt::Key_Left);
+    await([&] { return find(kRow, "large, *") == nullptr; }, "its end");
+    press("Review & Clean…");
+    waitToSee("Review before cleaning");
+    EXPECT_TRUE(sees("27 items · *"));
+    expectLaidOut();
+    click(kRow, "Caches, *27 items*");
+    await([&] { return find(kRow, "Caches, *caches/large*") != nullptr; }, "its items");
+}
+
 TEST_F(SmartCleanViewTest, PreviewsWithoutAWayToClean) {
     openScanned();
     model().smartClean()->setPreviewRequested(true);
