@@ -182,8 +182,7 @@ void addCleanCommand(CLI::App& app, Tool& tool) {
         *command, arguments->paths, "These files and folders, or Docker's objects by \"docker:\"");
     command->add_flag("--dry-run", arguments->dryRun, "Show what would go, and move nothing");
     command->add_flag("--yes", arguments->yes, "Don't ask");
-    command->add_flag(
-        "--items", arguments->items, "List each item, also the many of one folder");
+    command->add_flag("--items", arguments->items, "List each item, also the many of one folder");
     command->footer(
         "Each item passes the safety gate once more and is recorded in the journal. Docker's\n"
         "objects, called as \"brimlo docker --json\" calls them, go for good, and only while\n"

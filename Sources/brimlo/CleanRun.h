@@ -9,7 +9,7 @@ namespace Brimlo::CleanRun {
 
 struct Choice {
     bool dryRun = false;
-    bool yes = false;  ///< Don't ask. Required without a terminal, except for a dry run.
+    bool yes = false;     ///< Don't ask. Required without a terminal, except for a dry run.
     bool isFull = false;  ///< Whether to list each item, also the many of one folder.
 };
 

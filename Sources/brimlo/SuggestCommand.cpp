@@ -97,7 +97,8 @@ void show(const Suggestion& suggestion, bool isFull) {
         }
     }
     if (suggestion.items.size() > shown) {
-        Console::line("        and " + Console::count(suggestion.items.size() - shown, "more item"));
+        Console::line(
+            "        and " + Console::count(suggestion.items.size() - shown, "more item"));
     }
     Console::line();
 }

@@ -48,7 +48,8 @@ TEST_F(ToolInterruptTest, StopsACleanBeforeItsNextItem) {
     ASSERT_TRUE(report) << outcome.out;
     EXPECT_EQ(report->at("processed").as_int64(), 0);
     EXPECT_EQ(
-        Json::compact(report->at("untouched")), R"([")" + at("one") + R"(",")" + at("two") + R"("])");
+        Json::compact(report->at("untouched")),
+        R"([")" + at("one") + R"(",")" + at("two") + R"("])");
     EXPECT_TRUE(exists(at("one")) && exists(at("two")));
     EXPECT_EQ(answer({"history"}).as_array().size(), 0);
 }

@@ -81,13 +81,13 @@ std::vector<PlanLine> linesOf(
 
 std::vector<Rows<PlanLine>::Role> roles() {
     return {
-        {"title",    [](const PlanLine& row) { return shown(row.title); }             },
-        {"subtitle", [](const PlanLine& row) { return shown(row.subtitle); }          },
-        {"size",     [](const PlanLine& row) { return static_cast<double>(row.size); }},
-        {"isDocker", [](const PlanLine& row) { return isPseudoPath(row.path); }       },
-        {"itemCount", [](const PlanLine& row) { return static_cast<int>(row.itemCount); }},
-        {"expanded", [](const PlanLine& row) { return row.expanded; }},
-        {"isInFolder", [](const PlanLine& row) { return row.isInFolder; }},
+        {"title",      [](const PlanLine& row) { return shown(row.title); }               },
+        {"subtitle",   [](const PlanLine& row) { return shown(row.subtitle); }            },
+        {"size",       [](const PlanLine& row) { return static_cast<double>(row.size); }  },
+        {"isDocker",   [](const PlanLine& row) { return isPseudoPath(row.path); }         },
+        {"itemCount",  [](const PlanLine& row) { return static_cast<int>(row.itemCount); }},
+        {"expanded",   [](const PlanLine& row) { return row.expanded; }                   },
+        {"isInFolder", [](const PlanLine& row) { return row.isInFolder; }                 },
     };
 }
 

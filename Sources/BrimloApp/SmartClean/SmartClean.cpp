@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <set>
 #include <string_view>
 #include <utility>
 
@@ -70,7 +71,7 @@ void SmartClean::show(Progress progress) {
 // ---- The suggestions -----------------------------------------------------------------------
 
 void SmartClean::show(std::vector<Suggestion> found) {
-    std::set<std::string> preselected;
+    Paths preselected;
     for (const Suggestion& suggestion : found) {
         preselected.insert(suggestion.preselectedPaths.begin(), suggestion.preselectedPaths.end());
     }
@@ -80,7 +81,7 @@ void SmartClean::show(std::vector<Suggestion> found) {
 
 void SmartClean::setSuggestions(std::vector<Suggestion> suggestions) {
     assign(*this, suggestions_, std::move(suggestions), &SmartClean::suggestionsChanged);
-    rebuildPlan();
+    countSelected();
 }
 
 void SmartClean::forget(const CleanPlan& plan, const CleanReport& report) {
@@ -89,7 +90,7 @@ void SmartClean::forget(const CleanPlan& plan, const CleanReport& report) {
         report.failures, std::inserter(failed, failed.end()), &ItemProblem::path);
     const std::set<std::string> untouched{report.untouched.begin(), report.untouched.end()};
     std::set<std::string> gone;
-    std::set<std::string> paths = selected_;
+    Paths paths = selected_;
     for (const CleanItem& item : plan.items()) {
         if (untouched.contains(item.path)) {
             continue;
@@ -118,20 +119,35 @@ void SmartClean::forgetRule(const std::string& id) {
 // ---- The ticks and the plan
 // ------------------------------------------------------------------------
 
-void SmartClean::setSelected(std::set<std::string> paths) {
+void SmartClean::setSelected(Paths paths) {
     assign(*this, selected_, std::move(paths), &SmartClean::selectedChanged);
-    rebuildPlan();
+    countSelected();
 }
 
-void SmartClean::rebuildPlan() {
-    CleanPlan plan = CleanPlan::of(suggestions_, [this](const Suggestion&, const auto& item) {
+void SmartClean::countSelected() {
+    Figures figures;
+    for (const Suggestion& suggestion : suggestions_) {
+        for (const SuggestionItem& item : suggestion.items) {
+            if (selected_.contains(item.path)) {
+                const bool isFinal = isPseudoPath(item.path);
+                ++figures.count;
+                figures.bytes = Bytes::sum(figures.bytes, item.size);
+                figures.finalCount += isFinal ? 1 : 0;
+                figures.finalBytes = Bytes::sum(figures.finalBytes, isFinal ? item.size : 0);
+            }
+        }
+    }
+    assign(*this, figures_, figures, &SmartClean::currentPlanChanged);
+}
+
+CleanPlan SmartClean::currentPlan() const {
+    return CleanPlan::of(suggestions_, [this](const Suggestion&, const auto& item) {
         return selected_.contains(item.path);
     });
-    assign(*this, currentPlan_, std::move(plan), &SmartClean::currentPlanChanged);
 }
 
 void SmartClean::selectAllSafe() {
-    std::set<std::string> safe;
+    Paths safe;
     for (const Suggestion& suggestion : suggestions_) {
         if (suggestion.risk == Risk::safe && suggestion.runningApps.empty()) {
             for (const SuggestionItem& item : suggestion.items) {
@@ -153,17 +169,17 @@ void SmartClean::toggle(const Suggestion& suggestion) {
 }
 
 void SmartClean::toggle(const std::vector<std::string>& together) {
-    std::set<std::string> paths = selected_;
     const bool isWhole = std::ranges::all_of(
-        together, [&](const std::string& path) { return paths.contains(path); });
+        together, [&](const std::string& path) { return selected_.contains(path); });
     for (const std::string& path : together) {
         if (isWhole) {
-            paths.erase(path);
+            selected_.erase(path);
         } else {
-            paths.insert(path);
+            selected_.insert(path);
         }
     }
-    setSelected(std::move(paths));
+    Q_EMIT selectedChanged();
+    countSelected();
 }
 
 void SmartClean::setPreviewRequested(bool requested) {

@@ -12,8 +12,8 @@
 #include <QtQml/qqmlregistration.h>
 
 #include <memory>
-#include <set>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 namespace Brimlo {
@@ -31,6 +31,7 @@ class SmartClean : public QObject {
     Q_PROPERTY(bool isSuggesting READ isSuggesting NOTIFY progressChanged)
     Q_PROPERTY(QString suggestPhase READ suggestPhase NOTIFY progressChanged)
     Q_PROPERTY(QDateTime suggestStarted READ suggestStarted NOTIFY progressChanged)
+    // The figures of the plan for all ticked items.
     Q_PROPERTY(int planCount READ planCount NOTIFY currentPlanChanged)
     Q_PROPERTY(double planBytes READ planBytes NOTIFY currentPlanChanged)
     Q_PROPERTY(double planFinalBytes READ planFinalBytes NOTIFY currentPlanChanged)
@@ -73,7 +74,8 @@ public:
     void forgetRule(const std::string& id);
 
     /// The ticked paths.
-    [[nodiscard]] const std::set<std::string>& selected() const { return selected_; }
+    using Paths = std::unordered_set<std::string>;
+    [[nodiscard]] const Paths& selected() const { return selected_; }
     /// Ticks exactly the items that are safe and owned by no running app.
     Q_INVOKABLE void selectAllSafe();
     Q_INVOKABLE void clearSelection();
@@ -82,16 +84,13 @@ public:
     void toggle(const Suggestion& suggestion);
     void toggle(const std::string& path) { toggle(std::vector{path}); }
 
-    /// The plan for all ticked items, visible or not.
-    [[nodiscard]] const CleanPlan& currentPlan() const { return currentPlan_; }
-    [[nodiscard]] int planCount() const { return static_cast<int>(currentPlan_.items().size()); }
-    [[nodiscard]] double planBytes() const {
-        return static_cast<double>(currentPlan_.totalBytes());
-    }
-    [[nodiscard]] double planFinalBytes() const {
-        return static_cast<double>(currentPlan_.finalBytes());
-    }
-    [[nodiscard]] bool planHasFinalItems() const { return currentPlan_.hasFinalItems(); }
+    /// The plan for all ticked items, visible or not. Built anew at each call, which takes its time
+    /// for thousands of items.
+    [[nodiscard]] CleanPlan currentPlan() const;
+    [[nodiscard]] int planCount() const { return static_cast<int>(figures_.count); }
+    [[nodiscard]] double planBytes() const { return static_cast<double>(figures_.bytes); }
+    [[nodiscard]] double planFinalBytes() const { return static_cast<double>(figures_.finalBytes); }
+    [[nodiscard]] bool planHasFinalItems() const { return figures_.finalCount > 0; }
 
     /// Whether the screen should open its preview.
     [[nodiscard]] bool previewRequested() const { return previewRequested_; }
@@ -110,15 +109,26 @@ Q_SIGNALS:
 
 private:
     void setSuggestions(std::vector<Suggestion> suggestions);
-    void setSelected(std::set<std::string> paths);
-    void rebuildPlan();
+    void setSelected(Paths paths);
+    void countSelected();
 
     AppModel& app_;
     Progress progress_;
     bool suggestAgain_ = false;  ///< Whether to run again afterwards.
     std::vector<Suggestion> suggestions_;
-    std::set<std::string> selected_;
-    CleanPlan currentPlan_{{}};
+    Paths selected_;
+
+    /// Of the ticked items. No item lies in another one (`resolveOverlaps`), so they are those of
+    /// the plan.
+    struct Figures {
+        std::int64_t count = 0;
+        std::int64_t bytes = 0;
+        std::int64_t finalCount = 0;
+        std::int64_t finalBytes = 0;
+
+        bool operator==(const Figures&) const = default;
+    };
+    Figures figures_;
     bool previewRequested_ = false;
 
     const std::unique_ptr<SuggestionRows> rows_;

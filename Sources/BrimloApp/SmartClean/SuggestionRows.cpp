@@ -2,7 +2,6 @@
 
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloApp/SmartClean/SmartClean.h"
-#include "BrimloCore/Cleaner/ItemGroups.h"
 
 #include <algorithm>
 #include <array>
@@ -67,8 +66,7 @@ std::string joined(const std::vector<std::string>& words) {
 
 std::vector<std::string> pathsOf(const Suggestion& suggestion) {
     std::vector<std::string> paths;
-    std::ranges::transform(
-        suggestion.items, std::back_inserter(paths), &SuggestionItem::path);
+    std::ranges::transform(suggestion.items, std::back_inserter(paths), &SuggestionItem::path);
     return paths;
 }
 
@@ -80,7 +78,7 @@ std::vector<std::string> pathsOf(const Suggestion& suggestion, const ItemGroup& 
     return paths;
 }
 
-Tick tickOf(const std::vector<std::string>& paths, const std::set<std::string>& selected) {
+Tick tickOf(const std::vector<std::string>& paths, const SmartClean::Paths& selected) {
     const auto ticked = std::ranges::count_if(
         paths, [&](const std::string& path) { return selected.contains(path); });
     if (ticked == 0) {
@@ -89,7 +87,7 @@ Tick tickOf(const std::vector<std::string>& paths, const std::set<std::string>& 
     return std::cmp_equal(ticked, paths.size()) ? Tick::all : Tick::some;
 }
 
-Line headOf(const Suggestion& suggestion, const std::set<std::string>& selected) {
+Line headOf(const Suggestion& suggestion, const SmartClean::Paths& selected) {
     Line row{.kind = Kind::suggestion, .id = suggestion.id, .path = {}, .folder = {}};
     row.name = suggestion.name;
     row.group = suggestion.group;
@@ -102,7 +100,7 @@ Line headOf(const Suggestion& suggestion, const std::set<std::string>& selected)
 }
 
 Line folderOf(
-    const Suggestion& suggestion, const ItemGroup& group, const std::set<std::string>& selected) {
+    const Suggestion& suggestion, const ItemGroup& group, const SmartClean::Paths& selected) {
     Line row{.kind = Kind::folder, .id = suggestion.id, .path = group.folder, .folder = {}};
     row.size = group.size;
     row.itemCount = static_cast<std::int64_t>(group.items.size());
@@ -127,9 +125,7 @@ Line detailsOf(const Suggestion& suggestion) {
 }
 
 Line itemOf(
-    const Suggestion& suggestion,
-    const SuggestionItem& item,
-    const std::set<std::string>& selected) {
+    const Suggestion& suggestion, const SuggestionItem& item, const SmartClean::Paths& selected) {
     Line row{.kind = Kind::item, .id = suggestion.id, .path = item.path, .folder = {}};
     row.isDocker = isPseudoPath(item.path);
     row.size = item.size;
@@ -177,7 +173,10 @@ SuggestionRows::SuggestionRows(AppModel& app, SmartClean& source)
     : app_{app}
     , source_{source}
     , rows_{*this, roles()} {
-    connect(&source, &SmartClean::suggestionsChanged, this, &SuggestionRows::refresh);
+    connect(&source, &SmartClean::suggestionsChanged, this, [this] {
+        groups_.clear();
+        refresh();
+    });
     connect(&source, &SmartClean::suggestionsChanged, this, &SuggestionRows::figuresChanged);
     connect(&source, &SmartClean::selectedChanged, this, &SuggestionRows::refresh);
 }
@@ -251,7 +250,7 @@ void SuggestionRows::toggle(int place) {
     } else if (known.kind == Kind::suggestion) {
         source_.toggle(*found);
     } else if (known.kind == Kind::folder) {
-        const std::vector<ItemGroup> groups = grouped(found->items);
+        const std::vector<ItemGroup>& groups = groupsOf(*found);
         const auto group = std::ranges::find(groups, known.path, &ItemGroup::folder);
         if (group != groups.end()) {
             source_.toggle(pathsOf(*found, *group));
@@ -261,8 +260,7 @@ void SuggestionRows::toggle(int place) {
 
 void SuggestionRows::toggleExpanded(int place) {
     const Line* chosen = rows_.at(place);
-    if (chosen == nullptr ||
-        (chosen->kind != Kind::suggestion && chosen->kind != Kind::folder)) {
+    if (chosen == nullptr || (chosen->kind != Kind::suggestion && chosen->kind != Kind::folder)) {
         return;
     }
     const std::string key = chosen->key();
@@ -316,8 +314,17 @@ bool SuggestionRows::expand(Line& row) const {
     return row.expanded;
 }
 
-void SuggestionRows::append(const Suggestion& suggestion, std::vector<Line>& rows) const {
-    const std::set<std::string>& selected = source_.selected();
+/// Kept until the suggestions change: grouping thousands of items takes longer than a frame.
+const std::vector<ItemGroup>& SuggestionRows::groupsOf(const Suggestion& suggestion) {
+    const auto [place, isNew] = groups_.try_emplace(suggestion.id);
+    if (isNew) {
+        place->second = grouped(suggestion.items);
+    }
+    return place->second;
+}
+
+void SuggestionRows::append(const Suggestion& suggestion, std::vector<Line>& rows) {
+    const SmartClean::Paths& selected = source_.selected();
     rows.push_back(headOf(suggestion, selected));
     if (!expand(rows.back())) {
         return;
@@ -325,7 +332,7 @@ void SuggestionRows::append(const Suggestion& suggestion, std::vector<Line>& row
     rows.push_back(detailsOf(suggestion));
     std::size_t lines = 0;
     std::size_t listed = 0;
-    for (const ItemGroup& group : grouped(suggestion.items)) {
+    for (const ItemGroup& group : groupsOf(suggestion)) {
         if (lines++ == kMostItems) {
             rows.push_back(moreOf(suggestion, "", suggestion.items.size() - listed));
             return;
@@ -346,8 +353,7 @@ void SuggestionRows::appendFolder(
         return;
     }
     for (std::size_t i = 0; i < std::min(group.items.size(), kMostItems); ++i) {
-        rows.push_back(
-            itemOf(suggestion, suggestion.items[group.items[i]], source_.selected()));
+        rows.push_back(itemOf(suggestion, suggestion.items[group.items[i]], source_.selected()));
         rows.back().folder = group.folder;
     }
     if (group.items.size() > kMostItems) {

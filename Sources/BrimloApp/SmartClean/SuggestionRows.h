@@ -2,6 +2,7 @@
 
 #include "BrimloApp/Shell/Rows.h"
 #include "BrimloApp/Shell/Search.h"
+#include "BrimloCore/Cleaner/ItemGroups.h"
 #include "BrimloCore/Models/CleanupRule.h"
 #include "BrimloCore/Models/Suggestion.h"
 
@@ -10,6 +11,7 @@
 #include <QtQml/qqmlregistration.h>
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -19,7 +21,6 @@ namespace Brimlo {
 
 class AppModel;
 class SmartClean;
-struct ItemGroup;
 
 /// A row of the Smart Clean list. Fields that a kind does not use are empty.
 struct SuggestionLine {
@@ -110,7 +111,8 @@ private:
     [[nodiscard]] double bytesAt(Risk risk) const;
     void refresh();
     [[nodiscard]] bool expand(SuggestionLine& row) const;
-    void append(const Suggestion& suggestion, std::vector<SuggestionLine>& rows) const;
+    [[nodiscard]] const std::vector<ItemGroup>& groupsOf(const Suggestion& suggestion);
+    void append(const Suggestion& suggestion, std::vector<SuggestionLine>& rows);
     void appendFolder(
         const Suggestion& suggestion,
         const ItemGroup& group,
@@ -123,7 +125,8 @@ private:
     Search search_;
     std::optional<Persona> audience_;
     int visibleCount_ = 0;
-    std::set<std::string> expanded_;  ///< The keys of rows.
+    std::set<std::string> expanded_;                        ///< The keys of rows.
+    std::map<std::string, std::vector<ItemGroup>> groups_;  ///< By the suggestion's id.
 };
 
 }  // namespace Brimlo

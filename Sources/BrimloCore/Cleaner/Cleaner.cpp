@@ -205,7 +205,7 @@ void Cleaner::putBackTogether(std::span<const JournalEntry> entries, UndoReport&
         return;
     }
     const auto recorded = group ? group->announce(JournalLog::Kind::returns, announced)
-                          : std::expected<void, Error>{std::unexpected(group.error())};
+                                : std::expected<void, Error>{std::unexpected(group.error())};
     std::vector<JournalEntry> restored;
     std::vector<Platform::TrashItem::Returned> returned;
     for (auto& [entry, identity] : found) {

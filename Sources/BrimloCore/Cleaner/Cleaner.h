@@ -43,17 +43,14 @@ public:
         std::shared_ptr<Journal> journal,
         DockerClient::Places docker = DockerClient::usualPlaces());
 
-    /// Carries a plan out in order (see `Disposal`): asks the safety gate again for each item, moves
-    /// the item to the Trash of its volume and records it in the journal. A refused or failed item
-    /// does not end the run. A dry run only asks the gate.
+    /// Carries a plan out in order (see `Disposal`): asks the safety gate again for each item,
+    /// moves the item to the Trash of its volume and records it in the journal. A refused or failed
+    /// item does not end the run. A dry run only asks the gate.
     ///
     /// "docker:" pseudo paths skip the gate and the Trash: Docker removes the object for good, or
     /// refuses.
     [[nodiscard]] CleanReport execute(
-        const CleanPlan& plan,
-        DisposalMode mode,
-        bool dryRun,
-        const CleanOptions& options = {});
+        const CleanPlan& plan, DisposalMode mode, bool dryRun, const CleanOptions& options = {});
 
     /// Where Docker's tool may be.
     [[nodiscard]] const DockerClient::Places& docker() const { return docker_; }
@@ -88,8 +85,7 @@ public:
     [[nodiscard]] static TrashReport emptyTrash();
 
 private:
-    static void rehearse(
-        const CleanItem& item, const CleanOptions& options, CleanReport& report);
+    static void rehearse(const CleanItem& item, const CleanOptions& options, CleanReport& report);
     void removeFromDocker(
         const CleanItem& item,
         const CleanOptions& options,

@@ -47,10 +47,7 @@ struct Disposal::Group {
 };
 
 Disposal::Disposal(
-    Journal& journal,
-    const CleanOptions& options,
-    const Uuid& batchID,
-    CleanReport& report)
+    Journal& journal, const CleanOptions& options, const Uuid& batchID, CleanReport& report)
     : journal_{journal}
     , options_{options}
     , batchID_{batchID}
@@ -61,9 +58,8 @@ void Disposal::move(std::span<const CleanItem> items) {
         const std::size_t count = std::min(items.size(), TrashGroup::size());
         std::vector<const CleanItem*> group;
         group.reserve(count);
-        std::ranges::transform(items.first(count), std::back_inserter(group), [](const auto& item) {
-            return &item;
-        });
+        std::ranges::transform(
+            items.first(count), std::back_inserter(group), [](const auto& item) { return &item; });
         for (int tries = 1; !group.empty(); ++tries) {
             group = moveGroup(group, tries == kMostTries);
         }

@@ -17,22 +17,19 @@ namespace Brimlo {
 
 /// The moves of a clean to the Trash, in groups that share their syncs. Used by `Cleaner` alone.
 ///
-/// The steps of a group: each item is judged by the gate, found, and given its trashinfo file; these
-/// files are synced; the journal announces the group, synced; item by item the gate judges again and
-/// the item moves; the folders are synced; the journal records what moved. A clean that is stopped
-/// moves no further item of the group. If the process dies, or
-/// the power fails, each item is in one of its two places, and what is in the Trash has its
-/// trashinfo file and its announcement.
+/// The steps of a group: each item is judged by the gate, found, and given its trashinfo file;
+/// these files are synced; the journal announces the group, synced; item by item the gate judges
+/// again and the item moves; the folders are synced; the journal records what moved. A clean that
+/// is stopped moves no further item of the group. If the process dies, or the power fails, each
+/// item is in one of its two places, and what is in the Trash has its trashinfo file and its
+/// announcement.
 ///
 /// After its last verdict nothing about an item is resolved or looked up again. If a parent becomes
 /// a symlink meanwhile, or another item takes the place, the move fails.
 class Disposal {
 public:
     Disposal(
-        Journal& journal,
-        const CleanOptions& options,
-        const Uuid& batchID,
-        CleanReport& report);
+        Journal& journal, const CleanOptions& options, const Uuid& batchID, CleanReport& report);
 
     /// Moves items, in order, and reports on each.
     void move(std::span<const CleanItem> items);

@@ -43,9 +43,7 @@ std::vector<ItemGroup> groupsOf(const std::vector<Item>& items, const RuleOf& ru
             places.emplace(key, groups.size());
         }
         groups.push_back(
-            {.folder = isOneOfMany ? std::string{key.first} : "",
-             .items = {i},
-             .size = item.size});
+            {.folder = isOneOfMany ? std::string{key.first} : "", .items = {i}, .size = item.size});
     }
     std::ranges::stable_sort(groups, std::ranges::greater{}, &ItemGroup::size);
     return groups;

@@ -28,8 +28,7 @@ FileNode& FileTree::Batch::add(const Entry& entry) {
 void FileTree::setChildren(FileNode& folder, std::span<FileNode* const> children) {
     auto* const bytes = allocate(children.size_bytes(), alignof(FileNode*));
     folder.children_ = reinterpret_cast<FileNode**>(bytes);
-    std::ranges::uninitialized_copy(
-        children, std::span{folder.children_, children.size()});
+    std::ranges::uninitialized_copy(children, std::span{folder.children_, children.size()});
     folder.childCount_ = static_cast<std::uint32_t>(children.size());
     folder.isDirectory = true;
 }

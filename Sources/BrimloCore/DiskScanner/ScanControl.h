@@ -39,8 +39,7 @@ public:
 
     /// Adds to the totals, and tells the directory that was finished: `path` is called only if
     /// somebody has read the progress since it was called last.
-    void record(
-        std::int64_t files, std::int64_t bytes, const std::function<std::string()>& path);
+    void record(std::int64_t files, std::int64_t bytes, const std::function<std::string()>& path);
 
     /// Records a path as `inaccessible`.
     void skip(std::string path);

@@ -118,8 +118,8 @@ std::shared_ptr<FileNode> TreeScan::run(const std::string& root) {
         return nullptr;
     }
     device_ = status->identity.device;
-    FileNode& node = tree_->add(
-        {.name = root, .size = status->allocatedBytes, .modified = status->modified});
+    FileNode& node =
+        tree_->add({.name = root, .size = status->allocatedBytes, .modified = status->modified});
     Folder folder{nullptr, 0, node, place};
     const unsigned cores = std::max(1U, std::thread::hardware_concurrency());
     Crew::run(
@@ -158,8 +158,9 @@ void TreeScan::enter(Folder& parent, std::size_t slot, Crew::Member& member) {
         return;
     }
     FileNode& node = *parent.subfolders[slot];
-    Folder& folder = *(parent.entered[slot] = std::make_unique<Folder>(
-                           &parent, slot, node, parent.placeOfSubfolders->place(node.name())));
+    Folder& folder =
+        *(parent.entered[slot] = std::make_unique<Folder>(
+              &parent, slot, node, parent.placeOfSubfolders->place(node.name())));
     if (--parent.unentered == 0) {
         parent.placeOfSubfolders.reset();
     }
@@ -240,9 +241,8 @@ void TreeScan::entriesRead(Folder& folder, Crew::Member& member) {
     folder.place = FolderPlace{""};
     folder.batches = {};
     folder.names = {};
-    control_.record(static_cast<std::int64_t>(leafCount), leafBytes, [&] {
-        return folder.node.path();
-    });
+    control_.record(
+        static_cast<std::int64_t>(leafCount), leafBytes, [&] { return folder.node.path(); });
 
     const std::size_t count = folder.subfolders.size();
     if (count == 0) {

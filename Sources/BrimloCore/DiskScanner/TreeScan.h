@@ -19,9 +19,9 @@ namespace Brimlo {
 /// The walk of one scan.
 ///
 /// One job reads a folder: its names first, then their status, for which a folder with many names
-/// has several jobs. Then each subfolder has a job, and the job that finishes the last of them gives
-/// the folder's node its children. So nothing recurses, and the small entries of a crowded folder
-/// never get a node.
+/// has several jobs. Then each subfolder has a job, and the job that finishes the last of them
+/// gives the folder's node its children. So nothing recurses, and the small entries of a crowded
+/// folder never get a node.
 class TreeScan {
 public:
     TreeScan(ScanControl& control, const ScanOptions& options, LinkedFiles& linkedFiles);

@@ -61,8 +61,7 @@ bool mayBeInTrash(const JournalEntry& entry) {
     if (!entry.trashPath) {
         return false;
     }
-    const auto found =
-        Platform::TrashItem::find(*entry.trashPath, entry.id.text(), entry.trashID);
+    const auto found = Platform::TrashItem::find(*entry.trashPath, entry.id.text(), entry.trashID);
     return found || found.error().domain != kSystemErrorDomain || found.error().code != ENOENT;
 }
 
@@ -83,23 +82,27 @@ Changes settle(const std::vector<JournalLog::Line>& lines) {
     for (const auto& [kind, entry] : lines) {
         const bool isLeftover = last[entry.id] == kind;
         switch (kind) {
-        case Kind::added: changes.added.push_back(entry); break;
-        case Kind::changed: changes.changed.insert_or_assign(entry.id, entry); break;
-        case Kind::leaves:
-            changes.hasLeftovers = changes.hasLeftovers || isLeftover;
-            if (isLeftover && mayBeInTrash(entry)) {
+            case Kind::added:
                 changes.added.push_back(entry);
-            }
-            break;
-        case Kind::returns:
-            changes.hasLeftovers = changes.hasLeftovers || isLeftover;
-            if (isLeftover && !mayBeInTrash(entry) &&
-                Platform::FileIdentity::of(entry.originalPath)) {
-                JournalEntry restored = entry;
-                restored.undone = true;
-                changes.changed.insert_or_assign(entry.id, std::move(restored));
-            }
-            break;
+                break;
+            case Kind::changed:
+                changes.changed.insert_or_assign(entry.id, entry);
+                break;
+            case Kind::leaves:
+                changes.hasLeftovers = changes.hasLeftovers || isLeftover;
+                if (isLeftover && mayBeInTrash(entry)) {
+                    changes.added.push_back(entry);
+                }
+                break;
+            case Kind::returns:
+                changes.hasLeftovers = changes.hasLeftovers || isLeftover;
+                if (isLeftover && !mayBeInTrash(entry) &&
+                    Platform::FileIdentity::of(entry.originalPath)) {
+                    JournalEntry restored = entry;
+                    restored.undone = true;
+                    changes.changed.insert_or_assign(entry.id, std::move(restored));
+                }
+                break;
         }
     }
     return changes;

@@ -23,8 +23,8 @@ namespace Brimlo::Platform::TrashItem {
     const std::string& entryID,
     const std::optional<std::string>& recorded);
 
-/// Moves the item with this identity to `path`, whose parent exists; never overwrites. `settle` must
-/// follow.
+/// Moves the item with this identity to `path`, whose parent exists; never overwrites. `settle`
+/// must follow.
 [[nodiscard]] std::expected<void, Error> putBack(
     const std::string& trashPath, const FileIdentity& identity, const std::string& path);
 

@@ -289,9 +289,7 @@ TEST_F(CleanerTest, TellsWhatTheJournalDoesNotKnow) {
             expected.failures = {
                 {path, "the journal can't be written: " + reason}
             };
-            EXPECT_EQ(
-                clean({path}, {.unrecorded = CleanOptions::Unrecorded::stays}),
-                expected);
+            EXPECT_EQ(clean({path}, {.unrecorded = CleanOptions::Unrecorded::stays}), expected);
             EXPECT_TRUE(exists(path));
 
             expected = {.movedToTrashBytes = kItemSize, .processed = 1};

@@ -36,8 +36,7 @@ protected:
     static constexpr std::int64_t kItemSize = 7;
 
     /// Cleans the paths in one run, each as an item of `kItemSize` bytes.
-    CleanReport clean(
-        const std::vector<std::string>& paths, const CleanOptions& options = {}) {
+    CleanReport clean(const std::vector<std::string>& paths, const CleanOptions& options = {}) {
         return cleaner_.execute(planFor(paths), DisposalMode::trash, false, options);
     }
 

@@ -35,7 +35,9 @@ TEST(ItemGroupsTest, FoldsTheManyItemsOfARuleInAFolder) {
         }
     }
     const std::vector<std::pair<std::string, std::size_t>> expected{
-        {"/many", kManyItems + 1}, {"/many", kManyItems}};
+        {"/many", kManyItems + 1},
+        {"/many", kManyItems    }
+    };
     EXPECT_EQ(folders, expected) << "the largest first";
     EXPECT_EQ(single, 3 * kManyItems - 1);
 }

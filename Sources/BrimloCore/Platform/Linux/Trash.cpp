@@ -84,7 +84,8 @@ std::expected<int, Error> TrashGroup::Folders::open(std::string_view path) {
 std::expected<const TrashFolder*, Error> TrashGroup::Folders::trashFor(
     int folder, std::string_view path) {
     const std::uint64_t mount = mountID(folder);
-    const auto known = std::ranges::find(trashes, mount, [](const auto& each) { return each.first; });
+    const auto known =
+        std::ranges::find(trashes, mount, [](const auto& each) { return each.first; });
     if (mount != 0 && known != trashes.end()) {  // 0 when the kernel doesn't tell.
         return &known->second;
     }
@@ -97,7 +98,7 @@ std::expected<const TrashFolder*, Error> TrashGroup::Folders::trashFor(
 
 struct TrashMove::State {
     TrashGroup::Folders* folders = nullptr;
-    int folder = -1;  ///< The item's.
+    int folder = -1;   ///< The item's.
     std::string name;  ///< The item's name in it.
     FileIdentity identity;
     const TrashFolder* trash = nullptr;
