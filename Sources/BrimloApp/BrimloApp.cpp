@@ -15,7 +15,6 @@
 #include <QtQuick/QQuickWindow>
 
 #include <chrono>
-#include <clocale>
 #include <cstdio>
 #include <cstdlib>
 #include <span>
@@ -79,8 +78,6 @@ int main(int argc, char** argv) {
         return EXIT_FAILURE;
     }
     const QGuiApplication application{argc, argv};
-    // The system's reasons stand in English sentences.
-    std::setlocale(LC_MESSAGES, "C");  // NOLINT(concurrency-mt-unsafe): set at start only
     introduce();
     if (isSnapshot) {
         return Snapshot::saveAll(QString::fromLocal8Bit(arguments[2]));

@@ -6,6 +6,7 @@
 #include <charconv>
 #include <memory>
 #include <optional>
+#include <system_error>
 #include <variant>
 
 namespace Brimlo {

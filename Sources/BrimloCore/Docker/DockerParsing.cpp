@@ -11,6 +11,7 @@
 #include <locale>
 #include <ranges>
 #include <sstream>
+#include <system_error>
 #include <utility>
 
 // Docker's tool prints every value as a string, numbers and booleans included, so a value of

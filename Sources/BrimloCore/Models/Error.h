@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <system_error>
 
 namespace Brimlo {
 
@@ -19,14 +18,9 @@ struct Error {
 
     bool operator==(const Error&) const = default;
 
-    /// The system's message for `code`, an `errno` value.
-    [[nodiscard]] static Error fromSystem(int code) {
-        return {
-            .domain = kSystemErrorDomain,
-            .code = code,
-            .description = std::generic_category().message(code),
-        };
-    }
+    /// The system's message for `code`, an `errno` value. In English whatever the process's locale,
+    /// since it stands in English sentences.
+    [[nodiscard]] static Error fromSystem(int code);
 };
 
 }  // namespace Brimlo

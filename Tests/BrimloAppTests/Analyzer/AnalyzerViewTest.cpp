@@ -40,7 +40,9 @@ protected:
         return seen({"large, *", "small, *", "stays, *", "empty, *", "inner, *"});
     }
     [[nodiscard]] QPointF row(const char* name) const { return middle(get(kRow, name)); }
-    [[nodiscard]] std::string shownFolder() { return model().analyzer()->current()->name; }
+    [[nodiscard]] std::string shownFolder() {
+        return std::string{model().analyzer()->current()->name()};
+    }
 
     [[nodiscard]] TreemapItem& map() const {
         auto* const map = qobject_cast<TreemapItem*>(find(QAccessible::Graphic, "Treemap"));

@@ -6,7 +6,6 @@
 #include <QtGui/QGuiApplication>
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <memory>
 
 namespace Brimlo::Testing {
@@ -21,8 +20,6 @@ public:
             qputenv("QT_QPA_PLATFORM", "offscreen");
         }
         application_ = std::make_unique<QGuiApplication>(argc_, argv_.data());
-        // As the application does.
-        std::setlocale(LC_MESSAGES, "C");  // NOLINT(concurrency-mt-unsafe): set at start only
     }
 
     void TearDown() override { application_.reset(); }

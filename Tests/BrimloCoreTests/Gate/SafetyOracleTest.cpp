@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <map>
 #include <random>
+#include <system_error>
 
 #include <unistd.h>
 

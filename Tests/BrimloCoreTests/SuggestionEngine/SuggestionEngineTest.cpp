@@ -7,8 +7,10 @@
 #include "Support/TempHome.h"
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <limits>
+#include <thread>
 #include <tuple>
 
 #include <signal.h>
@@ -248,6 +250,12 @@ TEST_F(SuggestionEngineTest, TicksNothingWhileItsApplicationRuns) {
         posix_spawn(
             &process, program.c_str(), nullptr, nullptr, arguments, Platform::environment()),
         0);
+    // The program is named only some time after it was started.
+    const auto latest = std::chrono::steady_clock::now() + std::chrono::minutes{1};
+    while (std::ranges::count(Platform::runningAppNames(), name) == 0 &&
+           std::chrono::steady_clock::now() < latest) {
+        std::this_thread::yield();
+    }
     const std::vector<Suggestion> found = SuggestionEngine::generate({});
     kill(process, SIGKILL);
     waitpid(process, nullptr, 0);
