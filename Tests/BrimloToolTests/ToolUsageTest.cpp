@@ -72,7 +72,7 @@ TEST_F(ToolUsageTest, AnswersWithOneDocumentOfTheTypesFields) {
          "items[{path,size,idleDays}],preselectedPaths[],totalSize}]"                    },
         {{"clean", "--safe", "--dry-run"},
          "{movedToTrashBytes,freedNowBytes,failures[],refused[],unrecorded[],notes[],journalIDs[],"
-         "processed," +
+         "processed,untouched[]," +
              plan                                                                        },
         {{"size", ".cache"},                "[{path,size}]"                              },
         {{"safety", ".cache"},              "[{path,canonical,refusal}]"                 },

@@ -6,6 +6,7 @@
 #include "BrimloApp/SmartClean/SmartClean.h"
 #include "BrimloCore/Cleaner/ItemGroups.h"
 #include "BrimloCore/Docker/DockerSnapshot.h"
+#include "BrimloCore/Support/Path.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -71,8 +72,12 @@ std::vector<PlanLine> linesOf(
         rows.push_back(row);
         if (row.expanded) {
             for (const std::size_t place : group.items) {
-                rows.push_back(lineOf(plan.items()[place], origins));
-                rows.back().isInFolder = true;
+                PlanLine inner = lineOf(plan.items()[place], origins);
+                inner.title = inner.subtitle == inner.path ? std::string{Path::name(inner.path)}
+                                                           : std::move(inner.subtitle);
+                inner.subtitle.clear();
+                inner.isInFolder = true;
+                rows.push_back(std::move(inner));
             }
         }
     }

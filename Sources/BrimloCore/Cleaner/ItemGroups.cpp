@@ -45,6 +45,11 @@ std::vector<ItemGroup> groupsOf(const std::vector<Item>& items, const RuleOf& ru
         groups.push_back(
             {.folder = isOneOfMany ? std::string{key.first} : "", .items = {i}, .size = item.size});
     }
+    for (ItemGroup& group : groups) {
+        std::ranges::stable_sort(group.items, std::ranges::greater{}, [&](std::size_t place) {
+            return items[place].size;
+        });
+    }
     std::ranges::stable_sort(groups, std::ranges::greater{}, &ItemGroup::size);
     return groups;
 }

@@ -13,7 +13,7 @@ namespace Brimlo {
 /// Items that are shown as one line: many of one rule in one folder, or a single one.
 struct ItemGroup {
     std::string folder;              ///< Empty for a single item.
-    std::vector<std::size_t> items;  ///< Their places in the list, in its order.
+    std::vector<std::size_t> items;  ///< Their places in the list, largest item first.
     std::int64_t size = 0;
 
     [[nodiscard]] bool isFolder() const { return !folder.empty(); }

@@ -163,12 +163,13 @@ std::expected<Entries, Error> readList(const std::string& path) {
 
 /// The text of the file at `path` with the changes in it. If the file is as `stamp` says, this
 /// program wrote it and it is intact: its entries are copied as text, since decoding thousands to
-/// add one costs more than the disk does.
+/// add one costs more than the disk does. Not so if it holds the changes already, since a power cut
+/// can bring back a log that was merged; then it holds the first of them.
 std::expected<std::string, Error> mergedText(
     const std::string& path, const std::string& stamp, Changes changes) {
     if (changes.changed.empty() && !stamp.empty() && stamp == stampOf(path)) {
         auto text = readFile(path, kLongestFile, Owner::trusted);
-        if (text && text->ends_with(']')) {
+        if (text && text->ends_with(']') && !text->contains(changes.added.front().id.text())) {
             text->pop_back();
             encode(changes.added, *text);
             return text;

@@ -249,7 +249,11 @@ std::vector<Suggestion> generate(const SuggestionOptions& options, const ScanCon
     // Docker takes a while to answer, and works meanwhile.
     std::future<DockerSnapshot> docker;
     if (wantsDocker(options)) {
-        docker = std::async([&] { return DockerClient::snapshot(options.docker); });
+        docker = std::async([&] {
+            DockerSnapshot snapshot;
+            timed("docker", [&] { snapshot = DockerClient::snapshot(options.docker); });
+            return snapshot;
+        });
     }
     Gathering gathering{options, control};
     enterPhase("Checking known apps and tools…");
@@ -274,8 +278,7 @@ std::vector<Suggestion> generate(const SuggestionOptions& options, const ScanCon
     }
     if (docker.valid()) {
         enterPhase("Reading Docker…");
-        DockerSnapshot snapshot;
-        timed("wait for docker", [&] { snapshot = docker.get(); });
+        const DockerSnapshot snapshot = docker.get();
         if (snapshot.available) {
             std::ranges::move(DockerClient::suggestions(snapshot), std::back_inserter(suggestions));
         }

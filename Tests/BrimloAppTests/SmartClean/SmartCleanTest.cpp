@@ -36,7 +36,8 @@ protected:
 
     [[nodiscard]] std::vector<std::string> planned() {
         std::vector<std::string> paths;
-        for (const CleanItem& item : model().smartClean()->currentPlan().items()) {
+        const CleanPlan plan = model().smartClean()->currentPlan();
+        for (const CleanItem& item : plan.items()) {
             paths.push_back(item.path.substr(home().size()));
         }
         return paths;

@@ -158,6 +158,7 @@ TEST_F(JournalTest, AnyBytesInATextLeaveTheFileReadable) {
     };
     Texts expected;
     for (const auto& [text, kept] : cases) {
+        entry_.id = Uuid::random();
         entry_.originalPath = text;
         entry_.trashPath = entry_.ruleID = entry_.trashID = text;
         EXPECT_TRUE(journal_.append(entry_));
@@ -236,9 +237,9 @@ TEST_F(JournalTest, LeavesAloneWhatItCannotReadOrWrite) {
         const auto before = Testing::describeTree(home());
         EXPECT_FALSE(journal.append(entry_));
         EXPECT_FALSE(journal.update({entry_.id}, [](JournalEntry&) {}));
+        EXPECT_FALSE(journal.checkWritable());
         auto group = journal.begin();
         EXPECT_FALSE(group && group->announce(Kind::leaves, {entry_}));
-        EXPECT_FALSE(journal.checkWritable());
         EXPECT_EQ(Testing::describeTree(home()), before);
         EXPECT_FALSE(exists(path + ".corrupt"));
     };

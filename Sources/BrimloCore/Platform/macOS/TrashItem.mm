@@ -6,8 +6,8 @@
 #include "BrimloCore/Platform/macOS/Cocoa.h"
 
 #include <cerrno>
-#include <set>
 #include <filesystem>
+#include <set>
 #include <string>
 
 #include <fcntl.h>
