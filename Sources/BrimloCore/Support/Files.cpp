@@ -250,9 +250,10 @@ std::string FileLock::note() const {
 }
 
 void FileLock::setNote(std::string_view note) const {
-    // Cut short, the note says nothing true of any file.
     if (file_ && ftruncate(file_.number(), 0) == 0) {
-        static_cast<void>(pwrite(file_.number(), note.data(), note.size(), 0));
+        // Cut short, the note says nothing true of any file.
+        const ssize_t length = pwrite(file_.number(), note.data(), note.size(), 0);
+        static_cast<void>(length);
     }
 }
 
