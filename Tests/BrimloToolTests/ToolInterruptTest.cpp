@@ -37,8 +37,8 @@ TEST_F(ToolInterruptTest, StopsACleanBeforeItsNextItem) {
     Platform::Descriptor lock{open(path.c_str(), O_RDWR | O_CLOEXEC)};
     ASSERT_EQ(flock(lock.number(), LOCK_EX), 0);
     Running running = start({"clean", "one", "two", "--yes", "--json"}, {});
-    // Its note in the Trash is there before the journal is asked for.
-    ASSERT_TRUE(comesTrue([&] { return exists(at(".local/share/Trash/info/one.trashinfo")); }));
+    // The notes in the Trash are there before the journal is asked for.
+    ASSERT_TRUE(comesTrue([&] { return exists(at(".local/share/Trash/info/two.trashinfo")); }));
     running.interrupt();
     EXPECT_TRUE(comesTrue([&] { return running.errSoFar().contains("the clean stops here"); }));
     lock = {};
