@@ -2,10 +2,12 @@
 
 #include "BrimloCore/Platform/Posix/Folders.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <utility>
 
 #include <fcntl.h>
+#include <sys/resource.h>
 
 namespace Brimlo {
 
@@ -15,7 +17,19 @@ namespace {
 constexpr int kMostOpen = 16;
 constexpr std::size_t kLongestRelative = 3000;
 
+constexpr rlim_t kOfOthers = 30;  // Descriptors that the rest of the process may have open.
+
 }  // namespace
+
+unsigned FolderPlace::mostWalkers() {
+    rlimit files{};
+    if (getrlimit(RLIMIT_NOFILE, &files) != 0 || files.rlim_cur <= kOfOthers) {
+        return 1;
+    }
+    // The folder at work and one that is handed on, besides those above.
+    const rlim_t walkers = (files.rlim_cur - kOfOthers) / (kMostOpen + 2);
+    return static_cast<unsigned>(std::clamp<rlim_t>(walkers, 1, 16));
+}
 
 FolderPlace::FolderPlace(std::string path)
     : relative_{std::move(path)} {}

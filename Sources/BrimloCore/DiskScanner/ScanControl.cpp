@@ -8,16 +8,6 @@
 
 namespace Brimlo {
 
-void ScanControl::cancel() {
-    const std::lock_guard guard{lock_};
-    cancelled_ = true;
-}
-
-bool ScanControl::isCancelled() const {
-    const std::lock_guard guard{lock_};
-    return cancelled_;
-}
-
 ScanControl::Progress ScanControl::progress() const {
     const std::lock_guard guard{lock_};
     isPathOld_ = true;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <mutex>
@@ -22,8 +23,8 @@ public:
     };
 
     /// Asks the walk to end. Can't be undone.
-    void cancel();
-    [[nodiscard]] bool isCancelled() const;
+    void cancel() { cancelled_ = true; }
+    [[nodiscard]] bool isCancelled() const { return cancelled_; }
 
     [[nodiscard]] Progress progress() const;
 
@@ -52,8 +53,8 @@ public:
     void leaveOut(std::string path);
 
 private:
+    std::atomic<bool> cancelled_ = false;
     mutable std::mutex lock_;
-    bool cancelled_ = false;                      // guarded by lock_
     Progress progress_;                           // guarded by lock_
     mutable bool isPathOld_ = true;               // guarded by lock_
     std::vector<std::string> skipped_;            // guarded by lock_

@@ -10,7 +10,6 @@
 #include <optional>
 #include <ranges>
 #include <string_view>
-#include <thread>
 #include <utility>
 
 namespace Brimlo {
@@ -121,11 +120,10 @@ std::shared_ptr<FileNode> TreeScan::run(const std::string& root) {
     FileNode& node =
         tree_->add({.name = root, .size = status->allocatedBytes, .modified = status->modified});
     Folder folder{nullptr, 0, node, place};
-    const unsigned cores = std::max(1U, std::thread::hardware_concurrency());
     Crew::run(
         {.kind = Job::Kind::readRoot, .folder = &folder, .index = 0},
         [this](const Job& job, Crew::Member& member) { work(job, member); },
-        options_.parallelDepth > 0 ? cores : 1);
+        options_.parallelDepth > 0 ? FolderPlace::mostWalkers() : 1);
     return node.shared();
 }
 

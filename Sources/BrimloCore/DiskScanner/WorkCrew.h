@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <atomic>
 #include <condition_variable>
 #include <cstddef>
@@ -10,6 +11,7 @@
 #include <span>
 #include <system_error>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include <sys/resource.h>
@@ -20,21 +22,21 @@ namespace Brimlo {
 ///
 /// Newest first walks a tree depth first, so that few jobs are pending. A member keeps its own jobs
 /// and shares the older half as soon as another member is idle, which balances trees of any shape.
-/// While the process waits for a disk, it hires more threads, up to `kMostMembers`, to keep the
-/// disk busy.
+/// It starts with a thread for each core, and hires more while the process waits for a disk, to
+/// keep the disk busy.
 template <typename Job>
 class WorkCrew {
 public:
     class Member;
     using Work = std::function<void(const Job&, Member&)>;
 
-    /// Calls `work` with `first` and all jobs that it creates, on the calling thread and `members`
-    /// - 1 others; with one member no thread is ever started. Blocks until all is done.
-    static void run(const Job& first, const Work& work, unsigned members) {
-        WorkCrew crew{work, members};
+    /// Calls `work` with `first` and all jobs that it creates, on the calling thread and others, so
+    /// many threads at most. Blocks until all is done.
+    static void run(const Job& first, const Work& work, unsigned mostMembers) {
+        WorkCrew crew{work, mostMembers};
         crew.shared_.push_back(first);
         crew.unfinished_ = 1;
-        crew.hire(members - 1);
+        crew.hire(std::max(1U, std::thread::hardware_concurrency()) - 1);
         crew.labour();
         for (std::thread& thread : crew.threads_) {
             thread.join();
@@ -42,17 +44,16 @@ public:
     }
 
 private:
-    static constexpr unsigned kMostMembers = 16;
     static constexpr unsigned kJobsBetweenLooks = 64;
     static constexpr long kReadsToHire = 16;
 
-    WorkCrew(const Work& work, unsigned members)
+    WorkCrew(const Work& work, unsigned mostMembers)
         : work_{work}
-        , mayHire_{members > 1} {}
+        , mostMembers_{mostMembers} {}
 
     void hire(unsigned count) {
         const std::lock_guard guard{lock_};
-        for (unsigned i = 0; i < count && threads_.size() + 1 < kMostMembers; ++i) {
+        for (unsigned i = 0; i < count && threads_.size() + 1 < mostMembers_; ++i) {
             try {
                 threads_.emplace_back([this] { labour(); });
             } catch (const std::system_error&) {
@@ -86,7 +87,7 @@ private:
     }
 
     static Job popLast(std::vector<Job>& jobs) {
-        Job job = jobs.back();
+        Job job = std::move(jobs.back());
         jobs.pop_back();
         return job;
     }
@@ -100,7 +101,7 @@ private:
     }
 
     const Work& work_;
-    const bool mayHire_;
+    const unsigned mostMembers_;
     std::mutex lock_;
     std::condition_variable wake_;
     std::vector<Job> shared_;           // guarded by lock_
@@ -142,7 +143,7 @@ private:
 
     void finished() {
         // Before the job counts as done: after the last one no thread may be hired.
-        if (++jobsDone_ % kJobsBetweenLooks == 0 && crew_.mayHire_) {
+        if (++jobsDone_ % kJobsBetweenLooks == 0) {
             look();
         }
         if (--crew_.unfinished_ == 0) {

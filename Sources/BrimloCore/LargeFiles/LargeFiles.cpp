@@ -2,16 +2,21 @@
 
 #include "BrimloCore/DiskScanner/FileTree.h"
 #include "BrimloCore/DiskScanner/FolderPlace.h"
+#include "BrimloCore/DiskScanner/WorkCrew.h"
 #include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Platform/DirectoryEntry.h"
 #include "BrimloCore/Support/Path.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cassert>
 #include <cerrno>
-#include <optional>
+#include <iterator>
+#include <map>
+#include <mutex>
 #include <set>
-#include <string_view>
+#include <tuple>
+#include <unordered_map>
 #include <utility>
 
 namespace Brimlo::LargeFiles {
@@ -21,85 +26,86 @@ namespace {
 using Platform::EntryStatus;
 using Files = std::vector<std::shared_ptr<FileNode>>;
 
-/// The largest files so far.
+/// The largest files so far, in an order that doesn't depend on when each is met. Any thread.
 class TopList {
 public:
     TopList(std::size_t limit, std::int64_t minSize)
         : limit_{limit}
         , threshold_{minSize} {}
 
-    /// The smallest size that can still enter the list; it only rises.
-    [[nodiscard]] std::int64_t threshold() const { return threshold_; }
+    /// A file of less can't enter the list any more.
+    [[nodiscard]] std::int64_t threshold() const {
+        return threshold_.load(std::memory_order_relaxed);
+    }
 
-    /// Adds a file of at least the threshold, unless the list is full of files as large.
-    void consider(const std::string& path, const EntryStatus& status) {
-        if (nodes_.size() < limit_) {
-            nodes_.insert(makeNode(path, status));
-            if (nodes_.size() == limit_) {
-                threshold_ = std::max(threshold_, (*nodes_.begin())->size);
+    /// Adds a file of at least the threshold if it belongs to the largest. Another name of a file
+    /// that is listed takes its place if it comes first in the order of paths.
+    void consider(std::string path, const EntryStatus& status) {
+        const std::lock_guard guard{lock_};
+        if (status.linkCount > 1) {
+            if (const auto known = linked_.find(status.identity); known != linked_.end()) {
+                if (known->second->first.path <= path) {
+                    return;
+                }
+                files_.erase(known->second);
+                linked_.erase(known);
             }
-        } else if ((*nodes_.begin())->size < status.allocatedBytes) {
-            nodes_.erase(nodes_.begin());
-            FileNode* const node = makeNode(path, status);
-            // It replaces the smallest, so it goes before its equals.
-            nodes_.insert(nodes_.lower_bound(node), node);
-            threshold_ = (*nodes_.begin())->size;
+        }
+        const auto [file, isNew] =
+            files_.try_emplace(Key{.size = status.allocatedBytes, .path = std::move(path)}, status);
+        if (isNew && status.linkCount > 1) {
+            linked_.emplace(status.identity, file);
+        }
+        if (files_.size() > limit_) {
+            const auto last = std::prev(files_.end());
+            linked_.erase(last->second.identity);
+            files_.erase(last);
+        }
+        if (files_.size() == limit_) {
+            threshold_ = std::max(threshold(), std::prev(files_.end())->first.size);
         }
     }
 
-    /// The files, the largest first; equal ones in list order.
+    /// The files, the largest first. Call it when no thread considers any.
     [[nodiscard]] Files largestFirst() const {
-        Files sorted;
-        sorted.reserve(nodes_.size());
-        for (FileNode* const node : nodes_) {
-            sorted.push_back(node->shared());
+        const auto tree = std::make_shared<FileTree>();
+        Files nodes;
+        nodes.reserve(files_.size());
+        for (const auto& [key, status] : files_) {
+            FileNode& node = tree->add(
+                {.name = key.path, .size = key.size, .fileCount = 1, .modified = status.modified});
+            nodes.push_back(node.shared());
         }
-        std::ranges::stable_sort(
-            sorted, std::ranges::greater{}, [](const auto& node) { return node->size; });
-        return sorted;
+        return nodes;
     }
 
 private:
-    struct Smaller {
-        bool operator()(const auto& a, const auto& b) const { return a->size < b->size; }
+    /// Where a file stands in the list.
+    struct Key {
+        std::int64_t size = 0;
+        std::string path;
+
+        bool operator<(const Key& other) const {
+            return std::tie(other.size, path) < std::tie(size, other.path);
+        }
     };
+    using Sorted = std::map<Key, EntryStatus>;
 
-    FileNode* makeNode(const std::string& path, const EntryStatus& status) {
-        return &tree_->add(
-            {.name = path,
-             .size = status.allocatedBytes,
-             .fileCount = 1,
-             .modified = status.modified});
-    }
-
-    std::size_t limit_;
-    std::int64_t threshold_;
-    std::shared_ptr<FileTree> tree_ = std::make_shared<FileTree>();  ///< Holds the nodes.
-    std::multiset<FileNode*, Smaller> nodes_;
+    const std::size_t limit_;
+    std::atomic<std::int64_t> threshold_;  ///< Only rises.
+    std::mutex lock_;
+    Sorted files_;                                                         // guarded by lock_
+    std::unordered_map<Platform::FileIdentity, Sorted::iterator> linked_;  // guarded by lock_
 };
 
-/// An entry to visit once its folder is read: a subfolder, or a file that may be large.
-struct Entry {
-    std::string name;
-    EntryStatus status;
+/// A folder whose subfolders wait to be entered. It lives until the last of them is.
+struct Folder {
+    std::string path;
+    FolderPlace::Inside inside;
+    std::vector<std::string> subfolders;
 };
 
-/// A folder whose subfolders are being walked.
-struct Level {
-    std::size_t pathLength = 0;  ///< Of the folder's own path.
-    std::vector<Entry> entries;  ///< In the folder's order, from the first subfolder on.
-    std::size_t next = 0;
-    std::size_t subfoldersLeft = 0;
-    std::optional<FolderPlace::Inside> inside;  ///< Until the last subfolder is entered.
-    std::int64_t files = 0;
-    std::int64_t bytes = 0;
-};
-
-/// Depth first, each subfolder in the order of its folder's entries.
-///
-/// A folder is read completely before its first subfolder is entered, so that it need not stay
-/// open. The result is the same as of a recursive walk, because whether a file enters the list is
-/// decided in the order of entries.
+/// One job reads one folder.
 class Walk {
 public:
     Walk(TopList& top, ScanControl& control)
@@ -108,110 +114,107 @@ public:
 
     /// False when `root` can't be read.
     [[nodiscard]] bool run(const std::string& root) {
-        path_ = root;
-        if (control_.isCancelled()) {
-            return true;
+        const FolderPlace place{root};
+        const FolderPlace::Open open = place.open();
+        if (!open) {
+            return couldNotOpen(root);
         }
-        enter(FolderPlace{root});
-        const bool isRead = !levels_.empty();
-        while (!levels_.empty() && !control_.isCancelled()) {
-            Level& level = levels_.back();
-            path_.resize(level.pathLength);
-            if (level.next == level.entries.size()) {
-                control_.record(level.files, level.bytes, [this] { return path_; });
-                levels_.pop_back();
-                continue;
-            }
-            const Entry entry = std::move(level.entries[level.next++]);
-            if (entry.status.kind == EntryStatus::Kind::directory) {
-                descend(level, entry.name);
-            } else {
-                consider(entry.name.c_str(), entry.status);
-            }
-        }
-        return isRead;
+        // The device of the opened folder: a symlink to it may be on another volume.
+        const auto status = Platform::entryStatus(open->number(), ".");
+        device_ = status ? status->identity.device : 0;
+        Crew::run(
+            {},
+            [&](const Job& job, Crew::Member& member) {
+                if (control_.isCancelled()) {
+                    return;
+                }
+                if (job.parent == nullptr) {
+                    read(root, place, open, member);
+                } else {
+                    enter(*job.parent, job.index, member);
+                }
+            },
+            FolderPlace::mostWalkers());
+        return true;
     }
 
 private:
-    void descend(Level& level, const std::string& name) {
-        const FolderPlace place = level.inside->place(name);
-        if (--level.subfoldersLeft == 0) {
-            level.inside.reset();
+    struct Job {
+        std::shared_ptr<const Folder> parent;  ///< Null for the root.
+        std::size_t index = 0;                 ///< Of the folder among the parent's subfolders.
+    };
+    using Crew = WorkCrew<Job>;
+
+    bool couldNotOpen(const std::string& path) {
+        if (const int code = errno; !control_.isCancelled()) {
+            control_.couldNotOpen(path, code);
         }
-        path_.append(path_ == "/" ? "" : "/").append(name);
-        enter(place);
+        return false;
     }
 
-    /// Opens and reads the folder at `path_`, and pushes it on the levels.
-    void enter(const FolderPlace& place) {
-        const FolderPlace::Open open = place.open();
-        if (!open) {
-            if (const int code = errno; !control_.isCancelled()) {
-                control_.couldNotOpen(path_, code);
-            }
-            return;
+    void enter(const Folder& parent, std::size_t index, Crew::Member& member) {
+        const std::string& name = parent.subfolders[index];
+        std::string path = Path::join(parent.path, name);
+        const FolderPlace place = parent.inside.place(name);
+        if (const FolderPlace::Open open = place.open()) {
+            read(std::move(path), place, open, member);
+        } else {
+            couldNotOpen(path);
         }
-        if (levels_.empty()) {
-            // The device of the opened folder: a symlink to it may be on another volume.
-            const auto status = Platform::entryStatus(open->number(), ".");
-            device_ = status ? status->identity.device : 0;
-        }
-        Level level{.pathLength = path_.size()};
+    }
+
+    void read(
+        std::string path,
+        const FolderPlace& place,
+        const FolderPlace::Open& open,
+        Crew::Member& member) {
+        std::vector<std::string> subfolders;
+        std::int64_t files = 0;
+        std::int64_t bytes = 0;
         Platform::readDirectory(
             open->number(),
             Platform::EntryDetail::kind,
             [&](const Platform::DirectoryEntry& entry) {
-                if (!control_.isCancelled()) {
-                    lookAt(open->number(), entry.name, level);
+                if (control_.isCancelled()) {
+                    return;
+                }
+                const auto status = Platform::entryStatus(open->number(), entry.name);
+                if (!status) {
+                    return;
+                }
+                if (status->kind == EntryStatus::Kind::file) {
+                    ++files;
+                    bytes = Bytes::sum(bytes, status->allocatedBytes);
+                    if (status->allocatedBytes >= top_.threshold()) {
+                        top_.consider(Path::join(path, entry.name), *status);
+                    }
+                } else if (status->kind == EntryStatus::Kind::directory) {
+                    if (status->identity.device == device_) {
+                        subfolders.emplace_back(entry.name);
+                    } else {
+                        control_.leaveOut(Path::join(path, entry.name));
+                    }
                 }
             });
-        if (level.subfoldersLeft > 0) {
-            level.inside = place.inside(open);
-        }
-        levels_.push_back(std::move(level));
-    }
-
-    void lookAt(int folder, const char* name, Level& level) {
-        const auto status = Platform::entryStatus(folder, name);
-        if (!status) {
+        control_.record(files, bytes, [&] { return path; });
+        if (subfolders.empty()) {
             return;
         }
-        if (status->kind == EntryStatus::Kind::directory) {
-            if (status->identity.device != device_) {
-                control_.leaveOut(Path::join(path_, name));
-                return;
-            }
-            level.entries.push_back({name, *status});
-            ++level.subfoldersLeft;
-        } else if (status->kind == EntryStatus::Kind::file) {
-            ++level.files;
-            level.bytes = Bytes::sum(level.bytes, status->allocatedBytes);
-            if (status->allocatedBytes < top_.threshold()) {
-                return;
-            }
-            if (level.subfoldersLeft == 0) {
-                consider(name, *status);
-            } else {
-                level.entries.push_back({name, *status});
-            }
+        const auto folder = std::make_shared<const Folder>(Folder{
+            .path = std::move(path),
+            .inside = place.inside(open),
+            .subfolders = std::move(subfolders)});
+        std::vector<Job> jobs;
+        jobs.reserve(folder->subfolders.size());
+        for (std::size_t i = folder->subfolders.size(); i-- > 0;) {
+            jobs.push_back({.parent = folder, .index = i});
         }
-    }
-
-    /// Adds a file of the folder at `path_` if it is still large enough and met for the first time.
-    void consider(const char* name, const EntryStatus& status) {
-        // Files below the threshold need not be remembered: it only rises, and all names of a file
-        // have one size.
-        if (status.allocatedBytes >= top_.threshold() && linkedFiles_.isFirst(status)) {
-            top_.consider(Path::join(path_, name), status);
-        }
+        member.keep(jobs);
     }
 
     std::uint64_t device_ = 0;  ///< Of the root.
     TopList& top_;
     ScanControl& control_;
-    LinkedFiles linkedFiles_;
-    std::vector<Level> levels_;  ///< From the root down to the folder at work.
-    std::string path_;           ///< Of the folder at work.
 };
 
 }  // namespace

@@ -16,12 +16,14 @@ namespace Brimlo::LargeFiles {
 /// The `limit` largest files below `root` that take at least `minSize` bytes, the largest first;
 /// nullopt when `root` is not a folder that can be read.
 ///
-/// Sizes are allocated bytes. A hard-linked file is listed once, under the name met first; of equal
-/// files at the end of a full list those met first stay. Symlinks below `root` are not followed and
-/// other volumes not entered. `root` may be in any form; `limit` is at least 1.
+/// Sizes are allocated bytes. Equal files are in the order of their paths, which also decides which
+/// of them end a full list, and a hard-linked file is listed once, under the first of its paths.
+/// Symlinks below `root` are not followed and other volumes not entered. `root` may be in any form;
+/// `limit` is at least 1.
 ///
-/// The control is told each folder when it is finished, after all below it, and each that can't be
-/// opened or is on another volume. Cancelled, it returns what was found so far. Blocks; one thread.
+/// The control is told each folder once its entries are read, and each that can't be opened or is on
+/// another volume. Cancelled, it returns what was found so far. Uses several threads; blocks until
+/// all are done.
 [[nodiscard]] std::optional<std::vector<std::shared_ptr<FileNode>>> find(
     const std::string& root, std::size_t limit, std::int64_t minSize, ScanControl& control);
 
