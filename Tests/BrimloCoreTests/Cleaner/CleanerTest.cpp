@@ -10,6 +10,7 @@
 #include <utility>
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace Brimlo {
@@ -189,6 +190,18 @@ TEST_F(CleanerTest, StopsBetweenItemsAndNamesThoseThatItLeft) {
     EXPECT_TRUE(exists(paths[1]) && exists(paths[2]));
     EXPECT_FALSE(exists(noteOf("b")));
     EXPECT_EQ(entries().size(), 1U);
+}
+
+TEST_F(CleanerTest, MovesItemsOfManyFoldersWithFewDescriptors) {
+    Lines paths;
+    for (int i = 0; i < 100; ++i) {
+        paths.push_back(write("work/" + std::to_string(i) + "/item"));
+    }
+    const rlimit few{.rlim_cur = 64, .rlim_max = 64};
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &few), 0);
+    const CleanReport report = clean(paths);
+    EXPECT_EQ(report.failures, std::vector<ItemProblem>{});
+    EXPECT_EQ(report.processed, 100);
 }
 
 TEST_F(CleanerTest, TheNextReaderSettlesWhatAKilledCleanMoved) {

@@ -21,6 +21,7 @@
 #include <utility>
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -248,7 +249,14 @@ TrashGroup::TrashGroup()
 TrashGroup::~TrashGroup() = default;
 
 std::size_t TrashGroup::size() {
-    return 64;  // More at once gain little.
+    constexpr rlim_t kMost = 64;      // More at once gain little.
+    constexpr rlim_t kOfOthers = 40;  // Descriptors that the rest of the process may have open.
+    rlimit files{};
+    if (getrlimit(RLIMIT_NOFILE, &files) != 0 || files.rlim_cur <= kOfOthers) {
+        return 1;
+    }
+    // A move has its trashinfo file open, and its folder unless another item's is the same.
+    return std::clamp<rlim_t>((files.rlim_cur - kOfOthers) / 2, 1, kMost);
 }
 
 std::expected<TrashMove, Error> TrashGroup::prepare(const TrashMove::Request& request) {
