@@ -2,6 +2,7 @@
 #include "BrimloCore/Docker/DockerClient.h"
 #include "BrimloCore/Docker/DockerParsing.h"
 #include "BrimloCore/Journal/Journal.h"
+#include "BrimloCore/Journal/JournalLog.h"
 #include "BrimloCore/Platform/Linux/DesktopEntry.h"
 #include "BrimloCore/Platform/Linux/TrashInfo.h"
 #include "BrimloCore/Platform/PeriodicJob.h"
@@ -106,6 +107,20 @@ void journal(const std::string& bytes) {
         "an entry is added to what was read");
 }
 
+void journalLog(const std::string& bytes) {
+    static const std::string kPath = folder("journal-log") + "/log";
+    const JournalLog log{file(kPath, bytes)};
+    const auto before = log.read();
+    demand(before.has_value(), "a damaged line is skipped");
+    const auto entry = JournalEntry::make({.originalPath = "/x"});
+    demand(
+        log.append(JournalLog::Kind::added, {entry}, JournalLog::Durability::written).has_value(),
+        "a line can be appended to any");
+    const auto after = log.read();
+    demand(after && after->size() == before->size() + 1, "and takes none of them away");
+    demand(after->back().entry == entry, "and can be read again");
+}
+
 void configuration(const std::string& bytes) {
     static const std::string kFolder = folder("config");
     const AppConfig config = AppConfig::load(file(kFolder + "/config.json", bytes));
@@ -199,6 +214,7 @@ std::span<const Target> decoders() {
         Target{"imported-rules", importedRules},
         Target{"journal-entry",  journalEntry },
         Target{"journal",        journal      },
+        Target{"journal-log",    journalLog   },
         Target{"configuration",  configuration},
         Target{"disabled-rules", disabledRules},
         Target{"docker-objects", dockerObjects},
