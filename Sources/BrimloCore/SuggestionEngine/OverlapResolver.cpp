@@ -28,40 +28,54 @@ namespace Brimlo::SuggestionEngine {
 
 namespace {
 
-/// Gives each place on disk one name, whichever path leads to it.
+/// Gives each place on disk one name, whichever path leads to it: a folder has the name under which
+/// it was first met, any other entry that of its folder and its own. So a file with two hard links
+/// is two entries.
 class PlaceNames {
 public:
     /// The name of the entry at `path`, which is absolute: a symlink's own, not its target's.
     std::string of(const std::string& path) {
         const std::string standard = Path::standardized(path);
-        const auto [folder, isNew] = realFolders_.try_emplace(std::string{Path::parent(standard)});
-        if (isNew) {
-            folder->second = Path::resolved(folder->first);
+        const std::string_view parent = Path::parent(standard);
+        auto folder = realFolders_.find(parent);
+        if (folder == realFolders_.end()) {
+            folder = realFolders_.emplace(parent, Path::resolved(parent)).first;
         }
-        return nameOf(Path::join(folder->second, Path::name(standard)));
+        return nameOf(folder->second, Path::name(standard));
     }
 
 private:
-    /// A folder has the name under which it was first met, any other entry that of its folder and
-    /// its own: a file with two hard links is two entries.
-    const std::string& nameOf(const std::string& path) {
+    /// The name of the entry `name` of a folder whose path is without symlinks.
+    std::string nameOf(const std::string& folder, std::string_view name) {
+        const std::string path = Path::join(folder, name);
+        struct stat status{};
+        const bool isFolder = lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+        if (isFolder) {
+            return folderName(path);
+        }
+        return Path::join(folderName(folder), name);
+    }
+
+    const std::string& folderName(const std::string& path) {
         if (const auto known = names_.find(path); known != names_.end()) {
             return known->second;
         }
-        const std::string name =
+        std::string name =
             path == "/" ? path
-                        : Path::join(nameOf(std::string{Path::parent(path)}), Path::name(path));
-        struct stat status{};
-        if (lstat(path.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) {
-            return names_.emplace(path, name).first->second;
+                        : Path::join(folderName(std::string{Path::parent(path)}), Path::name(path));
+        if (const auto identity = Platform::FileIdentity::of(path)) {
+            name = byIdentity_.try_emplace(*identity, std::move(name)).first->second;
         }
-        const auto first = byIdentity_.try_emplace(Platform::identityOf(status).text(), name).first;
-        return names_.emplace(path, first->second).first->second;
+        return names_.emplace(path, std::move(name)).first->second;
     }
 
-    std::unordered_map<std::string, std::string> names_;       ///< By path without symlinks.
-    std::unordered_map<std::string, std::string> byIdentity_;  ///< The first name of each folder.
-    std::unordered_map<std::string, std::string> realFolders_;
+    struct Hash : std::hash<std::string_view> {
+        using is_transparent = void;
+    };
+    using Texts = std::unordered_map<std::string, std::string, Hash, std::equal_to<>>;
+    Texts names_;        ///< Of folders, by path without symlinks.
+    Texts realFolders_;  ///< Paths without symlinks, by path.
+    std::unordered_map<Platform::FileIdentity, std::string> byIdentity_;  ///< First names.
 };
 
 struct Placed {
