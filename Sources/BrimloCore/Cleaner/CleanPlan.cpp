@@ -77,13 +77,13 @@ CleanPlan CleanPlan::at(const std::vector<std::string>& paths, std::vector<Clean
     const Safety::Gate gate;
     for (const std::string& path : paths) {
         Safety::Verdict verdict = gate.judge(path);
-        if (!verdict.refusal && verdict.identity) {
+        if (!verdict.refusal && verdict.entry) {
             measured.push_back(std::move(verdict.canonical));
             continue;
         }
         // A path that the system reads differently than its canonical text stays as it is.
         const bool isAmbiguous =
-            !verdict.identity && Platform::FileIdentity::of(verdict.canonical).has_value();
+            !verdict.entry && Platform::FileIdentity::of(verdict.canonical).has_value();
         items.push_back({.path = isAmbiguous ? path : verdict.canonical});
     }
     for (SuggestionItem& item : SuggestionEngine::size(measured)) {

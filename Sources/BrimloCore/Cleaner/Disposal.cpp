@@ -115,7 +115,7 @@ std::optional<Disposal::Leaving> Disposal::prepare(const CleanItem& item, Group&
         fail(item, std::move(reason));
         return std::nullopt;
     };
-    if (!verdict.identity) {
+    if (!verdict.entry) {
         // The system finds something else by this path than its canonical text names.
         return refuse(Cleaner::identity(item.path) ? kOtherItem : "no longer exists");
     }
@@ -127,12 +127,12 @@ std::optional<Disposal::Leaving> Disposal::prepare(const CleanItem& item, Group&
         .trashPath = std::nullopt,
         .size = item.size,
         .ruleID = item.ruleID,
-        .trashID = verdict.identity->text(),
+        .trashID = verdict.entry->identity.text(),
         .batchID = batchID_,
     });
     Platform::TrashMove::Request request{
         .path = verdict.resolved,
-        .identity = *verdict.identity,
+        .identity = verdict.entry->identity,
         .entryID = entry.id.text(),
     };
     auto move = group.trash.prepare(request);
@@ -185,7 +185,8 @@ Disposal::Outcome Disposal::commit(Leaving& leaving, Group& group, bool isLastTr
         report_.refused.push_back({item.path, *verdict.refusal});
         return Outcome::stays;
     }
-    if (verdict.identity != leaving.request.identity || verdict.resolved != leaving.request.path) {
+    if (!verdict.entry || verdict.entry->identity != leaving.request.identity ||
+        verdict.resolved != leaving.request.path) {
         fail(item, Cleaner::identity(item.path) ? kOtherItem : "no longer exists");
         return Outcome::stays;
     }

@@ -41,6 +41,10 @@ std::optional<FileIdentity> targetIdentity(std::string_view path) {
     return Platform::identityOf(status);
 }
 
+std::optional<FileIdentity> identityOf(const std::optional<Platform::EntryStatus>& entry) {
+    return entry ? std::optional{entry->identity} : std::nullopt;
+}
+
 /// The identity of the entry at `path` as spelled. Without its trailing slash, which would make the
 /// system follow a symlink.
 std::optional<FileIdentity> identityAsGiven(std::string_view path) {
@@ -86,9 +90,10 @@ public:
         verdict.resolved = verdict.canonical == "/"
                                ? verdict.canonical
                                : Path::join(folder.resolved, Path::name(verdict.canonical));
-        const auto item = FileIdentity::of(verdict.resolved);
+        const auto entry = Platform::entryStatus(verdict.resolved.c_str());
+        const auto item = identityOf(entry);
         if (path == verdict.canonical || identityAsGiven(path) == item) {
-            verdict.identity = item;
+            verdict.entry = entry;
         }
         verdict.refusal = refusal(verdict, folder, item);
         if (!verdict.refusal && chosen == Chosen::byRule) {

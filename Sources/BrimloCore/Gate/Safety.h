@@ -1,6 +1,6 @@
 #pragma once
 
-#include "BrimloCore/Platform/FileIdentity.h"
+#include "BrimloCore/Platform/DirectoryEntry.h"
 
 #include <memory>
 #include <optional>
@@ -17,17 +17,17 @@ namespace Brimlo::Safety {
 /// slash. Symlinks are not resolved, a leading "~" is not expanded.
 [[nodiscard]] std::string canonical(std::string_view path);
 
-/// What was judged, and the verdict. Callers act on `resolved` and on the object of `identity`, and
+/// What was judged, and the verdict. Callers act on `resolved` and on the object of `entry`, and
 /// look nothing up again: something else may be there by then.
 struct Verdict {
     std::string canonical;
     /// `canonical` with the symlinks of its parent resolved as far as they exist. The last
     /// component is not: disposal acts on a symlink, not on its target.
     std::string resolved;
-    /// The identity of the entry at `resolved`, a symlink's own; nullopt when nothing is there, or
+    /// The status of the entry at `resolved`, a symlink's own; nullopt when nothing is there, or
     /// when the system finds something else by the path as given (the parent of a symlink is not
     /// that of its target).
-    std::optional<Platform::FileIdentity> identity;
+    std::optional<Platform::EntryStatus> entry;
     /// The reason not to touch the path, or nullopt when it may be disposed of: a lower-case phrase
     /// without the path; callers write "path: reason".
     std::optional<std::string> refusal;

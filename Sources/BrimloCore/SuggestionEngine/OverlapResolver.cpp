@@ -1,6 +1,6 @@
 #include "BrimloCore/SuggestionEngine/OverlapResolver.h"
 
-#include "BrimloCore/Platform/Posix/Stat.h"
+#include "BrimloCore/Platform/DirectoryEntry.h"
 #include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/Text.h"
 
@@ -10,8 +10,6 @@
 #include <tuple>
 #include <unordered_map>
 #include <utility>
-
-#include <sys/stat.h>
 
 // The order decides everything. Shorter places come first, so a folder comes before its contents.
 // Each candidate then looks up its own place and those above it, and meets the nearest that was
@@ -33,29 +31,28 @@ namespace {
 /// is two entries.
 class PlaceNames {
 public:
-    /// The name of the entry at `path`, which is absolute: a symlink's own, not its target's.
-    std::string of(const std::string& path) {
-        const std::string standard = Path::standardized(path);
+    /// The name of the entry of a candidate: a symlink's own, not its target's.
+    std::string of(const Candidate& candidate) {
+        const std::string standard = Path::standardized(candidate.item.path);
         const std::string_view parent = Path::parent(standard);
         auto folder = realFolders_.find(parent);
         if (folder == realFolders_.end()) {
             folder = realFolders_.emplace(parent, Path::resolved(parent)).first;
         }
-        return nameOf(folder->second, Path::name(standard));
+        const std::string& real = folder->second;
+        const std::string_view name = Path::name(standard);
+        const std::string path = Path::join(real, name);
+        return candidate.isFolder && isFolder(path) ? folderName(path)
+                                                    : Path::join(folderName(real), name);
     }
 
 private:
-    /// The name of the entry `name` of a folder whose path is without symlinks.
-    std::string nameOf(const std::string& folder, std::string_view name) {
-        const std::string path = Path::join(folder, name);
-        struct stat status{};
-        const bool isFolder = lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-        if (isFolder) {
-            return folderName(path);
-        }
-        return Path::join(folderName(folder), name);
+    static bool isFolder(const std::string& path) {
+        const auto status = Platform::entryStatus(path.c_str());
+        return status && status->kind == Platform::EntryStatus::Kind::directory;
     }
 
+    /// `path` is without symlinks.
     const std::string& folderName(const std::string& path) {
         if (const auto known = names_.find(path); known != names_.end()) {
             return known->second;
@@ -86,6 +83,11 @@ struct Placed {
 /// The kept candidates, by place, in the order of their acceptance.
 class Kept {
 public:
+    explicit Kept(std::size_t mostCount) {
+        places_.reserve(mostCount);
+        accepted_.reserve(mostCount);
+    }
+
     /// The kept candidate at the place `path` or the nearest above it, or nullptr.
     [[nodiscard]] const Placed* covering(std::string_view path) const {
         while (!path.empty() && path != "/") {
@@ -135,10 +137,12 @@ std::vector<Placed> sorted(
     // The index is part of the key, so equal candidates keep their order.
     using Key = std::tuple<std::size_t, bool, Risk, std::size_t>;
     std::vector<Key> keys;
+    keys.reserve(candidates.size());
     std::vector<std::string> places;
+    places.reserve(candidates.size());
     PlaceNames names;
     for (const Candidate& candidate : candidates) {
-        places.push_back(names.of(candidate.item.path));
+        places.push_back(names.of(candidate));
         const PendingSuggestion& owner = pending[candidate.suggestion];
         keys.emplace_back(
             Text::characterCount(places.back()),
@@ -163,7 +167,7 @@ std::vector<Candidate> resolveOverlaps(
     const auto riskOf = [&](const Placed& placed) {
         return pending[placed.candidate.suggestion].suggestion.risk;
     };
-    Kept kept;
+    Kept kept{candidates.size()};
     for (Placed& placed : sorted(std::move(candidates), pending)) {
         const Placed* broader = kept.covering(placed.place);
         if (broader == nullptr) {

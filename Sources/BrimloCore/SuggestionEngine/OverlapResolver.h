@@ -17,7 +17,8 @@ struct PendingSuggestion {
 /// A path that may become an item of a suggestion.
 struct Candidate {
     std::size_t suggestion = 0;  ///< Index into the list of pending suggestions.
-    SuggestionItem item;         ///< Not yet measured.
+    SuggestionItem item;
+    bool isFolder = true;  ///< Or unknown; not yet measured.
 };
 
 /// Removes candidates so that no place on disk is offered twice, as itself or inside another. The

@@ -2,6 +2,7 @@
 
 #include "BrimloCore/DisabledRules/DisabledRules.h"
 #include "BrimloCore/DiskScanner/DiskScanner.h"
+#include "BrimloCore/Platform/DirectoryEntry.h"
 #include "BrimloCore/Platform/Processes.h"
 #include "BrimloCore/RulePacks/Catalog.h"
 #include "BrimloCore/SuggestionEngine/OverlapResolver.h"
@@ -22,10 +23,10 @@
 #include <ctime>
 #include <functional>
 #include <future>
+#include <iterator>
+#include <ranges>
 #include <unordered_map>
 #include <utility>
-
-#include <sys/stat.h>
 
 namespace Brimlo::SuggestionEngine {
 
@@ -61,27 +62,21 @@ bool isExcluded(const std::string& name, const CleanupRule& rule) {
         rule.excludes, [&](const std::string& pattern) { return Glob::matches(name, pattern); });
 }
 
-/// Whether a rule may take an expanded path or, with `contentsOnly`, its children.
-bool mayTake(const std::string& path, const CleanupRule& rule, const Safety::Gate& gate) {
-    const auto isRefused = [&](const std::string& item) {
-        return gate.judge(item, Safety::Chosen::byRule).refusal.has_value();
-    };
-    // The gate allows a symlink itself to go, but not the contents of a protected target.
-    return !isRefused(path) && !(rule.contentsOnly && isRefused(path + "/x"));
+/// The names in the folder `path` that a rule with `contentsOnly` means.
+std::vector<std::string> childNames(const std::string& path, const CleanupRule& rule) {
+    auto names = Folders::names(path).value_or(std::vector<std::string>{});
+    std::erase_if(names, [&](const std::string& name) { return isExcluded(name, rule); });
+    return names;
 }
 
-/// The entries that an expanded path stands for.
-std::vector<std::string> entries(const std::string& path, const CleanupRule& rule) {
-    if (!rule.contentsOnly) {
-        return {path};
-    }
-    std::vector<std::string> entries;
-    for (const std::string& name : Folders::names(path).value_or(std::vector<std::string>{})) {
-        if (!isExcluded(name, rule)) {
-            entries.push_back(path + "/" + name);
+/// Measures those of `found` that are folders, in parallel.
+void sizeFolders(auto& found) {
+    // Each call writes to its own element, so no lock is needed.
+    parallelFor(found.size(), [&](std::size_t i) {
+        if (found[i].isFolder) {
+            found[i].item.size = DiskScanner::quickSize(found[i].item.path);
         }
-    }
-    return entries;
+    });
 }
 
 /// The first half of a run: collects the paths that could be offered, and their suggestions.
@@ -98,11 +93,11 @@ public:
             if (disabled.contains(rule.id) || !isWanted(rule.personas)) {
                 continue;
             }
-            std::vector<SuggestionItem> items = targets(rule, gate_);
-            if (!items.empty()) {
+            std::vector<Target> found = targets(rule, gate_);
+            if (!found.empty()) {
                 pending.push_back(pendingFor(rule));
-                for (SuggestionItem& item : items) {
-                    candidates.push_back({pending.size() - 1, std::move(item)});
+                for (auto& [item, isFolder] : found) {
+                    candidates.push_back({pending.size() - 1, std::move(item), isFolder});
                 }
             }
         }
@@ -113,28 +108,20 @@ public:
         timed("artifact walk", [&] {
             found = ProjectArtifactFinder::find({StoragePaths::home()}, kProjectDepth, control_);
         });
-        std::vector<FoundArtifact> claims;
+        // A folder that several patterns match goes to the safest by `resolveOverlaps`.
+        std::unordered_map<const ArtifactPattern*, std::size_t> places;
         for (FoundArtifact& artifact : found) {
             if (!isWanted(artifact.pattern->personas)) {
                 continue;
             }
-            // Of several patterns that match a folder the safest claims it, then the earliest.
-            if (claims.empty() || claims.back().path != artifact.path) {
-                claims.push_back(std::move(artifact));
-            } else if (artifact.pattern->risk < claims.back().pattern->risk) {
-                claims.back() = std::move(artifact);
-            }
-        }
-        std::unordered_map<const ArtifactPattern*, std::size_t> places;
-        for (FoundArtifact& claim : claims) {
-            const auto [place, isNew] = places.try_emplace(claim.pattern, pending.size());
+            const auto [place, isNew] = places.try_emplace(artifact.pattern, pending.size());
             if (isNew) {
-                pending.push_back(pendingFor(*claim.pattern));
+                pending.push_back(pendingFor(*artifact.pattern));
             }
             SuggestionItem item{
-                .path = std::move(claim.path),
-                .idleDays = claim.idleDays,
-                .detail = std::string{Path::name(claim.projectPath)},
+                .path = std::move(artifact.path),
+                .idleDays = artifact.idleDays,
+                .detail = std::string{Path::name(artifact.projectPath)},
             };
             candidates.push_back({place->second, std::move(item)});
         }
@@ -192,16 +179,10 @@ private:
 
 /// Measures the candidates and gives those that are not empty to their suggestions.
 void measure(std::vector<Candidate> candidates, std::vector<PendingSuggestion>& pending) {
-    std::vector<SuggestionItem> items;
-    items.reserve(candidates.size());
-    for (Candidate& candidate : candidates) {
-        items.push_back(std::move(candidate.item));
-    }
-    timed(
-        "size " + std::to_string(items.size()) + " paths", [&] { items = size(std::move(items)); });
-    for (std::size_t i = 0; i < items.size(); ++i) {
-        if (items[i].size > 0) {
-            pending[candidates[i].suggestion].suggestion.items.push_back(std::move(items[i]));
+    timed("size " + std::to_string(candidates.size()) + " paths", [&] { sizeFolders(candidates); });
+    for (auto& [suggestion, item, isFolder] : candidates) {
+        if (item.size > 0) {
+            pending[suggestion].suggestion.items.push_back(std::move(item));
         }
     }
 }
@@ -287,51 +268,66 @@ std::vector<Suggestion> generate(const SuggestionOptions& options, const ScanCon
     return suggestions;
 }
 
-std::vector<SuggestionItem> targets(const CleanupRule& rule, const Safety::Gate& gate) {
+std::vector<Target> targets(const CleanupRule& rule, const Safety::Gate& gate) {
     const std::time_t now = std::time(nullptr);
-    std::vector<SuggestionItem> items;
+    std::vector<Target> targets;
+    const auto add = [&](std::string path, const std::optional<Platform::EntryStatus>& status) {
+        if (!status) {
+            return;
+        }
+        const std::time_t modified = std::chrono::system_clock::to_time_t(status->modified);
+        if (rule.minAgeDays && modified > Dates::daysBefore(now, *rule.minAgeDays)) {
+            return;
+        }
+        const bool isFolder = status->kind == Platform::EntryStatus::Kind::directory;
+        targets.push_back({
+            .item =
+                {.path = std::move(path),
+                       .size = isFolder ? 0 : status->allocatedBytes,
+                       .idleDays = Dates::daysSince(modified, now)},
+            .isFolder = isFolder,
+        });
+    };
     for (const std::string& pattern : rule.paths) {
-        for (const std::string& path : Glob::expand(pattern)) {
-            if (!mayTake(path, rule, gate)) {
+        for (std::string& path : Glob::expand(pattern)) {
+            const Safety::Verdict verdict = gate.judge(path, Safety::Chosen::byRule);
+            if (verdict.refusal) {
                 continue;
             }
-            for (std::string& entry : entries(path, rule)) {
-                struct stat status{};
-                const bool exists = lstat(entry.c_str(), &status) == 0;
-                const bool isTooYoung =
-                    rule.minAgeDays && status.st_mtime > Dates::daysBefore(now, *rule.minAgeDays);
-                if (exists && !isTooYoung) {
-                    items.push_back({
-                        .path = std::move(entry),
-                        .idleDays = Dates::daysSince(status.st_mtime, now),
-                    });
-                }
+            if (!rule.contentsOnly) {
+                add(std::move(path), verdict.entry);
+                continue;
+            }
+            // The gate allows a symlink itself to go, but not the contents of a protected target.
+            if (gate.judge(path + "/x", Safety::Chosen::byRule).refusal) {
+                continue;
+            }
+            for (const std::string& name : childNames(path, rule)) {
+                std::string child = path + "/" + name;
+                const auto status = Platform::entryStatus(child.c_str());
+                add(std::move(child), status);
             }
         }
     }
-    return items;
+    return targets;
 }
 
-std::vector<SuggestionItem> size(std::vector<SuggestionItem> items) {
+std::vector<SuggestionItem> size(const std::vector<std::string>& paths) {
+    std::vector<SuggestionItem> items(paths.size());
     // Each call writes to its own element, so no lock is needed.
-    parallelFor(items.size(), [&](std::size_t i) {
-        items[i].size = DiskScanner::quickSize(items[i].path);
-        items[i].subtitle.reset();
+    parallelFor(paths.size(), [&](std::size_t i) {
+        items[i].path = paths[i];
+        items[i].size = DiskScanner::quickSize(paths[i]);
     });
     return items;
 }
 
-std::vector<SuggestionItem> size(const std::vector<std::string>& paths) {
-    std::vector<SuggestionItem> items;
-    items.reserve(paths.size());
-    for (const std::string& path : paths) {
-        items.push_back({.path = path});
-    }
-    return size(std::move(items));
-}
-
 std::vector<SuggestionItem> preview(const CleanupRule& rule) {
-    std::vector<SuggestionItem> items = size(targets(rule));
+    std::vector<Target> found = targets(rule);
+    sizeFolders(found);
+    std::vector<SuggestionItem> items;
+    items.reserve(found.size());
+    std::ranges::move(found | std::views::transform(&Target::item), std::back_inserter(items));
     std::ranges::stable_sort(items, std::ranges::greater{}, &SuggestionItem::size);
     return items;
 }

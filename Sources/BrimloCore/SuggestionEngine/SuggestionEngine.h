@@ -39,16 +39,17 @@ namespace SuggestionEngine {
 [[nodiscard]] std::vector<Suggestion> generate(
     const SuggestionOptions& options, const ScanControl* control = nullptr);
 
-/// The items that a rule matches now, with age but without size: in the order of the rule's paths,
-/// then of their expansion. Unreadable and refused ones are left out. Many rules share one gate.
-[[nodiscard]] std::vector<SuggestionItem> targets(
-    const CleanupRule& rule, const Safety::Gate& gate = Safety::Gate{});
+/// What a rule matches.
+struct Target {
+    SuggestionItem item;    ///< With its age; with its size unless it is a folder.
+    bool isFolder = false;  ///< Not a symlink to one.
+};
 
-/// The same items with sizes and without subtitles. Measures them in parallel; blocks until all are
-/// done.
-[[nodiscard]] std::vector<SuggestionItem> size(std::vector<SuggestionItem> items);
+/// What a rule matches now: in the order of the rule's paths, then of their expansion. Unreadable
+/// and refused items are left out. Many rules share one gate.
+[[nodiscard]] std::vector<Target> targets(    const CleanupRule& rule, const Safety::Gate& gate = Safety::Gate{});
 
-/// The sizes of these paths, measured in parallel.
+/// The sizes of these paths, measured in parallel. Blocks until all are done.
 [[nodiscard]] std::vector<SuggestionItem> size(const std::vector<std::string>& paths);
 
 /// The items that a rule matches now, measured, largest first. Blocks.

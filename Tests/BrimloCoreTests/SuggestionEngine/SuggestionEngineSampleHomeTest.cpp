@@ -35,8 +35,8 @@ protected:
     static std::map<std::string, Paths> takenByID() {
         std::map<std::string, Paths> taken;
         for (const CleanupRule& rule : Catalog::builtInRules()) {
-            for (const SuggestionItem& item : SuggestionEngine::targets(rule)) {
-                taken[rule.id].insert(item.path);
+            for (const auto& target : SuggestionEngine::targets(rule)) {
+                taken[rule.id].insert(target.item.path);
             }
         }
         for (const FoundArtifact& found : ProjectArtifactFinder::find({StoragePaths::home()}, 8)) {

@@ -77,7 +77,7 @@ protected:
     /// The targets' paths below the home and their ages, sorted where the directory decides.
     Found found(const CleanupRule& rule) const {
         Found found;
-        for (const SuggestionItem& item : SuggestionEngine::targets(rule)) {
+        for (const auto& [item, isFolder] : SuggestionEngine::targets(rule)) {
             EXPECT_FALSE(item.detail || item.subtitle);
             EXPECT_THAT(item.path, testing::StartsWith(home() + "/"));
             found.emplace_back(item.path.substr(home().size() + 1), item.idleDays.value_or(-1));
