@@ -4,12 +4,10 @@
 #include "BrimloCore/Cleaner/ItemGroups.h"
 #include "BrimloCore/Platform/Fmt.h"
 #include "BrimloCore/Support/StoragePaths.h"
-#include "BrimloCore/Support/Text.h"
 #include "brimlo/Console.h"
 #include "brimlo/JsonForms.h"
 #include "brimlo/Tool.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <memory>
 
@@ -21,25 +19,33 @@ constexpr std::string_view kStops =
     "the clean stops here; \"brimlo undo --last\" takes back what has moved";
 
 std::string total(const CleanPlan& plan) {
-    return Console::count(plan.items().size(), "item") + ", " + Fmt::bytes(plan.totalBytes());
+    return Console::count(plan.items().size(), "item") + ", " + plan.figures().amount();
 }
 
-/// The name of an item, and the title of a Docker object unless that is its id.
-std::string name(const CleanItem& item) {
-    const std::string name = Console::itemName(item.path);
-    const std::string title = Text::printable(item.title.value_or(""));
-    return name.ends_with(title) ? name : name + "  " + title;
-}
-
-std::size_t dockerCount(const CleanPlan& plan) {
-    return static_cast<std::size_t>(
-        std::ranges::count_if(plan.items(), isPseudoPath, &CleanItem::path));
-}
-
-/// The question to confirm. `show` has already pointed out what does not go to the Trash.
+/// The question to confirm.
 std::string question(const CleanPlan& plan) {
-    return dockerCount(plan) == 0 ? "Move " + total(plan) + " to the Trash?"
-                                  : "Clean " + total(plan) + "?";
+    return plan.figures().finalCount == 0 ? "Move " + total(plan) + " to the Trash?"
+                                          : "Clean " + total(plan) + "?";
+}
+
+void list(const char* word, const std::vector<ItemProblem>& problems) {
+    for (const ItemProblem& problem : problems) {
+        Console::line(word + Console::problem(problem));
+    }
+}
+
+void listStaying(const CleanReport& report) {
+    list("refused     ", report.refused);
+    list("failed      ", report.failures);
+}
+
+/// What was told before the clean is not told again, but belongs to its report.
+void add(const CleanReport& rehearsal, CleanReport& report) {
+    const auto prepend = [](const auto& first, auto& rest) {
+        rest.insert(rest.begin(), first.begin(), first.end());
+    };
+    prepend(rehearsal.refused, report.refused);
+    prepend(rehearsal.failures, report.failures);
 }
 
 CleanReport execute(const CleanPlan& plan, bool dryRun) {
@@ -67,7 +73,8 @@ void show(const CleanPlan& plan, bool isFull) {
     const auto lineOf = [](const CleanItem& item, std::int64_t size, const std::string& words) {
         Console::line(
             Console::size(size) + "  " + (item.risk ? Console::badge(*item.risk) + "  " : "") +
-            words + Console::dim(item.ruleID ? "  " + *item.ruleID : ""));
+            words + Console::dim(item.ruleID ? "  " + *item.ruleID : "") +
+            (isPseudoPath(item.path) ? "  for good" : ""));
     };
     for (const ItemGroup& group : grouped(plan.items())) {
         if (group.isFolder() && !isFull) {
@@ -76,7 +83,7 @@ void show(const CleanPlan& plan, bool isFull) {
         }
         for (const std::size_t place : group.items) {
             const CleanItem& item = plan.items()[place];
-            lineOf(item, item.size, name(item));
+            lineOf(item, item.size, Console::itemName(item.path, item.title));
         }
     }
     for (const std::string& path : plan.dropped()) {
@@ -85,21 +92,16 @@ void show(const CleanPlan& plan, bool isFull) {
     if (!plan.items().empty()) {
         Console::line(Console::bold(total(plan)));
     }
-    if (const std::size_t count = dockerCount(plan); count > 0) {
-        Console::line(
-            Console::count(count, "item") +
-            " of Docker's would be removed for good, not moved to the Trash.");
+    if (const std::string warning = plan.figures().warning(); !warning.empty()) {
+        Console::line(warning);
     }
 }
 
 void show(const CleanReport& report, const CleanPlan& plan, bool dryRun) {
-    const auto list = [](const char* word, const std::vector<ItemProblem>& problems) {
-        for (const ItemProblem& problem : problems) {
-            Console::line(word + Console::problem(problem));
-        }
-    };
-    list("refused     ", report.refused);
-    list("failed      ", report.failures);
+    for (const CleanItem& item : report.goneForGood) {
+        Console::line("for good    " + Console::itemName(item.path, item.title));
+    }
+    listStaying(report);
     list("unrecorded  ", report.unrecorded);
     if (!report.untouched.empty()) {
         Console::line(
@@ -107,8 +109,9 @@ void show(const CleanReport& report, const CleanPlan& plan, bool dryRun) {
     }
     const std::string count = Console::count(static_cast<std::size_t>(report.processed), "item");
     if (dryRun) {
-        const char* end = dockerCount(plan) == 0 ? " would go to the Trash. Nothing was moved."
-                                                 : " would be cleaned. Nothing was touched.";
+        const char* end = plan.figures().finalCount == 0
+                              ? " would go to the Trash. Nothing was moved."
+                              : " would be cleaned. Nothing was touched.";
         Console::line(count + end);
         return;
     }
@@ -116,23 +119,22 @@ void show(const CleanReport& report, const CleanPlan& plan, bool dryRun) {
         Console::line("Nothing was cleaned.");
         return;
     }
-    const bool hasDockers = dockerCount(plan) > 0;
+    const bool hasFinal = !report.goneForGood.empty();
     Console::line(
-        hasDockers
-            ? "Cleaned " + count + ". Docker freed " + Fmt::bytes(report.freedNowBytes) +
-                  " for good; " + Fmt::bytes(report.movedToTrashBytes) + " moved to the Trash."
-            : "Moved " + count + " to the Trash, " + Fmt::bytes(report.movedToTrashBytes) +
-                  ". The space is free once the Trash is emptied.");
+        hasFinal ? "Cleaned " + count + ". Docker freed " + Fmt::bytes(report.freedNowBytes) +
+                       " for good; " + Fmt::bytes(report.movedToTrashBytes) + " moved to the Trash."
+                 : "Moved " + count + " to the Trash, " + Fmt::bytes(report.movedToTrashBytes) +
+                       ". The space is free once the Trash is emptied.");
     if (!report.unrecorded.empty()) {
         Console::line(
             Console::count(report.unrecorded.size(), "item") +
             " could not be recorded. \"brimlo undo\" does not know them; only the desktop's own "
             "Trash can put them back.");
     }
-    if (report.journalIDs.empty() || (hasDockers && report.movedToTrashBytes == 0)) {
+    if (!report.canUndo()) {
         return;
     }
-    const char* what = hasDockers                  ? "back what went to the Trash."
+    const char* what = hasFinal                    ? "back what went to the Trash."
                        : report.unrecorded.empty() ? "everything back."
                                                    : "back the others.";
     Console::line(std::string{"\"brimlo undo --last\" puts "} + what);
@@ -146,25 +148,36 @@ ExitCode exitCode(const CleanReport& report) {
 }
 
 ExitCode run(const CleanPlan& plan, const Choice& choice, const Tool& tool) {
+    const CleanReport rehearsal = execute(plan, true);
+    const CleanPlan going = plan.without(rehearsal.stayed());
     if (!tool.isJson()) {
-        show(plan, choice.isFull);
+        show(going, choice.isFull);
         if (plan.items().empty()) {
             Console::line("Nothing to clean was found.");
             return ExitCode::done;
         }
+        listStaying(rehearsal);
         std::fflush(stdout);
-        if (!choice.dryRun && !choice.yes && !Console::confirm(question(plan))) {
+        const bool asks = !choice.dryRun && !choice.yes && !going.items().empty();
+        if (asks && !Console::confirm(question(going))) {
             Console::line("Nothing was moved.");
             return ExitCode::done;
         }
     }
-    const CleanReport report = execute(plan, choice.dryRun);
+    CleanReport report;
+    if (choice.dryRun) {
+        report.processed = rehearsal.processed;
+    } else {
+        report = execute(going, false);
+    }
+    if (!tool.isJson()) {
+        show(report, going, choice.dryRun);
+    }
+    add(rehearsal, report);
     if (tool.isJson()) {
         Json::Object document = JsonForms::report(report);
         document.emplace("plan", JsonForms::plan(plan));
         print(document);
-    } else {
-        show(report, plan, choice.dryRun);
     }
     return exitCode(report);
 }

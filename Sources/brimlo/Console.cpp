@@ -101,8 +101,9 @@ std::string shortPath(std::string_view path) {
     return Text::printable(UserRules::tildeForm(path));
 }
 
-std::string itemName(std::string_view path) {
-    return isPseudoPath(path) ? Text::printable(DockerObject::words(path)) : shortPath(path);
+std::string itemName(std::string_view path, const std::optional<std::string>& title) {
+    return isPseudoPath(path) ? Text::printable(DockerObject::words(path, title.value_or("")))
+                              : shortPath(path);
 }
 
 std::string folder(const ItemGroup& group) {
@@ -110,7 +111,7 @@ std::string folder(const ItemGroup& group) {
 }
 
 std::string problem(const ItemProblem& problem) {
-    return itemName(problem.path) + ": " + Text::printable(problem.reason);
+    return itemName(problem.path, problem.title) + ": " + Text::printable(problem.reason);
 }
 
 std::string count(std::size_t number, std::string_view noun) {

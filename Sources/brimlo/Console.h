@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -40,8 +41,9 @@ void paragraph(std::string_view text);
 /// A printable path with "~" for the home folder.
 [[nodiscard]] std::string shortPath(std::string_view path);
 
-/// The name of an item: its short path, or the kind and the id of a Docker object.
-[[nodiscard]] std::string itemName(std::string_view path);
+/// The name of an item: its short path, or that of Docker's object (`DockerObject::words`).
+[[nodiscard]] std::string itemName(
+    std::string_view path, const std::optional<std::string>& title = std::nullopt);
 
 /// A folder's short path and the number of its items.
 [[nodiscard]] std::string folder(const ItemGroup& group);

@@ -119,6 +119,7 @@ Json::Object report(const CleanReport& report) {
         {"refused",           lines(report.refused)         },
         {"unrecorded",        lines(report.unrecorded)      },
         {"notes",             RuleJson::encode(report.notes)},
+        {"goneForGood",       items(report.goneForGood)     },
         {"journalIDs",        std::move(ids)                },
         {"processed",         report.processed              },
         {"untouched",         paths(report.untouched)       },

@@ -147,6 +147,11 @@ TEST_F(CleanCommandTest, CleansAHomeBehindALink) {
 TEST_F(CleanCommandTest, ReportsWhatDidNotGoAndMovesTheRest) {
     write("folder/inside");
     link("link", "folder");
+    EXPECT_THAT(
+        run({"clean", "--dry-run", "/", "missing", "link"}).out,
+        testing::HasSubstr(
+            "refused     /: protected location\nfailed      ~/missing: no longer exists\n"
+            "1 item would go to the Trash."));
     const Json::Value report = answer({"clean", "--yes", "/", "/etc/passwd", "missing", "link"}, 1);
     EXPECT_EQ(
         Json::compact(report.at("refused")),
@@ -221,13 +226,17 @@ esac
         }
         const std::string image = "docker:image:sha256:ab12";
         const Outcome dry = run({"clean", image, "--dry-run"});
-        EXPECT_TRUE(dry.out.contains("Docker image ab12  shop:3  docker.images-unused")) << dry.out;
+        EXPECT_TRUE(dry.out.contains("Docker image shop:3 (ab12)  docker.images-unused  for good"))
+            << dry.out;
+        EXPECT_TRUE(dry.out.contains("1 item (5 MB) goes for good and cannot be put back."));
         EXPECT_FALSE(exists(at("removed")));
         const Outcome unknown = run({"clean", "docker:image:x", image, "--yes"});
         EXPECT_EQ(unknown.exitCode, 1);
         EXPECT_EQ(unknown.err, "brimlo: Docker lists nothing unused as \"docker:image:x\".\n");
         EXPECT_FALSE(exists(at("removed")));
-        EXPECT_EQ(run({"clean", image, "--yes"}).exitCode, 0);
+        const Outcome gone = run({"clean", image, "--yes"});
+        EXPECT_EQ(gone.exitCode, 0);
+        EXPECT_TRUE(gone.out.contains("for good    Docker image shop:3 (ab12)\n")) << gone.out;
         EXPECT_TRUE(exists(at("removed")));
         EXPECT_TRUE(run({"history"}).out.contains("Docker image ab12\n"));
     });

@@ -71,8 +71,8 @@ TEST_F(ToolUsageTest, AnswersWithOneDocumentOfTheTypesFields) {
          "[{id,name,group,personas[],risk,regenerates,officialCommand,runningApps[],"
          "items[{path,size,idleDays}],preselectedPaths[],totalSize}]"                    },
         {{"clean", "--safe", "--dry-run"},
-         "{movedToTrashBytes,freedNowBytes,failures[],refused[],unrecorded[],notes[],journalIDs[],"
-         "processed,untouched[]," +
+         "{movedToTrashBytes,freedNowBytes,failures[],refused[],unrecorded[],notes[],goneForGood[],"
+         "journalIDs[],processed,untouched[]," +
              plan                                                                        },
         {{"size", ".cache"},                "[{path,size}]"                              },
         {{"safety", ".cache"},              "[{path,canonical,refusal}]"                 },

@@ -7,6 +7,7 @@
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloApp/SmartClean/SmartClean.h"
 #include "BrimloCore/Docker/DockerSnapshot.h"
+#include "BrimloCore/Platform/Fmt.h"
 
 #include <memory>
 #include <mutex>
@@ -47,6 +48,15 @@ private:
     bool isUnread_ = false;
 };
 
+/// "Docker image shop:3 (ab12): reason", "Caches, /home/u/cache: reason".
+std::string lineOf(const ItemProblem& problem) {
+    if (isPseudoPath(problem.path)) {
+        const std::string title = problem.title.value_or("");
+        return DockerObject::words(problem.path, title) + ": " + problem.reason;
+    }
+    return (problem.title ? *problem.title + ", " : "") + problem.text();
+}
+
 }  // namespace
 
 ReportFigures ReportFigures::of(const std::optional<CleanReport>& report) {
@@ -59,14 +69,15 @@ ReportFigures ReportFigures::of(const std::optional<CleanReport>& report) {
     figures.movedToTrash = static_cast<double>(report->movedToTrashBytes);
     for (const auto* problems : {&report->refused, &report->failures, &report->unrecorded}) {
         for (const ItemProblem& problem : *problems) {
-            const bool isDocker = isPseudoPath(problem.path);
-            figures.problems.append(shown(
-                isDocker ? DockerObject::words(problem.path) + ": " + problem.reason
-                         : problem.text()));
+            figures.problems.append(shown(lineOf(problem)));
         }
     }
     figures.untouched = static_cast<int>(report->untouched.size());
-    figures.canUndo = !report->journalIDs.empty();
+    for (const CleanItem& item : report->goneForGood) {
+        figures.goneForGood.append(shown(item.name() + ", " + Fmt::bytes(item.size)));
+    }
+    figures.canUndo = report->canUndo();
+    figures.canUndoAll = report->canUndoAll();
     return figures;
 }
 

@@ -30,8 +30,10 @@ class ReportFigures {
     Q_PROPERTY(double movedToTrash MEMBER movedToTrash)
     Q_PROPERTY(int untouched MEMBER untouched)
     Q_PROPERTY(QStringList problems MEMBER problems)
+    Q_PROPERTY(QStringList goneForGood MEMBER goneForGood)
     Q_PROPERTY(bool hasProblems READ hasProblems)
     Q_PROPERTY(bool canUndo MEMBER canUndo)
+    Q_PROPERTY(bool canUndoAll MEMBER canUndoAll)
 
 public:
     [[nodiscard]] static ReportFigures of(const std::optional<CleanReport>& report);
@@ -44,9 +46,11 @@ public:
     double freedNow = 0;      ///< Bytes that are free already.
     double movedToTrash = 0;  ///< Bytes moved to the Trash.
     int untouched = 0;        ///< Items not reached, because the clean was stopped.
-    QStringList problems;     ///< "path: reason" for what was refused, failed, or cleaned without a
+    QStringList problems;     ///< "name: reason" for what was refused, failed, or cleaned without a
                               ///< journal entry.
-    bool canUndo = false;     ///< Whether the journal has an entry of this clean.
+    QStringList goneForGood;  ///< The names and sizes of Docker's objects that are gone.
+    bool canUndo = false;     ///< As in `CleanReport`.
+    bool canUndoAll = false;
 };
 
 /// A clean, from the confirmed plan to its result. Main thread; cleans in the background.

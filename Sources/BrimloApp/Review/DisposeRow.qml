@@ -2,25 +2,49 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// One item of a plan, or the many of one folder, and its destination.
+// One item of a plan, or the many of one folder, and what becomes of it. A click on an item toggles
+// it, one on a folder unfolds it.
 ListRow {
     id: row
 
     required property string title
     required property string subtitle
+    required property string reason
     required property real size
-    required property bool isDocker
+    required property string fate
+    required property string tick
     required property int itemCount
     required property bool expanded
     required property bool isInFolder
 
+    // Whether items can be unticked.
+    property bool tickable: true
+
+    // The width of the widest chip in the list, so that sizes are in one column.
+    property real fateWidth: 0
+
+    readonly property bool stays: fate === "stays"
     readonly property string place: itemCount > 0 ? qsTr("%1 · %2 items").arg(subtitle).arg(Format.count(itemCount)) : subtitle
 
-    text: title + ", " + (place !== "" ? place + ", " : "") + Format.bytes(size) + ", " + chip.text
+    signal ticked
+
+    text: [title, place, reason, Format.bytes(size), chip.text].filter(word => word !== "").join(", ")
     leftPadding: isInFolder ? Theme.huge : Theme.snug
     topPadding: 5
     bottomPadding: 5
+    spacing: Theme.tight
+    Accessible.checkable: tickable && !stays
+    Accessible.checked: tick === "all"
+    Accessible.checkStateMixed: tick === "some"
 
+    CheckBox {
+        checkState: row.tick === "all" ? Qt.Checked : row.tick === "some" ? Qt.PartiallyChecked : Qt.Unchecked
+        label: row.title + (row.place !== "" ? ", " + row.place : "")
+        visible: row.tickable
+        enabled: !row.stays
+        focusPolicy: Qt.NoFocus
+        onClicked: row.ticked()
+    }
     ColumnLayout {
         spacing: 1
         Layout.fillWidth: true
@@ -37,6 +61,14 @@ ListRow {
             visible: row.place !== ""
             Layout.fillWidth: true
         }
+        Label {
+            text: row.reason
+            color: Theme.reviewText
+            wrapMode: Text.Wrap
+            font.pixelSize: Theme.small
+            visible: row.reason !== ""
+            Layout.fillWidth: true
+        }
     }
     PlainButton {
         symbol: row.expanded ? "chevron.down" : "chevron.right"
@@ -50,17 +82,17 @@ ListRow {
         bytes: row.size
     }
     Item {
-        implicitWidth: Math.max(chip.implicitWidth, Theme.scaled(68))
+        implicitWidth: Math.max(chip.implicitWidth, row.fateWidth)
         implicitHeight: chip.implicitHeight
 
         Chip {
             id: chip
 
             anchors.right: parent.right
-            text: row.isDocker ? qsTr("Docker · permanent") : qsTr("Trash")
-            symbol: row.isDocker ? "shippingbox" : "trash"
-            color: row.isDocker ? Theme.review : Theme.info
-            help: row.isDocker ? qsTr("Docker objects are removed through Docker and cannot be restored. What was never pushed or cannot be built again is lost.") : ""
+            text: row.stays ? qsTr("Stays") : row.fate === "forGood" ? qsTr("Docker · permanent") : qsTr("Trash")
+            symbol: row.stays ? "lock" : row.fate === "forGood" ? "shippingbox" : "trash"
+            color: row.stays ? Theme.secondaryText : row.fate === "forGood" ? Theme.review : Theme.info
+            help: row.fate === "forGood" ? qsTr("Docker objects are removed through Docker and cannot be restored. What was never pushed or cannot be built again is lost.") : ""
         }
     }
 }

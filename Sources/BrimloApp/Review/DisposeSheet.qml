@@ -4,13 +4,26 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// The last look at a plan before a clean. `review` holds the plan and carries out exactly that;
-// with `dryRunOnly` there is nothing to confirm.
+// The last look at a plan before a clean. `review` holds the plan and carries out exactly what is
+// ticked in it; with `dryRunOnly` there is nothing to tick or to confirm. What is ticked changes
+// words, and never what is where.
 Sheet {
     id: sheet
 
     required property PlanReview review
     property bool dryRunOnly: false
+
+    function heading(fate) {
+        if (fate === "trash")
+            return qsTr("Goes to Trash · %1").arg(Format.bytes(review.freedAfterEmptying));
+        if (fate === "forGood")
+            return qsTr("Goes for good · %1").arg(Format.bytes(review.freedNow));
+        return review.stayingCount === 1 ? qsTr("Would be refused and stays · 1 item") : qsTr("Would be refused and stays · %1 items").arg(Format.count(review.stayingCount));
+    }
+    function toggle(index) {
+        if (!dryRunOnly)
+            review.toggle(index);
+    }
 
     presented: review.isOpen
     onDismissed: review.close()
@@ -22,12 +35,13 @@ Sheet {
     symbol: "checkmark.shield"
     symbolColor: Theme.safe
     title: dryRunOnly ? qsTr("Preview: nothing will change") : qsTr("Review before cleaning")
-    subtitle: qsTr("%1 items · %2").arg(Format.count(review.itemCount)).arg(Format.bytes(review.totalBytes))
-    defaultButton: dryRunOnly ? closeButton : cleanButton
+    subtitle: qsTr("%1 items · %2").arg(Format.count(review.itemCount)).arg(review.amount)
+    defaultButton: dryRunOnly || review.itemCount === 0 ? closeButton : cleanButton
     footer: [
         Label {
             text: sheet.dryRunOnly ? qsTr("This is a preview. Use Clean to apply.") : ""
             secondary: true
+            wrapMode: Text.Wrap
             Layout.fillWidth: true
         },
         OutlineButton {
@@ -39,7 +53,7 @@ Sheet {
         SolidButton {
             id: cleanButton
 
-            text: qsTr("Clean %1").arg(Format.bytes(sheet.review.totalBytes))
+            text: qsTr("Clean %1").arg(sheet.review.amount)
             symbol: "sparkles"
             visible: !sheet.dryRunOnly
             enabled: !AppModel.cleanup.isCleaning && sheet.review.itemCount > 0
@@ -48,6 +62,7 @@ Sheet {
     ]
 
     ModeCards {
+        visible: sheet.review.hasTrashItems
         Layout.fillWidth: true
     }
     RowLayout {
@@ -67,7 +82,7 @@ Sheet {
         }
     }
     Notice {
-        text: qsTr("What Docker holds goes for good and cannot be put back.")
+        text: sheet.review.warning !== "" ? sheet.review.warning : qsTr("Nothing goes for good.")
         color: Theme.review
         visible: sheet.review.hasFinalItems
     }
@@ -95,10 +110,23 @@ Sheet {
             label: qsTr("Items")
             model: sheet.review
             onOpened: index => sheet.review.toggleExpanded(index)
+            Keys.onSpacePressed: sheet.toggle(currentIndex)
             delegate: DisposeRow {
                 required property int index
 
-                onClicked: sheet.review.toggleExpanded(index)
+                tickable: !sheet.dryRunOnly
+                fateWidth: Theme.scaled(sheet.review.hasFinalItems ? 148 : 68)
+                onClicked: itemCount > 0 ? sheet.review.toggleExpanded(index) : sheet.toggle(index)
+                onTicked: sheet.toggle(index)
+            }
+            section.property: "fate"
+            section.delegate: Eyebrow {
+                required property string section
+
+                text: sheet.heading(section)
+                leftPadding: Theme.snug
+                topPadding: Theme.tight
+                bottomPadding: Theme.tiny
             }
         }
     }

@@ -4,12 +4,15 @@
 #include "BrimloApp/Shell/RunInBackground.h"
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloApp/SmartClean/SmartClean.h"
+#include "BrimloCore/Cleaner/Cleaner.h"
 #include "BrimloCore/Cleaner/ItemGroups.h"
-#include "BrimloCore/Docker/DockerSnapshot.h"
 #include "BrimloCore/Support/Path.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
+#include <functional>
+#include <map>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
@@ -17,6 +20,8 @@
 namespace Brimlo {
 
 namespace {
+
+using Fate = PlanLine::Fate;
 
 /// The suggestion and the item of a path.
 struct Origin {
@@ -38,58 +43,114 @@ Origins originsIn(const std::vector<Suggestion>& suggestions) {
 PlanLine lineOf(const CleanItem& item, const Origins& origins) {
     const bool isDocker = isPseudoPath(item.path);
     PlanLine row{
-        .path = item.path,
-        .title = isDocker ? DockerObject::words(item.path) : item.path,
-        .subtitle = {},
-        .size = item.size};
+        .path = item.path, .title = item.name(), .subtitle = {}, .reason = {}, .size = item.size};
+    row.mayBeOwn = item.risk.value_or(Risk::review) == Risk::review;
     if (const auto known = origins.find(item.path); known != origins.end()) {
         const auto& [suggestion, found] = known->second;
         // An item that will be gone for good is called by its own name.
-        row.title = isDocker ? found->detail.value_or(row.title) : suggestion->name;
+        row.title = isDocker ? row.title : suggestion->name;
         row.subtitle = isDocker ? suggestion->name + " · " + found->subtitle.value_or("")
                                 : found->subtitle.value_or(item.path);
     }
     return row;
 }
 
-std::vector<PlanLine> linesOf(
-    const CleanPlan& plan,
-    const std::vector<Suggestion>& suggestions,
-    const std::set<std::string>& expanded) {
-    const Origins origins = originsIn(suggestions);
-    std::vector<PlanLine> rows;
-    for (const ItemGroup& group : grouped(plan.items())) {
-        PlanLine row = lineOf(plan.items()[group.items.front()], origins);
-        if (!group.isFolder()) {
-            rows.push_back(std::move(row));
-            continue;
-        }
-        row.path = group.folder;
-        row.subtitle = group.folder;
-        row.size = group.size;
-        row.itemCount = static_cast<std::int64_t>(group.items.size());
-        row.expanded = expanded.contains(row.key());
-        rows.push_back(row);
-        if (row.expanded) {
-            for (const std::size_t place : group.items) {
-                PlanLine inner = lineOf(plan.items()[place], origins);
-                inner.title = inner.subtitle == inner.path ? std::string{Path::name(inner.path)}
-                                                           : std::move(inner.subtitle);
-                inner.subtitle.clear();
-                inner.isInFolder = true;
-                rows.push_back(std::move(inner));
-            }
-        }
-    }
-    return rows;
+PlanLine innerLineOf(const CleanItem& item, const Origins& origins) {
+    PlanLine row = lineOf(item, origins);
+    row.title =
+        row.subtitle == row.path ? std::string{Path::name(row.path)} : std::move(row.subtitle);
+    row.subtitle.clear();
+    row.isInFolder = true;
+    return row;
 }
 
-std::vector<Rows<PlanLine>::Role> roles() {
+PlanGroup groupOf(
+    const ItemGroup& together, const std::vector<CleanItem>& items, const Origins& origins) {
+    PlanGroup group{
+        .head = lineOf(items[together.items.front()], origins),
+        .items = {},
+        .ticks = std::vector<bool>(together.items.size())};
+    if (!together.isFolder()) {
+        group.items.push_back(group.head);
+        return group;
+    }
+    group.head.path = together.folder;
+    group.head.subtitle = together.folder;
+    group.head.size = together.size;
+    group.head.itemCount = static_cast<std::int64_t>(together.items.size());
+    for (const std::size_t place : together.items) {
+        group.items.push_back(innerLineOf(items[place], origins));
+    }
+    return group;
+}
+
+/// Items of one fate, and of one reason if they stay.
+using Alike = std::pair<Fate, std::string>;
+
+std::map<Alike, std::vector<CleanItem>> byFate(
+    const CleanPlan& plan, const CleanReport& rehearsal) {
+    std::unordered_map<std::string_view, std::string_view> reasons;
+    for (const auto* problems : {&rehearsal.refused, &rehearsal.failures}) {
+        for (const ItemProblem& problem : *problems) {
+            reasons.emplace(problem.path, problem.reason);
+        }
+    }
+    std::map<Alike, std::vector<CleanItem>> parts;
+    for (const CleanItem& item : plan.items()) {
+        const auto found = reasons.find(item.path);
+        const Fate fate = found != reasons.end()    ? Fate::stays
+                          : isPseudoPath(item.path) ? Fate::forGood
+                                                    : Fate::trash;
+        parts[{fate, std::string{fate == Fate::stays ? found->second : ""}}].push_back(item);
+    }
+    return parts;
+}
+
+std::vector<PlanGroup> groupsOf(
+    const CleanPlan& plan,
+    const std::vector<Suggestion>& suggestions,
+    const CleanReport& rehearsal) {
+    const Origins origins = originsIn(suggestions);
+    std::vector<PlanGroup> groups;
+    for (const auto& [alike, items] : byFate(plan, rehearsal)) {
+        for (const ItemGroup& together : grouped(items)) {
+            PlanGroup group = groupOf(together, items, origins);
+            group.head.fate = alike.first;
+            group.head.reason = alike.second;
+            groups.push_back(std::move(group));
+        }
+    }
+    std::ranges::stable_sort(groups, {}, [](const PlanGroup& group) {
+        return std::pair{group.head.fate, -group.head.size};
+    });
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        PlanGroup& group = groups[i];
+        group.head.group = i;
+        for (std::size_t item = 0; item < group.items.size(); ++item) {
+            PlanLine& line = group.items[item];
+            line.fate = group.head.fate;
+            line.reason = group.head.reason;
+            line.group = i;
+            line.item = item;
+        }
+    }
+    return groups;
+}
+
+QString word(Fate fate) {
+    constexpr std::array kWords{"trash", "forGood", "stays"};
+    return QString::fromUtf8(kWords.at(static_cast<std::size_t>(fate)));
+}
+
+/// `tickOf` looks the tick up, so that a press changes no row.
+std::vector<Rows<PlanLine>::Role> roles(std::function<QVariant(const PlanLine&)> tickOf) {
     return {
         {"title",      [](const PlanLine& row) { return shown(row.title); }               },
         {"subtitle",   [](const PlanLine& row) { return shown(row.subtitle); }            },
+        {"reason",     [](const PlanLine& row) { return shown(row.reason); }              },
         {"size",       [](const PlanLine& row) { return static_cast<double>(row.size); }  },
-        {"isDocker",   [](const PlanLine& row) { return isPseudoPath(row.path); }         },
+        {"fate",       [](const PlanLine& row) { return word(row.fate); }                 },
+        {"tick",       std::move(tickOf)                                                  },
         {"itemCount",  [](const PlanLine& row) { return static_cast<int>(row.itemCount); }},
         {"expanded",   [](const PlanLine& row) { return row.expanded; }                   },
         {"isInFolder", [](const PlanLine& row) { return row.isInFolder; }                 },
@@ -100,7 +161,7 @@ std::vector<Rows<PlanLine>::Role> roles() {
 
 PlanReview::PlanReview(AppModel& app)
     : app_{app}
-    , rows_{*this, roles()} {}
+    , rows_{*this, roles([this](const PlanLine& row) { return tickWord(row); })} {}
 
 PlanReview::~PlanReview() {
     releaseInBackground(std::move(nodes_));
@@ -120,6 +181,36 @@ void PlanReview::openNodes(std::vector<std::shared_ptr<FileNode>> nodes) {
 
 void PlanReview::open(CleanPlan plan, std::vector<std::shared_ptr<FileNode>> nodes) {
     setPlan(std::move(plan), std::move(nodes));
+    isWanted_ = std::make_shared<bool>(true);
+    runInBackground(
+        this,
+        [plan = plan_, suggestions = app_.smartClean()->suggestions(), cleaner = app_.cleaner()] {
+            return groupsOf(plan, suggestions, cleaner->execute(plan, DisposalMode::trash, true));
+        },
+        [isWanted = isWanted_](PlanReview& review, std::vector<PlanGroup> groups) {
+            if (*isWanted) {
+                review.show(std::move(groups));
+            }
+        });
+}
+
+void PlanReview::show(const CleanReport& rehearsal) {
+    show(groupsOf(plan_, app_.smartClean()->suggestions(), rehearsal));
+}
+
+void PlanReview::show(std::vector<PlanGroup> groups) {
+    *isWanted_ = false;
+    rows_.set({});  // First, because the ticks of rows are looked up in the groups.
+    groups_ = std::move(groups);
+    figures_ = {};
+    for (PlanGroup& group : groups_) {
+        for (std::size_t i = 0; i < group.items.size(); ++i) {
+            tick(group, i, group.head.fate != Fate::stays);
+        }
+    }
+    refresh();
+    Q_EMIT planChanged();
+    Q_EMIT figuresChanged();
     setOpen(true);
 }
 
@@ -129,55 +220,141 @@ void PlanReview::close() {
 }
 
 void PlanReview::confirm() {
-    if (!isOpen_ || app_.cleanup()->isCleaning() || plan_.items().empty()) {
+    if (!isOpen_ || app_.cleanup()->isCleaning() || figures_.count == 0) {
         return;
     }
     // Closed first, so that no listener can confirm a second time.
-    CleanPlan plan = plan_;
-    const auto nodes = nodes_;
+    const std::set<std::string> left = unticked();
+    const CleanPlan plan = plan_.without(left);
+    auto nodes = nodes_;
     close();
     if (nodes.empty()) {
         app_.cleanup()->run(plan);
     } else {
+        // With a folder stays what was selected in it.
+        std::erase_if(nodes, [&](const std::shared_ptr<FileNode>& node) {
+            const FileNode* at = left.empty() ? nullptr : node.get();
+            while (at != nullptr && !left.contains(at->path())) {
+                at = at->parent();
+            }
+            return at != nullptr;
+        });
         app_.cleanup()->dispose(nodes);
     }
     Q_EMIT confirmed();
 }
 
-int PlanReview::itemCount() const {
-    return static_cast<int>(plan_.items().size());
+QString PlanReview::amount() const {
+    return words(figures_.amount());
 }
 
-double PlanReview::totalBytes() const {
-    return static_cast<double>(plan_.totalBytes());
+QString PlanReview::warning() const {
+    return words(figures_.warning());
 }
 
-double PlanReview::freedNow() const {
-    return static_cast<double>(plan_.finalBytes());
+bool PlanReview::has(Fate fate) const {
+    return std::ranges::any_of(
+        groups_, [&](const PlanGroup& group) { return group.head.fate == fate; });
 }
 
 bool PlanReview::hasReviewItems() const {
-    return std::ranges::any_of(plan_.items(), [](const CleanItem& item) {
-        return !isPseudoPath(item.path) && item.risk.value_or(Risk::review) == Risk::review;
+    return std::ranges::any_of(groups_, [](const PlanGroup& group) {
+        return group.head.fate == Fate::trash && group.head.mayBeOwn;
     });
 }
 
+int PlanReview::stayingCount() const {
+    std::size_t count = 0;
+    for (const PlanGroup& group : groups_) {
+        count += group.head.fate == Fate::stays ? group.items.size() : 0;
+    }
+    return static_cast<int>(count);
+}
+
+std::set<std::string> PlanReview::unticked() const {
+    std::set<std::string> paths;
+    for (const PlanGroup& group : groups_) {
+        for (std::size_t i = 0; i < group.items.size(); ++i) {
+            if (!group.ticks[i]) {
+                paths.insert(group.items[i].path);
+            }
+        }
+    }
+    return paths;
+}
+
 void PlanReview::setPlan(CleanPlan plan, std::vector<std::shared_ptr<FileNode>> nodes) {
+    *isWanted_ = false;
     std::swap(nodes_, nodes);
     if (!nodes.empty()) {
         // After another scan these may be the last references, and a folder takes long to destroy.
         releaseInBackground(std::move(nodes));
     }
-    if (plan_ != plan) {
-        plan_ = std::move(plan);
-        expanded_.clear();
-        refresh();
-        Q_EMIT planChanged();
-    }
+    plan_ = std::move(plan);
+    rows_.set({});
+    groups_.clear();
+    figures_ = {};
+    expanded_.clear();
+    Q_EMIT planChanged();
+    Q_EMIT figuresChanged();
 }
 
 void PlanReview::refresh() {
-    rows_.set(linesOf(plan_, app_.smartClean()->suggestions(), expanded_));
+    std::vector<PlanLine> rows;
+    for (const PlanGroup& group : groups_) {
+        rows.push_back(group.head);
+        rows.back().expanded = expanded_.contains(group.head.key());
+        if (rows.back().expanded) {
+            rows.insert(rows.end(), group.items.begin(), group.items.end());
+        }
+    }
+    rows_.set(std::move(rows));
+}
+
+QString PlanReview::tickWord(const PlanLine& row) const {
+    const PlanGroup& group = groups_[row.group];
+    const std::size_t count = row.isInFolder ? 1 : group.items.size();
+    const std::size_t ticked = row.isInFolder ? (group.ticks[row.item] ? 1U : 0U) : group.tickCount;
+    return ticked == 0       ? QStringLiteral("none")
+           : ticked == count ? QStringLiteral("all")
+                             : QStringLiteral("some");
+}
+
+void PlanReview::tick(PlanGroup& group, std::size_t item, bool isTicked) {
+    if (group.ticks[item] == isTicked) {
+        return;
+    }
+    group.ticks[item] = isTicked;
+    const PlanLine& line = group.items[item];
+    if (isTicked) {
+        ++group.tickCount;
+        figures_.add(line.path, line.size);
+    } else {
+        --group.tickCount;
+        figures_.remove(line.path, line.size);
+    }
+}
+
+void PlanReview::toggle(int place) {
+    const PlanLine* chosen = rows_.at(place);
+    if (chosen == nullptr || chosen->fate == Fate::stays) {
+        return;
+    }
+    PlanGroup& group = groups_[chosen->group];
+    int first = place;
+    int last = place;
+    if (chosen->isInFolder) {
+        first -= static_cast<int>(chosen->item) + 1;  // The folder's row changes, too.
+        tick(group, chosen->item, !group.ticks[chosen->item]);
+    } else {
+        last += chosen->expanded ? static_cast<int>(group.items.size()) : 0;
+        const bool isTicked = group.tickCount < group.items.size();
+        for (std::size_t i = 0; i < group.items.size(); ++i) {
+            tick(group, i, isTicked);
+        }
+    }
+    Q_EMIT dataChanged(index(first), index(last));
+    Q_EMIT figuresChanged();
 }
 
 void PlanReview::toggleExpanded(int place) {

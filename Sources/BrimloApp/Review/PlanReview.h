@@ -2,10 +2,12 @@
 
 #include "BrimloApp/Shell/Rows.h"
 #include "BrimloCore/Cleaner/CleanPlan.h"
+#include "BrimloCore/Cleaner/CleanReport.h"
 #include "BrimloCore/DiskScanner/FileNode.h"
 
 #include <QtQml/qqmlregistration.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <set>
@@ -16,36 +18,62 @@ namespace Brimlo {
 
 class AppModel;
 
-/// One item of a plan, or the many of one rule in one folder, described by its suggestion.
+/// One item of a plan, or the many of one rule in one folder that share a fate, described by its
+/// suggestion.
 struct PlanLine {
+    /// What becomes of it, in the order of the list. What stays would be refused.
+    enum class Fate : std::uint8_t { trash, forGood, stays };
+
     std::string path;
-    std::string title;     ///< The name of the suggestion; the path if there is none.
+    std::string title;     ///< The name of the suggestion or of Docker's object; else the path.
     std::string subtitle;  ///< Empty if the title is the path.
+    std::string reason;    ///< Why it stays; else empty.
     std::int64_t size = 0;
     std::int64_t itemCount = 0;  ///< Of a folder of many items; else 0.
-    bool expanded = false;       ///< Whether the items of the folder follow.
-    bool isInFolder = false;     ///< Whether it follows the row of its folder.
+    Fate fate = Fate::trash;
+    bool expanded = false;    ///< Whether the items of the folder follow.
+    bool isInFolder = false;  ///< Whether it follows the row of its folder.
+    bool mayBeOwn = false;    ///< Whether it may hold the user's own files, by its rating.
+    std::size_t group = 0;    ///< The place of its group.
+    std::size_t item = 0;     ///< Its place in the group.
 
     bool operator==(const PlanLine&) const = default;
 
     /// Several rules may have many items in one folder.
-    [[nodiscard]] std::string key() const { return itemCount > 0 ? path + '\0' + title : path; }
+    [[nodiscard]] std::string key() const {
+        return itemCount > 0 ? path + '\0' + title + '\0' + reason : path;
+    }
 };
 
-/// A plan that the user reviews before anything happens. What is confirmed is what was shown,
-/// whatever was ticked or scanned in the meantime. Closed at first. Main thread.
+/// What is shown as one line at first: a row, and the items of a folder below it.
+struct PlanGroup {
+    PlanLine head;
+    std::vector<PlanLine> items;  ///< At least one; the head itself if it is no folder.
+    std::vector<bool> ticks;      ///< Of the items.
+    std::size_t tickCount = 0;
+};
+
+/// A plan that the user reviews before anything happens. It opens once the gate has judged the
+/// items, so that nothing moves in it. What is confirmed is what is ticked in it, whatever was
+/// ticked or scanned elsewhere in the meantime. Closed at first. Main thread; judges in the
+/// background.
 class PlanReview : public Brimlo::RowList {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("A part of the model")
 
     Q_PROPERTY(bool isOpen READ isOpen NOTIFY isOpenChanged)
-    Q_PROPERTY(int itemCount READ itemCount NOTIFY planChanged)
-    Q_PROPERTY(double totalBytes READ totalBytes NOTIFY planChanged)
-    Q_PROPERTY(double freedNow READ freedNow NOTIFY planChanged)
-    Q_PROPERTY(double freedAfterEmptying READ freedAfterEmptying NOTIFY planChanged)
+    // Of what is ticked.
+    Q_PROPERTY(int itemCount READ itemCount NOTIFY figuresChanged)
+    Q_PROPERTY(double freedNow READ freedNow NOTIFY figuresChanged)
+    Q_PROPERTY(double freedAfterEmptying READ freedAfterEmptying NOTIFY figuresChanged)
+    Q_PROPERTY(QString amount READ amount NOTIFY figuresChanged)
+    Q_PROPERTY(QString warning READ warning NOTIFY figuresChanged)
+    // Of the plan as it opened.
+    Q_PROPERTY(bool hasTrashItems READ hasTrashItems NOTIFY planChanged)
     Q_PROPERTY(bool hasFinalItems READ hasFinalItems NOTIFY planChanged)
     Q_PROPERTY(bool hasReviewItems READ hasReviewItems NOTIFY planChanged)
+    Q_PROPERTY(int stayingCount READ stayingCount NOTIFY planChanged)
 
 public:
     explicit PlanReview(AppModel& app);
@@ -53,47 +81,69 @@ public:
 
     Q_DISABLE_COPY_MOVE(PlanReview)
 
-    /// Opens with the items ticked in Smart Clean.
+    /// Opens with the items ticked in Smart Clean, once they are judged.
     Q_INVOKABLE void openSelection();
     /// Opens with nodes of the scanned tree, unless all are aggregates.
     void openNodes(std::vector<std::shared_ptr<FileNode>> nodes);
+    /// Opens at once with the plan that is being judged. `rehearsal` is its dry run.
+    void show(const CleanReport& rehearsal);
+    /// Ticks or unticks an item, or all of a folder; does nothing on what stays.
+    Q_INVOKABLE void toggle(int place);
     /// Shows or hides the items of a folder; does nothing on another row.
     Q_INVOKABLE void toggleExpanded(int place);
     /// Forgets the plan.
     Q_INVOKABLE void close();
-    /// Starts the clean, once, and closes. Does nothing while another clean is under way or if the
-    /// plan is empty: the review stays open.
+    /// Starts the clean of what is ticked, once, and closes. Does nothing while another clean is
+    /// under way or if nothing is ticked: the review stays open.
     Q_INVOKABLE void confirm();
 
     [[nodiscard]] bool isOpen() const { return isOpen_; }
-    [[nodiscard]] int itemCount() const;
-    [[nodiscard]] double totalBytes() const;
+    [[nodiscard]] int itemCount() const { return static_cast<int>(figures_.count); }
     /// Bytes that are free at once: those of Docker's objects.
-    [[nodiscard]] double freedNow() const;
-    [[nodiscard]] double freedAfterEmptying() const { return totalBytes() - freedNow(); }
-    [[nodiscard]] bool hasFinalItems() const { return plan_.hasFinalItems(); }
+    [[nodiscard]] double freedNow() const { return static_cast<double>(figures_.finalBytes); }
+    [[nodiscard]] double freedAfterEmptying() const {
+        return static_cast<double>(figures_.trashBytes());
+    }
+    /// As `CleanFigures` words them.
+    [[nodiscard]] QString amount() const;
+    [[nodiscard]] QString warning() const;
+
+    [[nodiscard]] bool hasTrashItems() const { return has(PlanLine::Fate::trash); }
+    [[nodiscard]] bool hasFinalItems() const { return has(PlanLine::Fate::forGood); }
     /// Whether an item for the Trash may hold the user's own files: by its rating, or because it
     /// has none.
     [[nodiscard]] bool hasReviewItems() const;
+    /// How many items would be refused.
+    [[nodiscard]] int stayingCount() const;
 
 Q_SIGNALS:
     void isOpenChanged();
     void planChanged();
+    void figuresChanged();
     /// The clean was started. The review is closed already.
     void confirmed();
 
 private:
     void open(CleanPlan plan, std::vector<std::shared_ptr<FileNode>> nodes);
+    void show(std::vector<PlanGroup> groups);
     void setPlan(CleanPlan plan, std::vector<std::shared_ptr<FileNode>> nodes);
     void refresh();
     void setOpen(bool isOpen);
+    void tick(PlanGroup& group, std::size_t item, bool isTicked);
+    [[nodiscard]] QString tickWord(const PlanLine& row) const;
+    [[nodiscard]] bool has(PlanLine::Fate fate) const;
+    [[nodiscard]] std::set<std::string> unticked() const;
 
     AppModel& app_;
     Rows<PlanLine> rows_;
     CleanPlan plan_{{}};
+    std::vector<PlanGroup> groups_;  ///< By fate, then the largest first.
+    CleanFigures figures_;
     std::set<std::string> expanded_;  ///< The keys of folders.
     std::vector<std::shared_ptr<FileNode>>
         nodes_;  ///< The nodes of the plan; empty if it comes from Smart Clean.
+    /// Of the judging under way; false once it is outdated.
+    std::shared_ptr<bool> isWanted_ = std::make_shared<bool>(false);
     bool isOpen_ = false;
 };
 

@@ -4,16 +4,18 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// The problems in a report, as it words them.
+// The problems in a report, as it words them, or other lines of it.
 ColumnLayout {
     id: section
 
     property list<string> problems
+    property string title: qsTr("Problems")
+    property string symbol: "exclamationmark.triangle"
 
     spacing: Theme.tight
 
     Eyebrow {
-        text: qsTr("Problems")
+        text: section.title
     }
     Card {
         padding: Theme.tight
@@ -25,7 +27,7 @@ ColumnLayout {
         ScrollList {
             id: list
 
-            label: qsTr("Problems")
+            label: section.title
             model: section.problems
             implicitHeight: Math.min(contentHeight, 220)
             Layout.fillWidth: true
@@ -42,7 +44,7 @@ ColumnLayout {
                 bottomPadding: 6
 
                 Icon {
-                    symbol: "exclamationmark.triangle"
+                    symbol: section.symbol
                     size: 14
                     color: Theme.reviewText
                     Layout.alignment: Qt.AlignTop

@@ -20,7 +20,7 @@ Sheet {
     defaultButton: done
     footer: [
         OutlineButton {
-            text: qsTr("Undo everything")
+            text: sheet.report.canUndoAll ? qsTr("Undo everything") : qsTr("Undo the others")
             symbol: "arrow.uturn.backward"
             visible: sheet.report.canUndo
             enabled: AppModel.busy === ""
@@ -67,6 +67,14 @@ Sheet {
         visible: sheet.report.movedToTrash > 0
         enabled: AppModel.busy === ""
         onClicked: AppModel.history.emptyTrash()
+    }
+    ProblemList {
+        problems: sheet.report.goneForGood
+        title: qsTr("Gone for good: cannot be undone")
+        symbol: "shippingbox"
+        visible: problems.length > 0
+        Layout.fillWidth: true
+        Layout.fillHeight: true
     }
     ProblemList {
         problems: sheet.report.problems

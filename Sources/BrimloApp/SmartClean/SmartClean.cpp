@@ -125,19 +125,19 @@ void SmartClean::setSelected(Paths paths) {
 }
 
 void SmartClean::countSelected() {
-    Figures figures;
+    CleanFigures figures;
     for (const Suggestion& suggestion : suggestions_) {
         for (const SuggestionItem& item : suggestion.items) {
             if (selected_.contains(item.path)) {
-                const bool isFinal = isPseudoPath(item.path);
-                ++figures.count;
-                figures.bytes = Bytes::sum(figures.bytes, item.size);
-                figures.finalCount += isFinal ? 1 : 0;
-                figures.finalBytes = Bytes::sum(figures.finalBytes, isFinal ? item.size : 0);
+                figures.add(item.path, item.size);
             }
         }
     }
     assign(*this, figures_, figures, &SmartClean::currentPlanChanged);
+}
+
+QString SmartClean::planDestination() const {
+    return words(figures_.destination());
 }
 
 CleanPlan SmartClean::currentPlan() const {

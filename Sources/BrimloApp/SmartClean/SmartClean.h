@@ -34,7 +34,7 @@ class SmartClean : public QObject {
     // The figures of the plan for all ticked items.
     Q_PROPERTY(int planCount READ planCount NOTIFY currentPlanChanged)
     Q_PROPERTY(double planBytes READ planBytes NOTIFY currentPlanChanged)
-    Q_PROPERTY(double planFinalBytes READ planFinalBytes NOTIFY currentPlanChanged)
+    Q_PROPERTY(QString planDestination READ planDestination NOTIFY currentPlanChanged)
     Q_PROPERTY(bool planHasFinalItems READ planHasFinalItems NOTIFY currentPlanChanged)
     Q_PROPERTY(bool previewRequested READ previewRequested WRITE setPreviewRequested NOTIFY
                    previewRequestedChanged)
@@ -89,7 +89,8 @@ public:
     [[nodiscard]] CleanPlan currentPlan() const;
     [[nodiscard]] int planCount() const { return static_cast<int>(figures_.count); }
     [[nodiscard]] double planBytes() const { return static_cast<double>(figures_.bytes); }
-    [[nodiscard]] double planFinalBytes() const { return static_cast<double>(figures_.finalBytes); }
+    /// Where the items go, as `CleanFigures` words it.
+    [[nodiscard]] QString planDestination() const;
     [[nodiscard]] bool planHasFinalItems() const { return figures_.finalCount > 0; }
 
     /// Whether the screen should open its preview.
@@ -117,18 +118,9 @@ private:
     bool suggestAgain_ = false;  ///< Whether to run again afterwards.
     std::vector<Suggestion> suggestions_;
     Paths selected_;
-
     /// Of the ticked items. No item lies in another one (`resolveOverlaps`), so they are those of
     /// the plan.
-    struct Figures {
-        std::int64_t count = 0;
-        std::int64_t bytes = 0;
-        std::int64_t finalCount = 0;
-        std::int64_t finalBytes = 0;
-
-        bool operator==(const Figures&) const = default;
-    };
-    Figures figures_;
+    CleanFigures figures_;
     bool previewRequested_ = false;
 
     const std::unique_ptr<SuggestionRows> rows_;

@@ -48,7 +48,7 @@ Item {
                     anchors.verticalCenter: parent.verticalCenter
                 }
                 Label {
-                    text: AppModel.smartClean.planHasFinalItems ? qsTr("%1 goes for good, the rest to Trash").arg(Format.bytes(AppModel.smartClean.planFinalBytes)) : qsTr("Goes to Trash first · undo anytime")
+                    text: AppModel.smartClean.planDestination
                     secondary: true
                     height: selected.height
                     verticalAlignment: Text.AlignVCenter

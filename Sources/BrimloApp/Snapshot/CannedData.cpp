@@ -240,6 +240,14 @@ CleanReport report() {
             if (suggestion.preselectedPaths.contains(item.path)) {
                 const bool isGone = isPseudoPath(item.path);
                 (isGone ? report.freedNowBytes : report.movedToTrashBytes) += item.size;
+                if (isGone) {
+                    report.goneForGood.push_back(
+                        {.path = item.path,
+                         .size = item.size,
+                         .ruleID = {},
+                         .risk = {},
+                         .title = item.detail});
+                }
                 report.processed += 1;
                 report.journalIDs.push_back(Uuid::random());
             }

@@ -1,7 +1,9 @@
 #include "BrimloApp/Snapshot/Snapshot.h"
 
 #include "BrimloApp/Analyzer/Analyzer.h"
+#include "BrimloApp/Review/PlanReview.h"
 #include "BrimloApp/Rules/RuleBook.h"
+#include "BrimloApp/SmartClean/SmartClean.h"
 #include "BrimloApp/Snapshot/CannedData.h"
 #include "BrimloApp/Snapshot/CannedState.h"
 #include "BrimloApp/Snapshot/Stage.h"
@@ -84,6 +86,12 @@ std::function<bool(Stage&)> editing(void (*open)(AppModel& model)) {
     };
 }
 
+/// Opens the review of a room as if the gate let everything go: the canned items don't exist.
+template <auto Room>
+void judged(AppModel& model) {
+    (model.*Room)()->review()->show(CleanReport{});
+}
+
 std::vector<Scene> windowScenes() {
     using enum Sections::Section;
     return {
@@ -115,8 +123,10 @@ std::vector<Scene> cleanScenes() {
         then(
             as("clean-unfolded"), keys("Suggestions", {Qt::Key_Down, Qt::Key_Down, Qt::Key_Right})),
         then(as("clean-ratings"), press("What do the ratings mean?")),
-        then(as("clean-preview"), press("Preview")),
-        then(as("clean-review"), press("Review & Clean…")),
+        then(then(as("clean-preview"), press("Preview")), doing(judged<&AppModel::smartClean>)),
+        then(
+            then(as("clean-review"), press("Review & Clean…")),
+            doing(judged<&AppModel::smartClean>)),
         then(as("clean-running"), doing(CannedState::cleaning)),
         then(as("result"), doing([](AppModel& model) {
                  CannedState::cleaned(model, CannedData::report());
@@ -145,7 +155,9 @@ std::vector<Scene> analysisScenes() {
                  const auto found = std::ranges::find(folders, "Downloads", &FileNode::name);
                  model.analyzer()->drill((*found)->shared());
              })),
-        then(as("analyzer-review"), keys(list, {Qt::Key_Down, Qt::Key_Delete})),
+        then(
+            then(as("analyzer-review"), keys(list, {Qt::Key_Down, Qt::Key_Delete})),
+            doing(judged<&AppModel::analyzer>)),
         showing("large-files-start", LargeFiles),
         showing("large-files-searching", LargeFiles, CannedState::findingLargeFiles),
         showing("large-files", LargeFiles, CannedState::foundLargeFiles),

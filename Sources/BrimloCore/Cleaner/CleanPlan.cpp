@@ -1,8 +1,10 @@
 #include "BrimloCore/Cleaner/CleanPlan.h"
 
+#include "BrimloCore/Docker/DockerSnapshot.h"
 #include "BrimloCore/Gate/Safety.h"
 #include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Platform/FileIdentity.h"
+#include "BrimloCore/Platform/Fmt.h"
 #include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
 #include "BrimloCore/Support/Text.h"
 
@@ -35,6 +37,51 @@ bool hasKeptAncestor(std::string_view key, const std::unordered_set<std::string_
 
 }  // namespace
 
+std::string CleanItem::name() const {
+    return isPseudoPath(path) ? DockerObject::words(path, title.value_or("")) : path;
+}
+
+void CleanFigures::add(std::string_view path, std::int64_t size) {
+    const bool isFinal = isPseudoPath(path);
+    ++count;
+    bytes = Bytes::sum(bytes, size);
+    finalCount += isFinal ? 1 : 0;
+    finalBytes = Bytes::sum(finalBytes, isFinal ? size : 0);
+}
+
+void CleanFigures::remove(std::string_view path, std::int64_t size) {
+    const bool isFinal = isPseudoPath(path);
+    --count;
+    bytes = Bytes::sum(bytes, -size);
+    finalCount -= isFinal ? 1 : 0;
+    finalBytes = Bytes::sum(finalBytes, isFinal ? -size : 0);
+}
+
+std::string CleanFigures::amount() const {
+    if (finalCount == 0) {
+        return Fmt::bytes(bytes);
+    }
+    const std::string forGood = Fmt::bytes(finalBytes) + " for good";
+    return finalCount == count ? forGood : Fmt::bytes(bytes) + " (" + forGood + ")";
+}
+
+std::string CleanFigures::destination() const {
+    if (finalCount == 0) {
+        return "Goes to Trash first · undo anytime";
+    }
+    return Fmt::bytes(finalBytes) +
+           (finalCount == count ? " for good" : " for good, the rest to Trash");
+}
+
+std::string CleanFigures::warning() const {
+    if (finalCount == 0) {
+        return {};
+    }
+    const bool isOne = finalCount == 1;
+    return std::to_string(finalCount) + (isOne ? " item (" : " items (") + Fmt::bytes(finalBytes) +
+           (isOne ? ") goes" : ") go") + " for good and cannot be put back.";
+}
+
 CleanPlan::CleanPlan(const std::vector<CleanItem>& items) {
     std::vector<Keyed> keyed;
     std::unordered_set<std::string> seen;
@@ -64,7 +111,7 @@ CleanPlan CleanPlan::of(const std::vector<Suggestion>& suggestions, const Choice
         for (const SuggestionItem& item : suggestion.items) {
             if (isMeant(suggestion, item)) {
                 items.push_back({item.path, item.size, suggestion.id, suggestion.risk});
-                items.back().title = isPseudoPath(item.path) ? item.detail : std::nullopt;
+                items.back().title = isPseudoPath(item.path) ? item.detail : suggestion.name;
             }
         }
     }
@@ -97,17 +144,18 @@ std::int64_t CleanPlan::totalBytes() const {
     return Bytes::total(items_, &CleanItem::size);
 }
 
-std::int64_t CleanPlan::finalBytes() const {
-    std::int64_t bytes = 0;
+CleanFigures CleanPlan::figures() const {
+    CleanFigures figures;
     for (const CleanItem& item : items_) {
-        bytes = Bytes::sum(bytes, isPseudoPath(item.path) ? item.size : 0);
+        figures.add(item.path, item.size);
     }
-    return bytes;
+    return figures;
 }
 
-bool CleanPlan::hasFinalItems() const {
-    return std::ranges::any_of(
-        items_, [](const CleanItem& item) { return isPseudoPath(item.path); });
+CleanPlan CleanPlan::without(const std::set<std::string>& paths) const {
+    CleanPlan rest = *this;
+    std::erase_if(rest.items_, [&](const CleanItem& item) { return paths.contains(item.path); });
+    return rest;
 }
 
 bool isPseudoPath(std::string_view path) {

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,10 +19,38 @@ struct CleanItem {
     std::int64_t size = 0;              ///< Allocated bytes that its disposal is expected to free.
     std::optional<std::string> ruleID;  ///< The rule that proposed it; absent for manual choices.
     std::optional<Risk> risk;           ///< That rule's rating.
-    /// What Docker calls its object; absent for a file.
+    /// What Docker calls its object, or the name of the suggestion; absent for what a person chose.
     std::optional<std::string> title = std::nullopt;
 
     bool operator==(const CleanItem&) const = default;
+
+    /// Its path, or the name of Docker's object: "Docker image shop:3 (ab12)".
+    [[nodiscard]] std::string name() const;
+};
+
+/// The figures of items that are to go, and how they are told. Follows each tick in constant time.
+struct CleanFigures {
+    std::int64_t count = 0;
+    std::int64_t bytes = 0;
+    std::int64_t finalCount = 0;  ///< Of these, what is deleted for good: Docker's objects.
+    std::int64_t finalBytes = 0;
+
+    bool operator==(const CleanFigures&) const = default;
+
+    void add(std::string_view path, std::int64_t size);
+    void remove(std::string_view path, std::int64_t size);
+
+    [[nodiscard]] std::int64_t trashBytes() const { return bytes - finalBytes; }
+
+    /// "5 MB", "1.52 GB for good" or "5.2 GB (1.52 GB for good)".
+    [[nodiscard]] std::string amount() const;
+
+    /// "Goes to Trash first · undo anytime", "1.52 GB for good, the rest to Trash" or "1.52 GB for
+    /// good".
+    [[nodiscard]] std::string destination() const;
+
+    /// "2 items (1.52 GB) go for good and cannot be put back."; empty if nothing does.
+    [[nodiscard]] std::string warning() const;
 };
 
 /// How items are disposed of: there is one way, and none deletes files for good.
@@ -58,11 +87,10 @@ public:
     /// The sum of the items' sizes in bytes.
     [[nodiscard]] std::int64_t totalBytes() const;
 
-    /// The part of `totalBytes` that is deleted for good: Docker's objects.
-    [[nodiscard]] std::int64_t finalBytes() const;
+    [[nodiscard]] CleanFigures figures() const;
 
-    /// Whether any item goes for good.
-    [[nodiscard]] bool hasFinalItems() const;
+    /// The plan without the items at these paths.
+    [[nodiscard]] CleanPlan without(const std::set<std::string>& paths) const;
 
 private:
     std::vector<CleanItem> items_;

@@ -2,7 +2,16 @@
 
 #include "BrimloCore/Platform/Fmt.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace Brimlo {
+
+bool CleanReport::canUndo() const {
+    const auto unrecordedObjects =
+        std::ranges::count_if(unrecorded, isPseudoPath, &ItemProblem::path);
+    return std::ssize(journalIDs) > std::ssize(goneForGood) - unrecordedObjects;
+}
 
 std::string TrashReport::purgedSentence(bool dryRun) const {
     std::string text = (dryRun ? "Would permanently remove " : "Permanently removed ") +

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "BrimloCore/Cleaner/CleanPlan.h"
 #include "BrimloCore/Support/Uuid.h"
 
 #include <cstdint>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -11,8 +13,9 @@ namespace Brimlo {
 
 /// One item of an operation, and why it failed.
 struct ItemProblem {
-    std::string path;    ///< As the caller spelled it.
-    std::string reason;  ///< Without a period at its end.
+    std::string path;                                 ///< As the caller spelled it.
+    std::string reason;                               ///< Without a period at its end.
+    std::optional<std::string> title = std::nullopt;  ///< That of the `CleanItem`.
 
     bool operator==(const ItemProblem&) const = default;
 
@@ -28,9 +31,11 @@ struct CleanReport {
     std::vector<ItemProblem> refused;     ///< Items that the safety gate refused.
     std::vector<ItemProblem> unrecorded;  ///< Items that were removed without a journal entry.
     std::vector<std::string> notes;       ///< For callers to add to.
-    std::vector<Uuid> journalIDs;         ///< Of the journal entries written, in order.
-    std::int64_t processed = 0;           ///< Items removed, or that a dry run would remove.
-    std::vector<std::string> untouched;   ///< Paths not reached: the clean was stopped.
+    std::vector<CleanItem>
+        goneForGood;               ///< Docker objects that are gone: no undo brings them back.
+    std::vector<Uuid> journalIDs;  ///< Of the journal entries written, in order.
+    std::int64_t processed = 0;    ///< Items removed, or that a dry run would remove.
+    std::vector<std::string> untouched;  ///< Paths not reached: the clean was stopped.
 
     bool operator==(const CleanReport&) const = default;
 
@@ -43,6 +48,14 @@ struct CleanReport {
             }
         }
         return paths;
+    }
+
+    /// Whether the journal has an entry of an item that went to the Trash.
+    [[nodiscard]] bool canUndo() const;
+
+    /// Whether that is all that was removed.
+    [[nodiscard]] bool canUndoAll() const {
+        return canUndo() && goneForGood.empty() && unrecorded.empty();
     }
 
     /// Whether an item stayed, or was removed without a journal entry.

@@ -73,8 +73,9 @@ CleanReport Cleaner::execute(
     const Uuid batchID = Uuid::random();
     CleanReport report;
     if (dryRun) {
+        const Safety::Gate gate;
         for (const CleanItem& item : plan.items()) {
-            rehearse(item, options, report);
+            rehearse(item, gate, options, report);
         }
         return report;
     }
@@ -93,17 +94,17 @@ CleanReport Cleaner::execute(
     return report;
 }
 
-void Cleaner::rehearse(const CleanItem& item, const CleanOptions& options, CleanReport& report) {
+void Cleaner::rehearse(
+    const CleanItem& item,
+    const Safety::Gate& gate,
+    const CleanOptions& options,
+    CleanReport& report) {
     if (isStopped(options)) {
         report.untouched.push_back(item.path);
         return;
     }
-    if (!isPseudoPath(item.path)) {
-        const auto chosen = item.ruleID ? Safety::Chosen::byRule : Safety::Chosen::byPerson;
-        if (const auto refusal = Safety::judge(item.path, chosen).refusal) {
-            report.refused.push_back({item.path, *refusal});
-            return;
-        }
+    if (!isPseudoPath(item.path) && !Disposal::judge(item, gate, report)) {
+        return;
     }
     if (options.progress) {
         options.progress(item.path);
@@ -121,9 +122,10 @@ void Cleaner::removeFromDocker(
         options.progress(item.path);
     }
     if (const auto reason = DockerClient::remove(item.path, docker_)) {
-        report.failures.push_back({item.path, *reason});
+        report.failures.push_back({item.path, *reason, item.title});
         return;
     }
+    report.goneForGood.push_back(item);
     const JournalEntry entry = JournalEntry::make({
         .originalPath = item.path,
         .trashPath = std::nullopt,
@@ -136,7 +138,8 @@ void Cleaner::removeFromDocker(
         report.journalIDs.push_back(entry.id);
     } else {
         const std::string reason = recorded.error().description;
-        report.unrecorded.push_back({item.path, "it is gone and the journal lacks it: " + reason});
+        report.unrecorded.push_back(
+            {item.path, "it is gone and the journal lacks it: " + reason, item.title});
     }
     report.freedNowBytes = Bytes::sum(report.freedNowBytes, item.size);
     ++report.processed;

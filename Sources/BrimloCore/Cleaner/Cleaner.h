@@ -3,6 +3,7 @@
 #include "BrimloCore/Cleaner/CleanPlan.h"
 #include "BrimloCore/Cleaner/CleanReport.h"
 #include "BrimloCore/Docker/DockerClient.h"
+#include "BrimloCore/Gate/Safety.h"
 #include "BrimloCore/Journal/Journal.h"
 #include "BrimloCore/Models/Error.h"
 #include "BrimloCore/Platform/FileIdentity.h"
@@ -45,7 +46,8 @@ public:
 
     /// Carries a plan out in order (see `Disposal`): asks the safety gate again for each item,
     /// moves the item to the Trash of its volume and records it in the journal. A refused or failed
-    /// item does not end the run. A dry run only asks the gate.
+    /// item does not end the run. A dry run tells which items would stay, and why, as far as that
+    /// is known before: by the gate's verdict, or because the item is gone.
     ///
     /// "docker:" pseudo paths skip the gate and the Trash: Docker removes the object for good, or
     /// refuses.
@@ -85,7 +87,11 @@ public:
     [[nodiscard]] static TrashReport emptyTrash();
 
 private:
-    static void rehearse(const CleanItem& item, const CleanOptions& options, CleanReport& report);
+    static void rehearse(
+        const CleanItem& item,
+        const Safety::Gate& gate,
+        const CleanOptions& options,
+        CleanReport& report);
     void removeFromDocker(
         const CleanItem& item,
         const CleanOptions& options,

@@ -101,18 +101,15 @@ std::vector<const CleanItem*> Disposal::moveGroup(
     return again;
 }
 
-std::optional<Disposal::Leaving> Disposal::prepare(const CleanItem& item, Group& group) {
-    if (isStopped()) {
-        report_.untouched.push_back(item.path);
-        return std::nullopt;
-    }
-    const Safety::Verdict verdict = group.gate.judge(item.path, chosen(item));
+std::optional<Safety::Verdict> Disposal::judge(
+    const CleanItem& item, const Safety::Gate& gate, CleanReport& report) {
+    Safety::Verdict verdict = gate.judge(item.path, chosen(item));
     if (verdict.refusal) {
-        report_.refused.push_back({item.path, *verdict.refusal});
+        report.refused.push_back({item.path, *verdict.refusal, item.title});
         return std::nullopt;
     }
-    const auto refuse = [&](std::string reason) -> std::optional<Leaving> {
-        fail(item, std::move(reason));
+    const auto refuse = [&](const char* reason) -> std::optional<Safety::Verdict> {
+        report.failures.push_back({item.path, reason, item.title});
         return std::nullopt;
     };
     if (!verdict.entry) {
@@ -122,22 +119,35 @@ std::optional<Disposal::Leaving> Disposal::prepare(const CleanItem& item, Group&
     if (!Text::isValid(item.path) || !Text::isValid(verdict.resolved)) {
         return refuse("its name is not valid text, so the journal could not bring it back");
     }
+    return verdict;
+}
+
+std::optional<Disposal::Leaving> Disposal::prepare(const CleanItem& item, Group& group) {
+    if (isStopped()) {
+        report_.untouched.push_back(item.path);
+        return std::nullopt;
+    }
+    const auto verdict = judge(item, group.gate, report_);
+    if (!verdict) {
+        return std::nullopt;
+    }
     JournalEntry entry = JournalEntry::make({
         .originalPath = item.path,
         .trashPath = std::nullopt,
         .size = item.size,
         .ruleID = item.ruleID,
-        .trashID = verdict.entry->identity.text(),
+        .trashID = verdict->entry->identity.text(),
         .batchID = batchID_,
     });
     Platform::TrashMove::Request request{
-        .path = verdict.resolved,
-        .identity = verdict.entry->identity,
+        .path = verdict->resolved,
+        .identity = verdict->entry->identity,
         .entryID = entry.id.text(),
     };
     auto move = group.trash.prepare(request);
     if (!move) {
-        return refuse(move.error().description);
+        fail(item, move.error().description);
+        return std::nullopt;
     }
     entry.trashPath = move->destination();
     if (options_.progress) {
@@ -182,7 +192,7 @@ Disposal::Outcome Disposal::commit(Leaving& leaving, Group& group, bool isLastTr
     }
     const Safety::Verdict verdict = group.gate.judgeAnew(item.path, chosen(item));
     if (verdict.refusal) {
-        report_.refused.push_back({item.path, *verdict.refusal});
+        report_.refused.push_back({item.path, *verdict.refusal, item.title});
         return Outcome::stays;
     }
     if (!verdict.entry || verdict.entry->identity != leaving.request.identity ||
@@ -225,13 +235,14 @@ void Disposal::record(const std::vector<Leaving>& moved, Group& group) {
         } else {
             report_.unrecorded.push_back(
                 {each.item->path,
-                 "it is in the Trash and the journal lacks it: " + problem->description});
+                 "it is in the Trash and the journal lacks it: " + problem->description,
+                 each.item->title});
         }
     }
 }
 
 void Disposal::fail(const CleanItem& item, std::string reason) {
-    report_.failures.push_back({item.path, std::move(reason)});
+    report_.failures.push_back({item.path, std::move(reason), item.title});
 }
 
 }  // namespace Brimlo

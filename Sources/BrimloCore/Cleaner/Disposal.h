@@ -31,6 +31,10 @@ public:
     Disposal(
         Journal& journal, const CleanOptions& options, const Uuid& batchID, CleanReport& report);
 
+    /// The verdict on an item that may go; nullopt, and a line in the report, if it must stay.
+    [[nodiscard]] static std::optional<Safety::Verdict> judge(
+        const CleanItem& item, const Safety::Gate& gate, CleanReport& report);
+
     /// Moves items, in order, and reports on each.
     void move(std::span<const CleanItem> items);
 

@@ -92,7 +92,7 @@ std::string DockerObject::pseudoPath() const {
     return "docker:" + std::string{rawValue(kind)} + ":" + dockerID;
 }
 
-std::string DockerObject::words(std::string_view pseudoPath) {
+std::string DockerObject::words(std::string_view pseudoPath, std::string_view title) {
     constexpr std::size_t kHash = 64;
     constexpr std::size_t kShown = 12;
     if (pseudoPath == kBuildCache) {
@@ -107,7 +107,13 @@ std::string DockerObject::words(std::string_view pseudoPath) {
     if (id.size() == kHash && id.find_first_not_of("0123456789abcdef") == std::string_view::npos) {
         id = id.substr(0, kShown);
     }
-    return "Docker " + std::string{kind} + " " + std::string{id};
+    const std::string start = "Docker " + std::string{kind} + " ";
+    // Docker's name of a volume, and the title of an untagged image, have the id in them already.
+    if (title.ends_with(id)) {
+        return start + std::string{title};
+    }
+    return title.empty() ? start + std::string{id}
+                         : start + std::string{title} + " (" + std::string{id} + ")";
 }
 
 std::string_view rawValue(DockerObject::Kind kind) {

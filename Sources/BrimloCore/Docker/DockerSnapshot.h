@@ -59,8 +59,10 @@ struct DockerObject {
     /// Its pseudo path: "docker:image:sha256:ab12".
     [[nodiscard]] std::string pseudoPath() const;
 
-    /// A pseudo path in words: "Docker image ab12", with as much of a hash as Docker shows.
-    [[nodiscard]] static std::string words(std::string_view pseudoPath);
+    /// A pseudo path in words: "Docker image ab12", with as much of a hash as Docker shows. With
+    /// the object's title, "Docker image shop:3 (ab12)": no other object has these words.
+    [[nodiscard]] static std::string words(
+        std::string_view pseudoPath, std::string_view title = {});
 };
 
 /// The kind's word in JSON.

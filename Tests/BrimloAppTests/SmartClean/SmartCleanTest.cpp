@@ -140,7 +140,10 @@ TEST_F(SmartCleanTest, CarriesOutWhatTheReviewShowsOnce) {
     model().smartClean()->clearSelection();
     model().smartClean()->toggle(at("caches/large"));
     review.openSelection();
+    EXPECT_FALSE(review.isOpen()) << "the gate has not spoken";
     model().smartClean()->selectAllSafe();
+    finish();
+    EXPECT_TRUE(review.isOpen());
     EXPECT_EQ(review.count(), 1);
     model().cleanup()->run(CleanPlan{{}});
     review.confirm();

@@ -180,21 +180,57 @@ TEST_F(SmartCleanViewTest, TellsDockersItemsFromThoseThatCanComeBack) {
     press("Clear selection");
     EXPECT_TRUE(sees("Goes to Trash first · undo anytime"));
     clickAt(box("Docker: *"));
-    EXPECT_TRUE(sees("5 PB goes for good, the rest to Trash"));
+    EXPECT_TRUE(sees("5 PB for good"));
     press("Review & Clean…");
     waitToSee("Docker · permanent");
-    EXPECT_TRUE(sees("builder:1*"));
+    EXPECT_TRUE(sees("Docker image builder:1 (abc)*"));
     EXPECT_TRUE(sees("5 PB Freed immediately"));
     EXPECT_FALSE(sees("Trash"));
-    EXPECT_TRUE(sees("What Docker holds goes for good and cannot be put back."));
-    press("Clean 5 PB");
+    EXPECT_FALSE(sees("Move to Trash"));
+    EXPECT_TRUE(sees("1 item (5 PB) goes for good and cannot be put back."));
+    press("Clean 5 PB for good");
     finish();
     EXPECT_TRUE(exists(at("removed")));
     waitToSee("5 PB Freed now");
+    EXPECT_TRUE(sees("Docker image builder:1 (abc), 5 PB"));
     EXPECT_FALSE(sees("Empty Trash now"));
+    EXPECT_FALSE(sees("Undo *"));
     press("View history");
     EXPECT_TRUE(sees("Docker image abc, *"));
     EXPECT_FALSE(sees("Undo all"));
+}
+
+TEST_F(SmartCleanViewTest, TellsWhatWouldStayAndTakesWhatIsTickedInTheReview) {
+    for (int i = 0; i < 25; ++i) {
+        write("caches/" + std::to_string(i), std::string(5'000, 'c'));
+    }
+    openScanned({1000, 900});
+    clickAt(box("Mine, *"));
+    std::filesystem::remove_all(at("mine/data"));
+    press("Review & Clean…");
+    waitToSee("Review before cleaning");
+    EXPECT_TRUE(sees("Would be refused and stays · 1 item"));
+    EXPECT_TRUE(sees("no longer exists"));
+    EXPECT_FALSE(sees("Some items may contain *"));
+    EXPECT_FALSE(find(kTick, "Mine, *")->isEnabled());
+    EXPECT_TRUE(sees("27 items · *"));
+    expectLaidOut();
+
+    click(kTick, "Caches, *");
+    EXPECT_TRUE(sees("0 items · 0 bytes"));
+    EXPECT_FALSE(isEnabled("Clean *"));
+    click(kTick, "Caches, *");
+    click(kRow, "Caches, *");
+    click(kTick, "large");
+    EXPECT_TRUE(sees("26 items · *"));
+    EXPECT_EQ(find(kTick, "Caches, *")->property("checkState").toInt(), Qt::PartiallyChecked);
+    expectLaidOut();
+    press("Clean *");
+    finish();
+    waitToSee("Cleanup complete");
+    EXPECT_TRUE(exists(at("caches/large")));
+    EXPECT_FALSE(exists(at("caches/small")) || exists(at("caches/7")));
+    EXPECT_THAT(planned(), ElementsAre("mine/data", "caches/large")) << "what stayed stays ticked";
 }
 
 TEST_F(SmartCleanViewTest, CleansWhatWasReviewedAndUndoesIt) {
@@ -249,7 +285,7 @@ TEST_F(SmartCleanViewTest, ReportsWhatWentAwayUnderTheSheetAndLeadsOn) {
     press("Clean *");
     finish();
     waitToSee("Cleanup finished with problems");
-    EXPECT_TRUE(sees(QString::fromStdString(at("caches/small")) + ": *"));
+    EXPECT_TRUE(sees("Caches, " + QString::fromStdString(at("caches/small")) + ": *"));
     expectLaidOut();
     press("Empty Trash now");
     finish();

@@ -38,5 +38,48 @@ TEST_F(CleanPlanTest, KeepsNoPathTwiceAndNothingInsideAnother) {
     }
 }
 
+TEST_F(CleanPlanTest, TellsWhatGoesForGood) {
+    const CleanItem file{.path = "/a", .size = 5'000'000, .ruleID = {}, .risk = {}};
+    const CleanItem image{"docker:image:sha256:ab12", 2'000'000, {}, {}, "shop:3"};
+    const CleanItem twin{"docker:image:sha256:cd34", 1'000'000, {}, {}, "shop:3"};
+    const CleanItem untagged{"docker:image:sha256:ef56", 0, {}, {}, "<untagged> ef56"};
+    const struct {
+        const char* name;
+        std::vector<CleanItem> items;
+        Paths words;  ///< The names, then the amount, the destination and the warning.
+    } cases[] = {
+        {"a file",               {file}, {"/a", "5 MB", "Goes to Trash first · undo anytime", ""}},
+        {"objects of one title",
+         {image, twin},
+         {"Docker image shop:3 (ab12)",
+          "Docker image shop:3 (cd34)",
+          "3 MB for good",
+          "3 MB for good",
+          "2 items (3 MB) go for good and cannot be put back."}                                  },
+        {"both",
+         {file, untagged, image},
+         {"/a",
+          "Docker image <untagged> ef56",
+          "Docker image shop:3 (ab12)",
+          "7 MB (2 MB for good)",
+          "2 MB for good, the rest to Trash",
+          "2 items (2 MB) go for good and cannot be put back."}                                  },
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        const CleanPlan plan{c.items};
+        Paths words;
+        CleanFigures rest = plan.figures();
+        const CleanFigures all = rest;
+        for (const CleanItem& item : plan.items()) {
+            words.push_back(item.name());
+            rest.remove(item.path, item.size);
+        }
+        words.insert(words.end(), {all.amount(), all.destination(), all.warning()});
+        EXPECT_EQ(words, c.words);
+        EXPECT_EQ(rest, CleanFigures{});
+    }
+}
+
 }  // namespace
 }  // namespace Brimlo

@@ -195,7 +195,11 @@ TEST_F(DockerClientTest, TakesPartInACleanButNotInTheTrash) {
     ASSERT_EQ(entries.size(), 2U);
     std::ranges::sort(entries, {}, &JournalEntry::size);
     const std::vector<Uuid> ids{entries[0].id, entries[1].id};
-    EXPECT_EQ(report, (CleanReport{7, 5, {{paths[1], "No such volume"}}, {}, {}, {}, ids, 2, {}}));
+    const CleanItem first{paths[0], 5, "rule", {}};
+    EXPECT_EQ(
+        report,
+        (CleanReport{7, 5, {{paths[1], "No such volume"}}, {}, {}, {}, {first}, ids, 2, {}}));
+    EXPECT_TRUE(report.canUndo() && !report.canUndoAll());
     const JournalEntry& gone = entries[0];
     EXPECT_EQ(gone.ruleID, "rule");
     EXPECT_EQ(gone.batchID, entries[1].batchID);
