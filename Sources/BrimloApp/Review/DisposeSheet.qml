@@ -111,6 +111,9 @@ Sheet {
             model: sheet.review
             onOpened: index => sheet.review.toggleExpanded(index)
             Keys.onSpacePressed: sheet.toggle(currentIndex)
+            // Also shows the heading above the first row.
+            onCurrentIndexChanged: if (currentIndex === 0)
+                positionViewAtBeginning()
             delegate: DisposeRow {
                 required property int index
 

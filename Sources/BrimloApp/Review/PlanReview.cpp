@@ -168,38 +168,59 @@ PlanReview::~PlanReview() {
 }
 
 void PlanReview::openSelection() {
-    open(app_.smartClean()->currentPlan(), {});
+    const SmartClean& room = *app_.smartClean();
+    open(
+        [suggestions = room.suggestions(), selected = room.selected()] {
+            return SmartClean::planOf(suggestions, selected);
+        },
+        {});
 }
 
 void PlanReview::openNodes(std::vector<std::shared_ptr<FileNode>> nodes) {
     std::erase_if(nodes, [](const auto& node) { return node->isAggregate; });
     if (!nodes.empty()) {
-        CleanPlan plan = Cleanup::planFor(nodes);
-        open(std::move(plan), std::move(nodes));
+        open([plan = Cleanup::planFor(nodes)] { return plan; }, std::move(nodes));
     }
 }
 
-void PlanReview::open(CleanPlan plan, std::vector<std::shared_ptr<FileNode>> nodes) {
-    setPlan(std::move(plan), std::move(nodes));
+void PlanReview::open(Planning planning, std::vector<std::shared_ptr<FileNode>> nodes) {
+    forget();
+    nodes_ = std::move(nodes);
+    planning_ = std::move(planning);
     isWanted_ = std::make_shared<bool>(true);
+    struct Judged {
+        CleanPlan plan;
+        std::vector<PlanGroup> groups;
+    };
     runInBackground(
         this,
-        [plan = plan_, suggestions = app_.smartClean()->suggestions(), cleaner = app_.cleaner()] {
-            return groupsOf(plan, suggestions, cleaner->execute(plan, DisposalMode::trash, true));
+        [planning = planning_,
+         suggestions = app_.smartClean()->suggestions(),
+         cleaner = app_.cleaner()] {
+            CleanPlan plan = planning();
+            const CleanReport rehearsal = cleaner->execute(plan, DisposalMode::trash, true);
+            auto groups = groupsOf(plan, suggestions, rehearsal);
+            return Judged{.plan = std::move(plan), .groups = std::move(groups)};
         },
-        [isWanted = isWanted_](PlanReview& review, std::vector<PlanGroup> groups) {
+        [isWanted = isWanted_](PlanReview& review, Judged judged) {
             if (*isWanted) {
-                review.show(std::move(groups));
+                review.show(std::move(judged.plan), std::move(judged.groups));
             }
         });
 }
 
 void PlanReview::show(const CleanReport& rehearsal) {
-    show(groupsOf(plan_, app_.smartClean()->suggestions(), rehearsal));
+    if (!planning_) {
+        return;
+    }
+    CleanPlan plan = planning_();
+    auto groups = groupsOf(plan, app_.smartClean()->suggestions(), rehearsal);
+    show(std::move(plan), std::move(groups));
 }
 
-void PlanReview::show(std::vector<PlanGroup> groups) {
+void PlanReview::show(CleanPlan plan, std::vector<PlanGroup> groups) {
     *isWanted_ = false;
+    plan_ = std::move(plan);
     rows_.set({});  // First, because the ticks of rows are looked up in the groups.
     groups_ = std::move(groups);
     figures_ = {};
@@ -215,7 +236,7 @@ void PlanReview::show(std::vector<PlanGroup> groups) {
 }
 
 void PlanReview::close() {
-    setPlan(CleanPlan{{}}, {});
+    forget();
     setOpen(false);
 }
 
@@ -283,14 +304,14 @@ std::set<std::string> PlanReview::unticked() const {
     return paths;
 }
 
-void PlanReview::setPlan(CleanPlan plan, std::vector<std::shared_ptr<FileNode>> nodes) {
+void PlanReview::forget() {
     *isWanted_ = false;
-    std::swap(nodes_, nodes);
-    if (!nodes.empty()) {
+    if (!nodes_.empty()) {
         // After another scan these may be the last references, and a folder takes long to destroy.
-        releaseInBackground(std::move(nodes));
+        releaseInBackground(std::exchange(nodes_, {}));
     }
-    plan_ = std::move(plan);
+    plan_ = CleanPlan{{}};
+    planning_ = {};
     rows_.set({});
     groups_.clear();
     figures_ = {};

@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <set>
 #include <string>
@@ -85,7 +86,8 @@ public:
     Q_INVOKABLE void openSelection();
     /// Opens with nodes of the scanned tree, unless all are aggregates.
     void openNodes(std::vector<std::shared_ptr<FileNode>> nodes);
-    /// Opens at once with the plan that is being judged. `rehearsal` is its dry run.
+    /// Opens at once with the plan that is being judged, as if `rehearsal` were its dry run;
+    /// does nothing without one.
     void show(const CleanReport& rehearsal);
     /// Ticks or unticks an item, or all of a folder; does nothing on what stays.
     Q_INVOKABLE void toggle(int place);
@@ -124,9 +126,11 @@ Q_SIGNALS:
     void confirmed();
 
 private:
-    void open(CleanPlan plan, std::vector<std::shared_ptr<FileNode>> nodes);
-    void show(std::vector<PlanGroup> groups);
-    void setPlan(CleanPlan plan, std::vector<std::shared_ptr<FileNode>> nodes);
+    /// Makes the plan, in the background: that takes its time for thousands of items.
+    using Planning = std::function<CleanPlan()>;
+    void open(Planning planning, std::vector<std::shared_ptr<FileNode>> nodes);
+    void show(CleanPlan plan, std::vector<PlanGroup> groups);
+    void forget();
     void refresh();
     void setOpen(bool isOpen);
     void tick(PlanGroup& group, std::size_t item, bool isTicked);
@@ -137,6 +141,7 @@ private:
     AppModel& app_;
     Rows<PlanLine> rows_;
     CleanPlan plan_{{}};
+    Planning planning_;
     std::vector<PlanGroup> groups_;  ///< By fate, then the largest first.
     CleanFigures figures_;
     std::set<std::string> expanded_;  ///< The keys of folders.

@@ -140,9 +140,9 @@ QString SmartClean::planDestination() const {
     return words(figures_.destination());
 }
 
-CleanPlan SmartClean::currentPlan() const {
-    return CleanPlan::of(suggestions_, [this](const Suggestion&, const auto& item) {
-        return selected_.contains(item.path);
+CleanPlan SmartClean::planOf(const std::vector<Suggestion>& suggestions, const Paths& selected) {
+    return CleanPlan::of(suggestions, [&](const Suggestion&, const auto& item) {
+        return selected.contains(item.path);
     });
 }
 

@@ -86,7 +86,10 @@ public:
 
     /// The plan for all ticked items, visible or not. Built anew at each call, which takes its time
     /// for thousands of items.
-    [[nodiscard]] CleanPlan currentPlan() const;
+    [[nodiscard]] CleanPlan currentPlan() const { return planOf(suggestions_, selected_); }
+    /// The plan for these paths. Any thread.
+    [[nodiscard]] static CleanPlan planOf(
+        const std::vector<Suggestion>& suggestions, const Paths& selected);
     [[nodiscard]] int planCount() const { return static_cast<int>(figures_.count); }
     [[nodiscard]] double planBytes() const { return static_cast<double>(figures_.bytes); }
     /// Where the items go, as `CleanFigures` words it.

@@ -196,6 +196,25 @@ TEST_F(AnalyzerViewTest, TrashesWhatIsSelectedByTheKeyboardAlone) {
     EXPECT_FALSE(sees("2 selected"));
 }
 
+TEST_F(AnalyzerViewTest, LeavesWhatIsUntickedInTheReview) {
+    openScanned();
+    clickAt(row("small, *"));
+    clickAt(row("stays, *"), Qt::LeftButton, Qt::ControlModifier);
+    press("Review & Clean…");
+    waitToSee("2 items · *");
+    tabTo(QAccessible::List, "Items");
+    key(Qt::Key_End);
+    key(Qt::Key_Space);
+    EXPECT_TRUE(sees("1 items · *"));
+    press("Clean *");
+    finish();
+    EXPECT_FALSE(exists(at("tree/small")));
+    EXPECT_TRUE(exists(at("tree/stays")));
+    press("Done");
+    waitToSee("stays, *");
+    EXPECT_THAT(rows(), ElementsAre("large, *", "stays, *", "empty, *"));
+}
+
 TEST_F(AnalyzerViewTest, TakesNothingOfWhatIsMergedIntoOneRow) {
     for (int i = 0; i < 45; ++i) {
         write("tree/tiny" + std::to_string(i));
