@@ -168,9 +168,8 @@ PlanReview::~PlanReview() {
 }
 
 void PlanReview::openSelection() {
-    const SmartClean& room = *app_.smartClean();
     open(
-        [suggestions = room.suggestions(), selected = room.selected()] {
+        [selected = app_.smartClean()->selected()](const std::vector<Suggestion>& suggestions) {
             return SmartClean::planOf(suggestions, selected);
         },
         {});
@@ -179,7 +178,7 @@ void PlanReview::openSelection() {
 void PlanReview::openNodes(std::vector<std::shared_ptr<FileNode>> nodes) {
     std::erase_if(nodes, [](const auto& node) { return node->isAggregate; });
     if (!nodes.empty()) {
-        open([plan = Cleanup::planFor(nodes)] { return plan; }, std::move(nodes));
+        open([plan = Cleanup::planFor(nodes)](const auto&) { return plan; }, std::move(nodes));
     }
 }
 
@@ -197,7 +196,7 @@ void PlanReview::open(Planning planning, std::vector<std::shared_ptr<FileNode>> 
         [planning = planning_,
          suggestions = app_.smartClean()->suggestions(),
          cleaner = app_.cleaner()] {
-            CleanPlan plan = planning();
+            CleanPlan plan = planning(suggestions);
             const CleanReport rehearsal = cleaner->execute(plan, DisposalMode::trash, true);
             auto groups = groupsOf(plan, suggestions, rehearsal);
             return Judged{.plan = std::move(plan), .groups = std::move(groups)};
@@ -213,8 +212,9 @@ void PlanReview::show(const CleanReport& rehearsal) {
     if (!planning_) {
         return;
     }
-    CleanPlan plan = planning_();
-    auto groups = groupsOf(plan, app_.smartClean()->suggestions(), rehearsal);
+    const auto& suggestions = app_.smartClean()->suggestions();
+    CleanPlan plan = planning_(suggestions);
+    auto groups = groupsOf(plan, suggestions, rehearsal);
     show(std::move(plan), std::move(groups));
 }
 

@@ -4,6 +4,7 @@
 #include "BrimloCore/Cleaner/CleanPlan.h"
 #include "BrimloCore/Cleaner/CleanReport.h"
 #include "BrimloCore/DiskScanner/FileNode.h"
+#include "BrimloCore/Models/Suggestion.h"
 
 #include <QtQml/qqmlregistration.h>
 
@@ -126,8 +127,9 @@ Q_SIGNALS:
     void confirmed();
 
 private:
-    /// Makes the plan, in the background: that takes its time for thousands of items.
-    using Planning = std::function<CleanPlan()>;
+    /// Makes the plan from the suggestions, in the background: that takes its time for thousands of
+    /// items.
+    using Planning = std::function<CleanPlan(const std::vector<Suggestion>&)>;
     void open(Planning planning, std::vector<std::shared_ptr<FileNode>> nodes);
     void show(CleanPlan plan, std::vector<PlanGroup> groups);
     void forget();
