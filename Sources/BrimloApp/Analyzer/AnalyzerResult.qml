@@ -9,6 +9,7 @@ FocusScope {
 
     readonly property NodeRows rows: AppModel.analyzer.rows
     readonly property CrumbRows crumbs: AppModel.analyzer.crumbs
+    readonly property real footerHeight: selectionBar.height
     readonly property bool isList: AppModel.analyzer.analyzerMode === 0
 
     function goUp() {
@@ -84,6 +85,8 @@ FocusScope {
             Layout.margins: Theme.wide
         }
         SelectionBar {
+            id: selectionBar
+
             rows: result.rows
             Layout.fillWidth: true
         }

@@ -16,6 +16,7 @@ Screen {
 
     focus: true
     title: qsTr("Space Analyzer")
+    footerHeight: result.visible ? result.footerHeight : 0
     Component.onCompleted: settle()
     toolbar: [
         FolderMenu {

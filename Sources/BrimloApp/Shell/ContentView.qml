@@ -5,8 +5,8 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import Brimlo
 
-// The window: the sidebar, the message lines, the screen of the current section, and the sheets of
-// no single screen.
+// The window: the sidebar, the screen of the current section, the messages over it, and the sheets
+// of no single screen.
 Window {
     id: window
 
@@ -55,15 +55,25 @@ Window {
             T.SplitView.minimumWidth: 200
             T.SplitView.maximumWidth: Math.max(320, Theme.scaled(220))
         }
-        ColumnLayout {
-            spacing: 0
+        Item {
             T.SplitView.fillWidth: true
 
-            BusyLine {}
-            BannerLine {}
             SectionScreens {
-                Layout.fillWidth: true
-                Layout.fillHeight: true
+                id: screens
+
+                anchors.fill: parent
+            }
+            // Above the buttons at the bottom of a screen. It moves nothing, so that a press never
+            // lands on another row than the one meant.
+            ColumnLayout {
+                spacing: Theme.tight
+                width: Math.min(parent.width - 2 * Theme.wide, Theme.scaled(640))
+                anchors.horizontalCenter: parent.horizontalCenter
+                anchors.bottom: parent.bottom
+                anchors.bottomMargin: screens.footerHeight + Theme.snug
+
+                BusyLine {}
+                BannerLine {}
             }
         }
     }
@@ -120,7 +130,7 @@ Window {
     }
 
     // The long operation under way.
-    component BusyLine: SlidingLine {
+    component BusyLine: FloatingLine {
         id: line
 
         text: AppModel.busy
@@ -137,7 +147,7 @@ Window {
     }
 
     // The message about the last operation. A long one scrolls.
-    component BannerLine: SlidingLine {
+    component BannerLine: FloatingLine {
         id: line
 
         text: AppModel.banner

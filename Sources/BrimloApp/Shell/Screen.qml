@@ -12,6 +12,9 @@ FocusScope {
     default property alias content: column.data
     property alias spacing: column.spacing
 
+    // What the buttons at the bottom take; no message covers it.
+    property real footerHeight: 0
+
     // With large text, the toolbar goes below the title.
     readonly property bool fitsOneLine: words.implicitWidth + controls.implicitWidth + Theme.snug <= width - 2 * Theme.wide
 

@@ -6,6 +6,11 @@ import Brimlo
 // The screen of the current section. Each is created when first needed and then keeps its scroll
 // positions.
 FocusScope {
+    id: screens
+
+    // What the buttons at the bottom of the current screen take.
+    property real footerHeight: 0
+
     Repeater {
         model: [
             {
@@ -43,6 +48,8 @@ FocusScope {
         ]
 
         LazyLoader {
+            id: loader
+
             required property var modelData
             readonly property bool chosen: AppModel.section === modelData.id
 
@@ -51,6 +58,14 @@ FocusScope {
             needed: chosen
             visible: chosen
             focus: chosen
+
+            Binding {
+                target: screens
+                property: "footerHeight"
+                value: (loader.item as Screen)?.footerHeight ?? 0
+                when: loader.chosen
+                restoreMode: Binding.RestoreNone
+            }
         }
     }
 }

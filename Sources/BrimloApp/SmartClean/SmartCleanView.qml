@@ -32,6 +32,7 @@ Screen {
     }
 
     title: qsTr("Smart Clean")
+    footerHeight: bar.height
     toolbar: [
         AudiencePicker {
             Layout.fillWidth: true
@@ -152,6 +153,8 @@ Screen {
         Layout.fillWidth: true
     }
     SmartCleanBar {
+        id: bar
+
         Layout.fillWidth: true
         onPreviewWanted: screen.preview()
         onCleanWanted: screen.confirm()

@@ -84,9 +84,36 @@ TEST_F(ContentViewTest, RescansWhatIsShownByKeysAndMenu) {
     await([&] { return !window().isVisible(); }, "the effect");
 }
 
-TEST_F(ContentViewTest, ShowsWorkAndMessagesAboveTheScreen) {
-    open();
-    EXPECT_FALSE(sees("Dismiss"));
+TEST_F(ContentViewTest, ShowsWorkAndMessagesOverTheScreenAndMovesNothing) {
+    addSampleRules();
+    open(Section::Clean);
+    const auto placeOf = [this](const QAccessible::Role role, const char* name) {
+        const QQuickItem& item = get(role, name);
+        return item.mapRectToScene(item.boundingRect());
+    };
+    const std::pair<QAccessible::Role, const char*> targets[] = {
+        {QAccessible::ListItem, "Mine, *"        },
+        {QAccessible::Button,   "Preview"        },
+        {QAccessible::Button,   "Review & Clean…"}
+    };
+    std::vector<QRectF> places;
+    for (const auto& [role, name] : targets) {
+        places.push_back(placeOf(role, name));
+    }
+    model().setBanner(QString{"It could not be done. "}.repeated(40));
+    model().setBusy("Working…");
+    waitToSee("Working…");
+    const QRectF covered = placeOf(QAccessible::Notification, "It could *") |
+                           placeOf(QAccessible::Notification, "Working…");
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        SCOPED_TRACE(targets[i].second);
+        EXPECT_EQ(placeOf(targets[i].first, targets[i].second), places[i]);
+        EXPECT_TRUE(i == 0 || !covered.intersects(places[i]));
+    }
+    model().setBusy({});
+    model().setBanner({});
+
+    await([&] { return !sees("Dismiss"); }, "its end");
     model().setBanner("Something happened.");
     waitToSee("Something happened.");
     press("Dismiss");

@@ -54,6 +54,12 @@ struct Looker {
         if (item.clip()) {
             seen &= item.mapRectToScene(item.boundingRect());
         }
+        // A message that floats over what came before it.
+        if (item.property("shownText").isValid()) {
+            const QRectF place = item.mapRectToScene(item.boundingRect());
+            std::erase_if(
+                pieces, [&](const Piece& under) { return under.place.intersects(place); });
+        }
         const bool isText =
             item.inherits("QQuickText") && !item.property("text").toString().isEmpty();
         if (isText || item.inherits("QQuickAbstractButton")) {

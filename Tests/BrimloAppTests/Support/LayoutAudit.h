@@ -13,8 +13,8 @@ namespace Brimlo::Testing::LayoutAudit {
 enum class Elision { ofPaths, ofAll };
 
 /// A line for each text that is shortened, reaches out of its place, is cut off, or runs into
-/// another one, and for each button that reaches out of the window. What a scrolling part hides is
-/// no fault.
+/// another one, and for each button that reaches out of the window. What a scrolling part or a
+/// message hides is no fault.
 [[nodiscard]] std::vector<std::string> misplaced(QQuickWindow& window, Elision elision);
 
 /// The contrast of two colours by WCAG 2, from 1 to 21.
