@@ -54,11 +54,15 @@ ExitCode empty(bool yes, const Tool& tool) {
         complain("Not a terminal: pass --yes to empty the Trash.");
         return ExitCode::wrongUsage;
     }
-    if (!yes && !Console::confirm(
-                    "Delete " + Fmt::bytes(Cleaner::trashSize()) +
-                    " for good, also what other programs put in the Trash?")) {
-        Console::line("Nothing was deleted.");
-        return ExitCode::done;
+    if (!yes) {
+        const TrashReport found = Cleaner::emptyTrash(true);
+        if (!Console::confirm(
+                "Delete " + Console::count(static_cast<std::size_t>(found.removed), "item") + ", " +
+                Fmt::bytes(found.bytes) +
+                ", for good, also what other programs put in the Trash?")) {
+            Console::line("Nothing was deleted.");
+            return ExitCode::done;
+        }
     }
     const TrashReport report = Cleaner::emptyTrash();
     return tell(report, report.emptiedSentence(), tool);

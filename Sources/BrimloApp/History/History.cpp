@@ -1,6 +1,7 @@
 #include "BrimloApp/History/History.h"
 
 #include "BrimloApp/History/HistoryRows.h"
+#include "BrimloApp/History/TrashQuestion.h"
 #include "BrimloApp/Review/Cleanup.h"
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloCore/Platform/Privacy.h"
@@ -26,7 +27,11 @@ JournalReading JournalReading::of(Cleaner& cleaner) {
 
 History::History(AppModel& app)
     : app_{app}
-    , rows_{std::make_unique<HistoryRows>(*this)} {}
+    , rows_{std::make_unique<HistoryRows>(*this)}
+    , question_{std::make_unique<TrashQuestion>(app)} {
+    // The result of a clean tells how many of its items are still in the Trash.
+    connect(this, &History::journalChanged, app.cleanup(), &Cleanup::lastReportChanged);
+}
 
 History::~History() = default;
 

@@ -28,6 +28,7 @@ struct JournalReading {
 };
 
 class HistoryRows;
+class TrashQuestion;
 
 /// What was cleaned, and how to restore or delete it. Main thread; restoring, emptying and purging
 /// run in the background and take `busy`, so that only one of them runs at a time.
@@ -36,10 +37,12 @@ class History : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("A part of the model")
     Q_MOC_INCLUDE("BrimloApp/History/HistoryRows.h")
+    Q_MOC_INCLUDE("BrimloApp/History/TrashQuestion.h")
 
     Q_PROPERTY(QString journalProblem READ journalProblem NOTIFY journalProblemChanged)
     Q_PROPERTY(bool isJournalRead READ isJournalRead NOTIFY journalChanged)
     Q_PROPERTY(Brimlo::HistoryRows* rows READ rows CONSTANT)
+    Q_PROPERTY(Brimlo::TrashQuestion* question READ question CONSTANT)
 
 public:
     explicit History(AppModel& app);
@@ -65,11 +68,14 @@ public:
     void undoAll(const std::vector<Uuid>& ids);
     /// Restores what the last clean moved to the Trash.
     Q_INVOKABLE void undoLastClean();
-    Q_INVOKABLE void emptyTrash();
-    /// Deletes from the Trash everything that Brimlo moved there, however recently.
-    Q_INVOKABLE void purgeOwnTrash();
+    /// Deletes everything in the Trash. The screens ask first (`question`).
+    void emptyTrash();
+    /// Deletes from the Trash everything that Brimlo moved there, however recently. The screens ask
+    /// first.
+    void purgeOwnTrash();
 
     [[nodiscard]] HistoryRows* rows() const { return rows_.get(); }
+    [[nodiscard]] TrashQuestion* question() const { return question_.get(); }
 
 Q_SIGNALS:
     void journalChanged();
@@ -80,6 +86,7 @@ private:
     JournalReading reading_;
     QString journalProblem_;
     const std::unique_ptr<HistoryRows> rows_;
+    const std::unique_ptr<TrashQuestion> question_;
 };
 
 }  // namespace Brimlo

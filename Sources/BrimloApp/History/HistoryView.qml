@@ -28,7 +28,7 @@ Screen {
                 text: qsTr("Remove items Brimlo put in Trash")
                 symbol: "trash"
                 enabled: AppModel.busy === ""
-                onClicked: AppModel.history.purgeOwnTrash()
+                onClicked: AppModel.history.question.askToPurge()
             }
         }
         Notice {

@@ -91,7 +91,7 @@ Card {
             OutlineButton {
                 text: qsTr("Empty Trash")
                 enabled: AppModel.busy === ""
-                onClicked: AppModel.history.emptyTrash()
+                onClicked: AppModel.history.question.askToEmpty()
             }
         }
     }

@@ -9,6 +9,7 @@
 #include "BrimloCore/Docker/DockerSnapshot.h"
 #include "BrimloCore/Platform/Fmt.h"
 
+#include <algorithm>
 #include <memory>
 #include <mutex>
 #include <set>
@@ -59,7 +60,8 @@ std::string lineOf(const ItemProblem& problem) {
 
 }  // namespace
 
-ReportFigures ReportFigures::of(const std::optional<CleanReport>& report) {
+ReportFigures ReportFigures::of(
+    const std::optional<CleanReport>& report, const std::vector<JournalEntry>& journal) {
     if (!report) {
         return {};
     }
@@ -76,9 +78,31 @@ ReportFigures ReportFigures::of(const std::optional<CleanReport>& report) {
     for (const CleanItem& item : report->goneForGood) {
         figures.goneForGood.append(shown(item.name() + ", " + Fmt::bytes(item.size)));
     }
-    figures.canUndo = report->canUndo();
-    figures.canUndoAll = report->canUndoAll();
+    figures.follow(*report, journal);
     return figures;
+}
+
+void ReportFigures::follow(const CleanReport& report, const std::vector<JournalEntry>& journal) {
+    // An entry that the journal lacks was not read yet.
+    std::set<Uuid> unknown{report.journalIDs.begin(), report.journalIDs.end()};
+    canUndoAll = report.canUndoAll();
+    for (const JournalEntry& entry : journal) {
+        if (unknown.empty()) {
+            break;
+        }
+        if (unknown.erase(entry.id) == 0) {
+            continue;
+        }
+        const JournalEntry::State state = entry.state();
+        const auto size = static_cast<double>(entry.size);
+        canUndo = canUndo || state == JournalEntry::State::inTrash;
+        freedNow += state == JournalEntry::State::gone ? size : 0;
+        if (state == JournalEntry::State::gone || state == JournalEntry::State::restored) {
+            movedToTrash = std::max(0.0, movedToTrash - size);
+            canUndoAll = false;
+        }
+    }
+    canUndo = canUndo || (!unknown.empty() && report.canUndo());
 }
 
 Cleanup::Cleanup(AppModel& app)
@@ -166,6 +190,10 @@ void Cleanup::dispose(const std::vector<std::shared_ptr<FileNode>>& nodes) {
         app_.analyzer()->forget(gone);
         app_.largeFiles()->forget(paths);
     });
+}
+
+ReportFigures Cleanup::reportFigures() const {
+    return ReportFigures::of(lastReport_, app_.history()->journal());
 }
 
 void Cleanup::show(Progress progress) {

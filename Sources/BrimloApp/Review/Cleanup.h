@@ -4,6 +4,7 @@
 #include "BrimloCore/Cleaner/CleanPlan.h"
 #include "BrimloCore/Cleaner/CleanReport.h"
 #include "BrimloCore/DiskScanner/FileNode.h"
+#include "BrimloCore/Journal/JournalEntry.h"
 
 #include <QtCore/QObject>
 #include <QtCore/QString>
@@ -36,7 +37,9 @@ class ReportFigures {
     Q_PROPERTY(bool canUndoAll MEMBER canUndoAll)
 
 public:
-    [[nodiscard]] static ReportFigures of(const std::optional<CleanReport>& report);
+    /// With what became of the items since then, according to the journal.
+    [[nodiscard]] static ReportFigures of(
+        const std::optional<CleanReport>& report, const std::vector<JournalEntry>& journal);
 
     bool operator==(const ReportFigures&) const = default;
 
@@ -44,13 +47,16 @@ public:
 
     int processed = 0;        ///< Items cleaned.
     double freedNow = 0;      ///< Bytes that are free already.
-    double movedToTrash = 0;  ///< Bytes moved to the Trash.
+    double movedToTrash = 0;  ///< Bytes moved to the Trash and still there.
     int untouched = 0;        ///< Items not reached, because the clean was stopped.
     QStringList problems;     ///< "name: reason" for what was refused, failed, or cleaned without a
                               ///< journal entry.
     QStringList goneForGood;  ///< The names and sizes of Docker's objects that are gone.
-    bool canUndo = false;     ///< As in `CleanReport`.
-    bool canUndoAll = false;
+    bool canUndo = false;     ///< Whether an item of this clean may still be in the Trash.
+    bool canUndoAll = false;  ///< Whether that is so for all that it removed.
+
+private:
+    void follow(const CleanReport& report, const std::vector<JournalEntry>& journal);
 };
 
 /// A clean, from the confirmed plan to its result. Main thread; cleans in the background.
@@ -101,7 +107,7 @@ public:
 
     /// The result of the last clean.
     [[nodiscard]] const std::optional<CleanReport>& lastReport() const { return lastReport_; }
-    [[nodiscard]] ReportFigures reportFigures() const { return ReportFigures::of(lastReport_); }
+    [[nodiscard]] ReportFigures reportFigures() const;
     /// Opens the sheet with the result of a clean.
     void show(const CleanReport& report);
     [[nodiscard]] bool showResult() const { return showResult_; }

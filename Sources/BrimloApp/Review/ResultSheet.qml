@@ -66,7 +66,7 @@ Sheet {
         buttonText: qsTr("Empty Trash now")
         visible: sheet.report.movedToTrash > 0
         enabled: AppModel.busy === ""
-        onClicked: AppModel.history.emptyTrash()
+        onClicked: AppModel.history.question.askToEmpty()
     }
     ProblemList {
         problems: sheet.report.goneForGood

@@ -73,6 +73,9 @@ void AppModel::setSection(Section section) {
     if (section == Section::Settings) {
         settings_->read();  // The command line tool may have changed them.
     }
+    if (section == Section::History) {
+        history_->readJournal();  // Another program may have emptied the Trash.
+    }
     assign(*this, section_, section, &AppModel::sectionChanged);
 }
 

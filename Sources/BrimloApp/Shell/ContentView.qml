@@ -82,6 +82,10 @@ Window {
         source: "ResultSheet.qml"
     }
     LazyLoader {
+        needed: AppModel.history.question.isOpen
+        source: "TrashSheet.qml"
+    }
+    LazyLoader {
         needed: AppModel.rules.ruleDraft !== null
         source: "RuleEditorSheet.qml"
     }

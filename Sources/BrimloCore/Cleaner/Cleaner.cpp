@@ -316,7 +316,7 @@ std::int64_t Cleaner::trashSize() {
     return DiskScanner::quickSize(Platform::homeTrash());
 }
 
-TrashReport Cleaner::emptyTrash() {
+TrashReport Cleaner::emptyTrash(bool dryRun) {
     TrashReport report;
     const std::string trash = Platform::homeTrash();
     const auto names = Folders::names(trash);
@@ -328,6 +328,10 @@ TrashReport Cleaner::emptyTrash() {
         return report;
     }
     report.bytes = trashSize();
+    if (dryRun) {
+        report.removed = std::ssize(*names);
+        return report;
+    }
     Platform::TrashItem::removeLeftovers();
     for (const std::string& name : *names) {
         const std::string path = trash + "/" + name;

@@ -83,8 +83,8 @@ public:
     [[nodiscard]] static std::int64_t trashSize();
 
     /// Deletes everything in the home Trash, whoever put it there. The bytes are those measured
-    /// before, minus those of what could not be deleted.
-    [[nodiscard]] static TrashReport emptyTrash();
+    /// before, minus those of what could not be deleted. A dry run deletes nothing.
+    [[nodiscard]] static TrashReport emptyTrash(bool dryRun = false);
 
 private:
     static void rehearse(

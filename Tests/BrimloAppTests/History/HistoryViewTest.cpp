@@ -1,6 +1,8 @@
 #include "BrimloApp/Review/Cleanup.h"
 #include "BrimloAppTests/Support/WindowTest.h"
 
+#include <filesystem>
+
 namespace Brimlo {
 namespace {
 
@@ -44,13 +46,30 @@ TEST_F(HistoryViewTest, ListsWhatWentAndPutsItBack) {
 
     trash("docs/two");
     click(kRow, "two, *");
-    press("Remove items Brimlo put in Trash");
+    const std::string inTrash = at(".local/share/Trash/files/two");
+    for (const char* const answer : {"Cancel", "Delete for good"}) {
+        EXPECT_TRUE(exists(inTrash));
+        press("Remove items Brimlo put in Trash");
+        waitToSee("1 item · 7 bytes");
+        expectLaidOut();
+        press(answer);
+        await([&] { return !sees(answer); }, "its end");
+    }
     finish();
-    EXPECT_FALSE(exists(at(".local/share/Trash/files/two")));
+    EXPECT_FALSE(exists(inTrash));
     EXPECT_TRUE(sees("~/docs/two, Gone, *"));
     EXPECT_EQ(find(QAccessible::Button, "Undo all"), nullptr);
     click(kRow, "two, *");
     EXPECT_FALSE(sees("~/docs/two, Gone, *"));
+
+    // Another program empties the Trash while something else is on screen.
+    trash("docs/three");
+    key(Qt::Key_1, Qt::ControlModifier);
+    std::filesystem::remove(at(".local/share/Trash/files/three"));
+    key(Qt::Key_7, Qt::ControlModifier);
+    finish();
+    EXPECT_TRUE(sees("three, *"));
+    EXPECT_EQ(find(QAccessible::Button, "Undo all"), nullptr);
 }
 
 }  // namespace

@@ -143,6 +143,10 @@ TEST_F(ContentViewTest, ShowsTheTrashOnlyWhenThereIsSomethingInIt) {
     const std::string size = Fmt::bytes(static_cast<std::int64_t>(model().machine()->trashBytes()));
     EXPECT_TRUE(sees(QString::fromStdString(size + " in Trash"))) << "showing it measures it";
     press("Empty Trash");
+    waitToSee(QString::fromStdString("1 item · " + size));
+    EXPECT_TRUE(sees("This deletes everything in the Trash, not only Brimlo's. *"));
+    EXPECT_TRUE(exists(at(".local/share/Trash/files/old")));
+    press("Delete for good");
     finish();
     EXPECT_FALSE(exists(at(".local/share/Trash/files/old")));
     EXPECT_FALSE(sees("Empty Trash"));

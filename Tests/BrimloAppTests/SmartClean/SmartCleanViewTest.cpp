@@ -287,9 +287,15 @@ TEST_F(SmartCleanViewTest, ReportsWhatWentAwayUnderTheSheetAndLeadsOn) {
     waitToSee("Cleanup finished with problems");
     EXPECT_TRUE(sees("Caches, " + QString::fromStdString(at("caches/small")) + ": *"));
     expectLaidOut();
+    EXPECT_TRUE(sees("Undo everything"));
     press("Empty Trash now");
+    waitToSee("Empty the Trash?");
+    await([&] { return isEnabled("Delete for good"); }, "the size");
+    press("Delete for good");
     finish();
     EXPECT_FALSE(exists(at(".local/share/Trash/files/large")));
+    waitToSee("0 bytes In Trash (frees when emptied)");
+    EXPECT_THAT(seen({"Undo everything", "Empty Trash now"}), IsEmpty()) << "it is gone";
     press("View history");
     EXPECT_EQ(model().section(), Section::History);
     EXPECT_FALSE(model().cleanup()->showResult());

@@ -310,7 +310,9 @@ TEST_F(CleanerTrashTest, EmptiesTheTrashOfAll) {
     mkfifo(inTrash("pipe").c_str(), 0600);
     const std::int64_t size = Cleaner::trashSize();
     EXPECT_GE(size, 20'000);
-    EXPECT_EQ(Cleaner::emptyTrash(), (TrashReport{.bytes = size, .removed = 5}));
+    for (const bool dryRun : {true, false}) {
+        EXPECT_EQ(Cleaner::emptyTrash(dryRun), (TrashReport{.bytes = size, .removed = 5}));
+    }
     EXPECT_TRUE(fs::is_empty(at(".local/share/Trash/files")));
     EXPECT_FALSE(exists(noteOf("own")));
     EXPECT_TRUE(exists(noteOf("orphan")));
