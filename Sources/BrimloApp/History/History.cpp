@@ -7,6 +7,7 @@
 #include "BrimloCore/Platform/Privacy.h"
 
 #include <atomic>
+#include <set>
 #include <utility>
 
 namespace Brimlo {
@@ -66,21 +67,42 @@ void History::undoBatch(const HistoryBatch& batch) {
 }
 
 void History::undoLastClean() {
-    if (const auto& report = app_.cleanup()->lastReport()) {
-        undoAll(report->journalIDs);
+    const auto& report = app_.cleanup()->lastReport();
+    if (!report) {
+        return;
     }
+    // Of what went for good, nobody expects the way back.
+    std::set<Uuid> removed;
+    for (const JournalEntry& entry : journal()) {
+        if (entry.state() == JournalEntry::State::removed) {
+            removed.insert(entry.id);
+        }
+    }
+    std::vector<Uuid> ids = report->journalIDs;
+    std::erase_if(ids, [&](const Uuid& id) { return removed.contains(id); });
+    undoAll(ids);
+}
+
+void History::showStayed(const std::vector<ItemProblem>& problems) {
+    QStringList lines;
+    for (const ItemProblem& problem : problems) {
+        lines.append(shown(problem.text()));
+    }
+    assign(*this, stayed_, lines, &History::stayedChanged);
 }
 
 void History::undoAll(const std::vector<Uuid>& ids) {
     if (!app_.busy().isEmpty()) {
         return;
     }
-    app_.cleanup()->setShowResult(false);
     app_.runBusy(QStringLiteral("Restoring…"), [ids, cleaner = app_.cleaner()] {
         UndoReport report = cleaner->undo(ids);
         return AppModel::Outcome{
-            .sentence = report.sentence(), .restored = std::move(report.restored)};
+            .sentence = report.sentence(),
+            .restored = std::move(report.restored),
+            .stayed = std::move(report.failures)};
     });
+    app_.cleanup()->setShowResult(false);
 }
 
 void History::emptyTrash() {

@@ -6,6 +6,7 @@
 
 #include <QtCore/QObject>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 #include <QtQml/qqmlregistration.h>
 
 #include <cstdint>
@@ -41,6 +42,7 @@ class History : public QObject {
 
     Q_PROPERTY(QString journalProblem READ journalProblem NOTIFY journalProblemChanged)
     Q_PROPERTY(bool isJournalRead READ isJournalRead NOTIFY journalChanged)
+    Q_PROPERTY(QStringList stayed READ stayed NOTIFY stayedChanged)
     Q_PROPERTY(Brimlo::HistoryRows* rows READ rows CONSTANT)
     Q_PROPERTY(Brimlo::TrashQuestion* question READ question CONSTANT)
 
@@ -68,6 +70,11 @@ public:
     void undoAll(const std::vector<Uuid>& ids);
     /// Restores what the last clean moved to the Trash.
     Q_INVOKABLE void undoLastClean();
+    /// "path: reason" for each item that the last undo could not restore, until the user has read
+    /// them.
+    [[nodiscard]] const QStringList& stayed() const { return stayed_; }
+    void showStayed(const std::vector<ItemProblem>& problems);
+    Q_INVOKABLE void forgetStayed() { showStayed({}); }
     /// Deletes everything in the Trash. The screens ask first (`question`).
     void emptyTrash();
     /// Deletes from the Trash everything that Brimlo moved there, however recently. The screens ask
@@ -80,11 +87,13 @@ public:
 Q_SIGNALS:
     void journalChanged();
     void journalProblemChanged();
+    void stayedChanged();
 
 private:
     AppModel& app_;
     JournalReading reading_;
     QString journalProblem_;
+    QStringList stayed_;
     const std::unique_ptr<HistoryRows> rows_;
     const std::unique_ptr<TrashQuestion> question_;
 };

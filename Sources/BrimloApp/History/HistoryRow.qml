@@ -80,13 +80,14 @@ ListRow {
         Accessible.ignored: true
     }
     Item {
-        implicitWidth: undo.implicitWidth
+        implicitWidth: Math.max(undo.implicitWidth, Theme.scaled(104))
         implicitHeight: undo.implicitHeight
 
         OutlineButton {
             id: undo
 
-            text: qsTr("Undo all")
+            anchors.right: parent.right
+            text: row.isBatch ? qsTr("Undo all") : qsTr("Undo")
             symbol: "arrow.uturn.backward"
             visible: row.restorable
             enabled: AppModel.busy === ""

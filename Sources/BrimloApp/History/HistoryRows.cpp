@@ -78,6 +78,7 @@ Line rowOf(const JournalEntry& entry) {
     row.size = static_cast<double>(entry.size);
     row.path = entry.originalPath;
     row.state = entry.state();
+    row.restorable = entry.isRestorable();
     return row;
 }
 
@@ -124,7 +125,11 @@ void HistoryRows::toggleExpanded(int place) {
 
 void HistoryRows::undo(int place) {
     const Line* chosen = rows_.at(place);
-    if (chosen == nullptr || chosen->kind != Kind::batch) {
+    if (chosen == nullptr) {
+        return;
+    }
+    if (chosen->kind == Kind::entry) {
+        history_.undoAll({chosen->id});
         return;
     }
     const auto& batches = history_.batches();

@@ -50,7 +50,7 @@ public:
 
     /// Expands or collapses a clean.
     Q_INVOKABLE void toggleExpanded(int place);
-    /// Restores a clean, as far as possible.
+    /// Restores a clean, as far as possible, or one item of it.
     Q_INVOKABLE void undo(int place);
 
 private:

@@ -1,6 +1,7 @@
 #include "BrimloApp/Review/Cleanup.h"
 
 #include "BrimloApp/Analyzer/Analyzer.h"
+#include "BrimloApp/Components/Format.h"
 #include "BrimloApp/History/History.h"
 #include "BrimloApp/LargeFiles/LargeFileSearch.h"
 #include "BrimloApp/Overview/Machine.h"
@@ -206,7 +207,13 @@ void Cleanup::show(const CleanReport& report) {
 }
 
 void Cleanup::setShowResult(bool show) {
+    const bool closes = showResult_ && !show;
     assign(*this, showResult_, show, &Cleanup::showResultChanged);
+    const ReportFigures figures = reportFigures();
+    if (closes && figures.canUndo && app_.busy().isEmpty()) {
+        app_.offerUndo(
+            QStringLiteral("Moved %1 to the Trash.").arg(Format::bytes(figures.movedToTrash)));
+    }
 }
 
 }  // namespace Brimlo

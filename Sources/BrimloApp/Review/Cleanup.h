@@ -111,6 +111,7 @@ public:
     /// Opens the sheet with the result of a clean.
     void show(const CleanReport& report);
     [[nodiscard]] bool showResult() const { return showResult_; }
+    /// Closing the sheet leaves a message that offers to undo the clean, if that is possible.
     void setShowResult(bool show);
 
 Q_SIGNALS:

@@ -8,7 +8,9 @@ Item {
     id: actions
 
     readonly property string rescanKeys: "Ctrl+R"
+    readonly property string undoKeys: "Ctrl+Z"
     readonly property string quitKeys: "Ctrl+Q"
+    readonly property bool canUndo: AppModel.cleanup.lastReport.canUndo && AppModel.busy === ""
 
     signal aboutRequested
     signal quitRequested
@@ -20,6 +22,9 @@ Item {
     function rescan() {
         AppModel.rescan();
     }
+    function undo() {
+        AppModel.history.undoLastClean();
+    }
     function go(section) {
         AppModel.section = section;
     }
@@ -30,6 +35,11 @@ Item {
     Shortcut {
         sequence: actions.rescanKeys
         onActivated: actions.rescan()
+    }
+    Shortcut {
+        sequence: actions.undoKeys
+        enabled: actions.canUndo
+        onActivated: actions.undo()
     }
     Shortcut {
         sequence: actions.quitKeys

@@ -29,6 +29,13 @@ PopupMenu {
         shortcut: menu.actions.rescanKeys
         onTriggered: menu.actions.rescan()
     }
+    MenuEntry {
+        text: qsTr("Undo Last Clean")
+        symbol: "arrow.uturn.backward"
+        shortcut: menu.actions.undoKeys
+        enabled: menu.actions.canUndo
+        onTriggered: menu.actions.undo()
+    }
     MenuDivider {}
     MenuHeading {
         text: qsTr("Go")
@@ -42,7 +49,7 @@ PopupMenu {
     }
     Instantiator {
         model: Sections.all
-        onObjectAdded: (index, object) => menu.insertItem(6 + index, object)
+        onObjectAdded: (index, object) => menu.insertItem(7 + index, object)
         onObjectRemoved: (index, object) => menu.removeItem(object)
 
         MenuEntry {

@@ -26,7 +26,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto kBannerTime = 8s;
-constexpr auto kErrorBannerTime = 20s;
+constexpr auto kLongBannerTime = 20s;
 
 /// A banner's text is the only sign that something failed.
 bool tellsOfFailure(const QString& text) {
@@ -108,21 +108,22 @@ void AppModel::rescan() {
 
 // ---- The banner and the busy line ----------------------------------------------------------
 
-void AppModel::setBanner(const QString& text) {
-    assign(*this, banner_, text, &AppModel::bannerChanged);
+void AppModel::show(const Banner& banner) {
+    assign(*this, banner_, banner, &AppModel::bannerChanged);
     // Setting the same text again restarts its time.
     scheduleBannerDismiss();
 }
 
 void AppModel::scheduleBannerDismiss() {
     bannerTask_.reset();
-    if (banner_.isEmpty()) {
+    if (banner_.text.isEmpty()) {
         return;
     }
-    const auto time = tellsOfFailure(banner_) ? kErrorBannerTime : kBannerTime;
-    bannerTask_ = surroundings_.clock->schedule(time, Clock::Repeat::once, [this, text = banner_] {
-        if (banner_ == text) {
-            assign(*this, banner_, QString{}, &AppModel::bannerChanged);
+    const bool needsTime = banner_.offersUndo || tellsOfFailure(banner_.text);
+    const auto time = needsTime ? kLongBannerTime : kBannerTime;
+    bannerTask_ = surroundings_.clock->schedule(time, Clock::Repeat::once, [this, was = banner_] {
+        if (banner_ == was) {
+            assign(*this, banner_, Banner{}, &AppModel::bannerChanged);
         }
     });
 }
@@ -148,6 +149,7 @@ void AppModel::runBusy(const QString& text, std::function<Outcome()> work) {
             model.setBanner(shown(done.outcome.sentence));
             model.machine_->refresh();
             model.history_->show(std::move(done.journal));
+            model.history_->showStayed(done.outcome.stayed);
             model.findAgain(done.outcome.restored);
         });
 }

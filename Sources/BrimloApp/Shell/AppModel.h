@@ -60,6 +60,7 @@ class AppModel : public QObject {
     Q_PROPERTY(
         Brimlo::Sections::Section section READ section WRITE setSection NOTIFY sectionChanged)
     Q_PROPERTY(QString banner READ banner WRITE setBanner NOTIFY bannerChanged)
+    Q_PROPERTY(bool bannerOffersUndo READ bannerOffersUndo NOTIFY bannerChanged)
     Q_PROPERTY(QString busy READ busy NOTIFY busyChanged)
 
     Q_PROPERTY(Brimlo::Machine* machine READ machine CONSTANT)
@@ -103,10 +104,13 @@ public:
     Q_INVOKABLE void rescan();
 
     /// A message about the last operation; empty if there is none.
-    [[nodiscard]] const QString& banner() const { return banner_; }
+    [[nodiscard]] const QString& banner() const { return banner_.text; }
     /// Shows a message for 8 seconds, or for 20 if its words tell of a failure; an empty text
     /// removes the current one.
-    void setBanner(const QString& text);
+    void setBanner(const QString& text) { show({.text = text}); }
+    /// Shows a message about the last clean for 20 seconds, with a button that undoes the clean.
+    void offerUndo(const QString& text) { show({.text = text, .offersUndo = true}); }
+    [[nodiscard]] bool bannerOffersUndo() const { return banner_.offersUndo; }
 
     /// The long operation under way; empty if there is none.
     [[nodiscard]] const QString& busy() const { return busy_; }
@@ -115,6 +119,7 @@ public:
     struct Outcome {
         std::string sentence;               ///< For the banner.
         std::vector<std::string> restored;  ///< Paths restored.
+        std::vector<ItemProblem> stayed;    ///< Items that could not be restored.
     };
     /// Runs work that changes files in the background, with `text` as `busy`, then refreshes
     /// whatever it may have changed. Call it only while `busy` is empty.
@@ -129,6 +134,13 @@ Q_SIGNALS:
     void busyChanged();
 
 private:
+    struct Banner {
+        QString text;
+        bool offersUndo = false;
+
+        bool operator==(const Banner&) const = default;
+    };
+    void show(const Banner& banner);
     void scheduleBannerDismiss();
     /// Repeats the searches whose folders contain restored items.
     void findAgain(const std::vector<std::string>& restored);
@@ -136,7 +148,7 @@ private:
     const Surroundings surroundings_;
     const std::shared_ptr<Cleaner> cleaner_;
     Section section_ = Section::Overview;
-    QString banner_;
+    Banner banner_;
     std::unique_ptr<Clock::Pending> bannerTask_;
     QString busy_;
 

@@ -86,6 +86,10 @@ Window {
         source: "TrashSheet.qml"
     }
     LazyLoader {
+        needed: AppModel.history.stayed.length > 0
+        source: "StayedSheet.qml"
+    }
+    LazyLoader {
         needed: AppModel.rules.ruleDraft !== null
         source: "RuleEditorSheet.qml"
     }
@@ -179,6 +183,13 @@ Window {
                 lineHeight: 1.15
                 Accessible.ignored: true
             }
+        }
+        OutlineButton {
+            text: qsTr("Undo")
+            symbol: "arrow.uturn.backward"
+            visible: AppModel.bannerOffersUndo && actions.canUndo
+            implicitHeight: Theme.controlHeight - 2
+            onClicked: actions.undo()
         }
         OutlineButton {
             text: qsTr("Dismiss")

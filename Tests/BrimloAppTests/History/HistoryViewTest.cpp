@@ -12,11 +12,18 @@ constexpr auto kRow = QAccessible::ListItem;
 
 class HistoryViewTest : public Testing::WindowTest {
 protected:
-    void trash(const char* path) {
-        write(path);
-        model().cleanup()->run(CleanPlan{{{.path = at(path), .size = 7}}});
+    template <typename... Paths>
+    void trash(Paths... paths) {
+        model().cleanup()->run(CleanPlan{{{.path = write(paths), .size = 7}...}});
         finish();
         model().cleanup()->setShowResult(false);
+    }
+
+    /// Presses the button of a row.
+    void undo(const char* name) {
+        const QQuickItem& row = get(kRow, name);
+        clickAt(row.mapToScene({row.width() - 50, row.height() / 2}));
+        finish();
     }
 };
 
@@ -33,9 +40,7 @@ TEST_F(HistoryViewTest, ListsWhatWentAndPutsItBack) {
     EXPECT_TRUE(sees(entry + "In Trash · can Put Back, *"));
     expectLaidOut();
     expectReadable();
-    const QQuickItem& row = get(kRow, "one, *");
-    clickAt(row.mapToScene({row.width() - 50, row.height() / 2}));
-    finish();
+    undo("one, *");
     EXPECT_TRUE(exists(at("docs/one")));
     EXPECT_FALSE(exists(at("docs/earlier"))) << "of another cleanup";
     EXPECT_TRUE(sees(entry + "Restored, *"));
@@ -62,6 +67,14 @@ TEST_F(HistoryViewTest, ListsWhatWentAndPutsItBack) {
     click(kRow, "two, *");
     EXPECT_FALSE(sees("~/docs/two, Gone, *"));
 
+    trash("docs/kept", "docs/wanted");
+    click(kRow, "2 items, *");
+    undo("~/docs/wanted, *");
+    EXPECT_TRUE(exists(at("docs/wanted")));
+    EXPECT_FALSE(exists(at("docs/kept")));
+    undo("2 items, *");
+    EXPECT_TRUE(exists(at("docs/kept")));
+
     // Another program empties the Trash while something else is on screen.
     trash("docs/three");
     key(Qt::Key_1, Qt::ControlModifier);
@@ -70,6 +83,34 @@ TEST_F(HistoryViewTest, ListsWhatWentAndPutsItBack) {
     finish();
     EXPECT_TRUE(sees("three, *"));
     EXPECT_EQ(find(QAccessible::Button, "Undo all"), nullptr);
+}
+
+TEST_F(HistoryViewTest, UndoesTheLastCleanAndListsWhatStayed) {
+    open();
+    for (const bool isByKeys : {true, false}) {
+        SCOPED_TRACE(isByKeys);
+        trash("docs/last");
+        waitToSee("Moved 7 bytes to the Trash.");
+        if (isByKeys) {
+            key(Qt::Key_Z, Qt::ControlModifier);
+        } else {
+            press("Undo");
+        }
+        finish();
+        EXPECT_TRUE(exists(at("docs/last")));
+        EXPECT_EQ(find(QAccessible::Button, "Undo"), nullptr);
+    }
+    trash("docs/first", "docs/last");
+    write("docs/last");
+    press("Undo");
+    finish();
+    waitToSee("Not everything was put back");
+    EXPECT_TRUE(exists(at("docs/first")));
+    EXPECT_TRUE(sees(QString::fromStdString(
+        at("docs/last") + ": Something already exists at " + at("docs/last"))));
+    expectLaidOut();
+    press("Done");
+    await([&] { return !sees("Not everything was put back"); }, "its end");
 }
 
 }  // namespace

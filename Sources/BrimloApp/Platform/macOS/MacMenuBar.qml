@@ -30,6 +30,11 @@ Native.MenuBar {
             onTriggered: bar.actions.rescan()
         }
         Native.MenuItem {
+            text: qsTr("Undo Last Clean")
+            enabled: bar.actions.canUndo
+            onTriggered: bar.actions.undo()
+        }
+        Native.MenuItem {
             text: qsTr("Quit")
             role: Native.MenuItem.QuitRole
             onTriggered: bar.actions.quitRequested()
