@@ -22,6 +22,7 @@ VolumeFigures VolumeFigures::of(const std::optional<VolumeInfo::Snapshot>& snaps
     figures.total = static_cast<double>(snapshot->total);
     figures.available = static_cast<double>(snapshot->available);
     figures.used = static_cast<double>(snapshot->used());
+    figures.hasPurgeable = snapshot->availableIncludingPurgeable.has_value();
     const auto purgeable = static_cast<double>(snapshot->purgeable());
     figures.takenShare = (figures.used - purgeable) / figures.total;
     figures.purgeableShare = purgeable / figures.total;

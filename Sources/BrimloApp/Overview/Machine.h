@@ -21,6 +21,7 @@ class VolumeFigures {
     Q_PROPERTY(double available MEMBER available)
     Q_PROPERTY(double used MEMBER used)
     Q_PROPERTY(double takenShare MEMBER takenShare)
+    Q_PROPERTY(bool hasPurgeable MEMBER hasPurgeable)
     Q_PROPERTY(double purgeableShare MEMBER purgeableShare)
     Q_PROPERTY(double freeShare MEMBER freeShare)
 
@@ -32,6 +33,7 @@ public:
     double total = 0;
     double available = 0;
     double used = 0;            ///< Includes purgeable space.
+    bool hasPurgeable = false;  ///< Whether the system has such a thing.
     double takenShare = 0;      ///< Used without purgeable space.
     double purgeableShare = 0;  ///< Space that the system can free by itself.
     double freeShare = 0;       ///< The three shares add up to 1.

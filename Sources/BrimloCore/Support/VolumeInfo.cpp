@@ -8,7 +8,7 @@
 namespace Brimlo::VolumeInfo {
 
 std::int64_t Snapshot::purgeable() const {
-    return std::max<std::int64_t>(0, availableIncludingPurgeable - available);
+    return std::max<std::int64_t>(0, availableIncludingPurgeable.value_or(available) - available);
 }
 
 std::optional<Snapshot> snapshot(const std::string& path) {
@@ -19,8 +19,7 @@ std::optional<Snapshot> snapshot(const std::string& path) {
     return Snapshot{
         .total = capacity->total,
         .available = capacity->available,
-        .availableIncludingPurgeable =
-            capacity->availableForImportantUsage.value_or(capacity->available),
+        .availableIncludingPurgeable = capacity->availableForImportantUsage,
     };
 }
 

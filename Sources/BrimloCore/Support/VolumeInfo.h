@@ -11,8 +11,9 @@ namespace Brimlo::VolumeInfo {
 struct Snapshot {
     std::int64_t total = 0;
     std::int64_t available = 0;
-    std::int64_t availableIncludingPurgeable = 0;
-    bool isSystem = true;  ///< False for a home folder on another disk than the system.
+    std::optional<std::int64_t>
+        availableIncludingPurgeable;  ///< Absent where the system has no purgeable space.
+    bool isSystem = true;             ///< False for a home folder on another disk than the system.
 
     [[nodiscard]] std::int64_t used() const { return total - available; }
 

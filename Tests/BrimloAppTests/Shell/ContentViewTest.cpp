@@ -156,6 +156,11 @@ TEST_F(ContentViewTest, LeadsFromTheOverviewToWhatCanGo) {
     write(".config/keep");
     open();
     EXPECT_EQ(sees("Full Disk Access is off, *"), !model().machine()->hasFullDiskAccess());
+    for (const std::optional<std::int64_t> purgeable : {std::optional<std::int64_t>{}, {4}}) {
+        model().machine()->setVolume(VolumeInfo::Snapshot{
+            .total = 9, .available = 4, .availableIncludingPurgeable = purgeable});
+        EXPECT_EQ(sees("Purgeable"), purgeable.has_value()) << "none is not the same as 0 bytes";
+    }
     {
         const Testing::HeldWork held;
         press("Find cleanable space");
