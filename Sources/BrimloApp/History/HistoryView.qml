@@ -27,6 +27,7 @@ Screen {
             OutlineButton {
                 text: qsTr("Remove items Brimlo put in Trash")
                 symbol: "trash"
+                visible: screen.rows.count > 0
                 enabled: AppModel.busy === ""
                 onClicked: AppModel.history.question.askToPurge()
             }
@@ -38,15 +39,28 @@ Screen {
             visible: AppModel.history.journalProblem !== ""
         }
         Notice {
+            visible: screen.rows.count > 0
             text: AppModel.settings.autoCleanEnabled ? qsTr("Undo restores an item from the Trash if it is still there. Auto-clean removes what Brimlo put there after %1 days.").arg(Format.count(AppModel.settings.trashRetentionDays)) : qsTr("Undo restores an item from the Trash if it is still there.")
         }
     }
-    EmptyState {
-        symbol: "clock.arrow.circlepath"
-        title: AppModel.history.isJournalRead ? qsTr("Nothing removed yet.") : qsTr("Reading the journal…")
+    Item {
         visible: screen.rows.count === 0 && AppModel.history.journalProblem === ""
-        Layout.alignment: Qt.AlignCenter
+        Layout.fillWidth: true
         Layout.fillHeight: true
+
+        EmptyState {
+            anchors.centerIn: parent
+            width: parent.width - 2 * Theme.wide
+            symbol: "clock.arrow.circlepath"
+            title: AppModel.history.isJournalRead ? qsTr("Nothing removed yet.") : qsTr("Reading the journal…")
+            line: qsTr("Each clean will appear here, with what went and when. Undo puts a whole clean or a single item back while the Trash holds it.")
+
+            SolidButton {
+                text: qsTr("Find cleanable space")
+                symbol: "sparkles"
+                onClicked: AppModel.section = Sections.Clean
+            }
+        }
     }
     ScrollList {
         id: list

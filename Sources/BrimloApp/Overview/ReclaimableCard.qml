@@ -2,18 +2,21 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// How much of the disk could be cleaned, according to the last suggestions.
+// How much of the disk could be cleaned, according to the last suggestions. The first come soon after
+// the start, without a press.
 Card {
     id: card
 
     readonly property bool found: AppModel.smartClean.rows.foundCount > 0
+
+    readonly property bool searched: !isNaN(AppModel.smartClean.suggestStarted.getTime())
 
     padding: Theme.roomy
     spacing: Theme.normal
 
     SectionHeading {
         text: qsTr("Reclaimable")
-        line: card.found ? "" : qsTr("Find caches, build folders and leftovers for the apps and tools you use.")
+        line: card.found ? "" : AppModel.smartClean.isSuggesting ? qsTr("Looking for caches, build folders and leftovers…") : card.searched ? qsTr("Nothing was found that can go.") : qsTr("Find caches, build folders and leftovers for the apps and tools you use.")
         Layout.fillWidth: true
 
         OutlineButton {

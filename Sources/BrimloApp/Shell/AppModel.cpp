@@ -25,6 +25,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
+constexpr auto kTimeToSuggest = 1s;
 constexpr auto kBannerTime = 8s;
 constexpr auto kLongBannerTime = 20s;
 
@@ -56,6 +57,9 @@ AppModel::AppModel(Surroundings surroundings, QObject* parent)
     history_->readJournal();
     machine_->refresh();
     settings_->startAutoCleanTimer();
+    if (surroundings_.suggestsByItself) {
+        suggestSoon();
+    }
 }
 
 AppModel::~AppModel() = default;
@@ -104,6 +108,15 @@ void AppModel::rescan() {
             machine_->refresh();
             break;
     }
+}
+
+void AppModel::suggestSoon() {
+    // Not at once: the window has its first frames to draw.
+    suggestTask_ = surroundings_.clock->schedule(kTimeToSuggest, Clock::Repeat::once, [this] {
+        if (smartClean_->suggestions().empty()) {
+            smartClean_->loadSuggestions();
+        }
+    });
 }
 
 // ---- The banner and the busy line ----------------------------------------------------------

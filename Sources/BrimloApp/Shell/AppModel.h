@@ -34,6 +34,7 @@ struct Surroundings {
     Clock* clock = &Clock::system();
     CLIInstaller::Places cli = CLIInstaller::usualPlaces();
     DockerClient::Places docker = DockerClient::usualPlaces();
+    bool suggestsByItself = true;  ///< Whether it looks for what can go soon after the start.
 };
 
 /// The state behind every screen and all operations: one part for each screen, and here what they
@@ -75,7 +76,8 @@ class AppModel : public QObject {
 
 public:
     /// Reads what the screens show first: the volume, the settings, the rules. Starts reading the
-    /// journal, measuring the Trash and the hourly auto-clean. Never fails.
+    /// journal, measuring the Trash and the hourly auto-clean; a second later, looks for what can
+    /// go. Never fails.
     explicit AppModel(Surroundings surroundings, QObject* parent = nullptr);
     ~AppModel() override;
 
@@ -134,6 +136,8 @@ Q_SIGNALS:
     void busyChanged();
 
 private:
+    void suggestSoon();
+
     struct Banner {
         QString text;
         bool offersUndo = false;
@@ -150,6 +154,7 @@ private:
     Section section_ = Section::Overview;
     Banner banner_;
     std::unique_ptr<Clock::Pending> bannerTask_;
+    std::unique_ptr<Clock::Pending> suggestTask_;
     QString busy_;
 
     const std::unique_ptr<Machine> machine_;

@@ -29,7 +29,8 @@ Surroundings nowhere() {
     return {
         .clock = &Clock::system(),
         .cli = {.resources = home + "/resources", .link = home + "/bin/brimlo", .authorizers = {}},
-        .docker = {}
+        .docker = {},
+        .suggestsByItself = false
     };
 }
 

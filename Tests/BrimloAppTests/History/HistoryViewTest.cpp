@@ -30,6 +30,13 @@ protected:
 TEST_F(HistoryViewTest, ListsWhatWentAndPutsItBack) {
     open(Section::History);
     EXPECT_TRUE(sees("Nothing removed yet."));
+    expectLaidOut();
+    EXPECT_EQ(find(QAccessible::Button, "Remove items Brimlo put in Trash"), nullptr);
+    press("Find cleanable space");
+    EXPECT_EQ(model().section(), Section::Clean);
+    finish();
+    key(Qt::Key_7, Qt::ControlModifier);
+    finish();
     trash("docs/earlier");
     trash("docs/one");
     EXPECT_FALSE(sees("Nothing removed yet."));

@@ -23,12 +23,13 @@ using testing::IsEmpty;
 
 using AppModelTest = Testing::ModelTest;
 
-TEST_F(AppModelTest, StartsWithWhatTheHomeHoldsAndRunsNothingByItself) {
+TEST_F(AppModelTest, StartsWithWhatTheHomeHoldsAndThenLooksForWhatCanGo) {
     write("data", std::string(100'000, 'x'));
     model().cleanup()->run(CleanPlan{{{.path = at("data"), .size = 1, .ruleID = {}, .risk = {}}}});
     finish();
     restart();
 
+    addSampleRules();
     AppModel& started = model();
     EXPECT_EQ(started.section(), Section::Overview);
     EXPECT_FALSE(started.history()->isJournalRead()) << "is read in the background";
@@ -41,6 +42,12 @@ TEST_F(AppModelTest, StartsWithWhatTheHomeHoldsAndRunsNothingByItself) {
     EXPECT_TRUE(started.banner().isEmpty()) << "auto-clean is off and says nothing";
     EXPECT_THAT(started.smartClean()->suggestions(), IsEmpty());
     EXPECT_EQ(started.analyzer()->root(), nullptr);
+
+    clock.advance(1s);
+    EXPECT_TRUE(started.smartClean()->isSuggesting());
+    finish();
+    EXPECT_EQ(suggestion("custom.caches").items.size(), 2U);
+    EXPECT_EQ(started.section(), Section::Overview);
 }
 
 TEST_F(AppModelTest, ChangesFilesWhileSearchesOccupyTheirThreads) {
@@ -97,7 +104,7 @@ TEST_F(AppModelTest, ShowsABannerForAsLongAsItsWordsDeserve) {
 }
 
 TEST_F(AppModelTest, LeavesABannerToItsOwnTimer) {
-    const std::size_t idle = (model(), clock.waiting());
+    const std::size_t idle = (model(), clock.advance(1s), clock.waiting());
     model().setBanner("First.");
     clock.advance(7s);
     model().setBanner("Second.");

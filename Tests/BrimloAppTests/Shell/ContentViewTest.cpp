@@ -155,6 +155,16 @@ TEST_F(ContentViewTest, ShowsTheTrashOnlyWhenThereIsSomethingInIt) {
 TEST_F(ContentViewTest, LeadsFromTheOverviewToWhatCanGo) {
     write(".config/keep");
     open();
+    const std::vector<const char*> states{
+        "Find caches, *", "Looking for caches, *", "Nothing was found that can go."};
+    EXPECT_EQ(seen(states), std::vector<std::string>{states[0]});
+    {
+        const Testing::HeldWork held;
+        clock.advance(std::chrono::seconds{1});
+        EXPECT_EQ(seen(states), std::vector<std::string>{states[1]}) << "by itself";
+    }
+    finish();
+    EXPECT_EQ(seen(states), std::vector<std::string>{states[2]});
     EXPECT_EQ(sees("Full Disk Access is off, *"), !model().machine()->hasFullDiskAccess());
     for (const std::optional<std::int64_t> purgeable : {std::optional<std::int64_t>{}, {4}}) {
         model().machine()->setVolume(VolumeInfo::Snapshot{
