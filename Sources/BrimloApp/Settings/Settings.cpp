@@ -4,6 +4,8 @@
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloCore/Cleaner/AutoCleaner.h"
 #include "BrimloCore/LaunchAgent/LaunchAgent.h"
+#include "BrimloCore/Platform/FileIdentity.h"
+#include "BrimloCore/Support/StoragePaths.h"
 
 #include <utility>
 
@@ -164,7 +166,9 @@ void Settings::installCLI() {
 
 void Settings::offerCLIInstallIfNeeded() {
     read();
-    if (config_.cliInstallOffered || !CLIInstaller::bundledCLI(cli_) ||
+    // Not to somebody who has yet to see what the program does: installing needs a password.
+    const bool hasCleaned = Platform::FileIdentity::of(StoragePaths::journal()).has_value();
+    if (!hasCleaned || config_.cliInstallOffered || !CLIInstaller::bundledCLI(cli_) ||
         CLIInstaller::installedAt(cli_)) {
         return;
     }

@@ -82,8 +82,8 @@ public:
     /// Where a terminal finds the command line tool; empty if nowhere.
     [[nodiscard]] const QString& cliPlace() const { return cliPlace_; }
     [[nodiscard]] bool cliInstalled() const { return !cliPlace_.isEmpty(); }
-    /// Offers once, and never again, to install the command line tool: `offersCLI` is true until
-    /// the question is answered.
+    /// Offers once, and never again, to install the command line tool, to a user who has cleaned
+    /// something: `offersCLI` is true until the question is answered.
     Q_INVOKABLE void offerCLIInstallIfNeeded();
     Q_INVOKABLE void answerCLIOffer(bool install);
     [[nodiscard]] bool offersCLI() const { return offersCLI_; }

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// Offers the command line tool at the first start, once.
+// Offers the command line tool once, at the first start after a clean.
 Sheet {
     title: qsTr("Use Brimlo from the terminal?")
     symbol: "terminal"

@@ -176,6 +176,11 @@ TEST_F(SettingsTest, OffersTheToolOnceWhateverTheAnswer) {
     EXPECT_FALSE(model().settings()->offersCLI()) << "a terminal finds it already";
     std::filesystem::remove(at("path/brimlo"));
     model().settings()->offerCLIInstallIfNeeded();
+    EXPECT_FALSE(model().settings()->offersCLI()) << "nothing was cleaned yet";
+    EXPECT_FALSE(AppConfig::load().cliInstallOffered);
+    model().cleanup()->run(planFiles(1));
+    finish();
+    model().settings()->offerCLIInstallIfNeeded();
     EXPECT_TRUE(model().settings()->offersCLI());
     EXPECT_TRUE(AppConfig::load().cliInstallOffered) << "before the answer";
 }

@@ -3,6 +3,7 @@
 #include "BrimloApp/History/History.h"
 #include "BrimloApp/LargeFiles/LargeFileSearch.h"
 #include "BrimloApp/Overview/Machine.h"
+#include "BrimloApp/Review/Cleanup.h"
 #include "BrimloApp/SmartClean/SmartClean.h"
 #include "BrimloAppTests/Support/WindowTest.h"
 #include "BrimloCore/Platform/Fmt.h"
@@ -194,6 +195,12 @@ TEST_F(ContentViewTest, LeadsFromTheOverviewToWhatCanGo) {
 TEST_F(ContentViewTest, AsksOnceAboutTheCommandLineTool) {
     bundleTool();
     writeProgram("pkexec", "exec \"$@\"");
+    open();
+    EXPECT_FALSE(sees("Use Brimlo from the terminal?")) << "nothing was cleaned yet";
+    close();
+    model().cleanup()->run(planFiles(1));
+    finish();
+    restart();
     open();
     waitToSee("Use Brimlo from the terminal?");
     expectLaidOut();
