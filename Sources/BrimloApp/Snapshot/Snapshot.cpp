@@ -1,6 +1,9 @@
 #include "BrimloApp/Snapshot/Snapshot.h"
 
 #include "BrimloApp/Analyzer/Analyzer.h"
+#include "BrimloApp/History/History.h"
+#include "BrimloApp/History/TrashQuestion.h"
+#include "BrimloApp/Review/Cleanup.h"
 #include "BrimloApp/Review/PlanReview.h"
 #include "BrimloApp/Rules/RuleBook.h"
 #include "BrimloApp/SmartClean/SmartClean.h"
@@ -14,8 +17,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstdlib>
 #include <iostream>
+#include <limits>
 #include <utility>
 
 namespace Brimlo::Snapshot {
@@ -102,6 +107,10 @@ std::vector<Scene> windowScenes() {
                  CannedState::busy(model, "Emptying Trash…");
                  model.setBanner("Export failed: Permission denied");
              })),
+        then(showing("overview-undo", Overview, CannedState::suggested), doing([](AppModel& model) {
+                 CannedState::cleaned(model, CannedData::report());
+                 model.cleanup()->setShowResult(false);
+             })),
         then(showing("menu", Overview), press("Menu")),
         then(
             then(showing("about", Overview), press("Menu")),
@@ -179,6 +188,17 @@ std::vector<Scene> upkeepScenes() {
                  model.rules()->editRule(model.rules()->customRules().back());
              })),
         then(showing("history", History), keys("Removed by Brimlo", {Qt::Key_Right})),
+        then(showing("history-empty", History), doing([](AppModel& model) {
+                 model.history()->show({.number = std::numeric_limits<std::uint64_t>::max()});
+             })),
+        then(
+            then(showing("history-purge", History), press("Remove items Brimlo put in Trash")),
+            [](Stage& stage) {
+                while (!stage.model().history()->question()->isMeasured()) {
+                    Stage::wait(10ms);
+                }
+                return true;
+            }),
         showing("settings", Settings),
         then(
             showing("settings-end", Settings),
