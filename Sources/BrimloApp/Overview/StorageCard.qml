@@ -17,17 +17,17 @@ Card {
             fraction: AppModel.machine.volume.takenShare * grown,
             color: Theme.accentText
         },
-        AppModel.machine.volume.hasPurgeable ? {
-            name: qsTr("Purgeable"),
+        {
+            name: AppModel.machine.volume.hasPurgeable ? qsTr("Purgeable") : "",
             fraction: AppModel.machine.volume.purgeableShare * grown,
             color: Theme.rebuild
-        } : null,
+        },
         {
             name: qsTr("Free"),
             fraction: AppModel.machine.volume.freeShare * grown,
             color: Theme.mixed(Theme.card, Theme.text, 0.12)
         }
-    ].filter(share => share !== null)
+    ]
 
     padding: Theme.roomy
     visible: AppModel.machine.volume.isKnown
@@ -114,6 +114,7 @@ Card {
 
                 color: modelData.color
                 text: modelData.name
+                visible: text !== ""
             }
         }
     }

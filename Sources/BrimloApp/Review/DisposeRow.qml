@@ -28,7 +28,7 @@ ListRow {
 
     signal ticked
 
-    text: [title, place, reason, Format.bytes(size), chip.text].filter(word => word !== "").join(", ")
+    text: title + (place !== "" ? ", " + place : "") + (reason !== "" ? ", " + reason : "") + ", " + Format.bytes(size) + ", " + chip.text
     leftPadding: isInFolder ? Theme.huge : Theme.snug
     topPadding: 5
     bottomPadding: 5

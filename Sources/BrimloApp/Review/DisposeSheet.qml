@@ -13,18 +13,6 @@ Sheet {
     required property PlanReview review
     property bool dryRunOnly: false
 
-    function heading(fate) {
-        if (fate === "trash")
-            return qsTr("Goes to Trash · %1").arg(Format.bytes(review.freedAfterEmptying));
-        if (fate === "forGood")
-            return qsTr("Goes for good · %1").arg(Format.bytes(review.freedNow));
-        return review.stayingCount === 1 ? qsTr("Would be refused and stays · 1 item") : qsTr("Would be refused and stays · %1 items").arg(Format.count(review.stayingCount));
-    }
-    function toggle(index) {
-        if (!dryRunOnly)
-            review.toggle(index);
-    }
-
     presented: review.isOpen
     onDismissed: review.close()
 
@@ -102,35 +90,13 @@ Sheet {
         Layout.minimumHeight: Theme.rowHeight * 2
         Layout.maximumHeight: Math.min(implicitHeight, 320)
 
-        ScrollList {
+        PlanList {
             id: list
 
+            review: sheet.review
+            tickable: !sheet.dryRunOnly
             anchors.fill: parent
             anchors.margins: 5
-            label: qsTr("Items")
-            model: sheet.review
-            onOpened: index => sheet.review.toggleExpanded(index)
-            Keys.onSpacePressed: sheet.toggle(currentIndex)
-            // Also shows the heading above the first row.
-            onCurrentIndexChanged: if (currentIndex === 0)
-                positionViewAtBeginning()
-            delegate: DisposeRow {
-                required property int index
-
-                tickable: !sheet.dryRunOnly
-                fateWidth: Theme.scaled(sheet.review.hasFinalItems ? 148 : 68)
-                onClicked: itemCount > 0 ? sheet.review.toggleExpanded(index) : sheet.toggle(index)
-                onTicked: sheet.toggle(index)
-            }
-            section.property: "fate"
-            section.delegate: Eyebrow {
-                required property string section
-
-                text: sheet.heading(section)
-                leftPadding: Theme.snug
-                topPadding: Theme.tight
-                bottomPadding: Theme.tiny
-            }
         }
     }
 }

@@ -59,7 +59,8 @@ void PlanReview::openSelection() {
 void PlanReview::openNodes(std::vector<std::shared_ptr<FileNode>> nodes) {
     std::erase_if(nodes, [](const auto& node) { return node->isAggregate; });
     if (!nodes.empty()) {
-        open([plan = Cleanup::planFor(nodes)](const auto&) { return plan; }, std::move(nodes));
+        CleanPlan plan = Cleanup::planFor(nodes);
+        open([plan = std::move(plan)](const auto&) { return plan; }, std::move(nodes));
     }
 }
 

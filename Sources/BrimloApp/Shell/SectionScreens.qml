@@ -62,7 +62,7 @@ FocusScope {
             Binding {
                 target: screens
                 property: "footerHeight"
-                value: (loader.item as Screen)?.footerHeight ?? 0
+                value: loader.item?.footerHeight ?? 0 // qmllint disable property
                 when: loader.chosen
                 restoreMode: Binding.RestoreNone
             }

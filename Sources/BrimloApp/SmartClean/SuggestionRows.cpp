@@ -7,6 +7,7 @@
 #include <array>
 #include <cstddef>
 #include <iterator>
+#include <ranges>
 #include <string_view>
 #include <utility>
 
@@ -64,27 +65,23 @@ std::string joined(const std::vector<std::string>& words) {
     return line;
 }
 
-std::vector<std::string> pathsOf(const Suggestion& suggestion) {
-    std::vector<std::string> paths;
-    std::ranges::transform(suggestion.items, std::back_inserter(paths), &SuggestionItem::path);
-    return paths;
+auto pathsOf(const Suggestion& suggestion) {
+    return suggestion.items | std::views::transform(&SuggestionItem::path);
 }
 
-std::vector<std::string> pathsOf(const Suggestion& suggestion, const ItemGroup& group) {
-    std::vector<std::string> paths;
-    std::ranges::transform(group.items, std::back_inserter(paths), [&](std::size_t place) {
-        return suggestion.items[place].path;
-    });
-    return paths;
+auto pathsOf(const Suggestion& suggestion, const ItemGroup& group) {
+    return group.items | std::views::transform([&](std::size_t place) -> const std::string& {
+               return suggestion.items[place].path;
+           });
 }
 
-Tick tickOf(const std::vector<std::string>& paths, const SmartClean::Paths& selected) {
+Tick tickOf(const auto& paths, const SmartClean::Paths& selected) {
     const auto ticked = std::ranges::count_if(
         paths, [&](const std::string& path) { return selected.contains(path); });
     if (ticked == 0) {
         return Tick::none;
     }
-    return std::cmp_equal(ticked, paths.size()) ? Tick::all : Tick::some;
+    return std::cmp_equal(ticked, std::ranges::size(paths)) ? Tick::all : Tick::some;
 }
 
 Line headOf(const Suggestion& suggestion, const SmartClean::Paths& selected) {
@@ -253,7 +250,8 @@ void SuggestionRows::toggle(int place) {
         const std::vector<ItemGroup>& groups = groupsOf(*found);
         const auto group = std::ranges::find(groups, known.path, &ItemGroup::folder);
         if (group != groups.end()) {
-            source_.toggle(pathsOf(*found, *group));
+            const auto paths = pathsOf(*found, *group);
+            source_.toggle(std::vector<std::string>{paths.begin(), paths.end()});
         }
     }
 }

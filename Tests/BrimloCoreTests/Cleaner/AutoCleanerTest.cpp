@@ -76,15 +76,19 @@ TEST_F(AutoCleanerTest, TakesWhatNeedsNoReview) {
     };
     for (const auto& c : cases) {
         Suggestion suggestion{
-            .id = c.id, .risk = c.risk, .isUsersOwn = c.isUsersOwn, .runningApps = c.runningApps};
+            .id = c.id,
+            .name = "N",
+            .risk = c.risk,
+            .isUsersOwn = c.isUsersOwn,
+            .runningApps = c.runningApps};
         for (const char* path : {"/z", "/y", "/a"}) {
             suggestion.items.push_back({.path = path, .size = 3});
         }
         const Suggestion unticked = suggestion;
         suggestion.preselectedPaths = {"/a", "/z", "/elsewhere"};
         const std::vector<CleanItem> all = {
-            {"/z", 3, c.id, c.risk},
-            {"/a", 3, c.id, c.risk}
+            {"/z", 3, c.id, c.risk, "N"},
+            {"/a", 3, c.id, c.risk, "N"}
         };
         const AppConfig config{.autoCleanIncludesCustomRules = c.customRules};
         const CleanPlan taken = AutoCleaner::selection(config, {unticked, suggestion});
