@@ -4,8 +4,11 @@
 #include <string_view>
 #include <vector>
 
-/// The paths that only the system knows.
+/// This system's name, and the paths that only it knows.
 namespace Brimlo::Platform {
+
+/// "linux" or "macos", as packs of rules for one system write it.
+[[nodiscard]] std::string_view systemName();
 
 /// The user's home folder as the system reports it; empty when unknown.
 ///

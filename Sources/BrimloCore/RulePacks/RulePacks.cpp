@@ -1,9 +1,11 @@
 #include "BrimloCore/RulePacks/RulePacks.h"
 
+#include "BrimloCore/Platform/SystemPaths.h"
 #include "BrimloCore/Support/RuleJson.h"
 
 #include <algorithm>
 #include <cstddef>
+#include <expected>
 #include <optional>
 #include <utility>
 
@@ -33,14 +35,28 @@ void collect(
 }  // namespace
 
 Loaded load(std::span<const Source> sources) {
+    const std::string system{Platform::systemName()};
     std::vector<Source> sorted{sources.begin(), sources.end()};
     std::ranges::stable_sort(sorted, {}, &Source::fileName);
-    Loaded loaded;
+    struct Decoded {
+        std::string fileName;
+        std::expected<RulePackFile, std::string> pack;
+
+        [[nodiscard]] bool isForAll() const { return !pack || !pack->system; }
+    };
+    std::vector<Decoded> packs;
+    packs.reserve(sorted.size());
     for (const Source& source : sorted) {
-        const std::string fileName{source.fileName};
-        auto pack = RuleJson::decodePack(source.text);
+        packs.push_back({std::string{source.fileName}, RuleJson::decodePack(source.text)});
+    }
+    std::ranges::stable_partition(packs, &Decoded::isForAll);
+    Loaded loaded;
+    for (auto& [fileName, pack] : packs) {
         if (!pack) {
             loaded.issues.push_back(fileName + ": " + pack.error());
+            continue;
+        }
+        if (pack->system.value_or(system) != system) {
             continue;
         }
         collect(std::move(pack->rules), fileName + ": rule #", loaded.rules, loaded.issues);

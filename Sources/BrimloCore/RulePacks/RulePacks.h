@@ -26,8 +26,9 @@ struct Loaded {
     std::vector<std::string> issues;  ///< What could not be read, and where.
 };
 
-/// Reads packs in the order of their file names. An unreadable pack contributes nothing; a bad
-/// element is missing alone.
+/// Reads packs in the order of their file names, those for this system alone behind the others, and
+/// leaves out those for another system. An unreadable pack contributes nothing; a bad element is
+/// missing alone.
 [[nodiscard]] Loaded load(std::span<const Source> sources = embedded());
 
 /// The rows of the pack "audit-builtin" without their evidence, in its order. They need no decoder:

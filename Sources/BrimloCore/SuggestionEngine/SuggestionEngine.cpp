@@ -291,7 +291,8 @@ std::vector<Target> targets(const CleanupRule& rule, const Safety::Gate& gate) {
     for (const std::string& pattern : rule.paths) {
         for (std::string& path : Glob::expand(pattern)) {
             const Safety::Verdict verdict = gate.judge(path, Safety::Chosen::byRule);
-            if (verdict.refusal) {
+            // The folder of a catch-all also holds what must stay, so each child is judged.
+            if (verdict.refusal && !rule.isCatchAll) {
                 continue;
             }
             if (!rule.contentsOnly) {
@@ -304,6 +305,9 @@ std::vector<Target> targets(const CleanupRule& rule, const Safety::Gate& gate) {
             }
             for (const std::string& name : childNames(path, rule)) {
                 std::string child = path + "/" + name;
+                if (rule.isCatchAll && gate.judge(child, Safety::Chosen::byRule).refusal) {
+                    continue;
+                }
                 const auto status = Platform::entryStatus(child.c_str());
                 add(std::move(child), status);
             }

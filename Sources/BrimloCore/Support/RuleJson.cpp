@@ -156,6 +156,7 @@ std::expected<RulePackFile, std::string> decodePack(std::string_view text) {
     RulePackFile pack{
         .pack = reader.text("pack"),
         .version = reader.optionalNumber("version"),
+        .system = reader.optionalText("system"),
         .rules = readElements<CleanupRule>(reader, "rules"),
         .artifacts = readElements<ArtifactPattern>(reader, "artifacts"),
     };

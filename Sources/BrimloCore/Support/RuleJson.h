@@ -28,6 +28,7 @@ struct Lossy {
 struct RulePackFile {
     std::string pack;                     ///< The pack's name.
     std::optional<std::int64_t> version;  ///< Read and not used.
+    std::optional<std::string> system;    ///< The only one that has these places.
     std::optional<std::vector<Lossy<CleanupRule>>> rules;
     std::optional<std::vector<Lossy<ArtifactPattern>>> artifacts;
 };

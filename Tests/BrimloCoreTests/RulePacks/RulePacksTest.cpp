@@ -1,5 +1,6 @@
 #include "BrimloCore/RulePacks/RulePacks.h"
 
+#include "BrimloCore/Platform/SystemPaths.h"
 #include "BrimloCoreTests/Support/SampleRule.h"
 #include "Support/TempHome.h"
 
@@ -32,7 +33,7 @@ protected:
     }
 };
 
-TEST_F(RulePacksTest, ReadsPacksInTheOrderOfTheirFilesAndLeavesOutWhatItCannotRead) {
+TEST_F(RulePacksTest, ReadsThePacksOfThisSystemInOrderAndLeavesOutWhatItCannotRead) {
     const std::string upper = R"({"pack": "U", "rules": [)" + rule("u") + "," + rule("u") + "]}";
     const std::string partial = R"({"pack": "P", "artifacts": [{"id": "x"},)" + artifact("a1") +
                                 R"(, []], "rules": [)" + rule("r0") + "," + rule("r1") + "," +
@@ -40,14 +41,22 @@ TEST_F(RulePacksTest, ReadsPacksInTheOrderOfTheirFilesAndLeavesOutWhatItCannotRe
     const std::string broken = R"({"pack": "Q", "rules": [)" + rule("lost") + "]";
     const std::string badList =
         R"({"pack": "R", "rules": [)" + rule("lost") + R"(], "artifacts": 1})";
+    const auto of = [](std::string_view system, const std::string& id) {
+        return R"({"pack": "S", "system": ")" + std::string{system} + R"(", "rules": [)" +
+               rule(id) + "]}";
+    };
+    const std::string here = of(Platform::systemName(), "here");
+    const std::string elsewhere = of("elsewhere", "elsewhere");
     const RulePacks::Source sources[] = {
-        {"p.json", partial},
-        {"q.json", broken },
-        {"b.json", badList},
-        {"P.json", upper  },
+        {"A.json", here     },
+        {"E.json", elsewhere},
+        {"p.json", partial  },
+        {"q.json", broken   },
+        {"b.json", badList  },
+        {"P.json", upper    },
     };
     const RulePacks::Loaded loaded = RulePacks::load(sources);
-    EXPECT_EQ(ids(loaded.rules), (Texts{"u", "u", "r0", "r1", "r2", "r4"}));
+    EXPECT_EQ(ids(loaded.rules), (Texts{"u", "u", "r0", "r1", "r2", "r4", "here"}));
     EXPECT_EQ(ids(loaded.artifacts), Texts{"a1"});
     ASSERT_EQ(loaded.issues.size(), 5U);
     EXPECT_THAT(loaded.issues.back(), testing::StartsWith("q.json: not valid JSON: "));

@@ -8,6 +8,10 @@
 
 namespace Brimlo::Platform {
 
+std::string_view systemName() {
+    return "linux";
+}
+
 std::string homeFolder() {
     const char* home = std::getenv("HOME");  // NOLINT(concurrency-mt-unsafe): set at start only
     if (home != nullptr && home[0] == '/') {

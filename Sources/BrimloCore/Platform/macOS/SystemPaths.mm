@@ -21,6 +21,10 @@ bool isSame(const char* path, const char* other) {
 
 }  // namespace
 
+std::string_view systemName() {
+    return "macos";
+}
+
 std::string homeFolder() {
     // Foundation reads this variable, too, but only when the program starts.
     const char* const fixed = std::getenv("CFFIXED_USER_HOME");
