@@ -3,6 +3,7 @@
 #include "BrimloCore/Docker/DockerParsing.h"
 #include "BrimloCore/Journal/Journal.h"
 #include "BrimloCore/Journal/JournalLog.h"
+#include "BrimloCore/LeftAlone/LeftAlone.h"
 #include "BrimloCore/Platform/Linux/DesktopEntry.h"
 #include "BrimloCore/Platform/Linux/TrashInfo.h"
 #include "BrimloCore/Platform/PeriodicJob.h"
@@ -140,6 +141,15 @@ void disabledRules(const std::string& bytes) {
     demand(after == before || before.contains("x"), "and the others stay as they are");
 }
 
+void leftAlone(const std::string& bytes) {
+    const std::string path = file(StoragePaths::support() + "/left-alone.json", bytes);
+    const auto before = LeftAlone::load();
+    const auto after = LeftAlone::change([](LeftAlone& list) { list.rules.insert("x"); });
+    demand(before.has_value() == after.has_value(), "what can't be read is not changed");
+    demand(before || readFile(path, bytes.size()) == bytes, "nor overwritten");
+    demand(!after || LeftAlone::load() == after, "what was written can be read again");
+}
+
 void dockerObjects(const std::string& bytes) {
     const auto objects =
         DockerParsing::parseObjects(bytes, [](const std::string& path) { return path.size() > 3; });
@@ -217,6 +227,7 @@ std::span<const Target> decoders() {
         Target{"journal-log",    journalLog   },
         Target{"configuration",  configuration},
         Target{"disabled-rules", disabledRules},
+        Target{"left-alone",     leftAlone    },
         Target{"docker-objects", dockerObjects},
         Target{"docker-sizes",   dockerSizes  },
         Target{"job",            job          },

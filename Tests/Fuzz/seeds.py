@@ -85,6 +85,7 @@ def main(folder):
         "rule-pack": PACK, "user-rule": PACK, "imported-rules": PACK, "journal": [ENTRY],
         "journal-entry": ENTRY, "journal-log": {"added": ENTRY}, "configuration": CONFIG,
         "disabled-rules": ["npm.cache"],
+        "left-alone": {"paths": ["/home/a"], "rules": ["npm.cache"]},
         "docker-objects": DOCKER, "json-list": [1, "a", {"b": [None]}],
     }  # fmt: skip
     inputs = {name: [encoded(text) for text in texts] for name, texts in TEXTS.items()}

@@ -1,5 +1,6 @@
 #include "BrimloCore/Cleaner/AutoCleaner.h"
 
+#include "BrimloCore/LeftAlone/LeftAlone.h"
 #include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Platform/Fmt.h"
 #include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
@@ -35,6 +36,11 @@ AutoCleanOutcome run(
     if (const auto writable = cleaner.checkJournal(); !writable) {
         outcome.skippedReason = "Auto-clean did not run: the journal can't be written (" +
                                 writable.error().description + ").";
+        outcome.isBlocked = true;
+        return outcome;
+    }
+    if (const auto leftAlone = LeftAlone::load(); !leftAlone) {
+        outcome.skippedReason = "Auto-clean did not run. " + leftAlone.error().description + ".";
         outcome.isBlocked = true;
         return outcome;
     }

@@ -5,6 +5,8 @@
 #include "BrimloCore/Support/Text.h"
 
 #include <algorithm>
+#include <functional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -33,7 +35,11 @@ class PlaceNames {
 public:
     /// The name of the entry of a candidate: a symlink's own, not its target's.
     std::string of(const Candidate& candidate) {
-        const std::string standard = Path::standardized(candidate.item.path);
+        return of(candidate.item.path, candidate.isFolder);
+    }
+
+    std::string of(std::string_view entry, bool mayBeFolder) {
+        const std::string standard = Path::standardized(entry);
         const std::string_view parent = Path::parent(standard);
         auto folder = realFolders_.find(parent);
         if (folder == realFolders_.end()) {
@@ -42,8 +48,8 @@ public:
         const std::string& real = folder->second;
         const std::string_view name = Path::name(standard);
         const std::string path = Path::join(real, name);
-        return candidate.isFolder && isFolder(path) ? folderName(path)
-                                                    : Path::join(folderName(real), name);
+        return mayBeFolder && isFolder(path) ? folderName(path)
+                                             : Path::join(folderName(real), name);
     }
 
 private:
@@ -112,10 +118,11 @@ public:
         places_.erase(place);
     }
 
-    [[nodiscard]] std::vector<Candidate> result() && {
+    /// Those that stayed and that `isOffered` wants.
+    [[nodiscard]] std::vector<Candidate> result(const auto& isOffered) && {
         std::vector<Candidate> result;
         for (std::size_t i = 0; i < accepted_.size(); ++i) {
-            if (!isEvicted_[i]) {
+            if (!isEvicted_[i] && isOffered(accepted_[i])) {
                 result.push_back(std::move(accepted_[i].candidate));
             }
         }
@@ -131,16 +138,54 @@ private:
     std::vector<bool> isEvicted_;
 };
 
+/// Places that touch some paths: those of the paths, what lies in them and what holds them.
+class Surroundings {
+public:
+    Surroundings(const std::vector<std::string>& paths, PlaceNames& names) {
+        for (const std::string& path : paths) {
+            add(names.of(path, true));
+            add(names.of(Path::resolved(path), true));  // A symlink stands for its target, too.
+        }
+    }
+
+    [[nodiscard]] bool touch(std::string_view place) const {
+        if (above_.contains(place)) {
+            return true;
+        }
+        while (!place.empty() && !places_.contains(place)) {
+            place = withoutName(place);
+        }
+        return !place.empty();
+    }
+
+private:
+    static std::string_view withoutName(std::string_view place) {
+        const std::size_t slash = place.rfind('/');
+        return place.substr(0, slash == std::string_view::npos ? 0 : slash);
+    }
+
+    void add(const std::string& place) {
+        for (auto up = withoutName(place); !up.empty(); up = withoutName(up)) {
+            above_.emplace(up);
+        }
+        places_.insert(place);
+    }
+
+    std::set<std::string, std::less<>> places_;
+    std::set<std::string, std::less<>> above_;
+};
+
 /// The candidates at their places: shorter places first, then specific rules, then safer ones.
 std::vector<Placed> sorted(
-    std::vector<Candidate> candidates, const std::vector<PendingSuggestion>& pending) {
+    std::vector<Candidate> candidates,
+    const std::vector<PendingSuggestion>& pending,
+    PlaceNames& names) {
     // The index is part of the key, so equal candidates keep their order.
     using Key = std::tuple<std::size_t, bool, Risk, std::size_t>;
     std::vector<Key> keys;
     keys.reserve(candidates.size());
     std::vector<std::string> places;
     places.reserve(candidates.size());
-    PlaceNames names;
     for (const Candidate& candidate : candidates) {
         places.push_back(names.of(candidate));
         const PendingSuggestion& owner = pending[candidate.suggestion];
@@ -163,12 +208,15 @@ std::vector<Placed> sorted(
 }  // namespace
 
 std::vector<Candidate> resolveOverlaps(
-    std::vector<Candidate> candidates, const std::vector<PendingSuggestion>& pending) {
+    std::vector<Candidate> candidates,
+    const std::vector<PendingSuggestion>& pending,
+    const Spared& spared) {
+    PlaceNames names;
     const auto riskOf = [&](const Placed& placed) {
         return pending[placed.candidate.suggestion].suggestion.risk;
     };
     Kept kept{candidates.size()};
-    for (Placed& placed : sorted(std::move(candidates), pending)) {
+    for (Placed& placed : sorted(std::move(candidates), pending, names)) {
         const Placed* broader = kept.covering(placed.place);
         if (broader == nullptr) {
             kept.accept(std::move(placed));
@@ -178,7 +226,12 @@ std::vector<Candidate> resolveOverlaps(
             kept.accept(std::move(placed));
         }
     }
-    return std::move(kept).result();
+    const Surroundings always{spared.always, names};
+    const Surroundings fromCatchAlls{spared.fromCatchAlls, names};
+    return std::move(kept).result([&](const Placed& placed) {
+        const bool yields = pending[placed.candidate.suggestion].isCatchAll;
+        return !always.touch(placed.place) && !(yields && fromCatchAlls.touch(placed.place));
+    });
 }
 
 }  // namespace Brimlo::SuggestionEngine

@@ -3,6 +3,7 @@
 #include "BrimloCore/Models/Suggestion.h"
 
 #include <cstddef>
+#include <string>
 #include <vector>
 
 namespace Brimlo::SuggestionEngine {
@@ -21,12 +22,21 @@ struct Candidate {
     bool isFolder = true;  ///< Or unknown; not yet measured.
 };
 
+/// Places that are left alone: neither they, nor what lies in them, nor what holds them is offered.
+struct Spared {
+    std::vector<std::string> always;         ///< By no rule.
+    std::vector<std::string> fromCatchAlls;  ///< Not by a broad rule.
+};
+
 /// Removes candidates so that no place on disk is offered twice, as itself or inside another. The
-/// broader candidate stays, unless the inner one is safer. In order of acceptance.
+/// broader candidate stays, unless the inner one is safer. What touches a spared place is then
+/// removed, and nothing comes in its stead. In order of acceptance.
 ///
 /// Compares places, not paths: symlinks, bind mounts and letter case give one folder several paths.
 /// Reads the status of each folder on the way to a candidate, once.
 [[nodiscard]] std::vector<Candidate> resolveOverlaps(
-    std::vector<Candidate> candidates, const std::vector<PendingSuggestion>& pending);
+    std::vector<Candidate> candidates,
+    const std::vector<PendingSuggestion>& pending,
+    const Spared& spared = {});
 
 }  // namespace Brimlo::SuggestionEngine

@@ -2,6 +2,7 @@
 
 #include "BrimloCore/DisabledRules/DisabledRules.h"
 #include "BrimloCore/DiskScanner/DiskScanner.h"
+#include "BrimloCore/LeftAlone/LeftAlone.h"
 #include "BrimloCore/Platform/DirectoryEntry.h"
 #include "BrimloCore/Platform/Processes.h"
 #include "BrimloCore/RulePacks/Catalog.h"
@@ -82,15 +83,25 @@ void sizeFolders(auto& found) {
 /// The first half of a run: collects the paths that could be offered, and their suggestions.
 class Gathering {
 public:
-    Gathering(const SuggestionOptions& options, const ScanControl* control)
-        : options_(options)
+    Gathering(
+        const SuggestionOptions& options, const LeftAlone& leftAlone, const ScanControl* control)
+        : spared{.always = {leftAlone.paths.begin(), leftAlone.paths.end()}, .fromCatchAlls = {}}
+        , options_(options)
         , control_(control)
+        , leftAlone_(leftAlone.rules)
         , running_(runningAppNames()) {}
 
     void addRules() {
-        const std::set<std::string> disabled = DisabledRules::load();
         for (const CleanupRule& rule : Catalog::rules()) {
-            if (disabled.contains(rule.id) || !isWanted(rule.personas)) {
+            if (std::vector<std::string>* places = sparedBy(rule.id, rule.isCatchAll)) {
+                CleanupRule ageless = rule;
+                ageless.minAgeDays.reset();  // What is too young is the rule's, too.
+                for (Target& target : targets(ageless, gate_)) {
+                    places->push_back(std::move(target.item.path));
+                }
+                continue;
+            }
+            if (!isWanted(rule.personas)) {
                 continue;
             }
             std::vector<Target> found = targets(rule, gate_);
@@ -109,12 +120,16 @@ public:
             found = ProjectArtifactFinder::find({StoragePaths::home()}, kProjectDepth, control_);
         });
         // A folder that several patterns match goes to the safest by `resolveOverlaps`.
-        std::unordered_map<const ArtifactPattern*, std::size_t> places;
+        std::unordered_map<const ArtifactPattern*, std::size_t> indices;
         for (FoundArtifact& artifact : found) {
+            if (std::vector<std::string>* places = sparedBy(artifact.pattern->id, false)) {
+                places->push_back(std::move(artifact.path));
+                continue;
+            }
             if (!isWanted(artifact.pattern->personas)) {
                 continue;
             }
-            const auto [place, isNew] = places.try_emplace(artifact.pattern, pending.size());
+            const auto [place, isNew] = indices.try_emplace(artifact.pattern, pending.size());
             if (isNew) {
                 pending.push_back(pendingFor(*artifact.pattern));
             }
@@ -129,8 +144,19 @@ public:
 
     std::vector<PendingSuggestion> pending;
     std::vector<Candidate> candidates;
+    Spared spared;
 
 private:
+    /// Where the places of a rule that is left alone or switched off are kept; nullptr for others.
+    /// A broad rule means only what no other rule knows, so it hides nothing from those.
+    [[nodiscard]] std::vector<std::string>* sparedBy(const std::string& rule, bool isCatchAll) {
+        const bool isLeftAlone = leftAlone_.contains(rule);
+        if (isLeftAlone && !isCatchAll) {
+            return &spared.always;
+        }
+        return isLeftAlone || disabled_.contains(rule) ? &spared.fromCatchAlls : nullptr;
+    }
+
     [[nodiscard]] bool isWanted(const std::vector<Persona>& personas) const {
         return !options_.personas || std::ranges::any_of(personas, [&](Persona persona) {
             return options_.personas->contains(persona);
@@ -173,6 +199,8 @@ private:
 
     const SuggestionOptions& options_;
     const ScanControl* control_;
+    const std::set<std::string>& leftAlone_;
+    const std::set<std::string> disabled_ = DisabledRules::load();
     Safety::Gate gate_;
     std::set<std::string> running_;
 };
@@ -213,6 +241,23 @@ Suggestion finished(PendingSuggestion pending, std::int64_t staleDays) {
     return std::move(suggestion);
 }
 
+/// What Docker can remove, without what is left alone.
+std::vector<Suggestion> ofDocker(const DockerSnapshot& snapshot, const LeftAlone& leftAlone) {
+    if (!snapshot.available) {
+        return {};
+    }
+    std::vector<Suggestion> found = DockerClient::suggestions(snapshot);
+    for (Suggestion& suggestion : found) {
+        std::erase_if(suggestion.items, [&](const SuggestionItem& item) {
+            return leftAlone.paths.contains(item.path);
+        });
+    }
+    std::erase_if(found, [&](const Suggestion& suggestion) {
+        return suggestion.items.empty() || leftAlone.rules.contains(suggestion.id);
+    });
+    return found;
+}
+
 /// Whether to ask Docker, which is a developer's tool.
 bool wantsDocker(const SuggestionOptions& options) {
     return options.includeDocker &&
@@ -227,6 +272,10 @@ std::vector<Suggestion> generate(const SuggestionOptions& options, const ScanCon
             options.onPhase(words);
         }
     };
+    const auto leftAlone = LeftAlone::load();
+    if (!leftAlone) {
+        return {};
+    }
     // Docker takes a while to answer, and works meanwhile.
     std::future<DockerSnapshot> docker;
     if (wantsDocker(options)) {
@@ -236,7 +285,7 @@ std::vector<Suggestion> generate(const SuggestionOptions& options, const ScanCon
             return snapshot;
         });
     }
-    Gathering gathering{options, control};
+    Gathering gathering{options, *leftAlone, control};
     enterPhase("Checking known apps and tools…");
     gathering.addRules();
     if (options.includeArtifacts) {
@@ -247,7 +296,8 @@ std::vector<Suggestion> generate(const SuggestionOptions& options, const ScanCon
     enterPhase("Measuring " + count + " folders…");
     std::vector<Candidate> kept;
     timed("resolve overlaps (" + count + " candidates)", [&] {
-        kept = resolveOverlaps(std::move(gathering.candidates), gathering.pending);
+        kept =
+            resolveOverlaps(std::move(gathering.candidates), gathering.pending, gathering.spared);
     });
     measure(std::move(kept), gathering.pending);
 
@@ -259,10 +309,7 @@ std::vector<Suggestion> generate(const SuggestionOptions& options, const ScanCon
     }
     if (docker.valid()) {
         enterPhase("Reading Docker…");
-        const DockerSnapshot snapshot = docker.get();
-        if (snapshot.available) {
-            std::ranges::move(DockerClient::suggestions(snapshot), std::back_inserter(suggestions));
-        }
+        std::ranges::move(ofDocker(docker.get(), *leftAlone), std::back_inserter(suggestions));
     }
     std::ranges::stable_sort(suggestions, std::ranges::greater{}, &Suggestion::totalSize);
     return suggestions;

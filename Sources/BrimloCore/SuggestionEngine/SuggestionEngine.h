@@ -34,8 +34,9 @@ namespace SuggestionEngine {
 ///
 /// Collects the matches of rules and project patterns, resolves overlaps so that each byte is
 /// offered once, measures the rest in parallel, decides the preselection, and adds what Docker can
-/// remove. Never fails: unreadable places count as missing. Cancelling `control` only cuts the walk
-/// over projects short. Blocks.
+/// remove. Leaves out what `LeftAlone` lists, and gives nothing while its list can't be read. A
+/// broad rule does not offer what a switched-off rule knows. Unreadable places count as missing.
+/// Cancelling `control` only cuts the walk over projects short. Blocks.
 [[nodiscard]] std::vector<Suggestion> generate(
     const SuggestionOptions& options, const ScanControl* control = nullptr);
 
@@ -47,7 +48,8 @@ struct Target {
 
 /// What a rule matches now: in the order of the rule's paths, then of their expansion. Unreadable
 /// and refused items are left out. Many rules share one gate.
-[[nodiscard]] std::vector<Target> targets(    const CleanupRule& rule, const Safety::Gate& gate = Safety::Gate{});
+[[nodiscard]] std::vector<Target> targets(
+    const CleanupRule& rule, const Safety::Gate& gate = Safety::Gate{});
 
 /// The sizes of these paths, measured in parallel. Blocks until all are done.
 [[nodiscard]] std::vector<SuggestionItem> size(const std::vector<std::string>& paths);

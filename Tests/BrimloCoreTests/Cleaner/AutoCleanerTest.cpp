@@ -118,7 +118,13 @@ TEST_F(AutoCleanerTest, PurgesWheneverItMayRun) {
     }));
     EXPECT_TRUE(!exists(inTrash("old")) && exists(inTrash("recent")));
 
-    // But not where nobody would see that the journal lacks what went.
+    // But not while nobody knows what is to be left alone.
+    const std::string list = StoragePaths::support() + "/left-alone.json";
+    write(list.substr(home().size() + 1), "{");
+    EXPECT_TRUE(run({}, cleaner_, false, true).isBlocked && exists(inTrash("recent")));
+    std::filesystem::remove(list);
+
+    // And not where nobody would see that the journal lacks what went.
     write(".cache/thumbnails/normal/1.png");
     std::filesystem::remove(StoragePaths::journal());
     ASSERT_EQ(mkfifo(StoragePaths::journal().c_str(), 0600), 0);

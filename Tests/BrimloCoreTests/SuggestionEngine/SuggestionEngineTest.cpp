@@ -2,6 +2,7 @@
 
 #include "BrimloCore/DisabledRules/DisabledRules.h"
 #include "BrimloCore/DiskScanner/DiskScanner.h"
+#include "BrimloCore/LeftAlone/LeftAlone.h"
 #include "BrimloCore/Platform/Processes.h"
 #include "BrimloCore/UserRules/UserRules.h"
 #include "Support/TempHome.h"
@@ -122,11 +123,45 @@ TEST_F(SuggestionEngineTest, FindsWhatCanBeCleanedAndTicksWhatIsSafe) {
         "  * Library/Caches/Inner/deep/safe 0 -",
         "general.app-caches rebuild",
         "  - Library/Caches/Third 0 -",
-        "  - Library/Caches/Other 0 -",
         "custom.named review",
         "  - Library/Caches/Named 0 -",
     };
     EXPECT_EQ(generated(), expected);
+}
+
+TEST_F(SuggestionEngineTest, OffersNothingThatTouchesWhatIsLeftAlone) {
+    fill("Library/Caches/App/deep/file", 90);
+    fill("Library/Caches/Third/file", 60);
+    fill("young/file", 30);
+    makeProject("code/old", 90.5, 150);
+    save({.id = "custom.part", .risk = Risk::safe, .paths = {"~/Library/Caches/App/deep"}});
+    save({.id = "custom.young", .risk = Risk::safe, .paths = {"~/young"}, .minAgeDays = 9});
+    save({.id = "custom.young2", .risk = Risk::safe, .paths = {"~/young"}});
+    link("other", at("Library/Caches"));
+    const Texts all{"artifact.node_modules", "custom.part", "general.app-caches", "custom.young2"};
+    const std::pair<LeftAlone, Texts> cases[] = {
+        {{},                                                  all                     },
+        {{.paths = {at("code/old/node_modules")}},            {all[1], all[2], all[3]}},
+        {{.paths = {at("code/old/node_modules/lib.js")}},     {all[1], all[2], all[3]}},
+        {{.paths = {at("other/App")}},                        {all[0], all[2], all[3]}},
+        {{.paths = {at("other")}},                            {all[0], all[3]}        },
+        {{.paths = {home()}},                                 {}                      },
+        {{.rules = {"artifact.node_modules", "custom.part"}}, {all[2], all[3]}        },
+        {{.rules = {"general.app-caches", "custom.young"}},   {all[0], all[1]}        },
+    };
+    for (const auto& [wanted, expected] : cases) {
+        ASSERT_TRUE(LeftAlone::change([&](LeftAlone& list) { list = wanted; }));
+        Texts ids;
+        for (const Suggestion& suggestion : SuggestionEngine::generate({.includeDocker = false})) {
+            ids.push_back(suggestion.id);
+        }
+        EXPECT_EQ(ids, expected) << testing::PrintToString(std::pair{wanted.paths, wanted.rules});
+    }
+    ASSERT_TRUE(LeftAlone::change([](LeftAlone& list) { list = {}; }));
+    ASSERT_TRUE(DisabledRules::set("artifact.node_modules", true));
+    EXPECT_EQ(generated({.includeDocker = false}).front(), "custom.part safe");
+    write("Library/Application Support/Brimlo/left-alone.json", "{");
+    EXPECT_TRUE(SuggestionEngine::generate({}).empty());
 }
 
 TEST_F(SuggestionEngineTest, FindsWhatThePathsNameNow) {
