@@ -55,7 +55,6 @@ CASES = [
     ("lang.electron.cache", go("/etc/x"), "outside user-owned locations"),
     ("lang.prisma.engines", go("~/Downloads/*.dmg"), "reaches into ~/Downloads without review"),
     ("lang.asdf.installs", go("~/.npm/_cacache/x"), "lang.npm.cacache (web-and-languages) offers it as rebuild"),
-    ("lang.mise.installs", go("~/Library/Caches/a/b"), "general.app-caches (audit-builtin) offers it as rebuild"),
     ("lang.python.pip", go("~/Documents/x", risk="safe"), "nothing in a folder of documents"),
     ("lang.python.uv-cache", put(risk="Safe"), 'there is no risk "Safe"'),
     ("lang.python.uv-tools", put(personas=["everybody"]), 'there is no audience "everybody"'),

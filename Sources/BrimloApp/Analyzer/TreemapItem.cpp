@@ -160,8 +160,11 @@ void TreemapItem::setHovered(std::optional<std::size_t> cell, By by) {
 }
 
 void TreemapItem::hoverMoveEvent(QHoverEvent* event) {
-    pointer_ = event->position();
-    setHovered(cells().at(*pointer_), By::pointer);
+    // Each frame repeats the position of a pointer at rest, which takes nothing from the keyboard.
+    if (pointer_ != event->position()) {
+        pointer_ = event->position();
+        setHovered(cells().at(*pointer_), By::pointer);
+    }
 }
 
 void TreemapItem::hoverLeaveEvent(QHoverEvent* /*event*/) {

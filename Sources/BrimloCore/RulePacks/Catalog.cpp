@@ -3,6 +3,11 @@
 #include "BrimloCore/RulePacks/RulePacks.h"
 #include "BrimloCore/UserRules/UserRules.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <functional>
+#include <set>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 
@@ -38,6 +43,52 @@ std::vector<T> lastOfEachID(std::vector<T> elements) {
     return result;
 }
 
+/// Cuts the first component off `path`, and the slash after it.
+std::string_view cutComponent(std::string_view& path) {
+    const std::size_t end = std::min(path.find('/'), path.size());
+    const std::string_view component = path.substr(0, end);
+    path.remove_prefix(std::min(end + 1, path.size()));
+    return component;
+}
+
+/// The component of the pattern `path` that stands in the folder `folder`, itself a pattern; empty
+/// if `path` is not below it, and for a wildcard that stands for any name.
+std::string_view nameIn(std::string_view folder, std::string_view path) {
+    while (!folder.empty()) {
+        const std::string_view wanted = cutComponent(folder);
+        const std::string_view component = cutComponent(path);
+        if (wanted != component && wanted != "*") {
+            return {};
+        }
+    }
+    const std::string_view name = cutComponent(path);
+    return name == "*" ? std::string_view{} : name;
+}
+
+/// Makes each broad rule leave alone the folders of which another rule knows a part: only that rule
+/// can say what of them may go.
+void narrowCatchAlls(std::vector<CleanupRule>& rules) {
+    for (CleanupRule& broad : rules) {
+        if (!broad.isCatchAll) {
+            continue;
+        }
+        std::set<std::string, std::less<>> names;
+        for (const CleanupRule& rule : rules) {
+            for (const std::string& path :
+                 rule.isCatchAll ? std::vector<std::string>{} : rule.paths) {
+                for (const std::string& folder : broad.paths) {
+                    names.emplace(nameIn(folder, path));
+                }
+            }
+        }
+        names.erase("");
+        for (const std::string& name : broad.excludes) {
+            names.erase(name);
+        }
+        broad.excludes.insert(broad.excludes.end(), names.begin(), names.end());
+    }
+}
+
 }  // namespace
 
 namespace Catalog {
@@ -46,7 +97,9 @@ const std::vector<CleanupRule>& builtInRules() {
     static const std::vector<CleanupRule> kRules = [] {
         std::vector<CleanupRule> rules = RulePacks::compiledRules();
         append(rules, packs().rules);
-        return merge(std::move(rules), UnsupportedSafe::lowerToRebuild);
+        rules = merge(std::move(rules), UnsupportedSafe::lowerToRebuild);
+        narrowCatchAlls(rules);
+        return rules;
     }();
     return kRules;
 }
@@ -57,7 +110,9 @@ std::vector<CleanupRule> rules() {
         rule.isUsersOwn = true;
         rules.push_back(std::move(rule));
     }
-    return merge(std::move(rules), UnsupportedSafe::keep);
+    rules = merge(std::move(rules), UnsupportedSafe::keep);
+    narrowCatchAlls(rules);
+    return rules;
 }
 
 std::vector<std::string> userRuleIssues() {
