@@ -1,4 +1,5 @@
 #include "BrimloCore/Docker/DockerClient.h"
+#include "BrimloCore/LeftAlone/LeftAlone.h"
 #include "BrimloCore/RulePacks/Catalog.h"
 #include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
 #include "BrimloCore/Support/AppConfig.h"
@@ -146,6 +147,10 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
     const CleanRun::Choice choice{
         .dryRun = arguments.dryRun, .yes = arguments.yes, .isFull = arguments.items};
     if (arguments.paths.empty()) {
+        if (const auto leftAlone = LeftAlone::load(); !leftAlone) {
+            complain(leftAlone.error().description + ".");
+            return ExitCode::problems;
+        }
         return CleanRun::run(suggestedPlan(arguments), choice, tool);
     }
     const auto what = typed(arguments.paths);

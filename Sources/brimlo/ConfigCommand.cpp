@@ -1,11 +1,18 @@
+#include "BrimloCore/Cleaner/CleanPlan.h"
+#include "BrimloCore/LeftAlone/LeftAlone.h"
 #include "BrimloCore/Support/AppConfig.h"
+#include "BrimloCore/Support/Path.h"
+#include "BrimloCore/Support/Text.h"
 #include "brimlo/Commands.h"
 #include "brimlo/Console.h"
 
 #include <array>
 #include <charconv>
+#include <expected>
 #include <memory>
 #include <optional>
+#include <set>
+#include <string>
 #include <system_error>
 #include <variant>
 
@@ -48,6 +55,9 @@ constexpr std::array<Setting, 6> kSettings{
          "this tool has been offered once"},
      }
 };
+
+/// The list of what is never suggested, as the command line calls it.
+constexpr std::string_view kLeftAlone = "left-alone";
 
 Json::Value value(const AppConfig& config, const Setting& setting) {
     return std::visit([&](auto field) { return Json::Value(config.*field); }, setting.field);
@@ -111,6 +121,58 @@ void show(const AppConfig& config, const Setting* only, const Tool& tool) {
     }
 }
 
+Json::Object encoded(const LeftAlone& list) {
+    return {
+        {"paths", Json::Array(list.paths.begin(), list.paths.end())},
+        {"rules", Json::Array(list.rules.begin(), list.rules.end())},
+    };
+}
+
+void show(const LeftAlone& list, const Tool& tool) {
+    if (tool.isJson()) {
+        print(encoded(list));
+        return;
+    }
+    for (const std::string& path : list.paths) {
+        Console::line(Text::printable(path));
+    }
+    for (const std::string& id : list.rules) {
+        Console::line("rule " + Text::printable(id));
+    }
+    if (list == LeftAlone{}) {
+        Console::line("Nothing is left alone.");
+    }
+}
+
+/// Prints the list, or why there is none.
+ExitCode show(const std::expected<LeftAlone, Error>& list, const Tool& tool) {
+    if (!list) {
+        complain(list.error().description + ".");
+        return ExitCode::problems;
+    }
+    show(*list, tool);
+    return ExitCode::done;
+}
+
+/// Adds a name to the list or takes it out: a path, Docker's object, or else the id of a rule.
+ExitCode setLeftAlone(const std::string& name, bool isLeftAlone, const Tool& tool) {
+    const bool isPath = name.contains('/') || name.starts_with('~') || isPseudoPath(name);
+    const auto meant = isPath && !isPseudoPath(name) ? Path::typed(name) : name;
+    if (!meant) {
+        complain(meant.error().description);
+        return ExitCode::wrongUsage;
+    }
+    const auto change = [&](LeftAlone& list) {
+        std::set<std::string>& names = isPath ? list.paths : list.rules;
+        if (isLeftAlone) {
+            names.insert(*meant);
+        } else {
+            names.erase(*meant);
+        }
+    };
+    return show(LeftAlone::change(change), tool);
+}
+
 ExitCode run(const std::string& key, const std::optional<std::string>& text, const Tool& tool) {
     const auto* setting = std::ranges::find(kSettings, key, &Setting::key);
     if (!key.empty() && setting == kSettings.end()) {
@@ -142,15 +204,33 @@ void addConfigCommand(CLI::App& app, Tool& tool) {
     struct Arguments {
         std::string key;
         std::optional<std::string> value;
+        std::string neverSuggest;
+        std::string suggestAgain;
     };
     const auto arguments = std::make_shared<Arguments>();
     CLI::App* command = tool.add(app, "config", "Show or change the settings", [arguments, &tool] {
+        if (const bool isLeftAlone = !arguments->neverSuggest.empty();
+            isLeftAlone || !arguments->suggestAgain.empty()) {
+            return setLeftAlone(
+                isLeftAlone ? arguments->neverSuggest : arguments->suggestAgain, isLeftAlone, tool);
+        }
+        if (arguments->key == kLeftAlone && !arguments->value) {
+            return show(LeftAlone::load(), tool);
+        }
         return run(arguments->key, arguments->value, tool);
     });
     command->group(kSetUpGroup);
-    command->add_option("key", arguments->key, "One setting")->type_name("KEY");
+    CLI::Option* key = command->add_option("key", arguments->key, "One setting")->type_name("KEY");
     command->add_option("value", arguments->value, "Its new value")->type_name("VALUE");
-    command->footer("Example: brimlo config stale-days 60");
+    CLI::Option* never = command->add_option(
+        "--never-suggest", arguments->neverSuggest, "Leave this path or rule alone from now on");
+    CLI::Option* again = command->add_option(
+        "--suggest-again", arguments->suggestAgain, "Suggest this path or rule again");
+    never->type_name("NAME")->excludes(again)->excludes(key);
+    again->type_name("NAME")->excludes(key);
+    command->footer(
+        "\"brimlo config left-alone\" lists what is never suggested.\n"
+        "Example: brimlo config stale-days 60");
 }
 
 }  // namespace Brimlo

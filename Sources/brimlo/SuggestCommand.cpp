@@ -1,4 +1,5 @@
 #include "BrimloCore/Cleaner/CleanPlan.h"
+#include "BrimloCore/LeftAlone/LeftAlone.h"
 #include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Platform/Fmt.h"
 #include "BrimloCore/RulePacks/Catalog.h"
@@ -127,6 +128,10 @@ void showAll(const std::vector<Suggestion>& suggestions, bool isFull) {
 
 ExitCode run(const Arguments& arguments, const Tool& tool) {
     Console::Progress progress;
+    if (const auto leftAlone = LeftAlone::load(); !leftAlone) {
+        complain(leftAlone.error().description + ".");
+        return ExitCode::problems;
+    }
     SuggestionOptions options{
         .staleDays = arguments.staleDays.value_or(AppConfig::load().staleDays),
         .includeArtifacts = !arguments.noArtifacts,

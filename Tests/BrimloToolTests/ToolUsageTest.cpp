@@ -74,9 +74,9 @@ TEST_F(ToolUsageTest, AnswersWithOneDocumentOfTheTypesFields) {
          "{movedToTrashBytes,freedNowBytes,failures[],refused[],unrecorded[],notes[],goneForGood[],"
          "journalIDs[],processed,untouched[]," +
              plan                                                                        },
-        {{"size", ".cache"},                "[{path,size}]"                              },
-        {{"safety", ".cache"},              "[{path,canonical,refusal}]"                 },
-        {{"backup", ".npm"},                "[{path,covered[],warnings[]}]"              },
+        {{"size", ".cache"},                         "[{path,size}]"                     },
+        {{"safety", ".cache"},                       "[{path,canonical,refusal}]"        },
+        {{"backup", ".npm"},                         "[{path,covered[],warnings[]}]"     },
         {{"history"},
          "[{id,date,originalPath,trashPath,size,undone,purgedFromTrash,trashID,batchID}]"},
         {{"autoclean"},
@@ -84,9 +84,10 @@ TEST_F(ToolUsageTest, AnswersWithOneDocumentOfTheTypesFields) {
         {{"config"},
          "{autoCleanEnabled,freeSpaceThresholdGB,staleDays,trashRetentionDays,"
          "autoCleanIncludesCustomRules,cliInstallOffered}"                               },
-        {{"config", "stale-days", "60"},    "{staleDays}"                                },
-        {{"rules", "disable", "npm.cache"}, "{id,enabled}"                               },
-        {{"trash", "empty", "--yes"},       "{bytes,removed,failures[]}"                 },
+        {{"config", "stale-days", "60"},             "{staleDays}"                       },
+        {{"config", "--never-suggest", "npm.cache"}, "{paths[],rules[]}"                 },
+        {{"rules", "disable", "npm.cache"},          "{id,enabled}"                      },
+        {{"trash", "empty", "--yes"},                "{bytes,removed,failures[]}"        },
     };
     fill();
     for (const auto& [arguments, fields] : cases) {

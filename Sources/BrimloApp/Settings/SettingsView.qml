@@ -13,6 +13,7 @@ Screen {
 
         UpdatesSettings {}
         AutoCleanSettings {}
+        LeftAloneSettings {}
         BackgroundSettings {}
         CommandLineSettings {}
         AccessSettings {}

@@ -76,6 +76,7 @@ AppModel* AppModel::create(QQmlEngine* engine, QJSEngine* /*scripts*/) {
 void AppModel::setSection(Section section) {
     if (section == Section::Settings) {
         settings_->read();  // The command line tool may have changed them.
+        smartClean_->readLeftAlone();
     }
     if (section == Section::History) {
         history_->readJournal();  // Another program may have emptied the Trash.
@@ -125,6 +126,20 @@ void AppModel::show(const Banner& banner) {
     assign(*this, banner_, banner, &AppModel::bannerChanged);
     // Setting the same text again restarts its time.
     scheduleBannerDismiss();
+}
+
+void AppModel::offerUndo(const QString& text, std::function<void()> takeBack) {
+    takeBack_ = std::move(takeBack);
+    show({.text = text, .offersUndo = true, .undoesChange = true});
+}
+
+void AppModel::undo() {
+    if (!banner_.undoesChange) {
+        history_->undoLastClean();
+        return;
+    }
+    setBanner({});
+    std::exchange(takeBack_, {})();
 }
 
 void AppModel::scheduleBannerDismiss() {

@@ -62,6 +62,7 @@ class AppModel : public QObject {
         Brimlo::Sections::Section section READ section WRITE setSection NOTIFY sectionChanged)
     Q_PROPERTY(QString banner READ banner WRITE setBanner NOTIFY bannerChanged)
     Q_PROPERTY(bool bannerOffersUndo READ bannerOffersUndo NOTIFY bannerChanged)
+    Q_PROPERTY(bool bannerUndoesChange READ bannerUndoesChange NOTIFY bannerChanged)
     Q_PROPERTY(QString busy READ busy NOTIFY busyChanged)
 
     Q_PROPERTY(Brimlo::Machine* machine READ machine CONSTANT)
@@ -112,7 +113,13 @@ public:
     void setBanner(const QString& text) { show({.text = text}); }
     /// Shows a message about the last clean for 20 seconds, with a button that undoes the clean.
     void offerUndo(const QString& text) { show({.text = text, .offersUndo = true}); }
+    /// Shows a message about a change for 20 seconds, with a button that takes the change back.
+    void offerUndo(const QString& text, std::function<void()> takeBack);
     [[nodiscard]] bool bannerOffersUndo() const { return banner_.offersUndo; }
+    /// Whether the button takes back a change, not a clean.
+    [[nodiscard]] bool bannerUndoesChange() const { return banner_.undoesChange; }
+    /// Takes back what the message is about; without a change there, the last clean.
+    Q_INVOKABLE void undo();
 
     /// The long operation under way; empty if there is none.
     [[nodiscard]] const QString& busy() const { return busy_; }
@@ -141,6 +148,7 @@ private:
     struct Banner {
         QString text;
         bool offersUndo = false;
+        bool undoesChange = false;
 
         bool operator==(const Banner&) const = default;
     };
@@ -153,6 +161,7 @@ private:
     const std::shared_ptr<Cleaner> cleaner_;
     Section section_ = Section::Overview;
     Banner banner_;
+    std::function<void()> takeBack_;  ///< Valid while the banner undoes a change.
     std::unique_ptr<Clock::Pending> bannerTask_;
     std::unique_ptr<Clock::Pending> suggestTask_;
     QString busy_;

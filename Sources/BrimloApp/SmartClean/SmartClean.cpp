@@ -4,7 +4,9 @@
 #include "BrimloApp/Rules/RuleBook.h"
 #include "BrimloApp/Settings/Settings.h"
 #include "BrimloApp/Shell/Shown.h"
+#include "BrimloCore/RulePacks/Catalog.h"
 #include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
+#include "BrimloCore/Support/Path.h"
 
 #include <algorithm>
 #include <iterator>
@@ -29,10 +31,15 @@ void SmartClean::loadSuggestions() {
     }
     app_.settings()->read();
     app_.rules()->readDisabled();
+    readLeftAlone();
+    if (!leftAloneFault_.isEmpty()) {
+        app_.setBanner(leftAloneFault_);  // Nothing is found then.
+    }
     show(
         {.isSuggesting = true,
          .phase = QStringLiteral("Starting…"),
-         .started = QDateTime::currentDateTime()});
+         .started = QDateTime::currentDateTime(),
+         .hasSuggested = progress_.hasSuggested});
     auto tellPhase = [part = QPointer{this}](std::string_view phase) {
         postHome(part, [text = QString::fromUtf8(phase)](SmartClean& present) {
             Progress progress = present.progress_;
@@ -52,6 +59,7 @@ void SmartClean::loadSuggestions() {
             part.show(std::move(found));
             Progress progress = part.progress_;
             progress.isSuggesting = false;
+            progress.hasSuggested = part.leftAloneFault_.isEmpty();
             part.show(std::move(progress));
             if (std::exchange(part.suggestAgain_, false)) {
                 part.loadSuggestions();
@@ -114,6 +122,92 @@ void SmartClean::forgetRule(const std::string& id) {
     std::vector<Suggestion> left = suggestions_;
     std::erase_if(left, [&](const Suggestion& suggestion) { return suggestion.id == id; });
     setSuggestions(std::move(left));
+}
+
+// ---- What is left alone --------------------------------------------------------------------
+
+void SmartClean::readLeftAlone() {
+    auto list = LeftAlone::load();
+    leftAloneFault_ = list ? QString{} : words(list.error().description) + u'.';
+    leftAlone_ = std::move(list).value_or(LeftAlone{});
+    Q_EMIT leftAloneChanged();
+}
+
+bool SmartClean::changeLeftAlone(const std::function<void(LeftAlone&)>& body) {
+    const auto changed = LeftAlone::change(body);
+    readLeftAlone();
+    if (!changed) {
+        app_.setBanner(words(changed.error().description) + u'.');
+    }
+    return changed.has_value();
+}
+
+void SmartClean::leavePathAlone(const std::string& path, const QString& title) {
+    if (!changeLeftAlone([&](LeftAlone& list) { list.paths.insert(path); })) {
+        return;
+    }
+    std::vector<Suggestion> left = suggestions_;
+    for (Suggestion& suggestion : left) {
+        std::erase_if(suggestion.items, [&](const SuggestionItem& item) {
+            return Path::below(path, item.path).has_value();
+        });
+    }
+    std::erase_if(left, [](const Suggestion& suggestion) { return suggestion.items.empty(); });
+    leaveAlone(std::move(left), title, [path](LeftAlone& list) { list.paths.erase(path); });
+}
+
+void SmartClean::leaveRuleAlone(const std::string& id, const QString& title) {
+    if (!changeLeftAlone([&](LeftAlone& list) { list.rules.insert(id); })) {
+        return;
+    }
+    std::vector<Suggestion> left = suggestions_;
+    std::erase_if(left, [&](const Suggestion& suggestion) { return suggestion.id == id; });
+    leaveAlone(std::move(left), title, [id](LeftAlone& list) { list.rules.erase(id); });
+}
+
+void SmartClean::leaveAlone(
+    std::vector<Suggestion> left, const QString& title, std::function<void(LeftAlone&)> undo) {
+    const auto takeBack = [this, undo = std::move(undo), before = suggestions_, left] {
+        if (!changeLeftAlone(undo)) {
+            return;
+        }
+        if (suggestions_ == left) {
+            setSuggestions(before);
+        } else {
+            suggestAnew();
+        }
+    };
+    setSuggestions(std::move(left));
+    app_.offerUndo(QStringLiteral("“%1” is never suggested again.").arg(title), takeBack);
+}
+
+void SmartClean::suggestAgain(const QString& name, bool isRule) {
+    const bool isDone = changeLeftAlone(
+        [&](LeftAlone& list) { (isRule ? list.rules : list.paths).erase(name.toStdString()); });
+    if (isDone) {
+        suggestAnew();
+    }
+}
+
+QVariantList SmartClean::leftAlone() const {
+    QVariantList rows;
+    const auto add = [&](const std::string& name, const QString& title, bool isRule) {
+        rows.append(QVariantMap{
+            {"name",   QString::fromStdString(name)},
+            {"title",  title                       },
+            {"isRule", isRule                      }
+        });
+    };
+    const std::vector<CleanupRule> rules =
+        leftAlone_.rules.empty() ? std::vector<CleanupRule>{} : Catalog::rules();
+    for (const std::string& id : leftAlone_.rules) {
+        const auto rule = std::ranges::find(rules, id, &CleanupRule::id);
+        add(id, shown(rule == rules.end() ? id : rule->name), true);
+    }
+    for (const std::string& path : leftAlone_.paths) {
+        add(path, shown(path), false);
+    }
+    return rows;
 }
 
 // ---- The ticks and the plan

@@ -4,13 +4,16 @@
 #include "BrimloApp/SmartClean/SuggestionRows.h"
 #include "BrimloCore/Cleaner/CleanPlan.h"
 #include "BrimloCore/Cleaner/CleanReport.h"
+#include "BrimloCore/LeftAlone/LeftAlone.h"
 #include "BrimloCore/Models/Suggestion.h"
 
 #include <QtCore/QDateTime>
 #include <QtCore/QObject>
 #include <QtCore/QString>
+#include <QtCore/QVariantList>
 #include <QtQml/qqmlregistration.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <unordered_set>
@@ -29,6 +32,7 @@ class SmartClean : public QObject {
     Q_MOC_INCLUDE("BrimloApp/Review/PlanReview.h")
 
     Q_PROPERTY(bool isSuggesting READ isSuggesting NOTIFY progressChanged)
+    Q_PROPERTY(bool hasSuggested READ hasSuggested NOTIFY progressChanged)
     Q_PROPERTY(QString suggestPhase READ suggestPhase NOTIFY progressChanged)
     Q_PROPERTY(QDateTime suggestStarted READ suggestStarted NOTIFY progressChanged)
     // The figures of the plan for all ticked items.
@@ -38,6 +42,10 @@ class SmartClean : public QObject {
     Q_PROPERTY(bool planHasFinalItems READ planHasFinalItems NOTIFY currentPlanChanged)
     Q_PROPERTY(bool previewRequested READ previewRequested WRITE setPreviewRequested NOTIFY
                    previewRequestedChanged)
+    // What is never suggested: for each its `name`, its `title`, and whether it `isRule`.
+    Q_PROPERTY(QVariantList leftAlone READ leftAlone NOTIFY leftAloneChanged)
+    // Why the list could not be read; empty if it could.
+    Q_PROPERTY(QString leftAloneFault READ leftAloneFault NOTIFY leftAloneChanged)
     Q_PROPERTY(Brimlo::SuggestionRows* rows READ rows CONSTANT)
     Q_PROPERTY(Brimlo::PlanReview* review READ review CONSTANT)
 
@@ -56,11 +64,13 @@ public:
         bool isSuggesting = false;
         QString phase;
         QDateTime started;
+        bool hasSuggested = false;  ///< Whether a run has ended, with or without a finding.
 
         bool operator==(const Progress&) const = default;
     };
     void show(Progress progress);
     [[nodiscard]] bool isSuggesting() const { return progress_.isSuggesting; }
+    [[nodiscard]] bool hasSuggested() const { return progress_.hasSuggested; }
     [[nodiscard]] const QString& suggestPhase() const { return progress_.phase; }
     [[nodiscard]] const QDateTime& suggestStarted() const { return progress_.started; }
 
@@ -72,6 +82,17 @@ public:
     void forget(const CleanPlan& plan, const CleanReport& report);
     /// Removes the suggestion of a rule.
     void forgetRule(const std::string& id);
+
+    /// Never suggests a path or a rule again: it goes from the list at once, and the message about
+    /// it, which calls it `title`, offers to take that back. On failure the message says so.
+    void leavePathAlone(const std::string& path, const QString& title);
+    void leaveRuleAlone(const std::string& id, const QString& title);
+    /// Suggests again what was left alone.
+    Q_INVOKABLE void suggestAgain(const QString& name, bool isRule);
+    /// Reads again what is left alone.
+    void readLeftAlone();
+    [[nodiscard]] QVariantList leftAlone() const;
+    [[nodiscard]] const QString& leftAloneFault() const { return leftAloneFault_; }
 
     /// The ticked paths.
     using Paths = std::unordered_set<std::string>;
@@ -110,11 +131,16 @@ Q_SIGNALS:
     void selectedChanged();
     void currentPlanChanged();
     void previewRequestedChanged();
+    void leftAloneChanged();
 
 private:
     void setSuggestions(std::vector<Suggestion> suggestions);
     void setSelected(Paths paths);
     void countSelected();
+    [[nodiscard]] bool changeLeftAlone(const std::function<void(LeftAlone&)>& body);
+    /// Shows `left` and offers to show again what is there now.
+    void leaveAlone(
+        std::vector<Suggestion> left, const QString& title, std::function<void(LeftAlone&)> undo);
 
     AppModel& app_;
     Progress progress_;
@@ -125,6 +151,8 @@ private:
     /// the plan.
     CleanFigures figures_;
     bool previewRequested_ = false;
+    LeftAlone leftAlone_;
+    QString leftAloneFault_;
 
     const std::unique_ptr<SuggestionRows> rows_;
     const std::unique_ptr<PlanReview> review_;

@@ -128,8 +128,8 @@ Screen {
             width: parent.width - 2 * Theme.wide
             visible: !AppModel.smartClean.isSuggesting && screen.rows.visibleCount === 0
             symbol: "sparkles"
-            title: qsTr("Nothing scanned yet")
-            line: qsTr("Press Rescan to find cleanable items.")
+            title: AppModel.smartClean.hasSuggested ? qsTr("Nothing to clean") : qsTr("Nothing scanned yet")
+            line: !AppModel.smartClean.hasSuggested ? qsTr("Press Rescan to find cleanable items.") : screen.rows.foundCount > 0 ? qsTr("What was found is for other audiences.") : qsTr("No rule finds anything on this disk now.")
         }
         EmptyState {
             anchors.centerIn: parent

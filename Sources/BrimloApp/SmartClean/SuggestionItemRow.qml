@@ -15,7 +15,7 @@ SuggestionRow {
     required property bool isDocker
     required property bool isInFolder
 
-    readonly property string name: subtitle !== "" ? subtitle : isInFolder ? path.substring(path.lastIndexOf("/") + 1) : path
+    readonly property string name: isDocker && detail !== "" ? detail : subtitle !== "" ? subtitle : isInFolder ? path.substring(path.lastIndexOf("/") + 1) : path
 
     signal revealed
 
@@ -37,7 +37,7 @@ SuggestionRow {
         Layout.fillWidth: true
     }
     Label {
-        text: item.detail
+        text: item.name === item.detail ? item.subtitle : item.detail
         secondary: true
         visible: text !== ""
         Layout.maximumWidth: 180

@@ -32,6 +32,15 @@ ScrollList {
             rows.reveal(index);
     }
 
+    // At a position in a row, or below the row if opened from the keyboard.
+    function showMenu(index, at) {
+        take(index);
+        const item = itemAtIndex(index);
+        menu.row = index;
+        if (item !== null)
+            menu.popup(item, at?.x ?? item.width / 3, at?.y ?? item.height);
+    }
+
     label: qsTr("Suggestions")
     model: rows
     currentIndex: -1
@@ -42,6 +51,58 @@ ScrollList {
     Keys.onSpacePressed: rows.toggle(currentIndex)
     Keys.onLeftPressed: fold(false)
     Keys.onRightPressed: fold(true)
+    Keys.onMenuPressed: showMenu(currentIndex)
+
+    Shortcut {
+        sequence: "Shift+F10"
+        enabled: view.activeFocus
+        onActivated: view.showMenu(view.currentIndex)
+    }
+    // The menu closes when the suggestions change, so that it never acts on a different one.
+    Connections {
+        target: view.rows
+
+        function onFiguresChanged() {
+            menu.close();
+        }
+    }
+    PopupMenu {
+        id: menu
+
+        property int row: -1
+        property bool isItem: false
+        property bool isFile: false
+
+        onAboutToShow: {
+            isItem = view.rows.isItem(row);
+            isFile = view.rows.isFile(row);
+        }
+
+        MenuEntry {
+            text: qsTr("Reveal in %1").arg(Desktop.fileManager)
+            symbol: "arrow.up.forward.square"
+            enabled: menu.isFile
+            onTriggered: view.rows.reveal(menu.row)
+        }
+        MenuEntry {
+            text: qsTr("Copy Path")
+            symbol: "doc.on.clipboard"
+            enabled: menu.isFile
+            onTriggered: view.rows.copyPath(menu.row)
+        }
+        MenuDivider {}
+        MenuEntry {
+            text: qsTr("Never Suggest This")
+            symbol: "minus.circle"
+            enabled: menu.isItem
+            onTriggered: view.rows.leaveAlone(menu.row)
+        }
+        MenuEntry {
+            text: qsTr("Never Suggest What This Rule Finds")
+            symbol: "minus.circle"
+            onTriggered: view.rows.leaveRuleAlone(menu.row)
+        }
+    }
 
     delegate: DelegateChooser {
         role: "kind"
@@ -50,6 +111,7 @@ ScrollList {
             roleValue: "suggestion"
 
             SuggestionHead {
+                onMenuWanted: at => view.showMenu(index, at)
                 onClicked: {
                     view.take(index);
                     view.rows.toggleExpanded(index);
@@ -64,6 +126,7 @@ ScrollList {
             roleValue: "folder"
 
             SuggestionFolderRow {
+                onMenuWanted: at => view.showMenu(index, at)
                 onClicked: {
                     view.take(index);
                     view.rows.toggleExpanded(index);
@@ -78,6 +141,7 @@ ScrollList {
             roleValue: "item"
 
             SuggestionItemRow {
+                onMenuWanted: at => view.showMenu(index, at)
                 onClicked: {
                     view.take(index);
                     view.rows.toggle(index);
@@ -89,6 +153,7 @@ ScrollList {
             roleValue: "details"
 
             SuggestionDetails {
+                onMenuWanted: at => view.showMenu(index, at)
                 onClicked: view.take(index)
             }
         }
@@ -96,6 +161,7 @@ ScrollList {
             roleValue: "more"
 
             SuggestionMore {
+                onMenuWanted: at => view.showMenu(index, at)
                 onClicked: view.take(index)
             }
         }

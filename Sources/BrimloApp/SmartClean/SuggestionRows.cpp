@@ -2,6 +2,10 @@
 
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloApp/SmartClean/SmartClean.h"
+#include "BrimloCore/Support/Path.h"
+
+#include <QtGui/QClipboard>
+#include <QtGui/QGuiApplication>
 
 #include <algorithm>
 #include <array>
@@ -279,11 +283,46 @@ int SuggestionRows::head(int place) const {
 }
 
 void SuggestionRows::reveal(int place) const {
+    if (isFile(place)) {
+        app_.reveal({rows_.at(place)->path});
+    }
+}
+
+bool SuggestionRows::isItem(int place) const {
     const Line* chosen = rows_.at(place);
-    const bool isFile =
-        chosen != nullptr && (chosen->kind == Kind::item || chosen->kind == Kind::folder);
-    if (isFile && !isPseudoPath(chosen->path)) {
-        app_.reveal({chosen->path});
+    return chosen != nullptr && (chosen->kind == Kind::item || chosen->kind == Kind::folder);
+}
+
+bool SuggestionRows::isFile(int place) const {
+    return isItem(place) && !isPseudoPath(rows_.at(place)->path);
+}
+
+void SuggestionRows::copyPath(int place) const {
+    if (isFile(place)) {
+        QGuiApplication::clipboard()->setText(fromPath(rows_.at(place)->path));
+    }
+}
+
+void SuggestionRows::leaveAlone(int place) {
+    if (!isItem(place)) {
+        return;
+    }
+    // Copied, because the model's reaction replaces the rows.
+    const Line row = *rows_.at(place);
+    source_.leavePathAlone(
+        row.path, isFile(place) ? fromPath(std::string{Path::name(row.path)}) : shown(row.detail));
+}
+
+void SuggestionRows::leaveRuleAlone(int place) {
+    const Line* chosen = rows_.at(place);
+    if (chosen == nullptr) {
+        return;
+    }
+    const auto& all = source_.suggestions();
+    const auto found = std::ranges::find(all, chosen->id, &Suggestion::id);
+    if (found != all.end()) {
+        const std::string id = found->id;
+        source_.leaveRuleAlone(id, shown(found->name));
     }
 }
 

@@ -100,6 +100,15 @@ public:
     Q_INVOKABLE [[nodiscard]] int head(int place) const;
     /// Shows an item or a folder in the file manager; does nothing for Docker's objects.
     Q_INVOKABLE void reveal(int place) const;
+    /// Whether a row is an item or a folder, of the disk or Docker's.
+    Q_INVOKABLE [[nodiscard]] bool isItem(int place) const;
+    /// Whether a row is an item or a folder on the disk.
+    Q_INVOKABLE [[nodiscard]] bool isFile(int place) const;
+    Q_INVOKABLE void copyPath(int place) const;
+    /// Never suggests an item or a folder again.
+    Q_INVOKABLE void leaveAlone(int place);
+    /// Never suggests again what the rule of a row finds.
+    Q_INVOKABLE void leaveRuleAlone(int place);
 
 Q_SIGNALS:
     void queryChanged();

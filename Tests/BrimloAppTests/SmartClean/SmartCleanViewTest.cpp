@@ -2,6 +2,8 @@
 #include "BrimloApp/Review/Cleanup.h"
 #include "BrimloApp/SmartClean/SmartClean.h"
 #include "BrimloAppTests/Support/WindowTest.h"
+#include "BrimloCore/LeftAlone/LeftAlone.h"
+#include "BrimloCore/Support/StoragePaths.h"
 
 #include <gmock/gmock.h>
 
@@ -23,7 +25,7 @@ protected:
     /// An engine with one image of so many gigabytes that nothing uses.
     void installDocker(const std::string& size) const {
         const std::string image =
-            R"({"ID":"sha256:abc","Repository":"builder","Tag":"1","Containers":"0","Size":")" +
+            R"({"ID":"sha256:abc","Repository":"builder","Tag":"1","Containers":"0","CreatedSince":"5 months ago","Size":")" +
             size + R"(","UniqueSize":")" + size + R"("})";
         writeProgram(
             "docker",
@@ -57,12 +59,12 @@ protected:
 };
 
 TEST_F(SmartCleanViewTest, ShowsTheFirstStateThatHolds) {
-    const char* const empty = "Nothing scanned yet";
+    const char* const empty = "Nothing to clean";
     const std::vector<const char*> states{
         "*s · usually 20 to 30 seconds", empty, "No Results for “zzz”", "Suggestions"};
     open(Section::Clean);
     EXPECT_THAT(seen(states), ElementsAre(empty));
-    EXPECT_TRUE(sees("Press Rescan to find cleanable items."));
+    EXPECT_TRUE(sees("No rule finds anything on this disk now."));
     addSampleRules();
     {
         const Testing::HeldWork held;
@@ -134,6 +136,45 @@ TEST_F(SmartCleanViewTest, TicksByBoxAndKeyAndByTheToolbar) {
     EXPECT_TRUE(sees("Close WindowTests first"));
 }
 
+TEST_F(SmartCleanViewTest, NeverSuggestsAgainWhatIsLeftAlone) {
+    openScanned({1000, 900});
+    const std::string list = StoragePaths::support() + "/left-alone.json";
+    const QString large = QString::fromStdString(at("caches/large")) + ", *";
+    click(kRow, "Caches, *");
+    click(kRow, large, Qt::RightButton);
+    choose("Never Suggest This");
+    EXPECT_EQ(find(kRow, large), nullptr);
+    EXPECT_THAT(planned(), ElementsAre("caches/small"));
+    press("Rescan");
+    finish();
+    EXPECT_EQ(find(kRow, large), nullptr);
+    key(Qt::Key_Z, Qt::ControlModifier);  // Looks anew: the list is another one by now.
+    finish();
+    EXPECT_THAT(planned(), ElementsAre("caches/large", "caches/small"));
+
+    click(kRow, "Mine, *");
+    key(Qt::Key_F10, Qt::ShiftModifier);
+    choose("Never Suggest What This Rule Finds");
+    EXPECT_EQ(find(kRow, "Mine, *"), nullptr);
+    press("Undo");
+    EXPECT_NE(find(kRow, "Mine, *"), nullptr);
+    click(kRow, "Mine, *", Qt::RightButton);
+    choose("Never Suggest What This Rule Finds");
+    model().setSection(Section::Settings);
+    press("Suggest again");
+    finish();
+    EXPECT_EQ(LeftAlone::load(), LeftAlone{});
+    model().setSection(Section::Clean);
+    EXPECT_NE(find(kRow, "Mine, *"), nullptr);
+
+    // A damaged list is told of, and nothing is offered.
+    write(list.substr(home().size() + 1), "{");
+    press("Rescan");
+    finish();
+    EXPECT_TRUE(sees("The list of what is left alone could not be read: *"));
+    EXPECT_TRUE(model().smartClean()->suggestions().empty() && sees("Nothing scanned yet"));
+}
+
 TEST_F(SmartCleanViewTest, FoldsTheManyItemsOfAFolderIntoOneRow) {
     for (int i = 0; i < 25; ++i) {
         write("caches/" + std::to_string(i), std::string(5'000, 'c'));
@@ -177,6 +218,7 @@ TEST_F(SmartCleanViewTest, TellsDockersItemsFromThoseThatCanComeBack) {
     click(kRow, "Docker: *");
     EXPECT_EQ(find(QAccessible::Button, "Reveal in Files"), nullptr);
     EXPECT_TRUE(sees("Goes for good, through Docker."));
+    EXPECT_NE(find(kRow, "builder:1, 5 PB"), nullptr);
     press("Clear selection");
     EXPECT_TRUE(sees("Goes to Trash first · undo anytime"));
     clickAt(box("Docker: *"));
