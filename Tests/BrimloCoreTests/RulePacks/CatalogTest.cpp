@@ -57,7 +57,16 @@ TEST_F(CatalogTest, LowersOnlySafeRulesWithWeakEvidence) {
 }
 
 TEST_F(CatalogTest, LetsTheUserHaveTheLastWord) {
-    std::vector<CleanupRule> expected = Catalog::builtInRules();
+    // What broad rules leave to others follows the user's rules, too.
+    const auto plain = [](std::vector<CleanupRule> rules) {
+        for (CleanupRule& rule : rules) {
+            if (rule.isCatchAll) {
+                rule.excludes.clear();
+            }
+        }
+        return rules;
+    };
+    std::vector<CleanupRule> expected = plain(Catalog::builtInRules());
     EXPECT_TRUE(std::ranges::all_of(expected, [](const CleanupRule& rule) {
         return rule.risk != Risk::safe || isSupported(rule.confidence);
     }));
@@ -72,14 +81,27 @@ TEST_F(CatalogTest, LetsTheUserHaveTheLastWord) {
     writeUserRule("c.json", userRule("bad id"));
     expected.push_back(userRule("custom.mine"));
     expected.back().isUsersOwn = true;
-    EXPECT_EQ(Catalog::rules(), expected);
+    EXPECT_EQ(plain(Catalog::rules()), expected);
     EXPECT_EQ(
         Catalog::userRuleIssues(),
         std::vector<std::string>{
             "c.json bad id: The rule id may only contain letters, digits, '.', '_' and '-'."});
     ASSERT_TRUE(UserRules::remove("a", UserRules::defaultDirectory()));
     expected.pop_back();
-    EXPECT_EQ(Catalog::rules(), expected) << "the folder is read at each call";
+    EXPECT_EQ(plain(Catalog::rules()), expected) << "the folder is read at each call";
+}
+
+TEST_F(CatalogTest, LeavesToEachRuleTheFoldersOfWhichItKnowsAPart) {
+    CleanupRule mine = userRule("custom.mine");
+    mine.paths = {"~/Library/Caches/Mine/deep/part", "~/Library/Caches/*/any", "~/Other/x"};
+    writeUserRule("mine.json", mine);
+    const std::vector<CleanupRule> rules = Catalog::rules();
+    const auto broad = std::ranges::find(rules, "general.app-caches", &CleanupRule::id);
+    ASSERT_NE(broad, rules.end());
+    EXPECT_EQ(std::ranges::count(broad->excludes, "Mine"), 1);
+    EXPECT_EQ(std::ranges::count(broad->excludes, "*"), 0);
+    EXPECT_EQ(std::ranges::count(broad->excludes, "x"), 0);
+    EXPECT_EQ(std::ranges::count(broad->excludes, "com.apple.*"), 1);
 }
 
 }  // namespace

@@ -159,6 +159,7 @@ TEST_F(SuggestionEngineTest, OffersNothingThatTouchesWhatIsLeftAlone) {
     }
     ASSERT_TRUE(LeftAlone::change([](LeftAlone& list) { list = {}; }));
     ASSERT_TRUE(DisabledRules::set("artifact.node_modules", true));
+    ASSERT_TRUE(DisabledRules::set("artifact.lang.node-modules", true));
     EXPECT_EQ(generated({.includeDocker = false}).front(), "custom.part safe");
     write("Library/Application Support/Brimlo/left-alone.json", "{");
     EXPECT_TRUE(SuggestionEngine::generate({}).empty());
