@@ -51,15 +51,41 @@ void RuleBook::setRuleDraft(std::unique_ptr<RuleDraft> draft) {
     Q_EMIT ruleDraftChanged();
 }
 
+void RuleBook::openRuleDraft(
+    const std::string& key, const std::function<std::unique_ptr<RuleDraft>()>& make) {
+    auto kept = keptDrafts_.extract(key);
+    auto draft = kept.empty() ? make() : std::move(kept.mapped());
+    draftKey_ = key;
+    isDraftChanged_ = !kept.empty();
+    connect(draft.get(), &RuleDraft::changed, this, [this] { isDraftChanged_ = true; });
+    setRuleDraft(std::move(draft));
+}
+
 void RuleBook::newRuleDraft(
     const std::optional<std::string>& path, const std::optional<std::string>& name) {
-    setRuleDraft(
-        path ? std::make_unique<RuleDraft>(*path, name.value_or(std::string{Path::name(*path)}))
-             : std::make_unique<RuleDraft>());
+    openRuleDraft(path.value_or(""), [&] {
+        return path ? std::make_unique<RuleDraft>(
+                          *path, name.value_or(std::string{Path::name(*path)}))
+                    : std::make_unique<RuleDraft>();
+    });
 }
 
 void RuleBook::editRule(const CleanupRule& rule) {
-    setRuleDraft(std::make_unique<RuleDraft>(rule));
+    openRuleDraft(rule.id, [&] { return std::make_unique<RuleDraft>(rule); });
+}
+
+void RuleBook::keepRuleDraft() {
+    if (!ruleDraft_ || !isDraftChanged_) {
+        closeRuleDraft();
+        return;
+    }
+    disconnect(ruleDraft_.get(), nullptr, this, nullptr);
+    ruleDraft_->setProperty("saveFailure", QString{});
+    keptDrafts_.insert_or_assign(draftKey_, std::move(ruleDraft_));
+    Q_EMIT ruleDraftChanged();
+    app_.setBanner(
+        QStringLiteral("The draft is kept until Brimlo closes. It is there when you "
+                       "open the editor again for the same rule."));
 }
 
 void RuleBook::closeRuleDraft() {
@@ -115,6 +141,7 @@ QString RuleBook::saveRule(const CleanupRule& rule) {
 
 void RuleBook::deleteRule(const CleanupRule& rule) {
     const std::string id = rule.id;  // Copied, because `rule` may be destroyed by reload().
+    std::vector<CleanupRule> deleted = customRules_;
     const auto removed = UserRules::remove(id, UserRules::defaultDirectory());
     reload();
     if (std::ranges::count(customRules_, id, &CleanupRule::id) > 0) {
@@ -127,6 +154,25 @@ void RuleBook::deleteRule(const CleanupRule& rule) {
         app_.smartClean()->suggestAnew();
     }
     app_.smartClean()->forgetRule(id);
+    // A file that another program wrote may have held several.
+    std::erase_if(deleted, [&](const CleanupRule& each) {
+        return std::ranges::count(customRules_, each.id, &CleanupRule::id) > 0;
+    });
+    if (!deleted.empty()) {
+        app_.offerUndo(
+            QStringLiteral("Deleted rule “%1”.").arg(shown(deleted.front().name)),
+            [this, deleted] { restore(deleted); });
+    }
+}
+
+void RuleBook::restore(const std::vector<CleanupRule>& deleted) {
+    if (const auto saved = UserRules::saveAll(deleted, UserRules::defaultDirectory()); !saved) {
+        app_.setBanner(QStringLiteral("Could not put the rule back: %1")
+                           .arg(words(saved.error().description)));
+        return;
+    }
+    reload();
+    app_.smartClean()->suggestAnew();
 }
 
 void RuleBook::setRuleDisabled(const std::string& id, bool disabled) {

@@ -11,6 +11,8 @@
 #include <QtCore/QUrl>
 #include <QtQml/qqmlregistration.h>
 
+#include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <set>
@@ -55,6 +57,9 @@ public:
 
     /// The draft in the editor; null while the editor is closed.
     [[nodiscard]] RuleDraft* ruleDraft() const { return ruleDraft_.get(); }
+    /// Opens the editor with the draft that was kept under `key`, or else with a new one.
+    void openRuleDraft(
+        const std::string& key, const std::function<std::unique_ptr<RuleDraft>()>& make);
     /// Opens the editor with a new rule, optionally for a path; its name is then the last component
     /// of the path unless another is given.
     void newRuleDraft(
@@ -62,13 +67,16 @@ public:
         const std::optional<std::string>& name = std::nullopt);
     Q_INVOKABLE void newRule() { newRuleDraft(); }
     void editRule(const CleanupRule& rule);
+    /// Closes the editor. What was typed is shown when the editor opens again for the same rule.
+    Q_INVOKABLE void keepRuleDraft();
     /// Closes the editor and discards the draft.
     Q_INVOKABLE void closeRuleDraft();
     /// Saves the draft and closes the editor; on failure the editor stays open and says why.
     Q_INVOKABLE void saveRuleDraft();
     /// Why it failed; empty on success.
     QString saveRule(const CleanupRule& rule);
-    /// Deletes one of the user's rules; its suggestions disappear at once.
+    /// Deletes one of the user's rules; its suggestions disappear at once. The message about it
+    /// offers to put the rule back.
     void deleteRule(const CleanupRule& rule);
 
     /// Takes `busy`; fails while other work has it.
@@ -86,9 +94,13 @@ Q_SIGNALS:
 
 private:
     void setRuleDraft(std::unique_ptr<RuleDraft> draft);
+    void restore(const std::vector<CleanupRule>& deleted);
 
     AppModel& app_;
     std::unique_ptr<RuleDraft> ruleDraft_;
+    std::string draftKey_;  ///< A rule's id, or what a new rule is made from.
+    bool isDraftChanged_ = false;
+    std::map<std::string, std::unique_ptr<RuleDraft>> keptDrafts_;  ///< By their keys.
     std::vector<CleanupRule> customRules_;
     QStringList ruleIssues_;
     const std::vector<CleanupRule>& builtInRules_;

@@ -11,7 +11,7 @@ Sheet {
     readonly property RuleDraft draft: AppModel.rules.ruleDraft
 
     presented: draft !== null
-    onDismissed: AppModel.rules.closeRuleDraft()
+    onDismissed: AppModel.rules.keepRuleDraft()
     onOpened: form.begin()
 
     // Kept, because the draft is deleted when the editor closes, and the fading sheet would show

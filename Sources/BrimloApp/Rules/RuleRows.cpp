@@ -7,6 +7,7 @@
 #include <QtCore/QMetaProperty>
 
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 namespace Brimlo {
@@ -124,14 +125,17 @@ void RuleRows::copy(int row) {
     if (rule == nullptr) {
         return;
     }
-    const RuleDraft original{*rule};
-    book_.newRuleDraft();
-    const QMetaObject& fields = RuleDraft::staticMetaObject;
-    for (int i = fields.propertyOffset(); i < fields.propertyCount(); ++i) {
-        if (const QMetaProperty field = fields.property(i); field.isWritable()) {
-            field.write(book_.ruleDraft(), field.read(&original));
+    book_.openRuleDraft("copy of " + rule->id, [&] {
+        const RuleDraft original{*rule};
+        auto draft = std::make_unique<RuleDraft>();
+        const QMetaObject& fields = RuleDraft::staticMetaObject;
+        for (int i = fields.propertyOffset(); i < fields.propertyCount(); ++i) {
+            if (const QMetaProperty field = fields.property(i); field.isWritable()) {
+                field.write(draft.get(), field.read(&original));
+            }
         }
-    }
+        return draft;
+    });
 }
 
 }  // namespace Brimlo

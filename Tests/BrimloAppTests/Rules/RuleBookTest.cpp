@@ -11,6 +11,7 @@
 namespace Brimlo {
 namespace {
 
+using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
@@ -45,6 +46,7 @@ TEST_F(RuleBookTest, SavesARuleAndDeletesItWithItsFindings) {
     finish();
     ASSERT_THAT(model().rules()->customRules(), SizeIs(1)) << "its file was overwritten";
 
+    const CleanupRule renamed = model().rules()->customRules().front();
     model().smartClean()->toggle(suggestion("custom.cache"));
     model().smartClean()->toggle(suggestion("custom.cache"));
     ASSERT_FALSE(model().smartClean()->currentPlan().items().empty());
@@ -53,8 +55,12 @@ TEST_F(RuleBookTest, SavesARuleAndDeletesItWithItsFindings) {
     EXPECT_THAT(model().rules()->customRules(), IsEmpty());
     EXPECT_THAT(model().smartClean()->suggestions(), IsEmpty());
     EXPECT_THAT(model().smartClean()->currentPlan().items(), IsEmpty());
-    EXPECT_EQ(model().banner(), "");
+    EXPECT_EQ(model().banner(), "Deleted rule “Renamed”.");
     EXPECT_FALSE(model().smartClean()->isSuggesting());
+    model().undo();
+    finish();
+    EXPECT_THAT(model().rules()->customRules(), ElementsAre(renamed));
+    EXPECT_EQ(suggestion("custom.cache").items.front().path, at("cache"));
 
     // One that stands in a file of another name can't be deleted so, and stays with its findings.
     model().rules()->saveRule(rule());

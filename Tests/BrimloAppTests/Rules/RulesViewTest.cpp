@@ -110,12 +110,41 @@ TEST_F(RulesViewTest, EditsCarriesAndDeletesTheUsersAndSwitchesAndCopiesTheOther
     answerPanel(at("rules.json"));
     await([&] { return exists(at("rules.json")); }, "the file");
     press("Delete");
-    EXPECT_THAT(model().rules()->customRules(), IsEmpty());
     EXPECT_TRUE(sees(invitation));
+    key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(model().rules()->customRules()[0].name, "Renamed");
+    press("Delete");
+    EXPECT_THAT(model().rules()->customRules(), IsEmpty());
     press("Import");
     answerPanel(at("rules.json"));
     await([&] { return model().rules()->customRules().size() == 1; }, "the rule");
     waitToSee(model().banner());
+}
+
+TEST_F(RulesViewTest, KeepsAHalfWrittenRule) {
+    open(Section::Rules);
+    const auto opened = [&] {
+        waitToSee("New cleanup rule");
+        return model().rules()->ruleDraft()->property("name").toString();
+    };
+    const auto closed = [&] { return model().rules()->ruleDraft() == nullptr; };
+    press("New rule");
+    EXPECT_EQ(opened(), "");
+    fillIn("Name", "Half");
+    key(Qt::Key_Escape);
+    await(closed, "the end of the editor");
+    model().setSection(Section::Overview);
+    model().setSection(Section::Rules);
+    model().rules()->newRuleDraft(at("caches"));
+    EXPECT_EQ(opened(), "caches") << "another rule";
+    key(Qt::Key_Escape);
+    await(closed, "the end of the editor");
+    press("New rule");
+    EXPECT_EQ(opened(), "Half");
+    press("Cancel");
+    await(closed, "the end of the editor");
+    press("New rule");
+    EXPECT_EQ(opened(), "");
 }
 
 TEST_F(RulesViewTest, KeepsTheEditorSaneWhenTheRuleGoesAway) {

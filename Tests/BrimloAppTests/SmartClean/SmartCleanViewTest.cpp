@@ -25,7 +25,8 @@ protected:
     /// An engine with one image of so many gigabytes that nothing uses.
     void installDocker(const std::string& size) const {
         const std::string image =
-            R"({"ID":"sha256:abc","Repository":"builder","Tag":"1","Containers":"0","CreatedSince":"5 months ago","Size":")" +
+            R"({"ID":"sha256:abc","Repository":"builder","Tag":"1","Containers":"0",)"
+            R"("CreatedSince":"5 months ago","Size":")" +
             size + R"(","UniqueSize":")" + size + R"("})";
         writeProgram(
             "docker",
