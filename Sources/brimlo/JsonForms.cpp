@@ -83,6 +83,17 @@ Json::Object suggestion(const Suggestion& suggestion) {
     return object;
 }
 
+Json::Array reasons(const Suggestion& suggestion) {
+    Json::Array array;
+    for (const auto& [label, text] : Brimlo::reasons(suggestion)) {
+        array.push_back(Json::Object{
+            {"label", label},
+            {"text",  text }
+        });
+    }
+    return array;
+}
+
 Json::Array items(const std::vector<CleanItem>& items) {
     Json::Array array;
     for (const CleanItem& item : items) {

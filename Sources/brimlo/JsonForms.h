@@ -23,6 +23,8 @@ namespace Brimlo::JsonForms {
 [[nodiscard]] Json::Value path(std::string_view path);
 
 [[nodiscard]] Json::Object suggestion(const Suggestion& suggestion);
+/// Why it is made: the label and the text of each reason.
+[[nodiscard]] Json::Array reasons(const Suggestion& suggestion);
 [[nodiscard]] Json::Array items(const std::vector<SuggestionItem>& items);
 [[nodiscard]] Json::Array items(const std::vector<CleanItem>& items);
 [[nodiscard]] Json::Object plan(const CleanPlan& plan);

@@ -27,6 +27,7 @@ struct Arguments {
     bool noArtifacts = false;
     bool noDocker = false;
     bool items = false;
+    bool why = false;
 };
 
 /// Accepts the words of the audiences; its error lists them.
@@ -68,13 +69,23 @@ void show(const SuggestionItem& item, const std::string& mark) {
     Console::line(line);
 }
 
-void show(const Suggestion& suggestion, bool isFull) {
+void showReasons(const Suggestion& suggestion) {
+    constexpr std::size_t kLabelWidth = 17;
+    for (const auto& [label, text] : reasons(suggestion)) {
+        Console::line("    " + Console::left(label, kLabelWidth) + Text::printable(text));
+    }
+}
+
+void show(const Suggestion& suggestion, const Arguments& arguments) {
+    const bool isFull = arguments.items;
     Console::line(
         Console::size(suggestion.totalSize()) + "  " + Console::badge(suggestion.risk) + "  " +
         Console::bold(suggestion.name) + " · " + Text::printable(suggestion.group) +
         Console::dim("  " + suggestion.id));
     Console::paragraph(suggestion.regenerates);
-    if (suggestion.officialCommand) {
+    if (arguments.why) {
+        showReasons(suggestion);
+    } else if (suggestion.officialCommand) {
         Console::line(Console::dim("    Its own command: " + *suggestion.officialCommand));
     }
     for (const std::string& app : suggestion.runningApps) {
@@ -104,11 +115,11 @@ void show(const Suggestion& suggestion, bool isFull) {
     Console::line();
 }
 
-void showAll(const std::vector<Suggestion>& suggestions, bool isFull) {
+void showAll(const std::vector<Suggestion>& suggestions, const Arguments& arguments) {
     std::int64_t total = 0;
     std::int64_t preselected = 0;
     for (const Suggestion& suggestion : suggestions) {
-        show(suggestion, isFull);
+        show(suggestion, arguments);
         total = Bytes::sum(total, suggestion.totalSize());
         for (const SuggestionItem& item : suggestion.items) {
             if (suggestion.preselectedPaths.contains(item.path)) {
@@ -150,12 +161,15 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
         complain("a rule of yours is left out: " + issue);
     }
     if (!tool.isJson()) {
-        showAll(suggestions, arguments.items);
+        showAll(suggestions, arguments);
         return ExitCode::done;
     }
     Json::Array document;
     for (const Suggestion& suggestion : suggestions) {
         document.push_back(JsonForms::suggestion(suggestion));
+        if (arguments.why) {
+            document.back().as_object().emplace("why", JsonForms::reasons(suggestion));
+        }
     }
     print(document);
     return ExitCode::done;
@@ -183,6 +197,7 @@ void addSuggestCommand(CLI::App& app, Tool& tool) {
         "--no-artifacts", arguments->noArtifacts, "Leave out build output in projects");
     command->add_flag("--no-docker", arguments->noDocker, "Leave out what Docker holds");
     command->add_flag("--items", arguments->items, "List each item, also the many of one folder");
+    command->add_flag("--why", arguments->why, "Say for each why it is suggested");
     command->footer(
         "Nothing is changed. [x] marks what \"brimlo clean --preselected\" would take.");
 }

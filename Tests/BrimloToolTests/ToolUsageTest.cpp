@@ -70,6 +70,9 @@ TEST_F(ToolUsageTest, AnswersWithOneDocumentOfTheTypesFields) {
         {{"suggest"},
          "[{id,name,group,personas[],risk,regenerates,officialCommand,runningApps[],"
          "items[{path,size,idleDays}],preselectedPaths[],totalSize}]"                    },
+        {{"suggest", "--no-docker", "--why"},
+         "[{id,name,group,personas[],risk,regenerates,officialCommand,runningApps[],"
+         "items[{path,size,idleDays}],preselectedPaths[],totalSize,why[{label,text}]}]"  },
         {{"clean", "--safe", "--dry-run"},
          "{movedToTrashBytes,freedNowBytes,failures[],refused[],unrecorded[],notes[],goneForGood[],"
          "journalIDs[],processed,untouched[]," +

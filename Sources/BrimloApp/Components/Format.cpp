@@ -151,6 +151,15 @@ QString Format::oneLine(const QString& text) {
     return line;
 }
 
+QString Format::withCode(const QString& text) {
+    QStringList parts = text.toHtmlEscaped().split(u'`');
+    const bool isPaired = parts.size() % 2 == 1;
+    for (qsizetype i = 1; i < parts.size() && isPaired; i += 2) {
+        parts[i] = QStringLiteral("<span style=\"font-family:monospace\">%1</span>").arg(parts[i]);
+    }
+    return parts.join(isPaired ? QString{} : QStringLiteral("`")).replace(u'\n', "<br>");
+}
+
 QString Format::evenDigits(const QString& text, const QString& family) {
     static QHash<QString, bool>
         families;  // Main thread only. Cached, because examining a font is slow.

@@ -31,6 +31,9 @@ public:
     /// Safe on one line, whatever a file is called: characters that would break it or change its
     /// direction become U+FFFD.
     Q_INVOKABLE [[nodiscard]] static QString oneLine(const QString& text);
+    /// Markup for a text in which backticks enclose code: without the backticks, the code in a font
+    /// of fixed width. Nothing else in the text counts as markup.
+    Q_INVOKABLE [[nodiscard]] static QString withCode(const QString& text);
     /// With tabular digits, if the font family has them. Only for display: screen readers get the
     /// original text.
     Q_INVOKABLE [[nodiscard]] static QString evenDigits(const QString& text, const QString& family);

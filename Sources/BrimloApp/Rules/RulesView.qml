@@ -46,6 +46,11 @@ Screen {
     RuleFiles {
         id: files
     }
+    Shortcut {
+        sequence: "Ctrl+F"
+        enabled: screen.visible && AppModel.rules.ruleDraft === null
+        onActivated: search.forceActiveFocus(Qt.ShortcutFocusReason)
+    }
     // The user's own rules, then the built-in ones. Return opens a rule or a copy of it, Space
     // switches a built-in rule, Delete deletes one of the user's.
     ScrollList {

@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Layouts
 import Brimlo
@@ -10,6 +12,10 @@ SuggestionRow {
     required property bool isDocker
     required property string regenerates
     required property string officialCommand
+    required property bool expanded
+    required property var reasons
+
+    signal whyWanted
 
     text: regenerates
 
@@ -18,12 +24,14 @@ SuggestionRow {
         Layout.fillWidth: true
 
         Label {
-            text: details.regenerates
-            visible: text !== ""
+            text: Format.withCode(details.regenerates)
+            textFormat: Text.RichText
+            visible: details.regenerates !== ""
             wrapMode: Text.Wrap
             lineHeight: 1.15
             Layout.fillWidth: true
             Layout.maximumWidth: 760
+            Accessible.name: details.regenerates
         }
         RowLayout {
             spacing: 6
@@ -57,6 +65,29 @@ SuggestionRow {
                 Layout.fillWidth: true
             }
         }
+        Repeater {
+            model: details.expanded ? details.reasons : []
+
+            Label {
+                required property string modelData
+
+                text: modelData
+                secondary: true
+                wrapMode: Text.Wrap
+                Layout.fillWidth: true
+                Layout.maximumWidth: 760
+            }
+        }
+    }
+    // The reasons are folded away until asked for.
+    PlainButton {
+        text: qsTr("Why?")
+        symbol: details.expanded ? "chevron.down" : "chevron.right"
+        help: details.expanded ? qsTr("Hide the reasons") : qsTr("Show why this is suggested")
+        ink: Theme.secondaryText
+        focusPolicy: Qt.NoFocus
+        Layout.alignment: Qt.AlignTop
+        onClicked: details.whyWanted()
     }
 
     // A command that can be selected and copied.

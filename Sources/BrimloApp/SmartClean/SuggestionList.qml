@@ -155,6 +155,7 @@ ScrollList {
             SuggestionDetails {
                 onMenuWanted: at => view.showMenu(index, at)
                 onClicked: view.take(index)
+                onWhyWanted: view.rows.toggleExpanded(index)
             }
         }
         DelegateChoice {

@@ -61,6 +61,14 @@ QString regeneratesOf(const Line& row) {
     return QString::fromStdString(row.regenerates);
 }
 
+QStringList reasonsOf(const Line& row) {
+    QStringList lines;
+    for (const auto& [label, text] : row.reasons) {
+        lines.append(QStringLiteral("%1: %2").arg(words(label), shown(text)));
+    }
+    return lines;
+}
+
 std::string joined(const std::vector<std::string>& words) {
     std::string line;
     for (const std::string& each : words) {
@@ -120,6 +128,7 @@ Line detailsOf(const Suggestion& suggestion) {
     row.risk = suggestion.risk;
     row.regenerates = suggestion.regenerates;
     row.officialCommand = suggestion.officialCommand.value_or("");
+    row.reasons = reasons(suggestion);
     row.isDocker = std::ranges::any_of(
         suggestion.items, [](const SuggestionItem& item) { return isPseudoPath(item.path); });
     return row;
@@ -150,6 +159,7 @@ std::vector<Rows<Line>::Role> roles() {
         {"expanded",        [](const Line& row) { return row.expanded; }                   },
         {"regenerates",     regeneratesOf                                                  },
         {"officialCommand", text(&Line::officialCommand)                                   },
+        {"reasons",         reasonsOf                                                      },
         {"path",            text(&Line::path)                                              },
         {"isInFolder",      [](const Line& row) { return !row.folder.empty(); }            },
         {"subtitle",        text(&Line::subtitle)                                          },
@@ -262,7 +272,7 @@ void SuggestionRows::toggle(int place) {
 
 void SuggestionRows::toggleExpanded(int place) {
     const Line* chosen = rows_.at(place);
-    if (chosen == nullptr || (chosen->kind != Kind::suggestion && chosen->kind != Kind::folder)) {
+    if (chosen == nullptr || chosen->kind == Kind::item || chosen->kind == Kind::more) {
         return;
     }
     const std::string key = chosen->key();
@@ -367,6 +377,7 @@ void SuggestionRows::append(const Suggestion& suggestion, std::vector<Line>& row
         return;
     }
     rows.push_back(detailsOf(suggestion));
+    static_cast<void>(expand(rows.back()));
     std::size_t lines = 0;
     std::size_t listed = 0;
     for (const ItemGroup& group : groupsOf(suggestion)) {

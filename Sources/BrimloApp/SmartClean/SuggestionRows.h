@@ -46,6 +46,7 @@ struct SuggestionLine {
 
     std::string regenerates;
     std::string officialCommand;
+    std::vector<Reason> reasons;
 
     std::string subtitle;
     std::string detail;
@@ -94,7 +95,8 @@ public:
 
     /// Toggles an item, or all items of a suggestion or a folder.
     Q_INVOKABLE void toggle(int place);
-    /// Expands or collapses a suggestion or a folder, also in later runs.
+    /// Expands or collapses a suggestion, a folder or the reasons in the details, also in later
+    /// runs.
     Q_INVOKABLE void toggleExpanded(int place);
     /// The row of the folder, or else of the suggestion, that a row belongs to.
     Q_INVOKABLE [[nodiscard]] int head(int place) const;

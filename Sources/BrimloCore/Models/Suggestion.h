@@ -33,6 +33,8 @@ struct Suggestion {
     bool isUsersOwn = false;  ///< From a rule of the user's, whatever its id.
     std::string regenerates;
     std::optional<std::string> officialCommand;
+    std::vector<std::string> places;   ///< What the rule looks at: path patterns or folder names.
+    std::vector<std::string> sources;  ///< Web addresses of the rule's evidence.
     std::vector<std::string> runningApps;  ///< The `quitApps` running now, as the rule spells them.
     std::vector<SuggestionItem> items;     ///< Sorted by size, largest first.
     std::set<std::string> preselectedPaths;  ///< The items ticked at first.
@@ -44,5 +46,17 @@ struct Suggestion {
         return Bytes::total(items, &SuggestionItem::size);
     }
 };
+
+/// One reason for a suggestion.
+struct Reason {
+    std::string label;  ///< "Rule", "Looks at", "Source", "Safety gate" or "Its own command".
+    std::string text;
+
+    bool operator==(const Reason&) const = default;
+};
+
+/// Why a suggestion is made: its rule, the places and the evidence of the rule, what the safety
+/// gate said, and the tool's own command. In this order, each as often as there is one.
+[[nodiscard]] std::vector<Reason> reasons(const Suggestion& suggestion);
 
 }  // namespace Brimlo

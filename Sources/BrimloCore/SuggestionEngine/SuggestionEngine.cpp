@@ -173,6 +173,8 @@ private:
             .isUsersOwn = rule.isUsersOwn,
             .regenerates = rule.regenerates,
             .officialCommand = rule.officialCommand,
+            .places = rule.paths,
+            .sources = rule.sources,
         };
         std::ranges::copy_if(
             rule.quitApps, std::back_inserter(suggestion.runningApps), [&](const std::string& app) {
@@ -189,7 +191,11 @@ private:
             .personas = pattern.personas,
             .risk = pattern.risk,
             .regenerates = pattern.regenerates,
+            .places = pattern.names,
         };
+        for (const std::string& suffix : pattern.suffixes) {
+            suggestion.places.push_back("*" + suffix);
+        }
         if (pattern.risk != Risk::review) {
             suggestion.regenerates +=
                 " Preselected: projects idle for " + std::to_string(options_.staleDays) + "+ days.";

@@ -21,5 +21,11 @@ TEST(FormatTest, KeepsAnyNameOnOneLineAndInOneDirection) {
     EXPECT_EQ(Format::oneLine(u"שלום 😀 é"_qs), u"שלום 😀 é"_qs);
 }
 
+TEST(FormatTest, ShowsCodeAndNoOtherMarkup) {
+    const QString code = u"a <span style=\"font-family:monospace\">b &lt;c&gt;</span>"_qs;
+    EXPECT_EQ(Format::withCode(u"a `b <c>`"_qs), code);
+    EXPECT_EQ(Format::withCode(u"<b>a` b\nc"_qs), u"&lt;b&gt;a` b<br>c"_qs);
+}
+
 }  // namespace
 }  // namespace Brimlo

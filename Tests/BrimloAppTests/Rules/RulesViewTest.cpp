@@ -73,6 +73,8 @@ TEST_F(RulesViewTest, WritesARuleWithALivePreviewByTheKeyboardAlone) {
 
 TEST_F(RulesViewTest, EditsCarriesAndDeletesTheUsersAndSwitchesAndCopiesTheOthers) {
     open(Section::Rules);
+    key(Qt::Key_F, Qt::ControlModifier);
+    EXPECT_EQ(focused(), "Search rules");
     const char* const invitation = "You haven't added any rules yet. *";
     EXPECT_TRUE(sees(invitation));
     EXPECT_TRUE(sees("0 custom rules"));

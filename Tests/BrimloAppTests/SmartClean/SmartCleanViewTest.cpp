@@ -123,6 +123,13 @@ TEST_F(SmartCleanViewTest, TicksByBoxAndKeyAndByTheToolbar) {
     click(kRow, "Caches, *");  // Beside the box it unfolds.
     EXPECT_TRUE(sees("It comes back."));
     EXPECT_TRUE(sees("Goes to Trash. It can be regenerated."));
+    const QString why = "Looks at: ~/caches/*";
+    EXPECT_FALSE(sees(why));
+    key(Qt::Key_Down);
+    key(Qt::Key_Return);
+    EXPECT_TRUE(sees(why) && sees("Safety gate: *"));
+    press("Why?");
+    EXPECT_FALSE(sees(why));
     click(kTick, QString::fromStdString(at("caches/large")));
     EXPECT_THAT(planned(), ElementsAre("caches/small"));
     const QQuickItem* const group = find(kTick, "Select all items in this group");

@@ -127,6 +127,13 @@ TEST_F(SuggestionEngineTest, FindsWhatCanBeCleanedAndTicksWhatIsSafe) {
         "  - Library/Caches/Named 0 -",
     };
     EXPECT_EQ(generated(), expected);
+    const auto found = SuggestionEngine::generate({.includeDocker = false});
+    const auto named = std::ranges::find(found, "custom.named", &Suggestion::id);
+    ASSERT_NE(named, found.end());
+    const std::vector<Reason> why = reasons(*named);
+    EXPECT_EQ(why[0], (Reason{"Rule", "custom.named, one of your own"}));
+    EXPECT_EQ(why[1], (Reason{"Looks at", "~/Library/Caches/Named"}));
+    EXPECT_EQ(reasons(found.front())[1], (Reason{"Looks at", "node_modules"}));
 }
 
 TEST_F(SuggestionEngineTest, OffersNothingThatTouchesWhatIsLeftAlone) {
