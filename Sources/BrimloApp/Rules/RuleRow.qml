@@ -12,6 +12,8 @@ ListRow {
     required property string risk
     required property string details
     required property bool isEnabled
+    required property bool expanded
+    required property var places
     readonly property RuleRows rules: list?.model ?? null
     readonly property bool isFirstBuiltIn: !isCustom && ListView.previousSection !== ListView.section
     readonly property real headingHeight: isFirstBuiltIn ? heading.height : 0
@@ -54,7 +56,7 @@ ListRow {
                 text: row.name
                 secondary: !row.isEnabled
                 font.weight: Font.Medium
-                Layout.maximumWidth: Math.max(120, row.width - 330)
+                Layout.maximumWidth: Math.max(120, row.width - 370)
             }
             RiskBadge {
                 risk: row.risk
@@ -69,6 +71,26 @@ ListRow {
             font.pixelSize: Theme.small
             Layout.fillWidth: true
         }
+        Repeater {
+            model: row.places
+
+            Label {
+                required property string modelData
+
+                text: modelData
+                secondary: true
+                font.pixelSize: Theme.small
+                wrapMode: Text.Wrap
+                Layout.fillWidth: true
+            }
+        }
+    }
+    PlainButton {
+        symbol: row.expanded ? "chevron.down" : "chevron.right"
+        help: row.expanded ? qsTr("Hide the places") : qsTr("Show the places and what they match now")
+        ink: Theme.secondaryText
+        focusPolicy: Qt.NoFocus
+        onClicked: row.rules.toggleExpanded(row.index)
     }
     PlainButton {
         text: qsTr("Edit")

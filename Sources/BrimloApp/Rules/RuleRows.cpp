@@ -1,8 +1,12 @@
 #include "BrimloApp/Rules/RuleRows.h"
 
 #include "BrimloApp/Rules/RuleBook.h"
+#include "BrimloApp/Shell/RunInBackground.h"
 #include "BrimloApp/Shell/Search.h"
 #include "BrimloApp/Shell/Shown.h"
+#include "BrimloCore/Models/Bytes.h"
+#include "BrimloCore/Platform/Fmt.h"
+#include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
 
 #include <QtCore/QMetaProperty>
 
@@ -39,6 +43,21 @@ std::string details(const CleanupRule& rule) {
     return joined;
 }
 
+/// Each place of a rule, and what matches there now. Blocks.
+std::vector<std::string> measuredPlaces(CleanupRule rule) {
+    std::vector<std::string> lines;
+    for (const std::string& place : std::exchange(rule.paths, {})) {
+        rule.paths = {place};
+        const std::vector<SuggestionItem> items = SuggestionEngine::preview(rule);
+        const std::string count =
+            std::to_string(items.size()) + (items.size() == 1 ? " item, " : " items, ");
+        const std::int64_t size = Bytes::total(items, &SuggestionItem::size);
+        lines.push_back(
+            place + ": " + (items.empty() ? "nothing matches now" : count + Fmt::bytes(size)));
+    }
+    return lines;
+}
+
 /// The rule of a row, or null if it no longer exists.
 const CleanupRule* find(const std::vector<CleanupRule>& rules, const RuleLine& line) {
     const auto found = std::ranges::find(rules, line.id, &CleanupRule::id);
@@ -57,9 +76,21 @@ RuleRows::RuleRows(RuleBook& book)
            {"name", [](const RuleLine& line) { return shown(line.name); }},
            {"risk", [](const RuleLine& line) { return words(rawValue(line.risk)); }},
            {"details", [](const RuleLine& line) { return shown(line.details); }},
+           {"expanded", [](const RuleLine& line) { return line.expanded; }},
+           {"places",
+            [](const RuleLine& line) {
+                QStringList lines;
+                for (const std::string& place : line.places) {
+                    lines.append(shown(place));
+                }
+                return lines;
+            }},
            {"isEnabled", [](const RuleLine& line) { return line.isEnabled; }},
            }} {
-    connect(&book, &RuleBook::customRulesChanged, this, &RuleRows::refresh);
+    connect(&book, &RuleBook::customRulesChanged, this, [this] {
+        places_.clear();  // A rule may look elsewhere now.
+        refresh();
+    });
     connect(&book, &RuleBook::disabledRuleIDsChanged, this, &RuleRows::refresh);
 }
 
@@ -89,7 +120,34 @@ void RuleRows::refresh() {
     };
     append(book_.customRules(), true);
     append(book_.builtInRules(), false);
+    for (RuleLine& line : lines) {
+        if (const auto unfolded = places_.find(line.key()); unfolded != places_.end()) {
+            line.expanded = true;
+            line.places = unfolded->second;
+        }
+    }
     rows_.set(std::move(lines));
+}
+
+void RuleRows::toggleExpanded(int row) {
+    const CleanupRule* rule = customAt(row) != nullptr ? customAt(row) : builtInAt(row);
+    if (rule == nullptr) {
+        return;
+    }
+    const std::string key = rows_.at(row)->key();
+    if (places_.erase(key) == 0) {
+        places_[key] = rule->paths;
+        runInBackground(
+            this,
+            [rule = *rule] { return measuredPlaces(rule); },
+            [key](RuleRows& rows, std::vector<std::string> places) {
+                if (const auto unfolded = rows.places_.find(key); unfolded != rows.places_.end()) {
+                    unfolded->second = std::move(places);
+                    rows.refresh();
+                }
+            });
+    }
+    refresh();
 }
 
 const CleanupRule* RuleRows::customAt(int row) const {

@@ -5,6 +5,7 @@
 
 #include <QtQml/qqmlregistration.h>
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,8 @@ struct RuleLine {
     Risk risk = Risk::review;
     std::string details;  ///< On one line.
     bool isEnabled = true;
+    bool expanded = false;
+    std::vector<std::string> places;  ///< If expanded: each place, and what matches there now.
 
     bool operator==(const RuleLine&) const = default;
 
@@ -46,6 +49,8 @@ public:
     Q_INVOKABLE void edit(int row);
     /// Deletes one of the user's rules.
     Q_INVOKABLE void remove(int row);
+    /// Shows or hides the places of a rule; what they match is measured in the background.
+    Q_INVOKABLE void toggleExpanded(int row);
     /// Switches a built-in rule on or off.
     Q_INVOKABLE void setEnabled(int row, bool isEnabled);
     /// Opens the editor with a copy of a built-in rule under a new id.
@@ -63,6 +68,7 @@ private:
     RuleBook& book_;
     Rows<RuleLine> rows_;
     QString query_;
+    std::map<std::string, std::vector<std::string>> places_;  ///< Of expanded rows, by their keys.
 };
 
 }  // namespace Brimlo

@@ -52,11 +52,18 @@ Screen {
         onActivated: search.forceActiveFocus(Qt.ShortcutFocusReason)
     }
     // The user's own rules, then the built-in ones. Return opens a rule or a copy of it, Space
-    // switches a built-in rule, Delete deletes one of the user's.
+    // switches a built-in rule, Delete deletes one of the user's, Right and Left show and hide the
+    // places of a rule.
     ScrollList {
         id: list
 
         readonly property real headHeight: headerItem?.height ?? 0
+
+        function fold(expanded) {
+            const row = currentItem as RuleRow;
+            if (row !== null && row.expanded !== expanded)
+                screen.rows.toggleExpanded(currentIndex);
+        }
 
         focus: true
         label: qsTr("Rules")
@@ -85,6 +92,8 @@ Screen {
             if (row !== null)
                 screen.rows.setEnabled(currentIndex, !row.isEnabled);
         }
+        Keys.onRightPressed: fold(true)
+        Keys.onLeftPressed: fold(false)
         Keys.onDeletePressed: screen.rows.remove(currentIndex)
 
         EmptyState {

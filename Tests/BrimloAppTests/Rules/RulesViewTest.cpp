@@ -81,6 +81,11 @@ TEST_F(RulesViewTest, EditsCarriesAndDeletesTheUsersAndSwitchesAndCopiesTheOther
     EXPECT_FALSE(isEnabled("Export"));
     writeRule("Mine");
     EXPECT_FALSE(sees(invitation));
+    click(kRow, "Mine, *");
+    key(Qt::Key_Right);
+    waitToSee("~/caches/*: 2 items, *");
+    key(Qt::Key_Left);
+    EXPECT_FALSE(sees("~/caches/*: 2 items, *"));
 
     press("Edit");
     waitToSee("Edit rule");
