@@ -68,4 +68,16 @@ SettingsSection {
             onClicked: AppModel.settings.runAutoClean(true, false)
         }
     }
+    Repeater {
+        model: AppModel.settings.planned
+
+        Label {
+            required property string modelData
+
+            text: modelData
+            secondary: true
+            wrapMode: Text.Wrap
+            Layout.fillWidth: true
+        }
+    }
 }

@@ -1,12 +1,18 @@
 #include "BrimloApp/Settings/Settings.h"
 
 #include "BrimloApp/Review/Cleanup.h"
+#include "BrimloApp/Shell/RunInBackground.h"
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloCore/Cleaner/AutoCleaner.h"
 #include "BrimloCore/LaunchAgent/LaunchAgent.h"
 #include "BrimloCore/Platform/FileIdentity.h"
+#include "BrimloCore/Platform/Fmt.h"
 #include "BrimloCore/Support/StoragePaths.h"
 
+#include <QtCore/QPointer>
+
+#include <cstddef>
+#include <ranges>
 #include <utility>
 
 namespace Brimlo {
@@ -20,6 +26,20 @@ constexpr auto kAutoCleanTime = 1h;
 /// Where a terminal finds the tool; empty if nowhere.
 QString placeOf(const CLIInstaller::Places& cli) {
     return shown(CLIInstaller::installedAt(cli).value_or(""));
+}
+
+/// What auto-clean would take, a line each.
+QStringList linesOf(const std::vector<CleanItem>& items) {
+    constexpr std::size_t kMostLines = 200;
+    QStringList lines;
+    for (const CleanItem& item : items | std::views::take(kMostLines)) {
+        lines.append(
+            QStringLiteral("%1  %2").arg(words(Fmt::bytes(item.size)), shown(item.name())));
+    }
+    if (items.size() > kMostLines) {
+        lines.append(QStringLiteral("+ %1 more").arg(items.size() - kMostLines));
+    }
+    return lines;
 }
 
 }  // namespace
@@ -94,11 +114,17 @@ void Settings::runAutoClean(bool force, bool dryRun) {
     if (app_.cleanup()->isCleaning() || !app_.busy().isEmpty()) {
         return;
     }
+    assign(*this, planned_, {}, &Settings::plannedChanged);
     app_.runBusy(
         dryRun ? QStringLiteral("Checking what auto-clean would remove…")
                : QStringLiteral("Running auto-clean…"),
-        [config = config_, cleaner = app_.cleaner(), dryRun, force] {
+        [part = QPointer{this}, config = config_, cleaner = app_.cleaner(), dryRun, force] {
             const AutoCleanOutcome outcome = AutoCleaner::run(config, *cleaner, dryRun, force);
+            if (dryRun) {
+                postHome(part, [lines = linesOf(outcome.planned)](Settings& present) {
+                    assign(present, present.planned_, lines, &Settings::plannedChanged);
+                });
+            }
             return AppModel::Outcome{.sentence = outcome.sentence(dryRun), .restored = {}};
         });
 }

@@ -6,6 +6,7 @@
 
 #include <QtCore/QObject>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 #include <QtQml/qqmlregistration.h>
 
 #include <functional>
@@ -29,6 +30,8 @@ class Settings : public QObject {
                    configChanged)
     Q_PROPERTY(bool autoCleanIncludesCustomRules READ autoCleanIncludesCustomRules WRITE
                    setAutoCleanIncludesCustomRules NOTIFY configChanged)
+    // What auto-clean would take by its last preview, a line each; empty after a run.
+    Q_PROPERTY(QStringList planned READ planned NOTIFY plannedChanged)
     Q_PROPERTY(bool hasBundledCLI READ hasBundledCLI CONSTANT)
     Q_PROPERTY(bool agentInstalled READ agentInstalled NOTIFY agentChanged)
     Q_PROPERTY(bool agentIsOfOtherCopy READ agentIsOfOtherCopy NOTIFY agentChanged)
@@ -68,6 +71,7 @@ public:
     /// Runs auto-clean; with `force` even if it is off in the settings. Does nothing while other
     /// work is under way.
     Q_INVOKABLE void runAutoClean(bool force, bool dryRun);
+    [[nodiscard]] const QStringList& planned() const { return planned_; }
 
     /// Installs or removes the background job. Blocks.
     Q_INVOKABLE void setAgent(bool enabled);
@@ -94,6 +98,7 @@ Q_SIGNALS:
     void agentChanged();
     void cliPlaceChanged();
     void offersCLIChanged();
+    void plannedChanged();
 
 private:
     void readAgent();
@@ -103,6 +108,7 @@ private:
     AppConfig config_;
     QString fault_;  ///< Why the settings could not be read; empty if they could.
     std::unique_ptr<Clock::Pending> autoTimer_;
+    QStringList planned_;
     struct Agent {
         bool isInstalled = false;
         bool isOfOtherCopy = false;

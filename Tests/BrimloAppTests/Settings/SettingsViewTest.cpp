@@ -53,6 +53,7 @@ TEST_F(SettingsViewTest, EverySettingTakesEffectAtOnce) {
         key(pressed);
         EXPECT_EQ(config.freeSpaceThresholdGB, after) << "a value out of range stays until touched";
     }
+    write(".cache/thumbnails/normal/1.png");
     {
         const Testing::HeldWork held{Background::writers()};
         press("Preview auto-clean (dry run)");
@@ -60,6 +61,9 @@ TEST_F(SettingsViewTest, EverySettingTakesEffectAtOnce) {
         EXPECT_FALSE(isEnabled("Run auto-clean now"));
     }
     finish();
+    ASSERT_EQ(model().settings()->planned().size(), 1);
+    EXPECT_TRUE(model().settings()->planned().front().endsWith(".cache/thumbnails/normal"));
+    EXPECT_TRUE(sees(model().settings()->planned().front()));
     {
         const Testing::HeldWork held{Background::writers()};
         press("Run auto-clean now");
