@@ -106,7 +106,14 @@ void showAll(const AppConfig& config, const Tool& tool) {
     }
     if (tool.isJson()) {
         print(document);
+        return;
     }
+    const auto list = LeftAlone::load();
+    Console::line(
+        Console::left(kLeftAlone, kKeyWidth) +
+        Console::left(
+            list ? std::to_string(list->paths.size() + list->rules.size()) : "?", kValueWidth) +
+        Console::dim("paths and rules that are never suggested"));
 }
 
 void show(const AppConfig& config, const Setting* only, const Tool& tool) {
