@@ -21,9 +21,9 @@ namespace Brimlo::LargeFiles {
 /// Symlinks below `root` are not followed and other volumes not entered. `root` may be in any form;
 /// `limit` is at least 1.
 ///
-/// The control is told each folder once its entries are read, and each that can't be opened or is on
-/// another volume. Cancelled, it returns what was found so far. Uses several threads; blocks until
-/// all are done.
+/// The control is told each folder once its entries are read, and each that can't be opened or is
+/// on another volume. Cancelled, it returns what was found so far. Uses several threads; blocks
+/// until all are done.
 [[nodiscard]] std::optional<std::vector<std::shared_ptr<FileNode>>> find(
     const std::string& root, std::size_t limit, std::int64_t minSize, ScanControl& control);
 

@@ -10,8 +10,8 @@
 /// rules.
 namespace Brimlo::Catalog {
 
-/// All rules except the user's. Made once per process. A broad rule (`isCatchAll`) also excludes each
-/// name in its folder that another rule knows, itself or a place in it.
+/// All rules except the user's. Made once per process. A broad rule (`isCatchAll`) also excludes
+/// each name in its folder that another rule knows, itself or a place in it.
 [[nodiscard]] const std::vector<CleanupRule>& builtInRules();
 
 /// All rules, including switched-off ones. Reads the user's rules at each call.

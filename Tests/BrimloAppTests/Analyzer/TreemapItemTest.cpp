@@ -113,8 +113,7 @@ TEST_F(TreemapItemTest, AnswersToPointerAndKeys) {
          {Qt::Key_Right, Qt::Key_Down, Qt::Key_Down, Qt::Key_Left, Qt::Key_Up, Qt::Key_Right}) {
         press(key);
         // As each frame does while the pointer rests.
-        QHoverEvent rests{
-            QEvent::HoverMove, middle(0), middle(0), middle(0), Qt::NoModifier};
+        QHoverEvent rests{QEvent::HoverMove, middle(0), middle(0), middle(0), Qt::NoModifier};
         QCoreApplication::sendEvent(&item, &rests);
         visited.push_back(item.hoveredName().toStdString());
     }
