@@ -20,7 +20,7 @@ protected:
     const std::string modules = at("Projects/app/node_modules");
 
     /// Two safe caches and a project with its dependencies, all long untouched.
-    void fill() const {
+    void prepare() const {
         write(".cache/thumbnails/large/a.png", std::string(50'000, 'a'));
         link(".cache/thumbnails/large/latest", "a.png");
         write(".cache/google-chrome/Default/Cache/Cache_Data/f_000001", std::string(9'000, 'f'));
@@ -66,7 +66,7 @@ std::vector<std::string> texts(const Json::Value& list, std::string_view key = "
 }
 
 TEST_F(CleanCommandTest, GoesTheWholeRoadAndBack) {
-    fill();
+    prepare();
     const auto before = describe();
 
     EXPECT_THAT(
@@ -107,7 +107,7 @@ TEST_F(CleanCommandTest, TakesWhatWasChosen) {
         {{"--rule", "photos.thumbnails", "--rule", "artifact.node_modules"},         {thumbnails, modules}        },
         {{".cache/thumbnails/large", "~/.cache/thumbnails/large/a.png", thumbnails}, {thumbnails}                 },
     };
-    fill();
+    prepare();
     for (auto [arguments, paths] : cases) {
         SCOPED_TRACE(testing::PrintToString(arguments));
         arguments.insert(arguments.begin(), {"clean", "--dry-run"});
@@ -185,7 +185,7 @@ TEST_F(CleanCommandTest, SaysWhatTheJournalLacks) {
 }
 
 TEST_F(CleanCommandTest, CleansUnattended) {
-    fill();
+    prepare();
     EXPECT_TRUE(run({"autoclean", "--execute"}).out.starts_with("Auto-clean is off. "));
     EXPECT_THAT(
         run({"autoclean", "--force"}).out,

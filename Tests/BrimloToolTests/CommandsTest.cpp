@@ -6,16 +6,16 @@ namespace Brimlo::Testing {
 namespace {
 
 struct CommandsTest : ToolTest {
-    void fill() const {
-        write("a/1", std::string(2'000'000, 'x'));
-        write("a/2", std::string(2'000'000, 'x'));
+    void prepare() const {
+        fill("a/1", 2'000'000);
+        fill("a/2", 2'000'000);
         write("a/3", std::string(2'000'000, 'y'));
     }
 };
 
 TEST_F(CommandsTest, ListsLargeFiles) {
-    fill();
-    write("a/new\nline\xff", std::string(3'000'000, 'x'));
+    prepare();
+    fill("a/new\nline\xff", 3'000'000);
     EXPECT_EQ(run({"large"}), (Outcome{0, "No file takes 52.4 MB or more.\n", ""}));
     EXPECT_EQ(
         shape(answer({"large", "a", "--min-size", "1"})),
@@ -34,7 +34,7 @@ TEST_F(CommandsTest, TellsWhatIsWrong) {
          2,                                              "Not a terminal: pass --yes to change files."},
         {{"duplicates", "--clone", "--trash-extras"}, 2, "--clone excludes --trash-extras."           },
     };
-    fill();
+    prepare();
     for (const auto& [arguments, exitCode, sentence] : cases) {
         EXPECT_EQ(run(arguments), (Outcome{exitCode, "", "brimlo: " + sentence + "\n"}));
     }
@@ -56,7 +56,7 @@ TEST_F(CommandsTest, TellsWhatIsWrong) {
 }
 
 TEST_F(CommandsTest, TrashesTheExtrasAndPutsThemBack) {
-    fill();
+    prepare();
     EXPECT_EQ(shape(answer({"duplicates"})), "[{id,size,paths[],wastedBytes}]");
     const Json::Value report = answer({"duplicates", "a", "--trash-extras", "--yes"});
     EXPECT_EQ(report.at("movedToTrashBytes").as_int64(), 2'000'000);
@@ -68,7 +68,7 @@ TEST_F(CommandsTest, TrashesTheExtrasAndPutsThemBack) {
 }
 
 TEST_F(CommandsTest, ReportsWhatCouldNotBeCloned) {
-    fill();
+    prepare();
     write("a/2.brimlo-clone", "left over");
     EXPECT_TRUE(run({"duplicates", "--clone", "--yes"})
                     .out.ends_with("failed   ~/a/2: clonefile failed: File exists\n"

@@ -16,7 +16,7 @@ namespace {
 class ToolUsageTest : public ToolTest {
 protected:
     /// Something for each command to tell of.
-    void fill() const {
+    void prepare() const {
         write(".cache/thumbnails/large/a", std::string(50'000, 'a'));
         write(".npm/_cacache/content-v2/a", std::string(90'000, 'a'));
         write("gone", "gone");
@@ -92,7 +92,7 @@ TEST_F(ToolUsageTest, AnswersWithOneDocumentOfTheTypesFields) {
         {{"rules", "disable", "npm.cache"},          "{id,enabled}"                      },
         {{"trash", "empty", "--yes"},                "{bytes,removed,failures[]}"        },
     };
-    fill();
+    prepare();
     for (const auto& [arguments, fields] : cases) {
         EXPECT_EQ(shape(answer(arguments)), fields) << testing::PrintToString(arguments);
         EXPECT_FALSE(Json::parse(run(arguments).out) && arguments.size() == 1);

@@ -72,6 +72,10 @@ std::string TempHome::write(std::string_view relative, std::string_view content)
     return path;
 }
 
+std::string TempHome::fill(std::string_view relative, std::size_t bytes) const {
+    return write(relative, std::string(bytes, 'x'));
+}
+
 std::string TempHome::link(std::string_view relative, std::string_view target) const {
     const std::string path = at(relative);
     fs::create_directories(fs::path{path}.parent_path());
@@ -90,6 +94,11 @@ void TempHome::age(const std::string& path, double days) const {
 std::string contentOf(const std::string& path) {
     std::ifstream file{path, std::ios::binary};
     return {std::istreambuf_iterator<char>{file}, {}};
+}
+
+std::int64_t allocatedBytes(const std::string& path) {
+    struct stat status{};
+    return lstat(path.c_str(), &status) == 0 ? std::int64_t{status.st_blocks} * 512 : -1;
 }
 
 bool exists(const std::string& path) {

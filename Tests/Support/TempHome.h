@@ -28,6 +28,9 @@ protected:
     /// Writes a file and makes the folders above it; returns its path.
     std::string write(std::string_view relative, std::string_view content = "content") const;
 
+    /// Writes a file of so many bytes and makes the folders above it; returns its path.
+    std::string fill(std::string_view relative, std::size_t bytes) const;
+
     /// Makes a link and the folders above it; returns its path.
     std::string link(std::string_view relative, std::string_view target) const;
 
@@ -40,6 +43,9 @@ private:
 
 /// The content of a file; "" when it can't be read.
 [[nodiscard]] std::string contentOf(const std::string& path);
+
+/// The bytes that an entry takes on the disk, a link's own; -1 when it can't be read.
+[[nodiscard]] std::int64_t allocatedBytes(const std::string& path);
 
 /// Whether an entry is there, dangling links included.
 [[nodiscard]] bool exists(const std::string& path);

@@ -67,7 +67,7 @@ TEST_F(AnalyzerTest, ScansAFolderAndTellsItsProgressInSteps) {
     EXPECT_TRUE(model().analyzer()->isScanning()) << "its result is not home";
     EXPECT_EQ(samples.count(), 1);
 
-    write(".local/share/Trash/files/data", std::string(100'000, 'x'));
+    fill(".local/share/Trash/files/data", 100'000);
     finish();
     EXPECT_EQ(clock.waiting(), idle);
     EXPECT_GE(model().machine()->trashBytes(), 100'000) << "the volume is read anew";
@@ -163,7 +163,7 @@ TEST_F(AnalyzerTest, TakesWhatWentOutOfWhateverTreeIsShownThen) {
 
 TEST_F(AnalyzerTest, ListsAgainWhatAnUndoBroughtBack) {
     write(".cache/thumbnails/normal/data");
-    write("large/film", std::string(60'000'000, 'x'));
+    fill("large/film", 60'000'000);
     write("dups/a", std::string(1'048'576, 'd'));
     write("dups/b", std::string(1'048'576, 'd'));
     model().duplicates()->setRoot(at("dups"));

@@ -33,7 +33,7 @@ TEST_F(DuplicateSearchTest, TellsHowManyCopiesCouldNotBeCloned) {
     model().duplicates()->clone(group);
     EXPECT_EQ(model().busy(), "Removing from Trash…") << "one at a time";
     finish();
-    write(".local/share/Trash/files/data", std::string(100'000, 'x'));
+    fill(".local/share/Trash/files/data", 100'000);
     // A name that is taken makes both clones fail, on file systems that know clones as well.
     write("dups/b.brimlo-clone");
     write("dups/c.brimlo-clone");

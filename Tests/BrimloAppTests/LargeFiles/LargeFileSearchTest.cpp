@@ -42,7 +42,7 @@ TEST_F(LargeFileSearchTest, FindsLargeFilesAndTakesARowAwayWhenItsFileWent) {
     EXPECT_THAT(model().largeFiles()->files(), IsEmpty());
 
     model().largeFiles()->setRoot(at("large"));
-    write("large/film", std::string(60'000'000, 'x'));
+    fill("large/film", 60'000'000);
     model().largeFiles()->find();
     finish();
     ASSERT_THAT(model().largeFiles()->files(), SizeIs(1));

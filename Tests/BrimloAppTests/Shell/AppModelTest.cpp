@@ -24,7 +24,7 @@ using testing::IsEmpty;
 using AppModelTest = Testing::ModelTest;
 
 TEST_F(AppModelTest, StartsWithWhatTheHomeHoldsAndThenLooksForWhatCanGo) {
-    write("data", std::string(100'000, 'x'));
+    fill("data", 100'000);
     model().cleanup()->run(CleanPlan{{{.path = at("data"), .size = 1, .ruleID = {}, .risk = {}}}});
     finish();
     restart();
@@ -71,16 +71,16 @@ TEST_F(AppModelTest, MeasuresTheTrashOnceAtATimeAndOnceMoreAtTheEnd) {
         for (int i = 0; i < 5; ++i) {
             model().machine()->refresh();
         }
-        write(".local/share/Trash/files/data", std::string(100'000, 'x'));
+        fill(".local/share/Trash/files/data", 100'000);
     }
     finish();
     EXPECT_EQ(arrivals.count(), 2);
     EXPECT_GE(model().machine()->trashBytes(), 100'000);
 
-    write(".local/share/Trash/files/more", std::string(100'000, 'x'));
+    fill(".local/share/Trash/files/more", 100'000);
     model().machine()->refresh();
     Background::waitForDone();
-    write(".local/share/Trash/files/most", std::string(100'000, 'x'));
+    fill(".local/share/Trash/files/most", 100'000);
     model().machine()->refresh();
     const QSignalSpy sizes{model().machine(), &Machine::trashBytesChanged};
     finish();

@@ -94,7 +94,7 @@ TEST_F(ContentViewInputTest, TheAnalyzerTakesAnyNumberOfAnyNames) {
 
 TEST_F(ContentViewInputTest, TheListsTakeAnyNames) {
     for (const std::string& name : oddNames()) {
-        write("tree/" + name, std::string(1'200'000, 'x'));
+        fill("tree/" + name, 1'200'000);
     }
     model().duplicates()->setRoot(at("tree"));
     model().duplicates()->find();

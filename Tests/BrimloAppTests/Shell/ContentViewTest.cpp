@@ -17,7 +17,7 @@ class ContentViewTest : public Testing::WindowTest {
 protected:
     /// Puts something into the Trash.
     void fillTrash() const {
-        write(".local/share/Trash/files/old", std::string(70'000, 'x'));
+        fill(".local/share/Trash/files/old", 70'000);
         write(
             ".local/share/Trash/info/old.trashinfo",
             "[Trash Info]\nPath=/old\nDeletionDate=2026-01-01T00:00:00\n");

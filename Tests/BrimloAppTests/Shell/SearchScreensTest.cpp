@@ -4,7 +4,6 @@
 
 #include <gmock/gmock.h>
 
-#include <fstream>
 
 namespace Brimlo {
 namespace {
@@ -18,14 +17,6 @@ constexpr auto kRow = QAccessible::ListItem;
 /// Large Files and Duplicates, which are much alike.
 class SearchScreensTest : public Testing::WindowTest {
 protected:
-    /// A file of so many million bytes that takes up all of them.
-    void fill(const char* path, const int megabytes) const {
-        std::ofstream file{write(path)};
-        const std::string million(1'000'000, 'x');
-        for (int i = 0; i < megabytes; ++i) {
-            file << million;
-        }
-    }
     [[nodiscard]] QPointF trashButton(const char* row) const {
         const QQuickItem& item = get(kRow, row);
         return item.mapToScene({item.width() - 50, item.height() / 2});
@@ -37,7 +28,7 @@ protected:
     }
     void makeCopies() const {
         for (const char* const path : {"tree/a", "tree/b", "tree/c"}) {
-            fill(path, 2);
+            fill(path, 2'000'000);
         }
     }
 };
@@ -63,8 +54,8 @@ TEST_F(SearchScreensTest, LargeFilesShowsTheFirstStateThatHolds) {
     EXPECT_THAT(seen(states), ElementsAre("No large files found.", "Search again"));
     expectLaidOut();
 
-    fill("tree/one", 55);
-    fill("tree/two", 60);
+    fill("tree/one", 55'000'000);
+    fill("tree/two", 60'000'000);
     {
         const HeldWork held;
         press("Search my home folder");
@@ -116,8 +107,8 @@ TEST_F(SearchScreensTest, DuplicatesShowsTheFirstStateThatHolds) {
     EXPECT_THAT(seen(states), ElementsAre("No duplicates found.", "Search again"));
 
     makeCopies();
-    fill("tree/d", 3);
-    fill("tree/e", 3);
+    fill("tree/d", 3'000'000);
+    fill("tree/e", 3'000'000);
     press("Search my home folder");
     EXPECT_EQ(model().duplicates()->root(), home());
     finish();
@@ -145,7 +136,7 @@ TEST_F(SearchScreensTest, DuplicatesShowsTheFirstStateThatHolds) {
 }
 
 TEST_F(SearchScreensTest, BothAreUsedByTheKeyboardAlone) {
-    fill("tree/large", 55);
+    fill("tree/large", 55'000'000);
     makeCopies();
     model().largeFiles()->setRoot(at("tree"));
     model().duplicates()->setRoot(at("tree"));

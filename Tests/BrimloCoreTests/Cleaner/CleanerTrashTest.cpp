@@ -301,7 +301,7 @@ TEST_F(CleanerTrashTest, EmptiesTheTrashOfAll) {
     EXPECT_EQ(Cleaner::emptyTrash(), TrashReport{});
     EXPECT_FALSE(exists(at(".local")));
 
-    const JournalEntry own = trash(write("work/own", std::string(10'000, 'x')));
+    const JournalEntry own = trash(fill("work/own", 10'000));
     trash(link("work/out", makeFolder("kept")));
     write("kept/file");
     write(".local/share/Trash/files/foreign/deep/file", std::string(10'000, 'y'));

@@ -275,7 +275,7 @@ TEST_F(FullDiskTest, DeletesWithNoRoomLeft) {
                 }
                 setenv("HOME", at("volume").c_str(), 1);
                 Cleaner cleaner{std::make_shared<Journal>(StoragePaths::journal())};
-                write("volume/old/file", std::string(50'000, 'x'));
+                fill("volume/old/file", 50'000);
                 write("volume/single");
                 const CleanPlan both = planFor({at("volume/old"), at("volume/single")});
                 ASSERT_EQ(cleaner.execute(both, DisposalMode::trash, false).processed, 2);

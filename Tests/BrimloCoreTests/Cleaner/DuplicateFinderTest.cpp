@@ -159,8 +159,8 @@ TEST_F(DuplicateFinderTest, PassesOverWhatCannotBeRead) {
 TEST_F(DuplicateFinderTest, BelievesWhatItReadsAndNotWhatItMet) {
     for (const std::string change :
          {"rm 2", "printf x >> 2", "truncate -s 70000 2", "rm 2; mkfifo 2", "mv 2 3; ln -s 3 2"}) {
-        write("a/1", std::string(100'000, 'x'));
-        write("a/2", std::string(100'000, 'x'));
+        fill("a/1", 100'000);
+        fill("a/2", 100'000);
         bool isChanged = false;
         const auto progress = [&](const DuplicateFinder::Progress& reached) {
             isChanged |= reached.path == at("a/2") && shell("cd " + at("a") + "; " + change);

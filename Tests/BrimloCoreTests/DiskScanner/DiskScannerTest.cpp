@@ -13,17 +13,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::int64_t blocksOf(const std::string& path) {
-    struct stat status{};
-    return lstat(path.c_str(), &status) == 0 ? std::int64_t{status.st_blocks} * 512 : -1;
-}
-
 class DiskScannerTest : public Testing::TempHome {
 protected:
-    std::string fill(const std::string& relative, std::size_t bytes) const {
-        return write(relative, std::string(bytes, 'x'));
-    }
-
     static void expectSizes(
         const std::string& path,
         std::int64_t quick,
@@ -45,10 +36,11 @@ TEST_F(DiskScannerTest, MeasuresWhatIsNoFolderAsItself) {
     const std::string sparse = write("sparse", "");
     fs::resize_file(sparse, std::uintmax_t{1} << 40U);
     for (const std::string& path : {file, toFile, at("pipe"), sparse}) {
-        expectSizes(path, blocksOf(path), std::nullopt, blocksOf(path));
+        expectSizes(
+            path, Testing::allocatedBytes(path), std::nullopt, Testing::allocatedBytes(path));
     }
-    EXPECT_EQ(DiskScanner::quickSize(toFolder), blocksOf(toFolder));
-    EXPECT_EQ(DiskScanner::legacyQuickSize(toFolder), blocksOf(toFolder));
+    EXPECT_EQ(DiskScanner::quickSize(toFolder), Testing::allocatedBytes(toFolder));
+    EXPECT_EQ(DiskScanner::legacyQuickSize(toFolder), Testing::allocatedBytes(toFolder));
     expectSizes(at("missing"), 0, std::nullopt, 0);
 }
 
@@ -78,7 +70,7 @@ TEST_F(DiskScannerTest, AgreesWithThePlainWalkOnGeneratedTrees) {
                     makeFolder(path);
                     break;
                 case 2:
-                    fileBlocks += blocksOf(link(path, at(folders.front())));
+                    fileBlocks += Testing::allocatedBytes(link(path, at(folders.front())));
                     break;
                 case 3:
                     if (!files.empty()) {
@@ -88,21 +80,22 @@ TEST_F(DiskScannerTest, AgreesWithThePlainWalkOnGeneratedTrees) {
                     [[fallthrough]];
                 default:
                     files.push_back(path);
-                    fileBlocks += blocksOf(fill(path, below(20'000)));
+                    fileBlocks += Testing::allocatedBytes(fill(path, below(20'000)));
             }
         }
         for (const std::string& folder : folders) {
-            folderBlocks += blocksOf(at(folder));
+            folderBlocks += Testing::allocatedBytes(at(folder));
         }
         expectSizes(at(folders.front()), fileBlocks, fileBlocks, fileBlocks + folderBlocks);
     }
 }
 
 TEST_F(DiskScannerTest, PassesOverWhatItMayNotRead) {
-    const std::int64_t open = blocksOf(fill("a/open/file", 10'000));
+    const std::int64_t open = Testing::allocatedBytes(fill("a/open/file", 10'000));
     fill("a/closed/file", 90'000);
-    const std::int64_t closed = blocksOf(at("a/closed"));
-    const std::int64_t folders = blocksOf(at("a")) + blocksOf(at("a/open")) + closed;
+    const std::int64_t closed = Testing::allocatedBytes(at("a/closed"));
+    const std::int64_t folders =
+        Testing::allocatedBytes(at("a")) + Testing::allocatedBytes(at("a/open")) + closed;
     chmod(at("a/closed").c_str(), 0);
     Testing::asOrdinaryUser(home(), [&] {
         expectSizes(at("a"), open, open, open + folders);

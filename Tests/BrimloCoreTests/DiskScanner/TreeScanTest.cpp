@@ -26,11 +26,6 @@ using Node = std::shared_ptr<FileNode>;
 
 constexpr std::size_t kMiB = 1'048'576;
 
-std::int64_t blocksOf(const std::string& path) {
-    const auto status = Platform::entryStatus(path.c_str());
-    return status ? status->allocatedBytes : -1;
-}
-
 /// Names of the children, sorted.
 std::vector<std::string> names(const Node& node) {
     std::vector<std::string> names;
@@ -52,17 +47,13 @@ protected:
         return DiskScanner{control, options}.scan(at(relative));
     }
 
-    std::string fill(const std::string& relative, std::size_t bytes) const {
-        return write(relative, std::string(bytes, 'x'));
-    }
-
     /// What the sum of all entries below a folder should be, each file of several names once.
     struct Sum {
         std::int64_t size = 0;
         std::int64_t fileCount = 0;
     };
     static Sum sumOf(const std::string& folder) {
-        Sum sum{.size = blocksOf(folder), .fileCount = 0};
+        Sum sum{.size = Testing::allocatedBytes(folder), .fileCount = 0};
         std::set<std::uint64_t> linked;
         for (const auto& entry : fs::recursive_directory_iterator{folder}) {
             const auto status = Platform::entryStatus(entry.path().c_str());
@@ -136,7 +127,8 @@ TEST_F(TreeScanTest, MergesWhatIsSmallInACrowdedFolder) {
             EXPECT_TRUE(root->children().back()->children().empty());
         }
     }
-    const ScanOptions exact{.keepThreshold = blocksOf(at("few/small0")), .alwaysKeepBelowCount = 0};
+    const ScanOptions exact{
+        .keepThreshold = Testing::allocatedBytes(at("few/small0")), .alwaysKeepBelowCount = 0};
     EXPECT_EQ(scan("few", exact)->children().size(), 40U) << "what has the threshold stays";
 }
 
@@ -159,13 +151,13 @@ TEST_F(TreeScanTest, TakesEveryKindOfEntryForWhatItIs) {
     EXPECT_EQ(root->fileCount, 10);
     expectSound(root);
     EXPECT_TRUE(childOf(root, "empty")->isDirectory);
-    EXPECT_EQ(childOf(root, "empty")->size, blocksOf(at("t/empty")));
+    EXPECT_EQ(childOf(root, "empty")->size, Testing::allocatedBytes(at("t/empty")));
     EXPECT_EQ(
         childOf(root, "empty")->modified, Platform::entryStatus(at("t/empty").c_str())->modified);
     EXPECT_FALSE(childOf(root, "link")->isDirectory);
     EXPECT_EQ(
         childOf(root, "again")->size + childOf(childOf(root, "big"), "file")->size,
-        blocksOf(at("t/again")));
+        Testing::allocatedBytes(at("t/again")));
     EXPECT_EQ(control->progress().files, 10);
     EXPECT_EQ(control->inaccessible(), std::vector<std::string>{});
 
@@ -174,7 +166,7 @@ TEST_F(TreeScanTest, TakesEveryKindOfEntryForWhatItIs) {
     file->remove();
     expectSound(root);
     EXPECT_EQ(root->size, before - file->size) << "a node leaves with its bytes";
-    EXPECT_EQ(childOf(root, "big")->size, blocksOf(at("t/big")));
+    EXPECT_EQ(childOf(root, "big")->size, Testing::allocatedBytes(at("t/big")));
     EXPECT_EQ(root->fileCount, 9);
 }
 
@@ -223,7 +215,7 @@ TEST_F(TreeScanTest, TellsWhatItCouldNotRead) {
         EXPECT_EQ(names(root), (std::vector<std::string>{"closed", "open"}));
         const Node closed = childOf(root, "closed");
         EXPECT_TRUE(closed->isDirectory && closed->children().empty());
-        EXPECT_EQ(closed->size, blocksOf(at("t/closed")));
+        EXPECT_EQ(closed->size, Testing::allocatedBytes(at("t/closed")));
         EXPECT_EQ(root->fileCount, 1);
     });
 }

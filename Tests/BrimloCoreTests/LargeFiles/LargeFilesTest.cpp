@@ -20,18 +20,14 @@ namespace {
 namespace fs = std::filesystem;
 using Lines = std::vector<std::string>;
 
-std::int64_t blocksOf(const fs::path& path) {
-    struct stat status{};
-    return lstat(path.c_str(), &status) == 0 ? std::int64_t{status.st_blocks} * 512 : -1;
-}
-
 /// The paths, checked to come with their sizes as far as these can be asked for.
 Lines find(const std::string& root, std::size_t limit, std::int64_t minSize, ScanControl& control) {
     Lines paths;
     const auto found = LargeFiles::find(root, limit, minSize, control);
     for (const auto& node : found.value_or(std::vector<std::shared_ptr<FileNode>>{})) {
         const std::string path = node->path();
-        EXPECT_TRUE(blocksOf(path) == node->size || blocksOf(path) == -1);
+        EXPECT_TRUE(
+            Testing::allocatedBytes(path) == node->size || Testing::allocatedBytes(path) == -1);
         EXPECT_EQ(node->name(), fs::path{path}.filename().string());
         paths.push_back(path);
     }
@@ -42,7 +38,7 @@ Lines find(const std::string& root, std::size_t limit, std::int64_t minSize, Sca
 Lines plainFind(const std::string& root, std::size_t limit, std::int64_t minSize) {
     std::map<std::uint64_t, std::string> firstNames;
     for (const auto& entry : fs::recursive_directory_iterator{root}) {
-        if (!entry.is_directory() && blocksOf(entry) >= minSize) {
+        if (!entry.is_directory() && Testing::allocatedBytes(entry.path()) >= minSize) {
             const auto inode = Platform::FileIdentity::of(entry.path())->inode;
             std::string& name = firstNames.try_emplace(inode, entry.path()).first->second;
             name = std::min(name, entry.path().string());
@@ -51,7 +47,7 @@ Lines plainFind(const std::string& root, std::size_t limit, std::int64_t minSize
     Lines files;
     std::ranges::copy(firstNames | std::views::values, std::back_inserter(files));
     std::ranges::sort(files);
-    std::ranges::stable_sort(files, std::greater{}, blocksOf);
+    std::ranges::stable_sort(files, std::greater{}, Testing::allocatedBytes);
     files.resize(std::min(files.size(), limit));
     return files;
 }
@@ -74,9 +70,9 @@ TEST_F(LargeFilesTest, AgreesWithThePlainSearchOnGeneratedTrees) {
             if (below(5) == 0) {
                 fs::create_hard_link(names[below(names.size())], at(path));
             } else {
-                write(path, std::string(4'096 * below(6), 'x'));
+                fill(path, 4'096 * below(6));
             }
-            bytes += blocksOf(names.emplace_back(at(path)));
+            bytes += Testing::allocatedBytes(names.emplace_back(at(path)));
         }
         for (const std::size_t limit : {1U, 3U, 10U, 1'000U}) {
             const std::string root = at(folders.front());
@@ -90,13 +86,13 @@ TEST_F(LargeFilesTest, AgreesWithThePlainSearchOnGeneratedTrees) {
 }
 
 TEST_F(LargeFilesTest, TakesNothingButFilesAndTellsWhatItCannotOpen) {
-    const std::string big = write("a/new\nline \xff", std::string(50'000, 'x'));
+    const std::string big = fill("a/new\nline \xff", 50'000);
     link("a/folder", at(""));
     link("a/link", big);
     ASSERT_EQ(mkfifo(at("a/pipe").c_str(), 0600), 0);
     ASSERT_EQ(mknod(at("a/socket").c_str(), S_IFSOCK | 0600, 0), 0);
     fs::resize_file(write("a/sparse", ""), std::uintmax_t{8} << 40U);
-    write("a/closed/file", std::string(60'000, 'x'));
+    fill("a/closed/file", 60'000);
     chmod(at("a/closed").c_str(), 0);
     Testing::asOrdinaryUser(home(), [&] {
         ScanControl control;

@@ -17,7 +17,7 @@ TEST_F(LargeFilesVolumesTest, BothWalksStayOnTheVolumeOfTheFolderThatWasOpened) 
         if (mount("none", volume.c_str(), "tmpfs", 0, nullptr) != 0) {
             GTEST_SKIP() << "the right to mount is missing";
         }
-        write("a/volume/file", std::string(50'000, 'x'));
+        fill("a/volume/file", 50'000);
         ScanControl control;
         const auto found = LargeFiles::find(way + "/", 9, 1, control);
         ASSERT_TRUE(found && found->size() == 1U);

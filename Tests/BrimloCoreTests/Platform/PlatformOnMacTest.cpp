@@ -22,7 +22,7 @@ class PlatformOnMacTest : public Testing::TempHome {};
 
 TEST_F(PlatformOnMacTest, ReadsAFolderAsALookAtEachEntryDoes) {
     write("f/one");
-    write("f/large", std::string(1'000'000, 'x'));
+    fill("f/large", 1'000'000);
     ASSERT_EQ(::link(at("f/one").c_str(), at("f/two").c_str()), 0);
     link("f/link", "folder");
     for (int i = 0; i < 5'000; ++i) {

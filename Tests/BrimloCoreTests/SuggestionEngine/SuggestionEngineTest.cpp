@@ -39,14 +39,14 @@ protected:
     }
 
     /// Writes a file of so many kilobytes.
-    std::string fill(const std::string& relative, std::size_t kilobytes) const {
-        return write(relative, std::string(kilobytes * 1000, 'x'));
+    std::string fillKilobytes(const std::string& relative, std::size_t kilobytes) const {
+        return fill(relative, kilobytes * 1000);
     }
 
     /// A project with build output, last worked on so many days ago.
     void makeProject(const std::string& name, double days, std::size_t kilobytes) const {
         age(write(name + "/package.json"), days);
-        fill(name + "/node_modules/lib.js", kilobytes);
+        fillKilobytes(name + "/node_modules/lib.js", kilobytes);
     }
 
     /// One line a suggestion, then one an item: "*" for a tick, its path below the home, its idle
@@ -95,13 +95,13 @@ protected:
 };
 
 TEST_F(SuggestionEngineTest, FindsWhatCanBeCleanedAndTicksWhatIsSafe) {
-    fill(".cache/thumbnails/large/a.png", 300);
-    fill("Library/Caches/Other/file", 10);
-    fill("Library/Caches/Third/file", 60);
-    fill("Library/Caches/com.apple.Safari/file", 900);
-    fill("Library/Caches/Named/file", 30);
-    fill("Library/Caches/Inner/deep/safe", 90);
-    fill("Library/Caches/Inner/deep/more", 900);
+    fillKilobytes(".cache/thumbnails/large/a.png", 300);
+    fillKilobytes("Library/Caches/Other/file", 10);
+    fillKilobytes("Library/Caches/Third/file", 60);
+    fillKilobytes("Library/Caches/com.apple.Safari/file", 900);
+    fillKilobytes("Library/Caches/Named/file", 30);
+    fillKilobytes("Library/Caches/Inner/deep/safe", 90);
+    fillKilobytes("Library/Caches/Inner/deep/more", 900);
     write("Library/Caches/Empty", "");
     save({.id = "custom.named", .risk = Risk::review, .paths = {"~/Library/Caches/Named"}});
     save({.id = "custom.inner", .risk = Risk::safe, .paths = {"~/Library/Caches/Inner/deep/safe"}});
@@ -137,9 +137,9 @@ TEST_F(SuggestionEngineTest, FindsWhatCanBeCleanedAndTicksWhatIsSafe) {
 }
 
 TEST_F(SuggestionEngineTest, OffersNothingThatTouchesWhatIsLeftAlone) {
-    fill("Library/Caches/App/deep/file", 90);
-    fill("Library/Caches/Third/file", 60);
-    fill("young/file", 30);
+    fillKilobytes("Library/Caches/App/deep/file", 90);
+    fillKilobytes("Library/Caches/Third/file", 60);
+    fillKilobytes("young/file", 30);
     makeProject("code/old", 90.5, 150);
     save({.id = "custom.part", .risk = Risk::safe, .paths = {"~/Library/Caches/App/deep"}});
     save({.id = "custom.young", .risk = Risk::safe, .paths = {"~/young"}, .minAgeDays = 9});
@@ -219,7 +219,7 @@ TEST_F(SuggestionEngineTest, FindsWhatThePathsNameNow) {
 
 TEST_F(SuggestionEngineTest, NeverTicksWhatIsToBeReviewed) {
     write("infra/Pulumi.yaml");
-    fill("infra/.pulumi/stacks/prod.json", 100);
+    fillKilobytes("infra/.pulumi/stacks/prod.json", 100);
     age(at("infra"), 400.5);
     const auto suggestions = SuggestionEngine::generate({.staleDays = 0});
     const Texts expected{"artifact.pulumi-stack-state review", "  - infra/.pulumi 400 infra"};
@@ -228,8 +228,8 @@ TEST_F(SuggestionEngineTest, NeverTicksWhatIsToBeReviewed) {
 }
 
 TEST_F(SuggestionEngineTest, OffersAPlaceOnceByAnyOfItsNames) {
-    fill(".cache/big/in/x", 90);
-    fill(".cache/big/y", 300);
+    fillKilobytes(".cache/big/in/x", 90);
+    fillKilobytes(".cache/big/y", 300);
     makeProject("code/p", 200.5, 150);
     link("way", ".cache/./");
     link(".cache/twice", "big");
@@ -254,8 +254,8 @@ TEST_F(SuggestionEngineTest, OffersAPlaceOnceByAnyOfItsNames) {
 TEST_F(SuggestionEngineTest, ServesOneAudience) {
     save({.id = "custom.a", .personas = {Persona::video}, .paths = {"~/a"}});
     save({.id = "custom.b", .paths = {"~/b"}});
-    fill("a", 10);
-    fill("b", 90);
+    fillKilobytes("a", 10);
+    fillKilobytes("b", 90);
     makeProject("p", 5.5, 50);
     const Texts a{"custom.a review", "  - a 0 -"};
     EXPECT_EQ(generated({.personas = std::set<Persona>{}}), Texts{});
