@@ -23,6 +23,7 @@ void addCommands(CLI::App& app, Tool& tool) {
     addLargeCommand(app, tool);
     addDuplicatesCommand(app, tool);
     addDockerCommand(app, tool);
+    addSystemCommand(app, tool);
     addSafetyCommand(app, tool);
     addBackupCommand(app, tool);
     addCoverageCommand(app, tool);

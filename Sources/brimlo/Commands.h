@@ -25,6 +25,7 @@ void addHistoryCommand(CLI::App& app, Tool& tool);
 void addUndoCommand(CLI::App& app, Tool& tool);
 void addTrashCommand(CLI::App& app, Tool& tool);
 void addDockerCommand(CLI::App& app, Tool& tool);
+void addSystemCommand(CLI::App& app, Tool& tool);
 void addSafetyCommand(CLI::App& app, Tool& tool);
 void addRulesCommand(CLI::App& app, Tool& tool);
 void addBackupCommand(CLI::App& app, Tool& tool);

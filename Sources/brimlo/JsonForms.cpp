@@ -193,6 +193,21 @@ Json::Array areas(const std::vector<UnreadableArea>& areas) {
     return array;
 }
 
+Json::Array system(const std::vector<SystemPart>& parts) {
+    Json::Array array;
+    for (const SystemPart& part : parts) {
+        array.push_back({
+            {"name", part.store.name},
+            {"about", part.store.about},
+            {"paths", paths(part.store.paths)},
+            {"commands", Json::Array(part.store.commands.begin(), part.store.commands.end())},
+            {"size", part.size},
+            {"isComplete", part.isComplete},
+        });
+    }
+    return array;
+}
+
 Json::Object docker(const DockerSnapshot& snapshot) {
     Json::Array summary;
     for (const DockerSummaryRow& row : snapshot.summary) {

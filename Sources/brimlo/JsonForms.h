@@ -10,6 +10,7 @@
 #include "BrimloCore/Models/Suggestion.h"
 #include "BrimloCore/RulePacks/Coverage.h"
 #include "BrimloCore/Support/Json.h"
+#include "BrimloCore/SystemSpace/SystemSpace.h"
 #include "BrimloCore/UserRules/RuleValidation.h"
 
 #include <string_view>
@@ -37,6 +38,7 @@ namespace Brimlo::JsonForms {
 [[nodiscard]] Json::Object duplicates(const DuplicateGroup& group);
 [[nodiscard]] Json::Array areas(const std::vector<UnreadableArea>& areas);
 [[nodiscard]] Json::Object docker(const DockerSnapshot& snapshot);
+[[nodiscard]] Json::Array system(const std::vector<SystemPart>& parts);
 [[nodiscard]] Json::Object coverage(const CoverageEntry& entry);
 [[nodiscard]] Json::Object validation(const RuleValidation& validation);
 

@@ -17,6 +17,7 @@ class ToolUsageTest : public ToolTest {
 protected:
     /// Something for each command to tell of.
     void prepare() const {
+        write(".local/share/containers/storage/overlay/a", std::string(70'000, 'a'));
         write(".cache/thumbnails/large/a", std::string(50'000, 'a'));
         write(".npm/_cacache/content-v2/a", std::string(90'000, 'a'));
         write("gone", "gone");
@@ -69,28 +70,29 @@ TEST_F(ToolUsageTest, AnswersWithOneDocumentOfTheTypesFields) {
     const std::pair<std::vector<std::string>, std::string> cases[] = {
         {{"suggest"},
          "[{id,name,group,personas[],risk,regenerates,officialCommand,runningApps[],"
-         "items[{path,size,idleDays}],preselectedPaths[],totalSize}]"                    },
+         "items[{path,size,idleDays}],preselectedPaths[],totalSize}]"                                   },
         {{"suggest", "--no-docker", "--why"},
          "[{id,name,group,personas[],risk,regenerates,officialCommand,runningApps[],"
-         "items[{path,size,idleDays}],preselectedPaths[],totalSize,why[{label,text}]}]"  },
+         "items[{path,size,idleDays}],preselectedPaths[],totalSize,why[{label,text}]}]"                 },
         {{"clean", "--safe", "--dry-run"},
          "{movedToTrashBytes,freedNowBytes,failures[],refused[],unrecorded[],notes[],goneForGood[],"
          "journalIDs[],processed,untouched[]," +
-             plan                                                                        },
-        {{"size", ".cache"},                         "[{path,size}]"                     },
-        {{"safety", ".cache"},                       "[{path,canonical,refusal}]"        },
-        {{"backup", ".npm"},                         "[{path,covered[],warnings[]}]"     },
+             plan                                                                                       },
+        {{"size", ".cache"},                         "[{path,size}]"                                    },
+        {{"safety", ".cache"},                       "[{path,canonical,refusal}]"                       },
+        {{"system"},                                 "[{name,about,paths[],commands[],size,isComplete}]"},
+        {{"backup", ".npm"},                         "[{path,covered[],warnings[]}]"                    },
         {{"history"},
-         "[{id,date,originalPath,trashPath,size,undone,purgedFromTrash,trashID,batchID}]"},
+         "[{id,date,originalPath,trashPath,size,undone,purgedFromTrash,trashID,batchID}]"               },
         {{"autoclean"},
-         "{skippedReason,planned[],purge{bytes,removed,failures[]},purgedFromTrash}"     },
+         "{skippedReason,planned[],purge{bytes,removed,failures[]},purgedFromTrash}"                    },
         {{"config"},
          "{autoCleanEnabled,freeSpaceThresholdGB,staleDays,trashRetentionDays,"
-         "autoCleanIncludesCustomRules,cliInstallOffered}"                               },
-        {{"config", "stale-days", "60"},             "{staleDays}"                       },
-        {{"config", "--never-suggest", "npm.cache"}, "{paths[],rules[]}"                 },
-        {{"rules", "disable", "npm.cache"},          "{id,enabled}"                      },
-        {{"trash", "empty", "--yes"},                "{bytes,removed,failures[]}"        },
+         "autoCleanIncludesCustomRules,cliInstallOffered}"                                              },
+        {{"config", "stale-days", "60"},             "{staleDays}"                                      },
+        {{"config", "--never-suggest", "npm.cache"}, "{paths[],rules[]}"                                },
+        {{"rules", "disable", "npm.cache"},          "{id,enabled}"                                     },
+        {{"trash", "empty", "--yes"},                "{bytes,removed,failures[]}"                       },
     };
     prepare();
     for (const auto& [arguments, fields] : cases) {

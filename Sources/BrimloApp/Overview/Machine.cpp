@@ -6,8 +6,13 @@
 #include "BrimloCore/Platform/Privacy.h"
 
 #include <QtCore/QUrl>
+#include <QtGui/QClipboard>
 #include <QtGui/QDesktopServices>
+#include <QtGui/QGuiApplication>
 
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
 #include <utility>
 
 namespace Brimlo {
@@ -65,6 +70,52 @@ void Machine::openPrivacySettings() {
     if (!address.empty()) {
         QDesktopServices::openUrl(QUrl{QString::fromStdString(address)});
     }
+}
+
+void Machine::setShowsSystem(bool shows) {
+    assign(*this, showsSystem_, shows, &Machine::systemChanged);
+    if (!shows || isMeasuringSystem_) {
+        return;
+    }
+    assign(*this, isMeasuringSystem_, true, &Machine::systemChanged);
+    runInBackground(
+        this,
+        [] { return SystemSpace::measure(); },
+        [](Machine& machine, std::vector<SystemPart> parts) {
+            machine.show(std::move(parts));
+        });
+}
+
+void Machine::show(std::vector<SystemPart> parts) {
+    isMeasuringSystem_ = false;
+    systemParts_ = std::move(parts);
+    Q_EMIT systemChanged();
+}
+
+QVariantList Machine::systemParts() const {
+    QVariantList parts;
+    for (const SystemPart& part : systemParts_) {
+        QStringList commands;
+        std::ranges::transform(part.store.commands, std::back_inserter(commands), shown);
+        parts.append(QVariantMap{
+            {"name",       shown(part.store.name) },
+            {"about",      shown(part.store.about)},
+            {"size",       number(part.size)      },
+            {"commands",   commands               },
+            {"isComplete", part.isComplete        },
+        });
+    }
+    return parts;
+}
+
+void Machine::copySystemCommands(int part) const {
+    const auto place = static_cast<std::size_t>(part);
+    if (part < 0 || place >= systemParts_.size()) {
+        return;
+    }
+    QStringList lines;
+    std::ranges::transform(systemParts_[place].store.commands, std::back_inserter(lines), shown);
+    QGuiApplication::clipboard()->setText(lines.join(u'\n'));
 }
 
 void Machine::setVolume(std::optional<VolumeInfo::Snapshot> volume) {

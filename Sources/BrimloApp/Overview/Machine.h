@@ -1,12 +1,15 @@
 #pragma once
 
 #include "BrimloCore/Support/VolumeInfo.h"
+#include "BrimloCore/SystemSpace/SystemSpace.h"
 
 #include <QtCore/QObject>
+#include <QtCore/QVariantList>
 #include <QtQml/qqmlregistration.h>
 
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 namespace Brimlo {
 
@@ -39,8 +42,8 @@ public:
     double freeShare = 0;       ///< The three shares add up to 1.
 };
 
-/// How full the disk is, the size of the Trash, and what the system lets the program read. Main
-/// thread; measures the Trash in the background.
+/// How full the disk is, the size of the Trash, what the system lets the program read and what it
+/// keeps outside the user's files. Main thread; measures in the background.
 class Machine : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -49,6 +52,11 @@ class Machine : public QObject {
     Q_PROPERTY(Brimlo::VolumeFigures volume READ volumeFigures NOTIFY volumeChanged)
     Q_PROPERTY(double trashBytes READ trashBytes NOTIFY trashBytesChanged)
     Q_PROPERTY(bool hasFullDiskAccess READ hasFullDiskAccess NOTIFY hasFullDiskAccessChanged)
+    // Whether the parts of the system are shown. They are measured whenever that begins.
+    Q_PROPERTY(bool showsSystem READ showsSystem WRITE setShowsSystem NOTIFY systemChanged)
+    Q_PROPERTY(bool isMeasuringSystem READ isMeasuringSystem NOTIFY systemChanged)
+    // For each its `name`, `about`, `size`, `commands`, and whether it `isComplete`.
+    Q_PROPERTY(QVariantList systemParts READ systemParts NOTIFY systemChanged)
 
 public:
     Machine();
@@ -72,10 +80,20 @@ public:
     void setTrashBytes(std::int64_t bytes);
     [[nodiscard]] bool isMeasuring() const { return measuring_ != Measuring::none; }
 
+    [[nodiscard]] bool showsSystem() const { return showsSystem_; }
+    void setShowsSystem(bool shows);
+    /// Shows the result of a measurement.
+    void show(std::vector<SystemPart> parts);
+    [[nodiscard]] bool isMeasuringSystem() const { return isMeasuringSystem_; }
+    [[nodiscard]] QVariantList systemParts() const;
+    /// Copies the commands of a part, one a line.
+    Q_INVOKABLE void copySystemCommands(int part) const;
+
 Q_SIGNALS:
     void volumeChanged();
     void hasFullDiskAccessChanged();
     void trashBytesChanged();
+    void systemChanged();
 
 private:
     void measureTrash();
@@ -85,6 +103,10 @@ private:
     std::int64_t trashBytes_ = 0;
     enum class Measuring { none, runs, runsAndIsToFollow };
     Measuring measuring_ = Measuring::none;
+
+    bool showsSystem_ = false;
+    bool isMeasuringSystem_ = false;
+    std::vector<SystemPart> systemParts_;
 };
 
 }  // namespace Brimlo

@@ -102,20 +102,30 @@ Card {
         Layout.fillWidth: true
         Layout.topMargin: Theme.tiny
     }
-    Flow {
-        spacing: Theme.roomy
+    RowLayout {
+        spacing: Theme.tight
         Layout.fillWidth: true
 
-        Repeater {
-            model: card.shares
+        Flow {
+            spacing: Theme.roomy
+            Layout.fillWidth: true
 
-            LegendEntry {
-                required property var modelData
+            Repeater {
+                model: card.shares
 
-                color: modelData.color
-                text: modelData.name
-                visible: text !== ""
+                LegendEntry {
+                    required property var modelData
+
+                    color: modelData.color
+                    text: modelData.name
+                    visible: text !== ""
+                }
             }
+        }
+        PlainButton {
+            text: qsTr("Outside your files…")
+            help: qsTr("Measure what the system keeps: its journal, packages and the like")
+            onClicked: AppModel.machine.showsSystem = true
         }
     }
 

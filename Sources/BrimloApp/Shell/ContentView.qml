@@ -82,6 +82,10 @@ Window {
         source: "ResultSheet.qml"
     }
     LazyLoader {
+        needed: AppModel.machine.showsSystem
+        source: "SystemSheet.qml"
+    }
+    LazyLoader {
         needed: AppModel.history.question.isOpen
         source: "TrashSheet.qml"
     }

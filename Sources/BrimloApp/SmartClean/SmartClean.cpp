@@ -210,8 +210,7 @@ QVariantList SmartClean::leftAlone() const {
     return rows;
 }
 
-// ---- The ticks and the plan
-// ------------------------------------------------------------------------
+// ---- The ticks and the plan ----------------------------------------------------------------
 
 void SmartClean::setSelected(Paths paths) {
     assign(*this, selected_, std::move(paths), &SmartClean::selectedChanged);

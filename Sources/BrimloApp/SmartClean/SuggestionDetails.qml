@@ -89,24 +89,4 @@ SuggestionRow {
         Layout.alignment: Qt.AlignTop
         onClicked: details.whyWanted()
     }
-
-    // A command that can be selected and copied.
-    component CommandText: TextInput {
-        id: text
-
-        property string command
-
-        text: Format.oneLine(command)
-        readOnly: true
-        selectByMouse: true
-        activeFocusOnPress: true
-        clip: true
-        font.family: "monospace"
-        font.pixelSize: Theme.small
-        color: Theme.text
-        selectionColor: Theme.accent
-        selectedTextColor: Theme.inkOnAccent
-        Accessible.role: Accessible.StaticText
-        Accessible.name: command
-    }
 }

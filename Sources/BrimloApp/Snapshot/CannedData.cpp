@@ -233,6 +233,20 @@ std::vector<Suggestion> suggestions() {
     return found;
 }
 
+std::vector<SystemPart> systemParts() {
+    constexpr std::size_t kParts = 4;
+    std::vector<SystemPart> parts;
+    std::int64_t size = 5220 * kMB;
+    for (Platform::SystemStore& store : Platform::systemStores()) {
+        if (parts.size() < kParts && !store.commands.empty()) {
+            parts.push_back(
+                {.store = std::move(store), .size = size, .isComplete = parts.size() != 2});
+            size = size * 3 / 7;
+        }
+    }
+    return parts;
+}
+
 CleanReport report() {
     CleanReport report;
     for (const Suggestion& suggestion : suggestions()) {

@@ -5,6 +5,7 @@
 #include "BrimloCore/DiskScanner/FileNode.h"
 #include "BrimloCore/DiskScanner/UnreadableFolders.h"
 #include "BrimloCore/Models/Suggestion.h"
+#include "BrimloCore/SystemSpace/SystemSpace.h"
 
 #include <memory>
 #include <string>
@@ -26,6 +27,9 @@ namespace Brimlo::CannedData {
 /// Large files, the largest first.
 [[nodiscard]] std::vector<std::shared_ptr<FileNode>> largeFiles();
 [[nodiscard]] std::vector<DuplicateGroup> duplicates();
+
+/// Some stores of this system with invented sizes, the largest first.
+[[nodiscard]] std::vector<SystemPart> systemParts();
 
 /// The result of a clean of the preselected items, without problems and with some.
 [[nodiscard]] CleanReport report();

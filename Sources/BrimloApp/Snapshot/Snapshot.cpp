@@ -3,6 +3,7 @@
 #include "BrimloApp/Analyzer/Analyzer.h"
 #include "BrimloApp/History/History.h"
 #include "BrimloApp/History/TrashQuestion.h"
+#include "BrimloApp/Overview/Machine.h"
 #include "BrimloApp/Review/Cleanup.h"
 #include "BrimloApp/Review/PlanReview.h"
 #include "BrimloApp/Rules/RuleBook.h"
@@ -111,6 +112,17 @@ std::vector<Scene> windowScenes() {
                  CannedState::cleaned(model, CannedData::report());
                  model.cleanup()->setShowResult(false);
              })),
+        then(
+            showing("overview-system", Overview, CannedState::suggested),
+            [](Stage& stage) {
+                Machine& machine = *stage.model().machine();
+                machine.setShowsSystem(true);
+                while (machine.isMeasuringSystem()) {
+                    Stage::wait(10ms);
+                }
+                machine.show(CannedData::systemParts());
+                return true;
+            }),
         then(showing("menu", Overview), press("Menu")),
         then(
             then(showing("about", Overview), press("Menu")),

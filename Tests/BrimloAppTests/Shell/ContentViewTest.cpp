@@ -8,6 +8,9 @@
 #include "BrimloAppTests/Support/WindowTest.h"
 #include "BrimloCore/Platform/Fmt.h"
 
+#include <QtGui/QClipboard>
+#include <QtGui/QGuiApplication>
+
 namespace Brimlo {
 namespace {
 
@@ -190,6 +193,29 @@ TEST_F(ContentViewTest, LeadsFromTheOverviewToWhatCanGo) {
     key(Qt::Key_1, Qt::ControlModifier);
     press("Analyze disk usage");
     EXPECT_FALSE(model().analyzer()->isScanning()) << "there is a tree already";
+}
+
+TEST_F(ContentViewTest, MeasuresWhatTheSystemKeepsAndCopiesItsCommands) {
+    fill(".local/share/containers/storage/overlay/a", 90'000);
+    open();
+    {
+        const Testing::HeldWork held;
+        press("Outside your files…");
+        waitToSee("Measuring…");
+    }
+    finish();
+    waitToSee("Storage of Podman, *");
+    expectLaidOut();
+    click(QAccessible::ListItem, "Storage of Podman, *");
+    key(Qt::Key_Return);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "podman system prune");
+    key(Qt::Key_Escape);
+    await([&] { return !sees("Storage of Podman, *"); }, "its end");
+    fill(".local/share/docker/overlay2/a", 900'000);
+    press("Outside your files…");
+    finish();
+    waitToSee("Storage of rootless Docker, *");
+    EXPECT_TRUE(exists(at(".local/share/docker/overlay2/a")));
 }
 
 TEST_F(ContentViewTest, AsksOnceAboutTheCommandLineTool) {

@@ -1,5 +1,6 @@
 #include "BrimloCore/Platform/Linux/DesktopEntry.h"
 
+#include "BrimloCore/Platform/Linux/KeyFile.h"
 #include "BrimloCore/Platform/Linux/UserFolders.h"
 
 #include <algorithm>
@@ -7,8 +8,6 @@
 #include <cstddef>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <system_error>
 
 #include <unistd.h>
@@ -25,9 +24,6 @@ constexpr std::array<std::string_view, 8> kSharedFolders{
 
 constexpr std::array<std::string_view, 11> kLaunchers{
     "sh", "bash", "dash", "zsh", "flatpak", "snap", "perl", "java", "node", "gjs-console", "wine"};
-
-/// Longer files are no desktop entries.
-constexpr std::size_t kLongestFile = std::size_t{256} << 10U;
 
 /// The first word of a command line, without its quotes.
 std::string firstWord(std::string_view command) {
@@ -106,16 +102,11 @@ std::optional<DesktopEntry> DesktopEntry::parse(std::string_view text) {
     std::string name;
     std::string command;
     std::string package;
-    bool isMainGroup = false;
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find('\n'), text.size());
-        const std::string_view line = text.substr(0, end);
-        text.remove_prefix(std::min(end + 1, text.size()));
-        if (line.starts_with('[')) {
-            isMainGroup = line.starts_with("[Desktop Entry]");
-        } else if (const std::size_t sign = line.find('='); isMainGroup && sign < line.size()) {
-            const std::string_view key = withoutSpaces(line.substr(0, sign));
-            const std::string_view value = withoutSpaces(line.substr(sign + 1));
+    KeyFile::readEntries(
+        text, [&](std::string_view group, std::string_view key, std::string_view value) {
+            if (group != "Desktop Entry") {
+                return;
+            }
             if (key == "Name") {
                 name = value;
             } else if (key == "Exec") {
@@ -125,8 +116,7 @@ std::optional<DesktopEntry> DesktopEntry::parse(std::string_view text) {
             } else if (key == "X-SnapInstanceName") {
                 package = "snap " + std::string{value};
             }
-        }
-    }
+        });
     std::string program = locate(programWord(command)).value_or("");
     if (isLauncher(program)) {
         program.clear();
@@ -144,14 +134,10 @@ std::vector<DesktopEntry> DesktopEntry::installed() {
         for (fs::directory_iterator file{folder + "/applications", error}, end;
              !error && file != end;
              file.increment(error)) {
-            std::error_code sizeError;
-            if (file->path().extension() != ".desktop" ||
-                file->file_size(sizeError) > kLongestFile || sizeError) {
+            if (file->path().extension() != ".desktop") {
                 continue;
             }
-            std::ifstream stream{file->path()};
-            const std::string text{std::istreambuf_iterator<char>{stream}, {}};
-            if (auto entry = parse(text)) {
+            if (auto entry = parse(KeyFile::contentOf(file->path()))) {
                 entries.push_back(*std::move(entry));
             }
         }

@@ -1,6 +1,6 @@
 #include "BrimloCore/Platform/Linux/UserFolders.h"
 
-#include "BrimloCore/Platform/Posix/Descriptor.h"
+#include "BrimloCore/Platform/Linux/KeyFile.h"
 #include "BrimloCore/Platform/SystemPaths.h"
 
 #include <algorithm>
@@ -10,9 +10,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <optional>
-
-#include <fcntl.h>
-#include <sys/stat.h>
 
 namespace Brimlo::Platform {
 
@@ -53,13 +50,13 @@ std::string unquoted(std::string_view text) {
 
 /// The folder that a line names.
 std::optional<std::string> folderOf(std::string_view line, const std::string& home) {
-    line = withoutSpaces(line);
+    line = KeyFile::withoutSpaces(line);
     const std::size_t equals = line.find('=');
-    const std::string_view name = withoutSpaces(line.substr(0, equals));
+    const std::string_view name = KeyFile::withoutSpaces(line.substr(0, equals));
     if (equals == std::string_view::npos || !name.starts_with("XDG_") || !name.ends_with("_DIR")) {
         return std::nullopt;
     }
-    std::string value = unquoted(withoutSpaces(line.substr(equals + 1)));
+    std::string value = unquoted(KeyFile::withoutSpaces(line.substr(equals + 1)));
     for (const std::string_view variable : {"$HOME", "${HOME}", "~"}) {
         if (value == variable || value.starts_with(std::string{variable} + "/")) {
             value = home + value.substr(variable.size());
@@ -69,18 +66,6 @@ std::optional<std::string> folderOf(std::string_view line, const std::string& ho
         return std::nullopt;
     }
     return normalFolder(value);
-}
-
-/// The beginning of a regular file; reading a pipe would block.
-std::string beginningOf(const std::string& path) {
-    constexpr std::size_t kLongest = 65'536;
-    const Descriptor file{open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC)};
-    struct stat status{};
-    std::string text(kLongest, '\0');
-    const bool isFile = file && fstat(file.number(), &status) == 0 && S_ISREG(status.st_mode);
-    const ssize_t length = isFile ? read(file.number(), text.data(), text.size()) : 0;
-    text.resize(length > 0 ? static_cast<std::size_t>(length) : 0);
-    return text;
 }
 
 }  // namespace
@@ -115,8 +100,9 @@ std::vector<std::string> splitFolders(std::string_view list) {
 
 std::vector<std::string> userFolders() {
     const std::string home = homeFolder();
-    return home.empty() ? std::vector<std::string>{}
-                        : parseUserFolders(beginningOf(configHome() + "/user-dirs.dirs"), home);
+    return home.empty()
+               ? std::vector<std::string>{}
+               : parseUserFolders(KeyFile::contentOf(configHome() + "/user-dirs.dirs"), home);
 }
 
 std::vector<std::string> parseUserFolders(std::string_view text, const std::string& home) {
@@ -130,12 +116,6 @@ std::vector<std::string> parseUserFolders(std::string_view text, const std::stri
         text.remove_prefix(std::min(end + 1, text.size()));
     }
     return folders;
-}
-
-std::string_view withoutSpaces(std::string_view text) {
-    constexpr std::string_view kSpaces = " \t\r";
-    text.remove_prefix(std::min(text.find_first_not_of(kSpaces), text.size()));
-    return text.substr(0, text.find_last_not_of(kSpaces) + 1);
 }
 
 }  // namespace Brimlo::Platform

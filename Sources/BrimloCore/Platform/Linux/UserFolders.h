@@ -27,8 +27,4 @@ namespace Brimlo::Platform {
 [[nodiscard]] std::vector<std::string> parseUserFolders(
     std::string_view text, const std::string& home);
 
-/// Without the spaces, tabs and carriage returns that may surround keys and values in the
-/// desktop's text files.
-[[nodiscard]] std::string_view withoutSpaces(std::string_view text);
-
 }  // namespace Brimlo::Platform
