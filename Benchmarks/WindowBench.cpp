@@ -5,6 +5,7 @@
 #include "BrimloApp/SmartClean/SuggestionRows.h"
 #include "BrimloAppTests/Support/WindowTest.h"
 #include "BrimloCore/DiskScanner/FileTree.h"
+#include "BrimloCore/Models/Suggestion.h"
 #include "BrimloCore/UserRules/UserRules.h"
 
 #include <QtCore/QElapsedTimer>
@@ -32,6 +33,8 @@ namespace {
 constexpr int kRows = 10'000;
 constexpr int kRules = 170;  // Each with as many items as the list shows of one suggestion.
 constexpr int kItemsOfRule = 60;
+constexpr int kLargeRules = 20;
+constexpr int kItemsOfLargeRule = 1'000;
 constexpr int kCells = 5'000;
 
 /// What one frame, or another piece of work of the main thread, took in milliseconds.
@@ -103,6 +106,31 @@ std::shared_ptr<FileNode> folderOf(const int count) {
     folder.fileCount = count;
     tree->setChildren(folder, files);
     return folder.shared();
+}
+
+/// A run of rules that each found many files, all ticked.
+std::vector<Suggestion> largeRun() {
+    std::vector<Suggestion> found;
+    for (int rule = 0; rule < kLargeRules; ++rule) {
+        Suggestion suggestion;
+        suggestion.id = "custom.rule" + std::to_string(rule);
+        suggestion.name = suggestion.id;
+        suggestion.risk = Risk::safe;
+        for (int item = 0; item < kItemsOfLargeRule; ++item) {
+            std::string path = "/home/somebody/.cache/" + suggestion.id + "/" +
+                               std::to_string(item % 9) + "/a file of some length " +
+                               std::to_string(item);
+            suggestion.preselectedPaths.insert(path);
+            suggestion.items.push_back(
+                {.path = std::move(path),
+                 .size = 4096 * (kItemsOfLargeRule - item),
+                 .idleDays = {},
+                 .detail = {},
+                 .subtitle = {}});
+        }
+        found.push_back(std::move(suggestion));
+    }
+    return found;
 }
 
 /// The first visible item below of a type, named as in QML or with its namespace.
@@ -183,6 +211,7 @@ protected:
     std::vector<Frame> move(QQuickItem& list, double pixels, int most);
     void scroll(const char* type, const std::string& name);
     void suggestions();
+    void ticks();
     void analyzer();
     void treemap();
 
@@ -225,6 +254,29 @@ void WindowBench::suggestions() {
     }
     print("suggestions-rows", static_cast<double>(rows->count()));
     scroll("SuggestionList", "suggestions");
+}
+
+/// Work of the main thread alone, before the frame.
+void WindowBench::ticks() {
+    constexpr int kRuns = 60;
+    SmartClean& clean = *model().smartClean();
+    std::vector<Frame> stored;
+    for (int i = 0; i < kRuns; ++i) {
+        std::vector<Suggestion> found = largeRun();
+        stored.push_back(measured([&] { clean.show(std::move(found)); }));
+        rest();
+    }
+    print("run-stored", stored);
+
+    // The first suggestion lies open, its details and folders below it.
+    clean.rows()->toggleExpanded(0);
+    rest();
+    std::vector<Frame> ticked;
+    for (int i = 0; i < kRuns; ++i) {
+        ticked.push_back(measured([&] { clean.rows()->toggle(i % 2 == 0 ? 0 : 2); }));
+        rest();
+    }
+    print("tick", ticked);
 }
 
 void WindowBench::analyzer() {
@@ -289,6 +341,7 @@ TEST_F(WindowBench, Frames) {
     fillHome();
     openScreen();
     suggestions();
+    ticks();
     analyzer();
     treemap();
 }
