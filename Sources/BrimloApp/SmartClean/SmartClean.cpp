@@ -83,13 +83,22 @@ void SmartClean::show(std::vector<Suggestion> found) {
     for (const Suggestion& suggestion : found) {
         preselected.insert(suggestion.preselectedPaths.begin(), suggestion.preselectedPaths.end());
     }
-    setSuggestions(std::move(found));
-    setSelected(std::move(preselected));
+    set(std::move(found), std::move(preselected));
 }
 
-void SmartClean::setSuggestions(std::vector<Suggestion> suggestions) {
-    assign(*this, suggestions_, std::move(suggestions), &SmartClean::suggestionsChanged);
-    countSelected();
+void SmartClean::set(std::vector<Suggestion> suggestions, Paths selected) {
+    const bool isOther = suggestions_ != suggestions;
+    suggestions_ = std::move(suggestions);
+    const bool isOtherChoice = selected_ != selected;
+    selected_ = std::move(selected);
+    countAll();
+    if (isOther) {
+        Q_EMIT suggestionsChanged();
+    }
+    if (isOtherChoice) {
+        Q_EMIT selectedChanged();
+    }
+    addUp();
 }
 
 void SmartClean::forget(const CleanPlan& plan, const CleanReport& report) {
@@ -114,8 +123,7 @@ void SmartClean::forget(const CleanPlan& plan, const CleanReport& report) {
             suggestion.items, [&](const SuggestionItem& item) { return gone.contains(item.path); });
     }
     std::erase_if(left, [](const Suggestion& suggestion) { return suggestion.items.empty(); });
-    setSuggestions(std::move(left));
-    setSelected(std::move(paths));
+    set(std::move(left), std::move(paths));
 }
 
 void SmartClean::forgetRule(const std::string& id) {
@@ -212,21 +220,36 @@ QVariantList SmartClean::leftAlone() const {
 
 // ---- The ticks and the plan ----------------------------------------------------------------
 
-void SmartClean::setSelected(Paths paths) {
-    assign(*this, selected_, std::move(paths), &SmartClean::selectedChanged);
-    countSelected();
+void SmartClean::setSelected(Paths selected) {
+    selected_ = std::move(selected);
+    countAll();
+    Q_EMIT selectedChanged();
+    addUp();
 }
 
-void SmartClean::countSelected() {
+CleanFigures SmartClean::count(const Suggestion& suggestion) const {
     CleanFigures figures;
-    for (const Suggestion& suggestion : suggestions_) {
-        for (const SuggestionItem& item : suggestion.items) {
-            if (selected_.contains(item.path)) {
-                figures.add(item.path, item.size);
-            }
+    for (const SuggestionItem& item : suggestion.items) {
+        if (selected_.contains(item.path)) {
+            figures.add(item.path, item.size);
         }
     }
-    assign(*this, figures_, figures, &SmartClean::currentPlanChanged);
+    return figures;
+}
+
+void SmartClean::countAll() {
+    figuresOf_.clear();
+    for (const Suggestion& suggestion : suggestions_) {
+        figuresOf_.emplace(suggestion.id, count(suggestion));
+    }
+}
+
+void SmartClean::addUp() {
+    CleanFigures sum;
+    for (const auto& [id, figures] : figuresOf_) {
+        sum += figures;
+    }
+    assign(*this, figures_, sum, &SmartClean::currentPlanChanged);
 }
 
 QString SmartClean::planDestination() const {
@@ -258,10 +281,10 @@ void SmartClean::clearSelection() {
 void SmartClean::toggle(const Suggestion& suggestion) {
     std::vector<std::string> paths;
     std::ranges::transform(suggestion.items, std::back_inserter(paths), &SuggestionItem::path);
-    toggle(paths);
+    toggle(suggestion, paths);
 }
 
-void SmartClean::toggle(const std::vector<std::string>& together) {
+void SmartClean::toggle(const Suggestion& suggestion, const std::vector<std::string>& together) {
     const bool isWhole = std::ranges::all_of(
         together, [&](const std::string& path) { return selected_.contains(path); });
     for (const std::string& path : together) {
@@ -271,8 +294,14 @@ void SmartClean::toggle(const std::vector<std::string>& together) {
             selected_.insert(path);
         }
     }
+    figuresOf_[suggestion.id] = count(suggestion);
     Q_EMIT selectedChanged();
-    countSelected();
+    addUp();
+}
+
+std::int64_t SmartClean::ticked(const Suggestion& suggestion) const {
+    const auto found = figuresOf_.find(suggestion.id);
+    return found == figuresOf_.end() ? 0 : found->second.count;
 }
 
 void SmartClean::setPreviewRequested(bool requested) {

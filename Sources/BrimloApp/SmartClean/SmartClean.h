@@ -13,10 +13,13 @@
 #include <QtCore/QVariantList>
 #include <QtQml/qqmlregistration.h>
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 namespace Brimlo {
@@ -100,10 +103,13 @@ public:
     /// Ticks exactly the items that are safe and owned by no running app.
     Q_INVOKABLE void selectAllSafe();
     Q_INVOKABLE void clearSelection();
-    /// Ticks all items, or unticks them if all are ticked.
-    void toggle(const std::vector<std::string>& together);
+    /// Ticks these items of a suggestion, or unticks them if all are ticked. Costs no more than
+    /// that suggestion, whatever else was found.
+    void toggle(const Suggestion& suggestion, const std::vector<std::string>& together);
+    /// The same with all its items.
     void toggle(const Suggestion& suggestion);
-    void toggle(const std::string& path) { toggle(std::vector{path}); }
+    /// How many items of a suggestion are ticked.
+    [[nodiscard]] std::int64_t ticked(const Suggestion& suggestion) const;
 
     /// The plan for all ticked items, visible or not. Built anew at each call, which takes its time
     /// for thousands of items.
@@ -134,9 +140,14 @@ Q_SIGNALS:
     void leftAloneChanged();
 
 private:
-    void setSuggestions(std::vector<Suggestion> suggestions);
-    void setSelected(Paths paths);
-    void countSelected();
+    void set(std::vector<Suggestion> suggestions, Paths selected);
+    void setSuggestions(std::vector<Suggestion> suggestions) {
+        set(std::move(suggestions), selected_);
+    }
+    void setSelected(Paths selected);
+    [[nodiscard]] CleanFigures count(const Suggestion& suggestion) const;
+    void countAll();
+    void addUp();
     [[nodiscard]] bool changeLeftAlone(const std::function<void(LeftAlone&)>& body);
     /// Shows `left` and offers to show again what is there now.
     void leaveAlone(
@@ -147,8 +158,9 @@ private:
     bool suggestAgain_ = false;  ///< Whether to run again afterwards.
     std::vector<Suggestion> suggestions_;
     Paths selected_;
-    /// Of the ticked items. No item lies in another one (`resolveOverlaps`), so they are those of
-    /// the plan.
+    /// Of the ticked items of each suggestion, by its id, and of all. No item lies in another one
+    /// (`resolveOverlaps`), so they are those of the plan.
+    std::unordered_map<std::string, CleanFigures> figuresOf_;
     CleanFigures figures_;
     bool previewRequested_ = false;
     LeftAlone leftAlone_;

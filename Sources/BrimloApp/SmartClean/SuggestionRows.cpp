@@ -77,26 +77,17 @@ std::string joined(const std::vector<std::string>& words) {
     return line;
 }
 
-auto pathsOf(const Suggestion& suggestion) {
-    return suggestion.items | std::views::transform(&SuggestionItem::path);
-}
-
 auto pathsOf(const Suggestion& suggestion, const ItemGroup& group) {
     return group.items | std::views::transform([&](std::size_t place) -> const std::string& {
                return suggestion.items[place].path;
            });
 }
 
-Tick tickOf(const auto& paths, const SmartClean::Paths& selected) {
-    const auto ticked = std::ranges::count_if(
-        paths, [&](const std::string& path) { return selected.contains(path); });
-    if (ticked == 0) {
-        return Tick::none;
-    }
-    return std::cmp_equal(ticked, std::ranges::size(paths)) ? Tick::all : Tick::some;
+Tick tickOf(std::int64_t ticked, std::size_t count) {
+    return ticked == 0 ? Tick::none : std::cmp_equal(ticked, count) ? Tick::all : Tick::some;
 }
 
-Line headOf(const Suggestion& suggestion, const SmartClean::Paths& selected) {
+Line headOf(const Suggestion& suggestion, std::int64_t ticked) {
     Line row{.kind = Kind::suggestion, .id = suggestion.id, .path = {}, .folder = {}};
     row.name = suggestion.name;
     row.group = suggestion.group;
@@ -104,7 +95,7 @@ Line headOf(const Suggestion& suggestion, const SmartClean::Paths& selected) {
     row.runningApps = joined(suggestion.runningApps);
     row.size = suggestion.totalSize();
     row.itemCount = static_cast<std::int64_t>(suggestion.items.size());
-    row.tick = tickOf(pathsOf(suggestion), selected);
+    row.tick = tickOf(ticked, suggestion.items.size());
     return row;
 }
 
@@ -113,7 +104,9 @@ Line folderOf(
     Line row{.kind = Kind::folder, .id = suggestion.id, .path = group.folder, .folder = {}};
     row.size = group.size;
     row.itemCount = static_cast<std::int64_t>(group.items.size());
-    row.tick = tickOf(pathsOf(suggestion, group), selected);
+    const auto ticked = std::ranges::count_if(
+        pathsOf(suggestion, group), [&](const auto& path) { return selected.contains(path); });
+    row.tick = tickOf(ticked, group.items.size());
     return row;
 }
 
@@ -257,7 +250,7 @@ void SuggestionRows::toggle(int place) {
         return;
     }
     if (known.kind == Kind::item) {
-        source_.toggle(known.path);
+        source_.toggle(*found, {known.path});
     } else if (known.kind == Kind::suggestion) {
         source_.toggle(*found);
     } else if (known.kind == Kind::folder) {
@@ -265,7 +258,7 @@ void SuggestionRows::toggle(int place) {
         const auto group = std::ranges::find(groups, known.path, &ItemGroup::folder);
         if (group != groups.end()) {
             const auto paths = pathsOf(*found, *group);
-            source_.toggle(std::vector<std::string>{paths.begin(), paths.end()});
+            source_.toggle(*found, {paths.begin(), paths.end()});
         }
     }
 }
@@ -372,7 +365,7 @@ const std::vector<ItemGroup>& SuggestionRows::groupsOf(const Suggestion& suggest
 
 void SuggestionRows::append(const Suggestion& suggestion, std::vector<Line>& rows) {
     const SmartClean::Paths& selected = source_.selected();
-    rows.push_back(headOf(suggestion, selected));
+    rows.push_back(headOf(suggestion, source_.ticked(suggestion)));
     if (!expand(rows.back())) {
         return;
     }

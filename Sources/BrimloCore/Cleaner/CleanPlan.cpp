@@ -57,6 +57,14 @@ void CleanFigures::remove(std::string_view path, std::int64_t size) {
     finalBytes = Bytes::sum(finalBytes, isFinal ? -size : 0);
 }
 
+CleanFigures& CleanFigures::operator+=(const CleanFigures& other) {
+    count += other.count;
+    bytes = Bytes::sum(bytes, other.bytes);
+    finalCount += other.finalCount;
+    finalBytes = Bytes::sum(finalBytes, other.finalBytes);
+    return *this;
+}
+
 std::string CleanFigures::amount() const {
     if (finalCount == 0) {
         return Fmt::bytes(bytes);

@@ -39,6 +39,7 @@ struct CleanFigures {
 
     void add(std::string_view path, std::int64_t size);
     void remove(std::string_view path, std::int64_t size);
+    CleanFigures& operator+=(const CleanFigures& other);
 
     [[nodiscard]] std::int64_t trashBytes() const { return bytes - finalBytes; }
 

@@ -97,7 +97,7 @@ TEST_F(SmartCleanTest, KeepsThePlanInStepWithTheTicks) {
 
     // A safe rule with a running app is unticked even where it was ticked, and so is all else.
     model().smartClean()->toggle(suggestion("custom.running"));
-    model().smartClean()->toggle(at("mine/data"));
+    model().smartClean()->toggle(suggestion("custom.mine"));
     EXPECT_THAT(planned(), UnorderedElementsAre("/running/data", "/mine/data"));
     EXPECT_EQ(model().smartClean()->currentPlan().items().front().ruleID, "custom.mine");
     EXPECT_EQ(model().smartClean()->currentPlan().items().front().risk, Risk::review);
@@ -105,11 +105,11 @@ TEST_F(SmartCleanTest, KeepsThePlanInStepWithTheTicks) {
     EXPECT_THAT(planned(), whole);
 
     // What the audience filter hides stays in the plan.
-    model().smartClean()->toggle(at("running/data"));
+    model().smartClean()->toggle(suggestion("custom.running"));
     model().smartClean()->rows()->setAudience("video");
     EXPECT_EQ(model().smartClean()->rows()->visibleCount(), 1);
     EXPECT_EQ(planned().size(), 3U);
-    model().smartClean()->toggle(at("running/data"));
+    model().smartClean()->toggle(suggestion("custom.running"));
     EXPECT_THAT(planned(), whole) << "whatever is ticked meanwhile";
     model().smartClean()->rows()->setAudience("nobody");
     EXPECT_EQ(model().smartClean()->rows()->visibleCount(), 4);
@@ -138,7 +138,7 @@ TEST_F(SmartCleanTest, CarriesOutWhatTheReviewShowsOnce) {
         &review, QAbstractItemModelTester::FailureReportingMode::Fatal};
     const QSignalSpy confirmed{&review, &PlanReview::confirmed};
     model().smartClean()->clearSelection();
-    model().smartClean()->toggle(at("caches/large"));
+    model().smartClean()->toggle(suggestion("custom.caches"), {at("caches/large")});
     review.openSelection();
     EXPECT_FALSE(review.isOpen()) << "the gate has not spoken";
     model().smartClean()->selectAllSafe();

@@ -293,7 +293,7 @@ TEST_F(SmartCleanViewTest, CleansWhatWasReviewedAndUndoesIt) {
     EXPECT_TRUE(isChecked(QAccessible::RadioButton, "Move to Trash"));
     expectLaidOut();
     // Something else is ticked meanwhile: what was shown goes, and no more.
-    model().smartClean()->toggle(at("mine/data"));
+    model().smartClean()->toggle(suggestion("custom.mine"));
     {
         const Testing::HeldWork held{Background::writers()};
         press("Clean *");
