@@ -7,6 +7,7 @@ set(fields
     paths:paths:list regenerates:regenerates:text officialCommand:officialCommand:text
     quitApps:quitApps:list contentsOnly:contentsOnly:switch names:names:list
     suffixes:suffixes:list markers:markers:list excludes:excludes:list
+    proofs:proofs:list disproofs:disproofs:list
     minAgeDays:minAgeDays:number catchAll:isCatchAll:switch)
 
 # Sets `initializer` to that of the row, an object of JSON, with the fields `more` at its end.

@@ -69,6 +69,8 @@ CASES = [
     ("lang.jvm.maven", put(catchAll=True), "not in one row"),
     ("lang.jvm.coursier", put(contentsOnly=False), "stands at its default"),
     ("artifact.lang.astro", put(names=["build"], markers=[]), "proves nothing without markers"),
+    ("artifact.lang.coverage", put(proofs=["x"]), "a repository that holds one"),
+    ("artifact.lang.turbo", put(disproofs=["x"]), '"disproofs" have no effect'),
     ("artifact.lang.next", put(risk="safe", names=["node_modules"]), "rebuild here, safe in artifact.lang.next"),
     # The path is the subject of this line.
     ("lang.yarn.berry.cache", go("~/.npm/_cacache"), "the pack: ~/.npm/_cacache stands in 2 rows"),

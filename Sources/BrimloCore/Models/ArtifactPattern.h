@@ -24,6 +24,10 @@ struct ArtifactPattern {
     std::vector<std::string>
         markers;  ///< Wildcards for siblings that prove a project; empty: none needed.
     std::vector<std::string> excludes;  ///< Wildcards for names that are never matched.
+    /// Names of which one must lie in the folder, as a file or a folder; empty: none needed. A
+    /// CACHEDIR.TAG must also bear its signature.
+    std::vector<std::string> proofs;
+    std::vector<std::string> disproofs;  ///< Wildcards for names that must not lie in it.
 
     bool operator==(const ArtifactPattern&) const = default;
 };

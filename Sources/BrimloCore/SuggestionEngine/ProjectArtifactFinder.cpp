@@ -15,12 +15,15 @@
 #include <array>
 #include <cstddef>
 #include <ctime>
+#include <iterator>
+#include <optional>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace Brimlo::ProjectArtifactFinder {
 
@@ -73,6 +76,8 @@ constexpr std::array<std::string_view, 12> kManifests{
 /// The files that git rewrites during work.
 constexpr std::array<std::string_view, 4> kGitFiles{"index", "HEAD", "FETCH_HEAD", "logs/HEAD"};
 
+constexpr const char* kCacheTag = "CACHEDIR.TAG";
+
 /// The first second of the year 1: before the date of any file.
 constexpr std::time_t kDistantPast = -62'135'769'600;
 
@@ -107,6 +112,17 @@ struct Listing {
 };
 
 using Names = std::vector<std::string_view>;
+using Patterns = std::vector<const ArtifactPattern*>;
+
+/// An open folder with its names. Stays where it is: the names point into it.
+struct Folder {
+    explicit Folder(Descriptor opened)
+        : descriptor(std::move(opened))
+        , listing(descriptor.number()) {}
+
+    Descriptor descriptor;
+    Listing listing;
+};
 
 /// Whether a wildcard matches one of the names. A text without special characters is only compared.
 bool matchesAny(const std::string& wildcard, const Names& names) {
@@ -117,17 +133,40 @@ bool matchesAny(const std::string& wildcard, const Names& names) {
         names, [&](std::string_view name) { return Glob::matches(std::string{name}, wildcard); });
 }
 
-bool isProven(const ArtifactPattern& pattern, const Names& siblings) {
-    return pattern.markers.empty() ||
-           std::ranges::any_of(pattern.markers, [&](const std::string& marker) {
-               return matchesAny(marker, siblings);
-           });
+bool matchesAny(const std::vector<std::string>& wildcards, const Names& names) {
+    return std::ranges::any_of(
+        wildcards, [&](const std::string& wildcard) { return matchesAny(wildcard, names); });
 }
 
-bool isExcluded(const ArtifactPattern& pattern, std::string_view name) {
-    return std::ranges::any_of(pattern.excludes, [&](const std::string& wildcard) {
-        return matchesAny(wildcard, {name});
-    });
+/// Whether the file CACHEDIR.TAG in a folder begins as the Cache Directory Tagging Specification
+/// demands. Many write that file by hand, so the name alone proves nothing.
+bool isSigned(int folder) {
+    constexpr std::string_view kSignature = "Signature: 8a477f597d28d172789f06886806bc55";
+    // A pipe would block, and a symlink may lead to one.
+    const Descriptor tag{openat(folder, kCacheTag, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC)};
+    struct stat status{};
+    std::array<char, kSignature.size()> text{};
+    return tag && fstat(tag.number(), &status) == 0 && S_ISREG(status.st_mode) &&
+           read(tag.number(), text.data(), text.size()) == std::ssize(text) &&
+           std::ranges::equal(text, kSignature);
+}
+
+/// Whether what lies in a folder proves that it is the output which `pattern` means.
+bool isProvenInside(const ArtifactPattern& pattern, const Folder& folder) {
+    const auto proves = [&](const std::string& name) {
+        const auto status =
+            std::ranges::find(folder.listing.names, name) != folder.listing.names.end()
+                ? Platform::entryStatus(folder.descriptor.number(), name.c_str())
+                : std::nullopt;
+        return status && status->kind != Platform::EntryStatus::Kind::other &&
+               (name != kCacheTag || isSigned(folder.descriptor.number()));
+    };
+    return std::ranges::any_of(pattern.proofs, proves) &&
+           !matchesAny(pattern.disproofs, folder.listing.names);
+}
+
+bool needsProof(const ArtifactPattern* pattern) {
+    return !pattern->proofs.empty();
 }
 
 /// The patterns indexed by name: an unknown name costs one lookup.
@@ -147,19 +186,21 @@ public:
         }
     }
 
-    /// The patterns that match a folder `name` whose siblings are `siblings`, in their order.
-    [[nodiscard]] std::vector<const ArtifactPattern*> matches(
-        std::string_view name, const Names& siblings) const {
-        std::vector<const ArtifactPattern*> found = byName(name);
+    /// The patterns that match a folder `name` whose siblings are `siblings`, in their order,
+    /// whatever lies in it.
+    [[nodiscard]] Patterns matches(std::string_view name, const Names& siblings) const {
+        Patterns found = byName(name);
         std::erase_if(found, [&](const ArtifactPattern* pattern) {
-            return isExcluded(*pattern, name) || !isProven(*pattern, siblings);
+            const bool isMarked =
+                pattern->markers.empty() || matchesAny(pattern->markers, siblings);
+            return !isMarked || matchesAny(pattern->excludes, {name});
         });
         return found;
     }
 
 private:
-    [[nodiscard]] std::vector<const ArtifactPattern*> byName(std::string_view name) const {
-        std::vector<const ArtifactPattern*> found;
+    [[nodiscard]] Patterns byName(std::string_view name) const {
+        Patterns found;
         if (const auto literal = literals_.find(name); literal != literals_.end()) {
             found = literal->second;
         }
@@ -178,7 +219,7 @@ private:
         return found;
     }
 
-    std::unordered_map<std::string_view, std::vector<const ArtifactPattern*>> literals_;
+    std::unordered_map<std::string_view, Patterns> literals_;
     std::vector<std::pair<std::string, const ArtifactPattern*>> wildcards_;
     std::vector<std::pair<std::string_view, const ArtifactPattern*>> suffixes_;
 };
@@ -258,51 +299,83 @@ public:
         , maxDepth_(maxDepth)
         , control_(control) {}
 
-    void enter(int parent, const char* name, int depth) {
-        if ((control_ != nullptr && control_->isCancelled()) || depth > maxDepth_) {
-            return;
-        }
-        const int noFollow = depth > 0 ? O_NOFOLLOW : 0;
-        const Descriptor folder{
-            openat(parent, name, O_RDONLY | O_DIRECTORY | O_CLOEXEC | noFollow)};
-        if (!folder) {
-            return;
-        }
-        const Listing listing{folder.number()};
-        std::optional<std::int64_t> idle;
-        for (const std::string_view child : listing.folders) {
-            auto matches = matcher_.matches(child, listing.names);
-            if (!matches.empty() && !mayBeOutput(child)) {
-                matches.clear();
-            }
-            if (!matches.empty() && !idle) {
-                idle = idleDays(path_, listing.names);
-            }
-            for (const ArtifactPattern* pattern : matches) {
-                found.push_back({pattern, path_ + "/" + std::string{child}, path_, *idle});
-            }
-            if (matches.empty() && !isSkipped(child)) {
-                const std::size_t length = path_.size();
-                path_.append("/").append(child);
-                enter(folder.number(), child.data(), depth + 1);
-                path_.resize(length);
-            }
-        }
-    }
-
     void start(const std::string& root) {
         path_ = root;
-        enter(AT_FDCWD, root.c_str(), 0);
+        Descriptor opened{open(root.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
+        if (opened && maxDepth_ >= 0) {
+            visit(Folder{std::move(opened)}, 0);
+        }
     }
 
     std::vector<FoundArtifact> found;
 
 private:
-    /// Whether the folder `name` in the current one can be a project's build output: it is not
-    /// hidden directly in the home, where tools keep their own data, and the gate allows it.
-    [[nodiscard]] bool mayBeOutput(std::string_view name) const {
-        const bool isTools = name.starts_with('.') && path_ == home_;
-        return !isTools && !gate_.judge(Path::join(path_, name), Safety::Chosen::byRule).refusal;
+    /// Looks through the current folder.
+    void visit(const Folder& folder, int depth) {
+        if (control_ != nullptr && control_->isCancelled()) {
+            return;
+        }
+        const bool isLast = depth == maxDepth_;
+        std::optional<std::int64_t> idle;
+        for (const std::string_view child : folder.listing.folders) {
+            std::optional<Folder> inside;
+            const auto open = [&] {
+                if (Descriptor opened = isLast || inside ? Descriptor{} : openIn(folder, child)) {
+                    inside.emplace(std::move(opened));
+                }
+            };
+            const Patterns matches = patternsOf(folder, child, inside, open);
+            if (!matches.empty() && !idle) {
+                idle = idleDays(path_, folder.listing.names);
+            }
+            for (const ArtifactPattern* pattern : matches) {
+                found.push_back({pattern, path_ + "/" + std::string{child}, path_, *idle});
+            }
+            if (!matches.empty() || isSkipped(child)) {
+                continue;
+            }
+            open();
+            if (inside) {
+                const std::size_t length = path_.size();
+                path_.append("/").append(child);
+                visit(*inside, depth + 1);
+                path_.resize(length);
+            }
+        }
+    }
+
+    static Descriptor openIn(const Folder& folder, std::string_view child) {
+        return Descriptor{openat(
+            folder.descriptor.number(),
+            child.data(),
+            O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NOFOLLOW)};
+    }
+
+    /// The patterns of which `child` of the current folder is build output: not hidden directly in
+    /// the home, where tools keep their own data, and allowed by the gate. Opens `inside` only if
+    /// its contents decide: a pattern that knows the folder by its neighbours needs no proof.
+    [[nodiscard]] Patterns patternsOf(
+        const Folder& folder,
+        std::string_view child,
+        const std::optional<Folder>& inside,
+        const auto& open) const {
+        if (child.starts_with('.') && path_ == home_) {
+            return {};
+        }
+        Patterns matches = matcher_.matches(child, folder.listing.names);
+        if (!std::ranges::all_of(matches, needsProof)) {
+            std::erase_if(matches, needsProof);
+        } else if (!matches.empty()) {
+            open();
+            std::erase_if(matches, [&](const ArtifactPattern* pattern) {
+                return !inside || !isProvenInside(*pattern, *inside);
+            });
+        }
+        if (!matches.empty() &&
+            gate_.judge(Path::join(path_, child), Safety::Chosen::byRule).refusal) {
+            matches.clear();
+        }
+        return matches;
     }
 
     Matcher matcher_;

@@ -196,6 +196,13 @@ private:
         for (const std::string& suffix : pattern.suffixes) {
             suggestion.places.push_back("*" + suffix);
         }
+        if (!pattern.proofs.empty()) {
+            suggestion.places
+                .clear();  // The names are of any folder; the proofs say what is meant.
+        }
+        for (const std::string& proof : pattern.proofs) {
+            suggestion.places.push_back("*/" + proof);
+        }
         if (pattern.risk != Risk::review) {
             suggestion.regenerates +=
                 " Preselected: projects idle for " + std::to_string(options_.staleDays) + "+ days.";

@@ -100,6 +100,8 @@ ArtifactPattern read(FieldReader& reader, const ArtifactPattern*) {
         .suffixes = reader.textsOrNone("suffixes"),
         .markers = reader.textsOrNone("markers"),
         .excludes = reader.textsOrNone("excludes"),
+        .proofs = reader.textsOrNone("proofs"),
+        .disproofs = reader.textsOrNone("disproofs"),
     };
 }
 
@@ -133,6 +135,12 @@ template <typename T>
 void addIfPresent(Json::Object& object, std::string_view key, const std::optional<T>& value) {
     if (value) {
         object.emplace(key, *value);
+    }
+}
+
+void addIfAny(Json::Object& object, std::string_view key, const std::vector<std::string>& texts) {
+    if (!texts.empty()) {
+        object.emplace(key, encode(texts));
     }
 }
 
@@ -204,6 +212,8 @@ Json::Object encode(const ArtifactPattern& pattern) {
     object.emplace("suffixes", encode(pattern.suffixes));
     object.emplace("markers", encode(pattern.markers));
     object.emplace("excludes", encode(pattern.excludes));
+    addIfAny(object, "proofs", pattern.proofs);
+    addIfAny(object, "disproofs", pattern.disproofs);
     return object;
 }
 

@@ -96,6 +96,9 @@ TEST(RuleJsonTest, WritesAllKeysInOrderAndReadsThemBack) {
         Json::compact(RuleJson::encode(ArtifactPattern{.id = "i", .markers = {"m"}})),
         R"({"id":"i","name":"","group":"","personas":[],"risk":"review","regenerates":"",)"
         R"("names":[],"suffixes":[],"markers":["m"],"excludes":[]})");
+    EXPECT_THAT(
+        Json::compact(RuleJson::encode(ArtifactPattern{.proofs = {"p"}, .disproofs = {"d"}})),
+        testing::EndsWith(R"("excludes":[],"proofs":["p"],"disproofs":["d"]})"));
 }
 
 }  // namespace
