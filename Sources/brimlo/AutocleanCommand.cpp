@@ -1,5 +1,6 @@
 #include "BrimloCore/Cleaner/AutoCleaner.h"
 #include "BrimloCore/Support/AppConfig.h"
+#include "BrimloCore/Support/MovedFolders.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "brimlo/CleanRun.h"
 #include "brimlo/Commands.h"
@@ -31,6 +32,12 @@ AutoCleanOutcome outcomeOf(const Arguments& arguments, const AppConfig& config) 
 }
 
 void show(const AutoCleanOutcome& outcome, bool dryRun) {
+    for (const MovedFolders::Move& move : MovedFolders::ofEnvironment()) {
+        const std::string folder = Console::shortPath(StoragePaths::expandTilde(move.folder));
+        Console::line(
+            std::string{move.variable} + " moves " + std::string{move.usual} + " to " + folder +
+            ".");
+    }
     if (!outcome.planned.empty()) {
         const CleanPlan plan{outcome.planned};
         CleanRun::show(plan);
@@ -87,6 +94,8 @@ void addAutocleanCommand(CLI::App& app, Tool& tool) {
         "First, what Brimlo moved to the Trash longer ago than the setting trash-retention-days\n"
         "is deleted for good. Then, if free space is short, what is preselected, rated Safe or\n"
         "Rebuilds and owned by no running app moves to the Trash. Nobody is asked.\n"
+        "Variables such as CARGO_HOME are followed and named. The background job knows those of\n"
+        "the login (on Linux: systemctl --user show-environment), not those of a shell alone.\n"
         "Examples:\n"
         "  brimlo autoclean --force\n"
         "  brimlo config auto-clean-enabled true");

@@ -5,6 +5,7 @@
 #include "BrimloCore/Platform/ProtectedPlaces.h"
 #include "BrimloCore/Platform/SystemPaths.h"
 #include "BrimloCore/Support/Glob.h"
+#include "BrimloCore/Support/MovedFolders.h"
 #include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
@@ -129,6 +130,10 @@ SafetyTables::SafetyTables() {
         if (folder != stead.standsFor) {
             steads_.push_back({std::move(folder), std::move(stead.standsFor)});
         }
+    }
+    for (const MovedFolders::Move& move : MovedFolders::ofEnvironment()) {
+        steads_.push_back(
+            {place(StoragePaths::expandTilde(move.folder)), Text::folded(move.usual)});
     }
 }
 

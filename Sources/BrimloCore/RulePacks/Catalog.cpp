@@ -1,6 +1,7 @@
 #include "BrimloCore/RulePacks/Catalog.h"
 
 #include "BrimloCore/RulePacks/RulePacks.h"
+#include "BrimloCore/Support/MovedFolders.h"
 #include "BrimloCore/UserRules/UserRules.h"
 
 #include <algorithm>
@@ -98,6 +99,10 @@ const std::vector<CleanupRule>& builtInRules() {
         std::vector<CleanupRule> rules = RulePacks::compiledRules();
         append(rules, packs().rules);
         rules = merge(std::move(rules), UnsupportedSafe::lowerToRebuild);
+        const std::vector<MovedFolders::Move> moves = MovedFolders::ofEnvironment();
+        for (CleanupRule& rule : rules) {
+            rule.paths = MovedFolders::withMoved(std::move(rule.paths), moves);
+        }
         narrowCatchAlls(rules);
         return rules;
     }();

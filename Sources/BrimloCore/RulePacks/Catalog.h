@@ -11,7 +11,8 @@
 namespace Brimlo::Catalog {
 
 /// All rules except the user's. Made once per process. A broad rule (`isCatchAll`) also excludes
-/// each name in its folder that another rule knows, itself or a place in it.
+/// each name in its folder that another rule knows, itself or a place in it. The rules also look
+/// where environment variables have moved their places (`MovedFolders`); the user's don't.
 [[nodiscard]] const std::vector<CleanupRule>& builtInRules();
 
 /// All rules, including switched-off ones. Reads the user's rules at each call.

@@ -57,6 +57,20 @@ TEST_F(SafetyTest, JudgesTextStepByStep) {
     expect(kOutside, "~/.ssh\0/x ~/code/x\0"s);
 }
 
+TEST_F(SafetyTest, FollowsTheFoldersOfToolsToWhereVariablesMoveThem) {
+    const std::string paths = "~/tools/cargo/credentials.toml ~/tools/gradle/gradle.properties";
+    expect(kPasses, paths);
+    setenv("CARGO_HOME", (home_ + "/tools/./cargo/").c_str(), 1);
+    setenv("GRADLE_USER_HOME", (home_ + "/tools/gradle").c_str(), 1);
+    expect(kCredentials, paths);
+    expect(kPasses, "~/tools/cargo/registry/cache ~/tools/gradle/caches ~/tools/cargo");
+    write("tools/cargo/credentials.toml");
+    expect(kCredentials, "~/tools/cargo ~/tools");
+    setenv("XDG_CACHE_HOME", home_.c_str(), 1);  // The gate only ever refuses more.
+    expect(kProtected, "~ ~/Documents");
+    expect(kCredentials, "~/.ssh/config");
+}
+
 TEST_F(SafetyTest, KnowsTheHomesOfThisSystem) {
     write(".config/user-dirs.dirs", "XDG_VIDEOS_DIR=\"$HOME/Filme\"\n");
     setenv("XDG_DATA_HOME", at("data/share").c_str(), 1);

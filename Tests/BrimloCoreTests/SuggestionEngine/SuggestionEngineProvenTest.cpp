@@ -21,6 +21,16 @@ protected:
         }
         return {paths.begin(), paths.end()};
     }
+
+    Texts offered() const {
+        std::set<std::string> paths;
+        for (const Suggestion& suggestion : SuggestionEngine::generate({.includeDocker = false})) {
+            for (const SuggestionItem& item : suggestion.items) {
+                paths.insert(item.path.substr(home().size() + 1));
+            }
+        }
+        return {paths.begin(), paths.end()};
+    }
 };
 
 TEST_F(SuggestionEngineProvenTest, TakesBuildOutputByWhatLiesInIt) {
@@ -73,6 +83,36 @@ TEST_F(SuggestionEngineProvenTest, TakesBuildOutputByWhatLiesInIt) {
         expected.insert(expected.end() - 1, "p/secret");  // Nothing is unreadable for root.
     }
     EXPECT_EQ(foundFolders(), expected);
+}
+
+TEST_F(SuggestionEngineProvenTest, LooksWhereVariablesMoveTheFoldersOfTools) {
+    setenv("XDG_CACHE_HOME", at("xdg/cache").c_str(), 1);
+    setenv("CARGO_HOME", at("xdg/cache/cargo").c_str(), 1);
+    setenv("CCACHE_DIR", at("Projects").c_str(), 1);
+    setenv("UV_CACHE_DIR", home().c_str(), 1);
+    setenv("PIP_CACHE_DIR", "xdg/pip", 1);
+    setenv("XDG_STATE_HOME", at("Documents").c_str(), 1);
+    for (const char* file : {
+             "xdg/cache/sccache/x",    // What a rule knows,
+             "xdg/cache/viewer/x",     // what none knows,
+             "xdg/cache/keyring/x",    // and what must stay.
+             "xdg/cache/cargo/bin/x",  // Installed.
+             "xdg/cache/cargo/registry/cache/x",
+             ".cache/sccache/x",
+             "Projects/mine/x",
+             "xdg/pip/x",
+             "Documents/x",
+         }) {
+        write(file);
+    }
+    EXPECT_EQ(
+        offered(),
+        (Texts{
+            ".cache/sccache",
+            "xdg/cache/cargo/registry/cache",
+            "xdg/cache/sccache",
+            "xdg/cache/viewer",
+        }));
 }
 
 }  // namespace
