@@ -68,6 +68,8 @@ CASES = [
     ("lang.rust.rustup-downloads", put(confidence="documented", sources=[]), "without a source"),
     ("lang.jvm.maven", put(catchAll=True), "not in one row"),
     ("lang.jvm.coursier", put(contentsOnly=False), "stands at its default"),
+    ("lang.jvm.kotlin-native", put(beside=["a/b"]), "something else than names"),
+    ("lang.php.composer-cache", put(owners=["/var/*"]), "a folder of owners has a wildcard"),
     ("artifact.lang.astro", put(names=["build"], markers=[]), "proves nothing without markers"),
     ("artifact.lang.coverage", put(proofs=["x"]), "a repository that holds one"),
     ("artifact.lang.turbo", put(disproofs=["x"]), '"disproofs" have no effect'),

@@ -69,7 +69,8 @@ RuleDraft::RuleDraft(const CleanupRule& rule)
     , minAgeDays_{static_cast<int>(std::clamp<std::int64_t>(
           rule.minAgeDays.value_or(kUsualAgeDays), 0, std::numeric_limits<int>::max()))}
     , excludes_{texts(rule.excludes).join(", ")}
-    , command_{QString::fromStdString(rule.officialCommand.value_or(""))} {}
+    , command_{QString::fromStdString(rule.officialCommand.value_or(""))}
+    , conditions_{rule.conditions} {}
 
 RuleDraft::RuleDraft(const std::string& path, const std::string& name)
     : name_{QString::fromStdString(name)}
@@ -90,6 +91,7 @@ CleanupRule RuleDraft::makeRule() const {
         .officialCommand =
             command_.isEmpty() ? std::nullopt : std::optional{command_.toStdString()},
         .personas = {Persona::general},
+        .conditions = conditions_,
     });
 }
 

@@ -77,7 +77,8 @@ private:
     int minAgeDays_ = 30;
     QString excludes_;  ///< Separated by commas.
     QString command_;
-    QString saveFailure_;  ///< Why the last attempt to save failed.
+    MatchConditions conditions_;  ///< Not in the editor: kept as the rule's file has them.
+    QString saveFailure_;         ///< Why the last attempt to save failed.
 };
 
 }  // namespace Brimlo

@@ -80,6 +80,20 @@ inline constexpr std::array kAllConfidences{
 /// The level with exactly this raw value, or nullopt.
 [[nodiscard]] std::optional<Confidence> confidenceFromRawValue(std::string_view text);
 
+/// What must also hold of a match, so that it is what a rule means. Without any, nothing more.
+struct MatchConditions {
+    /// Names that must all be beside the match, as files or folders.
+    std::vector<std::string> beside;
+    /// Folders with an entry for each installed program. The match is offered only if at least one
+    /// of them is there, and none has an entry of the match's name.
+    std::vector<std::string> owners;
+    /// Files in which a program wrote where it is installed, "*" standing for the match's name. The
+    /// match is offered only if at least one is there, and nothing is where they say.
+    std::vector<std::string> ownerFiles;
+
+    bool operator==(const MatchConditions&) const = default;
+};
+
 /// A rule of the catalog: places that can be cleaned, how risky that is, and what comes back.
 ///
 /// Identified by `id`.
@@ -101,6 +115,7 @@ struct CleanupRule {
     Confidence confidence = Confidence::documented;
     bool isUsersOwn = false;           ///< Its origin: set by the catalog, never by a file.
     std::vector<std::string> sources;  ///< Web addresses of its evidence.
+    MatchConditions conditions;
 
     bool operator==(const CleanupRule&) const = default;
 };

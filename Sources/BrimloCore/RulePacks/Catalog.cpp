@@ -70,7 +70,7 @@ std::string_view nameIn(std::string_view folder, std::string_view path) {
 /// can say what of them may go.
 void narrowCatchAlls(std::vector<CleanupRule>& rules) {
     for (CleanupRule& broad : rules) {
-        if (!broad.isCatchAll) {
+        if (!broad.isCatchAll || !broad.contentsOnly) {
             continue;
         }
         std::set<std::string, std::less<>> names;
@@ -101,7 +101,10 @@ const std::vector<CleanupRule>& builtInRules() {
         rules = merge(std::move(rules), UnsupportedSafe::lowerToRebuild);
         const std::vector<MovedFolders::Move> moves = MovedFolders::ofEnvironment();
         for (CleanupRule& rule : rules) {
-            rule.paths = MovedFolders::withMoved(std::move(rule.paths), moves);
+            MatchConditions& conditions = rule.conditions;
+            for (auto* paths : {&rule.paths, &conditions.owners, &conditions.ownerFiles}) {
+                *paths = MovedFolders::withMoved(std::move(*paths), moves);
+            }
         }
         narrowCatchAlls(rules);
         return rules;

@@ -17,6 +17,7 @@
 #include "BrimloCore/Support/Text.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <cstddef>
 #include <cstdio>
@@ -28,6 +29,8 @@
 #include <ranges>
 #include <unordered_map>
 #include <utility>
+
+#include <sys/stat.h>
 
 namespace Brimlo::SuggestionEngine {
 
@@ -68,6 +71,59 @@ std::vector<std::string> childNames(const std::string& path, const CleanupRule& 
     auto names = Folders::names(path).value_or(std::vector<std::string>{});
     std::erase_if(names, [&](const std::string& name) { return isExcluded(name, rule); });
     return names;
+}
+
+bool isThere(const std::string& path) {
+    const auto status = Platform::entryStatus(path.c_str());
+    return status && status->kind != Platform::EntryStatus::Kind::other;
+}
+
+/// Whether one of the folders that list installed programs is there and none lists `name`. A folder
+/// that can't be read may list it.
+bool isListedNowhere(const std::string& name, const std::vector<std::string>& folders) {
+    bool isKnown = false;
+    for (const std::string& folder : folders) {
+        const auto names = Folders::names(StoragePaths::expandTilde(folder));
+        if (names ? std::ranges::count(*names, name) > 0 : names.error().code != ENOENT) {
+            return false;
+        }
+        isKnown = isKnown || names;
+    }
+    return isKnown;
+}
+
+/// Whether one of the files for the program `name` is there and each names a missing place.
+bool isInstalledNowhere(const std::string& name, const std::vector<std::string>& files) {
+    constexpr std::size_t kLongest = 65'536;
+    bool isKnown = false;
+    for (std::string file : files) {
+        if (const std::size_t star = file.find('*'); star != std::string::npos) {
+            file.replace(star, 1, name);
+        }
+        const auto text = readFile(StoragePaths::expandTilde(file), kLongest);
+        if (!text && text.error().code == ENOENT) {
+            continue;
+        }
+        const std::string place = text ? text->substr(0, text->find_first_of("\r\n")) : "";
+        struct stat status{};
+        if (!place.starts_with('/') || !Path::isUsable(place) ||
+            lstat(place.c_str(), &status) == 0 || (errno != ENOENT && errno != ENOTDIR)) {
+            return false;
+        }
+        isKnown = true;
+    }
+    return isKnown;
+}
+
+/// Whether the match at `path` is what the rule means.
+bool isMeant(const MatchConditions& conditions, const std::string& path) {
+    const std::string name{Path::name(path)};
+    const auto isBeside = [&](const std::string& other) {
+        return isThere(Path::join(Path::parent(path), other));
+    };
+    return std::ranges::all_of(conditions.beside, isBeside) &&
+           (conditions.owners.empty() || isListedNowhere(name, conditions.owners)) &&
+           (conditions.ownerFiles.empty() || isInstalledNowhere(name, conditions.ownerFiles));
 }
 
 /// Measures those of `found` that are folders, in parallel.
@@ -352,7 +408,8 @@ std::vector<Target> targets(const CleanupRule& rule, const Safety::Gate& gate) {
         for (std::string& path : Glob::expand(pattern)) {
             const Safety::Verdict verdict = gate.judge(path, Safety::Chosen::byRule);
             // The folder of a catch-all also holds what must stay, so each child is judged.
-            if (verdict.refusal && !rule.isCatchAll) {
+            const bool areJudged = rule.isCatchAll && rule.contentsOnly;
+            if ((verdict.refusal && !areJudged) || !isMeant(rule.conditions, path)) {
                 continue;
             }
             if (!rule.contentsOnly) {
@@ -365,7 +422,7 @@ std::vector<Target> targets(const CleanupRule& rule, const Safety::Gate& gate) {
             }
             for (const std::string& name : childNames(path, rule)) {
                 std::string child = path + "/" + name;
-                if (rule.isCatchAll && gate.judge(child, Safety::Chosen::byRule).refusal) {
+                if (areJudged && gate.judge(child, Safety::Chosen::byRule).refusal) {
                     continue;
                 }
                 const auto status = Platform::entryStatus(child.c_str());

@@ -84,6 +84,10 @@ CleanupRule read(FieldReader& reader, const CleanupRule*) {
         .domain = reader.optionalText("domain"),
         .confidence = readConfidence(reader),
         .sources = reader.textsOrNone("sources"),
+        .conditions =
+            {.beside = reader.textsOrNone("beside"),
+                         .owners = reader.textsOrNone("owners"),
+                         .ownerFiles = reader.textsOrNone("ownerFiles")},
     };
 }
 
@@ -196,6 +200,9 @@ Json::Object encode(const CleanupRule& rule) {
     addIfPresent(object, "domain", rule.domain);
     object.emplace("confidence", rawValue(rule.confidence));
     object.emplace("sources", encode(rule.sources));
+    addIfAny(object, "beside", rule.conditions.beside);
+    addIfAny(object, "owners", rule.conditions.owners);
+    addIfAny(object, "ownerFiles", rule.conditions.ownerFiles);
     return object;
 }
 

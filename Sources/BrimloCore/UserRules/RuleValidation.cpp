@@ -101,6 +101,22 @@ void validatePath(std::string_view written, bool contentsOnly, RuleValidation& r
     }
 }
 
+/// Conditions only narrow a rule, but a misspelled one would make it find nothing for ever.
+void validateConditions(const MatchConditions& conditions, RuleValidation& result) {
+    for (const std::string& name : conditions.beside) {
+        if (name.empty() || name == "." || name == ".." || name.contains('/')) {
+            result.errors.push_back(name + ": what must be beside a match is a plain name.");
+        }
+    }
+    for (const auto* paths : {&conditions.owners, &conditions.ownerFiles}) {
+        for (const std::string& path : *paths) {
+            if (!StoragePaths::expandTilde(path).starts_with('/')) {
+                result.errors.push_back(path + ": use a full path starting with ~/ or /.");
+            }
+        }
+    }
+}
+
 bool isProtectedFolder(std::string_view path) {
     const Glob::Pattern pattern = Glob::parse(path);
     return pattern.rest.empty() && Safety::judge(pattern.fixed).refusal == kProtected;
@@ -129,6 +145,7 @@ RuleValidation validate(const CleanupRule& rule) {
     for (const std::string& path : rule.paths) {
         validatePath(path, rule.contentsOnly, result);
     }
+    validateConditions(rule.conditions, result);
     if (rule.contentsOnly && std::ranges::any_of(rule.paths, isProtectedFolder)) {
         result.warnings.emplace_back(
             "Contents-only on a personal folder removes everything inside it.");

@@ -135,6 +135,7 @@ CleanupRule make(Draft draft) {
         .minAgeDays = draft.minAgeDays,
         .domain = "Custom rules",
         .confidence = Confidence::community,
+        .conditions = std::move(draft.conditions),
     };
 }
 

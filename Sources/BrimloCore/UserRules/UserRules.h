@@ -61,6 +61,7 @@ struct Draft {
     std::optional<std::int64_t> minAgeDays;
     std::optional<std::string> officialCommand;
     std::vector<Persona> personas;
+    MatchConditions conditions;
 };
 
 /// A rule from the author's input: its paths in tilde form, with the evidence of a report.

@@ -1,10 +1,15 @@
+#include "BrimloCore/DisabledRules/DisabledRules.h"
 #include "BrimloCore/SuggestionEngine/ProjectArtifactFinder.h"
 #include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
 #include "Support/TempHome.h"
 
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 #include <set>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace Brimlo {
 namespace {
@@ -20,6 +25,16 @@ protected:
             paths.insert(found.path.substr(home().size() + 1));
         }
         return {paths.begin(), paths.end()};
+    }
+
+    /// What a rule matches, below the home.
+    Texts matches(const CleanupRule& rule) const {
+        Texts paths;
+        for (const SuggestionEngine::Target& target : SuggestionEngine::targets(rule)) {
+            paths.push_back(target.item.path.substr(home().size() + 1));
+        }
+        std::ranges::sort(paths);
+        return paths;
     }
 
     Texts offered() const {
@@ -113,6 +128,70 @@ TEST_F(SuggestionEngineProvenTest, LooksWhereVariablesMoveTheFoldersOfTools) {
             "xdg/cache/sccache",
             "xdg/cache/viewer",
         }));
+}
+
+TEST_F(SuggestionEngineProvenTest, KnowsTheProfileOfABrowserEngineByItsShape) {
+    for (const std::string app : {".config/notes", ".config/Vendor/board", ".config/Slack"}) {
+        write(app + "/Preferences");
+        write(app + "/Local Storage/x");
+        write(app + "/Code Cache/x");
+        write(app + "/Local Cache/x");
+    }
+    write(".config/writer/Preferences");
+    write(".config/writer/Cache/draft");
+    write(".config/linked/Local Storage");
+    link(".config/linked/Preferences", "../notes/Preferences");
+    write(".config/linked/Cache/x");
+    for (const std::string profile : {".fox/ab.default", ".mozilla/other/cd.default"}) {
+        write(profile + "/prefs.js");
+        write(profile + "/times.json");
+        write(profile + "/cache2/x");
+    }
+    write(".archive/old/cache2/letter");
+    Texts expected{
+        ".config/Slack/Code Cache",
+        ".config/Vendor/board/Code Cache",
+        ".config/notes/Code Cache",
+        ".fox/ab.default/cache2",
+        ".mozilla/other/cd.default/cache2",
+    };
+    EXPECT_EQ(offered(), expected);
+    ASSERT_TRUE(DisabledRules::set("app.slack", true));
+    expected.erase(expected.begin());
+    EXPECT_EQ(offered(), expected) << "a rule that is off keeps what it knows";
+}
+
+TEST_F(SuggestionEngineProvenTest, OffersWhatIsLeftOfAProgramThatIsGone) {
+    for (const char* data : {"data/gone/x", "data/here/x", "data/there/x"}) {
+        write(data);
+    }
+    const CleanupRule rule{.paths = {"~/data/*"}, .conditions = {.owners = {"~/a", "~/b"}}};
+    EXPECT_EQ(matches(rule), Texts{}) << "no list of programs";
+    makeFolder("a/here");
+    EXPECT_EQ(matches(rule), (Texts{"data/gone", "data/there"}));
+    write("b/there");
+    EXPECT_EQ(matches(rule), Texts{"data/gone"});
+    std::remove(at("b/there").c_str());
+    std::remove(at("b").c_str());
+    write("b");
+    EXPECT_EQ(matches(rule), Texts{}) << "an unreadable list";
+
+    const CleanupRule told{.paths = {"~/data/*"}, .conditions = {.ownerFiles = {"~/in/*/.home"}}};
+    EXPECT_EQ(matches(told), Texts{}) << "no file";
+    write("in/gone/.home", at("programs/gone"));
+    write("in/here/.home", at("data") + "\n");
+    write("in/there/.home", "programs/there");
+    EXPECT_EQ(matches(told), Texts{"data/gone"});
+}
+
+TEST_F(SuggestionEngineProvenTest, LeavesABroadRulesRefusedPlaces) {
+    write(".ssh/key");
+    EXPECT_EQ(
+        matches({
+            .paths = {"~/.ssh", "~/.ssh/*"},
+              .isCatchAll = true
+    }),
+        Texts{});
 }
 
 }  // namespace

@@ -84,7 +84,7 @@ TEST(RuleJsonTest, WritesAllKeysInOrderAndReadsThemBack) {
         R"("risk":"review","paths":["~/a","/Volumes/*/b"],"regenerates":"",)"
         R"("officialCommand":"run","quitApps":["Mail"],"contentsOnly":true,"excludes":["[a-z]*"],)"
         R"("minAgeDays":-7,"catchAll":true,"domain":"","confidence":"verified-local",)"
-        R"("sources":["https://example.com"]})";
+        R"("sources":["https://example.com"],"beside":["b"],"owners":["~/o"],"ownerFiles":["/f/*"]})";
     EXPECT_EQ(Json::compact(RuleJson::encode(*decode(full).value)), full);
     EXPECT_EQ(
         Json::compact(RuleJson::encode(kBare)),

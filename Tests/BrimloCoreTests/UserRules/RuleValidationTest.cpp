@@ -110,6 +110,14 @@ TEST_F(RuleValidationTest, JudgesEachPath) {
         rule.paths = {path};
         expectVerdict(rule, errors, warnings);
     }
+    CleanupRule conditional = Testing::sampleRule("custom.a");
+    conditional.conditions = {
+        .beside = {"Local State", "a/b"},
+          .owners = {"~/apps", "apps"},
+          .ownerFiles = {"/opt/*"}
+    };
+    expectVerdict(
+        conditional, {"a/b: what must be beside a match is a plain name.", "apps" + kNotFull}, {});
     CleanupRule sweep = Testing::sampleRule("custom.a");
     sweep.risk = Risk::review;
     sweep.paths = {"~/Music/*"};
