@@ -22,7 +22,7 @@ void showRow(std::string_view state, Risk risk, const std::string& id, const std
 ExitCode list(const Tool& tool) {
     const std::set<std::string> disabled = DisabledRules::load();
     Json::Array rules;
-    for (const CleanupRule& rule : Catalog::rules()) {
+    for (const CleanupRule& rule : Catalog::ofThisSystem(Catalog::rules())) {
         const bool isOff = disabled.contains(rule.id);
         if (tool.isJson()) {
             Json::Object object = RuleJson::encode(rule);

@@ -34,7 +34,7 @@ QString outcomeWords(const UserRules::Imported& done) {
 
 RuleBook::RuleBook(AppModel& app)
     : app_{app}
-    , builtInRules_{Catalog::builtInRules()}
+    , builtInRules_{Catalog::ofThisSystem(Catalog::builtInRules())}
     , disabledRuleIDs_{DisabledRules::load()}
     , rows_{std::make_unique<RuleRows>(*this)} {}
 

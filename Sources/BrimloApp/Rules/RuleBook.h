@@ -51,6 +51,7 @@ public:
     /// Problems in the user's rule files.
     [[nodiscard]] const QStringList& ruleIssues() const { return ruleIssues_; }
     void show(UserRules::Loaded rules);
+    /// Those of this system.
     [[nodiscard]] const std::vector<CleanupRule>& builtInRules() const { return builtInRules_; }
     [[nodiscard]] const std::set<std::string>& disabledRuleIDs() const { return disabledRuleIDs_; }
     void setRuleDisabled(const std::string& id, bool disabled);
@@ -103,7 +104,7 @@ private:
     std::map<std::string, std::unique_ptr<RuleDraft>> keptDrafts_;  ///< By their keys.
     std::vector<CleanupRule> customRules_;
     QStringList ruleIssues_;
-    const std::vector<CleanupRule>& builtInRules_;
+    const std::vector<CleanupRule> builtInRules_;
     std::set<std::string> disabledRuleIDs_;
     const std::unique_ptr<RuleRows> rows_;
 };

@@ -76,6 +76,12 @@ RuleDraft::RuleDraft(const std::string& path, const std::string& name)
     : name_{QString::fromStdString(name)}
     , paths_{QString::fromStdString(UserRules::tildeForm(path))} {}
 
+std::unique_ptr<RuleDraft> RuleDraft::copyOf(const CleanupRule& rule) {
+    auto draft = std::make_unique<RuleDraft>(rule);
+    draft->ruleID_.reset();
+    return draft;
+}
+
 CleanupRule RuleDraft::makeRule() const {
     return UserRules::make({
         .id = ruleID_,

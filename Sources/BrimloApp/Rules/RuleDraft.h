@@ -8,6 +8,7 @@
 #include <QtCore/QStringList>
 #include <QtQml/qqmlregistration.h>
 
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -38,6 +39,8 @@ public:
     RuleDraft() = default;
     /// A draft of an existing rule.
     explicit RuleDraft(const CleanupRule& rule);
+    /// A draft of a new rule that begins like another.
+    [[nodiscard]] static std::unique_ptr<RuleDraft> copyOf(const CleanupRule& rule);
     /// A draft of a new rule for one path.
     RuleDraft(const std::string& path, const std::string& name);
 

@@ -8,8 +8,6 @@
 #include "BrimloCore/Platform/Fmt.h"
 #include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
 
-#include <QtCore/QMetaProperty>
-
 #include <algorithm>
 #include <memory>
 #include <utility>
@@ -179,21 +177,9 @@ void RuleRows::setEnabled(int row, bool isEnabled) {
 }
 
 void RuleRows::copy(int row) {
-    const CleanupRule* rule = builtInAt(row);
-    if (rule == nullptr) {
-        return;
+    if (const CleanupRule* rule = builtInAt(row)) {
+        book_.openRuleDraft("copy of " + rule->id, [&] { return RuleDraft::copyOf(*rule); });
     }
-    book_.openRuleDraft("copy of " + rule->id, [&] {
-        const RuleDraft original{*rule};
-        auto draft = std::make_unique<RuleDraft>();
-        const QMetaObject& fields = RuleDraft::staticMetaObject;
-        for (int i = fields.propertyOffset(); i < fields.propertyCount(); ++i) {
-            if (const QMetaProperty field = fields.property(i); field.isWritable()) {
-                field.write(draft.get(), field.read(&original));
-            }
-        }
-        return draft;
-    });
 }
 
 }  // namespace Brimlo

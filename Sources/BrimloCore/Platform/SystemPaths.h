@@ -10,6 +10,9 @@ namespace Brimlo::Platform {
 /// "linux" or "macos", as packs of rules for one system write it.
 [[nodiscard]] std::string_view systemName();
 
+/// Whether only another system has places like the pattern `path`, in tilde form.
+[[nodiscard]] bool isOfAnotherSystem(std::string_view path);
+
 /// The user's home folder as the system reports it; empty when unknown.
 ///
 /// Read at each call, since tests and launchers change it.

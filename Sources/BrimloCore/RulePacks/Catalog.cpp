@@ -1,5 +1,6 @@
 #include "BrimloCore/RulePacks/Catalog.h"
 
+#include "BrimloCore/Platform/SystemPaths.h"
 #include "BrimloCore/RulePacks/RulePacks.h"
 #include "BrimloCore/Support/MovedFolders.h"
 #include "BrimloCore/UserRules/UserRules.h"
@@ -121,6 +122,13 @@ std::vector<CleanupRule> rules() {
     rules = merge(std::move(rules), UnsupportedSafe::keep);
     narrowCatchAlls(rules);
     return rules;
+}
+
+std::vector<CleanupRule> ofThisSystem(std::vector<CleanupRule> all) {
+    std::erase_if(all, [](const CleanupRule& rule) {
+        return !rule.isUsersOwn && std::ranges::all_of(rule.paths, Platform::isOfAnotherSystem);
+    });
+    return all;
 }
 
 std::vector<std::string> userRuleIssues() {

@@ -18,6 +18,10 @@ namespace Brimlo::Catalog {
 /// All rules, including switched-off ones. Reads the user's rules at each call.
 [[nodiscard]] std::vector<CleanupRule> rules();
 
+/// The rules of `all` that can find something on this system: the user's own, and those with a
+/// place that this system has.
+[[nodiscard]] std::vector<CleanupRule> ofThisSystem(std::vector<CleanupRule> all);
+
 /// The problems of the user's rules. Reads them at each call.
 [[nodiscard]] std::vector<std::string> userRuleIssues();
 

@@ -61,7 +61,7 @@ std::size_t sum(const std::vector<CoverageEntry>& entries, std::size_t CoverageE
 
 std::vector<CoverageEntry> Coverage::entries() {
     std::map<std::string, Tool> tools;
-    for (const CleanupRule& rule : Catalog::rules()) {
+    for (const CleanupRule& rule : Catalog::ofThisSystem(Catalog::rules())) {
         if (UserRules::isCustom(rule.id)) {
             continue;
         }

@@ -29,8 +29,8 @@ struct CoverageEntry {
 /// The catalog by tool: the number of rules of each, their evidence, and their audiences.
 namespace Coverage {
 
-/// All tools by domain, then by name. Rules added by the user don't count; those that replace a
-/// built-in rule do. Reads the user's rules at each call.
+/// All tools by domain, then by name, with the rules of this system. Rules added by the user don't
+/// count; those that replace a built-in rule do. Reads the user's rules at each call.
 [[nodiscard]] std::vector<CoverageEntry> entries();
 
 /// "Supported", "Community" or "Unverified".

@@ -57,6 +57,9 @@ TEST_F(RuleDraftTest, KeepsARuleAsItIsWhenNothingIsChanged) {
     whole.officialCommand = "slack --clean";
     whole.contentsOnly = true;
     whole.group = "Chat";
+    whole.conditions = {.beside = {"Preferences"}, .owners = {"~/apps"}, .ownerFiles = {}};
+    EXPECT_EQ(RuleDraft::copyOf(whole)->makeRule().conditions, whole.conditions);
+    EXPECT_TRUE(RuleDraft::copyOf(whole)->isNew());
     whole.personas = {Persona::general};
     EXPECT_EQ(RuleDraft{whole}.makeRule(), whole);
 

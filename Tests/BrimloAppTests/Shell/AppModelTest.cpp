@@ -34,7 +34,7 @@ TEST_F(AppModelTest, StartsWithWhatTheHomeHoldsAndThenLooksForWhatCanGo) {
     EXPECT_EQ(started.section(), Section::Overview);
     EXPECT_FALSE(started.history()->isJournalRead()) << "is read in the background";
     EXPECT_EQ(started.machine()->trashBytes(), 0) << "is measured there";
-    EXPECT_GT(started.rules()->builtInRules().size(), 600U);
+    EXPECT_GT(started.rules()->builtInRules().size(), 400U);
     EXPECT_EQ(started.analyzer()->scanRoot(), home());
     finish();
     EXPECT_GE(started.machine()->trashBytes(), 100'000);

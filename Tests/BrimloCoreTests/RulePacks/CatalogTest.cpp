@@ -1,5 +1,6 @@
 #include "BrimloCore/RulePacks/Catalog.h"
 
+#include "BrimloCore/Platform/SystemPaths.h"
 #include "BrimloCore/UserRules/UserRules.h"
 #include "BrimloCoreTests/Support/SampleRule.h"
 #include "Support/TempHome.h"
@@ -89,6 +90,23 @@ TEST_F(CatalogTest, LetsTheUserHaveTheLastWord) {
     ASSERT_TRUE(UserRules::remove("a", UserRules::defaultDirectory()));
     expected.pop_back();
     EXPECT_EQ(plain(Catalog::rules()), expected) << "the folder is read at each call";
+}
+
+TEST_F(CatalogTest, KnowsTheRulesOfThisSystem) {
+    CleanupRule own{.id = "own", .paths = {"~/Library/x"}};
+    own.isUsersOwn = true;
+    const CleanupRule macs{
+        .id = "mac", .paths = {"~/Library/x", "/Applications/y"}
+    };
+    const CleanupRule here{
+        .id = "here", .paths = {"~/.var/app/x", "~/snap/y"}
+    };
+    const CleanupRule both{
+        .id = "both", .paths = {"~/Library/x", "~/.var/app/x"}
+    };
+    EXPECT_EQ(
+        Catalog::ofThisSystem({own, macs, here, both}),
+        (std::vector{own, Platform::systemName() == "linux" ? here : macs, both}));
 }
 
 TEST_F(CatalogTest, LeavesToEachRuleTheFoldersOfWhichItKnowsAPart) {

@@ -1,5 +1,6 @@
 #include "BrimloCore/Platform/SystemPaths.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 
@@ -10,6 +11,23 @@ namespace Brimlo::Platform {
 
 std::string_view systemName() {
     return "linux";
+}
+
+bool isOfAnotherSystem(std::string_view path) {
+    static constexpr std::array<std::string_view, 10> kFolders{
+        "~/Applications/",
+        "~/Library/",
+        "~/Movies/",
+        "/Applications/",
+        "/Library/",
+        "/System/",
+        "/Users/",
+        "/Volumes/",
+        "/opt/homebrew/",
+        "/private/",
+    };
+    return std::ranges::any_of(
+        kFolders, [&](std::string_view folder) { return path.starts_with(folder); });
 }
 
 std::string homeFolder() {

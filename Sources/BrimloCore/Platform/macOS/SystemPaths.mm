@@ -25,6 +25,11 @@ std::string_view systemName() {
     return "macos";
 }
 
+bool isOfAnotherSystem(std::string_view path) {
+    return path.starts_with("~/.var/app/") || path.starts_with("~/snap/") ||
+           path.starts_with("~/.steam/") || path.starts_with("~/Videos/");
+}
+
 std::string homeFolder() {
     // Foundation reads this variable, too, but only when the program starts.
     const char* const fixed = std::getenv("CFFIXED_USER_HOME");
