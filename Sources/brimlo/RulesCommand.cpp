@@ -151,7 +151,9 @@ void addRulesCommand(CLI::App& app, Tool& tool) {
         app.add_subcommand("rules", "Look at the rules, try and share your own, switch them");
     rules->group(kSetUpGroup);
     rules->require_subcommand(1);
-    tool.add(*rules, "list", "List all rules and project patterns", [&tool] { return list(tool); });
+    tool.add(*rules, "list", "List the rules of this system and all project patterns", [&tool] {
+        return list(tool);
+    });
     tool.addTaking("ID", *rules, "show", "Show one rule or project pattern", show);
     addRuleFileCommands(*rules, tool);
     tool.addTaking(

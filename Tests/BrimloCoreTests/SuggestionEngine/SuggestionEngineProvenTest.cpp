@@ -55,7 +55,7 @@ TEST_F(SuggestionEngineProvenTest, TakesBuildOutputByWhatLiesInIt) {
              "p/out/build/CMakeCache.txt",
              "p/builddir/meson-info/x",
              "p/env312/pyvenv.cfg",
-             "p/.env/pyvenv.cfg",
+             "p/.env312/pyvenv.cfg",
              "p/compiled/.rustc_info.json",
              "p/node_modules/CMakeCache.txt",  // Whatever its name.
              "Documents/CMakeCache.txt",       // The gate keeps it.
@@ -84,7 +84,7 @@ TEST_F(SuggestionEngineProvenTest, TakesBuildOutputByWhatLiesInIt) {
     }
     chmod(write("p/secret/CACHEDIR.TAG", signature).c_str(), geteuid() == 0 ? 0600 : 0);
     Texts expected{
-        "p/.env",
+        "p/.env312",
         "p/build-release",
         "p/builddir",
         "p/commented",
