@@ -40,6 +40,7 @@ constexpr auto kRows = std::to_array<Row>({
     {"CYPRESS_CACHE_FOLDER",     "~/Library/Caches/Cypress"        },
     {"DENO_DIR",                 "~/.cache/deno"                   },
     {"DENO_DIR",                 "~/Library/Caches/deno"           },
+    {"FLATPAK_USER_DIR",         "~/.local/share/flatpak"          },
     {"GOCACHE",                  "~/.cache/go-build"               },
     {"GOCACHE",                  "~/Library/Caches/go-build"       },
     {"GOMODCACHE",               "~/go/pkg/mod"                    },
