@@ -64,8 +64,8 @@ ScrollList {
 
     label: qsTr("Space Analyzer")
     model: rows
-    topMargin: Theme.tiny
-    bottomMargin: Theme.snug
+    roomAbove: Theme.tiny
+    roomBelow: Theme.snug
     leftMargin: Theme.snug
     rightMargin: Theme.snug
     onOpened: index => rows.drill(index)

@@ -23,7 +23,10 @@ T.ItemDelegate {
     // Otherwise Space would click the row; the list decides what Space does.
     Keys.forwardTo: row.list !== null ? [row.list] : []
     // Hidden, because screen readers otherwise see pooled rows.
-    ListView.onPooled: visible = false
+    ListView.onPooled: {
+        visible = false;
+        list?.release(row);
+    }
     ListView.onReused: visible = true
     Accessible.role: Accessible.ListItem
     Accessible.name: text

@@ -14,6 +14,18 @@ ListView {
     // The space that rows leave for the scroll bar at their right.
     readonly property int gutter: bar.visible ? bar.width : 0
 
+    // The space above the first row and below the last one.
+    property int roomAbove: 0
+    property int roomBelow: 0
+
+    // The row under the pointer, which stays where it is while others come or go. Where the list is
+    // too short for that, its ends get more room until the pointer leaves. A search begins at the
+    // top, wherever the pointer rests.
+    property Item held: null
+    property real heldAt: 0
+    property real heldAbove: 0
+    property real heldBelow: 0
+
     signal opened(int index)
 
     function go(to) {
@@ -24,6 +36,42 @@ ListView {
         return Math.max(1, Math.floor(height / Math.max(1, currentItem?.height ?? Theme.rowHeight)) - 1);
     }
 
+    function hold() {
+        if (held !== null)
+            return;
+        const at = mapFromItem(null, pointer.point.scenePosition);
+        const isSearching = Window.activeFocusItem as TextInput !== null;
+        held = pointer.hovered && !isSearching ? itemAt(at.x + contentX, at.y + contentY) : null;
+        heldAt = (held?.y ?? 0) - contentY;
+        // The list learns of the change after this, and before the next frame.
+        Qt.callLater(putBack);
+    }
+
+    // Its row is gone.
+    function release(row) {
+        if (held === row)
+            held = null;
+    }
+    function putBack() {
+        forceLayout();
+        if (held === null)
+            return;
+        const wanted = held.y - heldAt;
+        const first = originY - roomAbove;
+        const last = Math.max(first, originY + contentHeight + roomBelow - height);
+        held = null;
+        heldAbove = Math.max(0, first - wanted);
+        heldBelow = Math.max(0, wanted - last);
+        contentY = wanted;
+    }
+    function settle() {
+        heldAbove = 0;
+        heldBelow = 0;
+        returnToBounds();
+    }
+
+    topMargin: roomAbove + heldAbove
+    bottomMargin: roomBelow + heldBelow
     clip: true
     boundsBehavior: Flickable.StopAtBounds
     reuseItems: true
@@ -73,6 +121,23 @@ ListView {
 
         onActiveChanged: if (active)
             list.keyed = false
+    }
+    HoverHandler {
+        id: pointer
+
+        onHoveredChanged: if (!hovered)
+            list.settle()
+    }
+    Connections {
+        target: list.model as QtObject
+        ignoreUnknownSignals: true
+
+        function onRowsAboutToBeInserted() {
+            list.hold();
+        }
+        function onRowsAboutToBeRemoved() {
+            list.hold();
+        }
     }
     T.ScrollBar.vertical: ScrollBar {
         id: bar

@@ -1,6 +1,6 @@
 import QtQuick
 
-// A search field; Escape or its button clears it.
+// A search field; Ctrl+F goes to it, Escape or its button clears it.
 Field {
     id: search
 
@@ -12,6 +12,11 @@ Field {
         clear();
     }
 
+    Shortcut {
+        sequence: "Ctrl+F"
+        enabled: search.visible
+        onActivated: search.forceActiveFocus(Qt.ShortcutFocusReason)
+    }
     Icon {
         symbol: "magnifyingglass"
         size: 15

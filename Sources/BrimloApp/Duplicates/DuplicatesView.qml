@@ -60,7 +60,7 @@ Screen {
 
                 label: qsTr("Duplicates")
                 model: screen.rows
-                bottomMargin: Theme.snug
+                roomBelow: Theme.snug
                 leftMargin: Theme.wide
                 rightMargin: Theme.wide
                 onOpened: index => screen.rows.reveal(index)

@@ -69,7 +69,7 @@ Screen {
         model: screen.rows
         visible: screen.rows.count > 0
         focus: true
-        bottomMargin: Theme.wide
+        roomBelow: Theme.wide
         onOpened: index => screen.rows.toggleExpanded(index)
         Keys.onSpacePressed: screen.rows.toggleExpanded(currentIndex)
         Keys.onRightPressed: (currentItem as HistoryRow)?.expand(true)

@@ -65,7 +65,7 @@ Screen {
 
                 label: qsTr("Large Files")
                 model: screen.rows
-                bottomMargin: Theme.snug
+                roomBelow: Theme.snug
                 leftMargin: Theme.snug
                 rightMargin: Theme.snug
                 onOpened: index => screen.rows.reveal(index)

@@ -46,11 +46,6 @@ Screen {
     RuleFiles {
         id: files
     }
-    Shortcut {
-        sequence: "Ctrl+F"
-        enabled: screen.visible && AppModel.rules.ruleDraft === null
-        onActivated: search.forceActiveFocus(Qt.ShortcutFocusReason)
-    }
     // The user's own rules, then the built-in ones. Return opens a rule or a copy of it, Space
     // switches a built-in rule, Delete deletes one of the user's, Right and Left show and hide the
     // places of a rule.
@@ -69,7 +64,7 @@ Screen {
         label: qsTr("Rules")
         model: screen.rows
         currentIndex: -1
-        bottomMargin: Theme.normal
+        roomBelow: Theme.normal
         leftMargin: Theme.snug
         rightMargin: Theme.snug
         section.property: "isCustom"

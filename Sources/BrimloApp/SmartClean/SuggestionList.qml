@@ -44,7 +44,7 @@ ScrollList {
     label: qsTr("Suggestions")
     model: rows
     currentIndex: -1
-    bottomMargin: Theme.tight
+    roomBelow: Theme.tight
     leftMargin: Theme.snug
     rightMargin: Theme.snug
     onOpened: index => open(index)

@@ -4,6 +4,7 @@
 #include "BrimloAppTests/Support/WindowTest.h"
 #include "BrimloCore/LeftAlone/LeftAlone.h"
 #include "BrimloCore/Support/StoragePaths.h"
+#include "BrimloCore/UserRules/UserRules.h"
 
 #include <gmock/gmock.h>
 
@@ -281,6 +282,42 @@ TEST_F(SmartCleanViewTest, TellsWhatWouldStayAndTakesWhatIsTickedInTheReview) {
     EXPECT_TRUE(exists(at("caches/large")));
     EXPECT_FALSE(exists(at("caches/small")) || exists(at("caches/7")));
     EXPECT_THAT(planned(), ElementsAre("mine/data", "caches/large")) << "what stayed stays ticked";
+}
+
+TEST_F(SmartCleanViewTest, MovesNoRowThatThePointerIsOn) {
+    for (int i = 0; i < 30; ++i) {
+        const std::string name = "rule " + std::to_string(i);
+        fill("many/" + name + "/file", 50'000);
+        UserRules::Draft draft{.name = name, .paths = {"~/many/" + name}};
+        draft.regenerates = "It is made again.";
+        draft.personas = {Persona::general};
+        ASSERT_TRUE(UserRules::save(UserRules::make(draft), UserRules::defaultDirectory()));
+    }
+    openScanned();
+    SmartClean& clean = *model().smartClean();
+    const auto place = [&](const char* row) { return get(kRow, row).mapToScene({}).y(); };
+    // Near the top, rows above can only go if the list gets room there.
+    const std::string first = clean.suggestions()[0].id;
+    const std::string second = clean.suggestions()[1].id;
+    const auto before = clean.suggestions();
+    const std::string name = clean.suggestions()[4].name + ",*";
+    const double at = place(name.c_str());
+    pointAt(box(name.c_str()));
+    clean.forgetRule(first);
+    await([&] { return place(name.c_str()) == at; }, "its place");
+    clean.forgetRule(second);
+    await([&] { return place(name.c_str()) == at; }, "its place");
+    clean.show(before);
+    await([&] { return place(name.c_str()) == at; }, "its place after rows came back");
+    clean.forgetRule(first);
+    await([&] { return place(name.c_str()) == at; }, "its place");
+    pointAt({300, 20});
+    EXPECT_LT(place(name.c_str()), at) << "the pointer left";
+
+    key(Qt::Key_F, Qt::ControlModifier);
+    pointAt(box(name.c_str()));
+    type("rule 7");
+    EXPECT_LT(place("rule 7,*"), at) << "a search begins at the top";
 }
 
 TEST_F(SmartCleanViewTest, CleansWhatWasReviewedAndUndoesIt) {

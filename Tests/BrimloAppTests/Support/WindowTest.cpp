@@ -228,6 +228,10 @@ void WindowTest::doubleClickAt(const QPointF scene) {
     QTest::mouseDClick(window_, Qt::LeftButton, {}, scene.toPoint());
 }
 
+void WindowTest::pointAt(const QPointF scene) {
+    QTest::mouseMove(window_, scene.toPoint());
+}
+
 void WindowTest::key(const int key, const Qt::KeyboardModifiers modifiers) {
     QTest::keyClick(window_, static_cast<Qt::Key>(key), modifiers);
 }

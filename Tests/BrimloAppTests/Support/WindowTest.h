@@ -56,6 +56,8 @@ protected:
     void choose(const QString& entry) { click(QAccessible::MenuItem, entry); }
     void clickAt(QPointF scene, Qt::MouseButton = Qt::LeftButton, Qt::KeyboardModifiers = {});
     void doubleClickAt(QPointF scene);
+    /// Moves the pointer there.
+    void pointAt(QPointF scene);
     [[nodiscard]] static QPointF middle(const QQuickItem& item);
 
     void key(int key, Qt::KeyboardModifiers modifiers = {});
