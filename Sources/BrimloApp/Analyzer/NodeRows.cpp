@@ -1,7 +1,6 @@
 #include "BrimloApp/Analyzer/NodeRows.h"
 
 #include "BrimloApp/Analyzer/Analyzer.h"
-#include "BrimloApp/Components/FileKind.h"
 #include "BrimloApp/Review/PlanReview.h"
 #include "BrimloApp/Rules/RuleBook.h"
 #include "BrimloApp/Shell/Shown.h"
@@ -12,16 +11,12 @@
 #include <QtGui/QGuiApplication>
 
 #include <algorithm>
-#include <array>
 #include <iterator>
 #include <utility>
 
 namespace Brimlo {
 
 namespace {
-
-constexpr std::array<const char*, FileKind::kAll.size()> kKindWords{
-    "folder", "video", "audio", "image", "archive", "code", "document", "other"};
 
 QVariant date(const NodeLine& row) {
     if (row.isAggregate) {
@@ -38,7 +33,7 @@ NodeLine lineOf(const FileNode& node) {
         .size = node.size,
         .fileCount = node.fileCount,
         .modified = node.modified,
-        .kind = FileKind::of(node),
+        .kind = kindOf(node),
         .isDirectory = node.isDirectory,
         .isAggregate = node.isAggregate,
         .canOpen = !node.children().empty(),
@@ -60,11 +55,8 @@ NodeRows::NodeRows(AppModel& app, Analyzer& analyzer)
            {"modified", date},
            {"isDirectory", [](const NodeLine& row) { return row.isDirectory; }},
            {"isAggregate", [](const NodeLine& row) { return row.isAggregate; }},
-           {"kind",
-               [](const NodeLine& row) {
-                   return kKindWords.at(static_cast<std::size_t>(row.kind));
-               }},
-           {"kindIndex", [](const NodeLine& row) { return row.kind; }},
+           {"kind", [](const NodeLine& row) { return words(rawValue(row.kind)); }},
+           {"kindIndex", [](const NodeLine& row) { return static_cast<int>(row.kind); }},
            {"canOpen", [](const NodeLine& row) { return row.canOpen; }},
            {"selected", [this](const NodeLine& row) { return isSelected(row.id); }},
            }} {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "BrimloApp/Shell/Rows.h"
+#include "BrimloCore/DiskScanner/FileKind.h"
 #include "BrimloCore/DiskScanner/FileNode.h"
 
 #include <QtQml/qqmlregistration.h>
@@ -23,7 +24,7 @@ struct NodeLine {
     std::int64_t size = 0;
     std::int64_t fileCount = 0;
     std::chrono::sys_seconds modified;
-    int kind = 0;  ///< A `FileKind::Case`.
+    FileKind kind = FileKind::other;
     bool isDirectory = false;
     bool isAggregate = false;
     bool canOpen = false;  ///< Whether it is a folder that is not empty.

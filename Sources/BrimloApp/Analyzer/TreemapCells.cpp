@@ -1,6 +1,6 @@
 #include "BrimloApp/Analyzer/TreemapCells.h"
 
-#include "BrimloApp/Components/FileKind.h"
+#include "BrimloApp/Components/FileKinds.h"
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloCore/DiskScanner/Squarify.h"
 #include "BrimloCore/Platform/Fmt.h"
@@ -42,15 +42,11 @@ std::vector<Squarify::Cell> layout(const NodeRows::Nodes& nodes, const QSizeF& s
 }
 
 QColor colorOf(const FileNode& node) {
-    const auto [red, green, blue] = FileKind::of(node).color();
+    QColor color = FileKinds::colorOf(kindOf(node));
     // All folders have one colour; the opacity makes neighbours distinct.
     const std::size_t shade = std::hash<std::string_view>{}(node.name()) % 25;
-    const double opacity = node.isDirectory ? 0.75 + static_cast<double>(shade) / 100 : 1;
-    return QColor::fromRgbF(
-        static_cast<float>(red),
-        static_cast<float>(green),
-        static_cast<float>(blue),
-        static_cast<float>(opacity));
+    color.setAlphaF(node.isDirectory ? 0.75F + static_cast<float>(shade) / 100 : 1);
+    return color;
 }
 
 /// Black or white, whichever has more contrast with `fill` over `ground`.
