@@ -1,3 +1,4 @@
+#include "BrimloCore/DiskScanner/FileKind.h"
 #include "BrimloCore/LargeFiles/LargeFiles.h"
 #include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Platform/Fmt.h"
@@ -15,6 +16,19 @@ struct Arguments {
     std::string path = "~";
     std::int64_t limit = 200;
     std::int64_t minSize = 52'428'800;
+    std::vector<std::string> kinds;
+    std::optional<std::int64_t> olderThan;
+
+    [[nodiscard]] LargeFiles::Filter filter() const {
+        LargeFiles::Filter filter{.minSize = minSize};
+        for (const std::string& word : kinds) {
+            filter.kinds.insert(*fileKindFromRawValue(word));  // Checked by the parser.
+        }
+        if (olderThan) {
+            filter.before = LargeFiles::daysAgo(*olderThan);
+        }
+        return filter;
+    }
 };
 
 void show(const std::vector<std::shared_ptr<FileNode>>& files, const Arguments& arguments) {
@@ -24,7 +38,10 @@ void show(const std::vector<std::shared_ptr<FileNode>>& files, const Arguments& 
         total = Bytes::sum(total, file->size);
     }
     if (files.empty()) {
-        Console::line("No file takes " + Fmt::bytes(arguments.minSize) + " or more.");
+        const bool isAny = arguments.kinds.empty() && !arguments.olderThan;
+        Console::line(
+            (isAny ? "No file takes " : "No such file takes ") + Fmt::bytes(arguments.minSize) +
+            " or more.");
     } else {
         Console::line(
             Console::bold(Console::count(files.size(), "file") + ", " + Fmt::bytes(total)));
@@ -42,7 +59,7 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
     {
         const Console::WalkProgress progress{control};
         files = LargeFiles::find(
-            root, static_cast<std::size_t>(arguments.limit), arguments.minSize, control);
+            root, static_cast<std::size_t>(arguments.limit), arguments.filter(), control);
     }
     const std::vector<std::string> unread = control.inaccessible();
     if (!files) {
@@ -66,6 +83,17 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
     return files ? ExitCode::done : ExitCode::problems;
 }
 
+/// The kinds that a file can be of.
+std::vector<std::string> kindWords() {
+    std::vector<std::string> words;
+    for (const FileKind kind : kAllFileKinds) {
+        if (kind != FileKind::folder) {
+            words.emplace_back(rawValue(kind));
+        }
+    }
+    return words;
+}
+
 }  // namespace
 
 void addLargeCommand(CLI::App& app, Tool& tool) {
@@ -85,11 +113,26 @@ void addLargeCommand(CLI::App& app, Tool& tool) {
             "Only files that take at least so many bytes of the disk (default: 52428800)")
         ->type_name("BYTES")
         ->check(wholeNumber());
+    command
+        ->add_option(
+            "--kind",
+            arguments->kinds,
+            "Only files of this kind: video, audio, image, archive (disk images, too), code "
+            "(programs, too), document or other")
+        ->allow_extra_args(false)
+        ->type_name("KIND")
+        ->check(CLI::IsMember(kindWords()));
+    command
+        ->add_option(
+            "--older-than", arguments->olderThan, "Only files not modified for so many days")
+        ->type_name("DAYS")
+        ->check(wholeNumber());
     command->footer(
         "Sizes are what the disk really holds, and a file with several names is listed once.\n"
-        "Other volumes are not entered.\n"
+        "Other volumes are not entered. A file's kind depends on its extension; --kind can be\n"
+        "given several times.\n"
         "Example:\n"
-        "  brimlo large ~/Downloads --min-size 1000000000");
+        "  brimlo large ~/Downloads --kind video --kind archive --older-than 180");
 }
 
 }  // namespace Brimlo

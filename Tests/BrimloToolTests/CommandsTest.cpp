@@ -22,6 +22,23 @@ TEST_F(CommandsTest, ListsLargeFiles) {
         "[{name,path,size,isDirectory,isAggregate,modified,fileCount}]");
     EXPECT_TRUE(run({"large", "a", "--limit", "1", "--min-size", "1"})
                     .out.ends_with("  ~/a/new\uFFFDline\uFFFD\n1 file, 3 MB\n"));
+    age(write("a/film.mkv", std::string(1'000'000, 'x')), 9);
+    for (const std::string days : {"8", "10"}) {
+        EXPECT_EQ(
+            run({"large",
+                 "--kind",
+                 "video",
+                 "--kind",
+                 "audio",
+                 "--older-than",
+                 days,
+                 "a",
+                 "--min-size",
+                 "1000"})
+                .out.ends_with("  ~/a/film.mkv\n1 file, 1 MB\n"),
+            days == "8");
+    }
+    EXPECT_EQ(run({"large", "--kind", "film"}).exitCode, 2);
 }
 
 TEST_F(CommandsTest, TellsWhatIsWrong) {

@@ -23,6 +23,7 @@ CASES = [
     ("brimlo trash ", ["size", "purge", "empty"]),
     ("brimlo size manu", ["manual.txt"]),
     ("brimlo scan --sort=na", ["name"]),
+    ("brimlo large --kind vi", ["video"]),
     ("brimlo trash purge --o", ["--older-than"]),
     ("brimlo suggest --persona gam", ["gamedev", "gaming"]),
     ("brimlo clean --rule npm.c", ["npm.cache"]),

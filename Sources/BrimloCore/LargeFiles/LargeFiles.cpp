@@ -29,16 +29,19 @@ using Files = std::vector<std::shared_ptr<FileNode>>;
 /// The largest files so far, in an order that doesn't depend on when each is met. Any thread.
 class TopList {
 public:
-    TopList(std::size_t limit, std::int64_t minSize)
+    TopList(std::size_t limit, const Filter& filter)
         : limit_{limit}
-        , threshold_{minSize} {}
+        , filter_{filter}
+        , threshold_{filter.minSize} {}
 
-    /// A file of less can't enter the list any more.
-    [[nodiscard]] std::int64_t threshold() const {
-        return threshold_.load(std::memory_order_relaxed);
+    /// Whether a file may enter the list. One of less than the threshold can't any more.
+    [[nodiscard]] bool takes(std::string_view name, const EntryStatus& status) const {
+        return status.allocatedBytes >= threshold() &&
+               (!filter_.before || status.modified < *filter_.before) &&
+               (filter_.kinds.empty() || filter_.kinds.contains(kindOfFile(name)));
     }
 
-    /// Adds a file of at least the threshold if it belongs to the largest. Another name of a file
+    /// Adds a file that `takes` let through if it belongs to the largest. Another name of a file
     /// that is listed takes its place if it comes first in the order of paths.
     void consider(std::string path, const EntryStatus& status) {
         const std::lock_guard guard{lock_};
@@ -91,7 +94,12 @@ private:
     };
     using Sorted = std::map<Key, EntryStatus>;
 
+    [[nodiscard]] std::int64_t threshold() const {
+        return threshold_.load(std::memory_order_relaxed);
+    }
+
     const std::size_t limit_;
+    const Filter& filter_;
     std::atomic<std::int64_t> threshold_;  ///< Only rises.
     std::mutex lock_;
     Sorted files_;                                                         // guarded by lock_
@@ -185,7 +193,7 @@ private:
                 if (status->kind == EntryStatus::Kind::file) {
                     ++files;
                     bytes = Bytes::sum(bytes, status->allocatedBytes);
-                    if (status->allocatedBytes >= top_.threshold()) {
+                    if (top_.takes(entry.name, *status)) {
                         top_.consider(Path::join(path, entry.name), *status);
                     }
                 } else if (status->kind == EntryStatus::Kind::directory) {
@@ -219,10 +227,16 @@ private:
 
 }  // namespace
 
+std::chrono::sys_seconds daysAgo(std::int64_t days) {
+    const auto now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
+    const std::int64_t most = std::chrono::floor<std::chrono::days>(now).time_since_epoch().count();
+    return now - std::chrono::days{std::min(days, most)};
+}
+
 std::optional<Files> find(
-    const std::string& root, std::size_t limit, std::int64_t minSize, ScanControl& control) {
+    const std::string& root, std::size_t limit, const Filter& filter, ScanControl& control) {
     assert(limit > 0);
-    TopList top{limit, minSize};
+    TopList top{limit, filter};
     if (!Path::isUsable(root) || !Walk{top, control}.run(Path::standardized(root))) {
         return std::nullopt;
     }

@@ -1,20 +1,35 @@
 #pragma once
 
+#include "BrimloCore/DiskScanner/FileKind.h"
 #include "BrimloCore/DiskScanner/FileNode.h"
 #include "BrimloCore/DiskScanner/ScanControl.h"
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
 /// The largest files below a folder, found without keeping a tree.
 namespace Brimlo::LargeFiles {
 
-/// The `limit` largest files below `root` that take at least `minSize` bytes, the largest first;
-/// nullopt when `root` is not a folder that can be read.
+/// Which files count. A file has to meet each condition.
+struct Filter {
+    std::int64_t minSize = 0;  ///< It takes at least so many bytes of the disk.
+    std::set<FileKind> kinds;  ///< It is of one of these kinds; of any kind if there are none.
+    std::optional<std::chrono::sys_seconds> before;  ///< It was last modified before this moment.
+
+    bool operator==(const Filter&) const = default;
+};
+
+/// The moment so many days before now, for `Filter::before`; in 1970 at the earliest.
+[[nodiscard]] std::chrono::sys_seconds daysAgo(std::int64_t days);
+
+/// The `limit` largest files below `root` that `filter` lets through, the largest first; nullopt
+/// when `root` is not a folder that can be read.
 ///
 /// Sizes are allocated bytes. Equal files are in the order of their paths, which also decides which
 /// of them end a full list, and a hard-linked file is listed once, under the first of its paths.
@@ -25,6 +40,6 @@ namespace Brimlo::LargeFiles {
 /// on another volume. Cancelled, it returns what was found so far. Uses several threads; blocks
 /// until all are done.
 [[nodiscard]] std::optional<std::vector<std::shared_ptr<FileNode>>> find(
-    const std::string& root, std::size_t limit, std::int64_t minSize, ScanControl& control);
+    const std::string& root, std::size_t limit, const Filter& filter, ScanControl& control);
 
 }  // namespace Brimlo::LargeFiles

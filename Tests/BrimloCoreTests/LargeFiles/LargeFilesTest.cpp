@@ -21,9 +21,13 @@ namespace fs = std::filesystem;
 using Lines = std::vector<std::string>;
 
 /// The paths, checked to come with their sizes as far as these can be asked for.
-Lines find(const std::string& root, std::size_t limit, std::int64_t minSize, ScanControl& control) {
+Lines pathsFound(
+    const std::string& root,
+    std::size_t limit,
+    const LargeFiles::Filter& filter,
+    ScanControl& control) {
     Lines paths;
-    const auto found = LargeFiles::find(root, limit, minSize, control);
+    const auto found = LargeFiles::find(root, limit, filter, control);
     for (const auto& node : found.value_or(std::vector<std::shared_ptr<FileNode>>{})) {
         const std::string path = node->path();
         EXPECT_TRUE(
@@ -78,7 +82,9 @@ TEST_F(LargeFilesTest, AgreesWithThePlainSearchOnGeneratedTrees) {
             const std::string root = at(folders.front());
             const auto minSize = static_cast<std::int64_t>(4'096 * below(4));
             ScanControl control;
-            EXPECT_EQ(find(root, limit, minSize, control), plainFind(root, limit, minSize));
+            EXPECT_EQ(
+                pathsFound(root, limit, {.minSize = minSize}, control),
+                plainFind(root, limit, minSize));
             EXPECT_EQ(control.progress().files, std::ssize(names));
             EXPECT_EQ(control.progress().bytes, bytes);
         }
@@ -96,16 +102,49 @@ TEST_F(LargeFilesTest, TakesNothingButFilesAndTellsWhatItCannotOpen) {
     chmod(at("a/closed").c_str(), 0);
     Testing::asOrdinaryUser(home(), [&] {
         ScanControl control;
-        EXPECT_EQ(find(at("missing"), 1, 0, control), Lines{});
-        EXPECT_EQ(find(big, 1, 0, control), Lines{});
-        EXPECT_EQ(find(at("a"), 9, 1, control), Lines{big});
+        EXPECT_EQ(pathsFound(at("missing"), 1, {}, control), Lines{});
+        EXPECT_EQ(pathsFound(big, 1, {}, control), Lines{});
+        EXPECT_EQ(pathsFound(at("a"), 9, {.minSize = 1}, control), Lines{big});
         EXPECT_EQ(control.progress().files, 2);
         EXPECT_EQ(control.inaccessible(), (Lines{at("a/closed")}))
             << "what is no folder lacks none";
         control.cancel();
-        EXPECT_EQ(find(big, 9, 0, control), Lines{});
+        EXPECT_EQ(pathsFound(big, 9, {}, control), Lines{});
         EXPECT_EQ(control.inaccessible().size(), 1U);
     });
+}
+
+TEST_F(LargeFilesTest, FindsTheLargestOfThoseThatTheFilterLetsThrough) {
+    struct Case {
+        const char* name;
+        LargeFiles::Filter filter;
+        Lines found;
+    };
+    const auto big = [&](const char* name, int blocks) {
+        return write(name, std::string(4'096 * static_cast<std::size_t>(blocks), 'x'));
+    };
+    const std::string disk = big("a/disk.ISO", 9);
+    const std::string film = big("a/b/film.mkv", 8);
+    const std::string clip = big("a/clip.v2.MP4", 3);
+    const std::string plain = big("a/.mp4", 7);
+    age(clip, 40);
+    age(plain, 29);
+    const auto monthAgo = LargeFiles::daysAgo(30);
+    const Case cases[] = {
+        {"no condition",    {},                                                 {disk, film}},
+        {"one kind",        {.kinds = {FileKind::video}},                       {film, clip}},
+        {"several kinds",   {.kinds = {FileKind::video, FileKind::archive}},    {disk, film}},
+        {"no extension",    {.kinds = {FileKind::other}},                       {plain}     },
+        {"an age",          {.before = monthAgo},                               {clip}      },
+        {"size and kind",   {.minSize = 5 * 4'096, .kinds = {FileKind::video}}, {film}      },
+        {"a kind, too new", {.kinds = {FileKind::archive}, .before = monthAgo}, {}          },
+        {"older than all",  {.before = LargeFiles::daysAgo(INT64_MAX)},         {}          },
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        ScanControl control;
+        EXPECT_EQ(pathsFound(at("a"), 2, c.filter, control), c.found);
+    }
 }
 
 TEST_F(LargeFilesTest, ReachesTheBottomOfADeepFolderWithFewDescriptors) {
@@ -113,7 +152,7 @@ TEST_F(LargeFilesTest, ReachesTheBottomOfADeepFolderWithFewDescriptors) {
     const rlimit few{.rlim_cur = 60, .rlim_max = 60};
     ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &few), 0);
     ScanControl control;
-    EXPECT_EQ(find(at("deep"), 1, 0, control).size(), 1U);
+    EXPECT_EQ(pathsFound(at("deep"), 1, {}, control).size(), 1U);
     EXPECT_EQ(control.progress().bytes, deep.fileBlocks());
 }
 

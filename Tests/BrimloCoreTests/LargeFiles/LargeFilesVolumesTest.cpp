@@ -19,11 +19,11 @@ TEST_F(LargeFilesVolumesTest, BothWalksStayOnTheVolumeOfTheFolderThatWasOpened) 
         }
         fill("a/volume/file", 50'000);
         ScanControl control;
-        const auto found = LargeFiles::find(way + "/", 9, 1, control);
+        const auto found = LargeFiles::find(way + "/", 9, {.minSize = 1}, control);
         ASSERT_TRUE(found && found->size() == 1U);
         EXPECT_EQ(found->front()->path(), way + "/file");
         EXPECT_EQ(control.otherVolumes(), Lines{});
-        EXPECT_TRUE(LargeFiles::find(at("a"), 9, 1, control)->empty());
+        EXPECT_TRUE(LargeFiles::find(at("a"), 9, {.minSize = 1}, control)->empty());
         EXPECT_EQ(control.otherVolumes(), Lines{volume});
 
         const auto scan = std::make_shared<ScanControl>();
