@@ -3,7 +3,6 @@
 #include "BrimloApp/LargeFiles/LargeFileRows.h"
 #include "BrimloApp/Review/Cleanup.h"
 #include "BrimloApp/Shell/Shown.h"
-#include "BrimloCore/LargeFiles/LargeFiles.h"
 
 #include <utility>
 
@@ -12,7 +11,6 @@ namespace Brimlo {
 namespace {
 
 constexpr std::size_t kMostFiles = 200;
-constexpr std::int64_t kLeastSize = 52'428'800;
 
 }  // namespace
 
@@ -26,14 +24,52 @@ void LargeFileSearch::start(std::shared_ptr<ScanControl> control) {
     setFiles({});
     runInBackground(
         this,
-        [root = root(), control] {
-            return LargeFiles::find(root, kMostFiles, kLeastSize, *control).value_or(Files{});
+        [root = root(), filter = choice_.filter(), control] {
+            return LargeFiles::find(root, kMostFiles, filter, *control).value_or(Files{});
         },
         [control](LargeFileSearch& search, Files found) {
             search.setFiles(std::move(found));
             search.removeFiles(std::exchange(search.wentMeanwhile_, {}));
             search.end(*control);
         });
+}
+
+LargeFiles::Filter LargeFileSearch::Choice::filter() const {
+    LargeFiles::Filter filter{.minSize = minSize};
+    for (const FileKind kind : kAllFileKinds) {
+        if (((kinds >> static_cast<int>(kind)) & 1) != 0) {
+            filter.kinds.insert(kind);
+        }
+    }
+    if (olderThan > 0) {
+        filter.before = LargeFiles::daysAgo(olderThan);
+    }
+    return filter;
+}
+
+void LargeFileSearch::choose(Choice choice) {
+    if (std::exchange(choice_, choice) != choice) {
+        Q_EMIT filterChanged();
+        findAgainIf([](const auto&) { return true; });
+    }
+}
+
+void LargeFileSearch::setKinds(int kinds) {
+    Choice choice = choice_;
+    choice.kinds = kinds;
+    choose(choice);
+}
+
+void LargeFileSearch::setOlderThan(int days) {
+    Choice choice = choice_;
+    choice.olderThan = days;
+    choose(choice);
+}
+
+void LargeFileSearch::setMinSize(double bytes) {
+    Choice choice = choice_;
+    choice.minSize = static_cast<std::int64_t>(bytes);
+    choose(choice);
 }
 
 void LargeFileSearch::setFiles(Files files) {

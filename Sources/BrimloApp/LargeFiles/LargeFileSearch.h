@@ -2,7 +2,9 @@
 
 #include "BrimloApp/Shell/FolderSearch.h"
 #include "BrimloCore/DiskScanner/FileNode.h"
+#include "BrimloCore/LargeFiles/LargeFiles.h"
 
+#include <cstdint>
 #include <memory>
 #include <set>
 #include <string>
@@ -20,6 +22,10 @@ class LargeFileSearch : public Brimlo::FolderSearch {
     Q_MOC_INCLUDE("BrimloApp/LargeFiles/LargeFileRows.h")
 
     Q_PROPERTY(Brimlo::LargeFileRows* rows READ rows CONSTANT)
+    Q_PROPERTY(int kinds READ kinds WRITE setKinds NOTIFY filterChanged)
+    Q_PROPERTY(int olderThan READ olderThan WRITE setOlderThan NOTIFY filterChanged)
+    Q_PROPERTY(double minSize READ minSize WRITE setMinSize NOTIFY filterChanged)
+    Q_PROPERTY(bool isFiltered READ isFiltered NOTIFY filterChanged)
 
 public:
     using Files = std::vector<std::shared_ptr<FileNode>>;
@@ -34,6 +40,19 @@ public:
     [[nodiscard]] const Files& files() const { return files_; }
     void setFiles(Files files);
 
+    // Another value searches again if there was a search.
+
+    /// The kinds that count, a bit for each index of `FileKinds`; 0 for all kinds.
+    [[nodiscard]] int kinds() const { return choice_.kinds; }
+    void setKinds(int kinds);
+    /// Only files not modified for so many days; 0 for any age.
+    [[nodiscard]] int olderThan() const { return choice_.olderThan; }
+    void setOlderThan(int days);
+    /// Only files that take at least so many bytes.
+    [[nodiscard]] double minSize() const { return static_cast<double>(choice_.minSize); }
+    void setMinSize(double bytes);
+    [[nodiscard]] bool isFiltered() const { return choice_ != Choice{}; }
+
     /// Moves a file to the Trash, and then removes it from the list.
     void trash(const std::shared_ptr<FileNode>& file);
     void reveal(const std::string& path);
@@ -42,12 +61,26 @@ public:
 
 Q_SIGNALS:
     void filesChanged();
+    void filterChanged();
 
 private:
+    /// What the user wants to find, as the window shows it.
+    struct Choice {
+        int kinds = 0;
+        int olderThan = 0;
+        std::int64_t minSize = 52'428'800;
+
+        bool operator==(const Choice&) const = default;
+
+        [[nodiscard]] LargeFiles::Filter filter() const;
+    };
+    void choose(Choice choice);
+
     void start(std::shared_ptr<ScanControl> control) override;
     void removeFiles(const std::set<std::string>& paths);
 
     Files files_;
+    Choice choice_;
     std::set<std::string> wentMeanwhile_;  ///< Paths deleted since the search began.
     const std::unique_ptr<LargeFileRows> rows_;
 };

@@ -19,7 +19,17 @@ Screen {
         invitation: qsTr("Drop the folder to search it")
         onFolderDropped: address => screen.search.findInDropped(address)
     }
+    LargeFileFilters {
+        id: filters
+
+        visible: screen.search.isSearching || screen.search.hasSearched || screen.search.isFiltered
+        Layout.fillWidth: true
+        Layout.topMargin: Theme.snug
+        Layout.leftMargin: Theme.wide
+        Layout.rightMargin: Theme.wide
+    }
     SearchScreens {
+        focusIsBeside: filters.activeFocus
         isBusy: screen.search.isSearching
         hasResults: !screen.search.isSearching && screen.rows.count > 0
         Layout.fillWidth: true
@@ -89,11 +99,12 @@ Screen {
         id: panel
 
         readonly property bool searched: AppModel.largeFiles.hasSearched
+        readonly property string nothing: AppModel.largeFiles.isFiltered ? qsTr("No file fits the filters") : qsTr("Nothing 50 MB or larger")
 
         symbol: searched ? "checkmark.circle" : "doc.text.magnifyingglass"
         eyebrow: qsTr("Large Files")
         title: searched ? qsTr("No large files found.") : qsTr("Find your biggest files.")
-        line: searched && AppModel.largeFiles.unreadableCount > 0 ? qsTr("Nothing 50 MB or larger in what could be read. %1 folders could not be.").arg(Format.count(AppModel.largeFiles.unreadableCount)) : searched ? qsTr("Nothing 50 MB or larger in this folder. Try another folder.") : qsTr("Lists the biggest individual files (50 MB or more) so you can spot space hogs. Nothing is removed until you choose Move to Trash on a file, and it goes to the Trash first with full undo.")
+        line: searched && AppModel.largeFiles.unreadableCount > 0 ? qsTr("%1 in what could be read. %2 folders could not be.").arg(nothing).arg(Format.count(AppModel.largeFiles.unreadableCount)) : searched ? qsTr("%1 in this folder. Try another folder.").arg(nothing) : qsTr("Lists the biggest individual files (50 MB or more) so you can spot space hogs. Nothing is removed until you choose Move to Trash on a file, and it goes to the Trash first with full undo.")
         actions: [
             SolidButton {
                 text: panel.searched ? qsTr("Search again") : qsTr("Find large files")

@@ -1,18 +1,21 @@
 import QtQuick
 import Brimlo
 
-// The three states of a search: before it, running, and with results. The visible one has focus.
+// The three states of a search: before it, running, and with results. The visible one has focus,
+// unless a control beside the states has it.
 Item {
     id: screens
 
     property bool isBusy: false
     property bool hasResults: false
+    property bool focusIsBeside: false
     property alias start: startScope.data
     property alias busy: busyScope.data
     property alias results: resultScope.data
 
     function settle() {
-        (isBusy ? busyState : hasResults ? resultScope : startScope).focus = true;
+        if (!focusIsBeside)
+            (isBusy ? busyState : hasResults ? resultScope : startScope).focus = true;
     }
 
     onIsBusyChanged: settle()

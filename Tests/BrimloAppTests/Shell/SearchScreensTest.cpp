@@ -85,6 +85,35 @@ TEST_F(SearchScreensTest, LargeFilesShowsTheFirstStateThatHolds) {
     EXPECT_THAT(seen(states), ElementsAre("No large files found.", "Search again"));
 }
 
+TEST_F(SearchScreensTest, ChipsFilterLargeFilesAndKeepTheFocus) {
+    fill("tree/film.mkv", 60);
+    fill("tree/song.wav", 55);
+    fill("tree/disk.iso", 58);
+    age(at("tree/disk.iso"), 40);
+    model().largeFiles()->setRoot(at("tree"));
+    open(Section::LargeFiles);
+    press("Find large files");
+    finish();
+    const auto shows = [&](const std::vector<const char*>& rows) {
+        finish();
+        return seen({"disk.iso, *", "film.mkv, *", "song.wav, *", "No large files found."}) ==
+               std::vector<std::string>(rows.begin(), rows.end());
+    };
+    click(QAccessible::CheckBox, "Video");
+    EXPECT_TRUE(shows({"film.mkv, *"}));
+    EXPECT_TRUE(get(QAccessible::CheckBox, "Video").hasActiveFocus());
+    click(QAccessible::CheckBox, "Audio");
+    EXPECT_TRUE(shows({"film.mkv, *", "song.wav, *"}));
+    expectLaidOut();
+    click(QAccessible::CheckBox, "Video");
+    model().largeFiles()->setMinSize(57e6);
+    EXPECT_TRUE(shows({"No large files found."}));
+    click(QAccessible::CheckBox, "Audio");
+    EXPECT_TRUE(shows({"disk.iso, *", "film.mkv, *"}));
+    model().largeFiles()->setOlderThan(30);
+    EXPECT_TRUE(shows({"disk.iso, *"}));
+}
+
 TEST_F(SearchScreensTest, DuplicatesShowsTheFirstStateThatHolds) {
     const std::vector<const char*> states{
         "Comparing files…",
