@@ -101,6 +101,11 @@ ScrollList {
         text: Format.widestDate(Theme.family, Theme.body)
     }
     Shortcut {
+        sequence: "Shift+F10"
+        enabled: list.activeFocus
+        onActivated: list.showMenu(list.currentIndex)
+    }
+    Shortcut {
         sequence: "Ctrl+A"
         enabled: list.activeFocus
         onActivated: list.rows.selectAll()

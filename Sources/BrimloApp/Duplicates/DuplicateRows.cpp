@@ -1,10 +1,16 @@
 #include "BrimloApp/Duplicates/DuplicateRows.h"
 
 #include "BrimloApp/Duplicates/DuplicateSearch.h"
+#include "BrimloApp/Review/PlanReview.h"
 #include "BrimloApp/Shell/Shown.h"
+#include "BrimloCore/DiskScanner/FileTree.h"
 #include "BrimloCore/Models/Bytes.h"
 
+#include <QtGui/QClipboard>
+#include <QtGui/QGuiApplication>
+
 #include <algorithm>
+#include <memory>
 
 namespace Brimlo {
 
@@ -86,11 +92,41 @@ void DuplicateRows::trash(int row) {
     }
 }
 
-void DuplicateRows::reveal(int row) {
+// ---- Actions on one file -------------------------------------------------------------------
+
+const DuplicateLine* DuplicateRows::fileAt(int row) const {
     const Line* line = rows_.at(row);
-    if (line != nullptr && !line->isGroup()) {
-        search_.reveal(line->path);
+    return line != nullptr && !line->isGroup() ? line : nullptr;
+}
+
+void DuplicateRows::open(int row) {
+    if (const Line* file = fileAt(row)) {
+        search_.app().openFile(file->path);
     }
+}
+
+void DuplicateRows::reveal(int row) {
+    if (const Line* file = fileAt(row)) {
+        search_.app().reveal({file->path});
+    }
+}
+
+void DuplicateRows::copyPath(int row) {
+    if (const Line* file = fileAt(row)) {
+        QGuiApplication::clipboard()->setText(fromPath(file->path));
+    }
+}
+
+void DuplicateRows::review(int row) {
+    const Line* file = fileAt(row);
+    if (file == nullptr) {
+        return;
+    }
+    const auto group = std::ranges::find(search_.groups(), file->group, &DuplicateGroup::id);
+    const std::int64_t size = group == search_.groups().end() ? 0 : group->size;
+    const auto tree = std::make_shared<FileTree>();
+    search_.review()->openNodes(
+        {tree->add({.name = file->path, .size = size, .fileCount = 1}).shared()});
 }
 
 }  // namespace Brimlo

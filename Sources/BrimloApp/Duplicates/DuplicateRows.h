@@ -50,14 +50,24 @@ public:
     Q_INVOKABLE void clone(int row);
     /// Moves all files of a group but the first to the Trash.
     Q_INVOKABLE void trash(int row);
+    /// Whether it is the row of a file; the actions below do nothing on other rows.
+    Q_INVOKABLE [[nodiscard]] bool isFile(int row) const { return fileAt(row) != nullptr; }
+    /// Opens a file with its application.
+    Q_INVOKABLE void open(int row);
     /// Shows a file in the file manager.
     Q_INVOKABLE void reveal(int row);
+    /// Copies the path of a file to the clipboard.
+    Q_INVOKABLE void copyPath(int row);
+    /// Opens the review of one file.
+    Q_INVOKABLE void review(int row);
 
 Q_SIGNALS:
     void figuresChanged();
 
 private:
     void refresh();
+    /// The row of a file; null for any other.
+    [[nodiscard]] const DuplicateLine* fileAt(int row) const;
     /// The group of a group's row; nullopt for the row of a file.
     [[nodiscard]] std::optional<DuplicateGroup> groupAt(int row) const;
 

@@ -3,6 +3,7 @@
 #include "BrimloApp/Duplicates/DuplicateRows.h"
 #include "BrimloApp/Overview/Machine.h"
 #include "BrimloApp/Review/Cleanup.h"
+#include "BrimloApp/Review/PlanReview.h"
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloCore/Cleaner/DuplicateExtras.h"
 
@@ -18,6 +19,7 @@ constexpr std::int64_t kLeastSize = 1'048'576;
 
 DuplicateSearch::DuplicateSearch(AppModel& app)
     : FolderSearch{app}
+    , review_{std::make_unique<PlanReview>(app)}
     , rows_{std::make_unique<DuplicateRows>(*this)} {}
 
 DuplicateSearch::~DuplicateSearch() = default;
@@ -59,8 +61,13 @@ void DuplicateSearch::trash(const DuplicateGroup& group) {
     app().cleanup()->run(DuplicateExtras::plan({group}), [this, id = group.id] { remove(id); });
 }
 
-void DuplicateSearch::reveal(const std::string& path) {
-    app().reveal({path});
+void DuplicateSearch::forget(const std::set<std::string>& paths) {
+    Groups left = groups_;
+    for (DuplicateGroup& group : left) {
+        std::erase_if(group.paths, [&](const auto& path) { return paths.contains(path); });
+    }
+    std::erase_if(left, [](const DuplicateGroup& group) { return group.paths.size() < 2; });
+    setGroups(std::move(left));
 }
 
 void DuplicateSearch::remove(const Uuid& id) {

@@ -4,12 +4,14 @@
 #include "BrimloCore/Cleaner/DuplicateFinder.h"
 
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
 namespace Brimlo {
 
 class DuplicateRows;
+class PlanReview;
 
 /// The search for equal files, and the actions on the groups found. Main thread.
 class DuplicateSearch : public Brimlo::FolderSearch {
@@ -17,8 +19,10 @@ class DuplicateSearch : public Brimlo::FolderSearch {
     QML_ELEMENT
     QML_UNCREATABLE("A part of the model")
     Q_MOC_INCLUDE("BrimloApp/Duplicates/DuplicateRows.h")
+    Q_MOC_INCLUDE("BrimloApp/Review/PlanReview.h")
 
     Q_PROPERTY(Brimlo::DuplicateRows* rows READ rows CONSTANT)
+    Q_PROPERTY(Brimlo::PlanReview* review READ review CONSTANT)
 
 public:
     using Groups = std::vector<DuplicateGroup>;
@@ -29,6 +33,8 @@ public:
     Q_DISABLE_COPY_MOVE(DuplicateSearch)
 
     [[nodiscard]] DuplicateRows* rows() const { return rows_.get(); }
+    [[nodiscard]] PlanReview* review() const { return review_.get(); }
+    using FolderSearch::app;
     /// The most wasted bytes first.
     [[nodiscard]] const Groups& groups() const { return groups_; }
     void setGroups(Groups groups);
@@ -39,7 +45,8 @@ public:
     /// Moves all files of a group but the first to the Trash; the group is removed from the list,
     /// whatever the outcome.
     void trash(const DuplicateGroup& group);
-    void reveal(const std::string& path);
+    /// Removes deleted files from their groups, and groups of which fewer than two files remain.
+    void forget(const std::set<std::string>& paths);
 
 Q_SIGNALS:
     void groupsChanged();
@@ -49,6 +56,7 @@ private:
     void remove(const Uuid& id);
 
     Groups groups_;
+    const std::unique_ptr<PlanReview> review_;
     const std::unique_ptr<DuplicateRows> rows_;
 };
 

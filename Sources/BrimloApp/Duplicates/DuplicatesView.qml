@@ -19,6 +19,9 @@ Screen {
         invitation: qsTr("Drop the folder to search it")
         onFolderDropped: address => screen.search.findInDropped(address)
     }
+    DisposeSheet {
+        review: screen.search.review
+    }
     SearchScreens {
         isBusy: screen.search.isSearching
         hasResults: !screen.search.isSearching && screen.rows.count > 0
@@ -55,15 +58,14 @@ Screen {
             }
             // The groups of equal files, each a card made of several rows. Return shows a file in
             // the file manager.
-            ScrollList {
+            EntryList {
                 id: list
 
                 label: qsTr("Duplicates")
-                model: screen.rows
+                rows: screen.rows
                 roomBelow: Theme.snug
                 leftMargin: Theme.wide
                 rightMargin: Theme.wide
-                onOpened: index => screen.rows.reveal(index)
                 focus: true
                 Layout.fillWidth: true
                 Layout.fillHeight: true

@@ -10,6 +10,7 @@ ListRow {
     required property string name
     required property string path
     required property real size
+    required selected
 
     signal revealed
     signal trashed

@@ -1,11 +1,15 @@
 #include "BrimloApp/LargeFiles/LargeFileRows.h"
 
 #include "BrimloApp/LargeFiles/LargeFileSearch.h"
+#include "BrimloApp/Review/PlanReview.h"
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloCore/Models/Bytes.h"
 
+#include <QtGui/QClipboard>
+#include <QtGui/QGuiApplication>
+
 #include <algorithm>
-#include <memory>
+#include <iterator>
 #include <utility>
 
 namespace Brimlo {
@@ -18,8 +22,10 @@ LargeFileRows::LargeFileRows(LargeFileSearch& search)
            {"name", [](const LargeFile& file) { return shown(file.name); }},
            {"path", [](const LargeFile& file) { return shown(file.path); }},
            {"size", [](const LargeFile& file) { return number(file.size); }},
+           {"selected", [this](const LargeFile& file) { return selection_.contains(file.id); }},
            }} {
     connect(&search, &LargeFileSearch::filesChanged, this, &LargeFileRows::refresh);
+    connect(search.review(), &PlanReview::confirmed, this, &LargeFileRows::clearSelection);
 }
 
 void LargeFileRows::refresh() {
@@ -33,7 +39,14 @@ void LargeFileRows::refresh() {
              .size = file->size});
         total = Bytes::sum(total, file->size);
     }
+    Selection left;
+    for (const LargeFile& file : rows) {
+        if (selection_.contains(file.id)) {
+            left.insert(file.id);
+        }
+    }
     rows_.set(std::move(rows));
+    setSelection(std::move(left));
     if (std::exchange(totalBytes_, total) != total) {
         Q_EMIT totalBytesChanged();
     }
@@ -48,19 +61,98 @@ void LargeFileRows::trash(int row) {
     if (chosen == nullptr) {
         return;
     }
-    const auto& files = search_.files();
-    const auto file =
-        std::ranges::find(files, chosen->id, [](const auto& each) { return each->id(); });
-    if (file != files.end()) {
-        // Copied, because the list that holds it is about to change.
-        search_.trash(std::shared_ptr{*file});
+    for (const auto& file : nodes({chosen->id})) {
+        search_.trash(file);
     }
 }
 
 void LargeFileRows::reveal(int row) {
     if (const LargeFile* chosen = rows_.at(row)) {
-        search_.reveal(chosen->path);
+        search_.app().reveal({chosen->path});
     }
+}
+
+void LargeFileRows::open(int row) {
+    if (const LargeFile* chosen = rows_.at(row)) {
+        search_.app().openFile(chosen->path);
+    }
+}
+
+void LargeFileRows::copyPath(int row) {
+    if (const LargeFile* chosen = rows_.at(row)) {
+        QGuiApplication::clipboard()->setText(fromPath(chosen->path));
+    }
+}
+
+void LargeFileRows::revealSelected() {
+    std::vector<std::string> paths;
+    for (const auto& node : nodes(selection_)) {
+        paths.push_back(node->path());
+    }
+    search_.app().reveal(paths);
+}
+
+void LargeFileRows::review(int row) {
+    if (const LargeFile* chosen = rows_.at(row)) {
+        const bool isSelected = selection_.contains(chosen->id);
+        search_.review()->openNodes(nodes(isSelected ? selection_ : Selection{chosen->id}));
+    }
+}
+
+void LargeFileRows::reviewSelected() {
+    search_.review()->openNodes(nodes(selection_));
+}
+
+// ---- The selection -------------------------------------------------------------------------
+
+std::vector<std::shared_ptr<FileNode>> LargeFileRows::nodes(const Selection& ids) const {
+    std::vector<std::shared_ptr<FileNode>> nodes;
+    std::ranges::copy_if(search_.files(), std::back_inserter(nodes), [&](const auto& file) {
+        return ids.contains(file->id());
+    });
+    return nodes;
+}
+
+double LargeFileRows::selectedSize() const {
+    std::int64_t size = 0;
+    for (const auto& node : nodes(selection_)) {
+        size = Bytes::sum(size, node->size);
+    }
+    return number(size);
+}
+
+void LargeFileRows::setSelection(Selection selection) {
+    if (std::exchange(selection_, std::move(selection)) != selection_) {
+        if (count() > 0) {
+            Q_EMIT dataChanged(index(0), index(count() - 1));
+        }
+        Q_EMIT selectionChanged();
+    }
+}
+
+void LargeFileRows::selectRange(int fromRow, int toRow) {
+    const auto [first, last] = std::minmax({fromRow, toRow});
+    Selection selection;
+    for (int row = first; row <= last; ++row) {
+        if (const LargeFile* file = rows_.at(row)) {
+            selection.insert(file->id);
+        }
+    }
+    setSelection(std::move(selection));
+}
+
+void LargeFileRows::toggleSelected(int row) {
+    if (const LargeFile* file = rows_.at(row)) {
+        Selection selection = selection_;
+        if (selection.erase(file->id) == 0) {
+            selection.insert(file->id);
+        }
+        setSelection(std::move(selection));
+    }
+}
+
+void LargeFileRows::clearSelection() {
+    setSelection({});
 }
 
 }  // namespace Brimlo

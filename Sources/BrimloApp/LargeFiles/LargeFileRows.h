@@ -6,10 +6,14 @@
 #include <QtQml/qqmlregistration.h>
 
 #include <cstdint>
+#include <memory>
 #include <string>
+#include <unordered_set>
+#include <vector>
 
 namespace Brimlo {
 
+class FileNode;
 class LargeFileSearch;
 
 /// One of the largest files.
@@ -24,13 +28,15 @@ struct LargeFile {
     [[nodiscard]] const Uuid& key() const { return id; }
 };
 
-/// The largest files, the largest first.
+/// The largest files, the largest first, and which of them are selected.
 class LargeFileRows : public Brimlo::RowList {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("A part of the model")
 
     Q_PROPERTY(double totalBytes READ totalBytes NOTIFY totalBytesChanged)
+    Q_PROPERTY(int selectedCount READ selectedCount NOTIFY selectionChanged)
+    Q_PROPERTY(double selectedSize READ selectedSize NOTIFY selectionChanged)
 
 public:
     explicit LargeFileRows(LargeFileSearch& search);
@@ -39,17 +45,39 @@ public:
 
     /// Moves a file to the Trash, and then removes its row.
     Q_INVOKABLE void trash(int row);
+    Q_INVOKABLE [[nodiscard]] bool isFile(int row) const { return rows_.at(row) != nullptr; }
+    /// Opens a file with its application.
+    Q_INVOKABLE void open(int row);
     /// Shows a file in the file manager.
     Q_INVOKABLE void reveal(int row);
+    Q_INVOKABLE void revealSelected();
+    /// Copies the path of a row to the clipboard.
+    Q_INVOKABLE void copyPath(int row);
+    /// Opens the review of the selection if the row is selected, otherwise of the row alone.
+    Q_INVOKABLE void review(int row);
+    Q_INVOKABLE void reviewSelected();
+
+    [[nodiscard]] int selectedCount() const { return static_cast<int>(selection_.size()); }
+    [[nodiscard]] double selectedSize() const;
+    /// Selects the rows from one to the other, in either order, and no others.
+    Q_INVOKABLE void selectRange(int fromRow, int toRow);
+    Q_INVOKABLE void toggleSelected(int row);
+    Q_INVOKABLE void clearSelection();
 
 Q_SIGNALS:
     void totalBytesChanged();
+    void selectionChanged();
 
 private:
+    using Selection = std::unordered_set<Uuid>;
+
     void refresh();
+    void setSelection(Selection selection);
+    [[nodiscard]] std::vector<std::shared_ptr<FileNode>> nodes(const Selection& ids) const;
 
     LargeFileSearch& search_;
     Rows<LargeFile> rows_;
+    Selection selection_;  ///< Of rows that exist.
     std::int64_t totalBytes_ = 0;
 };
 

@@ -2,6 +2,7 @@
 
 #include "BrimloApp/LargeFiles/LargeFileRows.h"
 #include "BrimloApp/Review/Cleanup.h"
+#include "BrimloApp/Review/PlanReview.h"
 #include "BrimloApp/Shell/Shown.h"
 
 #include <utility>
@@ -16,6 +17,7 @@ constexpr std::size_t kMostFiles = 200;
 
 LargeFileSearch::LargeFileSearch(AppModel& app)
     : FolderSearch{app}
+    , review_{std::make_unique<PlanReview>(app)}
     , rows_{std::make_unique<LargeFileRows>(*this)} {}
 
 LargeFileSearch::~LargeFileSearch() = default;
@@ -78,10 +80,6 @@ void LargeFileSearch::setFiles(Files files) {
 
 void LargeFileSearch::trash(const std::shared_ptr<FileNode>& file) {
     app().cleanup()->dispose({file});
-}
-
-void LargeFileSearch::reveal(const std::string& path) {
-    app().reveal({path});
 }
 
 void LargeFileSearch::forget(const std::set<std::string>& paths) {

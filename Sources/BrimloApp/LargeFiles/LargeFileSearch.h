@@ -13,6 +13,7 @@
 namespace Brimlo {
 
 class LargeFileRows;
+class PlanReview;
 
 /// The search for the largest files. Main thread.
 class LargeFileSearch : public Brimlo::FolderSearch {
@@ -20,8 +21,10 @@ class LargeFileSearch : public Brimlo::FolderSearch {
     QML_ELEMENT
     QML_UNCREATABLE("A part of the model")
     Q_MOC_INCLUDE("BrimloApp/LargeFiles/LargeFileRows.h")
+    Q_MOC_INCLUDE("BrimloApp/Review/PlanReview.h")
 
     Q_PROPERTY(Brimlo::LargeFileRows* rows READ rows CONSTANT)
+    Q_PROPERTY(Brimlo::PlanReview* review READ review CONSTANT)
     Q_PROPERTY(int kinds READ kinds WRITE setKinds NOTIFY filterChanged)
     Q_PROPERTY(int olderThan READ olderThan WRITE setOlderThan NOTIFY filterChanged)
     Q_PROPERTY(double minSize READ minSize WRITE setMinSize NOTIFY filterChanged)
@@ -36,6 +39,8 @@ public:
     Q_DISABLE_COPY_MOVE(LargeFileSearch)
 
     [[nodiscard]] LargeFileRows* rows() const { return rows_.get(); }
+    [[nodiscard]] PlanReview* review() const { return review_.get(); }
+    using FolderSearch::app;
     /// The files found, the largest first.
     [[nodiscard]] const Files& files() const { return files_; }
     void setFiles(Files files);
@@ -55,7 +60,6 @@ public:
 
     /// Moves a file to the Trash, and then removes it from the list.
     void trash(const std::shared_ptr<FileNode>& file);
-    void reveal(const std::string& path);
     /// Removes deleted files from the list, and from the result of the search under way.
     void forget(const std::set<std::string>& paths);
 
@@ -82,6 +86,7 @@ private:
     Files files_;
     Choice choice_;
     std::set<std::string> wentMeanwhile_;  ///< Paths deleted since the search began.
+    const std::unique_ptr<PlanReview> review_;
     const std::unique_ptr<LargeFileRows> rows_;
 };
 

@@ -13,6 +13,7 @@ Screen {
 
     focus: true
     title: qsTr("Large Files")
+    footerHeight: selectionBar.height
 
     FolderDrop {
         parent: screen
@@ -27,6 +28,9 @@ Screen {
         Layout.topMargin: Theme.snug
         Layout.leftMargin: Theme.wide
         Layout.rightMargin: Theme.wide
+    }
+    DisposeSheet {
+        review: screen.search.review
     }
     SearchScreens {
         focusIsBeside: filters.activeFocus
@@ -63,8 +67,12 @@ Screen {
                 Layout.fillWidth: true
             }
             // The largest files. Return shows one in the file manager, Delete moves it to the Trash.
-            ScrollList {
+            // Space or a click with Control selects a row, Control-A all, with Shift a range, Escape
+            // none; Delete then opens the review of the selected rows.
+            EntryList {
                 id: list
+
+                property int anchorRow: 0
 
                 // The button that opened the question is removed with its row, so the focus returns
                 // to the list.
@@ -72,17 +80,46 @@ Screen {
                     forceActiveFocus();
                     screen.rows.trash(row);
                 }
+                function pick(row, modifiers) {
+                    if (modifiers & Qt.ShiftModifier) {
+                        screen.rows.selectRange(anchorRow, row);
+                        return;
+                    }
+                    anchorRow = Math.max(0, row);
+                    if (modifiers & (Qt.ControlModifier | Qt.MetaModifier))
+                        screen.rows.toggleSelected(row);
+                    else
+                        screen.rows.clearSelection();
+                }
 
                 label: qsTr("Large Files")
-                model: screen.rows
+                rows: screen.rows
                 roomBelow: Theme.snug
                 leftMargin: Theme.snug
                 rightMargin: Theme.snug
-                onOpened: index => screen.rows.reveal(index)
-                Keys.onDeletePressed: trash(currentIndex)
+                Keys.onDeletePressed: screen.rows.selectedCount > 0 ? screen.rows.reviewSelected() : trash(currentIndex)
+                Keys.onSpacePressed: pick(currentIndex, Qt.ControlModifier)
+                Keys.onEscapePressed: event => {
+                    event.accepted = screen.rows.selectedCount > 0;
+                    screen.rows.clearSelection();
+                }
                 focus: true
                 Layout.fillWidth: true
                 Layout.fillHeight: true
+
+                PointHandler {
+                    onActiveChanged: {
+                        if (!active)
+                            return;
+                        list.forceActiveFocus(Qt.MouseFocusReason);
+                        list.pick(list.rowUnder(point.scenePosition), point.modifiers);
+                    }
+                }
+                Shortcut {
+                    sequence: "Ctrl+A"
+                    enabled: list.activeFocus
+                    onActivated: screen.rows.selectRange(0, list.count - 1)
+                }
 
                 delegate: LargeFileRow {
                     onClicked: list.currentIndex = index
@@ -90,6 +127,12 @@ Screen {
                     onRevealed: screen.rows.reveal(index)
                     onTrashed: list.trash(index)
                 }
+            }
+            SelectionBar {
+                id: selectionBar
+
+                rows: screen.rows
+                Layout.fillWidth: true
             }
         }
     }

@@ -2,6 +2,7 @@
 
 #include "BrimloApp/Analyzer/Analyzer.h"
 #include "BrimloApp/Components/Format.h"
+#include "BrimloApp/Duplicates/DuplicateSearch.h"
 #include "BrimloApp/History/History.h"
 #include "BrimloApp/LargeFiles/LargeFileSearch.h"
 #include "BrimloApp/Overview/Machine.h"
@@ -190,6 +191,7 @@ void Cleanup::dispose(const std::vector<std::shared_ptr<FileNode>>& nodes) {
         }
         app_.analyzer()->forget(gone);
         app_.largeFiles()->forget(paths);
+        app_.duplicates()->forget(paths);
     });
 }
 

@@ -86,8 +86,8 @@ public:
 
     /// A plan for these nodes. Aggregates are skipped, since they name no single file.
     [[nodiscard]] static CleanPlan planFor(const std::vector<std::shared_ptr<FileNode>>& nodes);
-    /// Moves nodes to the Trash, and removes those that are gone from the analyzer's tree and the
-    /// large files, whichever scan or search produced them.
+    /// Moves nodes to the Trash, and removes those that are gone from the analyzer's tree, the
+    /// large files and the duplicates, whichever scan or search produced them.
     void dispose(const std::vector<std::shared_ptr<FileNode>>& nodes);
 
     struct Progress {

@@ -11,8 +11,13 @@
 #include "BrimloApp/Settings/Settings.h"
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloApp/SmartClean/SmartClean.h"
+#include "BrimloCore/DiskScanner/FileKind.h"
 #include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/StoragePaths.h"
+
+#include <QtCore/QFileInfo>
+#include <QtCore/QUrl>
+#include <QtGui/QDesktopServices>
 
 #include <algorithm>
 #include <array>
@@ -195,6 +200,16 @@ void AppModel::findAgain(const std::vector<std::string>& restored) {
     analyzer_->findAgainIf(holdsOne);
     largeFiles_->findAgainIf(holdsOne);
     duplicates_->findAgainIf(holdsOne);
+}
+
+void AppModel::openFile(const std::string& path) {
+    const QFileInfo file{fromPath(path)};
+    if (file.isExecutable() || kindOfFile(Path::name(path)) == FileKind::code ||
+        file.suffix() == "desktop") {
+        setBanner(QStringLiteral("Could not open it: it may be a program."));
+    } else if (!file.isFile() || !QDesktopServices::openUrl(QUrl::fromLocalFile(fromPath(path)))) {
+        setBanner(QStringLiteral("Could not open it: no application did."));
+    }
 }
 
 void AppModel::reveal(const std::vector<std::string>& paths) {

@@ -136,6 +136,8 @@ public:
 
     /// Shows entries in the file manager; on failure, the banner says so.
     void reveal(const std::vector<std::string>& paths);
+    /// Opens a file with its application. Does not start programs, and says so.
+    void openFile(const std::string& path);
 
 Q_SIGNALS:
     void sectionChanged();

@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
 
 namespace Brimlo {
 namespace {
@@ -86,9 +87,9 @@ TEST_F(SearchScreensTest, LargeFilesShowsTheFirstStateThatHolds) {
 }
 
 TEST_F(SearchScreensTest, ChipsFilterLargeFilesAndKeepTheFocus) {
-    fill("tree/film.mkv", 60);
-    fill("tree/song.wav", 55);
-    fill("tree/disk.iso", 58);
+    fill("tree/film.mkv", 60'000'000);
+    fill("tree/song.wav", 55'000'000);
+    fill("tree/disk.iso", 58'000'000);
     age(at("tree/disk.iso"), 40);
     model().largeFiles()->setRoot(at("tree"));
     open(Section::LargeFiles);
@@ -162,6 +163,50 @@ TEST_F(SearchScreensTest, DuplicatesShowsTheFirstStateThatHolds) {
     finish();
     EXPECT_FALSE(model().banner().isEmpty());
     waitToSee(model().banner());
+}
+
+TEST_F(SearchScreensTest, FilesHaveAMenuAndSeveralGoAtOnce) {
+    for (const char* const path : {"tree/one.iso", "tree/two", "tree/run.sh"}) {
+        fill(path, 55'000'000);
+    }
+    std::filesystem::permissions(at("tree/run.sh"), std::filesystem::perms::owner_all);
+    makeCopies();
+    const auto reviewed = [&](const char* items) {
+        choose("Review & Move to Trash…");
+        waitToSee(items);
+        press("Clean *");
+        finish();
+        closeReport();
+    };
+    model().largeFiles()->setRoot(at("tree"));
+    open(Section::LargeFiles);
+    press("Find large files");
+    finish();
+    click(kRow, "run.sh, *", Qt::RightButton);
+    choose("Open");
+    EXPECT_EQ(model().banner(), "Could not open it: it may be a program.");
+    EXPECT_TRUE(opened().empty());
+    click(kRow, "one.iso, *");
+    key(Qt::Key_F10, Qt::ShiftModifier);
+    choose("Open");
+    EXPECT_EQ(opened().size(), 1U);
+    clickAt(middle(get(kRow, "two, *")), Qt::LeftButton, Qt::ControlModifier);
+    key(Qt::Key_Home);
+    key(Qt::Key_Space);
+    waitToSee("2 selected");
+    key(Qt::Key_Menu);
+    reviewed("2 items · *");
+    EXPECT_EQ(model().largeFiles()->files().size(), 1U);
+
+    model().duplicates()->setRoot(at("tree"));
+    model().setSection(Section::Duplicates);
+    press("Find duplicates");
+    finish();
+    click(kRow, "Kept, *", Qt::RightButton);
+    reviewed("1 items · *");
+    EXPECT_FALSE(exists(at("tree/a")));
+    EXPECT_EQ(
+        model().duplicates()->groups().at(0).paths, (std::vector{at("tree/b"), at("tree/c")}));
 }
 
 TEST_F(SearchScreensTest, BothAreUsedByTheKeyboardAlone) {

@@ -2,11 +2,11 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// The number and size of the selected entries, and the actions on them. Slides in and out.
+// The number and size of the selected rows of a list, and the actions on them. Slides in and out.
 Item {
     id: bar
 
-    required property NodeRows rows
+    required property var rows
     readonly property bool presented: rows.selectedCount > 0
 
     implicitHeight: presented ? row.implicitHeight + 2 * Theme.snug + 1 : 0

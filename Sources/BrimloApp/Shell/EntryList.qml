@@ -1,0 +1,47 @@
+import QtQuick
+import Brimlo
+
+// A list of files with a context menu, opened by a right click, the Menu key or Shift+F10.
+ScrollList {
+    id: list
+
+    // What `EntryMenu` needs, and `open` and `isFile` of a row.
+    required property var rows
+
+    // The row at a point of the window; -1 if there is none.
+    function rowUnder(scenePoint) {
+        const place = contentItem.mapFromItem(null, scenePoint.x, scenePoint.y);
+        return indexAt(place.x, place.y);
+    }
+    // At a point of the window, or below the row if opened from the keyboard.
+    function showMenu(row, scenePoint) {
+        const item = itemAtIndex(row);
+        if (item === null || !rows.isFile(row))
+            return;
+        forceActiveFocus();
+        currentIndex = row;
+        const at = scenePoint ? item.mapFromItem(null, scenePoint.x, scenePoint.y) : Qt.point(item.width / 3, item.height);
+        menu.show(row, item, at.x, at.y);
+    }
+
+    model: rows
+    onOpened: index => rows.reveal(index)
+    Keys.onMenuPressed: showMenu(currentIndex)
+
+    EntryMenu {
+        id: menu
+
+        rows: list.rows
+        onOpenWanted: list.rows.open(row)
+    }
+    Shortcut {
+        sequence: "Shift+F10"
+        enabled: list.activeFocus
+        onActivated: list.showMenu(list.currentIndex)
+    }
+    PointHandler {
+        acceptedButtons: Qt.RightButton
+        onActiveChanged: if (active)
+            list.showMenu(list.rowUnder(point.scenePosition), point.scenePosition)
+    }
+}
