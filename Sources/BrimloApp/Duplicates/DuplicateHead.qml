@@ -9,6 +9,7 @@ RowLayout {
     required property real copies
     required property real size
     required property real wasted
+    required property string cloneRefusal
     required property bool isCurrent
 
     signal cloned
@@ -50,9 +51,11 @@ RowLayout {
         }
     }
     RowButton {
+        id: cloneButton
+
         text: qsTr("Replace with clones")
         symbol: "doc.on.doc"
-        enabled: AppModel.busy === ""
+        enabled: AppModel.busy === "" && head.cloneRefusal === ""
         isCurrent: head.isCurrent
         onClicked: head.cloned()
     }
@@ -62,5 +65,14 @@ RowLayout {
         enabled: !AppModel.cleanup.isCleaning
         isCurrent: head.isCurrent
         onClicked: head.trashed()
+    }
+    // A disabled button doesn't know of the pointer.
+    HoverHandler {
+        id: pointer
+    }
+    HelpTip {
+        parent: cloneButton
+        text: head.cloneRefusal
+        shown: pointer.hovered && cloneButton.contains(cloneButton.mapFromItem(head, pointer.point.position))
     }
 }

@@ -11,6 +11,7 @@ ListRow {
     required property real copies
     required property real size
     required property real wasted
+    required property string cloneRefusal
     required property string path
     required property bool isKept
     required property bool isLast
@@ -28,6 +29,7 @@ ListRow {
     }
 
     text: words()
+    Accessible.description: cloneRefusal
     width: (list?.width ?? 0) - (list?.leftMargin ?? 0) - (list?.rightMargin ?? 0)
     z: isGroup || isLast ? 0 : 1
     leftPadding: Theme.normal
@@ -65,6 +67,7 @@ ListRow {
         copies: row.copies
         size: row.size
         wasted: row.wasted
+        cloneRefusal: row.cloneRefusal
         isCurrent: row.ListView.isCurrentItem
         visible: row.isGroup
         onCloned: row.cloned()

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 namespace Brimlo {
 
@@ -18,13 +19,14 @@ namespace {
 
 using Line = DuplicateLine;
 
-void append(std::vector<Line>& lines, const DuplicateGroup& group) {
+void append(std::vector<Line>& lines, const DuplicateGroup& group, std::string cloneRefusal) {
     lines.push_back(
         {.group = group.id,
          .path = {},
          .copies = static_cast<std::int64_t>(group.paths.size()),
          .size = group.size,
-         .wasted = group.wastedBytes()});
+         .wasted = group.wastedBytes(),
+         .cloneRefusal = std::move(cloneRefusal)});
     for (const std::string& path : group.paths) {
         lines.push_back({.group = group.id, .path = path, .isKept = lines.back().isGroup()});
     }
@@ -46,6 +48,7 @@ DuplicateRows::DuplicateRows(DuplicateSearch& search)
            {"copies", [](const Line& line) { return number(line.copies); }},
            {"size", [](const Line& line) { return number(line.size); }},
            {"wasted", [](const Line& line) { return number(line.wasted); }},
+           {"cloneRefusal", [](const Line& line) { return words(line.cloneRefusal); }},
            {"path", [](const Line& line) { return shown(line.path); }},
            {"isKept", [](const Line& line) { return line.isKept; }},
            {"isLast", [](const Line& line) { return line.isLast; }},
@@ -58,7 +61,7 @@ void DuplicateRows::refresh() {
     groupCount_ = 0;
     reclaimable_ = 0;
     for (const DuplicateGroup& group : search_.groups()) {
-        append(lines, group);
+        append(lines, group, search_.cloneRefusal(group.id));
         ++groupCount_;
         reclaimable_ = Bytes::sum(reclaimable_, group.wastedBytes());
     }

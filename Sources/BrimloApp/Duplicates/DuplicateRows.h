@@ -20,6 +20,7 @@ struct DuplicateLine {
     std::int64_t copies = 0;  ///< The figures are those of the group, set in the group's own row.
     std::int64_t size = 0;    ///< Of each file.
     std::int64_t wasted = 0;
+    std::string cloneRefusal;  ///< Empty if it may be replaced by clones.
     bool isKept = false;
     bool isLast = false;  ///< The last of its group.
 

@@ -26,19 +26,35 @@ DuplicateSearch::~DuplicateSearch() = default;
 
 void DuplicateSearch::start(std::shared_ptr<ScanControl> control) {
     setGroups({});
+    struct Found {
+        Groups groups;
+        Refusals refusals;
+    };
     runInBackground(
         this,
         [root = root(), control] {
-            return DuplicateFinder::find({root}, kLeastSize, control.get());
+            Found found{.groups = DuplicateFinder::find({root}, kLeastSize, control.get())};
+            for (const DuplicateGroup& group : found.groups) {
+                if (auto refusal = DuplicateExtras::cloneRefusal(group)) {
+                    found.refusals.emplace(group.id, *std::move(refusal));
+                }
+            }
+            return found;
         },
-        [control](DuplicateSearch& search, Groups found) {
-            search.setGroups(std::move(found));
+        [control](DuplicateSearch& search, Found found) {
+            search.refusals_ = std::move(found.refusals);
+            search.setGroups(std::move(found.groups));
             search.end(*control);
         });
 }
 
 void DuplicateSearch::setGroups(Groups groups) {
     assign(*this, groups_, std::move(groups), &DuplicateSearch::groupsChanged);
+}
+
+std::string DuplicateSearch::cloneRefusal(const Uuid& group) const {
+    const auto refusal = refusals_.find(group);
+    return refusal == refusals_.end() ? std::string{} : refusal->second;
 }
 
 void DuplicateSearch::clone(const DuplicateGroup& group) {

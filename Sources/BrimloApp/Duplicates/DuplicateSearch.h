@@ -1,11 +1,13 @@
 #pragma once
 
 #include "BrimloApp/Shell/FolderSearch.h"
+#include "BrimloApp/Shell/Rows.h"
 #include "BrimloCore/Cleaner/DuplicateFinder.h"
 
 #include <memory>
 #include <set>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace Brimlo {
@@ -38,6 +40,8 @@ public:
     /// The most wasted bytes first.
     [[nodiscard]] const Groups& groups() const { return groups_; }
     void setGroups(Groups groups);
+    /// Why a group can't be replaced by clones; empty if it may.
+    [[nodiscard]] std::string cloneRefusal(const Uuid& group) const;
 
     /// Replaces all files of a group but the first with clones of it. Takes `busy`. The group is
     /// removed from the list, whatever the outcome.
@@ -55,7 +59,10 @@ private:
     void start(std::shared_ptr<ScanControl> control) override;
     void remove(const Uuid& id);
 
+    using Refusals = std::unordered_map<Uuid, std::string>;
+
     Groups groups_;
+    Refusals refusals_;  ///< Of the groups without clones.
     const std::unique_ptr<PlanReview> review_;
     const std::unique_ptr<DuplicateRows> rows_;
 };

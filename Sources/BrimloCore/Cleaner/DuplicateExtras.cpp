@@ -178,6 +178,15 @@ CleanPlan plan(const std::vector<DuplicateGroup>& groups) {
     return CleanPlan{items};
 }
 
+std::optional<std::string> cloneRefusal(const DuplicateGroup& group) {
+    const auto& paths = group.paths;
+    if (!paths.empty() && Platform::mayClone(paths.front()) &&
+        std::any_of(std::next(paths.begin()), paths.end(), Platform::mayClone)) {
+        return std::nullopt;
+    }
+    return "This volume has no clones. Btrfs, XFS and APFS have.";
+}
+
 CloneReport clone(
     const std::vector<DuplicateGroup>& groups,
     const ScanControl* control,

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,6 +28,10 @@ namespace DuplicateExtras {
 /// The plan to dispose of the extras. The file to keep is never an item; where it is gone by now,
 /// the next one is kept.
 [[nodiscard]] CleanPlan plan(const std::vector<DuplicateGroup>& groups);
+
+/// Why no extra of a group can become a clone, as a sentence; nullopt when the file systems may
+/// have clones.
+[[nodiscard]] std::optional<std::string> cloneRefusal(const DuplicateGroup& group);
 
 /// Replaces each extra with a clone of the file to keep, with the extra's times and mode, until the
 /// control is cancelled; it may be null. `progress` is called with each extra first.

@@ -12,6 +12,10 @@
 /// Replacing a file by a clone of another one.
 namespace Brimlo::Platform {
 
+/// Whether the file system of `path` may have clones. Only its type is looked at, so that one which
+/// was made without clones counts, too. False when `path` is not there.
+[[nodiscard]] bool mayClone(const std::string& path);
+
 /// Creates a file `name` in the open folder `folder` as a clone of the open file `original` (a
 /// reflink), with its owner, mode, times and extended attributes as far as the system lets them be
 /// set. Returns it open.

@@ -1,6 +1,7 @@
 #include "BrimloApp/Duplicates/DuplicateSearch.h"
 #include "BrimloApp/LargeFiles/LargeFileSearch.h"
 #include "BrimloAppTests/Support/WindowTest.h"
+#include "BrimloCore/Cleaner/DuplicateExtras.h"
 
 #include <gmock/gmock.h>
 
@@ -159,6 +160,11 @@ TEST_F(SearchScreensTest, DuplicatesShowsTheFirstStateThatHolds) {
     EXPECT_FALSE(exists(at("tree/b")));
     closeReport();
     EXPECT_THAT(seen(states), ElementsAre("1 group of identical files", "Search again"));
+    auto groups = model().duplicates()->groups();
+    EXPECT_EQ(isEnabled("Replace with clones"), !DuplicateExtras::cloneRefusal(groups.at(0)));
+    // As if the volume had clones: what is refused is known by the group's id.
+    groups.at(0).id = Uuid::random();
+    model().duplicates()->setGroups(groups);
     press("Replace with clones");
     finish();
     EXPECT_FALSE(model().banner().isEmpty());

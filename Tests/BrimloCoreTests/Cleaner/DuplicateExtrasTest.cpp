@@ -44,6 +44,21 @@ protected:
     const std::string content_ = std::string(1'000'000, 'c');
 };
 
+TEST_F(DuplicateExtrasTest, TellsBeforehandWhereNothingCanBeCloned) {
+    const auto refuses = [](std::vector<std::string> paths) {
+        return DuplicateExtras::cloneRefusal({.paths = std::move(paths)}).has_value();
+    };
+    const std::string noClones = "/proc/self/status";
+    EXPECT_TRUE(refuses({noClones, noClones}));
+    onBtrfs([&] {
+        const std::string file = write("v/file");
+        EXPECT_FALSE(refuses({file, file}));
+        EXPECT_FALSE(refuses({file, noClones, file})) << "one of the extras can be";
+        EXPECT_TRUE(refuses({file, noClones}));
+        EXPECT_TRUE(refuses({noClones, file}));
+    });
+}
+
 TEST_F(DuplicateExtrasTest, PutsACloneInThePlaceOfTheDuplicate) {
     const std::string elsewhere = write("elsewhere", content_);
     onBtrfs([&] {

@@ -2,10 +2,12 @@
 
 #include "BrimloCore/Platform/Posix/Stat.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <new>
 #include <span>
@@ -15,8 +17,10 @@
 #include <fcntl.h>
 #include <linux/fiemap.h>
 #include <linux/fs.h>
+#include <linux/magic.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <sys/statfs.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
@@ -59,6 +63,21 @@ void copyDescription(int from, int to) {
 }
 
 }  // namespace
+
+bool mayClone(const std::string& path) {
+    // OCFS2, ZFS, bcachefs and SMB 2; some of them are missing in <linux/magic.h> of Debian 12.
+    constexpr std::array<std::uint32_t, 7> kTypes{
+        BTRFS_SUPER_MAGIC,
+        XFS_SUPER_MAGIC,
+        NFS_SUPER_MAGIC,
+        0x7461636F,
+        0x2FC12FC1,
+        0xCA451A4E,
+        0xFE534D42};
+    struct statfs status{};
+    return statfs(path.c_str(), &status) == 0 &&
+           std::ranges::count(kTypes, static_cast<std::uint32_t>(status.f_type)) > 0;
+}
 
 std::expected<Descriptor, Error> cloneFile(int original, int folder, const std::string& name) {
     Descriptor clone{

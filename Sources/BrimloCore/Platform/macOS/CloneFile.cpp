@@ -2,9 +2,12 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <string_view>
 
 #include <fcntl.h>
 #include <sys/clonefile.h>
+#include <sys/mount.h>
+#include <sys/param.h>
 #include <unistd.h>
 
 namespace Brimlo::Platform {
@@ -16,6 +19,12 @@ std::unexpected<Error> failure(int code) {
 }
 
 }  // namespace
+
+bool mayClone(const std::string& path) {
+    struct statfs status{};
+    return statfs(path.c_str(), &status) == 0 &&
+           std::string_view{static_cast<const char*>(status.f_fstypename)} == "apfs";
+}
 
 std::expected<Descriptor, Error> cloneFile(int original, int folder, const std::string& name) {
     // The system clones owner, mode, times and attributes, too.
