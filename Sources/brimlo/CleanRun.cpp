@@ -57,10 +57,10 @@ CleanReport execute(const CleanPlan& plan, bool dryRun) {
     std::size_t done = 0;
     const CleanOptions options{
         .progress =
-            [&](const std::string& path) {
+            [&](const CleanItem& item) {
                 progress.show(
                     std::to_string(++done) + "/" + std::to_string(plan.items().size()) + "  " +
-                    Console::itemName(path));
+                    Console::itemName(item.path, item.title));
             },
         .isStopped = &Tool::wasInterrupted,
     };

@@ -27,14 +27,14 @@ namespace {
 class NewestItem {
 public:
     struct State {
-        std::string path;
+        CleanItem item;
         int done = 0;  ///< Items, including this one.
     };
 
     /// Whether to notify the main thread; false if it was notified and has not read yet.
-    bool set(const std::string& path) {
+    bool set(const CleanItem& item) {
         const std::scoped_lock lock{mutex_};
-        state_.path = path;
+        state_.item = item;
         ++state_.done;
         return !std::exchange(isUnread_, true);
     }
@@ -118,15 +118,14 @@ void Cleanup::run(const CleanPlan& plan, std::function<void()> after) {
     show(Progress{.isCleaning = true, .path = {}, .total = static_cast<int>(plan.items().size())});
     const auto newest = std::make_shared<NewestItem>();
     isStopped_ = std::make_shared<std::atomic<bool>>(false);
-    auto tellPath = [cleanup = QPointer{this}, newest](const std::string& path) {
-        if (!newest->set(path)) {
+    auto tellItem = [cleanup = QPointer{this}, newest](const CleanItem& item) {
+        if (!newest->set(item)) {
             return;
         }
         postHome(cleanup, [newest](Cleanup& present) {
             Progress progress = present.progress_;
-            const auto [newestPath, done] = newest->read();
-            progress.path =
-                shown(isPseudoPath(newestPath) ? DockerObject::words(newestPath) : newestPath);
+            const auto [newestItem, done] = newest->read();
+            progress.path = shown(newestItem.name());
             progress.done = done;
             present.show(std::move(progress));
         });
@@ -137,9 +136,9 @@ void Cleanup::run(const CleanPlan& plan, std::function<void()> after) {
     };
     changeInBackground(
         this,
-        [plan, cleaner = app_.cleaner(), tellPath, isStopped = isStopped_] {
+        [plan, cleaner = app_.cleaner(), tellItem, isStopped = isStopped_] {
             const CleanOptions options{
-                .progress = tellPath, .isStopped = [isStopped] { return isStopped->load(); }};
+                .progress = tellItem, .isStopped = [isStopped] { return isStopped->load(); }};
             CleanReport report = cleaner->execute(plan, DisposalMode::trash, false, options);
             return Cleaned{.report = std::move(report), .journal = JournalReading::of(*cleaner)};
         },

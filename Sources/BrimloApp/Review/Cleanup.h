@@ -93,7 +93,7 @@ public:
     struct Progress {
         bool isCleaning = false;
         bool isStopping = false;
-        QString path;  ///< The item being moved.
+        QString path;  ///< The item being moved, or the name of Docker's object.
         int done = 0;  ///< Items.
         int total = 0;
 

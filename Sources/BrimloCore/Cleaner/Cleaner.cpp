@@ -107,7 +107,7 @@ void Cleaner::rehearse(
         return;
     }
     if (options.progress) {
-        options.progress(item.path);
+        options.progress(item);
     }
     ++report.processed;
 }
@@ -119,7 +119,7 @@ void Cleaner::removeFromDocker(
         return;
     }
     if (options.progress) {
-        options.progress(item.path);
+        options.progress(item);
     }
     if (const auto reason = DockerClient::remove(item.path, docker_)) {
         report.failures.push_back({item.path, *reason, item.title});

@@ -21,8 +21,8 @@ namespace Brimlo {
 
 /// What a clean asks its caller, on its own thread and without a lock held by it.
 struct CleanOptions {
-    /// Called with each path that passed the gate, before it is moved.
-    std::function<void(const std::string& path)> progress;
+    /// Called with each item that passed the gate, before it is moved.
+    std::function<void(const CleanItem& item)> progress;
 
     /// Asked before each item; true ends the clean there. Also asked while the journal is locked.
     std::function<bool()> isStopped;

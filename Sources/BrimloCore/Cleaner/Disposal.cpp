@@ -151,7 +151,7 @@ std::optional<Disposal::Leaving> Disposal::prepare(const CleanItem& item, Group&
     }
     entry.trashPath = move->destination();
     if (options_.progress) {
-        options_.progress(item.path);  // Here, because the journal is not locked yet.
+        options_.progress(item);  // Here, because the journal is not locked yet.
     }
     return Leaving{
         .item = &item,

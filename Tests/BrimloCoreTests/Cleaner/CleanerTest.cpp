@@ -167,7 +167,7 @@ TEST_F(CleanerTest, LeavesWhatItMustNotMove) {
 TEST_F(CleanerTest, MovesTheItemThatTheGateSaw) {
     const std::string path = write("work/item", "judged");
     write("other", "not judged");
-    const auto swap = [&](const std::string&) {
+    const auto swap = [&](const CleanItem&) {
         std::filesystem::rename(path, at("judged"));
         std::filesystem::rename(at("other"), path);
     };

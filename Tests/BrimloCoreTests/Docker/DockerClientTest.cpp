@@ -181,12 +181,13 @@ TEST_F(DockerClientTest, TakesPartInACleanButNotInTheTrash) {
     const Texts paths{"docker:volume:a", "docker:volume:gone", write("cache/file")};
     const CleanItem last{paths[2], 7, {}, {}};
     const CleanPlan plan{
-        std::vector{CleanItem{paths[0], 5, "rule", {}}, CleanItem{paths[1], 6, {}, {}}, last}
+        std::vector{
+                    CleanItem{paths[0], 5, "rule", {}, "shop"}, CleanItem{paths[1], 6, {}, {}}, last}
     };
-    Texts told;
-    const CleanOptions note{.progress = [&](const std::string& path) { told.push_back(path); }};
+    std::vector<CleanItem> told;
+    const CleanOptions note{.progress = [&](const CleanItem& item) { told.push_back(item); }};
     EXPECT_EQ(cleaner.execute(plan, DisposalMode::trash, true, note), CleanReport{.processed = 3});
-    EXPECT_EQ(told, paths);
+    EXPECT_EQ(told, plan.items()) << "with its name";
     EXPECT_EQ(calls(), "");
 
     CleanReport report = cleaner.execute(plan, DisposalMode::trash, false, note);
@@ -195,7 +196,7 @@ TEST_F(DockerClientTest, TakesPartInACleanButNotInTheTrash) {
     ASSERT_EQ(entries.size(), 2U);
     std::ranges::sort(entries, {}, &JournalEntry::size);
     const std::vector<Uuid> ids{entries[0].id, entries[1].id};
-    const CleanItem first{paths[0], 5, "rule", {}};
+    const CleanItem& first = plan.items().front();
     EXPECT_EQ(
         report,
         (CleanReport{7, 5, {{paths[1], "No such volume"}}, {}, {}, {}, {first}, ids, 2, {}}));
