@@ -122,12 +122,12 @@ QString Format::widestDate(const QString& family, int pixelSize) {
     for (int digit = 0; digit < 10; ++digit) {
         digits.append(QLocale().toString(digit));
     }
-    static const QRegularExpression kDigit(
-        QStringLiteral("\\d"), QRegularExpression::UseUnicodePropertiesOption);
+    // Only the locale's own: Tibetan has others in the names of its months.
+    const QRegularExpression anyDigit(u'[' + digits.join(QString{}) + u']');
     const QString digit = *std::ranges::max_element(digits, isNarrower);
     QStringList dates;
     for (int month = 1; month <= 12; ++month) {
-        dates.append(abbreviated(QDate(2028, month, 28)).replace(kDigit, digit));
+        dates.append(abbreviated(QDate(2028, month, 28)).replace(anyDigit, digit));
     }
     return *std::ranges::max_element(dates, isNarrower);
 }

@@ -1,5 +1,8 @@
 #include "BrimloApp/Components/Format.h"
 
+#include <QtCore/QLocale>
+#include <QtGui/QFont>
+#include <QtGui/QFontMetricsF>
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -25,6 +28,24 @@ TEST(FormatTest, ShowsCodeAndNoOtherMarkup) {
     const QString code = u"a <span style=\"font-family:monospace\">b &lt;c&gt;</span>"_qs;
     EXPECT_EQ(Format::withCode(u"a `b <c>`"_qs), code);
     EXPECT_EQ(Format::withCode(u"<b>a` b\nc"_qs), u"&lt;b&gt;a` b<br>c"_qs);
+}
+
+TEST(FormatTest, KnowsTheWidestDateOfEachLocale) {
+    QFont font;
+    font.setPixelSize(13);
+    const QFontMetricsF metrics{font};
+    const auto all =
+        QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, QLocale::AnyTerritory);
+    for (const QLocale& locale : all) {
+        QLocale::setDefault(locale);
+        const QString widest = Format::widestDate(font.family(), font.pixelSize());
+        const double room = std::ceil(metrics.horizontalAdvance(widest));
+        for (QDate day{2023, 1, 1}; day.year() < 2025; day = day.addDays(9)) {
+            const QString date = Format::date(day.startOfDay());
+            EXPECT_LE(metrics.horizontalAdvance(date), room)
+                << locale.name().toStdString() << ": " << date.toStdString();
+        }
+    }
 }
 
 }  // namespace
