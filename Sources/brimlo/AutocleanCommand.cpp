@@ -1,4 +1,5 @@
 #include "BrimloCore/Cleaner/AutoCleaner.h"
+#include "BrimloCore/LaunchAgent/LaunchAgent.h"
 #include "BrimloCore/Support/AppConfig.h"
 #include "BrimloCore/Support/MovedFolders.h"
 #include "BrimloCore/Support/StoragePaths.h"
@@ -71,6 +72,10 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
         print(form(outcome));
     } else {
         show(outcome, !arguments.execute);
+        const auto notice = outcome.notice();
+        if (notice && arguments.execute && !Console::canAsk()) {
+            LaunchAgent::notify(*notice);
+        }
     }
     const ExitCode exit = CleanRun::exitCode(outcome.report.value_or(CleanReport{}));
     const bool isWell = !outcome.isBlocked && outcome.purge.failures.empty();
@@ -93,9 +98,14 @@ void addAutocleanCommand(CLI::App& app, Tool& tool) {
     command->footer(
         "First, what Brimlo moved to the Trash longer ago than the setting trash-retention-days\n"
         "is deleted for good. Then, if free space is short, what is preselected, rated Safe or\n"
-        "Rebuilds and owned by no running app moves to the Trash. Nobody is asked.\n"
-        "Variables such as CARGO_HOME are followed and named. The background job knows those of\n"
-        "the login (on Linux: systemctl --user show-environment), not those of a shell alone.\n"
+        "Rebuilds and owned by no running app moves to the Trash. Nobody is asked;
+"
+        "without a terminal, a notification tells how much went.
+"
+        "Variables such as CARGO_HOME are followed and named. The background job knows those of
+"
+        "the login (on Linux: systemctl --user show-environment), not those of a shell alone.
+"
         "Examples:\n"
         "  brimlo autoclean --force\n"
         "  brimlo config auto-clean-enabled true");

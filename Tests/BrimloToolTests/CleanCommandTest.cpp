@@ -195,6 +195,16 @@ TEST_F(CleanCommandTest, CleansUnattended) {
     EXPECT_EQ(done.at("report").at("processed"), done.at("planned").as_array().size());
     EXPECT_FALSE(exists(chrome) || exists(modules));
     EXPECT_TRUE(run({"autoclean", "--force"}).out.starts_with("Auto-clean found nothing "));
+    std::filesystem::remove_all(thumbnails);
+    fill();
+    const std::string gdbus = write("bin/gdbus", "#!/bin/sh\necho \"$@\" >> \"$HOME/notices\"\n");
+    chmod(gdbus.c_str(), 0700);
+    setenv("PATH", (at("bin") + ":/usr/bin:/bin").c_str(), 1);
+    EXPECT_EQ(run({"autoclean", "--execute", "--force"}).exitCode, 0);
+    EXPECT_THAT(
+        contentOf(at("notices")),
+        testing::ContainsRegex(
+            "Notify .* Auto-clean moved .* to the Trash\\. The History of Brimlo"));
 }
 
 TEST_F(CleanCommandTest, AsksAPersonAtATerminal) {

@@ -110,4 +110,12 @@ std::string AutoCleanOutcome::sentence(bool dryRun) const {
     return text;
 }
 
+std::optional<std::string> AutoCleanOutcome::notice() const {
+    if (!report || !report->canUndo()) {
+        return std::nullopt;
+    }
+    return "Auto-clean moved " + Fmt::bytes(report->movedToTrashBytes) +
+           " to the Trash. The History of Brimlo can undo it.";
+}
+
 }  // namespace Brimlo

@@ -25,6 +25,9 @@ struct AutoCleanOutcome {
 
     /// The result in a sentence or two.
     [[nodiscard]] std::string sentence(bool dryRun) const;
+    /// What a person who was not there needs to know: how much went, and how it comes back. Nullopt
+    /// when nothing can be undone.
+    [[nodiscard]] std::optional<std::string> notice() const;
 };
 
 /// The unattended clean. It cleans less than a reviewed one: only items that are preselected, rated

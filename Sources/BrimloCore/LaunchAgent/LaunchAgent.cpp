@@ -107,6 +107,10 @@ std::expected<void, Error> install(const std::string& executable) {
     return {};
 }
 
+void notify(const std::string& text) {
+    run({PeriodicJob::notification(text)});
+}
+
 void uninstall() {
     run(job().commands(PeriodicJob::Moment::beforeChange));
     for (const std::string& path : job().paths()) {

@@ -33,6 +33,9 @@ inline constexpr std::int64_t kIntervalSeconds = 21'600;
 /// the files can't be written. Does not check that the system has loaded the job. Blocks.
 [[nodiscard]] std::expected<void, Error> install(const std::string& executable);
 
+/// Shows a notification on the desktop. Does nothing where no desktop answers. Blocks.
+void notify(const std::string& text);
+
 /// Removes the job, if there is one. Errors are ignored. Blocks.
 void uninstall();
 

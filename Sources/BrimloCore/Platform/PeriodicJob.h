@@ -44,6 +44,9 @@ public:
     /// The commands to run before the files change, and after.
     [[nodiscard]] std::vector<Command> commands(Moment moment) const;
 
+    /// The command by which the job shows a notification on the desktop. Text without markup.
+    [[nodiscard]] static Command notification(const std::string& text);
+
     /// The program named in a definition; nullopt when it can't be read.
     [[nodiscard]] static std::optional<std::string> program(std::string_view definition);
 

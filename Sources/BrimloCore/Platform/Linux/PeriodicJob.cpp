@@ -169,6 +169,31 @@ std::vector<PeriodicJob::Command> PeriodicJob::commands(Moment moment) const {
     return {systemctl({"daemon-reload"})};
 }
 
+PeriodicJob::Command PeriodicJob::notification(const std::string& text) {
+    const std::string name = "org.freedesktop.Notifications";
+    // The numbers are the notification to replace, and the time that the desktop shows it by
+    // default. An action could not be answered, because the job has ended by then.
+    return {
+        "/usr/bin/env",
+        "gdbus",
+        "call",
+        "--session",
+        "--dest",
+        name,
+        "--object-path",
+        "/org/freedesktop/Notifications",
+        "--method",
+        name + ".Notify",
+        "Brimlo",
+        "0",
+        "app.brimlo.Brimlo",
+        "Brimlo",
+        text,
+        "@as []",
+        "@a{sv} {}",
+        "int32 -1"};
+}
+
 std::optional<std::string> PeriodicJob::program(std::string_view definition) {
     while (!definition.empty()) {
         const std::size_t end = std::min(definition.find('\n'), definition.size());

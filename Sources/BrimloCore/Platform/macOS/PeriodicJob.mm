@@ -105,6 +105,18 @@ std::vector<PeriodicJob::Command> PeriodicJob::commands(Moment moment) const {
     return {};
 }
 
+PeriodicJob::Command PeriodicJob::notification(const std::string& text) {
+    return {
+        "/usr/bin/osascript",
+        "-e",
+        "on run words",
+        "-e",
+        "display notification (item 1 of words) with title \"Brimlo\"",
+        "-e",
+        "end run",
+        text};
+}
+
 std::optional<std::string> PeriodicJob::program(std::string_view definition) {
     @autoreleasepool {
         NSData* const bytes = [NSData dataWithBytes:definition.data() length:definition.size()];
