@@ -98,14 +98,10 @@ void addAutocleanCommand(CLI::App& app, Tool& tool) {
     command->footer(
         "First, what Brimlo moved to the Trash longer ago than the setting trash-retention-days\n"
         "is deleted for good. Then, if free space is short, what is preselected, rated Safe or\n"
-        "Rebuilds and owned by no running app moves to the Trash. Nobody is asked;
-"
-        "without a terminal, a notification tells how much went.
-"
-        "Variables such as CARGO_HOME are followed and named. The background job knows those of
-"
-        "the login (on Linux: systemctl --user show-environment), not those of a shell alone.
-"
+        "Rebuilds and owned by no running app moves to the Trash. Nobody is asked;\n"
+        "without a terminal, a notification tells how much went.\n"
+        "Variables such as CARGO_HOME are followed and named. The background job knows those of\n"
+        "the login (on Linux: systemctl --user show-environment), not those of a shell alone.\n"
         "Examples:\n"
         "  brimlo autoclean --force\n"
         "  brimlo config auto-clean-enabled true");

@@ -51,6 +51,7 @@ FocusScope {
         text: FileKinds.label(kind)
         checked: (AppModel.largeFiles.kinds & 1 << kind) !== 0
         onClicked: AppModel.largeFiles.kinds ^= 1 << kind
+        Accessible.onToggleAction: press()
         Accessible.role: Accessible.CheckBox
         Accessible.checkable: true
         Accessible.checked: checked

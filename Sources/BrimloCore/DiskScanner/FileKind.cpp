@@ -69,7 +69,8 @@ FileKind kindOf(const FileNode& node) {
 FileKind kindOfFile(std::string_view name) {
     const auto dot = name.rfind('.');
     // A name whose only dot is its first character has no extension.
-    if (dot == std::string_view::npos || dot == 0 || name.find(' ', dot) != name.npos) {
+    if (dot == std::string_view::npos || dot == 0 ||
+        name.find(' ', dot) != std::string_view::npos) {
         return FileKind::other;
     }
     const std::string word = " " + Text::lowercased(name.substr(dot + 1)) + " ";
