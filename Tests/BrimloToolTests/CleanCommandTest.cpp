@@ -196,7 +196,7 @@ TEST_F(CleanCommandTest, CleansUnattended) {
     EXPECT_FALSE(exists(chrome) || exists(modules));
     EXPECT_TRUE(run({"autoclean", "--force"}).out.starts_with("Auto-clean found nothing "));
     std::filesystem::remove_all(thumbnails);
-    fill();
+    prepare();
     const std::string gdbus = write("bin/gdbus", "#!/bin/sh\necho \"$@\" >> \"$HOME/notices\"\n");
     chmod(gdbus.c_str(), 0700);
     setenv("PATH", (at("bin") + ":/usr/bin:/bin").c_str(), 1);

@@ -19,12 +19,13 @@ ListView {
     property int roomBelow: 0
 
     // The row under the pointer, which stays where it is while others come or go. Where the list is
-    // too short for that, its ends get more room until the pointer leaves. A search begins at the
-    // top, wherever the pointer rests.
+    // too short for that, its ends get more room until the pointer leaves; one that was at its
+    // beginning is so again then. A search begins at the top, wherever the pointer rests.
     property Item held: null
     property real heldAt: 0
     property real heldAbove: 0
     property real heldBelow: 0
+    property bool heldAtBeginning: false
 
     signal opened(int index)
 
@@ -43,6 +44,7 @@ ListView {
         const isSearching = Window.activeFocusItem as TextInput !== null;
         held = pointer.hovered && !isSearching ? itemAt(at.x + contentX, at.y + contentY) : null;
         heldAt = (held?.y ?? 0) - contentY;
+        heldAtBeginning = held !== null && (heldAtBeginning || atYBeginning);
         // The list learns of the change after this, and before the next frame.
         Qt.callLater(putBack);
     }
@@ -67,6 +69,9 @@ ListView {
     function settle() {
         heldAbove = 0;
         heldBelow = 0;
+        if (heldAtBeginning)
+            contentY = originY - topMargin;
+        heldAtBeginning = false;
         returnToBounds();
     }
 
@@ -81,6 +86,7 @@ ListView {
     keyNavigationEnabled: true
     pixelAligned: true
     cacheBuffer: 200
+    onMovementStarted: heldAtBeginning = false
     onActiveFocusChanged: {
         keyed = activeFocus && !touched.active;
         if (keyed && currentIndex < 0 && count > 0)

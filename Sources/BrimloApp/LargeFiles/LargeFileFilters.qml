@@ -52,7 +52,6 @@ FocusScope {
         checked: (AppModel.largeFiles.kinds & 1 << kind) !== 0
         onClicked: AppModel.largeFiles.kinds ^= 1 << kind
         Accessible.onToggleAction: press()
-        Accessible.role: Accessible.CheckBox
         Accessible.checkable: true
         Accessible.checked: checked
 

@@ -12,6 +12,7 @@ ListRow {
     required property real size
     required selected
 
+    signal picked(int modifiers)
     signal revealed
     signal trashed
 
@@ -20,6 +21,11 @@ ListRow {
     topPadding: 7
     bottomPadding: 7
 
+    PointHandler {
+        acceptedButtons: Qt.LeftButton
+        onActiveChanged: if (active)
+            row.picked(point.modifiers)
+    }
     Icon {
         symbol: "doc.fill"
         color: Theme.secondaryText

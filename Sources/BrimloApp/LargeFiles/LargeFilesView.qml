@@ -107,14 +107,6 @@ Screen {
                 Layout.fillWidth: true
                 Layout.fillHeight: true
 
-                PointHandler {
-                    onActiveChanged: {
-                        if (!active)
-                            return;
-                        list.forceActiveFocus(Qt.MouseFocusReason);
-                        list.pick(list.rowUnder(point.scenePosition), point.modifiers);
-                    }
-                }
                 Shortcut {
                     sequence: "Ctrl+A"
                     enabled: list.activeFocus
@@ -122,7 +114,11 @@ Screen {
                 }
 
                 delegate: LargeFileRow {
-                    onClicked: list.currentIndex = index
+                    onPicked: modifiers => {
+                        list.forceActiveFocus(Qt.MouseFocusReason);
+                        list.currentIndex = index;
+                        list.pick(index, modifiers);
+                    }
                     onDoubleClicked: screen.rows.reveal(index)
                     onRevealed: screen.rows.reveal(index)
                     onTrashed: list.trash(index)

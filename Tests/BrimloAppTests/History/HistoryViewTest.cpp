@@ -75,6 +75,7 @@ TEST_F(HistoryViewTest, ListsWhatWentAndPutsItBack) {
     EXPECT_FALSE(sees("~/docs/two, Gone, *"));
 
     trash("docs/kept", "docs/wanted");
+    pointAt({300, 20});
     click(kRow, "2 items, *");
     undo("~/docs/wanted, *");
     EXPECT_TRUE(exists(at("docs/wanted")));
