@@ -81,9 +81,7 @@ void Machine::setShowsSystem(bool shows) {
     runInBackground(
         this,
         [] { return SystemSpace::measure(); },
-        [](Machine& machine, std::vector<SystemPart> parts) {
-            machine.show(std::move(parts));
-        });
+        [](Machine& machine, std::vector<SystemPart> parts) { machine.show(std::move(parts)); });
 }
 
 void Machine::show(std::vector<SystemPart> parts) {
