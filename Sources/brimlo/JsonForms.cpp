@@ -193,7 +193,7 @@ Json::Array areas(const std::vector<UnreadableArea>& areas) {
     return array;
 }
 
-Json::Array system(const std::vector<SystemPart>& parts) {
+Json::Array systemParts(const std::vector<SystemPart>& parts) {
     Json::Array array;
     for (const SystemPart& part : parts) {
         array.push_back({

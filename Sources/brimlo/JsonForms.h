@@ -38,7 +38,7 @@ namespace Brimlo::JsonForms {
 [[nodiscard]] Json::Object duplicates(const DuplicateGroup& group);
 [[nodiscard]] Json::Array areas(const std::vector<UnreadableArea>& areas);
 [[nodiscard]] Json::Object docker(const DockerSnapshot& snapshot);
-[[nodiscard]] Json::Array system(const std::vector<SystemPart>& parts);
+[[nodiscard]] Json::Array systemParts(const std::vector<SystemPart>& parts);
 [[nodiscard]] Json::Object coverage(const CoverageEntry& entry);
 [[nodiscard]] Json::Object validation(const RuleValidation& validation);
 

@@ -30,7 +30,7 @@ ExitCode run(const Tool& tool) {
         parts = SystemSpace::measure();
     }
     if (tool.isJson()) {
-        print(JsonForms::system(parts));
+        print(JsonForms::systemParts(parts));
         return ExitCode::done;
     }
     for (const SystemPart& part : parts) {
