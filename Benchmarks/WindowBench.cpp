@@ -249,8 +249,14 @@ void WindowBench::suggestions() {
     finish();
     rest();
     SuggestionRows* const rows = model().smartClean()->rows();
-    for (int place = rows->count() - 1; place >= 0; --place) {
-        rows->toggleExpanded(place);
+    // First each suggestion, then each folder of many items in it.
+    const int kindRole = rows->roleNames().key("kind");
+    for (const char* const kind : {"suggestion", "folder"}) {
+        for (int place = rows->count() - 1; place >= 0; --place) {
+            if (rows->data(rows->index(place), kindRole).toString() == kind) {
+                rows->toggleExpanded(place);
+            }
+        }
     }
     print("suggestions-rows", static_cast<double>(rows->count()));
     scroll("SuggestionList", "suggestions");

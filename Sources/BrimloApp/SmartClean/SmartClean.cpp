@@ -9,6 +9,7 @@
 #include "BrimloCore/Support/Path.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
 #include <set>
 #include <string_view>
@@ -79,7 +80,12 @@ void SmartClean::show(Progress progress) {
 // ---- The suggestions -----------------------------------------------------------------------
 
 void SmartClean::show(std::vector<Suggestion> found) {
+    std::size_t count = 0;
+    for (const Suggestion& suggestion : found) {
+        count += suggestion.preselectedPaths.size();
+    }
     Paths preselected;
+    preselected.reserve(count);
     for (const Suggestion& suggestion : found) {
         preselected.insert(suggestion.preselectedPaths.begin(), suggestion.preselectedPaths.end());
     }
