@@ -16,6 +16,7 @@ namespace {
 constexpr double kMargin = 12;
 constexpr double kGap = 1.5;  // Around each cell.
 constexpr double kRadius = 3;
+constexpr double kSmallestRounded = 5 * kRadius;
 constexpr double kUsualOpacity = 0.92;
 constexpr double kSelectionWidth = 2.5;
 
@@ -69,15 +70,11 @@ QFont sized(QFont font, int pixels, QFont::Weight weight) {
     return font;
 }
 
-QStaticText label(const QString& text, const QFont& font) {
-    QStaticText label{text};
-    label.setTextFormat(Qt::PlainText);
-    label.prepare({}, font);
-    return label;
-}
-
-bool isEmpty(const QStaticText& label) {
-    return label.text().isEmpty();
+QStaticText prepared(const QString& words, const QFont& font) {
+    QStaticText text{words};
+    text.setTextFormat(Qt::PlainText);
+    text.prepare({}, font);
+    return text;
 }
 
 }  // namespace
@@ -87,6 +84,7 @@ TreemapCells::TreemapCells(
     : ground_{ground}
     , nameFont_{sized(font, kNamePixels, QFont::DemiBold)}
     , sizeFont_{sized(font, kSizePixels, QFont::Normal)} {
+    cells_.reserve(rows.nodes().size());
     for (const auto& [index, rect] : layout(rows.nodes(), size)) {
         const FileNode& node = *rows.nodes()[index];
         const QRectF place{rect.x, rect.y, rect.width, rect.height};
@@ -98,8 +96,7 @@ TreemapCells::TreemapCells(
             .ink = drawn,
             .color = colorOf(node),
             .isSelected = rows.isSelected(node.id()),
-            .name = {},
-            .size = {}});
+            .label = {}});
         if (drawn.width() > kLabelledWidth && drawn.height() > kLabelledHeight) {
             write(cell, node);
         }
@@ -107,12 +104,13 @@ TreemapCells::TreemapCells(
 }
 
 void TreemapCells::write(Cell& cell, const FileNode& node) const {
-    cell.name = label(shown(node.name()), nameFont_);
-    cell.size = label(QString::fromStdString(Fmt::bytes(node.size)), sizeFont_);
+    const Label& label = cell.label.emplace(Label{
+        .name = prepared(shown(node.name()), nameFont_),
+        .size = prepared(QString::fromStdString(Fmt::bytes(node.size)), sizeFont_)});
     constexpr double kSlack = 2;  // Slanted letters extend beyond their advance width.
     for (const auto& [text, place] : {
-             std::pair{&cell.name, kNamePlace},
-             std::pair{&cell.size, kSizePlace}
+             std::pair{&label.name, kNamePlace},
+             std::pair{&label.size, kSizePlace}
     }) {
         cell.ink |= QRectF{cell.drawn.topLeft() + place, text->size()}.adjusted(
             -kSlack, -kSlack, kSlack, kSlack);
@@ -144,21 +142,24 @@ void TreemapCells::drawOne(QPainter& painter, const Cell& cell, double opacity) 
     fill.setAlphaF(fill.alphaF() * static_cast<float>(opacity));
     painter.setPen(Qt::NoPen);
     painter.setBrush(fill);
-    painter.drawRoundedRect(cell.drawn, kRadius, kRadius);
+    // A rounded corner costs twice a plain one, and shows only where a side is longer than it.
+    if (std::min(cell.drawn.width(), cell.drawn.height()) > kSmallestRounded) {
+        painter.drawRoundedRect(cell.drawn, kRadius, kRadius);
+    } else {
+        painter.drawRect(cell.drawn);
+    }
     if (const QRectF inner = cell.drawn.adjusted(1, 1, -1, -1);
         cell.isSelected && !inner.isEmpty()) {
         painter.setPen(QPen{Qt::white, kSelectionWidth});
         painter.setBrush(Qt::NoBrush);
         painter.drawRoundedRect(inner, kRadius, kRadius);
     }
-    painter.setPen(inkOn(fill, ground_));
-    if (!isEmpty(cell.name)) {
+    if (cell.label) {
+        painter.setPen(inkOn(fill, ground_));
         painter.setFont(nameFont_);
-        painter.drawStaticText(cell.drawn.topLeft() + kNamePlace, cell.name);
-    }
-    if (!isEmpty(cell.size)) {
+        painter.drawStaticText(cell.drawn.topLeft() + kNamePlace, cell.label->name);
         painter.setFont(sizeFont_);
-        painter.drawStaticText(cell.drawn.topLeft() + kSizePlace, cell.size);
+        painter.drawStaticText(cell.drawn.topLeft() + kSizePlace, cell.label->size);
     }
 }
 

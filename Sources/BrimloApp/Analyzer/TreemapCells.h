@@ -19,6 +19,11 @@ namespace Brimlo {
 /// The entries of a folder as cells with areas proportional to their sizes, and how they are drawn.
 class TreemapCells {
 public:
+    struct Label {
+        QStaticText name;
+        QStaticText size;
+    };
+
     struct Cell {
         int row = 0;   ///< The row of the entry.
         QRectF place;  ///< Together the places fill the picture without a gap.
@@ -26,8 +31,7 @@ public:
         QRectF ink;    ///< Everything drawn for the cell: a label may extend beyond it.
         QColor color;
         bool isSelected = false;
-        QStaticText name;  ///< Both labels are empty in a cell that is too small.
-        QStaticText size;
+        std::optional<Label> label;  ///< None in a cell that is too small.
     };
 
     TreemapCells() = default;

@@ -5,7 +5,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <sstream>
 #include <string>
+#include <unordered_map>
 
 namespace Brimlo {
 
@@ -14,7 +16,7 @@ namespace {
 struct Row {
     std::string_view rawValue;
     std::string_view label;
-    std::string_view extensions;  ///< Each between two spaces.
+    std::string_view extensions;
 };
 
 // In the order of the kinds.
@@ -23,24 +25,23 @@ constexpr std::array<Row, kAllFileKinds.size()> kRows{
      {"folder", "Folders", ""},
      {"video",
          "Video",
-         " mp4 mov m4v mkv avi webm prores insv braw mpg mpeg m2ts mts vob wmv flv ogv 3gp "},
-     {"audio", "Audio", " mp3 wav aiff aif flac m4a aac logicx als ogg opus wma alac "},
+         "mp4 mov m4v mkv avi webm prores insv braw mpg mpeg m2ts mts vob wmv flv ogv 3gp"},
+     {"audio", "Audio", "mp3 wav aiff aif flac m4a aac logicx als ogg opus wma alac"},
      {"image",
          "Images",
-         " jpg jpeg png heic heif raw arw cr2 cr3 dng nef orf raf rw2 psd psb xcf tif tiff gif "
-         "webp "
-         "avif bmp svg "},
+         "jpg jpeg png heic heif raw arw cr2 cr3 dng nef orf raf rw2 psd psb xcf tif tiff gif "
+         "webp avif bmp svg"},
      {"archive",
          "Archives & disk images",
-         " zip dmg iso tar gz tgz bz2 xz zst 7z rar xip pkg deb rpm img sparseimage qcow2 vmdk vdi "
-         "vhd vhdx "},
+         "zip dmg iso tar gz tgz bz2 xz zst 7z rar xip pkg deb rpm img sparseimage qcow2 vmdk vdi "
+         "vhd vhdx"},
      {"code",
          "Code & binaries",
-         " swift js ts py rs go dart c cpp h java json o a so dylib dll exe msi class jar wasm apk "
-         "appimage "},
+         "swift js ts py rs go dart c cpp h java json o a so dylib dll exe msi class jar wasm apk "
+         "appimage"},
      {"document",
          "Documents",
-         " pdf doc docx xls xlsx ppt pptx pages numbers key odt ods odp epub djvu rtf txt md csv "},
+         "pdf doc docx xls xlsx ppt pptx pages numbers key odt ods odp epub djvu rtf txt md csv"},
      {"other", "Other", ""},
      }
 };
@@ -49,12 +50,20 @@ const Row& rowOf(FileKind kind) {
     return kRows[static_cast<std::size_t>(kind)];
 }
 
-/// The kind of the first row that `fits`.
-template <typename Fits>
-std::optional<FileKind> firstKind(const Fits& fits) {
-    const auto* row = std::ranges::find_if(kRows, fits);
-    return row == kRows.end() ? std::nullopt
-                              : std::optional{static_cast<FileKind>(row - kRows.begin())};
+using KindsByExtension = std::unordered_map<std::string, FileKind>;
+
+const KindsByExtension& kindsByExtension() {
+    static const KindsByExtension kinds = [] {
+        KindsByExtension all;
+        for (const FileKind kind : kAllFileKinds) {
+            std::istringstream words{std::string{rowOf(kind).extensions}};
+            for (std::string word; words >> word;) {
+                all.emplace(word, kind);
+            }
+        }
+        return all;
+    }();
+    return kinds;
 }
 
 }  // namespace
@@ -73,9 +82,9 @@ FileKind kindOfFile(std::string_view name) {
         name.find(' ', dot) != std::string_view::npos) {
         return FileKind::other;
     }
-    const std::string word = " " + Text::lowercased(name.substr(dot + 1)) + " ";
-    return firstKind([&](const Row& row) { return row.extensions.contains(word); })
-        .value_or(FileKind::other);
+    const auto& kinds = kindsByExtension();
+    const auto found = kinds.find(Text::lowercased(name.substr(dot + 1)));
+    return found == kinds.end() ? FileKind::other : found->second;
 }
 
 std::string_view rawValue(FileKind kind) {
@@ -83,7 +92,8 @@ std::string_view rawValue(FileKind kind) {
 }
 
 std::optional<FileKind> fileKindFromRawValue(std::string_view word) {
-    return firstKind([&](const Row& row) { return row.rawValue == word; });
+    const auto* kind = std::ranges::find(kAllFileKinds, word, rawValue);
+    return kind == kAllFileKinds.end() ? std::nullopt : std::optional{*kind};
 }
 
 std::string_view label(FileKind kind) {
