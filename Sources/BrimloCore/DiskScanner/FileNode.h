@@ -36,6 +36,7 @@ public:
     FileNode& operator=(const FileNode&) = delete;
     FileNode(FileNode&&) = delete;
     FileNode& operator=(FileNode&&) = delete;
+    ~FileNode() = default;
 
     std::int64_t size = 0;              ///< Allocated bytes of this entry and all below it.
     std::int64_t fileCount = 0;         ///< Files below; 1 for a file.
