@@ -67,7 +67,7 @@ void DuplicateSearch::clone(const DuplicateGroup& group) {
         [group] { return DuplicateExtras::clone({group}).sentence(); },
         [id = group.id](DuplicateSearch& search, const std::string& sentence) {
             search.app().setBusy({});
-            search.app().setBanner(QString::fromStdString(sentence));
+            search.app().banner()->show(QString::fromStdString(sentence));
             search.remove(id);
             search.app().machine()->refresh();
         });

@@ -112,7 +112,7 @@ Cleanup::Cleanup(AppModel& app)
 
 void Cleanup::run(const CleanPlan& plan, std::function<void()> after) {
     if (isCleaning()) {
-        app_.setBanner(QStringLiteral("Could not start: another cleanup is still running."));
+        app_.banner()->show(QStringLiteral("Could not start: another cleanup is still running."));
         return;
     }
     show(Progress{.isCleaning = true, .path = {}, .total = static_cast<int>(plan.items().size())});
@@ -212,7 +212,7 @@ void Cleanup::setShowResult(bool show) {
     assign(*this, showResult_, show, &Cleanup::showResultChanged);
     const ReportFigures figures = reportFigures();
     if (closes && figures.canUndo && app_.busy().isEmpty()) {
-        app_.offerUndo(
+        app_.banner()->offerUndo(
             QStringLiteral("Moved %1 to the Trash.").arg(Format::bytes(figures.movedToTrash)));
     }
 }

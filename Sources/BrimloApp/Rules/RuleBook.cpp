@@ -83,7 +83,7 @@ void RuleBook::keepRuleDraft() {
     ruleDraft_->setProperty("saveFailure", QString{});
     keptDrafts_.insert_or_assign(draftKey_, std::move(ruleDraft_));
     Q_EMIT ruleDraftChanged();
-    app_.setBanner(
+    app_.banner()->show(
         QStringLiteral("The draft is kept until Brimlo closes. It is there when you "
                        "open the editor again for the same rule."));
 }
@@ -129,12 +129,12 @@ QString RuleBook::saveRule(const CleanupRule& rule) {
     if (const auto saved = UserRules::save(rule, UserRules::defaultDirectory()); !saved) {
         QString failure =
             QStringLiteral("Could not save rule: %1").arg(words(saved.error().description));
-        app_.setBanner(failure);
+        app_.banner()->show(failure);
         return failure;
     }
     reload();
-    app_.setBanner(QStringLiteral("Saved rule “%1”. Rescanning so it shows up in Smart Clean.")
-                       .arg(words(rule.name)));
+    app_.banner()->show(QStringLiteral("Saved rule “%1”. Rescanning so it shows up in Smart Clean.")
+                            .arg(words(rule.name)));
     app_.smartClean()->suggestAnew();
     return {};
 }
@@ -147,7 +147,7 @@ void RuleBook::deleteRule(const CleanupRule& rule) {
     if (std::ranges::count(customRules_, id, &CleanupRule::id) > 0) {
         const QString why = removed ? QStringLiteral("another file holds it, too")
                                     : words(removed.error().description);
-        app_.setBanner(QStringLiteral("Could not delete rule: %1").arg(why));
+        app_.banner()->show(QStringLiteral("Could not delete rule: %1").arg(why));
         return;
     }
     if (app_.smartClean()->isSuggesting()) {
@@ -159,7 +159,7 @@ void RuleBook::deleteRule(const CleanupRule& rule) {
         return std::ranges::count(customRules_, each.id, &CleanupRule::id) > 0;
     });
     if (!deleted.empty()) {
-        app_.offerUndo(
+        app_.banner()->offerUndo(
             QStringLiteral("Deleted rule “%1”.").arg(shown(deleted.front().name)),
             [this, deleted] { restore(deleted); });
     }
@@ -167,8 +167,8 @@ void RuleBook::deleteRule(const CleanupRule& rule) {
 
 void RuleBook::restore(const std::vector<CleanupRule>& deleted) {
     if (const auto saved = UserRules::saveAll(deleted, UserRules::defaultDirectory()); !saved) {
-        app_.setBanner(QStringLiteral("Could not put the rule back: %1")
-                           .arg(words(saved.error().description)));
+        app_.banner()->show(QStringLiteral("Could not put the rule back: %1")
+                                .arg(words(saved.error().description)));
         return;
     }
     reload();
@@ -177,14 +177,14 @@ void RuleBook::restore(const std::vector<CleanupRule>& deleted) {
 
 void RuleBook::setRuleDisabled(const std::string& id, bool disabled) {
     if (const auto ids = DisabledRules::set(id, disabled); !ids) {
-        app_.setBanner(words(ids.error().description) + u'.');
+        app_.banner()->show(words(ids.error().description) + u'.');
     }
     readDisabled();
 }
 
 void RuleBook::importRules(const QUrl& file) {
     if (!app_.busy().isEmpty()) {
-        app_.setBanner(QStringLiteral("Import failed: other work is under way."));
+        app_.banner()->show(QStringLiteral("Import failed: other work is under way."));
         return;
     }
     app_.setBusy(QStringLiteral("Importing rules…"));
@@ -203,18 +203,18 @@ void RuleBook::importRules(const QUrl& file) {
             book.app_.setBusy({});
             book.show(std::move(done.rules));
             if (!done.outcome) {
-                book.app_.setBanner(QStringLiteral("Import failed: %1")
-                                        .arg(words(done.outcome.error().description)));
+                book.app_.banner()->show(QStringLiteral("Import failed: %1")
+                                             .arg(words(done.outcome.error().description)));
                 return;
             }
-            book.app_.setBanner(outcomeWords(*done.outcome));
+            book.app_.banner()->show(outcomeWords(*done.outcome));
             book.app_.smartClean()->suggestAnew();
         });
 }
 
 void RuleBook::exportRules(const QUrl& file) {
     const auto done = UserRules::exportTo(pathOf(file), customRules_, UserRules::Existing::replace);
-    app_.setBanner(
+    app_.banner()->show(
         done ? QStringLiteral("Exported %1 rule(s).").arg(customRules_.size())
              : QStringLiteral("Export failed: %1").arg(words(done.error().description)));
 }

@@ -58,7 +58,7 @@ bool Settings::read() {
     assign(*this, config_, read.value_or(AppConfig{}), &Settings::configChanged);
     const QString fault = read ? QString{} : QString::fromStdString(read.error().description + ".");
     if (std::exchange(fault_, fault) != fault && !fault.isEmpty()) {
-        app_.setBanner(fault);
+        app_.banner()->show(fault);
     }
     return read.has_value();
 }
@@ -67,7 +67,7 @@ bool Settings::change(const std::function<void(AppConfig&)>& body) {
     const auto changed = AppConfig::change(body);
     read();
     if (!changed) {
-        app_.setBanner(QString::fromStdString(changed.error().description + "."));
+        app_.banner()->show(QString::fromStdString(changed.error().description + "."));
     }
     return changed.has_value();
 }
@@ -104,7 +104,7 @@ void Settings::runAutoClean(bool force, bool dryRun) {
     // With default settings instead of unreadable ones, items might be deleted for good too early.
     if (!read()) {
         if (force) {
-            app_.setBanner(fault_);
+            app_.banner()->show(fault_);
         }
         return;
     }
@@ -133,21 +133,21 @@ void Settings::setAgent(bool enabled) {
     read();
     if (!enabled) {
         LaunchAgent::uninstall();
-        app_.setBanner(QStringLiteral("Background job removed."));
+        app_.banner()->show(QStringLiteral("Background job removed."));
     } else if (const auto tool = CLIInstaller::bundledCLI(cli_); !tool) {
-        app_.setBanner(
+        app_.banner()->show(
             QStringLiteral("Background mode needs the packaged app (the command line tool is "
                            "missing from this build)."));
         return;
     } else if (const auto installed = LaunchAgent::install(*tool); !installed) {
-        app_.setBanner(QStringLiteral("Could not install the background job: %1")
-                           .arg(QString::fromStdString(installed.error().description)));
+        app_.banner()->show(QStringLiteral("Could not install the background job: %1")
+                                .arg(QString::fromStdString(installed.error().description)));
     } else if (config_.autoCleanEnabled) {
-        app_.setBanner(
+        app_.banner()->show(
             QStringLiteral("Background auto-clean is on. It checks every 6 hours while you "
                            "are logged in."));
     } else {
-        app_.setBanner(
+        app_.banner()->show(
             QStringLiteral("Background job installed, but auto-clean is off, so it will do "
                            "nothing yet. Turn on auto-clean above."));
     }
@@ -172,19 +172,19 @@ void Settings::installCLI() {
     switch (result.outcome) {
         case CLIInstaller::Outcome::installed:
         case CLIInstaller::Outcome::alreadyInstalled:
-            app_.setBanner(
+            app_.banner()->show(
                 QStringLiteral("Command-line tool ready. Run `brimlo` in any terminal."));
             break;
         case CLIInstaller::Outcome::noTool:
-            app_.setBanner(QStringLiteral("This build has no command-line tool to install."));
+            app_.banner()->show(QStringLiteral("This build has no command-line tool to install."));
             break;
         case CLIInstaller::Outcome::cancelled:
-            app_.setBanner(QStringLiteral(
+            app_.banner()->show(QStringLiteral(
                 "Command-line tool not installed. You can install it later from Settings."));
             break;
         case CLIInstaller::Outcome::failed:
-            app_.setBanner(QStringLiteral("Could not install the command-line tool: %1")
-                               .arg(QString::fromStdString(result.text)));
+            app_.banner()->show(QStringLiteral("Could not install the command-line tool: %1")
+                                    .arg(QString::fromStdString(result.text)));
             break;
     }
     assign(*this, cliPlace_, placeOf(cli_), &Settings::cliPlaceChanged);

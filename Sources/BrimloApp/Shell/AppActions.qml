@@ -10,7 +10,7 @@ Item {
     readonly property string rescanKeys: "Ctrl+R"
     readonly property string undoKeys: "Ctrl+Z"
     readonly property string quitKeys: "Ctrl+Q"
-    readonly property bool canUndo: AppModel.bannerUndoesChange || AppModel.cleanup.lastReport.canUndo && AppModel.busy === ""
+    readonly property bool canUndo: AppModel.banner.undoesChange || AppModel.cleanup.lastReport.canUndo && AppModel.busy === ""
 
     signal aboutRequested
     signal quitRequested

@@ -20,7 +20,6 @@
 #include <QtGui/QDesktopServices>
 
 #include <algorithm>
-#include <array>
 #include <type_traits>
 #include <utility>
 
@@ -31,15 +30,6 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto kTimeToSuggest = 1s;
-constexpr auto kBannerTime = 8s;
-constexpr auto kLongBannerTime = 20s;
-
-/// A banner's text is the only sign that something failed.
-bool tellsOfFailure(const QString& text) {
-    constexpr std::array kWords{"failed", "could not", "unable"};
-    const QString lowered = text.toLower();
-    return std::ranges::any_of(kWords, [&](const char* word) { return lowered.contains(word); });
-}
 
 }  // namespace
 
@@ -48,6 +38,7 @@ AppModel::AppModel(Surroundings surroundings, QObject* parent)
     , surroundings_{std::move(surroundings)}
     , cleaner_{std::make_shared<Cleaner>(
           std::make_shared<Journal>(StoragePaths::journal()), surroundings_.docker)}
+    , banner_{std::make_unique<Banner>(*surroundings_.clock)}
     , machine_{std::make_unique<Machine>()}
     , smartClean_{std::make_unique<SmartClean>(*this)}
     , cleanup_{std::make_unique<Cleanup>(*this)}
@@ -125,40 +116,14 @@ void AppModel::suggestSoon() {
     });
 }
 
-// ---- The banner and the busy line ----------------------------------------------------------
-
-void AppModel::show(const Banner& banner) {
-    assign(*this, banner_, banner, &AppModel::bannerChanged);
-    // Setting the same text again restarts its time.
-    scheduleBannerDismiss();
-}
-
-void AppModel::offerUndo(const QString& text, std::function<void()> takeBack) {
-    takeBack_ = std::move(takeBack);
-    show({.text = text, .offersUndo = true, .undoesChange = true});
-}
+// ---- Changes to files ----------------------------------------------------------------------
 
 void AppModel::undo() {
-    if (!banner_.undoesChange) {
+    if (banner_->undoesChange()) {
+        banner_->takeBack();
+    } else {
         history_->undoLastClean();
-        return;
     }
-    setBanner({});
-    std::exchange(takeBack_, {})();
-}
-
-void AppModel::scheduleBannerDismiss() {
-    bannerTask_.reset();
-    if (banner_.text.isEmpty()) {
-        return;
-    }
-    const bool needsTime = banner_.offersUndo || tellsOfFailure(banner_.text);
-    const auto time = needsTime ? kLongBannerTime : kBannerTime;
-    bannerTask_ = surroundings_.clock->schedule(time, Clock::Repeat::once, [this, was = banner_] {
-        if (banner_ == was) {
-            assign(*this, banner_, Banner{}, &AppModel::bannerChanged);
-        }
-    });
 }
 
 void AppModel::setBusy(const QString& text) {
@@ -179,7 +144,7 @@ void AppModel::runBusy(const QString& text, std::function<Outcome()> work) {
         },
         [](AppModel& model, Done done) {
             model.setBusy({});
-            model.setBanner(shown(done.outcome.sentence));
+            model.banner_->show(shown(done.outcome.sentence));
             model.machine_->refresh();
             model.history_->show(std::move(done.journal));
             model.history_->showStayed(done.outcome.stayed);
@@ -206,16 +171,16 @@ void AppModel::openFile(const std::string& path) {
     const QFileInfo file{fromPath(path)};
     if (file.isExecutable() || kindOfFile(Path::name(path)) == FileKind::code ||
         file.suffix() == "desktop") {
-        setBanner(QStringLiteral("Could not open it: it may be a program."));
+        banner_->show(QStringLiteral("Could not open it: it may be a program."));
     } else if (!file.isFile() || !QDesktopServices::openUrl(QUrl::fromLocalFile(fromPath(path)))) {
-        setBanner(QStringLiteral("Could not open it: no application did."));
+        banner_->show(QStringLiteral("Could not open it: no application did."));
     }
 }
 
 void AppModel::reveal(const std::vector<std::string>& paths) {
     Desktop::reveal(paths, [model = QPointer{this}] {
         if (model) {
-            model->setBanner(QStringLiteral("Could not show it: no file manager answered."));
+            model->banner_->show(QStringLiteral("Could not show it: no file manager answered."));
         }
     });
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "BrimloApp/Settings/CLIInstaller.h"
+#include "BrimloApp/Shell/Banner.h"
 #include "BrimloApp/Shell/Clock.h"
 #include "BrimloApp/Shell/RunInBackground.h"
 #include "BrimloApp/Shell/Sections.h"
@@ -60,11 +61,9 @@ class AppModel : public QObject {
 
     Q_PROPERTY(
         Brimlo::Sections::Section section READ section WRITE setSection NOTIFY sectionChanged)
-    Q_PROPERTY(QString banner READ banner WRITE setBanner NOTIFY bannerChanged)
-    Q_PROPERTY(bool bannerOffersUndo READ bannerOffersUndo NOTIFY bannerChanged)
-    Q_PROPERTY(bool bannerUndoesChange READ bannerUndoesChange NOTIFY bannerChanged)
     Q_PROPERTY(QString busy READ busy NOTIFY busyChanged)
 
+    Q_PROPERTY(Brimlo::Banner* banner READ banner CONSTANT)
     Q_PROPERTY(Brimlo::Machine* machine READ machine CONSTANT)
     Q_PROPERTY(Brimlo::SmartClean* smartClean READ smartClean CONSTANT)
     Q_PROPERTY(Brimlo::Cleanup* cleanup READ cleanup CONSTANT)
@@ -88,6 +87,7 @@ public:
     [[nodiscard]] static AppModel* create(QQmlEngine* engine, QJSEngine* scripts);
 
     // The parts, never null.
+    [[nodiscard]] Banner* banner() const { return banner_.get(); }
     [[nodiscard]] Machine* machine() const { return machine_.get(); }
     [[nodiscard]] SmartClean* smartClean() const { return smartClean_.get(); }
     [[nodiscard]] Cleanup* cleanup() const { return cleanup_.get(); }
@@ -106,18 +106,6 @@ public:
     /// Refreshes the current section: repeats its search or reads its files again.
     Q_INVOKABLE void rescan();
 
-    /// A message about the last operation; empty if there is none.
-    [[nodiscard]] const QString& banner() const { return banner_.text; }
-    /// Shows a message for 8 seconds, or for 20 if its words tell of a failure; an empty text
-    /// removes the current one.
-    void setBanner(const QString& text) { show({.text = text}); }
-    /// Shows a message about the last clean for 20 seconds, with a button that undoes the clean.
-    void offerUndo(const QString& text) { show({.text = text, .offersUndo = true}); }
-    /// Shows a message about a change for 20 seconds, with a button that takes the change back.
-    void offerUndo(const QString& text, std::function<void()> takeBack);
-    [[nodiscard]] bool bannerOffersUndo() const { return banner_.offersUndo; }
-    /// Whether the button takes back a change, not a clean.
-    [[nodiscard]] bool bannerUndoesChange() const { return banner_.undoesChange; }
     /// Takes back what the message is about; without a change there, the last clean.
     Q_INVOKABLE void undo();
 
@@ -141,33 +129,21 @@ public:
 
 Q_SIGNALS:
     void sectionChanged();
-    void bannerChanged();
     void busyChanged();
 
 private:
     void suggestSoon();
 
-    struct Banner {
-        QString text;
-        bool offersUndo = false;
-        bool undoesChange = false;
-
-        bool operator==(const Banner&) const = default;
-    };
-    void show(const Banner& banner);
-    void scheduleBannerDismiss();
     /// Repeats the searches whose folders contain restored items.
     void findAgain(const std::vector<std::string>& restored);
 
     const Surroundings surroundings_;
     const std::shared_ptr<Cleaner> cleaner_;
     Section section_ = Section::Overview;
-    Banner banner_;
-    std::function<void()> takeBack_;  ///< Valid while the banner undoes a change.
-    std::unique_ptr<Clock::Pending> bannerTask_;
     std::unique_ptr<Clock::Pending> suggestTask_;
     QString busy_;
 
+    const std::unique_ptr<Banner> banner_;
     const std::unique_ptr<Machine> machine_;
     const std::unique_ptr<SmartClean> smartClean_;
     const std::unique_ptr<Cleanup> cleanup_;

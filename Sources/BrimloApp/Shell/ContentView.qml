@@ -162,7 +162,7 @@ Window {
     component BannerLine: FloatingLine {
         id: line
 
-        text: AppModel.banner
+        text: AppModel.banner.text
 
         Icon {
             symbol: "info.circle"
@@ -191,14 +191,14 @@ Window {
         OutlineButton {
             text: qsTr("Undo")
             symbol: "arrow.uturn.backward"
-            visible: AppModel.bannerOffersUndo && actions.canUndo
+            visible: AppModel.banner.offersUndo && actions.canUndo
             implicitHeight: Theme.controlHeight - 2
             onClicked: actions.undo()
         }
         OutlineButton {
             text: qsTr("Dismiss")
             implicitHeight: Theme.controlHeight - 2
-            onClicked: AppModel.banner = ""
+            onClicked: AppModel.banner.show("")
         }
     }
 }

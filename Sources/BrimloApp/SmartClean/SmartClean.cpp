@@ -34,7 +34,7 @@ void SmartClean::loadSuggestions() {
     app_.rules()->readDisabled();
     readLeftAlone();
     if (!leftAloneFault_.isEmpty()) {
-        app_.setBanner(leftAloneFault_);  // Nothing is found then.
+        app_.banner()->show(leftAloneFault_);  // Nothing is found then.
     }
     show(
         {.isSuggesting = true,
@@ -151,7 +151,7 @@ bool SmartClean::changeLeftAlone(const std::function<void(LeftAlone&)>& body) {
     const auto changed = LeftAlone::change(body);
     readLeftAlone();
     if (!changed) {
-        app_.setBanner(words(changed.error().description) + u'.');
+        app_.banner()->show(words(changed.error().description) + u'.');
     }
     return changed.has_value();
 }
@@ -192,7 +192,7 @@ void SmartClean::leaveAlone(
         }
     };
     setSuggestions(std::move(left));
-    app_.offerUndo(QStringLiteral("“%1” is never suggested again.").arg(title), takeBack);
+    app_.banner()->offerUndo(QStringLiteral("“%1” is never suggested again.").arg(title), takeBack);
 }
 
 void SmartClean::suggestAgain(const QString& name, bool isRule) {

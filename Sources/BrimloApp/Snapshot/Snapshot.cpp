@@ -106,7 +106,7 @@ std::vector<Scene> windowScenes() {
         then(showing("overview-without-access", Overview), doing([](AppModel& model) {
                  CannedState::withoutAccess(model);
                  CannedState::busy(model, "Emptying Trash…");
-                 model.setBanner("Export failed: Permission denied");
+                 model.banner()->show("Export failed: Permission denied");
              })),
         then(showing("overview-undo", Overview, CannedState::suggested), doing([](AppModel& model) {
                  CannedState::cleaned(model, CannedData::report());

@@ -43,12 +43,12 @@ TEST_F(DuplicateSearchTest, TellsHowManyCopiesCouldNotBeCloned) {
     EXPECT_EQ(model().busy(), "Replacing duplicates with clones…") << "one at a time";
     finish();
     EXPECT_GE(model().machine()->trashBytes(), 100'000) << "the disk is looked at anew";
-    EXPECT_EQ(model().banner(), "Cloned some duplicates; 2 failed (different volume?).");
+    EXPECT_EQ(model().banner()->text(), "Cloned some duplicates; 2 failed (different volume?).");
     EXPECT_THAT(model().duplicates()->groups(), IsEmpty());
     group.paths.resize(1);
     model().duplicates()->clone(group);
     finish();
-    EXPECT_EQ(model().banner(), "Replaced duplicates with clones, sharing 0 bytes.");
+    EXPECT_EQ(model().banner()->text(), "Replaced duplicates with clones, sharing 0 bytes.");
 }
 
 TEST_F(DuplicateSearchTest, ReplacesNoCopyThatChangedSinceItWasFound) {
@@ -58,7 +58,7 @@ TEST_F(DuplicateSearchTest, ReplacesNoCopyThatChangedSinceItWasFound) {
     model().duplicates()->clone(model().duplicates()->groups().front());
     finish();
     EXPECT_EQ(Testing::contentOf(at("dups/b")), "an edit");
-    EXPECT_TRUE(model().banner().startsWith("Cloned some duplicates; 2 failed"));
+    EXPECT_TRUE(model().banner()->text().startsWith("Cloned some duplicates; 2 failed"));
 }
 
 }  // namespace

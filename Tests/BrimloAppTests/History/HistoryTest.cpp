@@ -51,7 +51,7 @@ TEST_F(HistoryTest, RestoresWhatCanBeAndKeepsTheRestInTheTrash) {
     }
     finish();
     EXPECT_EQ(
-        model().banner().toStdString(),
+        model().banner()->text().toStdString(),
         "Restored 2 item(s). 1 could not be restored: Something already exists at " + at("b") +
             ".");
     EXPECT_FALSE(exists(at("earlier"))) << "another cleanup";
@@ -66,7 +66,7 @@ TEST_F(HistoryTest, RestoresWhatCanBeAndKeepsTheRestInTheTrash) {
     finish();
     model().history()->undoBatch(stale);
     finish();
-    EXPECT_EQ(model().banner(), "Restored 0 item(s).");
+    EXPECT_EQ(model().banner()->text(), "Restored 0 item(s).");
     EXPECT_EQ(contentOf(at("b")), "b");
 }
 
@@ -93,19 +93,20 @@ TEST_F(HistoryTest, PurgesAndEmptiesInItsOwnWords) {
         EXPECT_EQ(model().busy(), "Removing from Trash…");
     }
     finish();
-    EXPECT_EQ(model().banner(), "Permanently removed 0 bytes that Brimlo had moved to Trash.");
+    EXPECT_EQ(
+        model().banner()->text(), "Permanently removed 0 bytes that Brimlo had moved to Trash.");
 
     clean({"a"});
     model().history()->purgeOwnTrash();
     finish();
-    EXPECT_EQ(model().banner(), "Permanently removed 4 KB that Brimlo had moved to Trash.");
+    EXPECT_EQ(model().banner()->text(), "Permanently removed 4 KB that Brimlo had moved to Trash.");
     EXPECT_EQ(model().machine()->trashBytes(), 0);
 
     clean({"b"});
     model().history()->emptyTrash();
     EXPECT_EQ(model().busy(), "Emptying Trash…");
     finish();
-    EXPECT_EQ(model().banner(), "Emptied Trash: freed 4 KB.");
+    EXPECT_EQ(model().banner()->text(), "Emptied Trash: freed 4 KB.");
 
     clean({"c"});
     std::filesystem::remove_all(at(".local/share/Trash/files"));
@@ -113,9 +114,11 @@ TEST_F(HistoryTest, PurgesAndEmptiesInItsOwnWords) {
     model().history()->emptyTrash();
     finish();
     EXPECT_THAT(
-        model().banner().toStdString(), testing::MatchesRegex("Could not empty Trash: .+\\."));
+        model().banner()->text().toStdString(),
+        testing::MatchesRegex("Could not empty Trash: .+\\."));
     EXPECT_EQ(
-        model().banner().contains("Full Disk Access"), !Platform::privacySettingsAddress().empty());
+        model().banner()->text().contains("Full Disk Access"),
+        !Platform::privacySettingsAddress().empty());
 }
 
 }  // namespace

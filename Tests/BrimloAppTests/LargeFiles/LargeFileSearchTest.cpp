@@ -30,7 +30,7 @@ TEST_F(LargeFileSearchTest, FindsLargeFilesAndTakesARowAwayWhenItsFileWent) {
     model().largeFiles()->trash(node);
     finish();
     EXPECT_THAT(model().largeFiles()->files(), SizeIs(1)) << "another cleanup was running";
-    EXPECT_EQ(model().banner(), "Could not start: another cleanup is still running.");
+    EXPECT_EQ(model().banner()->text(), "Could not start: another cleanup is still running.");
     std::filesystem::rename(file, at("elsewhere"));
     model().largeFiles()->trash(node);
     finish();

@@ -36,7 +36,8 @@ TEST_F(RuleBookTest, SavesARuleAndDeletesItWithItsFindings) {
     model().rules()->editRule(rule());
     model().rules()->saveRuleDraft();
     EXPECT_EQ(model().rules()->ruleDraft(), nullptr);
-    EXPECT_EQ(model().banner(), "Saved rule “Cache”. Rescanning so it shows up in Smart Clean.");
+    EXPECT_EQ(
+        model().banner()->text(), "Saved rule “Cache”. Rescanning so it shows up in Smart Clean.");
     EXPECT_TRUE(model().smartClean()->isSuggesting());
     finish();
     ASSERT_THAT(model().rules()->customRules(), SizeIs(1));
@@ -50,12 +51,12 @@ TEST_F(RuleBookTest, SavesARuleAndDeletesItWithItsFindings) {
     model().smartClean()->toggle(suggestion("custom.cache"));
     model().smartClean()->toggle(suggestion("custom.cache"));
     ASSERT_FALSE(model().smartClean()->currentPlan().items().empty());
-    model().setBanner({});
+    model().banner()->show({});
     model().rules()->deleteRule(rule());
     EXPECT_THAT(model().rules()->customRules(), IsEmpty());
     EXPECT_THAT(model().smartClean()->suggestions(), IsEmpty());
     EXPECT_THAT(model().smartClean()->currentPlan().items(), IsEmpty());
-    EXPECT_EQ(model().banner(), "Deleted rule “Renamed”.");
+    EXPECT_EQ(model().banner()->text(), "Deleted rule “Renamed”.");
     EXPECT_FALSE(model().smartClean()->isSuggesting());
     model().undo();
     finish();
@@ -68,7 +69,7 @@ TEST_F(RuleBookTest, SavesARuleAndDeletesItWithItsFindings) {
     const std::string rules = UserRules::defaultDirectory();
     std::filesystem::rename(rules + "/custom.cache.json", rules + "/mine.json");
     model().rules()->deleteRule(rule());
-    EXPECT_EQ(model().banner(), "Could not delete rule: No such file or directory");
+    EXPECT_EQ(model().banner()->text(), "Could not delete rule: No such file or directory");
     EXPECT_THAT(model().rules()->customRules(), SizeIs(1));
     EXPECT_FALSE(model().smartClean()->suggestions().empty());
 }
@@ -102,17 +103,17 @@ TEST_F(RuleBookTest, ExportsAndImportsRules) {
     model().rules()->saveRule(rule());
     finish();
     model().rules()->exportRules(address("rules.json"));
-    EXPECT_EQ(model().banner(), "Exported 1 rule(s).");
+    EXPECT_EQ(model().banner()->text(), "Exported 1 rule(s).");
     model().rules()->exportRules(address("no/such/folder/rules.json"));
-    EXPECT_TRUE(model().banner().startsWith("Export failed: "));
+    EXPECT_TRUE(model().banner()->text().startsWith("Export failed: "));
 
     model().rules()->deleteRule(rule());
     model().rules()->importRules(address("rules.json"));
     EXPECT_EQ(model().busy(), "Importing rules…");
     model().rules()->importRules(address("rules.json"));
-    EXPECT_EQ(model().banner(), "Import failed: other work is under way.");
+    EXPECT_EQ(model().banner()->text(), "Import failed: other work is under way.");
     finish();
-    EXPECT_EQ(model().banner(), "Imported 1 rule(s).");
+    EXPECT_EQ(model().banner()->text(), "Imported 1 rule(s).");
     ASSERT_THAT(model().rules()->customRules(), SizeIs(1));
     EXPECT_EQ(model().rules()->customRules().front().id, "custom.cache");
     EXPECT_EQ(suggestion("custom.cache").items.size(), 1U);
@@ -132,12 +133,12 @@ TEST_F(RuleBookTest, ExportsAndImportsRules) {
     model().rules()->importRules(address("bad.json"));
     finish();
     EXPECT_THAT(
-        model().banner().toStdString(),
+        model().banner()->text().toStdString(),
         testing::StartsWith("Imported 0 rule(s). Rejected 1: rule #"));
     for (const char* name : {"missing.json", "cache/data"}) {
         model().rules()->importRules(address(name));
         finish();
-        EXPECT_TRUE(model().banner().startsWith("Import failed: ")) << name;
+        EXPECT_TRUE(model().banner()->text().startsWith("Import failed: ")) << name;
     }
 }
 

@@ -125,7 +125,7 @@ TEST_F(RulesViewTest, EditsCarriesAndDeletesTheUsersAndSwitchesAndCopiesTheOther
     press("Import");
     answerPanel(at("rules.json"));
     await([&] { return model().rules()->customRules().size() == 1; }, "the rule");
-    waitToSee(model().banner());
+    waitToSee(model().banner()->text());
 }
 
 TEST_F(RulesViewTest, KeepsAHalfWrittenRule) {
@@ -169,7 +169,7 @@ TEST_F(RulesViewTest, KeepsTheEditorSaneWhenTheRuleGoesAway) {
     std::filesystem::remove(file);
     std::filesystem::create_directories(file + "/in the way");
     press("Save rule");
-    model().setBanner({});
+    model().banner()->show({});
     EXPECT_TRUE(sees("Could not save rule: Is a directory"));
     EXPECT_TRUE(sees("Edit rule")) << "with what was typed";
     expectLaidOut();

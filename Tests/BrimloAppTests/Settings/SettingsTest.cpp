@@ -28,7 +28,7 @@ protected:
         model().settings()->setAutoCleanIncludesCustomRules(true);
     }
 
-    std::string banner() { return model().banner().toStdString(); }
+    std::string banner() { return model().banner()->text().toStdString(); }
 };
 
 TEST_F(SettingsTest, SavesEachSettingAsItIsSet) {

@@ -70,7 +70,7 @@ TEST_F(SettingsViewTest, EverySettingTakesEffectAtOnce) {
         EXPECT_EQ(model().busy(), "Running auto-clean…");
     }
     finish();
-    EXPECT_FALSE(model().banner().isEmpty());
+    EXPECT_FALSE(model().banner()->text().isEmpty());
 
     std::filesystem::remove(StoragePaths::support() + "/config.json");
     makeFolder("Library/Application Support/Brimlo/config.json/occupied");

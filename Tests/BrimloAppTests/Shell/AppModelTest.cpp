@@ -39,7 +39,7 @@ TEST_F(AppModelTest, StartsWithWhatTheHomeHoldsAndThenLooksForWhatCanGo) {
     finish();
     EXPECT_GE(started.machine()->trashBytes(), 100'000);
     EXPECT_EQ(started.history()->journal().size(), 1U);
-    EXPECT_TRUE(started.banner().isEmpty()) << "auto-clean is off and says nothing";
+    EXPECT_TRUE(started.banner()->text().isEmpty()) << "auto-clean is off and says nothing";
     EXPECT_THAT(started.smartClean()->suggestions(), IsEmpty());
     EXPECT_EQ(started.analyzer()->root(), nullptr);
 
@@ -59,7 +59,7 @@ TEST_F(AppModelTest, ChangesFilesWhileSearchesOccupyTheirThreads) {
     waitFor([this] { return !model().cleanup()->isCleaning(); });
     model().history()->undoLastClean();
     waitFor([this] { return model().busy().isEmpty(); });
-    EXPECT_EQ(model().banner(), "Restored 1 item(s).");
+    EXPECT_EQ(model().banner()->text(), "Restored 1 item(s).");
 }
 
 TEST_F(AppModelTest, MeasuresTheTrashOnceAtATimeAndOnceMoreAtTheEnd) {
@@ -87,59 +87,25 @@ TEST_F(AppModelTest, MeasuresTheTrashOnceAtATimeAndOnceMoreAtTheEnd) {
     EXPECT_EQ(sizes.count(), 1) << "none too old";
 }
 
-TEST_F(AppModelTest, ShowsABannerForAsLongAsItsWordsDeserve) {
-    const std::pair<const char*, std::chrono::seconds> cases[] = {
-        {"Saved.",             8s },
-        {"It FAILED somehow.", 20s},
-        {"Could Not do that.", 20s},
-        {"We were unable to.", 20s},
-    };
-    for (const auto& [text, time] : cases) {
-        model().setBanner(text);
-        clock.advance(time - 1ms);
-        EXPECT_EQ(model().banner(), text);
-        clock.advance(1ms);
-        EXPECT_EQ(model().banner(), "") << text;
-    }
-}
-
-TEST_F(AppModelTest, LeavesABannerToItsOwnTimer) {
-    const std::size_t idle = (model(), clock.advance(1s), clock.waiting());
-    model().setBanner("First.");
-    clock.advance(7s);
-    model().setBanner("Second.");
-    clock.advance(7s);
-    EXPECT_EQ(model().banner(), "Second.") << "the first one's timer was cancelled";
-    model().setBanner("Second.");
-    clock.advance(7s);
-    EXPECT_EQ(model().banner(), "Second.") << "set again, it is shown for its whole time again";
-    clock.advance(1s);
-    EXPECT_EQ(model().banner(), "");
-
-    model().setBanner("Third.");
-    model().setBanner({});
-    EXPECT_EQ(clock.waiting(), idle) << "an absent banner waits for nothing";
-}
-
 TEST_F(AppModelTest, GoesOnWhereNothingCanBeKept) {
     // Where the support folder should be, there is a file.
     write("Library/Application Support/Brimlo", "in the way");
     const std::string file = write("data");
     AppModel& unable = model();
-    EXPECT_EQ(unable.banner(), "The settings could not be read: Not a directory.");
-    unable.setBanner({});
+    EXPECT_EQ(unable.banner()->text(), "The settings could not be read: Not a directory.");
+    unable.banner()->show("");
     unable.settings()->setStaleDays(14);
     EXPECT_EQ(unable.settings()->staleDays(), 90) << "shows what the file holds";
-    EXPECT_EQ(unable.banner(), "The settings could not be read: Not a directory.");
+    EXPECT_EQ(unable.banner()->text(), "The settings could not be read: Not a directory.");
     unable.rules()->newRuleDraft(at("cache"));
     unable.rules()->ruleDraft()->useSuggestedWording();
     unable.rules()->saveRuleDraft();
     ASSERT_NE(unable.rules()->ruleDraft(), nullptr) << "what was typed is not lost";
-    EXPECT_EQ(unable.rules()->ruleDraft()->property("saveFailure"), unable.banner());
-    EXPECT_TRUE(unable.banner().startsWith("Could not save rule: "));
+    EXPECT_EQ(unable.rules()->ruleDraft()->property("saveFailure"), unable.banner()->text());
+    EXPECT_TRUE(unable.banner()->text().startsWith("Could not save rule: "));
     unable.rules()->setRuleDisabled("general.app-caches", true);
     EXPECT_THAT(unable.rules()->disabledRuleIDs(), IsEmpty()) << "shows what the file holds";
-    EXPECT_EQ(unable.banner(), "The change could not be saved: Not a directory.");
+    EXPECT_EQ(unable.banner()->text(), "The change could not be saved: Not a directory.");
     unable.smartClean()->loadSuggestions();
     unable.analyzer()->scan();
     unable.largeFiles()->find();

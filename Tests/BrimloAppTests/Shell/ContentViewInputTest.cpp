@@ -143,12 +143,12 @@ TEST_F(ContentViewInputTest, HistoryTakesAHundredThousandItems) {
 
 TEST_F(ContentViewInputTest, ALongBannerScrollsAndLeavesTheScreenItsPlace) {
     open();
-    model().setBanner(QString("A sentence that goes on and on. ").repeated(63));
+    model().banner()->show(QString("A sentence that goes on and on. ").repeated(63));
     waitToSee("A sentence*");
     expectSane();
     EXPECT_LT(find(QAccessible::Notification, "A sentence*")->height(), 150);
     EXPECT_GT(find(QAccessible::Pane, "Overview")->height(), 450);
-    model().setBanner(QString(2000, 'W'));
+    model().banner()->show(QString(2000, 'W'));
     waitToSee("WWWW*");
     expectSane();
 }

@@ -104,7 +104,7 @@ TEST_F(ContentViewTest, ShowsWorkAndMessagesOverTheScreenAndMovesNothing) {
     for (const auto& [role, name] : targets) {
         places.push_back(placeOf(role, name));
     }
-    model().setBanner(QString{"It could not be done. "}.repeated(40));
+    model().banner()->show(QString{"It could not be done. "}.repeated(40));
     model().setBusy("Working…");
     waitToSee("Working…");
     const QRectF covered = placeOf(QAccessible::Notification, "It could *") |
@@ -115,13 +115,13 @@ TEST_F(ContentViewTest, ShowsWorkAndMessagesOverTheScreenAndMovesNothing) {
         EXPECT_TRUE(i == 0 || !covered.intersects(places[i]));
     }
     model().setBusy({});
-    model().setBanner({});
+    model().banner()->show({});
 
     await([&] { return !sees("Dismiss"); }, "its end");
-    model().setBanner("Something happened.");
+    model().banner()->show("Something happened.");
     waitToSee("Something happened.");
     press("Dismiss");
-    EXPECT_TRUE(model().banner().isEmpty());
+    EXPECT_TRUE(model().banner()->text().isEmpty());
     await([&] { return !sees("Something happened."); }, "its end");
 
     fillTrash();
@@ -133,7 +133,7 @@ TEST_F(ContentViewTest, ShowsWorkAndMessagesOverTheScreenAndMovesNothing) {
     }
     finish();
     await([&] { return !sees("Working"); }, "the end of it");
-    waitToSee(model().banner());
+    waitToSee(model().banner()->text());
 }
 
 TEST_F(ContentViewTest, ShowsTheTrashOnlyWhenThereIsSomethingInIt) {
@@ -242,7 +242,7 @@ TEST_F(ContentViewTest, OpensEachSectionByItsKeysInItsPlaceAndReadable) {
     fillTrash();
     model().analyzer()->setScanRoot("/usr");
     open();
-    model().setBanner("Restored 2 item(s).");
+    model().banner()->show("Restored 2 item(s).");
     for (const double scale : {1.0, 1.5}) {
         setTheme("fontScale", scale);
         for (const bool dark : {false, true}) {

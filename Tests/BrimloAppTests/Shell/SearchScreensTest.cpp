@@ -167,8 +167,8 @@ TEST_F(SearchScreensTest, DuplicatesShowsTheFirstStateThatHolds) {
     model().duplicates()->setGroups(groups);
     press("Replace with clones");
     finish();
-    EXPECT_FALSE(model().banner().isEmpty());
-    waitToSee(model().banner());
+    EXPECT_FALSE(model().banner()->text().isEmpty());
+    waitToSee(model().banner()->text());
 }
 
 TEST_F(SearchScreensTest, FilesHaveAMenuAndSeveralGoAtOnce) {
@@ -190,7 +190,7 @@ TEST_F(SearchScreensTest, FilesHaveAMenuAndSeveralGoAtOnce) {
     finish();
     click(kRow, "run.sh, *", Qt::RightButton);
     choose("Open");
-    EXPECT_EQ(model().banner(), "Could not open it: it may be a program.");
+    EXPECT_EQ(model().banner()->text(), "Could not open it: it may be a program.");
     EXPECT_TRUE(opened().empty());
     click(kRow, "one.iso, *");
     key(Qt::Key_F10, Qt::ShiftModifier);

@@ -62,7 +62,7 @@ TEST_F(SmartCleanTest, GoesFromRescanToACleanedDiskAndBack) {
     EXPECT_TRUE(model().cleanup()->isCleaning());
     EXPECT_EQ(model().cleanup()->cleaningTotal(), 2);
     model().cleanup()->run(model().smartClean()->currentPlan(), [] { FAIL() << "ran twice"; });
-    EXPECT_EQ(model().banner(), "Could not start: another cleanup is still running.");
+    EXPECT_EQ(model().banner()->text(), "Could not start: another cleanup is still running.");
 
     finish();
     ASSERT_TRUE(model().cleanup()->lastReport());
@@ -76,7 +76,7 @@ TEST_F(SmartCleanTest, GoesFromRescanToACleanedDiskAndBack) {
     model().history()->undoLastClean();
     EXPECT_EQ(model().busy(), "Restoring…");
     finish();
-    EXPECT_EQ(model().banner(), "Restored 2 item(s).");
+    EXPECT_EQ(model().banner()->text(), "Restored 2 item(s).");
     EXPECT_THAT(ids(), ElementsAre("custom.caches", "custom.running", "custom.mine"));
     EXPECT_TRUE(describeTree(at("caches/large")) == before);
     EXPECT_TRUE(exists(at("caches/small/data")));
