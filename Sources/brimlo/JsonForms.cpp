@@ -61,6 +61,7 @@ Json::Array items(const std::vector<SuggestionItem>& items) {
             object.emplace("detail", path(*item.detail));
         }
         addIfPresent(object, "subtitle", item.subtitle);
+        object.emplace("freedBytes", SpaceUse{item.size, item.shared}.freedAlone());
         array.push_back(std::move(object));
     }
     return array;
@@ -80,6 +81,7 @@ Json::Object suggestion(const Suggestion& suggestion) {
     object.emplace("items", items(suggestion.items));
     object.emplace("preselectedPaths", paths(suggestion.preselectedPaths));
     object.emplace("totalSize", suggestion.totalSize());
+    object.emplace("freedBytes", FreedSpace::of(suggestion.items).bytes());
     return object;
 }
 
@@ -112,9 +114,10 @@ Json::Array items(const std::vector<CleanItem>& items) {
 
 Json::Object plan(const CleanPlan& plan) {
     return {
-        {"items",      items(plan.items())  },
-        {"dropped",    paths(plan.dropped())},
-        {"totalBytes", plan.totalBytes()    },
+        {"items",      items(plan.items())         },
+        {"dropped",    paths(plan.dropped())       },
+        {"totalBytes", plan.totalBytes()           },
+        {"freedBytes", plan.figures().freed.bytes()},
     };
 }
 

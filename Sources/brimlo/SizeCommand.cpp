@@ -1,3 +1,4 @@
+#include "BrimloCore/Cleaner/CleanPlan.h"
 #include "BrimloCore/Platform/FileIdentity.h"
 #include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
 #include "brimlo/Commands.h"
@@ -9,6 +10,20 @@
 namespace Brimlo {
 
 namespace {
+
+/// The figures of all items, those inside another left out.
+CleanFigures together(const std::vector<SuggestionItem>& items) {
+    std::vector<CleanItem> set;
+    for (const SuggestionItem& item : items) {
+        set.push_back(
+            {.path = item.path,
+             .size = item.size,
+             .ruleID = {},
+             .risk = {},
+             .shared = item.shared});
+    }
+    return CleanPlan{set}.figures();
+}
 
 ExitCode run(const std::vector<std::string>& paths, const Tool& tool) {
     ExitCode exit = ExitCode::done;
@@ -34,6 +49,10 @@ ExitCode run(const std::vector<std::string>& paths, const Tool& tool) {
     }
     for (const SuggestionItem& item : items) {
         Console::line(Console::size(item.size) + "  " + Console::shortPath(item.path));
+    }
+    const CleanFigures all = together(items);
+    if (const std::string frees = freesWords(all.bytes, all.freed.bytes()); !frees.empty()) {
+        Console::line("Removing all of it " + frees + ": the rest has other names that stay.");
     }
     return exit;
 }

@@ -82,6 +82,10 @@ void show(const Suggestion& suggestion, const Arguments& arguments) {
         Console::size(suggestion.totalSize()) + "  " + Console::badge(suggestion.risk) + "  " +
         Console::bold(suggestion.name) + " · " + Text::printable(suggestion.group) +
         Console::dim("  " + suggestion.id));
+    const std::int64_t freed = FreedSpace::of(suggestion.items).bytes();
+    if (const std::string frees = freesWords(suggestion.totalSize(), freed); !frees.empty()) {
+        Console::line("    Alone it " + frees + ": the rest has other names that stay.");
+    }
     Console::paragraph(suggestion.regenerates);
     if (arguments.why) {
         showReasons(suggestion);

@@ -66,19 +66,21 @@ TEST_F(ToolUsageTest, TellsWrongUsageInOneSentence) {
 }
 
 TEST_F(ToolUsageTest, AnswersWithOneDocumentOfTheTypesFields) {
-    const std::string plan = "plan{items[{path,size,ruleID,risk}],dropped[],totalBytes}}";
+    const std::string plan =
+        "plan{items[{path,size,ruleID,risk}],dropped[],totalBytes,freedBytes}}";
     const std::pair<std::vector<std::string>, std::string> cases[] = {
         {{"suggest"},
          "[{id,name,group,personas[],risk,regenerates,officialCommand,runningApps[],"
-         "items[{path,size,idleDays}],preselectedPaths[],totalSize}]"                                   },
+         "items[{path,size,idleDays,freedBytes}],preselectedPaths[],totalSize,freedBytes}]"             },
         {{"suggest", "--no-docker", "--why"},
          "[{id,name,group,personas[],risk,regenerates,officialCommand,runningApps[],"
-         "items[{path,size,idleDays}],preselectedPaths[],totalSize,why[{label,text}]}]"                 },
+         "items[{path,size,idleDays,freedBytes}],preselectedPaths[],totalSize,freedBytes,why[{"
+         "label,text}]}]"                                                                               },
         {{"clean", "--safe", "--dry-run"},
          "{movedToTrashBytes,freedNowBytes,failures[],refused[],unrecorded[],notes[],goneForGood[],"
          "journalIDs[],processed,untouched[]," +
              plan                                                                                       },
-        {{"size", ".cache"},                         "[{path,size}]"                                    },
+        {{"size", ".cache"},                         "[{path,size,freedBytes}]"                         },
         {{"safety", ".cache"},                       "[{path,canonical,refusal}]"                       },
         {{"system"},                                 "[{name,about,paths[],commands[],size,isComplete}]"},
         {{"backup", ".npm"},                         "[{path,covered[],warnings[]}]"                    },

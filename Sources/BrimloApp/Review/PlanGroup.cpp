@@ -35,7 +35,12 @@ Origins originsIn(const std::vector<Suggestion>& suggestions) {
 PlanLine lineOf(const CleanItem& item, const Origins& origins) {
     const bool isDocker = isPseudoPath(item.path);
     PlanLine row{
-        .path = item.path, .title = item.name(), .subtitle = {}, .reason = {}, .size = item.size};
+        .path = item.path,
+        .title = item.name(),
+        .subtitle = {},
+        .reason = {},
+        .size = item.size,
+        .shared = item.shared};
     row.mayBeOwn = item.risk.value_or(Risk::review) == Risk::review;
     if (const auto known = origins.find(item.path); known != origins.end()) {
         const auto& [suggestion, found] = known->second;

@@ -231,10 +231,10 @@ void PlanReview::tick(PlanGroup& group, std::size_t item, bool isTicked) {
     const PlanLine& line = group.items[item];
     if (isTicked) {
         ++group.tickCount;
-        figures_.add(line.path, line.size);
+        figures_.add(line);
     } else {
         --group.tickCount;
-        figures_.remove(line.path, line.size);
+        figures_.remove(line);
     }
 }
 

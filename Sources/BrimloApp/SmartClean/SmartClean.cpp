@@ -95,16 +95,20 @@ void SmartClean::show(std::vector<Suggestion> found) {
 void SmartClean::set(std::vector<Suggestion> suggestions, Paths selected) {
     const bool isOther = suggestions_ != suggestions;
     suggestions_ = std::move(suggestions);
+    freedOf_.clear();
+    for (const Suggestion& suggestion : suggestions_) {
+        freedOf_.emplace(suggestion.id, FreedSpace::of(suggestion.items).bytes());
+    }
     const bool isOtherChoice = selected_ != selected;
     selected_ = std::move(selected);
-    countAll();
+    CleanFigures figures = countTicked();
     if (isOther) {
         Q_EMIT suggestionsChanged();
     }
     if (isOtherChoice) {
         Q_EMIT selectedChanged();
     }
-    addUp();
+    assign(*this, figures_, std::move(figures), &SmartClean::currentPlanChanged);
 }
 
 void SmartClean::forget(const CleanPlan& plan, const CleanReport& report) {
@@ -228,34 +232,28 @@ QVariantList SmartClean::leftAlone() const {
 
 void SmartClean::setSelected(Paths selected) {
     selected_ = std::move(selected);
-    countAll();
+    CleanFigures figures = countTicked();
     Q_EMIT selectedChanged();
-    addUp();
+    assign(*this, figures_, std::move(figures), &SmartClean::currentPlanChanged);
 }
 
-CleanFigures SmartClean::count(const Suggestion& suggestion) const {
+CleanFigures SmartClean::countTicked() {
     CleanFigures figures;
-    for (const SuggestionItem& item : suggestion.items) {
-        if (selected_.contains(item.path)) {
-            figures.add(item.path, item.size);
+    tickedOf_.clear();
+    for (const Suggestion& suggestion : suggestions_) {
+        std::int64_t& ticked = tickedOf_[suggestion.id];
+        for (const SuggestionItem& item : suggestion.items) {
+            if (selected_.contains(item.path)) {
+                ++ticked;
+                figures.add(item);
+            }
         }
     }
     return figures;
 }
 
-void SmartClean::countAll() {
-    figuresOf_.clear();
-    for (const Suggestion& suggestion : suggestions_) {
-        figuresOf_.emplace(suggestion.id, count(suggestion));
-    }
-}
-
-void SmartClean::addUp() {
-    CleanFigures sum;
-    for (const auto& [id, figures] : figuresOf_) {
-        sum += figures;
-    }
-    assign(*this, figures_, sum, &SmartClean::currentPlanChanged);
+QString SmartClean::planFrees() const {
+    return words(freesWords(figures_.bytes, figures_.freed.bytes()));
 }
 
 QString SmartClean::planDestination() const {
@@ -293,21 +291,33 @@ void SmartClean::toggle(const Suggestion& suggestion) {
 void SmartClean::toggle(const Suggestion& suggestion, const std::vector<std::string>& together) {
     const bool isWhole = std::ranges::all_of(
         together, [&](const std::string& path) { return selected_.contains(path); });
-    for (const std::string& path : together) {
+    const std::unordered_set<std::string_view> meant{together.begin(), together.end()};
+    std::int64_t& ticked = tickedOf_[suggestion.id];
+    for (const SuggestionItem& item : suggestion.items) {
+        if (!meant.contains(item.path)) {
+            continue;
+        }
         if (isWhole) {
-            selected_.erase(path);
-        } else {
-            selected_.insert(path);
+            selected_.erase(item.path);
+            figures_.remove(item);
+            --ticked;
+        } else if (selected_.insert(item.path).second) {
+            figures_.add(item);
+            ++ticked;
         }
     }
-    figuresOf_[suggestion.id] = count(suggestion);
     Q_EMIT selectedChanged();
-    addUp();
+    Q_EMIT currentPlanChanged();
 }
 
 std::int64_t SmartClean::ticked(const Suggestion& suggestion) const {
-    const auto found = figuresOf_.find(suggestion.id);
-    return found == figuresOf_.end() ? 0 : found->second.count;
+    const auto found = tickedOf_.find(suggestion.id);
+    return found == tickedOf_.end() ? 0 : found->second;
+}
+
+std::int64_t SmartClean::freed(const Suggestion& suggestion) const {
+    const auto found = freedOf_.find(suggestion.id);
+    return found == freedOf_.end() ? suggestion.totalSize() : found->second;
 }
 
 void SmartClean::setPreviewRequested(bool requested) {

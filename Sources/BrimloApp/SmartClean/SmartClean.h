@@ -41,6 +41,7 @@ class SmartClean : public QObject {
     // The figures of the plan for all ticked items.
     Q_PROPERTY(int planCount READ planCount NOTIFY currentPlanChanged)
     Q_PROPERTY(double planBytes READ planBytes NOTIFY currentPlanChanged)
+    Q_PROPERTY(QString planFrees READ planFrees NOTIFY currentPlanChanged)
     Q_PROPERTY(QString planDestination READ planDestination NOTIFY currentPlanChanged)
     Q_PROPERTY(bool planHasFinalItems READ planHasFinalItems NOTIFY currentPlanChanged)
     Q_PROPERTY(bool previewRequested READ previewRequested WRITE setPreviewRequested NOTIFY
@@ -110,6 +111,8 @@ public:
     void toggle(const Suggestion& suggestion);
     /// How many items of a suggestion are ticked.
     [[nodiscard]] std::int64_t ticked(const Suggestion& suggestion) const;
+    /// The bytes that removing all its items, and nothing else, frees.
+    [[nodiscard]] std::int64_t freed(const Suggestion& suggestion) const;
 
     /// The plan for all ticked items, visible or not. Built anew at each call, which takes its time
     /// for thousands of items.
@@ -119,6 +122,8 @@ public:
         const std::vector<Suggestion>& suggestions, const Paths& selected);
     [[nodiscard]] int planCount() const { return static_cast<int>(figures_.count); }
     [[nodiscard]] double planBytes() const { return static_cast<double>(figures_.bytes); }
+    /// "frees 3 MB" where the items take more; else empty.
+    [[nodiscard]] QString planFrees() const;
     /// Where the items go, as `CleanFigures` words it.
     [[nodiscard]] QString planDestination() const;
     [[nodiscard]] bool planHasFinalItems() const { return figures_.finalCount > 0; }
@@ -145,9 +150,8 @@ private:
         set(std::move(suggestions), selected_);
     }
     void setSelected(Paths selected);
-    [[nodiscard]] CleanFigures count(const Suggestion& suggestion) const;
-    void countAll();
-    void addUp();
+    /// Counts anew what is ticked of each suggestion, and gives the figures of all.
+    CleanFigures countTicked();
     [[nodiscard]] bool changeLeftAlone(const std::function<void(LeftAlone&)>& body);
     /// Shows `left` and offers to show again what is there now.
     void leaveAlone(
@@ -160,7 +164,8 @@ private:
     Paths selected_;
     /// Of the ticked items of each suggestion, by its id, and of all. No item lies in another one
     /// (`resolveOverlaps`), so they are those of the plan.
-    std::unordered_map<std::string, CleanFigures> figuresOf_;
+    std::unordered_map<std::string, std::int64_t> tickedOf_;
+    std::unordered_map<std::string, std::int64_t> freedOf_;
     CleanFigures figures_;
     bool previewRequested_ = false;
     LeftAlone leftAlone_;

@@ -34,6 +34,13 @@ Item {
                 font.weight: Font.DemiBold
             }
             Label {
+                text: AppModel.smartClean.planFrees
+                secondary: true
+                visible: text !== ""
+                height: selected.height
+                verticalAlignment: Text.AlignVCenter
+            }
+            Label {
                 text: qsTr("%1 items").arg(Format.count(AppModel.smartClean.planCount))
                 secondary: true
                 height: selected.height

@@ -10,6 +10,7 @@ SuggestionRow {
     required property string risk
     required property string runningApps
     required property real size
+    required property string frees
     required property int itemCount
     required property string tick
     required property bool expanded
@@ -18,7 +19,7 @@ SuggestionRow {
 
     signal ticked
 
-    text: name + ", " + Format.risk(risk) + ", " + Format.bytes(size) + ", " + countText
+    text: name + ", " + Format.risk(risk) + ", " + Format.bytes(size) + (frees === "" ? "" : ", " + frees) + ", " + countText
     leftPadding: Theme.tight
     topPadding: 7
     Accessible.checkable: true
@@ -64,6 +65,11 @@ SuggestionRow {
         color: Theme.rebuild
         visible: head.runningApps !== ""
         Layout.maximumWidth: 260
+    }
+    Label {
+        text: head.frees
+        secondary: true
+        visible: text !== ""
     }
     SizeText {
         bytes: head.size

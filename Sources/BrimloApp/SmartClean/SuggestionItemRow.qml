@@ -7,6 +7,7 @@ SuggestionRow {
     id: item
 
     required property real size
+    required property string frees
     required property string tick
     required property string path
     required property string subtitle
@@ -19,7 +20,7 @@ SuggestionRow {
 
     signal revealed
 
-    text: name + ", " + Format.bytes(size)
+    text: name + ", " + Format.bytes(size) + (frees === "" ? "" : ", " + frees)
     spacing: Theme.tight
     leftPadding: isInFolder ? Theme.huge * 2 + 6 : Theme.huge + 6
     Accessible.checkable: true
@@ -46,6 +47,11 @@ SuggestionRow {
         text: qsTr("idle %1").arg(Format.days(item.idleDays))
         secondary: true
         visible: item.idleDays >= 0
+    }
+    Label {
+        text: item.frees
+        secondary: true
+        visible: text !== ""
     }
     SizeText {
         bytes: item.size

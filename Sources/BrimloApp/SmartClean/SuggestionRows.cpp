@@ -87,7 +87,7 @@ Tick tickOf(std::int64_t ticked, std::size_t count) {
     return ticked == 0 ? Tick::none : std::cmp_equal(ticked, count) ? Tick::all : Tick::some;
 }
 
-Line headOf(const Suggestion& suggestion, std::int64_t ticked) {
+Line headOf(const Suggestion& suggestion, const SmartClean& source) {
     Line row{.kind = Kind::suggestion, .id = suggestion.id, .path = {}, .folder = {}};
     row.name = suggestion.name;
     row.group = suggestion.group;
@@ -95,7 +95,8 @@ Line headOf(const Suggestion& suggestion, std::int64_t ticked) {
     row.runningApps = joined(suggestion.runningApps);
     row.size = suggestion.totalSize();
     row.itemCount = static_cast<std::int64_t>(suggestion.items.size());
-    row.tick = tickOf(ticked, suggestion.items.size());
+    row.frees = freesWords(row.size, source.freed(suggestion));
+    row.tick = tickOf(source.ticked(suggestion), suggestion.items.size());
     return row;
 }
 
@@ -132,6 +133,7 @@ Line itemOf(
     Line row{.kind = Kind::item, .id = suggestion.id, .path = item.path, .folder = {}};
     row.isDocker = isPseudoPath(item.path);
     row.size = item.size;
+    row.frees = freesWords(item.size, SpaceUse{item.size, item.shared}.freedAlone());
     row.tick = selected.contains(item.path) ? Tick::all : Tick::none;
     row.subtitle = item.subtitle.value_or("");
     row.detail = item.detail.value_or("");
@@ -147,6 +149,7 @@ std::vector<Rows<Line>::Role> roles() {
         {"risk",            [](const Line& row) { return words(rawValue(row.risk)); }      },
         {"runningApps",     text(&Line::runningApps)                                       },
         {"size",            [](const Line& row) { return static_cast<double>(row.size); }  },
+        {"frees",           text(&Line::frees)                                             },
         {"itemCount",       [](const Line& row) { return static_cast<int>(row.itemCount); }},
         {"tick",            [](const Line& row) { return word(row.tick); }                 },
         {"expanded",        [](const Line& row) { return row.expanded; }                   },
@@ -365,7 +368,7 @@ const std::vector<ItemGroup>& SuggestionRows::groupsOf(const Suggestion& suggest
 
 void SuggestionRows::append(const Suggestion& suggestion, std::vector<Line>& rows) {
     const SmartClean::Paths& selected = source_.selected();
-    rows.push_back(headOf(suggestion, source_.ticked(suggestion)));
+    rows.push_back(headOf(suggestion, source_));
     if (!expand(rows.back())) {
         return;
     }

@@ -37,6 +37,7 @@ struct SuggestionLine {
     Risk risk = Risk::review;
     std::string runningApps;
     std::int64_t size = 0;
+    std::string frees;  ///< What removing it alone frees, in words; empty if that is its size.
     /// The items of a suggestion or a folder, or how many are not listed.
     std::int64_t itemCount = 0;
     Tick tick = Tick::none;  ///< For suggestions, folders and items.

@@ -41,36 +41,21 @@ std::string CleanItem::name() const {
     return isPseudoPath(path) ? DockerObject::words(path, title.value_or("")) : path;
 }
 
-void CleanFigures::add(std::string_view path, std::int64_t size) {
+void CleanFigures::step(std::string_view path, std::int64_t size, int sign) {
     const bool isFinal = isPseudoPath(path);
-    ++count;
-    bytes = Bytes::sum(bytes, size);
-    finalCount += isFinal ? 1 : 0;
-    finalBytes = Bytes::sum(finalBytes, isFinal ? size : 0);
-}
-
-void CleanFigures::remove(std::string_view path, std::int64_t size) {
-    const bool isFinal = isPseudoPath(path);
-    --count;
-    bytes = Bytes::sum(bytes, -size);
-    finalCount -= isFinal ? 1 : 0;
-    finalBytes = Bytes::sum(finalBytes, isFinal ? -size : 0);
-}
-
-CleanFigures& CleanFigures::operator+=(const CleanFigures& other) {
-    count += other.count;
-    bytes = Bytes::sum(bytes, other.bytes);
-    finalCount += other.finalCount;
-    finalBytes = Bytes::sum(finalBytes, other.finalBytes);
-    return *this;
+    count += sign;
+    bytes = Bytes::sum(bytes, sign * size);
+    finalCount += isFinal ? sign : 0;
+    finalBytes = Bytes::sum(finalBytes, isFinal ? sign * size : 0);
 }
 
 std::string CleanFigures::amount() const {
-    if (finalCount == 0) {
-        return Fmt::bytes(bytes);
-    }
     const std::string forGood = Fmt::bytes(finalBytes) + " for good";
-    return finalCount == count ? forGood : Fmt::bytes(bytes) + " (" + forGood + ")";
+    const std::string amount = finalCount == 0       ? Fmt::bytes(bytes)
+                               : finalCount == count ? forGood
+                                                     : Fmt::bytes(bytes) + " (" + forGood + ")";
+    const std::string frees = freesWords(bytes, freed.bytes());
+    return frees.empty() ? amount : amount + ", " + frees;
 }
 
 std::string CleanFigures::destination() const {
@@ -120,6 +105,7 @@ CleanPlan CleanPlan::of(const std::vector<Suggestion>& suggestions, const Choice
             if (isMeant(suggestion, item)) {
                 items.push_back({item.path, item.size, suggestion.id, suggestion.risk});
                 items.back().title = isPseudoPath(item.path) ? item.detail : suggestion.name;
+                items.back().shared = item.shared;
             }
         }
     }
@@ -143,7 +129,11 @@ CleanPlan CleanPlan::at(const std::vector<std::string>& paths, std::vector<Clean
     }
     for (SuggestionItem& item : SuggestionEngine::size(measured)) {
         items.push_back(
-            {.path = std::move(item.path), .size = item.size, .ruleID = {}, .risk = {}});
+            {.path = std::move(item.path),
+             .size = item.size,
+             .ruleID = {},
+             .risk = {},
+             .shared = std::move(item.shared)});
     }
     return CleanPlan{items};
 }
@@ -155,7 +145,7 @@ std::int64_t CleanPlan::totalBytes() const {
 CleanFigures CleanPlan::figures() const {
     CleanFigures figures;
     for (const CleanItem& item : items_) {
-        figures.add(item.path, item.size);
+        figures.add(item);
     }
     return figures;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BrimloCore/DiskScanner/FreedSpace.h"
 #include "BrimloCore/Models/CleanupRule.h"
 #include "BrimloCore/Models/Suggestion.h"
 
@@ -21,6 +22,7 @@ struct CleanItem {
     std::optional<Risk> risk;           ///< That rule's rating.
     /// What Docker calls its object, or the name of the suggestion; absent for what a person chose.
     std::optional<std::string> title = std::nullopt;
+    SharedFiles shared = nullptr;  ///< What of it has names outside, as far as it is known.
 
     bool operator==(const CleanItem&) const = default;
 
@@ -28,22 +30,34 @@ struct CleanItem {
     [[nodiscard]] std::string name() const;
 };
 
-/// The figures of items that are to go, and how they are told. Follows each tick in constant time.
+/// The figures of items that are to go, and how they are told. Each step takes as long as the item
+/// has shared files.
 struct CleanFigures {
     std::int64_t count = 0;
-    std::int64_t bytes = 0;
+    std::int64_t bytes = 0;       ///< What the items take.
     std::int64_t finalCount = 0;  ///< Of these, what is deleted for good: Docker's objects.
     std::int64_t finalBytes = 0;
+    FreedSpace freed;  ///< What is free once all of them are gone, the Trash emptied.
 
     bool operator==(const CleanFigures&) const = default;
 
-    void add(std::string_view path, std::int64_t size);
-    void remove(std::string_view path, std::int64_t size);
-    CleanFigures& operator+=(const CleanFigures& other);
+    /// `Item` has a path, a size and what of it is shared.
+    template <typename Item>
+    void add(const Item& item) {
+        step(item.path, item.size, 1);
+        freed.add({.bytes = item.size, .shared = item.shared});
+    }
+    /// Takes back an `add`.
+    template <typename Item>
+    void remove(const Item& item) {
+        step(item.path, item.size, -1);
+        freed.remove({.bytes = item.size, .shared = item.shared});
+    }
 
     [[nodiscard]] std::int64_t trashBytes() const { return bytes - finalBytes; }
 
-    /// "5 MB", "1.52 GB for good" or "5.2 GB (1.52 GB for good)".
+    /// "5 MB", "1.52 GB for good" or "5.2 GB (1.52 GB for good)", followed by ", frees 3 MB" where
+    /// that is less.
     [[nodiscard]] std::string amount() const;
 
     /// "Goes to Trash first · undo anytime", "1.52 GB for good, the rest to Trash" or "1.52 GB for
@@ -52,6 +66,9 @@ struct CleanFigures {
 
     /// "2 items (1.52 GB) go for good and cannot be put back."; empty if nothing does.
     [[nodiscard]] std::string warning() const;
+
+private:
+    void step(std::string_view path, std::int64_t size, int sign);
 };
 
 /// How items are disposed of: there is one way, and none deletes files for good.

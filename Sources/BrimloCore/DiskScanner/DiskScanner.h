@@ -2,6 +2,7 @@
 
 #include "BrimloCore/DiskScanner/FileNode.h"
 #include "BrimloCore/DiskScanner/FolderPlace.h"
+#include "BrimloCore/DiskScanner/FreedSpace.h"
 #include "BrimloCore/DiskScanner/ScanControl.h"
 
 #include <cstdint>
@@ -37,16 +38,21 @@ public:
     /// Uses several threads; blocks until all are done.
     [[nodiscard]] std::shared_ptr<FileNode> scan(const std::string& root);
 
-    /// The bytes that a path takes; 0 when nothing is there or readable. An estimate: the folders'
-    /// own blocks are left out, and mounts inside are measured too. A hard-linked file counts once,
-    /// a symlink as itself. Blocks; keeps no state, so many can run at once.
-    [[nodiscard]] static std::int64_t quickSize(const std::string& path);
+    /// The space of a path; none when nothing is there or readable. An estimate: the folders' own
+    /// blocks are left out, and mounts inside are measured too. A hard-linked file counts once, a
+    /// symlink as itself. Blocks; keeps no state, so many can run at once.
+    [[nodiscard]] static SpaceUse spaceUse(const std::string& path);
+
+    /// The bytes of `spaceUse`.
+    [[nodiscard]] static std::int64_t quickSize(const std::string& path) {
+        return spaceUse(path).bytes;
+    }
 
     /// The fast walk of a directory; nullopt when the directory can't be read that way.
-    [[nodiscard]] static std::optional<std::int64_t> bulkSize(const std::string& path);
+    [[nodiscard]] static std::optional<SpaceUse> bulkSize(const std::string& path);
 
     /// The plain walk: includes the folders' own blocks and stays on the device.
-    [[nodiscard]] static std::int64_t legacyQuickSize(const std::string& path);
+    [[nodiscard]] static SpaceUse legacyQuickSize(const std::string& path);
 
 private:
     std::shared_ptr<ScanControl> control_;

@@ -4,12 +4,18 @@
 #include "BrimloCore/Models/CleanupRule.h"
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
 #include <vector>
 
 namespace Brimlo {
+
+struct SharedFile;
+/// The hard-linked files of a place that have names outside it; null if there are none. Shared by
+/// the copies of an item, since they can be many.
+using SharedFiles = std::shared_ptr<const std::vector<SharedFile>>;
 
 /// One item that can be cleaned. Identified by `path`.
 struct SuggestionItem {
@@ -19,6 +25,7 @@ struct SuggestionItem {
         idleDays;                       ///< Days since the entry's or the project's last activity.
     std::optional<std::string> detail;  ///< For artifacts: the project's folder name.
     std::optional<std::string> subtitle;  ///< A line under the path.
+    SharedFiles shared = nullptr;         ///< What of it has names outside.
 
     bool operator==(const SuggestionItem&) const = default;
 };

@@ -126,12 +126,18 @@ bool isMeant(const MatchConditions& conditions, const std::string& path) {
            (conditions.ownerFiles.empty() || isInstalledNowhere(name, conditions.ownerFiles));
 }
 
+void measure(SuggestionItem& item) {
+    SpaceUse use = DiskScanner::spaceUse(item.path);
+    item.size = use.bytes;
+    item.shared = std::move(use.shared);
+}
+
 /// Measures those of `found` that are folders, in parallel.
 void sizeFolders(auto& found) {
     // Each call writes to its own element, so no lock is needed.
     parallelFor(found.size(), [&](std::size_t i) {
         if (found[i].isFolder) {
-            found[i].item.size = DiskScanner::quickSize(found[i].item.path);
+            measure(found[i].item);
         }
     });
 }
@@ -400,7 +406,8 @@ std::vector<Target> targets(const CleanupRule& rule, const Safety::Gate& gate) {
             .item =
                 {.path = std::move(path),
                        .size = isFolder ? 0 : status->allocatedBytes,
-                       .idleDays = Dates::daysSince(modified, now)},
+                       .idleDays = Dates::daysSince(modified, now),
+                       .shared = isFolder ? nullptr : SpaceUse::of(*status).shared},
             .isFolder = isFolder,
         });
     };
@@ -438,7 +445,7 @@ std::vector<SuggestionItem> size(const std::vector<std::string>& paths) {
     // Each call writes to its own element, so no lock is needed.
     parallelFor(paths.size(), [&](std::size_t i) {
         items[i].path = paths[i];
-        items[i].size = DiskScanner::quickSize(paths[i]);
+        measure(items[i]);
     });
     return items;
 }

@@ -42,6 +42,14 @@ TEST_F(CleanPlanTest, TellsWhatGoesForGood) {
     const CleanItem file{.path = "/a", .size = 5'000'000, .ruleID = {}, .risk = {}};
     const CleanItem image{"docker:image:sha256:ab12", 2'000'000, {}, {}, "shop:3"};
     const CleanItem twin{"docker:image:sha256:cd34", 1'000'000, {}, {}, "shop:3"};
+    const auto linked = std::make_shared<const std::vector<SharedFile>>(
+        1,
+        SharedFile{
+            .identity = {1, 2},
+              .bytes = 2'000'000, .names = 2
+    });
+    const CleanItem one{"/one", 5'000'000, {}, {}, {}, linked};
+    const CleanItem other{"/two", 2'000'000, {}, {}, {}, linked};
     const CleanItem untagged{"docker:image:sha256:ef56", 0, {}, {}, "<untagged> ef56"};
     const struct {
         const char* name;
@@ -49,6 +57,19 @@ TEST_F(CleanPlanTest, TellsWhatGoesForGood) {
         Paths words;  ///< The names, then the amount, the destination and the warning.
     } cases[] = {
         {"a file",               {file}, {"/a", "5 MB", "Goes to Trash first · undo anytime", ""}},
+        {"a name of a file",
+         {one},
+         {"/one", "5 MB, frees 3 MB", "Goes to Trash first · undo anytime", ""}                  },
+        {"both names of a file",
+         {one, other},
+         {"/one", "/two", "7 MB, frees 5 MB", "Goes to Trash first · undo anytime", ""}          },
+        {"a name and an object",
+         {one, image},
+         {"/one",
+          "Docker image shop:3 (ab12)",
+          "7 MB (2 MB for good), frees 5 MB",
+          "2 MB for good, the rest to Trash",
+          "1 item (2 MB) goes for good and cannot be put back."}                                 },
         {"objects of one title",
          {image, twin},
          {"Docker image shop:3 (ab12)",
@@ -73,7 +94,7 @@ TEST_F(CleanPlanTest, TellsWhatGoesForGood) {
         const CleanFigures all = rest;
         for (const CleanItem& item : plan.items()) {
             words.push_back(item.name());
-            rest.remove(item.path, item.size);
+            rest.remove(item);
         }
         words.insert(words.end(), {all.amount(), all.destination(), all.warning()});
         EXPECT_EQ(words, c.words);
