@@ -1,3 +1,4 @@
+#include "BrimloCore/Cleaner/CopyChoice.h"
 #include "BrimloCore/Cleaner/DuplicateExtras.h"
 #include "BrimloCore/Cleaner/DuplicateFinder.h"
 #include "BrimloCore/Models/Bytes.h"
@@ -10,8 +11,12 @@
 #include "brimlo/JsonForms.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <memory>
+#include <optional>
+#include <string_view>
+#include <utility>
 
 namespace Brimlo {
 
@@ -19,13 +24,54 @@ namespace {
 
 using Groups = std::vector<DuplicateGroup>;
 
+constexpr std::array<std::pair<std::string_view, KeepReason>, 3> kRules{
+    {
+     {"newest", KeepReason::newest},
+     {"oldest", KeepReason::oldest},
+     {"shortest", KeepReason::shortestPath},
+     }
+};
+
 struct Arguments {
     std::vector<std::string> paths;
     std::int64_t minSize = 1'048'576;
+    std::string keep;
+    std::vector<std::string> keepUnder;
     bool clone = false;
     bool trashExtras = false;
+    bool dryRun = false;
     bool yes = false;
 };
+
+/// What a search found, and what stays of it.
+struct Found {
+    Groups groups;
+    CopyChoice choice;
+    std::vector<CopyChoice::Reasons> reasons = choice.reasons(groups);  ///< Of each group.
+
+    [[nodiscard]] std::size_t extras(std::size_t group) const { return extraCount(reasons[group]); }
+    [[nodiscard]] std::size_t extras() const {
+        std::size_t count = 0;
+        for (std::size_t i = 0; i < groups.size(); ++i) {
+            count += extras(i);
+        }
+        return count;
+    }
+};
+
+/// nullopt when a folder to keep is none, which is complained about.
+std::optional<CopyChoice> choiceOf(const Arguments& arguments) {
+    const auto* const rule =
+        std::ranges::find(kRules, arguments.keep, &std::pair<std::string_view, KeepReason>::first);
+    CopyChoice choice{rule == kRules.end() ? KeepReason::firstByName : rule->second};
+    for (const std::string& folder : arguments.keepUnder) {
+        if (const auto kept = choice.keepUnder(folder); !kept) {
+            complain(kept.error().description);
+            return std::nullopt;
+        }
+    }
+    return choice;
+}
 
 Groups find(const std::vector<std::string>& roots, std::int64_t minSize, ScanControl& control) {
     Console::Progress progress;
@@ -35,33 +81,34 @@ Groups find(const std::vector<std::string>& roots, std::int64_t minSize, ScanCon
     });
 }
 
-std::size_t extraCount(const Groups& groups) {
-    std::size_t count = 0;
-    for (const DuplicateGroup& group : groups) {
-        count += group.paths.size() - 1;
+/// Prints a group, and returns the bytes that its extras waste.
+std::int64_t show(const DuplicateGroup& group, const CopyChoice::Reasons& reasons) {
+    const auto extras = static_cast<std::int64_t>(extraCount(reasons));
+    const std::int64_t wasted = Bytes::product(group.size, extras);
+    Console::line(
+        Console::size(wasted) + "  " +
+        Console::bold(
+            Console::count(group.copies.size(), "equal file") + " of " + Fmt::bytes(group.size)));
+    for (std::size_t i = 0; i < reasons.size(); ++i) {
+        const std::string path = Console::shortPath(group.copies[i].path);
+        Console::line(
+            reasons[i]
+                ? "      keep  " + path + Console::dim("  " + std::string{words(*reasons[i])})
+                : "            " + path);
     }
-    return count;
+    return wasted;
 }
 
-void show(const Groups& groups, std::int64_t minSize, std::size_t unread) {
+void show(const Found& found, std::int64_t minSize, std::size_t unread) {
     std::int64_t wasted = 0;
-    for (const DuplicateGroup& group : groups) {
-        Console::line(
-            Console::size(group.wastedBytes()) + "  " +
-            Console::bold(
-                Console::count(group.paths.size(), "equal file") + " of " +
-                Fmt::bytes(group.size)));
-        for (const std::string& path : group.paths) {
-            const bool isKept = &path == &group.paths.front();
-            Console::line((isKept ? "      keep  " : "            ") + Console::shortPath(path));
-        }
-        wasted = Bytes::sum(wasted, group.wastedBytes());
+    for (std::size_t i = 0; i < found.groups.size(); ++i) {
+        wasted = Bytes::sum(wasted, show(found.groups[i], found.reasons[i]));
     }
     Console::line(
-        groups.empty()
+        found.groups.empty()
             ? "No two files of " + Fmt::bytes(minSize) + " or more are equal."
             : Console::bold(
-                  Console::count(extraCount(groups), "extra file") + ", " + Fmt::bytes(wasted)) +
+                  Console::count(found.extras(), "extra file") + ", " + Fmt::bytes(wasted)) +
                   ".");
     if (unread > 0) {
         Console::line(Console::dim(Console::count(unread, "folder") + " could not be read."));
@@ -69,48 +116,49 @@ void show(const Groups& groups, std::int64_t minSize, std::size_t unread) {
 }
 
 void showWays() {
+    Console::line("\"--clone\" lets equal files share their bytes, \"--trash-extras\" moves the");
     Console::line(
-        "\"--clone\" lets equal files share their bytes, \"--trash-extras\" moves all but");
-    Console::line("the first of each group to the Trash.");
+        "extra files to the Trash. \"--keep\" and \"--keep-under\" choose which copy stays.");
 }
 
-Json::Array forms(const Groups& groups) {
+Json::Array forms(const Found& found) {
     Json::Array document;
-    for (const DuplicateGroup& group : groups) {
-        document.push_back(JsonForms::duplicates(group));
+    for (std::size_t i = 0; i < found.groups.size(); ++i) {
+        document.push_back(JsonForms::duplicates(found.groups[i], found.reasons[i]));
     }
     return document;
 }
 
-CloneReport cloneExtras(const Groups& groups) {
+CloneReport cloneExtras(const Found& found) {
     Tool::noteInterrupts(Tool::kFinishesFirst);
     ScanControl control;
     Console::Progress progress;
-    return DuplicateExtras::clone(groups, &control, [&](const std::string& path) {
-        if (Tool::wasInterrupted()) {
-            control.cancel();
-        }
-        progress.show("Cloning " + Console::shortPath(path));
-    });
+    return DuplicateExtras::clone(
+        found.groups, found.choice, &control, [&](const std::string& path) {
+            if (Tool::wasInterrupted()) {
+                control.cancel();
+            }
+            progress.show("Cloning " + Console::shortPath(path));
+        });
 }
 
-ExitCode clone(const Groups& groups, bool yes, const Tool& tool) {
+ExitCode clone(const Found& found, bool yes, const Tool& tool) {
     if (!tool.isJson()) {
         std::fflush(stdout);
-        const std::string count = Console::count(extraCount(groups), "file");
+        const std::string count = Console::count(found.extras(), "file");
         if (!yes && !Console::confirm("Replace " + count + " by clones?")) {
             Console::line("Nothing was changed.");
             return ExitCode::done;
         }
     }
-    const CloneReport report = cloneExtras(groups);
+    const CloneReport report = cloneExtras(found);
     if (tool.isJson()) {
         Json::Array failures;
         for (const std::string& line : report.failures) {
             failures.push_back(JsonForms::path(line));
         }
         print(Json::Object{
-            {"groups",      forms(groups)      },
+            {"groups",      forms(found)       },
             {"sharedBytes", report.sharedBytes },
             {"failures",    std::move(failures)}
         });
@@ -144,23 +192,31 @@ std::vector<std::string> roots(const std::vector<std::string>& paths) {
 }
 
 ExitCode act(
-    const std::vector<std::string>& folders, const Arguments& arguments, const Tool& tool) {
+    const std::vector<std::string>& folders,
+    const CopyChoice& choice,
+    const Arguments& arguments,
+    const Tool& tool) {
     ScanControl control;
-    const Groups groups = find(folders, arguments.minSize, control);
+    const Found found{.groups = find(folders, arguments.minSize, control), .choice = choice};
     if (!tool.isJson()) {
-        show(groups, arguments.minSize, control.inaccessible().size());
-        if (groups.empty()) {
+        show(found, arguments.minSize, control.inaccessible().size());
+        if (found.extras() == 0) {
             return ExitCode::done;
         }
     }
-    if (arguments.clone) {
-        return clone(groups, arguments.yes, tool);
-    }
     if (arguments.trashExtras) {
-        return CleanRun::run(DuplicateExtras::plan(groups), {.yes = arguments.yes}, tool);
+        const CleanPlan plan = DuplicateExtras::plan(found.groups, choice);
+        return CleanRun::run(plan, {.dryRun = arguments.dryRun, .yes = arguments.yes}, tool);
+    }
+    if (arguments.clone && !arguments.dryRun) {
+        return clone(found, arguments.yes, tool);
     }
     if (tool.isJson()) {
-        print(forms(groups));
+        print(forms(found));
+    } else if (arguments.clone) {
+        Console::line(
+            Console::count(found.extras(), "file") +
+            " would be replaced by clones. Nothing was changed.");
     } else {
         showWays();
     }
@@ -168,18 +224,45 @@ ExitCode act(
 }
 
 ExitCode run(const Arguments& arguments, const Tool& tool) {
-    const bool isChanging = arguments.clone || arguments.trashExtras;
+    const bool isChanging = (arguments.clone || arguments.trashExtras) && !arguments.dryRun;
     if (isChanging && !arguments.yes && (tool.isJson() || !Console::canAsk())) {
         complain("Not a terminal: pass --yes to change files.");
+        return ExitCode::wrongUsage;
+    }
+    const auto choice = choiceOf(arguments);
+    if (!choice) {
         return ExitCode::wrongUsage;
     }
     const std::vector<std::string> folders = roots(arguments.paths);
     if (folders.empty() && !tool.isJson()) {
         return ExitCode::problems;
     }
-    const ExitCode exit = act(folders, arguments, tool);
+    const ExitCode exit = act(folders, *choice, arguments, tool);
     const bool isComplete = folders.size() >= arguments.paths.size();
     return exit == ExitCode::done && !isComplete ? ExitCode::problems : exit;
+}
+
+std::vector<std::string> ruleWords() {
+    std::vector<std::string> words;
+    std::ranges::transform(kRules, std::back_inserter(words), [](const auto& rule) {
+        return std::string{rule.first};
+    });
+    return words;
+}
+
+void addKeepOptions(CLI::App& command, Arguments& arguments) {
+    command
+        .add_option(
+            "--keep",
+            arguments.keep,
+            "Which copy stays: newest, oldest, or shortest (path); default: the first by name")
+        ->type_name("COPY")
+        ->check(CLI::IsMember(ruleWords()));
+    command
+        .add_option(
+            "--keep-under", arguments.keepUnder, "Keep every copy in this folder, whatever else")
+        ->allow_extra_args(false)
+        ->type_name("DIR");
 }
 
 }  // namespace
@@ -199,20 +282,25 @@ void addDuplicatesCommand(CLI::App& app, Tool& tool) {
             "Only files of at least so many bytes (default: 1048576)")
         ->type_name("BYTES")
         ->check(wholeNumber());
+    addKeepOptions(*command, *arguments);
     CLI::Option* clone = command->add_flag(
-        "--clone", arguments->clone, "Replace all but the first of each group by clones of it");
+        "--clone", arguments->clone, "Replace the extra copies by clones of the one that stays");
     command
         ->add_flag(
             "--trash-extras",
             arguments->trashExtras,
-            "Move all but the first of each group to the Trash")
+            "Move the extra copies to the Trash, each once it was compared again")
         ->excludes(clone);
+    command->add_flag("--dry-run", arguments->dryRun, "Show what would go, and change nothing");
     command->add_flag("--yes", arguments->yes, "Don't ask");
     command->footer(
         "A clone shares its bytes on the disk with the other file until one of the two is "
         "changed.\n"
         "It needs a file system that can do that, Btrfs or XFS for example, and one volume.\n"
-        "Folders called Library or .Trash are left out, and so are photo libraries and apps.");
+        "Folders called Library or .Trash are left out, and so are photo libraries and apps.\n"
+        "--keep-under can be given several times.\n"
+        "Example:\n"
+        "  brimlo duplicates ~/Photos --keep newest --keep-under ~/Photos/Archive --trash-extras");
 }
 
 }  // namespace Brimlo

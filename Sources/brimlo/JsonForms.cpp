@@ -107,6 +107,9 @@ Json::Array items(const std::vector<CleanItem>& items) {
         if (item.risk) {
             object.emplace("risk", rawValue(*item.risk));
         }
+        if (item.copyOf) {
+            object.emplace("copyOf", path(*item.copyOf));
+        }
         array.push_back(std::move(object));
     }
     return array;
@@ -174,12 +177,22 @@ Json::Object node(const FileNode& node) {
     };
 }
 
-Json::Object duplicates(const DuplicateGroup& group) {
+Json::Object duplicates(const DuplicateGroup& group, const CopyChoice::Reasons& reasons) {
+    Json::Array staying;
+    for (std::size_t i = 0; i < reasons.size(); ++i) {
+        if (reasons[i]) {
+            staying.push_back(Json::Object{
+                {"path",   path(group.copies[i].path)},
+                {"reason", rawValue(*reasons[i])     },
+            });
+        }
+    }
     return {
-        {"id",          group.id.text()    },
-        {"size",        group.size         },
-        {"paths",       paths(group.paths) },
-        {"wastedBytes", group.wastedBytes()},
+        {"id",          group.id.text()     },
+        {"size",        group.size          },
+        {"paths",       paths(group.paths())},
+        {"wastedBytes", group.wastedBytes() },
+        {"staying",     std::move(staying)  },
     };
 }
 

@@ -2,6 +2,7 @@
 
 #include "BrimloCore/Cleaner/CleanPlan.h"
 #include "BrimloCore/Cleaner/CleanReport.h"
+#include "BrimloCore/Cleaner/CopyChoice.h"
 #include "BrimloCore/Cleaner/DuplicateFinder.h"
 #include "BrimloCore/DiskScanner/FileNode.h"
 #include "BrimloCore/DiskScanner/UnreadableFolders.h"
@@ -35,7 +36,9 @@ namespace Brimlo::JsonForms {
 [[nodiscard]] Json::Value entry(const JournalEntry& entry);
 /// Without the children.
 [[nodiscard]] Json::Object node(const FileNode& node);
-[[nodiscard]] Json::Object duplicates(const DuplicateGroup& group);
+/// `reasons` tell which of its copies stay.
+[[nodiscard]] Json::Object duplicates(
+    const DuplicateGroup& group, const CopyChoice::Reasons& reasons);
 [[nodiscard]] Json::Array areas(const std::vector<UnreadableArea>& areas);
 [[nodiscard]] Json::Object docker(const DockerSnapshot& snapshot);
 [[nodiscard]] Json::Array systemParts(const std::vector<SystemPart>& parts);

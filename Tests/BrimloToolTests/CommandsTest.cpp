@@ -74,7 +74,8 @@ TEST_F(CommandsTest, TellsWhatIsWrong) {
 
 TEST_F(CommandsTest, TrashesTheExtrasAndPutsThemBack) {
     prepare();
-    EXPECT_EQ(shape(answer({"duplicates"})), "[{id,size,paths[],wastedBytes}]");
+    EXPECT_EQ(
+        shape(answer({"duplicates"})), "[{id,size,paths[],wastedBytes,staying[{path,reason}]}]");
     const Json::Value report = answer({"duplicates", "a", "--trash-extras", "--yes"});
     EXPECT_EQ(report.at("movedToTrashBytes").as_int64(), 2'000'000);
     EXPECT_EQ(trashed(), std::vector<std::string>{"2"});
@@ -84,6 +85,39 @@ TEST_F(CommandsTest, TrashesTheExtrasAndPutsThemBack) {
     EXPECT_EQ(contentOf(at("a/2")), contentOf(at("a/1")));
 }
 
+TEST_F(CommandsTest, KeepsTheCopiesThatWereChosen) {
+    prepare();
+    age(at("a/1"), 2);
+    fill("a/old/4", 2'000'000);
+    age(at("a/old/4"), 9);
+    const auto extras = [&](std::vector<std::string> options) {
+        options.insert(options.begin(), {"duplicates", "--trash-extras", "--dry-run", "a"});
+        std::string lines;
+        const Json::Value report = answer(options);
+        for (const Json::Value& item : report.at("plan").at("items").as_array()) {
+            for (const char* key : {"path", "copyOf"}) {
+                lines += item.at(key).as_string().c_str() + home().size() + 1;
+                lines += *key == 'p' ? " of " : "\n";
+            }
+        }
+        return lines;
+    };
+    EXPECT_EQ(extras({}), "a/2 of a/1\na/old/4 of a/1\n");
+    EXPECT_EQ(extras({"--keep", "newest"}), "a/1 of a/2\na/old/4 of a/2\n");
+    EXPECT_EQ(
+        extras({"--keep", "newest", "--keep-under", "a/old"}), "a/1 of a/old/4\na/2 of a/old/4\n");
+    EXPECT_EQ(extras({"--keep-under", "a/old", "--keep-under", "a/old/.."}), "");
+    EXPECT_TRUE(
+        run({"duplicates", "--keep", "oldest"}).out.contains("keep  ~/a/old/4  the oldest\n"));
+    const Outcome preview = run({"duplicates", "--clone", "--dry-run"});
+    EXPECT_TRUE(
+        preview.out.ends_with("2 files would be replaced by clones. Nothing was changed.\n"));
+    EXPECT_EQ(
+        run({"duplicates", "--keep-under", "b", "--trash-extras", "--yes"}),
+        (Outcome{2, "", "brimlo: b is not a folder.\n"}));
+    EXPECT_EQ(trashed(), std::vector<std::string>{});
+}
+
 TEST_F(CommandsTest, ReportsWhatCouldNotBeCloned) {
     prepare();
     write("a/2.brimlo-clone", "left over");
@@ -91,7 +125,9 @@ TEST_F(CommandsTest, ReportsWhatCouldNotBeCloned) {
                     .out.ends_with("failed   ~/a/2: clonefile failed: File exists\n"
                                    "Cloned some duplicates; 1 failed (different volume?).\n"));
     const Json::Value report = answer({"duplicates", "--clone", "--yes"}, 1);
-    EXPECT_EQ(shape(report), "{groups[{id,size,paths[],wastedBytes}],sharedBytes,failures[]}");
+    EXPECT_EQ(
+        shape(report),
+        "{groups[{id,size,paths[],wastedBytes,staying[{path,reason}]}],sharedBytes,failures[]}");
 }
 
 }  // namespace

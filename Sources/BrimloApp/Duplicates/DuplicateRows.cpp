@@ -23,12 +23,12 @@ void append(std::vector<Line>& lines, const DuplicateGroup& group, std::string c
     lines.push_back(
         {.group = group.id,
          .path = {},
-         .copies = static_cast<std::int64_t>(group.paths.size()),
+         .copies = static_cast<std::int64_t>(group.copies.size()),
          .size = group.size,
          .wasted = group.wastedBytes(),
          .cloneRefusal = std::move(cloneRefusal)});
-    for (const std::string& path : group.paths) {
-        lines.push_back({.group = group.id, .path = path, .isKept = lines.back().isGroup()});
+    for (const auto& copy : group.copies) {
+        lines.push_back({.group = group.id, .path = copy.path, .isKept = lines.back().isGroup()});
     }
     lines.back().isLast = true;
 }

@@ -80,9 +80,9 @@ void DuplicateSearch::trash(const DuplicateGroup& group) {
 void DuplicateSearch::forget(const std::set<std::string>& paths) {
     Groups left = groups_;
     for (DuplicateGroup& group : left) {
-        std::erase_if(group.paths, [&](const auto& path) { return paths.contains(path); });
+        std::erase_if(group.copies, [&](const auto& copy) { return paths.contains(copy.path); });
     }
-    std::erase_if(left, [](const DuplicateGroup& group) { return group.paths.size() < 2; });
+    std::erase_if(left, [](const DuplicateGroup& group) { return group.copies.size() < 2; });
     setGroups(std::move(left));
 }
 

@@ -329,9 +329,9 @@ std::vector<std::shared_ptr<FileNode>> largeFiles() {
 
 std::vector<DuplicateGroup> duplicates() {
     const auto group = [](std::int64_t size, std::initializer_list<std::string_view> paths) {
-        DuplicateGroup made{.size = size, .paths = {}};
+        DuplicateGroup made{.size = size, .copies = {}};
         for (const std::string_view path : paths) {
-            made.paths.push_back(atHome(path));
+            made.copies.push_back({.path = atHome(path)});
         }
         return made;
     };

@@ -23,6 +23,8 @@ struct CleanItem {
     /// What Docker calls its object, or the name of the suggestion; absent for what a person chose.
     std::optional<std::string> title = std::nullopt;
     SharedFiles shared = nullptr;  ///< What of it has names outside, as far as it is known.
+    /// The equal file that stays. The item goes only if the two are still equal then.
+    std::optional<std::string> copyOf = std::nullopt;
 
     bool operator==(const CleanItem&) const = default;
 

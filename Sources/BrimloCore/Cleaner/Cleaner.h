@@ -47,7 +47,8 @@ public:
     /// Carries a plan out in order (see `Disposal`): asks the safety gate again for each item,
     /// moves the item to the Trash of its volume and records it in the journal. A refused or failed
     /// item does not end the run. A dry run tells which items would stay, and why, as far as that
-    /// is known before: by the gate's verdict, or because the item is gone.
+    /// is known before: by the gate's verdict, or because the item is gone. An extra of equal files
+    /// goes only if all its bytes are those of the copy that stays, read at that time.
     ///
     /// "docker:" pseudo paths skip the gate and the Trash: Docker removes the object for good, or
     /// refuses.

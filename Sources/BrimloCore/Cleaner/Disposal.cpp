@@ -131,6 +131,10 @@ std::optional<Disposal::Leaving> Disposal::prepare(const CleanItem& item, Group&
     if (!verdict) {
         return std::nullopt;
     }
+    std::optional<ComparedCopy> copy;
+    if (item.copyOf && !compare(item, verdict->resolved, copy)) {
+        return std::nullopt;
+    }
     JournalEntry entry = JournalEntry::make({
         .originalPath = item.path,
         .trashPath = std::nullopt,
@@ -158,7 +162,23 @@ std::optional<Disposal::Leaving> Disposal::prepare(const CleanItem& item, Group&
         .request = std::move(request),
         .move = *std::move(move),
         .entry = std::move(entry),
+        .copy = std::move(copy),
     };
+}
+
+/// False when an extra of equal files must stay; it is reported then. Here and not in `commit`,
+/// because reading takes long and the journal is not locked yet.
+bool Disposal::compare(
+    const CleanItem& item, const std::string& path, std::optional<ComparedCopy>& copy) {
+    auto compared = ComparedCopy::of(path, *item.copyOf, options_.isStopped);
+    if (compared) {
+        copy = *std::move(compared);
+    } else if (isStopped()) {
+        report_.untouched.push_back(item.path);
+    } else {
+        fail(item, compared.error());
+    }
+    return copy.has_value();
 }
 
 /// False when the items must stay; each is reported then.
@@ -198,6 +218,10 @@ Disposal::Outcome Disposal::commit(Leaving& leaving, Group& group, bool isLastTr
     if (!verdict.entry || verdict.entry->identity != leaving.request.identity ||
         verdict.resolved != leaving.request.path) {
         fail(item, Cleaner::identity(item.path) ? kOtherItem : "no longer exists");
+        return Outcome::stays;
+    }
+    if (auto reason = leaving.copy ? leaving.copy->refusal() : std::nullopt) {
+        fail(item, *std::move(reason));
         return Outcome::stays;
     }
     const auto trashed = leaving.move.commit();

@@ -3,6 +3,7 @@
 #include "BrimloCore/Cleaner/CleanPlan.h"
 #include "BrimloCore/Cleaner/CleanReport.h"
 #include "BrimloCore/Cleaner/Cleaner.h"
+#include "BrimloCore/Cleaner/ComparedCopy.h"
 #include "BrimloCore/Gate/Safety.h"
 #include "BrimloCore/Journal/Journal.h"
 #include "BrimloCore/Platform/Trash.h"
@@ -17,12 +18,13 @@ namespace Brimlo {
 
 /// The moves of a clean to the Trash, in groups that share their syncs. Used by `Cleaner` alone.
 ///
-/// The steps of a group: each item is judged by the gate, found, and given its trashinfo file;
+/// The steps of a group: each item is judged by the gate, found, compared with the copy that stays
+/// if it is an extra of equal files, and given its trashinfo file;
 /// these files are synced; the journal announces the group, synced; item by item the gate judges
-/// again and the item moves; the folders are synced; the journal records what moved. A clean that
-/// is stopped moves no further item of the group. If the process dies, or the power fails, each
-/// item is in one of its two places, and what is in the Trash has its trashinfo file and its
-/// announcement.
+/// again, both copies must be as they were compared, and the item moves; the folders are synced;
+/// the journal records what moved. A clean that is stopped moves no further item of the group. If
+/// the process dies, or the power fails, each item is in one of its two places, and what is in the
+/// Trash has its trashinfo file and its announcement.
 ///
 /// After its last verdict nothing about an item is resolved or looked up again. If a parent becomes
 /// a symlink meanwhile, or another item takes the place, the move fails.
@@ -45,7 +47,8 @@ private:
         Platform::TrashMove::Request request;
         Platform::TrashMove move;
         JournalEntry entry;
-        bool isAnnounced = false;  ///< Whether the entry is as it was announced.
+        std::optional<ComparedCopy> copy;  ///< Of an item that has a copy that stays.
+        bool isAnnounced = false;          ///< Whether the entry is as it was announced.
     };
     enum class Outcome { moved, stays, again };
 
@@ -55,6 +58,8 @@ private:
     [[nodiscard]] std::vector<const CleanItem*> moveGroup(
         const std::vector<const CleanItem*>& items, bool isLastTry);
     [[nodiscard]] std::optional<Leaving> prepare(const CleanItem& item, Group& group);
+    [[nodiscard]] bool compare(
+        const CleanItem& item, const std::string& path, std::optional<ComparedCopy>& copy);
     [[nodiscard]] bool announce(const std::vector<Leaving>& leaving, Group& group);
     [[nodiscard]] Outcome commit(Leaving& leaving, Group& group, bool isLastTry);
     [[nodiscard]] bool isStopped() const { return options_.isStopped && options_.isStopped(); }

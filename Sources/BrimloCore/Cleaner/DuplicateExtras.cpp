@@ -100,21 +100,11 @@ private:
         return std::string{kIsChanged} + "; a second version of it is " + temporary_;
     }
 
-    /// Whether both files are readable to their ends and have the same content.
+    /// Whether both files have the same content and no writer came while that was read.
     [[nodiscard]] bool holdsTheSame(const Descriptor& clone) {
-        for (std::int64_t offset = 0; !readers_[0].isCancelled();
-             offset += FileReader::kChunkBytes) {
-            const auto mine = readers_[0].read(extra_, offset);
-            const auto its = readers_[1].read(clone, offset);
-            const bool isEqual = mine && its && FileReader::areEqual(*mine, *its);
-            if (!isEqual || !Platform::isUndisturbed(extra_.number())) {
-                return false;
-            }
-            if (std::ssize(*mine) < FileReader::kChunkBytes) {
-                return true;
-            }
-        }
-        return false;
+        return FileReader::holdTheSame(readers_, extra_, clone, [&] {
+            return !readers_[0].isCancelled() && Platform::isUndisturbed(extra_.number());
+        });
     }
 
     /// Whether the extra is unchanged since before the comparison.
@@ -137,13 +127,23 @@ private:
     std::optional<FileVersion> version_;  ///< Of the extra, before it was compared.
 };
 
-/// The file of a group to keep: the first that still exists.
-const std::string& kept(const DuplicateGroup& group) {
-    const auto isThere = [](const std::string& path) {
-        return Platform::FileIdentity::of(path).has_value();
-    };
-    const auto found = std::ranges::find_if(group.paths, isThere);
-    return found == group.paths.end() ? group.paths.front() : *found;
+using Reasons = CopyChoice::Reasons;
+
+/// The copy that the extras of a group are compared with: the first that stays and still exists;
+/// without any, the first of all that still exists.
+const std::string& kept(const DuplicateGroup& group, const Reasons& reasons) {
+    const std::string* next = nullptr;
+    for (std::size_t i = 0; i < group.copies.size(); ++i) {
+        const std::string& path = group.copies[i].path;
+        if ((!reasons[i] && next != nullptr) || !Platform::FileIdentity::of(path)) {
+            continue;
+        }
+        if (reasons[i]) {
+            return path;
+        }
+        next = &path;
+    }
+    return next != nullptr ? *next : group.copies.front().path;
 }
 
 }  // namespace
@@ -160,18 +160,28 @@ std::string CloneReport::sentence() const {
 
 namespace DuplicateExtras {
 
-CleanPlan plan(const std::vector<DuplicateGroup>& groups) {
+CleanPlan plan(const std::vector<DuplicateGroup>& groups, const CopyChoice& choice) {
+    const std::vector<Reasons> reasons = choice.reasons(groups);
+    std::vector<std::string> copyOf(groups.size());
     std::set<std::string_view> staying;
-    for (const DuplicateGroup& group : groups) {
-        if (!group.paths.empty()) {
-            staying.insert(kept(group));
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        const auto& copies = groups[i].copies;
+        for (std::size_t place = 0; place < copies.size(); ++place) {
+            if (reasons[i][place]) {
+                staying.insert(copies[place].path);
+            }
+        }
+        if (!copies.empty()) {
+            copyOf[i] = kept(groups[i], reasons[i]);
+            staying.insert(copyOf[i]);
         }
     }
     std::vector<CleanItem> items;
-    for (const DuplicateGroup& group : groups) {
-        for (const std::string& path : group.paths) {
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        for (const auto& [path, written] : groups[i].copies) {
             if (!staying.contains(path)) {
-                items.push_back({.path = path, .size = group.size, .ruleID = {}, .risk = {}});
+                items.push_back({.path = path, .size = groups[i].size, .ruleID = {}, .risk = {}});
+                items.back().copyOf = copyOf[i];
             }
         }
     }
@@ -179,7 +189,7 @@ CleanPlan plan(const std::vector<DuplicateGroup>& groups) {
 }
 
 std::optional<std::string> cloneRefusal(const DuplicateGroup& group) {
-    const auto& paths = group.paths;
+    const std::vector<std::string> paths = group.paths();
     if (!paths.empty() && Platform::mayClone(paths.front()) &&
         std::any_of(std::next(paths.begin()), paths.end(), Platform::mayClone)) {
         return std::nullopt;
@@ -189,20 +199,29 @@ std::optional<std::string> cloneRefusal(const DuplicateGroup& group) {
 
 CloneReport clone(
     const std::vector<DuplicateGroup>& groups,
+    const CopyChoice& choice,
     const ScanControl* control,
     const std::function<void(const std::string& path)>& progress) {
     CloneReport report;
     std::array readers{FileReader{control}, FileReader{control}};
-    for (const DuplicateGroup& group : groups) {
-        for (std::size_t i = 1; i < group.paths.size(); ++i) {
-            const std::string& path = group.paths[i];
+    const std::vector<Reasons> reasons = choice.reasons(groups);
+    for (std::size_t group = 0; group < groups.size(); ++group) {
+        const auto& copies = groups[group].copies;
+        const auto stays = [](const auto& reason) { return reason.has_value(); };
+        const auto first = std::ranges::find_if(reasons[group], stays) - reasons[group].begin();
+        for (std::size_t i = 0; i < copies.size(); ++i) {
+            if (reasons[group][i]) {
+                continue;
+            }
+            const std::string& path = copies[i].path;
             if (progress) {
                 progress(path);
             }
             if (readers[0].isCancelled()) {
                 return report;
             }
-            const Descriptor original = FileReader::open(group.paths.front());
+            const auto& staying = copies[static_cast<std::size_t>(first)].path;
+            const Descriptor original = FileReader::open(staying);
             if (const auto reason = Replacement{path, readers}.by(original, report.sharedBytes)) {
                 report.failures.push_back(path + ": " + *reason);
             }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "BrimloCore/Cleaner/CleanPlan.h"
+#include "BrimloCore/Cleaner/CopyChoice.h"
 #include "BrimloCore/Cleaner/DuplicateFinder.h"
 
 #include <cstdint>
@@ -22,19 +23,21 @@ struct CloneReport {
     [[nodiscard]] std::string sentence() const;
 };
 
-/// Disposes of the extras of duplicate groups: all files of a group but the one to keep.
+/// Disposes of the extras of duplicate groups: all copies but those that a choice keeps.
 namespace DuplicateExtras {
 
-/// The plan to dispose of the extras. The file to keep is never an item; where it is gone by now,
-/// the next one is kept.
-[[nodiscard]] CleanPlan plan(const std::vector<DuplicateGroup>& groups);
+/// The plan to dispose of the extras. A copy that stays in one of the groups is never an item.
+/// Where all that should stay are gone by now, the next copy is kept, so that no plan takes the
+/// last one.
+[[nodiscard]] CleanPlan plan(
+    const std::vector<DuplicateGroup>& groups, const CopyChoice& choice = CopyChoice{});
 
 /// Why no extra of a group can become a clone, as a sentence; nullopt when the file systems may
 /// have clones.
 [[nodiscard]] std::optional<std::string> cloneRefusal(const DuplicateGroup& group);
 
-/// Replaces each extra with a clone of the file to keep, with the extra's times and mode, until the
-/// control is cancelled; it may be null. `progress` is called with each extra first.
+/// Replaces each extra with a clone of the first copy that stays, with the extra's times and mode,
+/// until the control is cancelled; it may be null. `progress` is called with each extra first.
 ///
 /// The groups are not trusted. The clone is made first, beside the extra and under its name plus
 /// ".brimlo-clone", and all its bytes are compared with those of the extra while nobody can write
@@ -46,6 +49,7 @@ namespace DuplicateExtras {
 /// shares all its bytes already is skipped. Blocks; reads all files.
 [[nodiscard]] CloneReport clone(
     const std::vector<DuplicateGroup>& groups,
+    const CopyChoice& choice = CopyChoice{},
     const ScanControl* control = nullptr,
     const std::function<void(const std::string& path)>& progress = {});
 

@@ -14,6 +14,7 @@
 #include <array>
 #include <cerrno>
 #include <cstddef>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <set>
@@ -29,7 +30,13 @@
 namespace Brimlo {
 
 std::int64_t DuplicateGroup::wastedBytes() const {
-    return paths.empty() ? 0 : Bytes::product(size, std::ssize(paths) - 1);
+    return copies.empty() ? 0 : Bytes::product(size, std::ssize(copies) - 1);
+}
+
+std::vector<std::string> DuplicateGroup::paths() const {
+    std::vector<std::string> paths;
+    std::ranges::transform(copies, std::back_inserter(paths), &Copy::path);
+    return paths;
 }
 
 namespace DuplicateFinder {
@@ -245,11 +252,12 @@ std::vector<DuplicateGroup> Comparison::groups() {
         Work work = std::move(likely_.back());
         likely_.pop_back();
         if (work.compared == work.size) {
-            result.push_back({.size = work.size, .paths = {}});
+            result.push_back({.size = work.size, .copies = {}});
+            auto& copies = result.back().copies;
             for (Candidate& file : work.files) {
-                result.back().paths.push_back(std::move(file.path));
+                copies.push_back({.path = std::move(file.path), .written = file.version.written});
             }
-            std::ranges::sort(result.back().paths);
+            std::ranges::sort(copies, {}, &DuplicateGroup::Copy::path);
             continue;
         }
         const std::int64_t size = work.size;
@@ -349,7 +357,7 @@ void Comparison::tell(const std::string& path) const {
 
 bool comesFirst(const DuplicateGroup& a, const DuplicateGroup& b) {
     return a.wastedBytes() != b.wastedBytes() ? a.wastedBytes() > b.wastedBytes()
-                                              : a.paths.front() < b.paths.front();
+                                              : a.copies.front().path < b.copies.front().path;
 }
 
 }  // namespace

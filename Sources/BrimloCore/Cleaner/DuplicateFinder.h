@@ -1,6 +1,7 @@
 #pragma once
 
 #include "BrimloCore/DiskScanner/ScanControl.h"
+#include "BrimloCore/Platform/FileIdentity.h"
 #include "BrimloCore/Support/Uuid.h"
 
 #include <chrono>
@@ -14,14 +15,24 @@ namespace Brimlo {
 
 /// Distinct files on disk with the same content, as of when they were read.
 struct DuplicateGroup {
+    /// One of the files.
+    struct Copy {
+        std::string path;
+        Platform::FileVersion::Time written = {};  ///< When its content changed.
+
+        bool operator==(const Copy&) const = default;
+    };
+
     Uuid id = Uuid::random();
-    std::int64_t size = 0;           ///< The length of each in bytes, not its allocated size.
-    std::vector<std::string> paths;  ///< Two or more, sorted; the first is the one to keep.
+    std::int64_t size = 0;     ///< The length of each in bytes, not its allocated size.
+    std::vector<Copy> copies;  ///< Two or more, sorted by path.
 
     bool operator==(const DuplicateGroup&) const = default;
 
     /// The bytes that would be freed if only one of the files stayed.
     [[nodiscard]] std::int64_t wastedBytes() const;
+
+    [[nodiscard]] std::vector<std::string> paths() const;
 };
 
 /// Finds files of the same content.

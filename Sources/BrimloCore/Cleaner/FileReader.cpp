@@ -41,6 +41,24 @@ std::optional<std::size_t> FileReader::fill(
     return length;
 }
 
+bool FileReader::holdTheSame(
+    std::array<FileReader, 2>& readers,
+    const Platform::Descriptor& one,
+    const Platform::Descriptor& other,
+    const std::function<bool()>& goesOn) {
+    for (std::int64_t offset = 0; goesOn(); offset += kChunkBytes) {
+        const auto mine = readers[0].read(one, offset);
+        const auto its = readers[1].read(other, offset);
+        if (!mine || !its || !areEqual(*mine, *its)) {
+            return false;
+        }
+        if (std::ssize(*mine) < kChunkBytes) {
+            return true;
+        }
+    }
+    return false;
+}
+
 std::optional<FileReader::Bytes> FileReader::read(
     const Platform::Descriptor& file, std::int64_t offset) {
     const auto length = fill(buffer_->bytes, file, offset);

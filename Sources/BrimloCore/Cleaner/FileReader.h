@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -42,6 +43,14 @@ public:
     [[nodiscard]] static bool areEqual(Bytes one, Bytes other) {
         return one.size() == other.size() && std::memcmp(one.data(), other.data(), one.size()) == 0;
     }
+
+    /// Whether both files can be read to their ends and hold the same bytes. `goesOn` is asked
+    /// before each chunk; a no ends the comparison, and the files count as different.
+    [[nodiscard]] static bool holdTheSame(
+        std::array<FileReader, 2>& readers,
+        const Platform::Descriptor& one,
+        const Platform::Descriptor& other,
+        const std::function<bool()>& goesOn);
 
     [[nodiscard]] bool isCancelled() const {
         return control_ != nullptr && control_->isCancelled();

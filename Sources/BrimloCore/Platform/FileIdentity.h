@@ -30,7 +30,7 @@ struct FileVersion {
         std::int64_t seconds = 0;
         std::int64_t nanoseconds = 0;
 
-        bool operator==(const Time&) const = default;
+        auto operator<=>(const Time&) const = default;
     };
 
     FileIdentity identity;

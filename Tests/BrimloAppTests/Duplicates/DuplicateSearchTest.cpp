@@ -45,7 +45,7 @@ TEST_F(DuplicateSearchTest, TellsHowManyCopiesCouldNotBeCloned) {
     EXPECT_GE(model().machine()->trashBytes(), 100'000) << "the disk is looked at anew";
     EXPECT_EQ(model().banner()->text(), "Cloned some duplicates; 2 failed (different volume?).");
     EXPECT_THAT(model().duplicates()->groups(), IsEmpty());
-    group.paths.resize(1);
+    group.copies.resize(1);
     model().duplicates()->clone(group);
     finish();
     EXPECT_EQ(model().banner()->text(), "Replaced duplicates with clones, sharing 0 bytes.");

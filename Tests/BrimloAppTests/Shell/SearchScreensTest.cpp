@@ -212,7 +212,7 @@ TEST_F(SearchScreensTest, FilesHaveAMenuAndSeveralGoAtOnce) {
     reviewed("1 items · *");
     EXPECT_FALSE(exists(at("tree/a")));
     EXPECT_EQ(
-        model().duplicates()->groups().at(0).paths, (std::vector{at("tree/b"), at("tree/c")}));
+        model().duplicates()->groups().at(0).paths(), (std::vector{at("tree/b"), at("tree/c")}));
 }
 
 TEST_F(SearchScreensTest, BothAreUsedByTheKeyboardAlone) {

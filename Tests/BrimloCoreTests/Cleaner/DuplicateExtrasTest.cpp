@@ -4,10 +4,12 @@
 #include "Support/Proof.h"
 #include "Support/TempHome.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <random>
 #include <thread>
 #include <utility>
@@ -38,15 +40,19 @@ protected:
     }
 
     static CloneReport clone(const std::string& original, const std::string& extra) {
-        return DuplicateExtras::clone({DuplicateGroup{.paths = {original, extra}}});
+        return DuplicateExtras::clone({DuplicateGroup{.copies = {{original}, {extra}}}});
     }
 
     const std::string content_ = std::string(1'000'000, 'c');
 };
 
 TEST_F(DuplicateExtrasTest, TellsBeforehandWhereNothingCanBeCloned) {
-    const auto refuses = [](std::vector<std::string> paths) {
-        return DuplicateExtras::cloneRefusal({.paths = std::move(paths)}).has_value();
+    const auto refuses = [](const std::vector<std::string>& paths) {
+        DuplicateGroup group{.copies = {}};
+        std::ranges::transform(paths, std::back_inserter(group.copies), [](const auto& path) {
+            return DuplicateGroup::Copy{.path = path};
+        });
+        return DuplicateExtras::cloneRefusal(group).has_value();
     };
     const std::string noClones = "/proc/self/status";
     EXPECT_TRUE(refuses({noClones, noClones}));

@@ -26,7 +26,7 @@ bool shell(const std::string& command) {
 Groups find(const std::string& root, std::int64_t minSize = 1, const Progress& progress = {}) {
     Groups groups;
     for (const auto& group : DuplicateFinder::find({root}, minSize, nullptr, progress)) {
-        groups.push_back(group.paths);
+        groups.push_back(group.paths());
     }
     return groups;
 }
@@ -102,7 +102,7 @@ TEST_F(DuplicateFinderTest, GroupsFilesAndNotNames) {
     EXPECT_EQ(find(at("b"), 8), Groups{});
     const auto groups = DuplicateFinder::find({at("d"), at("c"), at("b"), at("b")}, 7);
     ASSERT_EQ(groups.size(), 3U);
-    EXPECT_EQ((Groups{groups[0].paths, groups[1].paths, groups[2].paths}), (Groups{b, c, d}));
+    EXPECT_EQ((Groups{groups[0].paths(), groups[1].paths(), groups[2].paths()}), (Groups{b, c, d}));
     EXPECT_EQ(groups[0].size * 2, groups[0].wastedBytes());
     EXPECT_EQ(find(at("b") + "//."), Groups{b});
 }
@@ -126,9 +126,11 @@ TEST_F(DuplicateFinderTest, EndsAtAnyStage) {
 TEST_F(DuplicateFinderTest, PlansForTheExtrasAndNeverForTheLastCopy) {
     const auto extras = [](const Lines& paths) {
         Lines planned;
-        const CleanPlan plan = DuplicateExtras::plan({
-            DuplicateGroup{.size = 7, .paths = paths}
-        });
+        DuplicateGroup group{.size = 7, .copies = {}};
+        for (const std::string& path : paths) {
+            group.copies.push_back({.path = path});
+        }
+        const CleanPlan plan = DuplicateExtras::plan({group});
         for (const CleanItem& item : plan.items()) {
             EXPECT_EQ(item.size, 7);
             planned.push_back(item.path);
