@@ -14,6 +14,7 @@ ListRow {
     required property string cloneRefusal
     required property string path
     required property bool isKept
+    required property string reason
     required property bool isLast
 
     readonly property bool isGroup: kind === "group"
@@ -21,6 +22,7 @@ ListRow {
 
     signal cloned
     signal trashed
+    signal kept
 
     function words(): string {
         if (isGroup)
@@ -29,7 +31,7 @@ ListRow {
     }
 
     text: words()
-    Accessible.description: cloneRefusal
+    Accessible.description: isGroup ? cloneRefusal : reason
     width: (list?.width ?? 0) - (list?.leftMargin ?? 0) - (list?.rightMargin ?? 0)
     z: isGroup || isLast ? 0 : 1
     leftPadding: Theme.normal
@@ -77,17 +79,22 @@ ListRow {
     DuplicatePath {
         path: row.path
         isKept: row.isKept
+        reason: row.reason
         visible: !row.isGroup
+        onKept: row.kept()
         Layout.fillWidth: true
     }
 
-    // One file of a group, and whether it is kept. Uses anchors, because a nested layout of Qt 6.4
-    // can keep its old widths when the text size changes.
+    // One file of a group, and whether and why it is kept. A press on the mark keeps it. Uses
+    // anchors, because a nested layout of Qt 6.4 can keep its old widths when the text size changes.
     component DuplicatePath: Item {
         id: line
 
         required property string path
         required property bool isKept
+        required property string reason
+
+        signal kept
 
         implicitHeight: Math.max(chip.implicitHeight, name.implicitHeight)
 
@@ -97,8 +104,13 @@ ListRow {
             text: line.isKept ? qsTr("Kept") : qsTr("Extra copy")
             symbol: line.isKept ? "checkmark" : "doc.on.doc"
             color: line.isKept ? Theme.safe : Theme.secondaryText
+            help: line.isKept ? "" : qsTr("Keep this copy (Space)")
             anchors.verticalCenter: parent.verticalCenter
             Accessible.ignored: true
+
+            TapHandler {
+                onTapped: line.kept()
+            }
         }
         PathText {
             id: name
@@ -106,6 +118,17 @@ ListRow {
             path: line.path
             anchors.left: parent.left
             anchors.leftMargin: Math.max(chip.implicitWidth, Theme.scaled(92)) + Theme.tight
+            anchors.right: why.left
+            anchors.rightMargin: Theme.tight
+            anchors.verticalCenter: parent.verticalCenter
+            Accessible.ignored: true
+        }
+        Label {
+            id: why
+
+            text: line.reason
+            secondary: true
+            font.pixelSize: Theme.small
             anchors.right: parent.right
             anchors.verticalCenter: parent.verticalCenter
             Accessible.ignored: true

@@ -5,11 +5,11 @@
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloCore/DiskScanner/FileTree.h"
 #include "BrimloCore/Models/Bytes.h"
+#include "BrimloCore/Support/Path.h"
 
 #include <QtGui/QClipboard>
 #include <QtGui/QGuiApplication>
 
-#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -19,16 +19,21 @@ namespace {
 
 using Line = DuplicateLine;
 
-void append(std::vector<Line>& lines, const DuplicateGroup& group, std::string cloneRefusal) {
+void append(
+    std::vector<Line>& lines,
+    const DuplicateGroup& group,
+    std::size_t place,
+    std::string cloneRefusal) {
     lines.push_back(
         {.group = group.id,
          .path = {},
+         .place = place,
          .copies = static_cast<std::int64_t>(group.copies.size()),
          .size = group.size,
-         .wasted = group.wastedBytes(),
          .cloneRefusal = std::move(cloneRefusal)});
-    for (const auto& copy : group.copies) {
-        lines.push_back({.group = group.id, .path = copy.path, .isKept = lines.back().isGroup()});
+    for (std::size_t i = 0; i < group.copies.size(); ++i) {
+        lines.push_back(
+            {.group = group.id, .path = group.copies[i].path, .place = place, .copy = i});
     }
     lines.back().isLast = true;
 }
@@ -47,26 +52,56 @@ DuplicateRows::DuplicateRows(DuplicateSearch& search)
            {"kind", [](const Line& line) { return line.isGroup() ? "group" : "path"; }},
            {"copies", [](const Line& line) { return number(line.copies); }},
            {"size", [](const Line& line) { return number(line.size); }},
-           {"wasted", [](const Line& line) { return number(line.wasted); }},
+           {"wasted", [this](const Line& line) { return number(wasted(line)); }},
            {"cloneRefusal", [](const Line& line) { return words(line.cloneRefusal); }},
            {"path", [](const Line& line) { return shown(line.path); }},
-           {"isKept", [](const Line& line) { return line.isKept; }},
+           {"isKept", [this](const Line& line) { return reason(line).has_value(); }},
+           {"reason",
+            [this](const Line& line) {
+                const auto found = reason(line);
+                return found ? words(Brimlo::words(*found)) : QString{};
+            }},
            {"isLast", [](const Line& line) { return line.isLast; }},
            }} {
     connect(&search, &DuplicateSearch::groupsChanged, this, &DuplicateRows::refresh);
+    connect(&search, &DuplicateSearch::choiceChanged, this, &DuplicateRows::showChoice);
 }
 
 void DuplicateRows::refresh() {
     std::vector<Line> lines;
-    groupCount_ = 0;
-    reclaimable_ = 0;
-    for (const DuplicateGroup& group : search_.groups()) {
-        append(lines, group, search_.cloneRefusal(group.id));
-        ++groupCount_;
-        reclaimable_ = Bytes::sum(reclaimable_, group.wastedBytes());
+    const auto& groups = search_.groups();
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        append(lines, groups[i], i, search_.cloneRefusal(groups[i].id));
     }
+    groupCount_ = static_cast<int>(groups.size());
     rows_.set(std::move(lines));
+    showChoice();
+}
+
+/// What stays may have changed in every row; a view asks only for those it shows.
+void DuplicateRows::showChoice() {
+    reclaimable_ = 0;
+    for (const Line& line : rows_.all()) {
+        reclaimable_ = Bytes::sum(reclaimable_, line.isGroup() ? wasted(line) : 0);
+    }
+    if (count() > 0) {
+        Q_EMIT dataChanged(index(0), index(count() - 1));
+    }
     Q_EMIT figuresChanged();
+}
+
+/// A view may ask for a row whose group has gone since; the row follows.
+std::optional<KeepReason> DuplicateRows::reason(const Line& line) const {
+    const auto& reasons = search_.reasons();
+    const bool isThere =
+        !line.isGroup() && line.place < reasons.size() && line.copy < reasons[line.place].size();
+    return isThere ? reasons[line.place][line.copy] : std::nullopt;
+}
+
+std::int64_t DuplicateRows::wasted(const Line& line) const {
+    const auto& reasons = search_.reasons();
+    const std::size_t extras = line.place < reasons.size() ? extraCount(reasons[line.place]) : 0;
+    return Bytes::product(line.size, static_cast<std::int64_t>(extras));
 }
 
 double DuplicateRows::reclaimable() const {
@@ -78,9 +113,7 @@ std::optional<DuplicateGroup> DuplicateRows::groupAt(int row) const {
     if (line == nullptr || !line->isGroup()) {
         return std::nullopt;
     }
-    const auto& groups = search_.groups();
-    const auto group = std::ranges::find(groups, line->group, &DuplicateGroup::id);
-    return group == groups.end() ? std::nullopt : std::optional{*group};
+    return search_.groups()[line->place];
 }
 
 void DuplicateRows::clone(int row) {
@@ -125,11 +158,27 @@ void DuplicateRows::review(int row) {
     if (file == nullptr) {
         return;
     }
-    const auto group = std::ranges::find(search_.groups(), file->group, &DuplicateGroup::id);
-    const std::int64_t size = group == search_.groups().end() ? 0 : group->size;
+    if (reason(*file) == KeepReason::keptFolder) {
+        search_.app().setBanner(
+            QStringLiteral("Could not review it: its folder keeps every copy."));
+        return;
+    }
+    const std::int64_t size = search_.groups()[file->place].size;
     const auto tree = std::make_shared<FileTree>();
     search_.review()->openNodes(
         {tree->add({.name = file->path, .size = size, .fileCount = 1}).shared()});
+}
+
+void DuplicateRows::keep(int row) {
+    if (const Line* file = fileAt(row)) {
+        search_.keep(file->place, file->copy);
+    }
+}
+
+void DuplicateRows::keepFolder(int row) {
+    if (const Line* file = fileAt(row)) {
+        search_.keepUnder(std::string{Path::parent(file->path)});
+    }
 }
 
 }  // namespace Brimlo

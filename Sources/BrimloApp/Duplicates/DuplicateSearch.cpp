@@ -7,6 +7,9 @@
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloCore/Cleaner/DuplicateExtras.h"
 
+#include <algorithm>
+#include <iterator>
+#include <set>
 #include <utility>
 
 namespace Brimlo {
@@ -49,8 +52,60 @@ void DuplicateSearch::start(std::shared_ptr<ScanControl> control) {
 }
 
 void DuplicateSearch::setGroups(Groups groups) {
-    assign(*this, groups_, std::move(groups), &DuplicateSearch::groupsChanged);
+    if (groups_ != groups) {
+        groups_ = std::move(groups);
+        reasons_ = choice_.reasons(groups_);
+        Q_EMIT groupsChanged();
+    }
 }
+
+// ---- Which copy stays ----------------------------------------------------------------------
+
+void DuplicateSearch::chooseAnew() {
+    reasons_ = choice_.reasons(groups_);
+    Q_EMIT choiceChanged();
+}
+
+void DuplicateSearch::setRule(int rule) {
+    constexpr int kLast = static_cast<int>(KeepReason::shortestPath);
+    choice_.setRule(static_cast<KeepReason>(std::clamp(rule, 0, kLast)));
+    chooseAnew();
+}
+
+QStringList DuplicateSearch::keptFolders() const {
+    QStringList folders;
+    for (const std::string& folder : choice_.folders()) {
+        folders.append(fromPath(folder));
+    }
+    return folders;
+}
+
+void DuplicateSearch::keepUnder(const std::string& folder) {
+    if (const auto kept = choice_.keepUnder(folder); !kept) {
+        app().setBanner(
+            QStringLiteral("Could not keep it: %1.").arg(shown(kept.error().description)));
+        return;
+    }
+    chooseAnew();
+}
+
+void DuplicateSearch::release(const QString& folder) {
+    choice_.release(toPath(folder));
+    chooseAnew();
+}
+
+void DuplicateSearch::keep(std::size_t group, std::size_t copy) {
+    choice_.keep(groups_[group].id, groups_[group].copies[copy].path);
+    reasons_[group] = choice_.reasons({groups_[group]}).front();
+    Q_EMIT choiceChanged();
+}
+
+void DuplicateSearch::reviewExtras() {
+    review_->openPlan(
+        [groups = groups_, choice = choice_] { return DuplicateExtras::plan(groups, choice); });
+}
+
+// ---- Actions -------------------------------------------------------------------------------
 
 std::string DuplicateSearch::cloneRefusal(const Uuid& group) const {
     const auto refusal = refusals_.find(group);
@@ -64,7 +119,7 @@ void DuplicateSearch::clone(const DuplicateGroup& group) {
     app().setBusy(QStringLiteral("Replacing duplicates with clones…"));
     changeInBackground(
         this,
-        [group] { return DuplicateExtras::clone({group}).sentence(); },
+        [group, choice = choice_] { return DuplicateExtras::clone({group}, choice).sentence(); },
         [id = group.id](DuplicateSearch& search, const std::string& sentence) {
             search.app().setBusy({});
             search.app().banner()->show(QString::fromStdString(sentence));
@@ -74,10 +129,13 @@ void DuplicateSearch::clone(const DuplicateGroup& group) {
 }
 
 void DuplicateSearch::trash(const DuplicateGroup& group) {
-    app().cleanup()->run(DuplicateExtras::plan({group}), [this, id = group.id] { remove(id); });
+    app().cleanup()->run(
+        DuplicateExtras::plan({group}, choice_), [this, id = group.id] { remove(id); });
 }
 
-void DuplicateSearch::forget(const std::set<std::string>& paths) {
+void DuplicateSearch::forget(const CleanPlan& gone) {
+    std::set<std::string> paths;
+    std::ranges::transform(gone.items(), std::inserter(paths, paths.end()), &CleanItem::path);
     Groups left = groups_;
     for (DuplicateGroup& group : left) {
         std::erase_if(group.copies, [&](const auto& copy) { return paths.contains(copy.path); });

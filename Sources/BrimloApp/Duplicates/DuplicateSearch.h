@@ -2,10 +2,15 @@
 
 #include "BrimloApp/Shell/FolderSearch.h"
 #include "BrimloApp/Shell/Rows.h"
+#include "BrimloCore/Cleaner/CleanPlan.h"
+#include "BrimloCore/Cleaner/CopyChoice.h"
 #include "BrimloCore/Cleaner/DuplicateFinder.h"
 
+#include <QtCore/QStringList>
+
+#include <cstddef>
 #include <memory>
-#include <set>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -25,6 +30,9 @@ class DuplicateSearch : public Brimlo::FolderSearch {
 
     Q_PROPERTY(Brimlo::DuplicateRows* rows READ rows CONSTANT)
     Q_PROPERTY(Brimlo::PlanReview* review READ review CONSTANT)
+    // Which copy of each group stays: the index of a rule, and the folders that lose none.
+    Q_PROPERTY(int rule READ rule WRITE setRule NOTIFY choiceChanged)
+    Q_PROPERTY(QStringList keptFolders READ keptFolders NOTIFY choiceChanged)
 
 public:
     using Groups = std::vector<DuplicateGroup>;
@@ -43,26 +51,46 @@ public:
     /// Why a group can't be replaced by clones; empty if it may.
     [[nodiscard]] std::string cloneRefusal(const Uuid& group) const;
 
-    /// Replaces all files of a group but the first with clones of it. Takes `busy`. The group is
-    /// removed from the list, whatever the outcome.
+    /// Why each copy stays, for each group in order; absent for an extra.
+    [[nodiscard]] const std::vector<CopyChoice::Reasons>& reasons() const { return reasons_; }
+    [[nodiscard]] int rule() const { return static_cast<int>(choice_.rule()); }
+    void setRule(int rule);
+    [[nodiscard]] QStringList keptFolders() const;
+    /// Keeps every copy in a folder; shows a message when it is gone.
+    void keepUnder(const std::string& folder);
+    /// Forgets a kept folder.
+    Q_INVOKABLE void release(const QString& folder);
+    /// Keeps this copy, by the places of its group and in it.
+    void keep(std::size_t group, std::size_t copy);
+    /// Opens the review of the extras of all groups.
+    Q_INVOKABLE void reviewExtras();
+
+    /// Replaces the extras of a group with clones. Takes `busy`. The group is removed from the
+    /// list, whatever the outcome.
     void clone(const DuplicateGroup& group);
-    /// Moves all files of a group but the first to the Trash; the group is removed from the list,
-    /// whatever the outcome.
+    /// Moves the extras of a group to the Trash; the group is removed from the list, whatever the
+    /// outcome.
     void trash(const DuplicateGroup& group);
-    /// Removes deleted files from their groups, and groups of which fewer than two files remain.
-    void forget(const std::set<std::string>& paths);
+    /// Removes the items of a plan, which are gone, from their groups, and groups of which fewer
+    /// than two files remain.
+    void forget(const CleanPlan& gone);
 
 Q_SIGNALS:
     void groupsChanged();
+    /// The choice of copies changed, and with it the reasons.
+    void choiceChanged();
 
 private:
+    void chooseAnew();
     void start(std::shared_ptr<ScanControl> control) override;
     void remove(const Uuid& id);
 
     using Refusals = std::unordered_map<Uuid, std::string>;
 
     Groups groups_;
-    Refusals refusals_;  ///< Of the groups without clones.
+    CopyChoice choice_;
+    std::vector<CopyChoice::Reasons> reasons_;  ///< Of the groups.
+    Refusals refusals_;                         ///< Of the groups without clones.
     const std::unique_ptr<PlanReview> review_;
     const std::unique_ptr<DuplicateRows> rows_;
 };

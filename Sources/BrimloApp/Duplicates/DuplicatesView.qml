@@ -56,8 +56,16 @@ Screen {
                 onSearchWanted: screen.search.find()
                 Layout.fillWidth: true
             }
+            DuplicateChoice {
+                // The pressed chip is removed, so the focus returns to the list.
+                onReleased: list.forceActiveFocus()
+                Layout.fillWidth: true
+                Layout.leftMargin: Theme.wide
+                Layout.rightMargin: Theme.wide
+                Layout.bottomMargin: Theme.snug
+            }
             // The groups of equal files, each a card made of several rows. Return shows a file in
-            // the file manager.
+            // the file manager, Space keeps it.
             EntryList {
                 id: list
 
@@ -67,10 +75,25 @@ Screen {
                 leftMargin: Theme.wide
                 rightMargin: Theme.wide
                 focus: true
+                Keys.onSpacePressed: screen.rows.keep(currentIndex)
                 Layout.fillWidth: true
                 Layout.fillHeight: true
 
+                entries: [
+                    MenuDivider {},
+                    MenuEntry {
+                        text: qsTr("Keep This Copy")
+                        symbol: "checkmark"
+                        onTriggered: screen.rows.keep(list.currentIndex)
+                    },
+                    MenuEntry {
+                        text: qsTr("Keep Everything in This Folder")
+                        symbol: "folder"
+                        onTriggered: screen.rows.keepFolder(list.currentIndex)
+                    }
+                ]
                 delegate: DuplicateRow {
+                    onKept: screen.rows.keep(index)
                     onClicked: list.currentIndex = index
                     onDoubleClicked: screen.rows.reveal(index)
                     // The button that opened the question is removed with its row, so the focus

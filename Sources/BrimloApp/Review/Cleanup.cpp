@@ -148,6 +148,7 @@ void Cleanup::run(const CleanPlan& plan, std::function<void()> after) {
             cleanup.app_.machine()->refresh();
             cleanup.app_.history()->show(std::move(cleaned.journal));
             cleanup.app_.smartClean()->forget(plan, cleaned.report);
+            cleanup.app_.duplicates()->forget(plan.without(cleaned.report.stayed()));
             if (after) {
                 after();
             }
@@ -190,7 +191,6 @@ void Cleanup::dispose(const std::vector<std::shared_ptr<FileNode>>& nodes) {
         }
         app_.analyzer()->forget(gone);
         app_.largeFiles()->forget(paths);
-        app_.duplicates()->forget(paths);
     });
 }
 

@@ -76,8 +76,8 @@ class Cleanup : public QObject {
 public:
     explicit Cleanup(AppModel& app);
 
-    /// Moves the items of a plan to the Trash, then calls `after`. During another clean, only shows
-    /// a message.
+    /// Moves the items of a plan to the Trash, removes those that are gone from the suggestions and
+    /// the duplicates, then calls `after`. During another clean, only shows a message.
     void run(const CleanPlan& plan, std::function<void()> after = {});
 
     /// Ends the clean before its next item. What has moved stays in the Trash and in the journal.
@@ -86,8 +86,8 @@ public:
 
     /// A plan for these nodes. Aggregates are skipped, since they name no single file.
     [[nodiscard]] static CleanPlan planFor(const std::vector<std::shared_ptr<FileNode>>& nodes);
-    /// Moves nodes to the Trash, and removes those that are gone from the analyzer's tree, the
-    /// large files and the duplicates, whichever scan or search produced them.
+    /// Runs a plan for nodes, and removes those that are gone from the analyzer's tree and the
+    /// large files, whichever scan or search produced them.
     void dispose(const std::vector<std::shared_ptr<FileNode>>& nodes);
 
     struct Progress {

@@ -37,7 +37,7 @@ PlanLine lineOf(const CleanItem& item, const Origins& origins) {
     PlanLine row{
         .path = item.path,
         .title = item.name(),
-        .subtitle = {},
+        .subtitle = item.copyOf ? "Copy of " + *item.copyOf + ", which stays" : "",
         .reason = {},
         .size = item.size,
         .shared = item.shared};

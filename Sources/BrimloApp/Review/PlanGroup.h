@@ -19,7 +19,7 @@ struct PlanLine {
 
     std::string path;
     std::string title;     ///< The name of the suggestion or of Docker's object; else the path.
-    std::string subtitle;  ///< Empty if the title is the path.
+    std::string subtitle;  ///< Empty if the title is the path of no extra copy.
     std::string reason;    ///< Why it stays; else empty.
     std::int64_t size = 0;
     SharedFiles shared;          ///< Of the item.

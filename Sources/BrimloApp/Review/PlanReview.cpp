@@ -64,6 +64,10 @@ void PlanReview::openNodes(std::vector<std::shared_ptr<FileNode>> nodes) {
     }
 }
 
+void PlanReview::openPlan(std::function<CleanPlan()> planning) {
+    open([planning = std::move(planning)](const auto&) { return planning(); }, {});
+}
+
 void PlanReview::open(Planning planning, std::vector<std::shared_ptr<FileNode>> nodes) {
     forget();
     nodes_ = std::move(nodes);

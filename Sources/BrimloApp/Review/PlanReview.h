@@ -52,6 +52,8 @@ public:
     Q_INVOKABLE void openSelection();
     /// Opens with nodes of the scanned tree, unless all are aggregates.
     void openNodes(std::vector<std::shared_ptr<FileNode>> nodes);
+    /// Opens with the plan that `planning` makes, in the background.
+    void openPlan(std::function<CleanPlan()> planning);
     /// Opens at once with the plan that is being judged, as if `rehearsal` were its dry run;
     /// does nothing without one.
     void show(const CleanReport& rehearsal);
@@ -113,7 +115,7 @@ private:
     CleanFigures figures_;
     std::set<std::string> expanded_;  ///< The keys of folders.
     std::vector<std::shared_ptr<FileNode>>
-        nodes_;  ///< The nodes of the plan; empty if it comes from Smart Clean.
+        nodes_;  ///< The nodes of the plan; empty if it was not made from nodes.
     /// Of the judging under way; false once it is outdated.
     std::shared_ptr<bool> isWanted_ = std::make_shared<bool>(false);
     bool isOpen_ = false;

@@ -8,6 +8,9 @@ ScrollList {
     // What `EntryMenu` needs, and `open` and `isFile` of a row.
     required property var rows
 
+    // Entries of a screen's own, below the others of the menu.
+    property alias entries: menu.contentData
+
     // The row at a point of the window; -1 if there is none.
     function rowUnder(scenePoint) {
         const place = contentItem.mapFromItem(null, scenePoint.x, scenePoint.y);

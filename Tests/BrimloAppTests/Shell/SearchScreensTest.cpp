@@ -215,6 +215,46 @@ TEST_F(SearchScreensTest, FilesHaveAMenuAndSeveralGoAtOnce) {
         model().duplicates()->groups().at(0).paths(), (std::vector{at("tree/b"), at("tree/c")}));
 }
 
+TEST_F(SearchScreensTest, TheCopyThatStaysIsChosenByRuleFolderAndHand) {
+    makeCopies();
+    fill("tree/kept/d", 2'000'000);
+    age(at("tree/b"), 3);
+    const auto row = [&](const char* mark, const char* file) {
+        return QString::fromStdString(mark + at(file));
+    };
+    model().duplicates()->setRoot(at("tree"));
+    open(Section::Duplicates);
+    press("Find duplicates");
+    finish();
+    tabTo(QAccessible::ComboBox, "Keep: first by name");
+    key(Qt::Key_Down);
+    key(Qt::Key_Down);
+    waitToSee(row("Kept, ", "tree/b"));
+    EXPECT_TRUE(sees("Keep: oldest"));
+    click(kRow, row("Extra copy, ", "tree/kept/d"), Qt::RightButton);
+    choose("Keep Everything in This Folder");
+    waitToSee(row("Kept, ", "tree/kept/d"));
+    EXPECT_TRUE(sees(row("Extra copy, ", "tree/b")));
+    EXPECT_TRUE(sees("6 MB reclaimable"));
+    click(kRow, row("Extra copy, ", "tree/c"));
+    key(Qt::Key_Space);
+    waitToSee(row("Kept, ", "tree/c"));
+    EXPECT_TRUE(sees("4 MB reclaimable"));
+    expectLaidOut();
+    press("Review extras…");
+    finish();
+    waitToSee("2 items · *");
+    EXPECT_TRUE(sees(row("", "tree/a") + row(", Copy of ", "tree/c") + ", which stays, *"));
+    press("Clean *");
+    finish();
+    closeReport();
+    EXPECT_FALSE(exists(at("tree/a")) || exists(at("tree/b")));
+    EXPECT_TRUE(exists(at("tree/c")) && exists(at("tree/kept/d")));
+    press("Keep all in kept");
+    waitToSee(row("Extra copy, ", "tree/kept/d"));
+    EXPECT_TRUE(get(QAccessible::List, "Duplicates").hasActiveFocus());
+}
+
 TEST_F(SearchScreensTest, BothAreUsedByTheKeyboardAlone) {
     fill("tree/large", 55'000'000);
     makeCopies();

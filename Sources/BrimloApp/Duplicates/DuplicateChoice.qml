@@ -1,0 +1,67 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Brimlo
+
+// Which copy of each group stays: one chosen by a rule, and all in the kept folders.
+Flow {
+    id: choice
+
+    readonly property DuplicateSearch search: AppModel.duplicates
+
+    signal released
+
+    spacing: Theme.tight
+
+    Picker {
+        model: [qsTr("Keep: first by name"), qsTr("Keep: newest"), qsTr("Keep: oldest"), qsTr("Keep: shortest path")]
+        help: qsTr("Which copy of each group stays")
+        currentIndex: choice.search.rule
+        onActivated: index => choice.search.rule = index
+    }
+    Repeater {
+        model: choice.search.keptFolders
+
+        FolderChip {
+            required property string modelData
+
+            folder: modelData
+        }
+    }
+    OutlineButton {
+        text: qsTr("Review extras…")
+        symbol: "trash"
+        enabled: choice.search.rows.reclaimable > 0
+        onClicked: choice.search.reviewExtras()
+    }
+
+    // A kept folder. A press forgets it, and the chip is removed.
+    component FolderChip: ButtonBase {
+        id: chip
+
+        property string folder
+
+        text: qsTr("Keep all in %1").arg(Format.oneLine(Places.name(folder)))
+        symbol: "xmark"
+        symbolSize: 12
+        help: qsTr("Stop keeping every copy in %1").arg(Format.oneLine(folder))
+        width: Math.min(implicitWidth, choice.width)
+        onClicked: {
+            choice.released();
+            choice.search.release(folder);
+        }
+
+        background: Rectangle {
+            radius: height / 2
+            color: chip.hovered ? Theme.subtle : Theme.selection
+            border.width: 1
+            border.color: Theme.border
+
+            FocusRing {
+                anchors.margins: -2
+                radius: parent.radius + 2
+                shown: chip.visualFocus
+            }
+        }
+    }
+}
