@@ -76,9 +76,19 @@ std::optional<CopyChoice> choiceOf(const Arguments& arguments) {
 Groups find(const std::vector<std::string>& roots, std::int64_t minSize, ScanControl& control) {
     Console::Progress progress;
     progress.show("Looking for files of the same length…");
-    return DuplicateFinder::find(roots, minSize, &control, [&](const auto& reached) {
+    bool isComparing = false;
+    Groups groups = DuplicateFinder::find(roots, minSize, &control, [&](const auto& reached) {
+        // Before, no group can be finished, and Ctrl-C ends the program.
+        if (!std::exchange(isComparing, true)) {
+            Tool::noteInterrupts("the search stops here; what was found so far is listed");
+        }
+        if (Tool::wasInterrupted()) {
+            control.cancel();
+        }
         progress.show("Comparing " + reached.words() + "  " + Console::shortPath(reached.path));
     });
+    Tool::endOnInterrupt();
+    return groups;
 }
 
 /// Prints a group, and returns the bytes that its extras waste.
@@ -104,12 +114,17 @@ void show(const Found& found, std::int64_t minSize, std::size_t unread) {
     for (std::size_t i = 0; i < found.groups.size(); ++i) {
         wasted = Bytes::sum(wasted, show(found.groups[i], found.reasons[i]));
     }
+    const bool isIncomplete = Tool::wasInterrupted();
     Console::line(
-        found.groups.empty()
+        found.groups.empty() && isIncomplete ? "No group of equal files was finished."
+        : found.groups.empty()
             ? "No two files of " + Fmt::bytes(minSize) + " or more are equal."
             : Console::bold(
                   Console::count(found.extras(), "extra file") + ", " + Fmt::bytes(wasted)) +
                   ".");
+    if (isIncomplete) {
+        Console::line("The search was interrupted, so there may be more. Nothing was changed.");
+    }
     if (unread > 0) {
         Console::line(Console::dim(Console::count(unread, "folder") + " could not be read."));
     }
@@ -200,6 +215,14 @@ ExitCode act(
     const Found found{.groups = find(folders, arguments.minSize, control), .choice = choice};
     if (!tool.isJson()) {
         show(found, arguments.minSize, control.inaccessible().size());
+    }
+    if (Tool::wasInterrupted()) {
+        if (tool.isJson()) {
+            print(forms(found));
+        }
+        return ExitCode::interrupted;
+    }
+    if (!tool.isJson()) {
         if (found.extras() == 0) {
             return ExitCode::done;
         }

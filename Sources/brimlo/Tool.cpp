@@ -75,6 +75,8 @@ ExitCode Tool::run() const {
 }
 
 void Tool::endOnInterrupt() {
+    saidWhenNoted = nullptr;
+    std::signal(SIGPIPE, SIG_DFL);
     struct sigaction action{};
     action.sa_handler = handle;
     action.sa_flags = SA_RESTART;
@@ -82,11 +84,11 @@ void Tool::endOnInterrupt() {
 }
 
 void Tool::noteInterrupts(std::string_view words) {
-    // Nor may a closed standard output stop the clean.
-    std::signal(SIGPIPE, SIG_IGN);
     static std::string said;
     said = "\nbrimlo: " + std::string{words} + ".\n";
     saidWhenNoted = &said;
+    // Nor may a closed standard output stop the clean.
+    std::signal(SIGPIPE, SIG_IGN);
 }
 
 bool Tool::wasInterrupted() {

@@ -38,7 +38,8 @@ public:
     /// Runs the command that was parsed.
     [[nodiscard]] ExitCode run() const;
 
-    /// From here on Ctrl-C ends the program with exit code 130, on a new line.
+    /// From here on Ctrl-C ends the program with exit code 130, on a new line, and a closed pipe
+    /// ends it, too.
     static void endOnInterrupt();
 
     /// From here on Ctrl-C is only noted, with these words on standard error, and a closed pipe is

@@ -1,6 +1,9 @@
 #include "BrimloToolTests/ToolTest.h"
 
+#include <cstdint>
+#include <filesystem>
 #include <string>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -27,6 +30,27 @@ TEST_F(ToolInterruptTest, EndsALookAtOnce) {
         running.interrupt();
         EXPECT_EQ(running.wait(), (Outcome{130, "", "\n"}));
     }
+}
+
+TEST_F(ToolInterruptTest, ListsWhatASearchHasFinishedAndChangesNothing) {
+    // Equal, and nobody reads 8 TB of holes to their end.
+    for (const char* name : {"1", "2"}) {
+        std::filesystem::resize_file(write(name, ""), std::uintmax_t{8} << 40U);
+    }
+    const std::string words = "\nbrimlo: the search stops here; what was found so far is listed.\n";
+    const std::pair<std::string, std::string> cases[] = {
+        {"--trash-extras",
+         "No group of equal files was finished.\n"
+         "The search was interrupted, so there may be more. Nothing was changed.\n"},
+        {"--json",         "[]\n"                                                  },
+    };
+    for (const auto& [option, text] : cases) {
+        Running running = start({"duplicates", option, "--yes"}, {});
+        ASSERT_TRUE(comesTrue([&] { return running.notesInterrupts(); }));
+        running.interrupt();
+        EXPECT_EQ(running.wait(), (Outcome{130, text, words}));
+    }
+    EXPECT_TRUE(exists(at("1")) && exists(at("2")));
 }
 
 TEST_F(ToolInterruptTest, StopsACleanBeforeItsNextItem) {

@@ -50,10 +50,18 @@ Outcome ToolTest::Running::wait() {
 }
 
 bool ToolTest::Running::isReady() const {
+    return hasSignal("SigCgt:", SIGINT);
+}
+
+bool ToolTest::Running::notesInterrupts() const {
+    return isReady() && hasSignal("SigIgn:", SIGPIPE);
+}
+
+bool ToolTest::Running::hasSignal(const std::string& set, unsigned signal) const {
     const std::string status = Testing::contentOf("/proc/" + std::to_string(pid_) + "/status");
-    const std::size_t caught = status.find("SigCgt:");
-    return caught != std::string::npos &&
-           (std::stoull(status.substr(caught + 7), nullptr, 16) >> (SIGINT - 1U) & 1U) != 0;
+    const std::size_t place = status.find(set);
+    return place != std::string::npos &&
+           (std::stoull(status.substr(place + set.size()), nullptr, 16) >> (signal - 1U) & 1U) != 0;
 }
 
 void ToolTest::Running::interrupt() const {

@@ -33,11 +33,16 @@ protected:
 
         /// Whether it has set Ctrl-C up, so that it no longer just dies of it.
         [[nodiscard]] bool isReady() const;
+        /// Whether it now only notes Ctrl-C.
+        [[nodiscard]] bool notesInterrupts() const;
         void interrupt() const;
         [[nodiscard]] std::string errSoFar() const;
 
     private:
         friend class ToolTest;
+
+        /// Whether a signal is in one of the sets that the system tells of a process.
+        [[nodiscard]] bool hasSignal(const std::string& set, unsigned signal) const;
         pid_t pid_ = 0;
         Platform::Descriptor out_;
         Platform::Descriptor err_;

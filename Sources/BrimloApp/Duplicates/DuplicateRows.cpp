@@ -159,7 +159,7 @@ void DuplicateRows::review(int row) {
         return;
     }
     if (reason(*file) == KeepReason::keptFolder) {
-        search_.app().setBanner(
+        search_.app().banner()->show(
             QStringLiteral("Could not review it: its folder keeps every copy."));
         return;
     }

@@ -82,7 +82,7 @@ QStringList DuplicateSearch::keptFolders() const {
 
 void DuplicateSearch::keepUnder(const std::string& folder) {
     if (const auto kept = choice_.keepUnder(folder); !kept) {
-        app().setBanner(
+        app().banner()->show(
             QStringLiteral("Could not keep it: %1.").arg(shown(kept.error().description)));
         return;
     }

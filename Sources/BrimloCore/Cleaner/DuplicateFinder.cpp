@@ -101,6 +101,7 @@ std::optional<FilesBySize> filesBySize(
     }
     const Outside outside;
     FilesBySize files;
+    std::unordered_set<Platform::FileIdentity> searched;  // Roots may lie in each other.
     while (!waiting.empty()) {
         if (isCancelled(control)) {
             return std::nullopt;
@@ -112,6 +113,11 @@ std::optional<FilesBySize> filesBySize(
             if (const int code = errno; control != nullptr) {
                 control->couldNotOpen(folder.path, code);
             }
+            continue;
+        }
+        const auto self =
+            roots.size() > 1 ? Platform::entryStatus(open->number(), ".") : std::nullopt;
+        if (self && !searched.insert(self->identity).second) {
             continue;
         }
         const FolderPlace::Inside inside = folder.place.inside(open);
@@ -164,7 +170,7 @@ public:
     /// same hash.
     void addLikely(const Paths& sameSize, std::int64_t size);
 
-    /// Stage 4: the groups of equal files; empty when cancelled.
+    /// Stage 4: the groups of equal files; when cancelled, those that were finished.
     [[nodiscard]] std::vector<DuplicateGroup> groups();
 
 private:
@@ -272,7 +278,7 @@ std::vector<DuplicateGroup> Comparison::groups() {
         }
         compared_ += settled * (size - compared);
     }
-    return isCancelled(control_) ? std::vector<DuplicateGroup>{} : result;
+    return result;
 }
 
 /// Short when there are many files, so that the parts that differ have room in the memory.

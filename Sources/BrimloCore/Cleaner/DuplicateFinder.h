@@ -55,10 +55,11 @@ struct Progress {
 /// Hard links of one file count as one, and so do clones that share every byte, where the system
 /// can tell (`Platform::sharedExtents`): deleting one of them would free nothing. Folders called
 /// "Library", a Trash, and folders ending in ".photoslibrary" or ".app" are not entered; other
-/// volumes are. Empty files and those that can't be read or change meanwhile are left out;
-/// `control`, which may be null, is told of unreadable folders. Cancelled at any stage, the result
-/// is empty. Blocks; one thread; reads whole files only when length, beginning and end agree, and
-/// compares all their bytes. `progress` is called before each part of a file, at most a megabyte.
+/// volumes are. A folder that several roots lead to is searched once. Empty files and those that
+/// can't be read or change meanwhile are left out; `control`, which may be null, is told of
+/// unreadable folders. Cancelled, the result is what was finished by then, the longest files first.
+/// Blocks; one thread; reads whole files only when length, beginning and end agree, and compares
+/// all their bytes. `progress` is called before each part of a file, at most a megabyte.
 [[nodiscard]] std::vector<DuplicateGroup> find(
     const std::vector<std::string>& roots,
     std::int64_t minSize,

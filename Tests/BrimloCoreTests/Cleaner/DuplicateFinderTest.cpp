@@ -121,6 +121,16 @@ TEST_F(DuplicateFinderTest, EndsAtAnyStage) {
     };
     EXPECT_TRUE(DuplicateFinder::find({at("a")}, 1, &whileReading, progress).empty());
     EXPECT_EQ(begun, 1);
+    const Lines longer{write("a/4", content + "x"), write("a/5", content + "x")};
+    ScanControl afterTheFirst;
+    const auto untilShort = [&](const DuplicateFinder::Progress& reached) {
+        if (reached.path == equal[0]) {
+            afterTheFirst.cancel();
+        }
+    };
+    const auto finished = DuplicateFinder::find({at("a")}, 1, &afterTheFirst, untilShort);
+    ASSERT_EQ(finished.size(), 1U);
+    EXPECT_EQ(finished[0].paths(), longer);
 }
 
 TEST_F(DuplicateFinderTest, PlansForTheExtrasAndNeverForTheLastCopy) {
@@ -155,7 +165,13 @@ TEST_F(DuplicateFinderTest, PassesOverWhatCannotBeRead) {
     // The edges tell these apart, so that nobody has to read 8 TB of holes.
     fs::resize_file(write("a/sparse", "1"), std::uintmax_t{8} << 40U);
     fs::resize_file(write("a/sparse too", "2"), std::uintmax_t{8} << 40U);
-    Testing::asOrdinaryUser(home(), [&] { EXPECT_EQ(find(at("a"), 0), Groups{equal}); });
+    Testing::asOrdinaryUser(home(), [&] {
+        EXPECT_EQ(find(at("a"), 0), Groups{equal});
+        ScanControl control;
+        const Lines roots{home(), at("a"), at("a/.")};
+        EXPECT_EQ(DuplicateFinder::find(roots, 0, &control).size(), 1U);
+        EXPECT_EQ(control.inaccessible().size(), 1U) << "each folder is searched once";
+    });
 }
 
 TEST_F(DuplicateFinderTest, BelievesWhatItReadsAndNotWhatItMet) {
