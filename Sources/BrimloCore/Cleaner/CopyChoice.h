@@ -4,12 +4,14 @@
 #include "BrimloCore/Models/Error.h"
 #include "BrimloCore/Support/Uuid.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <expected>
 #include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace Brimlo {

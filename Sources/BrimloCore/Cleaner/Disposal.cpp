@@ -132,7 +132,7 @@ std::optional<Disposal::Leaving> Disposal::prepare(const CleanItem& item, Group&
         return std::nullopt;
     }
     std::optional<ComparedCopy> copy;
-    if (item.copyOf && !compare(item, verdict->resolved, copy)) {
+    if (!compare(item, verdict->resolved, copy)) {
         return std::nullopt;
     }
     JournalEntry entry = JournalEntry::make({
@@ -170,6 +170,9 @@ std::optional<Disposal::Leaving> Disposal::prepare(const CleanItem& item, Group&
 /// because reading takes long and the journal is not locked yet.
 bool Disposal::compare(
     const CleanItem& item, const std::string& path, std::optional<ComparedCopy>& copy) {
+    if (!item.copyOf) {
+        return true;
+    }
     auto compared = ComparedCopy::of(path, *item.copyOf, options_.isStopped);
     if (compared) {
         copy = *std::move(compared);

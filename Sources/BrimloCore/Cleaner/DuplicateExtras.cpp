@@ -189,9 +189,7 @@ CleanPlan plan(const std::vector<DuplicateGroup>& groups, const CopyChoice& choi
 }
 
 std::optional<std::string> cloneRefusal(const DuplicateGroup& group) {
-    const std::vector<std::string> paths = group.paths();
-    if (!paths.empty() && Platform::mayClone(paths.front()) &&
-        std::any_of(std::next(paths.begin()), paths.end(), Platform::mayClone)) {
+    if (std::ranges::count_if(group.paths(), Platform::mayClone) > 1) {
         return std::nullopt;
     }
     return "This volume has no clones. Btrfs, XFS and APFS have.";

@@ -32,8 +32,8 @@ namespace DuplicateExtras {
 [[nodiscard]] CleanPlan plan(
     const std::vector<DuplicateGroup>& groups, const CopyChoice& choice = CopyChoice{});
 
-/// Why no extra of a group can become a clone, as a sentence; nullopt when the file systems may
-/// have clones.
+/// Why no copy of a group can become a clone of another, as a sentence; nullopt when the file
+/// systems of two copies may have clones.
 [[nodiscard]] std::optional<std::string> cloneRefusal(const DuplicateGroup& group);
 
 /// Replaces each extra with a clone of the first copy that stays, with the extra's times and mode,

@@ -238,6 +238,9 @@ TEST_F(SearchScreensTest, TheCopyThatStaysIsChosenByRuleFolderAndHand) {
     waitToSee(row("Kept, ", "tree/kept/d"));
     EXPECT_TRUE(sees(row("Extra copy, ", "tree/b")));
     EXPECT_TRUE(sees("6 MB reclaimable"));
+    const QQuickItem& extra = get(kRow, row("Extra copy, ", "tree/a"));
+    clickAt(extra.mapToScene({40, extra.height() / 2}));
+    waitToSee(row("Kept, ", "tree/a"));
     click(kRow, row("Extra copy, ", "tree/c"));
     key(Qt::Key_Space);
     waitToSee(row("Kept, ", "tree/c"));

@@ -122,6 +122,14 @@ TEST_F(CopyChoiceTest, MovesNoExtraThatHasNoEqualAnyMore) {
         EXPECT_EQ(report.failures.empty() ? "" : report.failures.at(0).reason, reason);
         EXPECT_EQ(exists(at("a/2")), !reason.empty());
     }
+    // The copy that stays is in the same clean.
+    fs::remove_all(at("a"));
+    static_cast<void>(write("a/1") + write("a/2"));
+    const CleanPlan both{
+        {{.path = at("a/1")}, {.path = at("a/2"), .copyOf = at("a/1")}}
+    };
+    EXPECT_EQ(cleaner_.execute(both, DisposalMode::trash, false).processed, 1);
+    EXPECT_TRUE(exists(at("a/2")));
     // Changed after the comparison: while another item of the same group is prepared.
     fs::remove_all(at("a"));
     static_cast<void>(write("a/1") + write("a/2") + write("a/3"));

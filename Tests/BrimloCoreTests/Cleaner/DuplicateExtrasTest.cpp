@@ -62,6 +62,7 @@ TEST_F(DuplicateExtrasTest, TellsBeforehandWhereNothingCanBeCloned) {
         EXPECT_FALSE(refuses({file, noClones, file})) << "one of the extras can be";
         EXPECT_TRUE(refuses({file, noClones}));
         EXPECT_TRUE(refuses({noClones, file}));
+        EXPECT_FALSE(refuses({noClones, file, file})) << "one of the others can stay";
     });
 }
 
