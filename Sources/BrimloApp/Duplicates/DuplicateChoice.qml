@@ -9,6 +9,7 @@ Flow {
 
     readonly property DuplicateSearch search: AppModel.duplicates
 
+    // A chip was pressed and is about to be removed.
     signal released
 
     spacing: Theme.tight
@@ -26,6 +27,11 @@ Flow {
             required property string modelData
 
             folder: modelData
+            width: Math.min(implicitWidth, choice.width)
+            onClicked: {
+                choice.released();
+                choice.search.release(folder);
+            }
         }
     }
     OutlineButton {
@@ -35,7 +41,7 @@ Flow {
         onClicked: choice.search.reviewExtras()
     }
 
-    // A kept folder. A press forgets it, and the chip is removed.
+    // A kept folder, which a press forgets.
     component FolderChip: ButtonBase {
         id: chip
 
@@ -45,11 +51,6 @@ Flow {
         symbol: "xmark"
         symbolSize: 12
         help: qsTr("Stop keeping every copy in %1").arg(Format.oneLine(folder))
-        width: Math.min(implicitWidth, choice.width)
-        onClicked: {
-            choice.released();
-            choice.search.release(folder);
-        }
 
         background: Rectangle {
             radius: height / 2

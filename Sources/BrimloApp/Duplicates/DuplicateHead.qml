@@ -55,14 +55,14 @@ RowLayout {
 
         text: qsTr("Replace with clones")
         symbol: "doc.on.doc"
-        enabled: AppModel.busy === "" && head.cloneRefusal === ""
+        enabled: AppModel.busy === "" && head.cloneRefusal === "" && head.wasted > 0
         isCurrent: head.isCurrent
         onClicked: head.cloned()
     }
     RowButton {
         text: qsTr("Trash extras")
         symbol: "trash"
-        enabled: !AppModel.cleanup.isCleaning
+        enabled: !AppModel.cleanup.isCleaning && head.wasted > 0
         isCurrent: head.isCurrent
         onClicked: head.trashed()
     }
