@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -222,10 +223,8 @@ ExitCode act(
         }
         return ExitCode::interrupted;
     }
-    if (!tool.isJson()) {
-        if (found.extras() == 0) {
-            return ExitCode::done;
-        }
+    if (!tool.isJson() && found.extras() == 0) {
+        return ExitCode::done;
     }
     if (arguments.trashExtras) {
         const CleanPlan plan = DuplicateExtras::plan(found.groups, choice);
@@ -285,7 +284,7 @@ void addKeepOptions(CLI::App& command, Arguments& arguments) {
         .add_option(
             "--keep-under", arguments.keepUnder, "Keep every copy in this folder, whatever else")
         ->allow_extra_args(false)
-        ->type_name("DIR");
+        ->type_name("PATH");
 }
 
 }  // namespace

@@ -51,7 +51,7 @@ Screen {
             ResultsBar {
                 folder: screen.search.root
                 text: screen.rows.groupCount === 1 ? qsTr("1 group of identical files") : qsTr("%1 groups of identical files").arg(Format.count(screen.rows.groupCount))
-                line: (screen.search.hasSearched ? qsTr("%1 reclaimable") : qsTr("%1 reclaimable so far. The search was cancelled, so there may be more.")).arg(Format.bytes(screen.rows.reclaimable))
+                line: (screen.search.hasSearched ? qsTr("%1 reclaimable") : qsTr("%1 reclaimable so far; the search was cancelled")).arg(Format.bytes(screen.rows.reclaimable))
                 onFolderChosen: path => screen.search.root = path
                 onSearchWanted: screen.search.find()
                 Layout.fillWidth: true

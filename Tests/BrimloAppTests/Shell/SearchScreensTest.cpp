@@ -163,7 +163,7 @@ TEST_F(SearchScreensTest, DuplicatesShowsTheFirstStateThatHolds) {
     auto groups = model().duplicates()->groups();
     EXPECT_EQ(isEnabled("Replace with clones"), !DuplicateExtras::cloneRefusal(groups.at(0)));
     model().duplicates()->show({});
-    EXPECT_TRUE(sees("3 MB reclaimable so far. The search was cancelled, so there may be more."));
+    EXPECT_TRUE(sees("3 MB reclaimable so far; the search was cancelled"));
     // As if the volume had clones: what is refused is known by the group's id.
     groups.at(0).id = Uuid::random();
     model().duplicates()->setGroups(groups);
