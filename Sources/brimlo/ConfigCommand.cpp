@@ -27,7 +27,7 @@ struct Setting {
     std::string_view meaning;
 };
 
-constexpr std::array<Setting, 6> kSettings{
+constexpr std::array<Setting, 7> kSettings{
     {
      {"auto-clean-enabled",
          "autoCleanEnabled",
@@ -53,6 +53,10 @@ constexpr std::array<Setting, 6> kSettings{
          "cliInstallOffered",
          &AppConfig::cliInstallOffered,
          "this tool has been offered once"},
+     {"remember-scans",
+         "rememberScans",
+         &AppConfig::rememberScans,
+         "a finished scan leaves a record to compare with later"},
      }
 };
 

@@ -90,7 +90,7 @@ TEST_F(ToolUsageTest, AnswersWithOneDocumentOfTheTypesFields) {
          "{skippedReason,planned[],purge{bytes,removed,failures[]},purgedFromTrash}"                    },
         {{"config"},
          "{autoCleanEnabled,freeSpaceThresholdGB,staleDays,trashRetentionDays,"
-         "autoCleanIncludesCustomRules,cliInstallOffered}"                                              },
+         "autoCleanIncludesCustomRules,cliInstallOffered,rememberScans}"                                              },
         {{"config", "stale-days", "60"},             "{staleDays}"                                      },
         {{"config", "--never-suggest", "npm.cache"}, "{paths[],rules[]}"                                },
         {{"rules", "disable", "npm.cache"},          "{id,enabled}"                                     },

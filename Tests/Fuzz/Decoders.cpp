@@ -7,6 +7,7 @@
 #include "BrimloCore/Platform/Linux/DesktopEntry.h"
 #include "BrimloCore/Platform/Linux/TrashInfo.h"
 #include "BrimloCore/Platform/PeriodicJob.h"
+#include "BrimloCore/ScanRecords/Growth.h"
 #include "BrimloCore/Support/AppConfig.h"
 #include "BrimloCore/Support/Dates.h"
 #include "BrimloCore/Support/Files.h"
@@ -215,6 +216,26 @@ void date(const std::string& bytes) {
     }
 }
 
+/// The bytes as they are, and between a head and a hash that are right.
+void scanRecord(const std::string& bytes) {
+    static const ScanRecord kOther{.root = "/", .folders = {{.size = 1}}};
+    std::string whole = "Brimlo scan 1\n" + bytes;
+    const std::uint64_t hash = ScanRecord::hash(whole);
+    for (unsigned shift = 0; shift < 64; shift += 8) {
+        whole.push_back(static_cast<char>(static_cast<unsigned char>(hash >> shift)));
+    }
+    for (const std::string& each : {bytes, whole}) {
+        const auto record = ScanRecord::decode(each);
+        if (!record) {
+            continue;
+        }
+        demand(ScanRecord::decode(record->encode()) == record, "a record can be read again");
+        demand(Growth::between(*record, *record).folders.empty(), "nothing grew at once");
+        static_cast<void>(Growth::between(*record, kOther));
+        static_cast<void>(Growth::between(kOther, *record));
+    }
+}
+
 }  // namespace
 
 std::span<const Target> decoders() {
@@ -228,6 +249,7 @@ std::span<const Target> decoders() {
         Target{"configuration",  configuration},
         Target{"disabled-rules", disabledRules},
         Target{"left-alone",     leftAlone    },
+        Target{"scan-record",    scanRecord   },
         Target{"docker-objects", dockerObjects},
         Target{"docker-sizes",   dockerSizes  },
         Target{"job",            job          },

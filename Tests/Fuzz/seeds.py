@@ -29,6 +29,7 @@ ENTRY = {
 CONFIG = {
     "autoCleanEnabled": True, "freeSpaceThresholdGB": 30, "staleDays": 90,
     "trashRetentionDays": 7, "autoCleanIncludesCustomRules": False, "cliInstallOffered": True,
+    "rememberScans": False,
 }  # fmt: skip
 DOCKER = {
     "Images": [{"Containers": "0", "ID": "sha256:1", "Repository": "<none>", "Tag": "<none>", "Size": "1.5GB"}],
@@ -52,6 +53,8 @@ TEXTS = {
                    "Path=%", "Path=%zz%00", "a" * 300 + ".tar.gz", "\u00e9" * 130, "\xff\xfe%\n"],
     "desktop-entry": ["[Desktop Entry]\nType=Application\nName=A\nExec=/bin/sh -c \"a b\" %U\n",
                       "[Desktop Entry]\nName=B\nExec=env A=1 sh\nTryExec=sh\n", "Exec=\"", "Exec=%"],
+    "scan-record": [b"\x02/a\x01\x09\x07\x03\x00\x00\x32\x04\x05\x01\x01b\x14\x02\x06\x01\x01c\x0a\x01\x07",
+                    b"Brimlo scan 1\n", b"Brimlo scan 2\n", b"\x01/" + b"\xff" * 30],
     "date": ["2026-03-01T09:30:00Z", "2026-03-01T09:30:00+02:00", "9999-12-31T23:59:60Z",
              "0000-00-00T00:00:00Z", "-001-01-01T00:00:00Z"],
     "wildcard": ["name\nn*e", "a/b\n*", ".x\n?x", "a\n\\a", "a]\n[]]]", "aaaaaaaaaaaaaaaaaaaa\n" + "*a" * 12 + "b",

@@ -61,6 +61,7 @@ std::expected<AppConfig, std::string> decode(std::string_view text) {
     config.autoCleanIncludesCustomRules =
         reader.flagOr("autoCleanIncludesCustomRules", config.autoCleanIncludesCustomRules);
     config.cliInstallOffered = reader.flagOr("cliInstallOffered", config.cliInstallOffered);
+    config.rememberScans = reader.flagOr("rememberScans", config.rememberScans);
     if (const auto fault = reader.error() ? reader.error() : excess(config)) {
         return std::unexpected(*fault);
     }
@@ -89,6 +90,7 @@ std::expected<void, Error> write(const AppConfig& config, const std::string& pat
         {"trashRetentionDays",           config.trashRetentionDays          },
         {"autoCleanIncludesCustomRules", config.autoCleanIncludesCustomRules},
         {"cliInstallOffered",            config.cliInstallOffered           },
+        {"rememberScans",                config.rememberScans               },
     };
     return AtomicFile::write(path, Json::pretty(object));
 }

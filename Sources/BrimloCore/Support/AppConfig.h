@@ -18,6 +18,7 @@ struct AppConfig {
     std::int64_t trashRetentionDays = 7;     ///< Days before own items are purged from the Trash.
     bool autoCleanIncludesCustomRules = false;  ///< Auto-clean may act on the user's own rules.
     bool cliInstallOffered = false;             ///< The command line tool has been offered once.
+    bool rememberScans = true;  ///< A finished scan leaves a record (`ScanHistory`).
 
     bool operator==(const AppConfig&) const = default;
 
