@@ -97,6 +97,15 @@ std::string size(std::int64_t bytes) {
     return right(Fmt::bytes(bytes), kWidth);
 }
 
+std::string localTime(std::chrono::sys_seconds time) {
+    const std::time_t seconds = time.time_since_epoch().count();
+    std::tm local{};
+    localtime_r(&seconds, &local);
+    std::array<char, 32> text{};
+    const std::size_t length = std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M", &local);
+    return {text.data(), length};
+}
+
 std::string shortPath(std::string_view path) {
     return Text::printable(UserRules::tildeForm(path));
 }

@@ -5,6 +5,7 @@
 #include "BrimloCore/DiskScanner/ScanControl.h"
 #include "BrimloCore/Models/CleanupRule.h"
 
+#include <chrono>
 #include <condition_variable>
 #include <cstddef>
 #include <cstdint>
@@ -37,6 +38,9 @@ void paragraph(std::string_view text);
 
 /// A size, padded to a fixed width.
 [[nodiscard]] std::string size(std::int64_t bytes);
+
+/// A time of the user's zone, for example "2026-03-01 09:30".
+[[nodiscard]] std::string localTime(std::chrono::sys_seconds time);
 
 /// A printable path with "~" for the home folder.
 [[nodiscard]] std::string shortPath(std::string_view path);

@@ -7,22 +7,11 @@
 #include "brimlo/Console.h"
 #include "brimlo/JsonForms.h"
 
-#include <array>
-#include <ctime>
 #include <memory>
 
 namespace Brimlo {
 
 namespace {
-
-std::string localTime(std::chrono::sys_seconds date) {
-    const std::time_t seconds = date.time_since_epoch().count();
-    std::tm local{};
-    localtime_r(&seconds, &local);
-    std::array<char, 32> text{};
-    const std::size_t length = std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M", &local);
-    return {text.data(), length};
-}
 
 std::string_view word(JournalEntry::State state) {
     switch (state) {
@@ -41,8 +30,9 @@ std::string_view word(JournalEntry::State state) {
 void show(const HistoryBatch& batch) {
     const std::int64_t total = Bytes::total(batch.items, &JournalEntry::size);
     Console::line(
-        Console::bold(localTime(batch.date())) + "  " + Console::count(batch.items.size(), "item") +
-        ", " + Fmt::bytes(total) + Console::dim("  batch " + batch.id.text()));
+        Console::bold(Console::localTime(batch.date())) + "  " +
+        Console::count(batch.items.size(), "item") + ", " + Fmt::bytes(total) +
+        Console::dim("  batch " + batch.id.text()));
     constexpr std::size_t kShownDigits = 8;
     constexpr std::size_t kStateWidth = 8;
     for (const JournalEntry& entry : batch.items) {

@@ -43,6 +43,13 @@ void addIfPresent(Json::Object& object, std::string_view key, const std::optiona
     }
 }
 
+Json::Object total(const Growth::Total& total) {
+    return {
+        {"size",      total.size     },
+        {"fileCount", total.fileCount}
+    };
+}
+
 }  // namespace
 
 Json::Value path(std::string_view path) {
@@ -174,6 +181,30 @@ Json::Object node(const FileNode& node) {
         {"isAggregate", node.isAggregate            },
         {"modified",    Dates::format(node.modified)},
         {"fileCount",   node.fileCount              },
+    };
+}
+
+Json::Object growth(const Growth& growth) {
+    Json::Array folders;
+    for (const Growth::Folder& folder : growth.folders) {
+        Json::Object object{
+            {"kind",  Growth::rawValue(folder.kind)},
+            {"path",  path(folder.path)            },
+            {"least", folder.least                 },
+            {"most",  folder.most                  },
+        };
+        if (folder.formerPath) {
+            object.emplace("formerPath", path(*folder.formerPath));
+        }
+        addIfPresent(object, "before", folder.before.transform(total));
+        addIfPresent(object, "now", folder.now.transform(total));
+        folders.push_back(std::move(object));
+    }
+    return {
+        {"since",   Dates::format(growth.since)},
+        {"before",  total(growth.before)       },
+        {"now",     total(growth.now)          },
+        {"folders", std::move(folders)         },
     };
 }
 

@@ -10,6 +10,7 @@
 #include "BrimloCore/Journal/JournalEntry.h"
 #include "BrimloCore/Models/Suggestion.h"
 #include "BrimloCore/RulePacks/Coverage.h"
+#include "BrimloCore/ScanRecords/Growth.h"
 #include "BrimloCore/Support/Json.h"
 #include "BrimloCore/SystemSpace/SystemSpace.h"
 #include "BrimloCore/UserRules/RuleValidation.h"
@@ -36,6 +37,7 @@ namespace Brimlo::JsonForms {
 [[nodiscard]] Json::Value entry(const JournalEntry& entry);
 /// Without the children.
 [[nodiscard]] Json::Object node(const FileNode& node);
+[[nodiscard]] Json::Object growth(const Growth& growth);
 /// `reasons` tell which of its copies stay.
 [[nodiscard]] Json::Object duplicates(
     const DuplicateGroup& group, const CopyChoice::Reasons& reasons);

@@ -1,5 +1,9 @@
 #include "BrimloCore/DiskScanner/DiskScanner.h"
 #include "BrimloCore/DiskScanner/UnreadableFolders.h"
+#include "BrimloCore/Platform/Fmt.h"
+#include "BrimloCore/ScanRecords/Growth.h"
+#include "BrimloCore/ScanRecords/ScanHistory.h"
+#include "BrimloCore/Support/Dates.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
 #include "brimlo/Commands.h"
@@ -36,7 +40,11 @@ struct Arguments {
     std::optional<std::int64_t> depth;
     std::string sort = "size";
     bool ascending = false;
+    std::string since;  ///< "last", a day, or empty.
+    bool forgets = false;
 };
+
+constexpr std::string_view kLast = "last";
 
 /// What is printed of a tree, and in which order.
 struct View {
@@ -107,7 +115,91 @@ void show(const std::vector<UnreadableArea>& areas) {
     }
 }
 
+/// What the number of bytes alone does not say.
+std::string remark(const Growth::Folder& folder) {
+    switch (folder.kind) {
+        case Growth::Kind::appeared:
+            return "new, or too small to be listed before";
+        case Growth::Kind::vanished:
+            return "gone, or too small to be listed now";
+        case Growth::Kind::moved:
+            return "moved from " + Console::shortPath(*folder.formerPath);
+        case Growth::Kind::changed:
+            break;
+    }
+    return folder.least == folder.most ? "" : "at least";
+}
+
+std::string change(std::int64_t bytes) {
+    return (bytes > 0 ? "+" : bytes < 0 ? "-" : "") + Fmt::bytes(std::abs(bytes));
+}
+
+void show(const Growth& growth, const std::string& root) {
+    constexpr std::size_t kChangeWidth = 11;
+    Console::line(
+        Console::bold(Console::shortPath(root)) + " has " + Fmt::bytes(growth.now.size) + ", " +
+        change(growth.now.size - growth.before.size) + " since " +
+        Console::localTime(growth.since) + ".");
+    if (growth.folders.empty()) {
+        Console::line("No folder changed.");
+    }
+    for (const Growth::Folder& folder : growth.folders) {
+        const std::string words = remark(folder);
+        Console::line(
+            Console::right(change(folder.sure()), kChangeWidth) + "  " +
+            Console::shortPath(folder.path) + (words.empty() ? "" : Console::dim("  " + words)));
+    }
+}
+
+/// What to compare with, after complaints about what could not be used.
+std::optional<ScanRecord> earlier(const std::string& root, const std::string& since) {
+    const auto latest = since == kLast ? std::nullopt : Dates::endOfDay(since);
+    ScanHistory::Found found = ScanHistory::newest(root, latest);
+    for (const std::string& sentence : found.refused) {
+        complain(sentence);
+    }
+    if (!found.record) {
+        complain(
+            "No scan of " + root + (since == kLast ? "" : " from " + since + " or earlier") +
+            " is on record, so there is nothing to compare with.");
+    }
+    return std::move(found.record);
+}
+
+ExitCode forget(const Tool& tool) {
+    const auto done = ScanHistory::forget();
+    if (!done) {
+        complain("The records could not be removed: " + done.error().description + ".");
+        return ExitCode::problems;
+    }
+    if (tool.isJson()) {
+        print(Json::Object{});
+    } else {
+        Console::line("The records of earlier scans are removed.");
+    }
+    return ExitCode::done;
+}
+
+/// Leaves the record of a scan, after a comparison with an earlier one if that is asked for.
+std::optional<Growth> compare(const FileNode& tree, const std::string& since) {
+    const auto now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
+    const ScanRecord record = ScanRecord::of(tree, now);
+    std::optional<Growth> growth;
+    if (!since.empty()) {
+        growth = earlier(record.root, since).transform([&](const ScanRecord& before) {
+            return Growth::between(before, record);
+        });
+    }
+    if (const auto kept = ScanHistory::remember(record); !kept) {
+        complain("The record of this scan could not be kept: " + kept.error().description + ".");
+    }
+    return growth;
+}
+
 ExitCode run(const Arguments& arguments, const Tool& tool) {
+    if (arguments.forgets) {
+        return forget(tool);
+    }
     const std::string root = meantPath(arguments.path);
     const auto control = std::make_shared<ScanControl>();
     std::shared_ptr<FileNode> tree;
@@ -122,16 +214,26 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
     const std::vector<UnreadableArea> areas =
         UnreadableFolders::group(*control, StoragePaths::home());
     const View view = viewOf(arguments, tool.isJson());
-    if (!tool.isJson()) {
+    const std::optional<Growth> growth = compare(*tree, arguments.since);
+    const bool isAnswered = growth || arguments.since.empty();
+    if (tool.isJson()) {
+        Json::Object document{
+            {"root", form(*tree, view)},
+            {"unreadable", JsonForms::areas(areas)},
+        };
+        if (growth) {
+            document.emplace("growth", JsonForms::growth(*growth));
+        }
+        print(document);
+    } else if (growth) {
+        show(*growth, root);
+    } else if (isAnswered) {
         show(*tree, view, 0);
-        show(areas);
-        return ExitCode::done;
     }
-    print(Json::Object{
-        {"root", form(*tree, view)},
-        {"unreadable", JsonForms::areas(areas)},
-    });
-    return ExitCode::done;
+    if (!tool.isJson() && isAnswered) {
+        show(areas);
+    }
+    return isAnswered ? ExitCode::done : ExitCode::problems;
 }
 
 }  // namespace
@@ -159,9 +261,23 @@ void addScanCommand(CLI::App& app, Tool& tool) {
         ->check(CLI::IsMember(words))
         ->type_name("KEY");
     command->add_flag("--ascending", arguments->ascending, "Smallest, first or oldest on top");
+    const auto isMoment = [](const std::string& text) {
+        return text == kLast || Dates::endOfDay(text)
+                   ? std::string{}
+                   : "\"" + text + "\" is neither \"last\" nor a day such as 2026-03-01.";
+    };
+    CLI::Option* since = command->add_option(
+        "--since",
+        arguments->since,
+        "Show what grew, went and moved since the last scan, or the last one of a day or before");
+    since->type_name("WHEN")->check(CLI::Validator{isMoment, ""});
+    command->add_flag("--forget", arguments->forgets, "Remove the records of all earlier scans")
+        ->excludes(since);
     command->footer(
         "Sizes are what the disk really holds: sparse files count as their blocks, a file with\n"
-        "several names counts once. What is small in a crowded folder is shown as one line.");
+        "several names counts once. What is small in a crowded folder is shown as one line.\n"
+        "A finished scan leaves a record of its folders of 1 MiB or more, unless the setting\n"
+        "remember-scans is false.");
 }
 
 }  // namespace Brimlo

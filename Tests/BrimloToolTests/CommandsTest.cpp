@@ -1,5 +1,6 @@
 #include "BrimloToolTests/ToolTest.h"
 
+#include <filesystem>
 #include <tuple>
 
 namespace Brimlo::Testing {
@@ -70,6 +71,38 @@ TEST_F(CommandsTest, TellsWhatIsWrong) {
         EXPECT_EQ(there.exitCode, 0) << there.err;
     }
     EXPECT_EQ(run({"backup", "a/1/.."}).exitCode, 2);
+}
+
+TEST_F(CommandsTest, TellsWhatGrewSinceAnEarlierScan) {
+    const auto growth = [](const std::string& since) {
+        return run({"scan", "a", "--since", since});
+    };
+    const std::string none = "is on record, so there is nothing to compare with.\n";
+    fill("a/old/1", 3'000'000);
+    fill("a/kept/sub/1", 3'000'000);
+    fill("a/moving/1", 3'000'000);
+    EXPECT_EQ(growth("last"), (Outcome{1, "", "brimlo: No scan of " + at("a") + " " + none}));
+    fill("a/kept/sub/2", 5'000'000);
+    fill("a/new/1", 7'000'000);
+    std::filesystem::remove_all(at("a/old"));
+    std::filesystem::rename(at("a/moving"), at("a/kept/moved"));
+    const Outcome outcome = growth("2999-12-31");
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.err;
+    EXPECT_THAT(
+        outcome.out,
+        testing::MatchesRegex("~/a has 18 MB, \\+9 MB since [^\n]+\\.\n"
+                              " +\\+[67][^\n]* MB  ~/a/new  new, or too small to be listed before\n"
+                              " +\\+5 MB  ~/a/kept/sub\n"
+                              " +0 bytes  ~/a/kept/moved  moved from ~/a/moving\n"
+                              " +-[23][^\n]* MB  ~/a/old  gone, or too small to be listed now\n"));
+    EXPECT_EQ(
+        growth("2001-01-01").err,
+        "brimlo: No scan of " + at("a") + " from 2001-01-01 or earlier " + none);
+    EXPECT_EQ(
+        shape(answer({"scan", "a", "--since", "last", "--depth", "0"}).at("growth")),
+        "{since,before{size,fileCount},now{size,fileCount},folders[]}");
+    EXPECT_EQ(run({"scan", "--forget"}).exitCode, 0);
+    EXPECT_EQ(growth("last").exitCode, 1);
 }
 
 TEST_F(CommandsTest, TrashesTheExtrasAndPutsThemBack) {

@@ -49,6 +49,9 @@ TEST_F(ToolUsageTest, TellsWrongUsageInOneSentence) {
         {{"config", "foo"},                             "There is no setting \"foo\"; \"brimlo config\" lists them." },
         {{"config", "stale-days", "36501"},
          "stale-days takes a whole number from 0 to 36500, not \"36501\"."                                           },
+        {{"scan", "--since", "2026-02-30"},
+         "--since: \"2026-02-30\" is neither \"last\" nor a day such as 2026-03-01."                                 },
+        {{"scan", "--since", "last", "--forget"},       any                                                          },
         {{"rules", "show", "\x1b[31m\n\xff"},           "No rule is called \"\uFFFD[31m\uFFFD\uFFFD\"."              },
     };
     write("file");
@@ -90,7 +93,7 @@ TEST_F(ToolUsageTest, AnswersWithOneDocumentOfTheTypesFields) {
          "{skippedReason,planned[],purge{bytes,removed,failures[]},purgedFromTrash}"                    },
         {{"config"},
          "{autoCleanEnabled,freeSpaceThresholdGB,staleDays,trashRetentionDays,"
-         "autoCleanIncludesCustomRules,cliInstallOffered,rememberScans}"                                              },
+         "autoCleanIncludesCustomRules,cliInstallOffered,rememberScans}"                                },
         {{"config", "stale-days", "60"},             "{staleDays}"                                      },
         {{"config", "--never-suggest", "npm.cache"}, "{paths[],rules[]}"                                },
         {{"rules", "disable", "npm.cache"},          "{id,enabled}"                                     },

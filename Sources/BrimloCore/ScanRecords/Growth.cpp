@@ -3,6 +3,7 @@
 #include "BrimloCore/Models/Bytes.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <functional>
 #include <iterator>
@@ -161,6 +162,11 @@ std::vector<Growth::Folder> vanished(const ScanRecord& before, const Lacking& mi
 
 }  // namespace
 
+std::string_view Growth::rawValue(Kind kind) {
+    constexpr std::array<std::string_view, 4> kWords{"changed", "appeared", "vanished", "moved"};
+    return kWords[static_cast<std::size_t>(kind)];
+}
+
 Growth Growth::between(const ScanRecord& before, const ScanRecord& now) {
     Growth growth{
         .since = before.time,
@@ -194,7 +200,7 @@ Growth Growth::between(const ScanRecord& before, const ScanRecord& now) {
              .most = change + extra.hiddenIn[old]});
     }
     std::erase_if(growth.folders, [](const Folder& folder) {
-        return folder.kind != Kind::moved && folder.least <= 0 && folder.most >= 0;
+        return folder.kind != Kind::moved && folder.sure() == 0;
     });
     std::ranges::stable_sort(growth.folders, std::ranges::greater{}, &Folder::least);
     return growth;

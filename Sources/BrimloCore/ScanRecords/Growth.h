@@ -2,10 +2,12 @@
 
 #include "BrimloCore/ScanRecords/ScanRecord.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace Brimlo {
@@ -42,8 +44,16 @@ struct Growth {
         std::int64_t least = 0;
         std::int64_t most = 0;
 
+        /// The part of the change that is sure; 0 where it may be none.
+        [[nodiscard]] std::int64_t sure() const {
+            return least > 0 ? least : std::min<std::int64_t>(most, 0);
+        }
+
         bool operator==(const Folder&) const = default;
     };
+
+    /// The word for a kind: "changed", "appeared", "vanished" or "moved".
+    [[nodiscard]] static std::string_view rawValue(Kind kind);
 
     std::chrono::sys_seconds since;
     Total before;

@@ -111,6 +111,18 @@ std::optional<sys_seconds> parse(std::string_view text) {
     return date >= kFirst && date < kEnd ? std::optional{date} : std::nullopt;
 }
 
+std::optional<std::chrono::sys_seconds> endOfDay(std::string_view text) {
+    const auto end = parse(std::string{text} + "T23:59:59Z");
+    if (!end) {
+        return std::nullopt;
+    }
+    const std::time_t inUniversalTime = end->time_since_epoch().count();
+    std::tm day{};
+    gmtime_r(&inUniversalTime, &day);
+    day.tm_isdst = -1;  // The system knows.
+    return std::chrono::sys_seconds{std::chrono::seconds{std::mktime(&day)}};
+}
+
 std::time_t daysBefore(std::time_t now, std::int64_t count) {
     std::int64_t span = 0;
     std::int64_t moment = 0;

@@ -17,6 +17,9 @@ namespace Brimlo::Dates {
 /// The date in a text that ends in "Z" or in an offset such as "+02:00"; nullopt for other texts.
 [[nodiscard]] std::optional<std::chrono::sys_seconds> parse(std::string_view text);
 
+/// The last second of a day in local time, from a text such as "2026-03-01"; nullopt for others.
+[[nodiscard]] std::optional<std::chrono::sys_seconds> endOfDay(std::string_view text);
+
 /// `now` minus `count` days, clamped to time_t.
 [[nodiscard]] std::time_t daysBefore(std::time_t now, std::int64_t count);
 
