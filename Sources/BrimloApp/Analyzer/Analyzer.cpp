@@ -5,6 +5,7 @@
 #include "BrimloApp/Shell/FolderSearch.h"
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloCore/DiskScanner/DiskScanner.h"
+#include "BrimloCore/ScanRecords/ScanHistory.h"
 #include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/StoragePaths.h"
 
@@ -33,6 +34,12 @@ FileNode* nodeOf(std::string_view path, FileNode* top) {
         node = found == node->children().end() ? nullptr : *found;
     }
     return node;
+}
+
+/// For a later comparison. A failure is not told: the scan itself is complete without it.
+void leaveRecord(const FileNode& tree) {
+    const auto now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
+    static_cast<void>(ScanHistory::remember(ScanRecord::of(tree, now)));
 }
 
 void removeNode(std::string_view path, const std::shared_ptr<FileNode>& top) {
@@ -94,6 +101,9 @@ void Analyzer::scan() {
         [control = scanControl_, root = scanRoot_] {
             DiskScanner scanner{control, ScanOptions{}};
             Node tree = scanner.scan(root);
+            if (tree && !control->isCancelled()) {
+                leaveRecord(*tree);
+            }
             return Scanned{.root = std::move(tree), .unseen = AreaRows::Unseen::of(*control)};
         },
         [control = scanControl_](Analyzer& analyzer, Scanned scanned) {

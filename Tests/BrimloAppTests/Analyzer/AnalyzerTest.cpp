@@ -8,6 +8,7 @@
 #include "BrimloApp/SmartClean/SmartClean.h"
 #include "BrimloAppTests/Support/ModelTest.h"
 #include "BrimloCore/DiskScanner/FileTree.h"
+#include "BrimloCore/ScanRecords/ScanHistory.h"
 
 #include <QtTest/QSignalSpy>
 #include <gmock/gmock.h>
@@ -84,6 +85,8 @@ TEST_F(AnalyzerTest, ThrowsTheTreeOfACancelledScanAway) {
     model().analyzer()->cancelScan();
     finish();
     EXPECT_FALSE(model().analyzer()->hasTree());
+    EXPECT_TRUE(ScanHistory::newest(at("tree")).record) << "of the scan that ended";
+    EXPECT_FALSE(ScanHistory::newest("/usr").record);
     EXPECT_THAT(model().analyzer()->rows()->nodes(), IsEmpty());
     // Nor is there a tree of what has nothing to give.
     model().analyzer()->startScan(at("nowhere"));
