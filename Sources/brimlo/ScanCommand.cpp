@@ -127,7 +127,7 @@ std::string remark(const Growth::Folder& folder) {
         case Growth::Kind::changed:
             break;
     }
-    return folder.least == folder.most ? "" : "at least";
+    return folder.least == folder.most ? "" : "at least, beside its small folders";
 }
 
 std::string change(std::int64_t bytes) {

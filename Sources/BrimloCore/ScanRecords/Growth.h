@@ -14,9 +14,9 @@ namespace Brimlo {
 
 /// What changed in a folder between two scans of it.
 ///
-/// Each change is told once, in the smallest listed folder that holds it. A record knows nothing of
-/// a folder below its floor but that bound, so a change is a least and a most, and it is told only
-/// if it is none of both signs: what may be no change is not told.
+/// Each change is told once, in the smallest listed folder that holds it. Of a folder that a record
+/// does not list only the floor is known, so a change has a least and a most. A folder that may not
+/// have changed is not told, unless it moved.
 struct Growth {
     enum class Kind {
         changed,   ///< It grew or shrank.
