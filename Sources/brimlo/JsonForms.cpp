@@ -68,7 +68,7 @@ Json::Array items(const std::vector<SuggestionItem>& items) {
             object.emplace("detail", path(*item.detail));
         }
         addIfPresent(object, "subtitle", item.subtitle);
-        object.emplace("freedBytes", SpaceUse{item.size, item.shared}.freedAlone());
+        object.emplace("freedBytes", useOf(item).freedAlone());
         array.push_back(std::move(object));
     }
     return array;

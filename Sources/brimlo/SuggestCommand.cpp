@@ -1,6 +1,5 @@
 #include "BrimloCore/Cleaner/CleanPlan.h"
 #include "BrimloCore/LeftAlone/LeftAlone.h"
-#include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Platform/Fmt.h"
 #include "BrimloCore/RulePacks/Catalog.h"
 #include "BrimloCore/SuggestionEngine/SuggestionEngine.h"
@@ -120,14 +119,14 @@ void show(const Suggestion& suggestion, const Arguments& arguments) {
 }
 
 void showAll(const std::vector<Suggestion>& suggestions, const Arguments& arguments) {
-    std::int64_t total = 0;
-    std::int64_t preselected = 0;
+    FreedSpace total;
+    FreedSpace preselected;
     for (const Suggestion& suggestion : suggestions) {
         show(suggestion, arguments);
-        total = Bytes::sum(total, suggestion.totalSize());
         for (const SuggestionItem& item : suggestion.items) {
+            total.add(useOf(item));
             if (suggestion.preselectedPaths.contains(item.path)) {
-                preselected = Bytes::sum(preselected, item.size);
+                preselected.add(useOf(item));
             }
         }
     }
@@ -136,8 +135,8 @@ void showAll(const std::vector<Suggestion>& suggestions, const Arguments& argume
         return;
     }
     Console::line(
-        Console::bold(Fmt::bytes(total)) + " can be cleaned; " +
-        Console::bold(Fmt::bytes(preselected)) + " of it is preselected [x].");
+        Console::bold(Fmt::bytes(total.bytes())) + " can be cleaned; " +
+        Console::bold(Fmt::bytes(preselected.bytes())) + " of it is preselected [x].");
     Console::line("\"brimlo clean --preselected --dry-run\" shows what that would take.");
 }
 

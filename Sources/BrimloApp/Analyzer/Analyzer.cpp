@@ -36,10 +36,13 @@ FileNode* nodeOf(std::string_view path, FileNode* top) {
     return node;
 }
 
-/// For a later comparison. A failure is not told: the scan itself is complete without it.
-void leaveRecord(const FileNode& tree) {
+/// Leaves a record for a later comparison, and gives the one before it. A failure is not told: the
+/// scan itself is complete without it.
+std::optional<ScanRecord> exchangeRecords(const FileNode& tree) {
+    auto earlier = ScanHistory::newest(tree.path()).record;
     const auto now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
     static_cast<void>(ScanHistory::remember(ScanRecord::of(tree, now)));
+    return earlier;
 }
 
 void removeNode(std::string_view path, const std::shared_ptr<FileNode>& top) {
@@ -94,6 +97,7 @@ void Analyzer::scan() {
 
     struct Scanned {
         Node root;
+        std::optional<ScanRecord> earlier;
         AreaRows::Unseen unseen;
     };
     runInBackground(
@@ -101,10 +105,14 @@ void Analyzer::scan() {
         [control = scanControl_, root = scanRoot_] {
             DiskScanner scanner{control, ScanOptions{}};
             Node tree = scanner.scan(root);
+            std::optional<ScanRecord> earlier;
             if (tree && !control->isCancelled()) {
-                leaveRecord(*tree);
+                earlier = exchangeRecords(*tree);
             }
-            return Scanned{.root = std::move(tree), .unseen = AreaRows::Unseen::of(*control)};
+            return Scanned{
+                .root = std::move(tree),
+                .earlier = std::move(earlier),
+                .unseen = AreaRows::Unseen::of(*control)};
         },
         [control = scanControl_](Analyzer& analyzer, Scanned scanned) {
             analyzer.scanSampling_.reset();
@@ -118,6 +126,7 @@ void Analyzer::scan() {
                 for (const std::string& path : went) {
                     removeNode(path, scanned.root);
                 }
+                analyzer.compare(scanned.earlier);
                 analyzer.setTree(std::move(scanned.root));
                 if (FileNode* const folder = nodeOf(reopened, analyzer.root_.get())) {
                     analyzer.setCurrent(folder->shared());
@@ -129,6 +138,30 @@ void Analyzer::scan() {
                 analyzer.scan();
             }
         });
+}
+
+void Analyzer::compare(const std::optional<ScanRecord>& earlier) {
+    earlier_.reset();
+    if (!earlier) {
+        return;
+    }
+    earlier_.emplace(Earlier{.time = earlier->time, .sizes = {}});
+    for (std::size_t i = 0; i < earlier->folders.size(); ++i) {
+        earlier_->sizes.emplace(earlier->path(i), earlier->folders[i].size);
+    }
+}
+
+QDateTime Analyzer::since() const {
+    return earlier_ ? QDateTime::fromSecsSinceEpoch(earlier_->time.time_since_epoch().count())
+                    : QDateTime{};
+}
+
+std::optional<std::int64_t> Analyzer::growth(const FileNode& node) const {
+    if (!earlier_ || !node.isDirectory) {
+        return std::nullopt;
+    }
+    const auto found = earlier_->sizes.find(node.path());
+    return found == earlier_->sizes.end() ? std::nullopt : std::optional{node.size - found->second};
 }
 
 void Analyzer::scanHome() {

@@ -6,7 +6,9 @@
 #include "BrimloApp/Shell/AppModel.h"
 #include "BrimloCore/DiskScanner/FileNode.h"
 #include "BrimloCore/DiskScanner/ScanControl.h"
+#include "BrimloCore/ScanRecords/ScanRecord.h"
 
+#include <QtCore/QDateTime>
 #include <QtCore/QObject>
 #include <QtCore/QString>
 #include <QtCore/QUrl>
@@ -14,8 +16,10 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace Brimlo {
@@ -36,6 +40,7 @@ class Analyzer : public QObject {
     Q_PROPERTY(double scanBytes READ scanBytes NOTIFY progressChanged)
     Q_PROPERTY(QString scanPath READ scanPath NOTIFY progressChanged)
     Q_PROPERTY(bool hasTree READ hasTree NOTIFY currentChanged)
+    Q_PROPERTY(QDateTime since READ since NOTIFY currentChanged)
     Q_PROPERTY(int analyzerMode READ analyzerMode WRITE setAnalyzerMode NOTIFY analyzerModeChanged)
 
     Q_PROPERTY(Brimlo::NodeRows* rows READ rows CONSTANT)
@@ -77,6 +82,13 @@ public:
 
     /// Replaces the tree and goes to its root; null for no tree.
     void setTree(Node tree);
+    /// Compares the folders with an earlier scan of the same root; null for none.
+    void compare(const std::optional<ScanRecord>& earlier);
+    /// The time of that scan; invalid without one.
+    [[nodiscard]] QDateTime since() const;
+    /// The bytes by which a folder is larger than it was then; nullopt where that scan did not list
+    /// it.
+    [[nodiscard]] std::optional<std::int64_t> growth(const FileNode& node) const;
     /// The root of the last finished scan, or null.
     [[nodiscard]] const Node& root() const { return root_; }
     [[nodiscard]] bool hasTree() const { return current_ != nullptr; }
@@ -120,6 +132,11 @@ private:
 
     Node root_;
     Node current_;
+    struct Earlier {
+        std::chrono::sys_seconds time;
+        std::unordered_map<std::string, std::int64_t> sizes;  ///< By path.
+    };
+    std::optional<Earlier> earlier_;
     int analyzerMode_ = 0;
 
     const std::unique_ptr<PlanReview> review_;

@@ -23,6 +23,11 @@ RowLayout {
         Layout.fillWidth: true
         onClicked: header.sortBy(sortKey)
     }
+    Label {
+        text: qsTr("± since %1").arg(Format.date(AppModel.analyzer.since))
+        secondary: true
+        visible: !isNaN(AppModel.analyzer.since)
+    }
     NodeHeaderCell {
         sortKey: "Items"
         flushRight: true

@@ -16,6 +16,7 @@ ListRow {
     required property bool isDirectory
     required property bool isAggregate
     required property int kindIndex
+    required property string growth
     required selected
 
     property int countWidth: 80
@@ -26,7 +27,7 @@ ListRow {
     signal picked(int modifiers)
     signal menuWanted(point at)
 
-    text: name + ", " + qsTr("%1 files").arg(countText) + ", " + Format.bytes(size) + (dateText !== "" ? ", " + dateText : "")
+    text: name + ", " + qsTr("%1 files").arg(countText) + ", " + Format.bytes(size) + (growth !== "" ? ", " + qsTr("%1 since the last scan").arg(growth) : "") + (dateText !== "" ? ", " + dateText : "")
     width: (list?.width ?? 0) - (list?.leftMargin ?? 0) - (list?.rightMargin ?? 0)
     Accessible.onPressAction: picked(Qt.NoModifier)
 
@@ -49,6 +50,12 @@ ListRow {
     PathText {
         path: row.name
         Layout.fillWidth: true
+        Accessible.ignored: true
+    }
+    Label {
+        text: row.growth
+        color: row.growth.startsWith("+") ? Theme.rebuildText : Theme.safeText
+        visible: text !== ""
         Accessible.ignored: true
     }
     Label {

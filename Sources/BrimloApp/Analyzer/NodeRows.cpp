@@ -5,6 +5,7 @@
 #include "BrimloApp/Rules/RuleBook.h"
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloCore/Models/Bytes.h"
+#include "BrimloCore/Platform/Fmt.h"
 
 #include <QtCore/QDateTime>
 #include <QtGui/QClipboard>
@@ -25,7 +26,15 @@ QVariant date(const NodeLine& row) {
     return QDateTime::fromSecsSinceEpoch(row.modified.time_since_epoch().count());
 }
 
-NodeLine lineOf(const FileNode& node) {
+/// What is worth telling; a scan does not list smaller folders.
+std::string growthWords(std::int64_t bytes) {
+    constexpr std::int64_t kLeast = 1'048'576;
+    return bytes >= kLeast    ? "+" + Fmt::bytes(bytes)
+           : bytes <= -kLeast ? "−" + Fmt::bytes(-bytes)
+                              : "";
+}
+
+NodeLine lineOf(const FileNode& node, const Analyzer& analyzer) {
     return {
         .id = node.id(),
         .name = std::string{node.name()},
@@ -37,6 +46,7 @@ NodeLine lineOf(const FileNode& node) {
         .isDirectory = node.isDirectory,
         .isAggregate = node.isAggregate,
         .canOpen = !node.children().empty(),
+        .growth = growthWords(analyzer.growth(node).value_or(0)),
     };
 }
 
@@ -58,6 +68,7 @@ NodeRows::NodeRows(AppModel& app, Analyzer& analyzer)
            {"kind", [](const NodeLine& row) { return words(rawValue(row.kind)); }},
            {"kindIndex", [](const NodeLine& row) { return static_cast<int>(row.kind); }},
            {"canOpen", [](const NodeLine& row) { return row.canOpen; }},
+           {"growth", [](const NodeLine& row) { return words(row.growth); }},
            {"selected", [this](const NodeLine& row) { return isSelected(row.id); }},
            }} {
     connect(&analyzer, &Analyzer::currentChanged, this, &NodeRows::refresh);
@@ -74,7 +85,7 @@ void NodeRows::refresh() {
     std::vector<NodeLine> lines;
     lines.reserve(nodes_.size());
     for (const auto& node : nodes_) {
-        lines.push_back(lineOf(*node));
+        lines.push_back(lineOf(*node, analyzer_));
     }
     rows_.set(std::move(lines));
     if (countSelected()) {

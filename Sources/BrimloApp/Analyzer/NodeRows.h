@@ -28,6 +28,7 @@ struct NodeLine {
     bool isDirectory = false;
     bool isAggregate = false;
     bool canOpen = false;  ///< Whether it is a folder that is not empty.
+    std::string growth;    ///< "+3 MB" or "−3 MB" since the earlier scan; empty if less or unknown.
 
     bool operator==(const NodeLine&) const = default;
 

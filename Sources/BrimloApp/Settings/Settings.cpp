@@ -7,6 +7,7 @@
 #include "BrimloCore/LaunchAgent/LaunchAgent.h"
 #include "BrimloCore/Platform/FileIdentity.h"
 #include "BrimloCore/Platform/Fmt.h"
+#include "BrimloCore/ScanRecords/ScanHistory.h"
 #include "BrimloCore/Support/StoragePaths.h"
 
 #include <QtCore/QPointer>
@@ -90,6 +91,18 @@ void Settings::setTrashRetentionDays(int days) {
 
 void Settings::setAutoCleanIncludesCustomRules(bool include) {
     change([include](AppConfig& config) { config.autoCleanIncludesCustomRules = include; });
+}
+
+void Settings::setRememberScans(bool remember) {
+    change([&](AppConfig& config) { config.rememberScans = remember; });
+}
+
+void Settings::forgetScans() {
+    const auto forgotten = ScanHistory::forget();
+    app_.banner()->show(
+        forgotten ? QStringLiteral("Forgot all earlier scans.")
+                  : QStringLiteral("Could not forget the earlier scans: ") +
+                        words(forgotten.error().description) + u'.');
 }
 
 // ---- Auto-clean and the background job -----------------------------------------------------

@@ -30,6 +30,7 @@ class Settings : public QObject {
                    configChanged)
     Q_PROPERTY(bool autoCleanIncludesCustomRules READ autoCleanIncludesCustomRules WRITE
                    setAutoCleanIncludesCustomRules NOTIFY configChanged)
+    Q_PROPERTY(bool rememberScans READ rememberScans WRITE setRememberScans NOTIFY configChanged)
     // What auto-clean would take by its last preview, a line each; empty after a run.
     Q_PROPERTY(QStringList planned READ planned NOTIFY plannedChanged)
     Q_PROPERTY(bool hasBundledCLI READ hasBundledCLI CONSTANT)
@@ -65,6 +66,11 @@ public:
         return config_.autoCleanIncludesCustomRules;
     }
     void setAutoCleanIncludesCustomRules(bool include);
+
+    [[nodiscard]] bool rememberScans() const { return config_.rememberScans; }
+    void setRememberScans(bool remember);
+    /// Removes the records of all scans. Blocks.
+    Q_INVOKABLE void forgetScans();
 
     /// Runs auto-clean now and every hour, as the settings say.
     void startAutoCleanTimer();

@@ -14,6 +14,7 @@ Screen {
         UpdatesSettings {}
         AutoCleanSettings {}
         LeftAloneSettings {}
+        ScanSettings {}
         BackgroundSettings {}
         CommandLineSettings {}
         AccessSettings {}
@@ -67,6 +68,25 @@ Screen {
             text: qsTr("The background job points at a different copy of Brimlo. Turn it off and on to update it.")
             color: Theme.rebuild
             visible: AppModel.settings.agentIsOfOtherCopy
+        }
+    }
+
+    component ScanSettings: SettingsSection {
+        title: qsTr("Scans")
+
+        Toggle {
+            text: qsTr("Remember how large folders were, to tell what grew")
+            on: AppModel.settings.rememberScans
+            onSwitched: value => AppModel.settings.rememberScans = value
+            Layout.fillWidth: true
+        }
+        SettingsCaption {
+            text: qsTr("Keeps paths and sizes of folders of 1 MB or more from up to 12 scans of each folder, readable by you alone. The Space Analyzer shows the change since the last one.")
+        }
+        OutlineButton {
+            text: qsTr("Forget earlier scans")
+            symbol: "trash"
+            onClicked: AppModel.settings.forgetScans()
         }
     }
 

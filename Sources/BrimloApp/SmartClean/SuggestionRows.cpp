@@ -133,7 +133,7 @@ Line itemOf(
     Line row{.kind = Kind::item, .id = suggestion.id, .path = item.path, .folder = {}};
     row.isDocker = isPseudoPath(item.path);
     row.size = item.size;
-    row.frees = freesWords(item.size, SpaceUse{item.size, item.shared}.freedAlone());
+    row.frees = freesWords(item.size, useOf(item).freedAlone());
     row.tick = selected.contains(item.path) ? Tick::all : Tick::none;
     row.subtitle = item.subtitle.value_or("");
     row.detail = item.detail.value_or("");
@@ -233,11 +233,15 @@ int SuggestionRows::foundCount() const {
 }
 
 double SuggestionRows::bytesAt(Risk risk) const {
-    double bytes = 0;
+    FreedSpace freed;
     for (const Suggestion& suggestion : source_.suggestions()) {
-        bytes += suggestion.risk == risk ? number(suggestion.totalSize()) : 0;
+        if (suggestion.risk == risk) {
+            for (const SuggestionItem& item : suggestion.items) {
+                freed.add(useOf(item));
+            }
+        }
     }
-    return bytes;
+    return number(freed.bytes());
 }
 
 void SuggestionRows::toggle(int place) {

@@ -47,13 +47,13 @@ struct CleanFigures {
     template <typename Item>
     void add(const Item& item) {
         step(item.path, item.size, 1);
-        freed.add({.bytes = item.size, .shared = item.shared});
+        freed.add(useOf(item));
     }
     /// Takes back an `add`.
     template <typename Item>
     void remove(const Item& item) {
         step(item.path, item.size, -1);
-        freed.remove({.bytes = item.size, .shared = item.shared});
+        freed.remove(useOf(item));
     }
 
     [[nodiscard]] std::int64_t trashBytes() const { return bytes - finalBytes; }

@@ -31,18 +31,24 @@ struct SpaceUse {
     [[nodiscard]] std::int64_t freedAlone() const;
 };
 
+/// The space of an item, which has a size and what of it is shared.
+template <typename Item>
+[[nodiscard]] SpaceUse useOf(const Item& item) {
+    return {.bytes = item.size, .shared = item.shared};
+}
+
 /// The bytes that are free once a set of places is gone, places inside each other excepted: a
 /// hard-linked file counts when all its names are in the set. Exact for hard links; extents that
 /// files share (clones) and snapshots are not looked at. Each step takes as long as the place has
 /// shared files.
 class FreedSpace {
 public:
-    /// The space freed by all items, which have a size and what of it is shared.
+    /// The space freed by all items.
     template <typename Items>
     [[nodiscard]] static FreedSpace of(const Items& items) {
         FreedSpace freed;
         for (const auto& item : items) {
-            freed.add({.bytes = item.size, .shared = item.shared});
+            freed.add(useOf(item));
         }
         return freed;
     }

@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <map>
 
 namespace Brimlo {
 namespace {
@@ -93,6 +94,35 @@ TEST_F(AnalyzerTest, ThrowsTheTreeOfACancelledScanAway) {
     finish();
     EXPECT_FALSE(model().analyzer()->hasTree());
     EXPECT_FALSE(model().analyzer()->isScanning());
+}
+
+TEST_F(AnalyzerTest, TellsHowFoldersGrewSinceTheScanBefore) {
+    fill("tree/grown/data", 2'000'000);
+    fill("tree/shrunk/data", 5'000'000);
+    fill("tree/same/data", 2'000'000);
+    const auto growths = [&] {
+        std::map<std::string, std::string> found;
+        NodeRows& rows = *model().analyzer()->rows();
+        const int role = rows.roleNames().key("growth");
+        for (int row = 0; row < rows.count(); ++row) {
+            const std::string words = rows.data(rows.index(row), role).toString().toStdString();
+            if (!words.empty()) {
+                found.emplace(rows.nodes()[static_cast<std::size_t>(row)]->name(), words);
+            }
+        }
+        return found;
+    };
+    scan();
+    EXPECT_THAT(growths(), IsEmpty());
+    EXPECT_FALSE(model().analyzer()->since().isValid());
+
+    fill("tree/grown/more", 3'000'000);
+    std::filesystem::remove(at("tree/shrunk/data"));
+    fill("tree/appeared/data", 2'000'000);
+    scan();
+    using Found = std::pair<const std::string, std::string>;
+    EXPECT_THAT(growths(), ElementsAre(Found{"grown", "+3 MB"}, Found{"shrunk", "−5 MB"}));
+    EXPECT_TRUE(model().analyzer()->since().isValid());
 }
 
 TEST_F(AnalyzerTest, TakesWhatWentOutOfTheTreeAndNoMore) {

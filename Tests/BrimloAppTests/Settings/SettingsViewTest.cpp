@@ -14,7 +14,7 @@ namespace {
 using Testing::exists;
 
 constexpr auto kTick = QAccessible::CheckBox;
-constexpr QSize kTall{1000, 1500};
+constexpr QSize kTall{1000, 1700};
 
 using SettingsViewTest = Testing::WindowTest;
 
@@ -26,6 +26,8 @@ TEST_F(SettingsViewTest, EverySettingTakesEffectAtOnce) {
     click(kTick, "Let auto-clean act on custom rules, too");
     EXPECT_TRUE(AppConfig::load().autoCleanIncludesCustomRules);
     EXPECT_TRUE(isChecked(kTick, "Let auto-clean act on custom rules, too"));
+    click(kTick, "Remember how large folders were, to tell what grew");
+    EXPECT_FALSE(AppConfig::load().rememberScans);
     const AppConfig& config = model().settings()->config();
     const std::tuple<const char*, std::int64_t, int> steppers[] = {
         {"Free-space threshold: *",            config.freeSpaceThresholdGB, 5 },
