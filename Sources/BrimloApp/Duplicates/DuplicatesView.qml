@@ -94,7 +94,10 @@ Screen {
                 ]
                 delegate: DuplicateRow {
                     onKept: screen.rows.keep(index)
-                    onClicked: list.currentIndex = index
+                    onClicked: {
+                        list.forceActiveFocus(Qt.MouseFocusReason);
+                        list.currentIndex = index;
+                    }
                     onDoubleClicked: screen.rows.reveal(index)
                     // The button that opened the question is removed with its row, so the focus
                     // returns to the list.

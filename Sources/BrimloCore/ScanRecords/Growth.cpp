@@ -48,9 +48,10 @@ private:
 
     /// Those of one name in folders that are the same.
     void matchByPlace() {
-        std::map<std::pair<Index, std::string_view>, Index> places;
+        using Place = std::pair<Index, std::string_view>;
+        std::map<Place, Index> places;
         for (Index i = 1; i < before_.folders.size(); ++i) {
-            places.emplace(std::pair{before_.folders[i].parent, before_.folders[i].name}, i);
+            places.emplace(Place{before_.folders[i].parent, before_.folders[i].name}, i);
         }
         for (Index i = 1; i < now_.folders.size(); ++i) {
             const auto& folder = now_.folders[i];

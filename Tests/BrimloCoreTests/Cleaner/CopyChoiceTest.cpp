@@ -33,7 +33,8 @@ protected:
         Lines lines;
         const auto reasons = choice.reasons(groups_).at(0);
         std::size_t planned = 0;
-        for (const CleanItem& item : DuplicateExtras::plan(groups_, choice).items()) {
+        const CleanPlan plan = DuplicateExtras::plan(groups_, choice);
+        for (const CleanItem& item : plan.items()) {
             planned += item.copyOf ? 1 : 0;
         }
         EXPECT_EQ(planned, extraCount(reasons));
