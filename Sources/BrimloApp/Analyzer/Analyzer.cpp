@@ -36,11 +36,15 @@ FileNode* nodeOf(std::string_view path, FileNode* top) {
     return node;
 }
 
-/// Leaves a record for a later comparison, and gives the one before it. A failure is not told: the
-/// scan itself is complete without it.
+/// Leaves a record for a later comparison, and gives an earlier one: of a day ago or before, since
+/// what grew within minutes says little; without one, the last. A failure is not told: the scan
+/// itself is complete without it.
 std::optional<ScanRecord> exchangeRecords(const FileNode& tree) {
-    auto earlier = ScanHistory::newest(tree.path()).record;
     const auto now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
+    auto earlier = ScanHistory::newest(tree.path(), now - std::chrono::days{1}).record;
+    if (!earlier) {
+        earlier = ScanHistory::newest(tree.path()).record;
+    }
     static_cast<void>(ScanHistory::remember(ScanRecord::of(tree, now)));
     return earlier;
 }

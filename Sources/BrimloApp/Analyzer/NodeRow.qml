@@ -27,7 +27,7 @@ ListRow {
     signal picked(int modifiers)
     signal menuWanted(point at)
 
-    text: name + ", " + qsTr("%1 files").arg(countText) + ", " + Format.bytes(size) + (growth !== "" ? ", " + qsTr("%1 since the last scan").arg(growth) : "") + (dateText !== "" ? ", " + dateText : "")
+    text: name + ", " + qsTr("%1 files").arg(countText) + ", " + Format.bytes(size) + (growth !== "" ? ", " + qsTr("%1 since an earlier scan").arg(growth) : "") + (dateText !== "" ? ", " + dateText : "")
     width: (list?.width ?? 0) - (list?.leftMargin ?? 0) - (list?.rightMargin ?? 0)
     Accessible.onPressAction: picked(Qt.NoModifier)
 

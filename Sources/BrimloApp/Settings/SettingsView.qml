@@ -81,7 +81,7 @@ Screen {
             Layout.fillWidth: true
         }
         SettingsCaption {
-            text: qsTr("Keeps paths and sizes of folders of 1 MB or more from up to 12 scans of each folder, readable by you alone. The Space Analyzer shows the change since the last one.")
+            text: qsTr("Keeps paths and sizes of folders of 1 MB or more from up to 12 scans of each folder, readable by you alone. The Space Analyzer shows what changed since a day ago or before.")
         }
         OutlineButton {
             text: qsTr("Forget earlier scans")

@@ -23,6 +23,7 @@ namespace {
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Pair;
 using testing::SizeIs;
 
 class AnalyzerTest : public Testing::ModelTest {
@@ -96,7 +97,7 @@ TEST_F(AnalyzerTest, ThrowsTheTreeOfACancelledScanAway) {
     EXPECT_FALSE(model().analyzer()->isScanning());
 }
 
-TEST_F(AnalyzerTest, TellsHowFoldersGrewSinceTheScanBefore) {
+TEST_F(AnalyzerTest, TellsHowFoldersGrewSinceAnEarlierScan) {
     fill("tree/grown/data", 2'000'000);
     fill("tree/shrunk/data", 5'000'000);
     fill("tree/same/data", 2'000'000);
@@ -115,13 +116,20 @@ TEST_F(AnalyzerTest, TellsHowFoldersGrewSinceTheScanBefore) {
     scan();
     EXPECT_THAT(growths(), IsEmpty());
     EXPECT_FALSE(model().analyzer()->since().isValid());
+    // A scan of a day ago comes before one of a moment ago.
+    auto dayAgo = ScanHistory::newest(at("tree")).record.value();
+    fill("tree/grown/between", 1'500'000);
+    scan();
+    EXPECT_THAT(growths(), ElementsAre(Pair("grown", "+1.5 MB")));
+    std::filesystem::remove(at("tree/grown/between"));
+    dayAgo.time -= std::chrono::days{1};
+    ASSERT_TRUE(ScanHistory::remember(dayAgo));
 
     fill("tree/grown/more", 3'000'000);
     std::filesystem::remove(at("tree/shrunk/data"));
     fill("tree/appeared/data", 2'000'000);
     scan();
-    using Found = std::pair<const std::string, std::string>;
-    EXPECT_THAT(growths(), ElementsAre(Found{"grown", "+3 MB"}, Found{"shrunk", "−5 MB"}));
+    EXPECT_THAT(growths(), ElementsAre(Pair("grown", "+3 MB"), Pair("shrunk", "−5 MB")));
     EXPECT_TRUE(model().analyzer()->since().isValid());
 }
 
