@@ -14,66 +14,72 @@ Card {
     padding: Theme.roomy
     spacing: Theme.normal
 
-    SectionHeading {
-        text: qsTr("Reclaimable")
-        line: card.found ? "" : AppModel.smartClean.isSuggesting ? qsTr("Looking for caches, build folders and leftovers…") : card.searched ? qsTr("Nothing was found that can go.") : qsTr("Find caches, build folders and leftovers for the apps and tools you use.")
+    // No layout around the rows: nearly all of them change when the first suggestions come, and nested
+    // layouts of Qt 6.4 then give up in the middle.
+    Column {
+        spacing: card.spacing
         Layout.fillWidth: true
 
-        OutlineButton {
-            text: qsTr("Rescan")
-            symbol: "arrow.clockwise"
+        SectionHeading {
+            text: qsTr("Reclaimable")
+            width: parent.width
+            line: card.found ? "" : AppModel.smartClean.isSuggesting ? qsTr("Looking for caches, build folders and leftovers…") : card.searched ? qsTr("Nothing was found that can go.") : qsTr("Find caches, build folders and leftovers for the apps and tools you use.")
+
+            OutlineButton {
+                text: qsTr("Rescan")
+                symbol: "arrow.clockwise"
+                visible: card.found
+                enabled: !AppModel.smartClean.isSuggesting
+                onClicked: AppModel.smartClean.loadSuggestions()
+            }
+        }
+        RowLayout {
+            width: parent.width
+            spacing: Theme.snug
             visible: card.found
-            enabled: !AppModel.smartClean.isSuggesting
-            onClicked: AppModel.smartClean.loadSuggestions()
-        }
-    }
-    RowLayout {
-        spacing: Theme.snug
-        visible: card.found
-        Layout.fillWidth: true
 
-        StatCard {
-            value: Format.bytes(AppModel.smartClean.rows.safeBytes)
-            label: qsTr("safe to clear")
-            color: Theme.safe
-            Layout.minimumWidth: 100
+            StatCard {
+                value: Format.bytes(AppModel.smartClean.rows.safeBytes)
+                label: qsTr("safe to clear")
+                color: Theme.safe
+                Layout.minimumWidth: 100
+            }
+            StatCard {
+                value: Format.bytes(AppModel.smartClean.rows.rebuildBytes)
+                label: qsTr("rebuilds on demand")
+                color: Theme.rebuild
+                Layout.minimumWidth: 100
+            }
+            StatCard {
+                value: Format.count(AppModel.smartClean.rows.foundCount)
+                label: qsTr("suggestions")
+                color: Theme.info
+                Layout.minimumWidth: 100
+            }
         }
-        StatCard {
-            value: Format.bytes(AppModel.smartClean.rows.rebuildBytes)
-            label: qsTr("rebuilds on demand")
-            color: Theme.rebuild
-            Layout.minimumWidth: 100
-        }
-        StatCard {
-            value: Format.count(AppModel.smartClean.rows.foundCount)
-            label: qsTr("suggestions")
-            color: Theme.info
-            Layout.minimumWidth: 100
-        }
-    }
-    RowLayout {
-        spacing: Theme.tight
-        Layout.fillWidth: true
+        Row {
+            spacing: Theme.tight
 
-        SolidButton {
-            text: AppModel.smartClean.isSuggesting ? qsTr("Scanning…") : qsTr("Find cleanable space")
-            symbol: "sparkles"
-            visible: !card.found
-            onClicked: AppModel.section = Sections.Clean
-        }
-        SolidButton {
-            text: qsTr("Review & clean")
-            symbol: "sparkles"
-            visible: card.found
-            onClicked: AppModel.section = Sections.Clean
-        }
-        OutlineButton {
-            text: qsTr("Analyze disk usage")
-            symbol: "chart.pie"
-            onClicked: {
-                AppModel.section = Sections.Analyzer;
-                if (!AppModel.analyzer.hasTree)
-                    AppModel.analyzer.scan();
+            SolidButton {
+                text: AppModel.smartClean.isSuggesting ? qsTr("Scanning…") : qsTr("Find cleanable space")
+                symbol: "sparkles"
+                visible: !card.found
+                onClicked: AppModel.section = Sections.Clean
+            }
+            SolidButton {
+                text: qsTr("Review & clean")
+                symbol: "sparkles"
+                visible: card.found
+                onClicked: AppModel.section = Sections.Clean
+            }
+            OutlineButton {
+                text: qsTr("Analyze disk usage")
+                symbol: "chart.pie"
+                onClicked: {
+                    AppModel.section = Sections.Analyzer;
+                    if (!AppModel.analyzer.hasTree)
+                        AppModel.analyzer.scan();
+                }
             }
         }
     }
