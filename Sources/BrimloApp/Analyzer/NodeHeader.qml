@@ -26,6 +26,7 @@ RowLayout {
     Label {
         text: qsTr("± since %1").arg(Format.date(AppModel.analyzer.since))
         secondary: true
+        font.pixelSize: Theme.small
         visible: !isNaN(AppModel.analyzer.since)
     }
     NodeHeaderCell {

@@ -68,6 +68,7 @@ FocusScope {
                 id: controls
 
                 spacing: Theme.tight
+                visible: children.length > 0
                 Layout.fillWidth: true
                 Layout.maximumWidth: implicitWidth
             }
