@@ -75,6 +75,7 @@ Analyzer::Analyzer(AppModel& app)
 
 Analyzer::~Analyzer() {
     cancelScan();  // The scan outlives the model; cancelled, it ends soon.
+    cameFrom_.reset();
     releaseInBackground(std::pair{std::move(root_), std::move(current_)});
 }
 
@@ -231,6 +232,11 @@ void Analyzer::setTree(Node tree) {
 }
 
 void Analyzer::setCurrent(Node folder) {
+    FileNode* entry = current_.get();
+    while (entry != nullptr && entry->parent() != folder.get()) {
+        entry = entry->parent();
+    }
+    cameFrom_ = entry != nullptr && folder ? entry->shared() : nullptr;
     assign(*this, current_, std::move(folder), &Analyzer::currentChanged);
 }
 

@@ -95,6 +95,9 @@ public:
     /// The current folder, or null.
     [[nodiscard]] const Node& current() const { return current_; }
     void setCurrent(Node folder);
+    /// The entry of the current folder that holds the folder shown before; null unless the way led
+    /// up.
+    [[nodiscard]] const FileNode* cameFrom() const { return cameFrom_.get(); }
     /// Goes to a folder unless it is empty.
     void drill(const Node& node);
     /// Removes deleted nodes from the tree, whichever scan they come from.
@@ -132,6 +135,7 @@ private:
 
     Node root_;
     Node current_;
+    Node cameFrom_;
     struct Earlier {
         std::chrono::sys_seconds time;
         std::unordered_map<std::string, std::int64_t> sizes;  ///< By path.

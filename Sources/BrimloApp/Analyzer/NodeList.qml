@@ -56,10 +56,11 @@ ScrollList {
             menu.show(row, item, at?.x ?? item.width / 3, at?.y ?? item.height);
     }
     function begin() {
-        currentIndex = count > 0 ? 0 : -1;
-        anchorRow = 0;
+        currentIndex = rows.startRow();
+        anchorRow = Math.max(0, currentIndex);
         pickedRow = -1;
         positionViewAtBeginning();
+        positionViewAtIndex(anchorRow, ListView.Contain);
     }
 
     label: qsTr("Space Analyzer")

@@ -11,6 +11,7 @@ ListRow {
     required property string name
     required property string path
     required property real size
+    required property real share
     required property real fileCount
     required property date modified
     required property bool isDirectory
@@ -27,7 +28,7 @@ ListRow {
     signal picked(int modifiers)
     signal menuWanted(point at)
 
-    text: name + ", " + qsTr("%1 files").arg(countText) + ", " + Format.bytes(size) + (growth !== "" ? ", " + qsTr("%1 since an earlier scan").arg(growth) : "") + (dateText !== "" ? ", " + dateText : "")
+    text: name + ", " + qsTr("%1 files").arg(countText) + ", " + Format.bytes(size) + ", " + Format.percent(share) + (growth !== "" ? ", " + qsTr("%1 since an earlier scan").arg(growth) : "") + (dateText !== "" ? ", " + dateText : "")
     width: (list?.width ?? 0) - (list?.leftMargin ?? 0) - (list?.rightMargin ?? 0)
     Accessible.onPressAction: picked(Qt.NoModifier)
 
@@ -51,6 +52,10 @@ ListRow {
         path: row.name
         Layout.fillWidth: true
         Accessible.ignored: true
+    }
+    SizeBar {
+        share: row.share
+        visible: row.width > Theme.scaled(520)
     }
     Label {
         text: row.growth

@@ -35,11 +35,13 @@ std::string growthWords(std::int64_t bytes) {
 }
 
 NodeLine lineOf(const FileNode& node, const Analyzer& analyzer) {
+    const double whole = number(std::max<std::int64_t>(analyzer.current()->size, 1));
     return {
         .id = node.id(),
         .name = std::string{node.name()},
         .path = node.path(),
         .size = node.size,
+        .share = number(node.size) / whole,
         .fileCount = node.fileCount,
         .modified = node.modified,
         .kind = kindOf(node),
@@ -61,6 +63,7 @@ NodeRows::NodeRows(AppModel& app, Analyzer& analyzer)
            {"name", [](const NodeLine& row) { return shown(row.name); }},
            {"path", [](const NodeLine& row) { return shown(row.path); }},
            {"size", [](const NodeLine& row) { return number(row.size); }},
+           {"share", [](const NodeLine& row) { return row.share; }},
            {"fileCount", [](const NodeLine& row) { return number(row.fileCount); }},
            {"modified", date},
            {"isDirectory", [](const NodeLine& row) { return row.isDirectory; }},
@@ -105,6 +108,13 @@ std::shared_ptr<FileNode> NodeRows::nodeAt(int row) const {
     return found != nullptr && place < nodes_.size() && nodes_[place]->id() == found->id
                ? nodes_[place]
                : nullptr;
+}
+
+int NodeRows::startRow() const {
+    const auto found = std::ranges::find(
+        nodes_, analyzer_.cameFrom(), [](const auto& node) { return node.get(); });
+    return found != nodes_.end() ? static_cast<int>(found - nodes_.begin())
+                                 : (nodes_.empty() ? -1 : 0);
 }
 
 QString NodeRows::sortKey() const {

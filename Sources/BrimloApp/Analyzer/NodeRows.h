@@ -22,6 +22,7 @@ struct NodeLine {
     std::string name;
     std::string path;
     std::int64_t size = 0;
+    double share = 0;  ///< Of the folder.
     std::int64_t fileCount = 0;
     std::chrono::sys_seconds modified;
     FileKind kind = FileKind::other;
@@ -79,6 +80,8 @@ public:
     Q_INVOKABLE [[nodiscard]] bool isDirectory(int row) const;
     Q_INVOKABLE [[nodiscard]] bool isAggregate(int row) const;
 
+    /// The row of the folder that one comes from, 0 unless the way led up; -1 without rows.
+    Q_INVOKABLE [[nodiscard]] int startRow() const;
     /// Goes to the folder of a row unless it is empty.
     Q_INVOKABLE void drill(int row);
     /// Shows an entry in the file manager; for an aggregate, its folder.

@@ -211,6 +211,10 @@ void TreemapItem::mouseUngrabEvent() {
 }
 
 void TreemapItem::keyPressEvent(QKeyEvent* event) {
+    if (event->modifiers().testFlag(Qt::AltModifier)) {
+        event->ignore();  // Alt+Up leads to the folder around this one.
+        return;
+    }
     switch (event->key()) {
         case Qt::Key_Left:
         case Qt::Key_Right:

@@ -101,6 +101,13 @@ QString Format::count(double count) {
     return QLocale().toString(static_cast<qlonglong>(whole(count)));
 }
 
+QString Format::percent(double share) {
+    const int whole = qRound(share * 100);
+    const QLocale locale;
+    return share > 0 && whole == 0 ? u'<' + locale.toString(1) + locale.percent()
+                                   : locale.toString(whole) + locale.percent();
+}
+
 QString Format::risk(const QString& word) {
     const auto* found =
         std::ranges::find(kAllRisks, word.toStdString(), [](Risk risk) { return rawValue(risk); });

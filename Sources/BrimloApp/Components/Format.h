@@ -20,6 +20,8 @@ public:
     Q_INVOKABLE [[nodiscard]] static QString days(int count);
     /// With the digits and separators of the user's language.
     Q_INVOKABLE [[nodiscard]] static QString count(double count);
+    /// A share from 0 to 1 in whole percent: "12%", "<1%" for less than half of one.
+    Q_INVOKABLE [[nodiscard]] static QString percent(double share);
     /// The label of a rating given by its word: "Safe" for "safe". Empty for any other word.
     Q_INVOKABLE [[nodiscard]] static QString risk(const QString& word);
     /// A short date without time; empty for an invalid date.

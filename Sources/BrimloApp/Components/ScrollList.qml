@@ -27,6 +27,9 @@ ListView {
     property real heldBelow: 0
     property bool heldAtBeginning: false
 
+    // What was typed to find a row by its name; a pause begins anew.
+    property string typed: ""
+
     signal opened(int index)
 
     function go(to) {
@@ -35,6 +38,18 @@ ListView {
     }
     function page() {
         return Math.max(1, Math.floor(height / Math.max(1, currentItem?.height ?? Theme.rowHeight)) - 1);
+    }
+
+    // Goes to the next row whose name begins with what was typed; the same letter again goes on.
+    function find(letter) {
+        if (!model?.rowBeginningWith)
+            return;
+        const begins = !pause.running || typed === letter;
+        typed = begins ? letter : typed + letter;
+        pause.restart();
+        const row = model.rowBeginningWith(typed, currentIndex + (begins ? 1 : 0));
+        if (row >= 0)
+            go(row);
     }
 
     function hold() {
@@ -117,11 +132,18 @@ ListView {
             opened(currentIndex);
             break;
         default:
-            return;
+            if (event.text <= " " || event.modifiers & ~(Qt.ShiftModifier | Qt.KeypadModifier))
+                return;
+            find(event.text);
         }
         event.accepted = true;
     }
 
+    Timer {
+        id: pause
+
+        interval: 1000
+    }
     PointHandler {
         id: touched
 

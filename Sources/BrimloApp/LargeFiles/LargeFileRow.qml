@@ -10,13 +10,14 @@ ListRow {
     required property string name
     required property string path
     required property real size
+    required property real share
     required selected
 
     signal picked(int modifiers)
     signal revealed
     signal trashed
 
-    text: name + ", " + path + ", " + Format.bytes(size)
+    text: name + ", " + path + ", " + Format.bytes(size) + ", " + Format.percent(share)
     width: (list?.width ?? 0) - (list?.leftMargin ?? 0) - (list?.rightMargin ?? 0)
     topPadding: 7
     bottomPadding: 7
@@ -47,6 +48,10 @@ ListRow {
             Layout.fillWidth: true
             Accessible.ignored: true
         }
+    }
+    SizeBar {
+        share: row.share
+        visible: row.width > Theme.scaled(620)
     }
     SizeText {
         bytes: row.size

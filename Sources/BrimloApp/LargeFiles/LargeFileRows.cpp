@@ -22,6 +22,7 @@ LargeFileRows::LargeFileRows(LargeFileSearch& search)
            {"name", [](const LargeFile& file) { return shown(file.name); }},
            {"path", [](const LargeFile& file) { return shown(file.path); }},
            {"size", [](const LargeFile& file) { return number(file.size); }},
+           {"share", [](const LargeFile& file) { return file.share; }},
            {"selected", [this](const LargeFile& file) { return selection_.contains(file.id); }},
            }} {
     connect(&search, &LargeFileSearch::filesChanged, this, &LargeFileRows::refresh);
@@ -40,7 +41,8 @@ void LargeFileRows::refresh() {
         total = Bytes::sum(total, file->size);
     }
     Selection left;
-    for (const LargeFile& file : rows) {
+    for (LargeFile& file : rows) {
+        file.share = number(file.size) / number(std::max<std::int64_t>(total, 1));
         if (selection_.contains(file.id)) {
             left.insert(file.id);
         }

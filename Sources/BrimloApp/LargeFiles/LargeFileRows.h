@@ -22,6 +22,7 @@ struct LargeFile {
     std::string name;
     std::string path;
     std::int64_t size = 0;
+    double share = 0;  ///< Of all that is listed.
 
     bool operator==(const LargeFile&) const = default;
 

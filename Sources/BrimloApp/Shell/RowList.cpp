@@ -1,5 +1,6 @@
 #include "BrimloApp/Shell/RowList.h"
 
+#include <algorithm>
 #include <cstddef>
 
 namespace Brimlo {
@@ -12,6 +13,25 @@ QVariant RowList::data(const QModelIndex& index, const int role) const {
     return index.isValid() && content_ != nullptr
                ? content_->value(index.row(), role - Qt::UserRole)
                : QVariant{};
+}
+
+int RowList::rowBeginningWith(const QString& text, const int row) const {
+    const QHash<int, QByteArray> roles = roleNames();
+    const int nameRole = roles.key("name", -1);
+    const int pathRole = roles.key("path", -1);
+    const auto nameOf = [&](int each) {
+        const QString name = nameRole < 0 ? QString{} : data(index(each), nameRole).toString();
+        return !name.isEmpty() || pathRole < 0
+                   ? name
+                   : data(index(each), pathRole).toString().section('/', -1);
+    };
+    for (int i = 0; i < count(); ++i) {
+        const int each = (std::max(row, 0) + i) % count();
+        if (nameOf(each).startsWith(text, Qt::CaseInsensitive)) {
+            return each;
+        }
+    }
+    return -1;
 }
 
 QHash<int, QByteArray> RowList::roleNames() const {

@@ -3,6 +3,7 @@
 #include <QtCore/QAbstractListModel>
 #include <QtCore/QByteArray>
 #include <QtCore/QHash>
+#include <QtCore/QString>
 #include <QtCore/QVariant>
 #include <QtQml/qqmlregistration.h>
 
@@ -22,6 +23,11 @@ class RowList : public QAbstractListModel {
 
 public:
     [[nodiscard]] int count() const { return rowCount({}); }
+
+    /// The first row from `row` on, then from the beginning, whose name begins with a text, letter
+    /// case ignored; -1 if there is none. The name is that of the role "name", or the last part of
+    /// the role "path".
+    Q_INVOKABLE [[nodiscard]] int rowBeginningWith(const QString& text, int row) const;
 
     [[nodiscard]] int rowCount(const QModelIndex& parent) const final;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const final;
