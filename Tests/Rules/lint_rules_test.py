@@ -84,7 +84,8 @@ def main():
     with tempfile.TemporaryDirectory() as folder:
         tree = pathlib.Path(folder)
         (tree / "tools").mkdir()
-        shutil.copy(ROOT / "tools/lint-rules", tree / "tools")
+        for file in ("lint-rules", "packs.py"):
+            shutil.copy(ROOT / "tools" / file, tree / "tools")
         for part in (PACKS, "docs"):
             shutil.copytree(ROOT / part, tree / part)
         file = tree / PACKS / f"{WEB}.json"
