@@ -1,5 +1,6 @@
 #include "BrimloCore/DisabledRules/DisabledRules.h"
 #include "BrimloCore/Platform/FileIdentity.h"
+#include "BrimloCore/Platform/SystemPaths.h"
 #include "BrimloCore/RulePacks/Catalog.h"
 #include "BrimloCore/Support/RuleJson.h"
 #include "BrimloCore/Support/Text.h"
@@ -11,12 +12,23 @@ namespace Brimlo {
 
 namespace {
 
-void showRow(std::string_view state, Risk risk, const std::string& id, const std::string& name) {
+/// A line of the list. "proven" stands for an experiment on this system.
+void showRow(std::string_view state, const auto& row) {
     constexpr std::size_t kStateWidth = 5;
+    constexpr std::size_t kProofWidth = 6;
     constexpr std::size_t kIDWidth = 36;
+    const bool isProven = !ofSystem(row.provenOn, Platform::systemName()).empty();
     Console::line(
-        Console::left(state, kStateWidth) + Console::badge(risk) + "  " +
-        Console::left(id, kIDWidth) + "  " + Text::printable(name));
+        Console::left(state, kStateWidth) + Console::badge(row.risk) + "  " +
+        Console::left(isProven ? "proven" : "", kProofWidth) + "  " +
+        Console::left(row.id, kIDWidth) + "  " + Text::printable(row.name));
+}
+
+/// A rule or project pattern as JSON, with what is known of it on this system.
+Json::Object described(const auto& row) {
+    Json::Object object = RuleJson::encode(row);
+    object.emplace("evidence", Catalog::evidence(row));
+    return object;
 }
 
 ExitCode list(const Tool& tool) {
@@ -25,19 +37,19 @@ ExitCode list(const Tool& tool) {
     for (const CleanupRule& rule : Catalog::ofThisSystem(Catalog::rules())) {
         const bool isOff = disabled.contains(rule.id);
         if (tool.isJson()) {
-            Json::Object object = RuleJson::encode(rule);
+            Json::Object object = described(rule);
             object.emplace("enabled", !isOff);
             rules.push_back(std::move(object));
         } else {
-            showRow(isOff ? "off" : "", rule.risk, rule.id, rule.name);
+            showRow(isOff ? "off" : "", rule);
         }
     }
     Json::Array artifacts;
     for (const ArtifactPattern& pattern : Catalog::artifactPatterns()) {
         if (tool.isJson()) {
-            artifacts.push_back(RuleJson::encode(pattern));
+            artifacts.push_back(described(pattern));
         } else {
-            showRow("", pattern.risk, pattern.id, pattern.name);
+            showRow("", pattern);
         }
     }
     std::vector<std::string> issues = Catalog::packIssues();
@@ -61,11 +73,11 @@ std::optional<Json::Object> find(const std::string& id) {
     const std::vector<CleanupRule> rules = Catalog::rules();
     const auto rule = std::ranges::find(rules, id, &CleanupRule::id);
     if (rule != rules.end()) {
-        return RuleJson::encode(*rule);
+        return described(*rule);
     }
     const std::vector<ArtifactPattern>& patterns = Catalog::artifactPatterns();
     const auto pattern = std::ranges::find(patterns, id, &ArtifactPattern::id);
-    return pattern == patterns.end() ? std::nullopt : std::optional{RuleJson::encode(*pattern)};
+    return pattern == patterns.end() ? std::nullopt : std::optional{described(*pattern)};
 }
 
 ExitCode unknown(const std::string& id) {
@@ -74,7 +86,7 @@ ExitCode unknown(const std::string& id) {
 }
 
 ExitCode show(const std::string& id, const Tool& tool) {
-    const std::optional<Json::Object> rule = find(id);
+    std::optional<Json::Object> rule = find(id);
     if (!rule) {
         return unknown(id);
     }
@@ -82,6 +94,7 @@ ExitCode show(const std::string& id, const Tool& tool) {
         print(*rule);
         return ExitCode::done;
     }
+    rule->erase("provenOn");  // The sentence of the evidence tells it.
     constexpr std::size_t kKeyWidth = 18;
     for (const auto& [key, value] : *rule) {
         if (const Json::Array* texts = value.if_array()) {

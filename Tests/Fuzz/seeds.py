@@ -14,6 +14,7 @@ RULE = {
     "paths": ["~/.cache/a/*"], "regenerates": "Comes back.", "officialCommand": "a clean",
     "quitApps": ["a"], "contentsOnly": True, "excludes": ["*.keep"], "minAgeDays": 3,
     "catchAll": False, "domain": "D", "confidence": "documented", "sources": ["https://a"],
+    "provenOn": [{"system": "linux", "program": "a 1", "date": "2026-03-01"}],
 }  # fmt: skip
 ARTIFACT = {
     "id": "artifact.a", "name": "A", "group": "G", "personas": [], "risk": 1, "regenerates": "x",

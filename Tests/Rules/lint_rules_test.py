@@ -73,6 +73,9 @@ CASES = [
     ("artifact.lang.astro", put(names=["build"], markers=[]), "proves nothing without markers"),
     ("artifact.lang.coverage", put(proofs=["x"]), "a repository that holds one"),
     ("artifact.lang.turbo", put(disproofs=["x"]), '"disproofs" have no effect'),
+    ("lang.elixir.rebar3", put(provenOn=[{"system": "linux", "program": "x 1", "date": "2026-03-01"}]), "no experiment"),
+    ("lang.cpp.ccache", put(provenOn=[{"system": "Linux", "program": "x 1", "date": "2026-03-01"}]), "no system or day"),
+    ("artifact.lang.mypy", put(provenOn=["linux"]), "something else than a system"),
     ("artifact.lang.next", put(risk="safe", names=["node_modules"]), "rebuild here, safe in artifact.lang.next"),
     # The path is the subject of this line.
     ("lang.yarn.berry.cache", go("~/.npm/_cacache"), "the pack: ~/.npm/_cacache stands in 2 rows"),
@@ -86,7 +89,7 @@ def main():
         (tree / "tools").mkdir()
         for file in ("lint-rules", "packs.py"):
             shutil.copy(ROOT / "tools" / file, tree / "tools")
-        for part in (PACKS, "docs"):
+        for part in (PACKS, "docs", "Tests/Experiments"):
             shutil.copytree(ROOT / part, tree / part)
         file = tree / PACKS / f"{WEB}.json"
         pack = json.loads(file.read_text())

@@ -28,6 +28,7 @@ struct ArtifactPattern {
     /// CACHEDIR.TAG must also bear its signature.
     std::vector<std::string> proofs;
     std::vector<std::string> disproofs;  ///< Wildcards for names that must not lie in it.
+    std::vector<Experiment> provenOn;    ///< The experiments that prove it.
 
     bool operator==(const ArtifactPattern&) const = default;
 };

@@ -77,4 +77,9 @@ std::optional<Confidence> confidenceFromRawValue(std::string_view text) {
     return withRawValue(text, kAllConfidences);
 }
 
+std::vector<Experiment> ofSystem(std::vector<Experiment> experiments, std::string_view system) {
+    std::erase_if(experiments, [&](const Experiment& each) { return each.system != system; });
+    return experiments;
+}
+
 }  // namespace Brimlo

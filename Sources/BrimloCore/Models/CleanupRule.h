@@ -80,6 +80,20 @@ inline constexpr std::array kAllConfidences{
 /// The level with exactly this raw value, or nullopt.
 [[nodiscard]] std::optional<Confidence> confidenceFromRawValue(std::string_view text);
 
+/// A run of `tools/prove-rules`: the program was used, cleaned up after and used again, and nothing
+/// but what comes back had gone.
+struct Experiment {
+    std::string system;   ///< "linux" or "macos".
+    std::string program;  ///< The package and its version.
+    std::string date;     ///< For example "2026-03-01".
+
+    bool operator==(const Experiment&) const = default;
+};
+
+/// The experiments of this system; those of another say nothing for it.
+[[nodiscard]] std::vector<Experiment> ofSystem(
+    std::vector<Experiment> experiments, std::string_view system);
+
 /// What must also hold of a match, so that it is what a rule means. Without any, nothing more.
 struct MatchConditions {
     /// Names that must all be beside the match, as files or folders.
@@ -116,6 +130,7 @@ struct CleanupRule {
     bool isUsersOwn = false;           ///< Its origin: set by the catalog, never by a file.
     std::vector<std::string> sources;  ///< Web addresses of its evidence.
     MatchConditions conditions;
+    std::vector<Experiment> provenOn;  ///< The experiments that prove it.
 
     bool operator==(const CleanupRule&) const = default;
 };

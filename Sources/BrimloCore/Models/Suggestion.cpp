@@ -14,6 +14,9 @@ std::vector<Reason> reasons(const Suggestion& suggestion) {
     for (const std::string& address : suggestion.sources) {
         reasons.push_back({"Source", address});
     }
+    if (!suggestion.evidence.empty()) {
+        reasons.push_back({"Evidence", suggestion.evidence});
+    }
     const bool isDockers = std::ranges::any_of(suggestion.items, [](const SuggestionItem& item) {
         return item.path.starts_with("docker:");
     });

@@ -42,6 +42,7 @@ struct Suggestion {
     std::optional<std::string> officialCommand;
     std::vector<std::string> places;   ///< What the rule looks at: path patterns or folder names.
     std::vector<std::string> sources;  ///< Web addresses of the rule's evidence.
+    std::string evidence;              ///< A sentence: how far the rule is proven on this system.
     std::vector<std::string> runningApps;  ///< The `quitApps` running now, as the rule spells them.
     std::vector<SuggestionItem> items;     ///< Sorted by size, largest first.
     std::set<std::string> preselectedPaths;  ///< The items ticked at first.
@@ -56,7 +57,8 @@ struct Suggestion {
 
 /// One reason for a suggestion.
 struct Reason {
-    std::string label;  ///< "Rule", "Looks at", "Source", "Safety gate" or "Its own command".
+    std::string
+        label;  ///< "Rule", "Looks at", "Source", "Evidence", "Safety gate" or "Its own command".
     std::string text;
 
     bool operator==(const Reason&) const = default;

@@ -10,6 +10,9 @@ namespace Brimlo::Platform {
 /// "linux" or "macos", as packs of rules for one system write it.
 [[nodiscard]] std::string_view systemName();
 
+/// This system's name as people write it: "Linux" or "macOS".
+[[nodiscard]] std::string_view systemLabel();
+
 /// Whether only another system has places like the pattern `path`, in tilde form.
 [[nodiscard]] bool isOfAnotherSystem(std::string_view path);
 

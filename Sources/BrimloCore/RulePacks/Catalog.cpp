@@ -91,6 +91,39 @@ void narrowCatchAlls(std::vector<CleanupRule>& rules) {
     }
 }
 
+/// The sentence for what experiments on this system prove; nullopt without any.
+std::optional<std::string> proof(const std::vector<Experiment>& provenOn) {
+    std::string programs;
+    for (const Experiment& each : ofSystem(provenOn, Platform::systemName())) {
+        programs += (programs.empty() ? "" : ", ") + each.program + " (" + each.date + ")";
+    }
+    if (programs.empty()) {
+        return std::nullopt;
+    }
+    return "Proven on " + std::string{Platform::systemLabel()} + " by experiment, with " +
+           programs + ": used, cleaned, and used again.";
+}
+
+/// What a row rests on that no experiment on this system proves.
+std::string unproven(std::string_view basis) {
+    return std::string{basis} + " No experiment on " + std::string{Platform::systemLabel()} +
+           " has proven it yet.";
+}
+
+std::string_view basis(Confidence confidence) {
+    switch (confidence) {
+        case Confidence::verifiedLocal:
+            return "Checked on a real Mac.";
+        case Confidence::documented:
+            return "The maker's documentation says so.";
+        case Confidence::community:
+            return "Widely reported.";
+        case Confidence::unverified:
+            break;
+    }
+    return "General knowledge.";
+}
+
 }  // namespace
 
 namespace Catalog {
@@ -148,10 +181,24 @@ const std::vector<ArtifactPattern>& artifactPatterns() {
     return kPatterns;
 }
 
+std::string evidence(const CleanupRule& rule) {
+    if (rule.isUsersOwn) {
+        return {};
+    }
+    return proof(rule.provenOn).value_or(unproven(basis(rule.confidence)));
+}
+
+std::string evidence(const ArtifactPattern& pattern) {
+    return proof(pattern.provenOn)
+        .value_or(unproven("Known by the folder's name and what is beside it."));
+}
+
 std::vector<CleanupRule> merge(std::vector<CleanupRule> rules, UnsupportedSafe unsupported) {
     if (unsupported == UnsupportedSafe::lowerToRebuild) {
         for (CleanupRule& rule : rules) {
-            if (rule.risk == Risk::safe && !isSupported(rule.confidence)) {
+            const bool isWeak = !isSupported(rule.confidence) &&
+                                ofSystem(rule.provenOn, Platform::systemName()).empty();
+            if (rule.risk == Risk::safe && isWeak) {
                 rule.risk = Risk::rebuild;
             }
         }

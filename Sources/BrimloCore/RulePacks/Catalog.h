@@ -31,10 +31,16 @@ namespace Brimlo::Catalog {
 /// All patterns for build output in projects. Made once per process.
 [[nodiscard]] const std::vector<ArtifactPattern>& artifactPatterns();
 
+/// What is known of a row on this system, in a sentence: the experiments that prove it, or what it
+/// rests on without any. Empty for a rule of the user's.
+[[nodiscard]] std::string evidence(const CleanupRule& rule);
+[[nodiscard]] std::string evidence(const ArtifactPattern& pattern);
+
 /// Whether weak evidence costs a rule the rating that lets it be preselected.
 enum class UnsupportedSafe { keep, lowerToRebuild };
 
-/// Each id once, at its first place, with its last content.
+/// Each id once, at its first place, with its last content. What an experiment proves on this
+/// system has no weak evidence.
 [[nodiscard]] std::vector<CleanupRule> merge(
     std::vector<CleanupRule> rules, UnsupportedSafe unsupported);
 

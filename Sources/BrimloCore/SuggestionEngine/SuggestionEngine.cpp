@@ -237,6 +237,7 @@ private:
             .officialCommand = rule.officialCommand,
             .places = rule.paths,
             .sources = rule.sources,
+            .evidence = Catalog::evidence(rule),
         };
         std::ranges::copy_if(
             rule.quitApps, std::back_inserter(suggestion.runningApps), [&](const std::string& app) {
@@ -254,6 +255,7 @@ private:
             .risk = pattern.risk,
             .regenerates = pattern.regenerates,
             .places = pattern.names,
+            .evidence = Catalog::evidence(pattern),
         };
         for (const std::string& suffix : pattern.suffixes) {
             suggestion.places.push_back("*" + suffix);

@@ -66,6 +66,31 @@ Confidence readConfidence(FieldReader& reader) {
     return confidence.value_or(Confidence::unverified);
 }
 
+std::vector<Experiment> readExperiments(FieldReader& reader) {
+    std::vector<Experiment> experiments;
+    const Value* value = reader.optional("provenOn");
+    if (value == nullptr) {
+        return experiments;
+    }
+    const Json::Array* array = value->if_array();
+    if (array == nullptr) {
+        reader.fail("provenOn", "is not a list");
+        return experiments;
+    }
+    for (const Value& element : *array) {
+        FieldReader each{element};
+        experiments.push_back({
+            .system = each.text("system"),
+            .program = each.text("program"),
+            .date = each.text("date"),
+        });
+        if (each.error()) {
+            reader.fail("provenOn", *each.error());
+        }
+    }
+    return experiments;
+}
+
 CleanupRule read(FieldReader& reader, const CleanupRule*) {
     return {
         .id = reader.text("id"),
@@ -88,6 +113,7 @@ CleanupRule read(FieldReader& reader, const CleanupRule*) {
             {.beside = reader.textsOrNone("beside"),
                          .owners = reader.textsOrNone("owners"),
                          .ownerFiles = reader.textsOrNone("ownerFiles")},
+        .provenOn = readExperiments(reader),
     };
 }
 
@@ -106,6 +132,7 @@ ArtifactPattern read(FieldReader& reader, const ArtifactPattern*) {
         .excludes = reader.textsOrNone("excludes"),
         .proofs = reader.textsOrNone("proofs"),
         .disproofs = reader.textsOrNone("disproofs"),
+        .provenOn = readExperiments(reader),
     };
 }
 
@@ -145,6 +172,20 @@ void addIfPresent(Json::Object& object, std::string_view key, const std::optiona
 void addIfAny(Json::Object& object, std::string_view key, const std::vector<std::string>& texts) {
     if (!texts.empty()) {
         object.emplace(key, encode(texts));
+    }
+}
+
+void addIfAny(Json::Object& object, const std::vector<Experiment>& provenOn) {
+    Json::Array array;
+    for (const Experiment& each : provenOn) {
+        array.push_back(Json::Object{
+            {"system",  each.system },
+            {"program", each.program},
+            {"date",    each.date   },
+        });
+    }
+    if (!array.empty()) {
+        object.emplace("provenOn", std::move(array));
     }
 }
 
@@ -203,6 +244,7 @@ Json::Object encode(const CleanupRule& rule) {
     addIfAny(object, "beside", rule.conditions.beside);
     addIfAny(object, "owners", rule.conditions.owners);
     addIfAny(object, "ownerFiles", rule.conditions.ownerFiles);
+    addIfAny(object, rule.provenOn);
     return object;
 }
 
@@ -221,6 +263,7 @@ Json::Object encode(const ArtifactPattern& pattern) {
     object.emplace("excludes", encode(pattern.excludes));
     addIfAny(object, "proofs", pattern.proofs);
     addIfAny(object, "disproofs", pattern.disproofs);
+    addIfAny(object, pattern.provenOn);
     return object;
 }
 

@@ -27,6 +27,7 @@ CleanupRule demoted(CleanupRule rule) {
     rule.isCatchAll = false;
     rule.domain = "Custom rules";
     rule.confidence = Confidence::community;
+    rule.provenOn.clear();
     return rule;
 }
 

@@ -49,12 +49,47 @@ TEST_F(CatalogTest, LowersOnlySafeRulesWithWeakEvidence) {
             const bool isWeak =
                 confidence == Confidence::community || confidence == Confidence::unverified;
             CleanupRule lowered = rule;
+            CleanupRule proven = rule;
+            proven.provenOn = {
+                {.system = std::string{Platform::systemName()}, .program = "p 1", .date = "d"}
+            };
+            CleanupRule provenElsewhere = rule;
+            provenElsewhere.provenOn = {
+                {.system = "elsewhere", .program = "p 1", .date = "d"}
+            };
             lowered.risk = isWeak && risk == Risk::safe ? Risk::rebuild : risk;
             EXPECT_EQ(Catalog::merge({rule}, UnsupportedSafe::keep), std::vector{rule});
             EXPECT_EQ(
                 Catalog::merge({rule}, UnsupportedSafe::lowerToRebuild), std::vector{lowered});
+            EXPECT_EQ(
+                Catalog::merge({proven}, UnsupportedSafe::lowerToRebuild), std::vector{proven});
+            EXPECT_EQ(
+                Catalog::merge({provenElsewhere}, UnsupportedSafe::lowerToRebuild).front().risk,
+                lowered.risk);
         }
     }
+}
+
+TEST_F(CatalogTest, SaysWhatIsKnownOnThisSystem) {
+    const std::string here{Platform::systemName()};
+    const std::string label{Platform::systemLabel()};
+    const std::string unproven = " No experiment on " + label + " has proven it yet.";
+    CleanupRule rule{.id = "a", .confidence = Confidence::community};
+    EXPECT_EQ(Catalog::evidence(rule), "Widely reported." + unproven);
+    rule.provenOn = {
+        {.system = "elsewhere", .program = "p 1", .date = "2026-03-01"}
+    };
+    EXPECT_EQ(Catalog::evidence(rule), "Widely reported." + unproven);
+    rule.provenOn.push_back({.system = here, .program = "q 2", .date = "2026-03-02"});
+    EXPECT_EQ(
+        Catalog::evidence(rule),
+        "Proven on " + label +
+            " by experiment, with q 2 (2026-03-02): used, cleaned, and "
+            "used again.");
+    EXPECT_EQ(
+        Catalog::evidence(ArtifactPattern{.provenOn = rule.provenOn}), Catalog::evidence(rule));
+    rule.isUsersOwn = true;
+    EXPECT_EQ(Catalog::evidence(rule), "");
 }
 
 TEST_F(CatalogTest, LetsTheUserHaveTheLastWord) {
@@ -69,7 +104,7 @@ TEST_F(CatalogTest, LetsTheUserHaveTheLastWord) {
     };
     std::vector<CleanupRule> expected = plain(Catalog::builtInRules());
     EXPECT_TRUE(std::ranges::all_of(expected, [](const CleanupRule& rule) {
-        return rule.risk != Risk::safe || isSupported(rule.confidence);
+        return rule.risk != Risk::safe || isSupported(rule.confidence) || !rule.provenOn.empty();
     }));
     const auto replaced = std::ranges::find_if(expected, [](const CleanupRule& rule) {
         return rule.risk == Risk::rebuild && !isSupported(rule.confidence);

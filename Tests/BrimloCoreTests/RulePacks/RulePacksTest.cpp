@@ -77,11 +77,15 @@ TEST_F(RulePacksTest, CompilesInTheRowsOfOnePack) {
         rule.domain = std::nullopt;
         rule.confidence = Confidence::unverified;
         rule.sources = {};
+        rule.provenOn = {};
         if (rule.isCatchAll) {
             rule.risk = Risk::safe;
             rule.regenerates =
                 "Apps rebuild their caches on demand. Apple-owned caches are left alone.";
         }
+    }
+    for (ArtifactPattern& pattern : pack.artifacts) {
+        pattern.provenOn = {};
     }
     EXPECT_EQ(pack.rules.size(), 94U);
     EXPECT_EQ(RulePacks::compiledRules(), pack.rules);

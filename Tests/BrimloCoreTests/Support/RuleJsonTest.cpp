@@ -57,6 +57,9 @@ TEST(RuleJsonTest, NamesTheFieldThatIsWrong) {
         {"is neither true nor false",               R"(contentsOnly=1 catchAll="yes")"              },
         {"is not a whole number",                   R"(minAgeDays=1.5 minAgeDays="7")"              },
         {"is not a whole number",                   "minAgeDays=9223372036854775808"                },
+        {"is not a list",                           R"(provenOn={} provenOn="linux")"               },
+        {R"(field "date": is missing)",             R"(provenOn=[{"system":"s","program":"p"}])"    },
+        {"is not an object",                        "provenOn=[1]"                                  },
         {"\"a\uFFFDb\" is not a level of evidence", R"(confidence="a\nb")"                          },
     };
     for (const auto& [reason, changes] : cases) {
@@ -70,7 +73,7 @@ TEST(RuleJsonTest, NamesTheFieldThatIsWrong) {
 
 TEST(RuleJsonTest, TakesDefaultsForAbsentAndNullFields) {
     for (const std::string& key : words("officialCommand quitApps contentsOnly excludes minAgeDays "
-                                        "catchAll domain confidence sources")) {
+                                        "catchAll domain confidence sources provenOn")) {
         EXPECT_EQ(decodeWith(key + "=").value, kBare) << key;
         EXPECT_EQ(decodeWith(key + "=null").value, kBare) << key;
     }
@@ -84,7 +87,8 @@ TEST(RuleJsonTest, WritesAllKeysInOrderAndReadsThemBack) {
         R"("risk":"review","paths":["~/a","/Volumes/*/b"],"regenerates":"",)"
         R"("officialCommand":"run","quitApps":["Mail"],"contentsOnly":true,"excludes":["[a-z]*"],)"
         R"("minAgeDays":-7,"catchAll":true,"domain":"","confidence":"verified-local",)"
-        R"("sources":["https://example.com"],"beside":["b"],"owners":["~/o"],"ownerFiles":["/f/*"]})";
+        R"("sources":["https://example.com"],"beside":["b"],"owners":["~/o"],"ownerFiles":["/f/*"],)"
+        R"("provenOn":[{"system":"linux","program":"p 1","date":"2026-03-01"}]})";
     EXPECT_EQ(Json::compact(RuleJson::encode(*decode(full).value)), full);
     EXPECT_EQ(
         Json::compact(RuleJson::encode(kBare)),

@@ -23,6 +23,9 @@ protected:
         rule.isCatchAll = true;
         rule.domain = "Theirs";
         rule.confidence = Confidence::verifiedLocal;
+        rule.provenOn = {
+            {.system = "linux", .program = "p 1", .date = "2026-03-01"}
+        };
         return rule;
     }
 
@@ -58,6 +61,7 @@ TEST_F(RuleFileTest, TakesTheRankFromRulesOfOthers) {
     mine.isCatchAll = false;
     mine.domain = "Custom rules";
     mine.confidence = Confidence::community;
+    mine.provenOn.clear();
     EXPECT_EQ(import({rule("dev.npm.cache")}), taken({mine.id}));
     EXPECT_EQ(stored(), std::vector{mine});
     EXPECT_TRUE(Testing::exists(at("rules/custom.dev-npm-cache.json")));

@@ -13,6 +13,10 @@ std::string_view systemName() {
     return "linux";
 }
 
+std::string_view systemLabel() {
+    return "Linux";
+}
+
 bool isOfAnotherSystem(std::string_view path) {
     static constexpr std::array<std::string_view, 10> kFolders{
         "~/Applications/",

@@ -25,6 +25,10 @@ std::string_view systemName() {
     return "macos";
 }
 
+std::string_view systemLabel() {
+    return "macOS";
+}
+
 bool isOfAnotherSystem(std::string_view path) {
     return path.starts_with("~/.var/app/") || path.starts_with("~/snap/") ||
            path.starts_with("~/.steam/") || path.starts_with("~/Videos/");
