@@ -41,6 +41,7 @@ struct EntryStatus {
     std::uint32_t linkCount = 0;  ///< Number of hard links.
     FileIdentity identity;
     std::chrono::sys_seconds modified;  ///< Whole seconds.
+    std::uint64_t mount = 0;            ///< The id of its mount; 0 when unknown.
 };
 
 /// The status of the entry `path` below the folder open at `folder`; nullopt when it is missing or

@@ -62,5 +62,26 @@ TEST(MountTableTest, FindsTheOtherNamesOfAPath) {
     }
 }
 
+TEST(MountTableTest, FindsTheFewestMountsThatShowAVolume) {
+    const MountTable table = MountTable::parse(
+        "1 0 8:1 /@ / x\n2 1 8:1 /@home /home x\n3 1 8:1 /@/srv /mnt x\n4 1 8:2 / /all x\n"
+        "5 1 8:2 /part /covered x\n6 1 8:3 / /covered x\n7 1 8:1 /@home2 /home2 x\n");
+    const std::pair<std::uint64_t, std::vector<std::string>> cases[] = {
+        {1, {"", "/home", "/home2"}},
+        {3, {"", "/home", "/home2"}},
+        {5, {"/all"}               },
+        {6, {}                     },
+        {9, {}                     },
+    };
+    for (const auto& [id, points] : cases) {
+        std::vector<std::string> found;
+        for (const MountTable::Mount& mount :
+             table.wholeOf(id, [](const MountTable::Mount& shown) { return shown.id != 6; })) {
+            found.push_back(mount.point);
+        }
+        EXPECT_EQ(found, points) << id;
+    }
+}
+
 }  // namespace
 }  // namespace Brimlo::Platform

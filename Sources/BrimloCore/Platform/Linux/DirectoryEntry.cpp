@@ -22,7 +22,7 @@ using Buffer = std::array<char, std::size_t{64} << 10U>;
 /// A network file system need not ask its server for the latest values, nor for more than these.
 constexpr int kStatFlags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC;
 constexpr unsigned kStatusMask =
-    STATX_TYPE | STATX_BLOCKS | STATX_SIZE | STATX_NLINK | STATX_INO | STATX_MTIME;
+    STATX_TYPE | STATX_BLOCKS | STATX_SIZE | STATX_NLINK | STATX_INO | STATX_MTIME | STATX_MNT_ID;
 
 /// Fills in the fields missing from the directory record. False when the entry has vanished.
 bool complete(int descriptor, DirectoryEntry& entry, unsigned char type, EntryDetail detail) {
@@ -86,6 +86,7 @@ std::optional<EntryStatus> entryStatus(int folder, const char* path) {
         .linkCount = status.stx_nlink,
         .identity = identity,
         .modified = std::chrono::sys_seconds{std::chrono::seconds{status.stx_mtime.tv_sec}},
+        .mount = (status.stx_mask & STATX_MNT_ID) != 0 ? status.stx_mnt_id : 0,
     };
 }
 

@@ -115,4 +115,27 @@ std::vector<std::string> MountTable::otherNames(std::string_view path) const {
     return names;
 }
 
+std::vector<MountTable::Mount> MountTable::wholeOf(
+    std::uint64_t id, const std::function<bool(const Mount&)>& isVisible) const {
+    const auto own = std::ranges::find(mounts_, id, &Mount::id);
+    if (own == mounts_.end()) {
+        return {};
+    }
+    std::vector<Mount> mounts;
+    std::ranges::copy_if(mounts_, std::back_inserter(mounts), [&](const Mount& mount) {
+        return mount.device == own->device && isVisible(mount);
+    });
+    // A part comes after the folders that it may lie in.
+    std::ranges::stable_sort(mounts, {}, [](const Mount& mount) { return mount.root.size(); });
+    std::vector<Mount> whole;
+    for (const Mount& mount : mounts) {
+        if (std::ranges::none_of(whole, [&](const Mount& other) {
+                return rest(mount.root, other.root).has_value();
+            })) {
+            whole.push_back(mount);
+        }
+    }
+    return whole;
+}
+
 }  // namespace Brimlo::Platform

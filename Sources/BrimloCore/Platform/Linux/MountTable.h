@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,6 +12,13 @@ namespace Brimlo::Platform {
 /// The mounts that this process sees (proc(5), /proc/PID/mountinfo).
 class MountTable {
 public:
+    struct Mount {
+        std::uint64_t id;
+        std::string device;
+        std::string root;   ///< The mounted part of the file system, "" for all of it.
+        std::string point;  ///< "" for the root.
+    };
+
     /// The current table.
     [[nodiscard]] static MountTable read();
 
@@ -26,13 +34,12 @@ public:
     /// covered by another mount.
     [[nodiscard]] std::vector<std::string> otherNames(std::string_view path) const;
 
+    /// The fewest mounts that show all that can be seen of the file system of the mount `id`, only
+    /// those that `isVisible` lets through. None of them shows a part of what another shows.
+    [[nodiscard]] std::vector<Mount> wholeOf(
+        std::uint64_t id, const std::function<bool(const Mount&)>& isVisible) const;
+
 private:
-    struct Mount {
-        std::uint64_t id;
-        std::string device;
-        std::string root;   ///< The mounted part of the file system, "" for all of it.
-        std::string point;  ///< "" for the root.
-    };
     std::vector<Mount> mounts_;
 };
 

@@ -81,6 +81,7 @@ std::optional<EntryStatus> entryStatus(int folder, const char* path) {
         .linkCount = status.st_nlink,
         .identity = identityOf(status),
         .modified = std::chrono::sys_seconds{std::chrono::seconds{status.st_mtimespec.tv_sec}},
+        .mount = static_cast<std::uint32_t>(status.st_dev),
     };
 }
 
