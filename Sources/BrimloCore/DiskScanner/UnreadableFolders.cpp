@@ -38,8 +38,9 @@ std::string areaOf(std::string_view path, std::string_view home) {
     return (isInHome ? "~/" : "/") + std::string{pieces.front()};
 }
 
-/// The first few paths as a list in words.
-std::string firstFew(const std::vector<std::string>& paths) {
+}  // namespace
+
+std::string UnreadableFolders::firstFew(const std::vector<std::string>& paths) {
     constexpr std::size_t kMost = 5;
     std::string words;
     for (const std::string& path : paths | std::views::take(kMost)) {
@@ -48,8 +49,6 @@ std::string firstFew(const std::vector<std::string>& paths) {
     return paths.size() > kMost ? words + " and " + std::to_string(paths.size() - kMost) + " more"
                                 : words;
 }
-
-}  // namespace
 
 std::vector<UnreadableArea> UnreadableFolders::group(
     const std::vector<std::string>& paths, std::string_view home) {

@@ -22,6 +22,9 @@ struct UnreadableArea {
 /// Summarizes thousands of skipped paths.
 namespace UnreadableFolders {
 
+/// The first few paths as a list in words.
+[[nodiscard]] std::string firstFew(const std::vector<std::string>& paths);
+
 /// The areas of the paths, most paths first and equal ones by name.
 [[nodiscard]] std::vector<UnreadableArea> group(
     const std::vector<std::string>& paths, std::string_view home);
