@@ -24,6 +24,7 @@ void addCommands(CLI::App& app, Tool& tool) {
     addDuplicatesCommand(app, tool);
     addDockerCommand(app, tool);
     addSystemCommand(app, tool);
+    addAccountCommand(app, tool);
     addSafetyCommand(app, tool);
     addBackupCommand(app, tool);
     addCoverageCommand(app, tool);

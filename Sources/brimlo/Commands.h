@@ -26,6 +26,7 @@ void addUndoCommand(CLI::App& app, Tool& tool);
 void addTrashCommand(CLI::App& app, Tool& tool);
 void addDockerCommand(CLI::App& app, Tool& tool);
 void addSystemCommand(CLI::App& app, Tool& tool);
+void addAccountCommand(CLI::App& app, Tool& tool);
 void addSafetyCommand(CLI::App& app, Tool& tool);
 void addRulesCommand(CLI::App& app, Tool& tool);
 void addBackupCommand(CLI::App& app, Tool& tool);

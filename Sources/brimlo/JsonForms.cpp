@@ -255,6 +255,35 @@ Json::Array systemParts(const std::vector<SystemPart>& parts) {
     return array;
 }
 
+Json::Object account(const VolumeAccount& account) {
+    Json::Array lines;
+    for (const AccountLine& line : account.lines) {
+        lines.push_back({
+            {"kind",  VolumeAccount::rawValue(line.kind)},
+            {"name",  path(line.name)                   },
+            {"size",  line.bytes                        },
+            {"files", line.files                        },
+        });
+    }
+    const std::vector<std::string> remarks = account.remarks();
+    return {
+        {"tops", paths(account.tops)},
+        {"isWhole", account.isWhole},
+        {"total", account.use.total},
+        {"free", account.use.free},
+        {"available", account.use.available},
+        {"taken", account.taken()},
+        {"files", account.use.files},
+        {"freeFiles", account.use.freeFiles},
+        {"lines", std::move(lines)},
+        {"unreadable", areas(account.unread)},
+        {"snapshots", paths(account.snapshots)},
+        {"mountPoints", paths(account.mountPoints)},
+        {"unaskedProcesses", account.unaskedProcesses},
+        {"remarks", Json::Array(remarks.begin(), remarks.end())},
+    };
+}
+
 Json::Object docker(const DockerSnapshot& snapshot) {
     Json::Array summary;
     for (const DockerSummaryRow& row : snapshot.summary) {

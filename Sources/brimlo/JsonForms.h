@@ -14,6 +14,7 @@
 #include "BrimloCore/Support/Json.h"
 #include "BrimloCore/SystemSpace/SystemSpace.h"
 #include "BrimloCore/UserRules/RuleValidation.h"
+#include "BrimloCore/VolumeAccount/VolumeAccount.h"
 
 #include <string_view>
 #include <vector>
@@ -44,6 +45,7 @@ namespace Brimlo::JsonForms {
 [[nodiscard]] Json::Array areas(const std::vector<UnreadableArea>& areas);
 [[nodiscard]] Json::Object docker(const DockerSnapshot& snapshot);
 [[nodiscard]] Json::Array systemParts(const std::vector<SystemPart>& parts);
+[[nodiscard]] Json::Object account(const VolumeAccount& account);
 [[nodiscard]] Json::Object coverage(const CoverageEntry& entry);
 [[nodiscard]] Json::Object validation(const RuleValidation& validation);
 

@@ -133,6 +133,23 @@ std::string_view VolumeAccount::rawValue(AccountLine::Kind kind) {
     return "rest";
 }
 
+std::vector<AccountLine> VolumeAccount::largest(std::size_t most) const {
+    // One line alone is no shorter when it is called a smaller one.
+    if (lines.size() <= most + 2) {
+        return lines;
+    }
+    const auto end = lines.begin() + static_cast<std::ptrdiff_t>(most);
+    Lines shown{lines.begin(), end};
+    AccountLine smaller{.name = std::to_string(lines.size() - 1 - most) + " smaller parts"};
+    for (const AccountLine& line : std::ranges::subrange{end, lines.end() - 1}) {
+        smaller.bytes = Bytes::sum(smaller.bytes, line.bytes);
+        smaller.files += line.files;
+    }
+    shown.push_back(std::move(smaller));
+    shown.push_back(lines.back());
+    return shown;
+}
+
 std::vector<std::string> VolumeAccount::remarks() const {
     std::vector<std::string> remarks;
     if (use.files > 0 && use.freeFiles == 0) {

@@ -4,6 +4,7 @@
 #include "BrimloCore/DiskScanner/UnreadableFolders.h"
 #include "BrimloCore/Platform/VolumeParts.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -46,6 +47,9 @@ struct VolumeAccount {
 
     /// "area" and so on.
     [[nodiscard]] static std::string_view rawValue(AccountLine::Kind kind);
+
+    /// The lines for a screen: so many of the largest, one for all smaller ones, and `rest`.
+    [[nodiscard]] std::vector<AccountLine> largest(std::size_t most) const;
 
     /// What the lines can't tell, in sentences: that no more files can be made, and where something
     /// could not be counted.
