@@ -186,4 +186,35 @@ ExitCode run(const CleanPlan& plan, const Choice& choice, const Tool& tool) {
     return exitCode(report);
 }
 
+namespace {
+
+void show(const UndoReport& report) {
+    for (const std::string& path : report.restored) {
+        Console::line("restored  " + Console::shortPath(path));
+    }
+    for (const ItemProblem& problem : report.failures) {
+        Console::line("failed    " + Console::problem(problem));
+    }
+    for (const ItemProblem& problem : report.unrecorded) {
+        Console::line(
+            "          " + Console::shortPath(problem.path) +
+            " is back, but the journal could not be written: " + problem.reason);
+    }
+    Console::line("Restored " + Console::count(report.restored.size(), "item") + ".");
+}
+
+}  // namespace
+
+ExitCode tell(const UndoReport& report, const Tool& tool) {
+    if (tool.isJson()) {
+        print(JsonForms::report(report));
+    } else {
+        show(report);
+    }
+    if (Tool::wasInterrupted()) {
+        return ExitCode::interrupted;
+    }
+    return report.hasProblems() ? ExitCode::problems : ExitCode::done;
+}
+
 }  // namespace Brimlo::CleanRun

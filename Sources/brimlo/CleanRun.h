@@ -20,6 +20,9 @@ struct Choice {
 void show(const CleanPlan& plan, bool isFull = false);
 void show(const CleanReport& report, const CleanPlan& plan, bool dryRun);
 
+/// Prints what an undo has restored, and returns the exit code.
+[[nodiscard]] ExitCode tell(const UndoReport& report, const Tool& tool);
+
 /// The exit code after such a clean.
 [[nodiscard]] ExitCode exitCode(const CleanReport& report);
 

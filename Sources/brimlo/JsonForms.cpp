@@ -166,6 +166,31 @@ Json::Object report(const TrashReport& report) {
     };
 }
 
+Json::Object trash(const TrashContents& contents) {
+    Json::Array items;
+    for (const TrashContents::Item& item : contents.items) {
+        Json::Object object{
+            {"trashPath", path(item.trashPath)}
+        };
+        if (item.originalPath) {
+            object.emplace("originalPath", path(*item.originalPath));
+        }
+        if (item.date) {
+            object.emplace("date", Dates::format(*item.date));
+        }
+        object.emplace("size", item.size);
+        if (item.entryID) {
+            object.emplace("entryID", item.entryID->text());
+        }
+        items.push_back(std::move(object));
+    }
+    return {
+        {"items",    std::move(items)        },
+        {"bytes",    contents.bytes          },
+        {"failures", lines(contents.failures)},
+    };
+}
+
 Json::Value entry(const JournalEntry& entry) {
     std::string text;
     entry.encode(text);

@@ -4,6 +4,7 @@
 #include "BrimloCore/Cleaner/CleanReport.h"
 #include "BrimloCore/Cleaner/CopyChoice.h"
 #include "BrimloCore/Cleaner/DuplicateFinder.h"
+#include "BrimloCore/Cleaner/TrashContents.h"
 #include "BrimloCore/DiskScanner/FileNode.h"
 #include "BrimloCore/DiskScanner/UnreadableFolders.h"
 #include "BrimloCore/Docker/DockerSnapshot.h"
@@ -35,6 +36,7 @@ namespace Brimlo::JsonForms {
 [[nodiscard]] Json::Object report(const CleanReport& report);
 [[nodiscard]] Json::Object report(const UndoReport& report);
 [[nodiscard]] Json::Object report(const TrashReport& report);
+[[nodiscard]] Json::Object trash(const TrashContents& contents);
 [[nodiscard]] Json::Value entry(const JournalEntry& entry);
 /// Without the children.
 [[nodiscard]] Json::Object node(const FileNode& node);

@@ -2,9 +2,9 @@
 #include "BrimloCore/Journal/JournalEntry.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Text.h"
+#include "brimlo/CleanRun.h"
 #include "brimlo/Commands.h"
 #include "brimlo/Console.h"
-#include "brimlo/JsonForms.h"
 
 #include <memory>
 
@@ -79,21 +79,6 @@ std::expected<std::vector<Uuid>, std::string> meant(
     return result;
 }
 
-void show(const UndoReport& report) {
-    for (const std::string& path : report.restored) {
-        Console::line("restored  " + Console::shortPath(path));
-    }
-    for (const ItemProblem& problem : report.failures) {
-        Console::line("failed    " + Console::problem(problem));
-    }
-    for (const ItemProblem& problem : report.unrecorded) {
-        Console::line(
-            "          " + Console::shortPath(problem.path) +
-            " is back, but the journal could not be written: " + problem.reason);
-    }
-    Console::line("Restored " + Console::count(report.restored.size(), "item") + ".");
-}
-
 ExitCode run(const Arguments& arguments, const Tool& tool) {
     Cleaner cleaner{std::make_shared<Journal>(StoragePaths::journal())};
     const auto entries = cleaner.history();
@@ -107,16 +92,7 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
         return ExitCode::problems;
     }
     Tool::noteInterrupts(Tool::kFinishesFirst);
-    const UndoReport report = cleaner.undo(*ids);
-    if (tool.isJson()) {
-        print(JsonForms::report(report));
-    } else {
-        show(report);
-    }
-    if (Tool::wasInterrupted()) {
-        return ExitCode::interrupted;
-    }
-    return report.hasProblems() ? ExitCode::problems : ExitCode::done;
+    return CleanRun::tell(cleaner.undo(*ids), tool);
 }
 
 }  // namespace

@@ -49,6 +49,33 @@ TEST_F(UndoCommandTest, FindsNothingOnceTheTrashWasPurged) {
     EXPECT_EQ(run({"undo", "--last"}).exitCode, 1);
 }
 
+TEST_F(UndoCommandTest, ListsRestoresAndPurgesItemsOfTheTrash) {
+    const auto foreign = [&](const std::string& name) {
+        write(".local/share/Trash/files/" + name);
+        write(".local/share/Trash/info/" + name + ".trashinfo", "Path=" + at("old") + "\n");
+    };
+    foreign("first");
+    foreign("second");
+    clean("own");
+    EXPECT_EQ(
+        shape(answer({"trash", "list"})),
+        "{items[{trashPath,originalPath,date,size,entryID}],bytes,failures[]}");
+    const std::string lines = run({"trash", "list"}).out;
+    EXPECT_TRUE(lines.contains("  Brimlo  own  ~/own\n")) << lines;
+    EXPECT_TRUE(lines.contains("          second  ~/old\n")) << lines;
+    EXPECT_TRUE(run({"trash", "restore", "old"}).err.contains("name one by its path there"));
+    EXPECT_EQ(run({"trash", "restore", "none"}).exitCode, 1);
+    EXPECT_EQ(
+        run({"trash", "restore", "first"}),
+        (Outcome{0, "restored  ~/old\nRestored 1 item.\n", ""}));
+    EXPECT_EQ(run({"trash", "purge", "own"}).exitCode, 2);
+    EXPECT_EQ(run({"trash", "purge", "own", "--dry-run"}).exitCode, 0);
+    EXPECT_THAT(trashed(), testing::ElementsAre("own", "second"));
+    EXPECT_EQ(answer({"trash", "purge", "own", "--yes"}).at("removed").as_int64(), 1);
+    EXPECT_EQ(answer({"history"}).at(0).at("purgedFromTrash").as_bool(), true);
+    EXPECT_THAT(trashed(), testing::ElementsAre("second"));
+}
+
 TEST_F(UndoCommandTest, RefusesIdsThatMeanNothingOrTooMuch) {
     const auto entry = [](const std::string& id) {
         return R"({"id":")" + id +

@@ -7,6 +7,17 @@
 
 namespace Brimlo {
 
+namespace {
+
+/// What is left in the Trash, and why; "" when nothing is.
+std::string leftSentence(const std::vector<ItemProblem>& failures) {
+    return failures.empty() ? ""
+                            : " " + std::to_string(failures.size()) +
+                                  " item(s) could not be removed: " + failures.front().text() + ".";
+}
+
+}  // namespace
+
 bool CleanReport::canUndo() const {
     const auto unrecordedObjects =
         std::ranges::count_if(unrecorded, isPseudoPath, &ItemProblem::path);
@@ -14,13 +25,12 @@ bool CleanReport::canUndo() const {
 }
 
 std::string TrashReport::purgedSentence(bool dryRun) const {
-    std::string text = (dryRun ? "Would permanently remove " : "Permanently removed ") +
-                       Fmt::bytes(bytes) + " that Brimlo had moved to Trash.";
-    if (!failures.empty()) {
-        text += " " + std::to_string(failures.size()) +
-                " item(s) could not be removed: " + failures.front().text() + ".";
-    }
-    return text;
+    return (dryRun ? "Would permanently remove " : "Permanently removed ") + Fmt::bytes(bytes) +
+           " that Brimlo had moved to Trash." + leftSentence(failures);
+}
+
+std::string TrashReport::deletedSentence() const {
+    return "Deleted " + Fmt::bytes(bytes) + " for good." + leftSentence(failures);
 }
 
 std::string TrashReport::emptiedSentence() const {

@@ -76,6 +76,9 @@ struct TrashReport {
     /// by how many items are left and why.
     [[nodiscard]] std::string purgedSentence(bool dryRun) const;
 
+    /// The result of deleting chosen items: "Deleted 5 MB for good.", with what is left and why.
+    [[nodiscard]] std::string deletedSentence() const;
+
     /// The result of emptying: "Emptied Trash: freed 5 MB.", or why something is left.
     [[nodiscard]] std::string emptiedSentence() const;
 };

@@ -16,8 +16,11 @@
 #include <cerrno>
 #include <chrono>
 #include <ctime>
+#include <functional>
+#include <map>
 #include <set>
 #include <span>
+#include <string_view>
 #include <utility>
 
 // Undo and purge act on an item in the Trash only if the journal has an entry for it and
@@ -212,7 +215,7 @@ void Cleaner::putBackTogether(std::span<const JournalEntry> entries, UndoReport&
     std::vector<JournalEntry> restored;
     std::vector<Platform::TrashItem::Returned> returned;
     for (auto& [entry, identity] : found) {
-        if (const auto path = putBack(entry, identity)) {
+        if (const auto path = putBack(*entry.trashPath, identity, entry.originalPath)) {
             returned.push_back({.trashPath = *entry.trashPath, .path = *path});
             report.restored.push_back(entry.originalPath);
             restored.push_back(entry);
@@ -245,24 +248,121 @@ std::expected<FileIdentity, Error> Cleaner::findToReturn(const JournalEntry& ent
 
 /// Moves the item back; the path that it has now.
 std::expected<std::string, Error> Cleaner::putBack(
-    const JournalEntry& entry, const FileIdentity& identity) {
+    const std::string& trashPath, const FileIdentity& identity, const std::string& originalPath) {
     // The plan's spelling may end in a slash, or contain ".." after a folder that is gone now.
-    const std::string original = Path::standardized(entry.originalPath);
+    const std::string original = Path::standardized(originalPath);
     if (FileIdentity::of(original)) {
-        return failure(kTargetExists, "Something already exists at " + entry.originalPath);
+        return failure(kTargetExists, "Something already exists at " + originalPath);
     }
     const std::string parent{Path::parent(original)};
     if (auto made = Folders::create(parent, Folders::Access::asUmaskAllows); !made) {
         return std::unexpected(made.error());
     }
-    const auto restored = Platform::TrashItem::putBack(*entry.trashPath, identity, original);
+    const auto restored = Platform::TrashItem::putBack(trashPath, identity, original);
     if (!restored && restored.error().code == EEXIST) {
-        return failure(kTargetExists, "Something already exists at " + entry.originalPath);
+        return failure(kTargetExists, "Something already exists at " + originalPath);
     }
     if (!restored) {
         return std::unexpected(restored.error());
     }
     return original;
+}
+
+std::expected<TrashContents, Error> Cleaner::trashContents() {
+    const auto entries = journal_->entries();
+    if (!entries) {
+        return std::unexpected(entries.error());
+    }
+    std::map<FileIdentity, const JournalEntry*> own;
+    for (const JournalEntry& entry : *entries) {
+        if (const auto found = entry.isRestorable() ? findItem(entry) : failure(kNothingLeft, "")) {
+            own.emplace(*found, &entry);
+        }
+    }
+    TrashContents contents;
+    std::set<std::string_view> folders;
+    const Platform::TrashItem::Listing listing = Platform::TrashItem::list();
+    for (const auto& [trashPath, identity, path, date] : listing.items) {
+        TrashContents::Item item{
+            .trashPath = trashPath,
+            .identity = identity,
+            .originalPath = path,
+            .date = std::nullopt,
+            .size = DiskScanner::quickSize(trashPath),
+            .entryID = std::nullopt,
+        };
+        if (date) {
+            item.date = std::chrono::sys_seconds{std::chrono::seconds{*date}};
+        }
+        if (const auto entry = own.find(identity); entry != own.end()) {
+            item.originalPath = entry->second->originalPath;
+            item.date = entry->second->date;
+            item.entryID = entry->second->id;
+        }
+        contents.items.push_back(std::move(item));
+        folders.insert(Path::parent(trashPath));
+    }
+    std::ranges::stable_sort(contents.items, std::greater{}, &TrashContents::Item::date);
+    for (const std::string_view folder : folders) {
+        contents.bytes = Bytes::sum(contents.bytes, DiskScanner::quickSize(std::string{folder}));
+    }
+    for (const auto& [path, error] : listing.closed) {
+        contents.failures.push_back({path, error.description});
+    }
+    return contents;
+}
+
+UndoReport Cleaner::restore(const std::vector<TrashContents::Item>& items) {
+    std::vector<Uuid> own;
+    UndoReport theirs;
+    std::vector<Platform::TrashItem::Returned> returned;
+    for (const TrashContents::Item& item : items) {
+        if (item.entryID) {
+            own.push_back(*item.entryID);
+            continue;
+        }
+        const auto path = item.originalPath
+                              ? putBack(item.trashPath, item.identity, *item.originalPath)
+                              : failure(kNoPlace, "The Trash names no place to restore to");
+        if (path) {
+            returned.push_back({.trashPath = item.trashPath, .path = *path});
+            theirs.restored.push_back(*path);
+        } else {
+            theirs.failures.push_back({item.trashPath, path.error().description});
+        }
+    }
+    Platform::TrashItem::settle(returned);
+    UndoReport report = own.empty() ? UndoReport{} : undo(own);
+    report.restored.insert(report.restored.end(), theirs.restored.begin(), theirs.restored.end());
+    report.failures.insert(report.failures.end(), theirs.failures.begin(), theirs.failures.end());
+    return report;
+}
+
+TrashReport Cleaner::purge(const std::vector<TrashContents::Item>& items) {
+    TrashReport report;
+    std::set<Uuid> gone;
+    for (const auto& item : items) {
+        if (const auto removed = Platform::TrashItem::remove(item.trashPath, item.identity);
+            !removed) {
+            report.failures.push_back({item.trashPath, removed.error().description});
+            continue;
+        }
+        if (item.entryID) {
+            gone.insert(*item.entryID);
+        }
+        report.bytes = Bytes::sum(report.bytes, item.size);
+        ++report.removed;
+    }
+    markPurged(gone);
+    return report;
+}
+
+/// In one write. If the process is killed before, the next purge finds these items gone.
+void Cleaner::markPurged(const std::set<Uuid>& gone) {
+    if (!gone.empty()) {
+        static_cast<void>(
+            journal_->update(gone, [](JournalEntry& changed) { changed.purgedFromTrash = true; }));
+    }
 }
 
 TrashReport Cleaner::purgeOwnTrash(std::int64_t olderThanDays, bool dryRun) {
@@ -301,11 +401,7 @@ TrashReport Cleaner::purgeOwnTrash(std::int64_t olderThanDays, bool dryRun) {
         report.bytes = Bytes::sum(report.bytes, entry.size);
         ++report.removed;
     }
-    // In one write. If the process is killed before, the next purge finds these items gone.
-    if (!gone.empty()) {
-        static_cast<void>(
-            journal_->update(gone, [](JournalEntry& changed) { changed.purgedFromTrash = true; }));
-    }
+    markPurged(gone);
     if (!dryRun) {
         Platform::TrashItem::removeLeftovers();
     }

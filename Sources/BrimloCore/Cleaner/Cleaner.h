@@ -2,6 +2,7 @@
 
 #include "BrimloCore/Cleaner/CleanPlan.h"
 #include "BrimloCore/Cleaner/CleanReport.h"
+#include "BrimloCore/Cleaner/TrashContents.h"
 #include "BrimloCore/Docker/DockerClient.h"
 #include "BrimloCore/Gate/Safety.h"
 #include "BrimloCore/Journal/Journal.h"
@@ -13,6 +14,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <span>
 #include <string>
 #include <vector>
@@ -75,6 +77,18 @@ public:
     /// names the journal.
     [[nodiscard]] UndoReport undo(const std::vector<Uuid>& ids);
 
+    /// What lies in the user's Trashes. Measures each item. Fails when the journal, which tells
+    /// Brimlo's own items, can't be read.
+    [[nodiscard]] std::expected<TrashContents, Error> trashContents();
+
+    /// Restores items of the Trash: Brimlo's own as `undo` does, others to where their Trash says
+    /// that they were. Never overwrites.
+    [[nodiscard]] UndoReport restore(const std::vector<TrashContents::Item>& items);
+
+    /// Deletes items of the Trash for good, whoever put them there, each only if it is still the
+    /// same.
+    [[nodiscard]] TrashReport purge(const std::vector<TrashContents::Item>& items);
+
     /// Deletes items that Brimlo put in the home Trash more than this many days ago. Only what is
     /// provably the item that was put there is deleted. A dry run deletes nothing, but marks what
     /// it finds gone.
@@ -102,7 +116,10 @@ private:
     [[nodiscard]] static std::expected<Platform::FileIdentity, Error> findToReturn(
         const JournalEntry& entry);
     [[nodiscard]] static std::expected<std::string, Error> putBack(
-        const JournalEntry& entry, const Platform::FileIdentity& identity);
+        const std::string& trashPath,
+        const Platform::FileIdentity& identity,
+        const std::string& originalPath);
+    void markPurged(const std::set<Uuid>& gone);
 
     std::shared_ptr<Journal> journal_;
     DockerClient::Places docker_;

@@ -3,13 +3,31 @@
 #include "BrimloCore/Models/Error.h"
 #include "BrimloCore/Platform/FileIdentity.h"
 
+#include <ctime>
 #include <expected>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 /// Items in the Trash, and the ways out of it. Paths are those that the Trash gave.
 namespace Brimlo::Platform::TrashItem {
+
+/// An item that some program put into a Trash of this user.
+struct Listed {
+    std::string trashPath;
+    FileIdentity identity;
+    /// Where it was, absolute, if the Trash names a place that the item may go back to.
+    std::optional<std::string> path;
+    std::optional<std::time_t> date;  ///< When it was moved, if the Trash tells.
+};
+
+/// The items of the home Trash and of those of local volumes, and the Trashes that can't be read.
+struct Listing {
+    std::vector<Listed> items;
+    std::vector<std::pair<std::string, Error>> closed;
+};
+[[nodiscard]] Listing list();
 
 /// The item at `trashPath`, if it is the one that was put into a Trash of this user for the journal
 /// entry `entryID`, when its identity was `recorded` (`FileIdentity::text`).

@@ -150,6 +150,52 @@ TEST_F(CleanerTrashTest, UndoRestoresOnlyTheItemAndOverwritesNothing) {
     }
 }
 
+TEST_F(CleanerTrashTest, RestoresAndPurgesSingleItemsOfAnyProgram) {
+    const std::string path = "Path=" + home() + "/";
+    const std::string nowhere = "The Trash names no place to restore to";
+    const struct {
+        const char* name;
+        std::string note;
+        std::string reason;
+    } cases[] = {
+        {"line end in the path", path + "new/deep/a%0Ab\n",   ""                                          },
+        {"taken",                path + "taken\n",            "Something already exists at " + at("taken")},
+        {"dots",                 path + "new/../../item\n",   nowhere                                     },
+        {"relative",             "Path=new/item\n",           nowhere                                     },
+        {"NUL",                  path + "a%00b\n",            nowhere                                     },
+        {"cut",                  path + "a%2\n",              nowhere                                     },
+        {"no path",              "DeletionDate=2026-03-01\n", nowhere                                     },
+    };
+    write("taken", "new");
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        write(".local/share/Trash/files/item", "theirs");
+        write(".local/share/Trash/info/item.trashinfo", "[Trash Info]\n" + c.note);
+        const auto items = cleaner_.trashContents()->find({"item", inTrash("item")});
+        ASSERT_TRUE(items);
+        ASSERT_EQ(items->size(), 1U);
+        const UndoReport report = cleaner_.restore(*items);
+        EXPECT_EQ(report.failures.empty() ? "" : report.failures.front().reason, c.reason);
+        EXPECT_EQ(exists(inTrash("item")), !c.reason.empty());
+        EXPECT_EQ(cleaner_.purge(*items).removed, c.reason.empty() ? 0 : 1);
+        EXPECT_FALSE(exists(inTrash("item")) || exists(noteOf("item")));
+    }
+    EXPECT_EQ(contentOf(at("new/deep/a\nb")), "theirs");
+    EXPECT_EQ(contentOf(at("taken")), "new");
+
+    const JournalEntry back = trash(write("back"));
+    const JournalEntry gone = trash(write("gone"));
+    EXPECT_TRUE(cleaner_.restore(*cleaner_.trashContents()->find({at("back")})).failures.empty());
+    const auto items = *cleaner_.trashContents()->find({"gone"});
+    fs::rename(inTrash("gone"), at("kept"));
+    write(".local/share/Trash/files/gone", "another");
+    EXPECT_EQ(cleaner_.purge(items).removed, 0);
+    EXPECT_EQ(contentOf(inTrash("gone")), "another");
+    fs::rename(at("kept"), inTrash("gone"));
+    EXPECT_EQ(cleaner_.purge(items).removed, 1);
+    EXPECT_TRUE(entry(back.id).undone && entry(gone.id).purgedFromTrash);
+}
+
 TEST_F(CleanerTrashTest, PurgeTakesOnlyOwnOldItems) {
     constexpr std::int64_t kDay = 86'400;
     using Change = std::function<void(JournalEntry & entry)>;

@@ -96,6 +96,32 @@ TEST_F(CleanerVolumesTest, UsesTheTrashAtTheTopOfTheVolume) {
     });
 }
 
+TEST_F(CleanerVolumesTest, RestoresOnlyOntoTheVolumeOfTheTrash) {
+    const std::pair<std::string, bool> cases[] = {
+        {"a%20b/item",           true },
+        {"../item",              false},
+        {"a/../../item",         false},
+        {"link/item",            false},
+        {at("elsewhere/item"),   false},
+        {at("volume/of%20path"), false},
+    };
+    withOwnMounts([&] {
+        ASSERT_MOUNTED(mountMemory("volume"));
+        link("volume/link", makeFolder("elsewhere"));
+        for (const auto& [path, comesBack] : cases) {
+            SCOPED_TRACE(path);
+            const std::string trashed = write("volume/.Trash-" + user_ + "/files/item");
+            write("volume/.Trash-" + user_ + "/info/item.trashinfo", "Path=" + path + "\n");
+            const auto items = cleaner_.trashContents()->find({trashed});
+            ASSERT_TRUE(items);
+            EXPECT_EQ(cleaner_.restore(*items).failures.empty(), comesBack);
+            EXPECT_EQ(exists(trashed), !comesBack);
+            EXPECT_TRUE(fs::is_empty(at("elsewhere")));
+        }
+        EXPECT_TRUE(exists(at("volume/a b/item")));
+    });
+}
+
 TEST_F(CleanerVolumesTest, FollowsTheMountAndNotTheDevice) {
     withOwnMounts([&] {
         // One file system on two mounts: a rename does not cross them.

@@ -43,6 +43,14 @@ TEST(MountTableTest, FindsMountsByWholeComponents) {
     }
 }
 
+TEST(MountTableTest, KnowsWhatAnswersWithoutAServer) {
+    const MountTable table = MountTable::parse(
+        "1 0 8:1 / / rw shared:1 - ext4 a rw\n2 1 0:2 / /net rw - nfs4 b rw\n"
+        "3 1 0:3 / /usb rw shared:2 master:3 - fuseblk c rw\n4 1 0:4 / /ssh rw - fuse.sshfs d "
+        "rw\n");
+    EXPECT_EQ(table.localPoints(), (std::set<std::string>{"/", "/usb"}));
+}
+
 TEST(MountTableTest, FindsTheOtherNamesOfAPath) {
     const MountTable table = MountTable::parse(
         "1 0 8:1 / / x\n2 1 8:1 /home/u/.ssh/keys /home/u/keys x\n3 1 8:2 /@home /data x\n"

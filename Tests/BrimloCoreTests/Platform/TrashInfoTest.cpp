@@ -22,6 +22,8 @@ TEST(TrashInfoTest, TellsThePathAndTheLocalTime) {
         "Path=/a%20b/100%25%0A%C3%A9\n"
         "DeletionDate=1970-01-02T05:29:59\n"
         "X-Brimlo-Entry=ID\n");
+    EXPECT_EQ(TrashInfo::parse(info.text(86'399))->date, 86'399);
+    EXPECT_EQ(TrashInfo::parse("Path=/a\nDeletionDate=yesterday\n")->date, std::nullopt);
 }
 
 TEST(TrashInfoTest, BringsEachByteBack) {

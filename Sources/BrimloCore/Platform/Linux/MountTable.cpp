@@ -53,7 +53,7 @@ MountTable MountTable::parse(std::string_view text) {
     MountTable table;
     std::istringstream lines{std::string{text}};
     for (std::string line; std::getline(lines, line);) {
-        // id, parent id, device, root within the file system, mount point, …
+        // id, parent id, device, root within the file system, mount point, …, "-", type, …
         // Only a space separates fields: other white space can be part of a mount point.
         std::istringstream fields{line};
         std::array<std::string, 5> field;
@@ -64,12 +64,18 @@ MountTable MountTable::parse(std::string_view text) {
         std::uint64_t id = 0;
         const auto parsed = std::from_chars(number.data(), number.data() + number.size(), id);
         const bool isNumber = parsed.ec == std::errc{} && *parsed.ptr == '\0';
+        std::string word;
+        while (std::getline(fields, word, ' ') && word != "-") {
+        }
+        std::string type;
+        std::getline(fields, type, ' ');
         if (isNumber && !field.back().empty()) {
             table.mounts_.push_back(
                 {id,
                  field[2],
                  withoutLoneSlash(unescaped(field[3])),
-                 withoutLoneSlash(unescaped(field.back()))});
+                 withoutLoneSlash(unescaped(field.back())),
+                 std::move(type)});
         }
     }
     return table;
@@ -81,6 +87,19 @@ std::optional<std::string> MountTable::mountPoint(std::uint64_t id) const {
         return std::nullopt;
     }
     return found->point.empty() ? "/" : found->point;
+}
+
+std::set<std::string> MountTable::localPoints() const {
+    constexpr std::array kDistant{
+        "9p", "afs", "autofs", "ceph", "cifs", "fuse.", "nfs", "smb", "virtiofs"};
+    std::set<std::string> points;
+    for (const Mount& mount : mounts_) {
+        const auto isOf = [&](const char* type) { return mount.type.starts_with(type); };
+        if (std::ranges::none_of(kDistant, isOf)) {
+            points.insert(mount.point.empty() ? "/" : mount.point);
+        }
+    }
+    return points;
 }
 
 bool MountTable::hasMountAtOrBelow(std::string_view path) const {

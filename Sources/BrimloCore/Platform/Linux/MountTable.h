@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,6 +18,7 @@ public:
         std::string device;
         std::string root;   ///< The mounted part of the file system, "" for all of it.
         std::string point;  ///< "" for the root.
+        std::string type;
     };
 
     /// The current table.
@@ -26,6 +28,10 @@ public:
 
     /// The mount point of the mount with this id (`stx_mnt_id` of statx(2)).
     [[nodiscard]] std::optional<std::string> mountPoint(std::uint64_t id) const;
+
+    /// The mount points of file systems that answer without a server or another program: a look at
+    /// the others may never return.
+    [[nodiscard]] std::set<std::string> localPoints() const;
 
     /// Whether there is a mount point at `path` or below it.
     [[nodiscard]] bool hasMountAtOrBelow(std::string_view path) const;

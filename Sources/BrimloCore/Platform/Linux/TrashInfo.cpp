@@ -14,6 +14,8 @@ constexpr std::string_view kPathKey = "Path=";
 constexpr std::string_view kDateKey = "DeletionDate=";
 constexpr std::string_view kEntryKey = "X-Brimlo-Entry=";
 
+constexpr const char* kDateForm = "%Y-%m-%dT%H:%M:%S";
+
 constexpr std::size_t kLongestName = 255;
 
 /// The longest prefix of `text` of at most `limit` bytes that splits no character.
@@ -28,13 +30,22 @@ std::string_view shortened(std::string_view text, std::size_t limit) {
     return text.substr(0, limit);
 }
 
+/// The time that a text gives in local time.
+std::optional<std::time_t> dateIn(const std::string& text) {
+    std::tm local{};
+    local.tm_isdst = -1;  // Whether it was summer is not told.
+    const char* end = strptime(text.c_str(), kDateForm, &local);
+    const std::time_t date = end == nullptr ? -1 : std::mktime(&local);
+    return date < 0 ? std::nullopt : std::optional{date};
+}
+
 }  // namespace
 
-std::string TrashInfo::text(std::time_t date) const {
+std::string TrashInfo::text(std::time_t now) const {
     std::tm local{};
-    localtime_r(&date, &local);
+    localtime_r(&now, &local);
     std::array<char, 32> day{};
-    const std::size_t length = std::strftime(day.data(), day.size(), "%Y-%m-%dT%H:%M:%S", &local);
+    const std::size_t length = std::strftime(day.data(), day.size(), kDateForm, &local);
 
     std::string text = "[Trash Info]\n";
     text.append(kPathKey).append(FileUrl::encodePath(path)).append("\n");
@@ -48,6 +59,7 @@ std::string TrashInfo::text(std::time_t date) const {
 std::optional<TrashInfo> TrashInfo::parse(std::string_view text) {
     std::optional<std::string> path;
     std::optional<std::string> entryID;
+    std::optional<std::string> date;
     while (!text.empty()) {
         const std::size_t end = std::min(text.find('\n'), text.size());
         const std::string_view line = text.substr(0, end);
@@ -57,12 +69,18 @@ std::optional<TrashInfo> TrashInfo::parse(std::string_view text) {
             path = FileUrl::decodePath(line.substr(kPathKey.size()));
         } else if (!entryID && line.starts_with(kEntryKey)) {
             entryID = line.substr(kEntryKey.size());
+        } else if (!date && line.starts_with(kDateKey)) {
+            date = line.substr(kDateKey.size());
         }
     }
     if (!path) {
         return std::nullopt;
     }
-    return TrashInfo{.path = *path, .entryID = entryID};
+    return TrashInfo{
+        .path = *path,
+        .entryID = entryID,
+        .date = date ? dateIn(*date) : std::nullopt,
+    };
 }
 
 std::string nameInTrash(std::string_view name, int attempt) {

@@ -16,8 +16,11 @@ struct TrashInfo {
     /// The journal entry of the removal, in a key of our own that other programs ignore.
     std::optional<std::string> entryID;
 
-    /// The file's content for a removal at `date`, which it gives in local time.
-    [[nodiscard]] std::string text(std::time_t date) const;
+    /// When the item was removed, as a parsed file tells.
+    std::optional<std::time_t> date = std::nullopt;
+
+    /// The file's content for a removal at `now`, which it gives in local time.
+    [[nodiscard]] std::string text(std::time_t now) const;
 
     /// The parsed content; nullopt when it names no path.
     [[nodiscard]] static std::optional<TrashInfo> parse(std::string_view text);

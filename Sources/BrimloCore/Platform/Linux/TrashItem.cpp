@@ -1,11 +1,13 @@
 #include "BrimloCore/Platform/TrashItem.h"
 
 #include "BrimloCore/Platform/DirectoryEntry.h"
+#include "BrimloCore/Platform/Linux/MountTable.h"
 #include "BrimloCore/Platform/Linux/TrashFolder.h"
 #include "BrimloCore/Platform/Linux/TrashInfo.h"
 #include "BrimloCore/Platform/Posix/Descriptor.h"
 #include "BrimloCore/Platform/Posix/Folders.h"
 #include "BrimloCore/Platform/Posix/Stat.h"
+#include "BrimloCore/Platform/Trash.h"
 
 #include <algorithm>
 #include <array>
@@ -16,6 +18,7 @@
 #include <ctime>
 #include <filesystem>
 #include <set>
+#include <system_error>
 #include <vector>
 
 #include <fcntl.h>
@@ -47,8 +50,8 @@ struct Item {
 
     [[nodiscard]] std::string infoName() const { return name + std::string{kTrashInfoSuffix}; }
 
-    /// The journal entry in the trashinfo file; ENOENT when there is none.
-    [[nodiscard]] std::expected<std::string, Error> entryID() const {
+    /// What the trashinfo file tells; nullopt when it names no path.
+    [[nodiscard]] std::expected<std::optional<TrashInfo>, Error> note() const {
         constexpr int kFlags = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
         const Descriptor file{openat(trash.info.number(), infoName().c_str(), kFlags)};
         std::array<char, 16384>
@@ -57,9 +60,17 @@ struct Item {
         if (length < 0) {
             return failure();
         }
-        const auto found = TrashInfo::parse({text.data(), static_cast<std::size_t>(length)});
-        return found && found->entryID ? std::expected<std::string, Error>{*found->entryID}
-                                       : failure(ENOENT);
+        return TrashInfo::parse({text.data(), static_cast<std::size_t>(length)});
+    }
+
+    /// The journal entry in the trashinfo file; ENOENT when there is none.
+    [[nodiscard]] std::expected<std::string, Error> entryID() const {
+        const auto found = note();
+        if (!found) {
+            return std::unexpected(found.error());
+        }
+        return *found && (*found)->entryID ? std::expected<std::string, Error>{*(*found)->entryID}
+                                           : failure(ENOENT);
     }
 
     /// Whether the item is gone and its trashinfo file too old for a clean that is still running.
@@ -118,11 +129,71 @@ std::optional<FileIdentity> leftover(int folder, const std::string& name) {
     return isLeft ? std::optional{identityOf(status)} : std::nullopt;
 }
 
+/// The paths of the "files" folders that this user's Trashes may have.
+std::vector<std::string> folderPaths() {
+    const std::string user = std::to_string(getuid());
+    std::vector<std::string> paths{homeTrash()};
+    for (const fs::path top : MountTable::read().localPoints()) {
+        for (const std::string& name : {".Trash/" + user, ".Trash-" + user}) {
+            paths.push_back(top / name / "files");
+        }
+    }
+    return paths;
+}
+
+/// Where an item was; nullopt when it can't go back there. Anybody may have written the Trash of a
+/// volume, so the place that it names must lie on the volume.
+std::optional<std::string> placeOf(const TrashInfo& note, const TrashFolder& trash) {
+    const fs::path named{note.path};
+    const bool isOfVolume = !trash.base.empty();
+    if (note.path.empty() || note.path.contains('\0') || named.is_relative() != isOfVolume ||
+        std::ranges::find(named, fs::path{".."}) != named.end()) {
+        return std::nullopt;
+    }
+    const fs::path place = trash.base / named;
+    std::error_code error;
+    const fs::path folder = fs::weakly_canonical(place.parent_path(), error);
+    const bool isOutside =
+        isOfVolume && (error || *folder.lexically_relative(trash.base).begin() == "..");
+    return isOutside ? std::nullopt : std::optional{place.string()};
+}
+
 std::string_view inode(std::string_view identity) {
     return identity.substr(identity.rfind(':') + 1);
 }
 
 }  // namespace
+
+Listing list() {
+    Listing listing;
+    for (const std::string& files : folderPaths()) {
+        auto trash =
+            files == homeTrash() ? TrashFolder::home() : TrashFolder::holding(files + "/any");
+        if (!trash) {
+            if (trash.error().code != ENOENT && trash.error().code != ENXIO) {
+                listing.closed.emplace_back(files, trash.error());
+            }
+            continue;
+        }
+        Item item{.trash = *std::move(trash), .name = ""};
+        for (const std::string& name : namesIn(item.trash.files)) {
+            struct stat status{};
+            if (fstatat(item.trash.files.number(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) !=
+                0) {
+                continue;  // Another program removed it first.
+            }
+            item.name = name;
+            const auto note = item.note().value_or(std::nullopt);
+            listing.items.push_back({
+                .trashPath = files + "/" + name,
+                .identity = identityOf(status),
+                .path = note ? placeOf(*note, item.trash) : std::nullopt,
+                .date = note ? note->date : std::nullopt,
+            });
+        }
+    }
+    return listing;
+}
 
 std::expected<FileIdentity, Error> find(
     const std::string& trashPath,

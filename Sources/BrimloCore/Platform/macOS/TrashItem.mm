@@ -9,6 +9,8 @@
 #include <filesystem>
 #include <set>
 #include <string>
+#include <system_error>
+#include <vector>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -71,6 +73,30 @@ std::expected<void, Error> moveByFoundation(
 }
 
 }  // namespace
+
+/// Only the Finder knows where an item was, and when it came.
+Listing list() {
+    Listing listing;
+    std::vector<std::string> folders{homeTrash()};
+    std::error_code error;
+    for (const auto& volume : std::filesystem::directory_iterator{"/Volumes", error}) {
+        folders.push_back(volume.path() / ".Trashes" / std::to_string(getuid()));
+    }
+    for (const std::string& folder : folders) {
+        std::filesystem::directory_iterator entries{folder, error};
+        if (error && error.value() != ENOENT) {
+            listing.closed.emplace_back(folder, Error::fromSystem(error.value()));
+        }
+        for (const auto& entry : entries) {
+            const auto identity = FileIdentity::of(entry.path());
+            if (identity && entry.path().filename() != ".DS_Store") {
+                listing.items.push_back(
+                    {.trashPath = entry.path(), .identity = *identity, .path = {}, .date = {}});
+            }
+        }
+    }
+    return listing;
+}
 
 std::expected<FileIdentity, Error> find(
     const std::string& trashPath,
