@@ -19,6 +19,8 @@ FILES = {
     "lib/brimlo/brimlo-complete": "program",
     "share/applications/brimlo.desktop": "file",
     "share/bash-completion/completions/brimlo": "file",
+    "share/doc/brimlo-app/changelog.gz": "file",
+    "share/doc/brimlo-app/copyright": "file",
     "share/doc/brimlo/changelog.gz": "file",
     "share/doc/brimlo/copyright": "file",
     "share/fish/vendor_completions.d/brimlo.fish": "file",
