@@ -52,6 +52,7 @@ FocusScope {
         NodeHeader {
             countWidth: list.countWidth
             dateWidth: list.dateWidth
+            growthWidth: list.growthWidth
             visible: list.visible
             Layout.fillWidth: true
             Layout.topMargin: Theme.tiny

@@ -8,6 +8,7 @@ RowLayout {
 
     property int countWidth: 80
     property int dateWidth: 100
+    property int growthWidth: 0
 
     function sortBy(key) {
         if (AppModel.analyzer.rows.sortKey === key)
@@ -23,11 +24,13 @@ RowLayout {
         Layout.fillWidth: true
         onClicked: header.sortBy(sortKey)
     }
-    Label {
+    NodeHeaderCell {
+        sortKey: "Growth"
         text: qsTr("± since %1").arg(Format.date(AppModel.analyzer.since))
-        secondary: true
-        font.pixelSize: Theme.small
-        visible: !isNaN(AppModel.analyzer.since)
+        flushRight: true
+        visible: header.growthWidth > 0
+        Layout.preferredWidth: header.growthWidth
+        onClicked: header.sortBy(sortKey)
     }
     NodeHeaderCell {
         sortKey: "Items"

@@ -15,6 +15,8 @@ ScrollList {
     property double pickedAt: 0
     readonly property int countWidth: Math.ceil(widestCount.advanceWidth)
     readonly property int dateWidth: Math.ceil(widestDate.advanceWidth)
+    // None without an earlier scan to compare with.
+    readonly property int growthWidth: isNaN(AppModel.analyzer.since) ? 0 : Math.ceil(Math.max(widestGrowth.advanceWidth, growthHeading.advanceWidth + Theme.snug))
 
     signal backWanted
 
@@ -101,6 +103,21 @@ ScrollList {
         font.pixelSize: Theme.body
         text: Format.widestDate(Theme.family, Theme.body)
     }
+    TextMetrics {
+        id: widestGrowth
+
+        font.family: Theme.family
+        font.pixelSize: Theme.body
+        text: "−888.88 GB"
+    }
+    TextMetrics {
+        id: growthHeading
+
+        font.family: Theme.family
+        font.pixelSize: Theme.caption
+        font.weight: Font.DemiBold
+        text: qsTr("± since %1").arg(Format.date(AppModel.analyzer.since))
+    }
     Shortcut {
         sequence: "Shift+F10"
         enabled: list.activeFocus
@@ -114,6 +131,7 @@ ScrollList {
     delegate: NodeRow {
         countWidth: list.countWidth
         dateWidth: list.dateWidth
+        growthWidth: list.growthWidth
         onPicked: modifiers => {
             list.forceActiveFocus(Qt.MouseFocusReason);
             list.pick(index, modifiers);

@@ -22,6 +22,7 @@ ListRow {
 
     property int countWidth: 80
     property int dateWidth: 100
+    property int growthWidth: 0
     readonly property string countText: Format.count(fileCount)
     readonly property string dateText: isAggregate ? "" : Format.date(modified)
 
@@ -60,7 +61,9 @@ ListRow {
     Label {
         text: row.growth
         color: row.growth.startsWith("+") ? Theme.rebuildText : Theme.safeText
-        visible: text !== ""
+        horizontalAlignment: Text.AlignRight
+        visible: row.growthWidth > 0
+        Layout.preferredWidth: row.growthWidth
         Accessible.ignored: true
     }
     Label {

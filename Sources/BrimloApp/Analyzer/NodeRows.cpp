@@ -13,11 +13,15 @@
 
 #include <algorithm>
 #include <iterator>
+#include <ranges>
 #include <utility>
+#include <vector>
 
 namespace Brimlo {
 
 namespace {
+
+constexpr QLatin1String kByGrowth{"Growth"};
 
 QVariant date(const NodeLine& row) {
     if (row.isAggregate) {
@@ -52,6 +56,18 @@ NodeLine lineOf(const FileNode& node, const Analyzer& analyzer) {
     };
 }
 
+/// Those that grew alike keep their order.
+void sortByGrowth(NodeRows::Nodes& nodes, const Analyzer& analyzer, bool ascending) {
+    std::vector<std::pair<std::int64_t, std::shared_ptr<FileNode>>> grown;
+    grown.reserve(nodes.size());
+    for (auto& node : nodes) {
+        const std::int64_t growth = analyzer.growth(*node).value_or(0);
+        grown.emplace_back(ascending ? growth : -growth, std::move(node));
+    }
+    std::ranges::stable_sort(grown, {}, &decltype(grown)::value_type::first);
+    std::ranges::move(grown | std::views::values, nodes.begin());
+}
+
 }  // namespace
 
 NodeRows::NodeRows(AppModel& app, Analyzer& analyzer)
@@ -84,7 +100,11 @@ void NodeRows::refresh() {
     using Order = FileNode::SortOrder;
     const auto& folder = analyzer_.current();
     const Order order = ascending_ ? Order::ascending : Order::descending;
-    nodes_ = folder ? folder->sortedChildren(sortKey_, order) : Nodes{};
+    nodes_ = folder ? folder->sortedChildren(sortKey_.value_or(FileNode::SortKey::size), order)
+                    : Nodes{};
+    if (!sortKey_) {
+        sortByGrowth(nodes_, analyzer_, ascending_);
+    }
     std::vector<NodeLine> lines;
     lines.reserve(nodes_.size());
     for (const auto& node : nodes_) {
@@ -118,12 +138,13 @@ int NodeRows::startRow() const {
 }
 
 QString NodeRows::sortKey() const {
-    return words(FileNode::rawValue(sortKey_));
+    return sortKey_ ? words(FileNode::rawValue(*sortKey_)) : QString{kByGrowth};
 }
 
 void NodeRows::setSortKey(const QString& word) {
-    if (const auto key = FileNode::sortKeyFromRawValue(word.toStdString())) {
-        assign(*this, sortKey_, *key, &NodeRows::orderChanged);
+    const auto key = FileNode::sortKeyFromRawValue(word.toStdString());
+    if (key || word == kByGrowth) {
+        assign(*this, sortKey_, key, &NodeRows::orderChanged);
     }
 }
 

@@ -8,6 +8,7 @@
 
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_set>
 
@@ -63,7 +64,8 @@ public:
     [[nodiscard]] int selectedCount() const { return selectedCount_; }
     [[nodiscard]] double selectedSize() const;
 
-    /// The word of a `FileNode::SortKey`. Another word changes nothing.
+    /// The word of a `FileNode::SortKey`, or "Growth" for the growth since an earlier scan. Another
+    /// word changes nothing.
     [[nodiscard]] QString sortKey() const;
     void setSortKey(const QString& word);
     [[nodiscard]] bool ascending() const { return ascending_; }
@@ -119,7 +121,7 @@ private:
     Analyzer& analyzer_;
     Rows<NodeLine> rows_;
     Nodes nodes_;
-    FileNode::SortKey sortKey_ = FileNode::SortKey::size;
+    std::optional<FileNode::SortKey> sortKey_ = FileNode::SortKey::size;  ///< Unset: by growth.
     bool ascending_ = false;
     Selection selection_;
     int selectedCount_ = 0;

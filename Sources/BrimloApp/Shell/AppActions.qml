@@ -10,9 +10,11 @@ Item {
     readonly property string rescanKeys: "Ctrl+R"
     readonly property string undoKeys: "Ctrl+Z"
     readonly property string quitKeys: "Ctrl+Q"
+    readonly property var shortcutKeys: ["Ctrl+?", "F1"]
     readonly property bool canUndo: AppModel.banner.undoesChange || AppModel.cleanup.lastReport.canUndo && AppModel.busy === ""
 
     signal aboutRequested
+    signal shortcutsRequested
     signal quitRequested
 
     function checkForUpdates() {
@@ -40,6 +42,10 @@ Item {
         sequence: actions.undoKeys
         enabled: actions.canUndo
         onActivated: actions.undo()
+    }
+    Shortcut {
+        sequences: actions.shortcutKeys
+        onActivated: actions.shortcutsRequested()
     }
     Shortcut {
         sequence: actions.quitKeys

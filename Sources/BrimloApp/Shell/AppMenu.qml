@@ -22,6 +22,12 @@ PopupMenu {
         enabled: Updater.canCheck
         onTriggered: menu.actions.checkForUpdates()
     }
+    MenuEntry {
+        text: qsTr("Keyboard Shortcuts")
+        symbol: "list.bullet"
+        shortcut: menu.actions.shortcutKeys[0]
+        onTriggered: menu.actions.shortcutsRequested()
+    }
     MenuDivider {}
     MenuEntry {
         text: qsTr("Rescan")
@@ -49,7 +55,7 @@ PopupMenu {
     }
     Instantiator {
         model: Sections.all
-        onObjectAdded: (index, object) => menu.insertItem(7 + index, object)
+        onObjectAdded: (index, object) => menu.insertItem(8 + index, object)
         onObjectRemoved: (index, object) => menu.removeItem(object)
 
         MenuEntry {

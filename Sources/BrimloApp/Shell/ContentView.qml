@@ -27,6 +27,7 @@ Window {
         id: actions
 
         onAboutRequested: about.presented = true
+        onShortcutsRequested: shortcuts.presented = true
         onQuitRequested: window.close()
     }
     Loader {
@@ -104,6 +105,12 @@ Window {
     AboutSheet {
         id: about
 
+        onDismissed: presented = false
+    }
+    ShortcutsSheet {
+        id: shortcuts
+
+        actions: actions
         onDismissed: presented = false
     }
 

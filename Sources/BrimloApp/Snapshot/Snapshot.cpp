@@ -127,6 +127,9 @@ std::vector<Scene> windowScenes() {
         then(
             then(showing("about", Overview), press("Menu")),
             [](Stage& stage) { return stage.press(QAccessible::MenuItem, "About Brimlo"); }),
+        then(
+            then(showing("shortcuts", Overview), press("Menu")),
+            [](Stage& stage) { return stage.press(QAccessible::MenuItem, "Keyboard Shortcuts"); }),
         showing("cli-offer", Overview, CannedState::offeringCLI),
     };
 }

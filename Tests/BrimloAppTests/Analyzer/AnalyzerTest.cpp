@@ -16,6 +16,8 @@
 #include <algorithm>
 #include <filesystem>
 #include <map>
+#include <string>
+#include <vector>
 
 namespace Brimlo {
 namespace {
@@ -131,6 +133,23 @@ TEST_F(AnalyzerTest, TellsHowFoldersGrewSinceAnEarlierScan) {
     scan();
     EXPECT_THAT(growths(), ElementsAre(Pair("grown", "+3 MB"), Pair("shrunk", "−5 MB")));
     EXPECT_TRUE(model().analyzer()->since().isValid());
+
+    // Sorted by growth: those without any between the two, by size.
+    NodeRows& rows = *model().analyzer()->rows();
+    rows.setSortKey("Growth");
+    const auto names = [&] {
+        std::vector<std::string> found;
+        for (const auto& node : rows.nodes()) {
+            found.emplace_back(node->name());
+        }
+        return found;
+    };
+    EXPECT_EQ(names().front(), "grown");
+    EXPECT_EQ(names().back(), "shrunk");
+    rows.setAscending(true);
+    EXPECT_EQ(names().front(), "shrunk");
+    rows.setSortKey("nonsense");
+    EXPECT_EQ(rows.sortKey(), "Growth");
 }
 
 TEST_F(AnalyzerTest, TakesWhatWentOutOfTheTreeAndNoMore) {

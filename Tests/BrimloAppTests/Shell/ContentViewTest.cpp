@@ -260,5 +260,19 @@ TEST_F(ContentViewTest, OpensEachSectionByItsKeysInItsPlaceAndReadable) {
     }
 }
 
+TEST_F(ContentViewTest, ListsItsKeys) {
+    open();
+    for (const double scale : {1.0, 2.0}) {
+        setTheme("fontScale", scale);
+        key(Qt::Key_F1);
+        await([&] { return sees("Press the main button"); }, "the list");
+        expectLaidOut();
+        key(Qt::Key_Escape);
+        await([&] { return !sees("Press the main button"); }, "its end");
+    }
+    key(Qt::Key_Question, Qt::ControlModifier);
+    await([&] { return sees("Keyboard shortcuts"); }, "the list");
+}
+
 }  // namespace
 }  // namespace Brimlo

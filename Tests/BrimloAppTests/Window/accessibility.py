@@ -195,6 +195,11 @@ def use(app):
     app.open('push button', 'Menu', 'menu item', 'About Brimlo')
     app.open('menu item', 'About Brimlo', 'dialog', 'Brimlo')
     app.press('Close')
+    app.open('push button', 'Menu', 'menu item', 'Keyboard Shortcuts')
+    app.open('menu item', 'Keyboard Shortcuts', 'dialog', 'Keyboard shortcuts')
+    app.wait_for('list item', 'Ctrl+R, Rescan')
+    app.audit('the shortcuts')
+    app.press('Close')
 
     app.act('list item', 'Rules')
     app.press('New rule')

@@ -26,6 +26,10 @@ Native.MenuBar {
             onTriggered: bar.actions.checkForUpdates()
         }
         Native.MenuItem {
+            text: qsTr("Keyboard Shortcuts")
+            onTriggered: bar.actions.shortcutsRequested()
+        }
+        Native.MenuItem {
             text: qsTr("Rescan")
             onTriggered: bar.actions.rescan()
         }
