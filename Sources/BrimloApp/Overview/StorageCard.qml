@@ -123,6 +123,11 @@ Card {
             }
         }
         PlainButton {
+            text: qsTr("Why is it full?")
+            help: qsTr("Account for all that is taken, the largest first")
+            onClicked: AppModel.diskAccount.isOpen = true
+        }
+        PlainButton {
             text: qsTr("Outside your files…")
             help: qsTr("Measure what the system keeps: its journal, packages and the like")
             onClicked: AppModel.machine.showsSystem = true

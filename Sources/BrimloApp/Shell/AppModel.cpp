@@ -4,6 +4,7 @@
 #include "BrimloApp/Duplicates/DuplicateSearch.h"
 #include "BrimloApp/History/History.h"
 #include "BrimloApp/LargeFiles/LargeFileSearch.h"
+#include "BrimloApp/Overview/DiskAccount.h"
 #include "BrimloApp/Overview/Machine.h"
 #include "BrimloApp/Platform/Desktop.h"
 #include "BrimloApp/Review/Cleanup.h"
@@ -40,6 +41,7 @@ AppModel::AppModel(Surroundings surroundings, QObject* parent)
           std::make_shared<Journal>(StoragePaths::journal()), surroundings_.docker)}
     , banner_{std::make_unique<Banner>(*surroundings_.clock)}
     , machine_{std::make_unique<Machine>()}
+    , diskAccount_{std::make_unique<DiskAccount>(*this)}
     , smartClean_{std::make_unique<SmartClean>(*this)}
     , cleanup_{std::make_unique<Cleanup>(*this)}
     , analyzer_{std::make_unique<Analyzer>(*this)}

@@ -22,6 +22,7 @@ namespace Brimlo {
 
 class Analyzer;
 class Cleanup;
+class DiskAccount;
 class DuplicateSearch;
 class History;
 class LargeFileSearch;
@@ -53,6 +54,7 @@ class AppModel : public QObject {
     Q_MOC_INCLUDE("BrimloApp/Duplicates/DuplicateSearch.h")
     Q_MOC_INCLUDE("BrimloApp/History/History.h")
     Q_MOC_INCLUDE("BrimloApp/LargeFiles/LargeFileSearch.h")
+    Q_MOC_INCLUDE("BrimloApp/Overview/DiskAccount.h")
     Q_MOC_INCLUDE("BrimloApp/Overview/Machine.h")
     Q_MOC_INCLUDE("BrimloApp/Review/Cleanup.h")
     Q_MOC_INCLUDE("BrimloApp/Rules/RuleBook.h")
@@ -65,6 +67,7 @@ class AppModel : public QObject {
 
     Q_PROPERTY(Brimlo::Banner* banner READ banner CONSTANT)
     Q_PROPERTY(Brimlo::Machine* machine READ machine CONSTANT)
+    Q_PROPERTY(Brimlo::DiskAccount* diskAccount READ diskAccount CONSTANT)
     Q_PROPERTY(Brimlo::SmartClean* smartClean READ smartClean CONSTANT)
     Q_PROPERTY(Brimlo::Cleanup* cleanup READ cleanup CONSTANT)
     Q_PROPERTY(Brimlo::Analyzer* analyzer READ analyzer CONSTANT)
@@ -89,6 +92,7 @@ public:
     // The parts, never null.
     [[nodiscard]] Banner* banner() const { return banner_.get(); }
     [[nodiscard]] Machine* machine() const { return machine_.get(); }
+    [[nodiscard]] DiskAccount* diskAccount() const { return diskAccount_.get(); }
     [[nodiscard]] SmartClean* smartClean() const { return smartClean_.get(); }
     [[nodiscard]] Cleanup* cleanup() const { return cleanup_.get(); }
     [[nodiscard]] Analyzer* analyzer() const { return analyzer_.get(); }
@@ -145,6 +149,7 @@ private:
 
     const std::unique_ptr<Banner> banner_;
     const std::unique_ptr<Machine> machine_;
+    const std::unique_ptr<DiskAccount> diskAccount_;
     const std::unique_ptr<SmartClean> smartClean_;
     const std::unique_ptr<Cleanup> cleanup_;
     const std::unique_ptr<Analyzer> analyzer_;

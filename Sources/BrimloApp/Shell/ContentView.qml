@@ -83,6 +83,10 @@ Window {
         source: "ResultSheet.qml"
     }
     LazyLoader {
+        needed: AppModel.diskAccount.isOpen
+        source: "AccountSheet.qml"
+    }
+    LazyLoader {
         needed: AppModel.machine.showsSystem
         source: "SystemSheet.qml"
     }

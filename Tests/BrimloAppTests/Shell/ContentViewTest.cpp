@@ -2,6 +2,7 @@
 #include "BrimloApp/Duplicates/DuplicateSearch.h"
 #include "BrimloApp/History/History.h"
 #include "BrimloApp/LargeFiles/LargeFileSearch.h"
+#include "BrimloApp/Overview/DiskAccount.h"
 #include "BrimloApp/Overview/Machine.h"
 #include "BrimloApp/Review/Cleanup.h"
 #include "BrimloApp/SmartClean/SmartClean.h"
@@ -216,6 +217,36 @@ TEST_F(ContentViewTest, MeasuresWhatTheSystemKeepsAndCopiesItsCommands) {
     finish();
     waitToSee("Storage of rootless Docker, *");
     EXPECT_TRUE(exists(at(".local/share/docker/overlay2/a")));
+}
+
+TEST_F(ContentViewTest, TellsWhyTheDiskIsFullWhileTheSheetIsOpen) {
+    using enum AccountLine::Kind;
+    open();
+    {
+        const Testing::HeldWork held;
+        press("Why is it full?");
+        waitToSee("Counting… *");
+        press("Stop");
+        await([&] { return !sees("Counting… *"); }, "its end");
+        EXPECT_FALSE(model().diskAccount()->isCounting());
+    }
+    finish();
+    {
+        const Testing::HeldWork held;
+        press("Why is it full?");
+        model().diskAccount()->show(VolumeAccount{
+            .use = {.total = 100'000, .free = 1'000, .available = 1'000},
+            .lines = {{area, home() + "/big", 120'000, 7}, {rest, "Not explained", -21'000, 0}},
+            .snapshots = {"/kept"}
+        });
+        waitToSee("~/big, 120 KB");
+        EXPECT_TRUE(sees("Not explained, -21 KB"));
+        EXPECT_TRUE(sees("*They are /kept."));
+        expectLaidOut();
+        press("Done");
+    }
+    finish();
+    EXPECT_EQ(model().diskAccount()->lines().size(), 2) << "a late answer changes nothing";
 }
 
 TEST_F(ContentViewTest, AsksOnceAboutTheCommandLineTool) {
