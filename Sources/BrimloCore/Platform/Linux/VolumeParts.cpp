@@ -279,7 +279,8 @@ std::vector<std::string> trashFolders(const std::string& top) {
 
 bool isInSnapshot(int folder) {
     btrfs_ioctl_get_subvol_info_args info{};
-    return ioctl(folder, BTRFS_IOC_GET_SUBVOL_INFO, &info) == 0 &&
+    // Where no other root is filed after this one, the kernel answers with 1.
+    return ioctl(folder, BTRFS_IOC_GET_SUBVOL_INFO, &info) >= 0 &&
            std::ranges::any_of(info.parent_uuid, [](auto byte) { return byte != 0; });
 }
 
