@@ -1,13 +1,16 @@
 #include "BrimloApp/Analyzer/Analyzer.h"
 
+#include "BrimloApp/Components/Format.h"
 #include "BrimloApp/Overview/Machine.h"
 #include "BrimloApp/Review/PlanReview.h"
 #include "BrimloApp/Shell/FolderSearch.h"
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloCore/DiskScanner/DiskScanner.h"
+#include "BrimloCore/Platform/Fmt.h"
 #include "BrimloCore/ScanRecords/ScanHistory.h"
 #include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/StoragePaths.h"
+#include "BrimloCore/UserRules/UserRules.h"
 
 #include <algorithm>
 #include <utility>
@@ -36,17 +39,31 @@ FileNode* nodeOf(std::string_view path, FileNode* top) {
     return node;
 }
 
-/// Leaves a record for a later comparison, and gives an earlier one: of a day ago or before, since
-/// what grew within minutes says little; without one, the last. A failure is not told: the scan
-/// itself is complete without it.
-std::optional<ScanRecord> exchangeRecords(const FileNode& tree) {
+/// An earlier scan, and the folder that surely grew most since.
+struct Comparison {
+    std::optional<ScanRecord> earlier;
+    std::optional<Growth::Folder> grewMost;
+};
+
+/// Leaves a record for a later comparison, and compares with an earlier one: of a day ago or
+/// before, since what grew within minutes says little; without one, the last. A failure is not
+/// told: the scan itself is complete without it.
+Comparison exchangeRecords(const FileNode& tree) {
     const auto now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
-    auto earlier = ScanHistory::newest(tree.path(), now - std::chrono::days{1}).record;
-    if (!earlier) {
-        earlier = ScanHistory::newest(tree.path()).record;
+    Comparison comparison;
+    comparison.earlier = ScanHistory::newest(tree.path(), now - std::chrono::days{1}).record;
+    if (!comparison.earlier) {
+        comparison.earlier = ScanHistory::newest(tree.path()).record;
     }
-    static_cast<void>(ScanHistory::remember(ScanRecord::of(tree, now)));
-    return earlier;
+    const ScanRecord record = ScanRecord::of(tree, now);
+    if (comparison.earlier) {
+        const Growth growth = Growth::between(*comparison.earlier, record);
+        if (const Growth::Folder* most = growth.grewMost()) {
+            comparison.grewMost = *most;
+        }
+    }
+    static_cast<void>(ScanHistory::remember(record));
+    return comparison;
 }
 
 void removeNode(std::string_view path, const std::shared_ptr<FileNode>& top) {
@@ -102,7 +119,7 @@ void Analyzer::scan() {
 
     struct Scanned {
         Node root;
-        std::optional<ScanRecord> earlier;
+        Comparison comparison;
         AreaRows::Unseen unseen;
     };
     runInBackground(
@@ -110,13 +127,13 @@ void Analyzer::scan() {
         [control = scanControl_, root = scanRoot_] {
             DiskScanner scanner{control, ScanOptions{}};
             Node tree = scanner.scan(root);
-            std::optional<ScanRecord> earlier;
+            Comparison comparison;
             if (tree && !control->isCancelled()) {
-                earlier = exchangeRecords(*tree);
+                comparison = exchangeRecords(*tree);
             }
             return Scanned{
                 .root = std::move(tree),
-                .earlier = std::move(earlier),
+                .comparison = std::move(comparison),
                 .unseen = AreaRows::Unseen::of(*control)};
         },
         [control = scanControl_](Analyzer& analyzer, Scanned scanned) {
@@ -131,7 +148,8 @@ void Analyzer::scan() {
                 for (const std::string& path : went) {
                     removeNode(path, scanned.root);
                 }
-                analyzer.compare(scanned.earlier);
+                analyzer.compare(
+                    scanned.comparison.earlier, std::move(scanned.comparison.grewMost));
                 analyzer.setTree(std::move(scanned.root));
                 if (FileNode* const folder = nodeOf(reopened, analyzer.root_.get())) {
                     analyzer.setCurrent(folder->shared());
@@ -145,7 +163,9 @@ void Analyzer::scan() {
         });
 }
 
-void Analyzer::compare(const std::optional<ScanRecord>& earlier) {
+void Analyzer::compare(
+    const std::optional<ScanRecord>& earlier, std::optional<Growth::Folder> grewMost) {
+    grewMost_ = std::move(grewMost);
     earlier_.reset();
     if (!earlier) {
         return;
@@ -159,6 +179,16 @@ void Analyzer::compare(const std::optional<ScanRecord>& earlier) {
 QDateTime Analyzer::since() const {
     return earlier_ ? QDateTime::fromSecsSinceEpoch(earlier_->time.time_since_epoch().count())
                     : QDateTime{};
+}
+
+QString Analyzer::grewMost() const {
+    if (!hasTree() || !earlier_ || !grewMost_) {
+        return {};
+    }
+    const bool isExact = grewMost_->least == grewMost_->most;
+    return shown(UserRules::tildeForm(grewMost_->path)) + " grew most since " +
+           Format::dateTime(since()) + (isExact ? ", by " : ", by at least ") +
+           QString::fromStdString(Fmt::bytes(grewMost_->least)) + ".";
 }
 
 std::optional<std::int64_t> Analyzer::growth(const FileNode& node) const {

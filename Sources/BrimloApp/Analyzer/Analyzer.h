@@ -6,6 +6,7 @@
 #include "BrimloApp/Shell/AppModel.h"
 #include "BrimloCore/DiskScanner/FileNode.h"
 #include "BrimloCore/DiskScanner/ScanControl.h"
+#include "BrimloCore/ScanRecords/Growth.h"
 #include "BrimloCore/ScanRecords/ScanRecord.h"
 
 #include <QtCore/QDateTime>
@@ -41,6 +42,7 @@ class Analyzer : public QObject {
     Q_PROPERTY(QString scanPath READ scanPath NOTIFY progressChanged)
     Q_PROPERTY(bool hasTree READ hasTree NOTIFY currentChanged)
     Q_PROPERTY(QDateTime since READ since NOTIFY currentChanged)
+    Q_PROPERTY(QString grewMost READ grewMost NOTIFY currentChanged)
     Q_PROPERTY(int analyzerMode READ analyzerMode WRITE setAnalyzerMode NOTIFY analyzerModeChanged)
 
     Q_PROPERTY(Brimlo::NodeRows* rows READ rows CONSTANT)
@@ -83,9 +85,11 @@ public:
     /// Replaces the tree and goes to its root; null for no tree.
     void setTree(Node tree);
     /// Compares the folders with an earlier scan of the same root; null for none.
-    void compare(const std::optional<ScanRecord>& earlier);
+    void compare(const std::optional<ScanRecord>& earlier, std::optional<Growth::Folder> grewMost);
     /// The time of that scan; invalid without one.
     [[nodiscard]] QDateTime since() const;
+    /// A sentence about the folder that grew most since; empty when none surely grew.
+    [[nodiscard]] QString grewMost() const;
     /// The bytes by which a folder is larger than it was then; nullopt where that scan did not list
     /// it.
     [[nodiscard]] std::optional<std::int64_t> growth(const FileNode& node) const;
@@ -141,6 +145,7 @@ private:
         std::unordered_map<std::string, std::int64_t> sizes;  ///< By path.
     };
     std::optional<Earlier> earlier_;
+    std::optional<Growth::Folder> grewMost_;
     int analyzerMode_ = 0;
 
     const std::unique_ptr<PlanReview> review_;

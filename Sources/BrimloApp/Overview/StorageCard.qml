@@ -133,6 +133,23 @@ Card {
             onClicked: AppModel.machine.showsSystem = true
         }
     }
+    RowLayout {
+        spacing: Theme.tight
+        visible: AppModel.analyzer.grewMost !== ""
+        Layout.fillWidth: true
+
+        Label {
+            text: AppModel.analyzer.grewMost
+            secondary: true
+            wrapMode: Text.Wrap
+            Layout.fillWidth: true
+        }
+        PlainButton {
+            text: qsTr("What grew")
+            help: qsTr("Show the folders with their growth")
+            onClicked: AppModel.section = Sections.Analyzer
+        }
+    }
 
     // One entry of the bar's legend.
     component LegendEntry: RowLayout {

@@ -60,6 +60,11 @@ struct Growth {
     Total now;
     std::vector<Folder> folders;  ///< The largest growth first, by `least`.
 
+    /// The folder that surely grew most; null when none surely grew.
+    [[nodiscard]] const Folder* grewMost() const {
+        return folders.empty() || folders.front().least <= 0 ? nullptr : &folders.front();
+    }
+
     /// The changes from one record to a later one of the same root.
     ///
     /// Folders are the same by their path, else by device and inode together with one sign more

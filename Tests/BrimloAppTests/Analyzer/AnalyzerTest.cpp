@@ -118,6 +118,7 @@ TEST_F(AnalyzerTest, TellsHowFoldersGrewSinceAnEarlierScan) {
     scan();
     EXPECT_THAT(growths(), IsEmpty());
     EXPECT_FALSE(model().analyzer()->since().isValid());
+    EXPECT_EQ(model().analyzer()->grewMost(), "");
     // A scan of a day ago comes before one of a moment ago.
     auto dayAgo = ScanHistory::newest(at("tree")).record.value();
     fill("tree/grown/between", 1'500'000);
@@ -132,6 +133,9 @@ TEST_F(AnalyzerTest, TellsHowFoldersGrewSinceAnEarlierScan) {
     fill("tree/appeared/data", 2'000'000);
     scan();
     EXPECT_THAT(growths(), ElementsAre(Pair("grown", "+3 MB"), Pair("shrunk", "−5 MB")));
+    EXPECT_THAT(
+        model().analyzer()->grewMost().toStdString(),
+        testing::MatchesRegex("~/tree/grown grew most since .*, by 3 MB\\."));
     EXPECT_TRUE(model().analyzer()->since().isValid());
 
     // Sorted by growth: those without any between the two, by size.
