@@ -7,13 +7,19 @@
 #include "brimlo/CleanRun.h"
 #include "brimlo/Commands.h"
 #include "brimlo/Console.h"
+#include "brimlo/ItemPicker.h"
+#include "brimlo/PickerScreen.h"
 
 #include <memory>
 #include <set>
+#include <string_view>
+#include <utility>
 
 namespace Brimlo {
 
 namespace {
+
+constexpr std::string_view kGiveWhat = "Give --preselected, --safe, --rule ID or paths.";
 
 struct Arguments {
     bool preselected = false;
@@ -43,16 +49,19 @@ bool mayMeanDocker(const Arguments& arguments) {
                arguments.rules, [](const std::string& id) { return id.starts_with("docker."); });
 }
 
-CleanPlan suggestedPlan(const Arguments& arguments) {
+std::vector<Suggestion> suggestions(const Arguments& arguments) {
     Console::Progress progress;
     const SuggestionOptions options{
         .staleDays = AppConfig::load().staleDays,
         .includeDocker = mayMeanDocker(arguments),
         .onPhase = [&](std::string_view words) { progress.show(words); },
     };
+    return SuggestionEngine::generate(options);
+}
+
+CleanPlan suggestedPlan(const Arguments& arguments) {
     return CleanPlan::of(
-        SuggestionEngine::generate(options),
-        [&](const Suggestion& suggestion, const SuggestionItem& item) {
+        suggestions(arguments), [&](const Suggestion& suggestion, const SuggestionItem& item) {
             return isMeant(item, suggestion, arguments);
         });
 }
@@ -128,6 +137,29 @@ std::optional<std::string> unknownRule(const std::vector<std::string>& ids) {
     return found == ids.end() ? std::nullopt : std::optional{*found};
 }
 
+/// Lets a person tick what is meant, and cleans it.
+ExitCode pick(const Arguments& arguments, const CleanRun::Choice& choice, const Tool& tool) {
+    std::vector<Suggestion> found = suggestions(arguments);
+    if (found.empty()) {
+        Console::line("Nothing to clean was found.");
+        return ExitCode::done;
+    }
+    ItemPicker picker{std::move(found)};
+    switch (PickerScreen::run(picker)) {
+        case PickerScreen::End::accepted:
+            return CleanRun::run(picker.plan(), choice, tool);
+        case PickerScreen::End::left:
+            Console::line("Nothing was moved.");
+            return ExitCode::done;
+        case PickerScreen::End::interrupted:
+            return ExitCode::interrupted;
+        case PickerScreen::End::impossible:
+            break;
+    }
+    complain("This terminal can't show the list. " + std::string{kGiveWhat});
+    return ExitCode::wrongUsage;
+}
+
 ExitCode run(const Arguments& arguments, const Tool& tool) {
     if (const auto id = unknownRule(arguments.rules)) {
         complain("No rule and no project pattern is called \"" + *id + "\".");
@@ -136,8 +168,10 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
     const std::size_t ways = (arguments.preselected ? 1U : 0U) + (arguments.safe ? 1U : 0U) +
                              (arguments.rules.empty() ? 0U : 1U) +
                              (arguments.paths.empty() ? 0U : 1U);
-    if (ways != 1) {
-        complain("Give --preselected, --safe, --rule ID or paths.");
+    const bool picks = ways == 0 && !arguments.yes && !tool.isJson() && Console::canAsk() &&
+                       PickerScreen::isPossible();
+    if (ways != 1 && !picks) {
+        complain(kGiveWhat);
         return ExitCode::wrongUsage;
     }
     if (!arguments.dryRun && !arguments.yes && (tool.isJson() || !Console::canAsk())) {
@@ -151,7 +185,8 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
             complain(leftAlone.error().description + ".");
             return ExitCode::problems;
         }
-        return CleanRun::run(suggestedPlan(arguments), choice, tool);
+        return picks ? pick(arguments, choice, tool)
+                     : CleanRun::run(suggestedPlan(arguments), choice, tool);
     }
     const auto what = typed(arguments.paths);
     if (!what) {
@@ -189,6 +224,7 @@ void addCleanCommand(CLI::App& app, Tool& tool) {
     command->add_flag("--yes", arguments->yes, "Don't ask");
     command->add_flag("--items", arguments->items, "List each item, also the many of one folder");
     command->footer(
+        "On a terminal, without any of these, the suggestions are a list to tick.\n"
         "Each item passes the safety gate once more and is recorded in the journal. Docker's\n"
         "objects, called as \"brimlo docker --json\" calls them, go for good, and only while\n"
         "nothing uses them; a file of such a name is ./docker:…\n"

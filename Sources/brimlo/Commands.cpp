@@ -8,6 +8,8 @@ void addCommands(CLI::App& app, Tool& tool) {
     app.set_version_flag("--version", "brimlo " BRIMLO_VERSION, "Print the version and exit");
     app.require_subcommand(1);
     app.footer(
+        "Without a command, on a terminal: a list to tick what is to be cleaned.\n"
+        "\n"
         "Examples:\n"
         "  brimlo suggest                  what can be cleaned, and how risky that is\n"
         "  brimlo clean --safe --dry-run   what a clean of the safe part would take\n"

@@ -1,6 +1,7 @@
 #include "BrimloCore/Platform/Processes.h"
 #include "BrimloCore/Support/StoragePaths.h"
 #include "brimlo/Commands.h"
+#include "brimlo/PickerScreen.h"
 #include "brimlo/Tool.h"
 
 #include <cstdio>
@@ -17,7 +18,11 @@ int main(int argc, char** argv) {
     addCommands(app, tool);
 
     try {
-        app.parse(argc, argv);
+        if (argc == 1 && PickerScreen::isPossible()) {
+            app.parse("clean");  // It offers the list to tick.
+        } else {
+            app.parse(argc, argv);
+        }
     } catch (const CLI::Success& success) {
         return app.exit(success);
     } catch (const CLI::ParseError& error) {

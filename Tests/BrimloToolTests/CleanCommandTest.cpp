@@ -3,10 +3,12 @@
 #include "BrimloCoreTests/Cleaner/OwnMounts.h"
 #include "BrimloToolTests/ToolTest.h"
 
+#include <array>
 #include <filesystem>
 
 #include <fcntl.h>
 #include <stdlib.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace Brimlo::Testing {
@@ -53,6 +55,28 @@ protected:
         EXPECT_EQ(outcome.exitCode, 0);
         return outcome.out;
     }
+
+    /// What a terminal shows of a conversation of these keys.
+    [[nodiscard]] static std::string screen(
+        const std::vector<std::string>& arguments, std::string_view keys) {
+        const Platform::Descriptor mine{posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)};
+        EXPECT_EQ(grantpt(mine.number()), 0);
+        EXPECT_EQ(unlockpt(mine.number()), 0);
+        Platform::Descriptor its{open(ptsname(mine.number()), O_RDWR | O_NOCTTY | O_CLOEXEC)};
+        const winsize size{.ws_row = 9, .ws_col = 60, .ws_xpixel = 0, .ws_ypixel = 0};
+        EXPECT_EQ(ioctl(its.number(), TIOCSWINSZ, &size), 0);
+        EXPECT_EQ(::write(mine.number(), keys.data(), keys.size()), std::ssize(keys));
+        const int terminal = its.number();
+        Running running = start(arguments, {.in = terminal, .out = terminal, .err = terminal});
+        its = {};  // So that the end of the tool ends the reading.
+        std::string shown;
+        std::array<char, 4096> bytes{};
+        for (ssize_t length = 0; (length = read(mine.number(), bytes.data(), bytes.size())) > 0;) {
+            shown.append(bytes.data(), static_cast<std::size_t>(length));
+        }
+        EXPECT_EQ(running.wait().exitCode, 0);
+        return shown;
+    }
 };
 
 /// The text of each element, or of this field of it.
@@ -97,6 +121,19 @@ TEST_F(CleanCommandTest, GoesTheWholeRoadAndBack) {
     EXPECT_EQ(describe(), before);
     EXPECT_EQ(answer({"history"}).at(0).at("undone").as_bool(), true);
     EXPECT_THAT(describeTree(at(".local/share/Trash/info")), testing::SizeIs(1));
+}
+
+TEST_F(CleanCommandTest, OffersAListToTickOnATerminal) {
+    prepare();
+    const auto before = describe();
+    setenv("TERM", "xterm", 1);
+    EXPECT_TRUE(screen({}, "q").ends_with("Nothing was moved.\r\n"));
+    const std::string refused = screen({"clean"}, "\nn\n");
+    EXPECT_TRUE(refused.contains("[x]") && refused.contains("Move 3 items, ")) << refused;
+    EXPECT_EQ(describe(), before);
+    // The first row is the largest suggestion.
+    EXPECT_TRUE(screen({}, " \ny\n").contains("Moved 2 items to the Trash, "));
+    EXPECT_TRUE(exists(thumbnails) && !exists(chrome) && !exists(modules));
 }
 
 TEST_F(CleanCommandTest, TakesWhatWasChosen) {
