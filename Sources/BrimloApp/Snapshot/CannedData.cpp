@@ -247,6 +247,41 @@ std::vector<SystemPart> systemParts() {
     return parts;
 }
 
+VolumeAccount account() {
+    using enum AccountLine::Kind;
+    constexpr std::int64_t kGB = 1000 * kMB;
+    VolumeAccount account{
+        .tops = {"/"},
+        .isWhole = true,
+        .use =
+            {.total = 512 * kGB,
+                 .free = 87 * kGB,
+                 .available = 61 * kGB,
+                 .files = 31'000'000,
+                 .freeFiles = 28'400'000},
+        .lines =
+            {{area, home() + "/Movies", 148'200 * kMB, 412},
+                 {area, home() + "/Projects", 81'300 * kMB, 1'204'118},
+                 {area, "/var", 52'700 * kMB, 88'210},
+                 {area, home() + "/.local", 41'900 * kMB, 201'377},
+                 {area, home() + "/Downloads", 33'100 * kMB, 1'871},
+                 {reserve, "Kept back, not available to you", 26 * kGB, 0},
+                 {area, home() + "/.cache", 24'600 * kMB, 310'402},
+                 {area, "/usr", 21'400 * kMB, 402'556},
+                 {deletedOpen, "Deleted but open in backup (2114)", 12'800 * kMB, 3},
+                 {trash, "Trash", 3 * kGB, 214},
+                 {severalAreas, "Files with names in several folders", 2'900 * kMB, 0}},
+        .mountPoints = {"/boot/efi", "/media/ada/Photos"},
+        .unaskedProcesses = 4,
+    };
+    std::int64_t left = account.taken();
+    for (const AccountLine& line : account.lines) {
+        left -= line.bytes;
+    }
+    account.lines.push_back({rest, "Not explained", left, 0});
+    return account;
+}
+
 CleanReport report() {
     CleanReport report;
     for (const Suggestion& suggestion : suggestions()) {

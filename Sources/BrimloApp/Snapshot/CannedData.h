@@ -6,6 +6,7 @@
 #include "BrimloCore/DiskScanner/UnreadableFolders.h"
 #include "BrimloCore/Models/Suggestion.h"
 #include "BrimloCore/SystemSpace/SystemSpace.h"
+#include "BrimloCore/VolumeAccount/VolumeAccount.h"
 
 #include <memory>
 #include <string>
@@ -30,6 +31,9 @@ namespace Brimlo::CannedData {
 
 /// Some stores of this system with invented sizes, the largest first.
 [[nodiscard]] std::vector<SystemPart> systemParts();
+
+/// Where the space of Ada's disk is, with lines that add up.
+[[nodiscard]] VolumeAccount account();
 
 /// The result of a clean of the preselected items, without problems and with some.
 [[nodiscard]] CleanReport report();

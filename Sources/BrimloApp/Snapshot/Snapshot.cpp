@@ -3,6 +3,7 @@
 #include "BrimloApp/Analyzer/Analyzer.h"
 #include "BrimloApp/History/History.h"
 #include "BrimloApp/History/TrashQuestion.h"
+#include "BrimloApp/Overview/DiskAccount.h"
 #include "BrimloApp/Overview/Machine.h"
 #include "BrimloApp/Review/Cleanup.h"
 #include "BrimloApp/Review/PlanReview.h"
@@ -123,6 +124,12 @@ std::vector<Scene> windowScenes() {
                 machine.show(CannedData::systemParts());
                 return true;
             }),
+        then(
+            showing("overview-account", Overview, CannedState::suggested),
+            doing([](AppModel& model) {
+                model.diskAccount()->setOpen(true);
+                model.diskAccount()->show(CannedData::account());
+            })),
         then(showing("menu", Overview), press("Menu")),
         then(
             then(showing("about", Overview), press("Menu")),

@@ -168,7 +168,8 @@ std::vector<std::string> VolumeAccount::remarks() const {
     }
     if (!isWhole) {
         remarks.emplace_back(
-            "Only a part of the volume can be seen. What lies in the others is in the rest.");
+            "Only a part of the volume is mounted here. What lies in its other parts is in the "
+            "rest.");
     }
     if (!snapshots.empty()) {
         remarks.push_back(
