@@ -1,10 +1,12 @@
 #include "BrimloApp/Platform/Desktop.h"
 #include "BrimloApp/Platform/DesktopSettings.h"
+#include "BrimloApp/Platform/SharedWindow.h"
 #include "BrimloApp/Settings/Updater.h"
 #include "BrimloApp/Shell/AppModel.h"
 #include "BrimloApp/Shell/AppWindow.h"
 #include "BrimloApp/Shell/RunInBackground.h"
 #include "BrimloApp/Shell/WindowCloser.h"
+#include "BrimloApp/Shell/WindowRequest.h"
 #include "BrimloApp/Snapshot/Snapshot.h"
 #include "BrimloCore/Platform/Processes.h"
 #include "BrimloCore/Support/StoragePaths.h"
@@ -18,6 +20,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace {
@@ -28,7 +31,7 @@ void introduce() {
     QGuiApplication::setApplicationName("brimlo");
     QGuiApplication::setApplicationDisplayName("Brimlo");
     QGuiApplication::setApplicationVersion(BRIMLO_VERSION);
-    QGuiApplication::setDesktopFileName("brimlo");
+    QGuiApplication::setDesktopFileName("app.brimlo.brimlo");
     QGuiApplication::setWindowIcon(QIcon{":/qt/qml/Brimlo/brimlo.svg"});
 }
 
@@ -41,8 +44,21 @@ void chooseDrawing() {
     }
 }
 
-/// Opens the window; returns when it is closed and no file is being changed any more.
+constexpr int kWrongUsage = 2;
+
+/// Opens the window, unless another start of the application has it; returns when it is closed and
+/// no file is being changed any more.
 int run() {
+    auto request = WindowRequest::ofWords(QCoreApplication::arguments().sliced(1));
+    if (!request) {
+        std::fprintf(stderr, "brimlo: %s\n", qPrintable(request.error()));
+        return kWrongUsage;
+    }
+    request->token = qEnvironmentVariable("XDG_ACTIVATION_TOKEN");
+    SharedWindow shared;
+    if (shared.handOver(*request)) {
+        return EXIT_SUCCESS;
+    }
     AppModel model{Surroundings{}};
     Updater updater{UpdateSource::ofThisBuild()};
     DesktopSettings desktopSettings{nullptr};
@@ -56,6 +72,9 @@ int run() {
     }
     const AppWindow::SizeKeeper sizeKeeper{*window};
     Desktop::joinFrame(*window);
+    const auto meet = [&](const WindowRequest& asked) { asked.meet(model, *window); };
+    QObject::connect(&shared, &SharedWindow::asked, window, meet);
+    meet(*request);
     updater.startAutomaticChecks();
     return QGuiApplication::exec();
 }
@@ -75,6 +94,10 @@ int main(int argc, char** argv) {
     // Before Qt, which also stores files in the home folder.
     if (const auto reason = StoragePaths::reasonNotToStart()) {
         std::fprintf(stderr, "brimlo: %s\n", reason->c_str());
+        return EXIT_FAILURE;
+    }
+    if (const std::string reason = Desktop::reasonNotToOpen(); !reason.empty()) {
+        std::fprintf(stderr, "brimlo: %s\n", reason.c_str());
         return EXIT_FAILURE;
     }
     const QGuiApplication application{argc, argv};

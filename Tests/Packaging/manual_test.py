@@ -20,7 +20,7 @@ MANUAL = SOURCES / "packaging/manual"
 # What was typed, and what must be put forth.
 CASES = [
     ("brimlo su", ["suggest"]),
-    ("brimlo trash ", ["size", "purge", "empty"]),
+    ("brimlo trash ", ["size", "list", "restore", "purge", "empty"]),
     ("brimlo size manu", ["manual.txt"]),
     ("brimlo scan --sort=na", ["name"]),
     ("brimlo large --kind vi", ["video"]),
@@ -33,7 +33,7 @@ CASES = [
 ]
 # The shells share what finds the candidates; these differ in how they take them.
 FEW = [
-    ("brimlo trash ", ["size", "purge", "empty"]),
+    ("brimlo trash ", ["size", "list", "restore", "purge", "empty"]),
     ("brimlo scan --sort=na", ["--sort=name"]),
     ("brimlo size manu", ["manual.txt"]),
 ]

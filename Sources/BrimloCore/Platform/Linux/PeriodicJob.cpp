@@ -186,7 +186,7 @@ PeriodicJob::Command PeriodicJob::notification(const std::string& text) {
         name + ".Notify",
         "Brimlo",
         "0",
-        "app.brimlo.Brimlo",
+        "brimlo",  // The icon.
         "Brimlo",
         text,
         "@as []",
