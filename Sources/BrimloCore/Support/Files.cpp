@@ -4,6 +4,7 @@
 #include "BrimloCore/Platform/Posix/Descriptor.h"
 #include "BrimloCore/Platform/Volume.h"
 #include "BrimloCore/Support/Path.h"
+#include "BrimloCore/Support/StoragePaths.h"
 #include "BrimloCore/Support/Uuid.h"
 
 #include <algorithm>
@@ -81,6 +82,19 @@ std::expected<OpenFile, Error> openRegular(const std::string& path, Owner owner)
     return opened;
 }
 
+/// Why a new file could not be made. Its folder is missing if `StoragePaths::support`, which does
+/// not tell, could not make it.
+std::unexpected<Error> notMade(const std::string& path) {
+    auto error = failure();
+    const std::string support = StoragePaths::expandTilde(StoragePaths::kSupport);
+    if (error.error().code == ENOENT && Path::below(support, path)) {
+        if (auto made = Folders::create(support, Folders::Access::ownerOnly); !made) {
+            return std::unexpected(std::move(made.error()));
+        }
+    }
+    return error;
+}
+
 }  // namespace
 
 AtomicFile::AtomicFile(std::string path, std::string temporary)
@@ -107,7 +121,7 @@ std::expected<AtomicFile, Error> AtomicFile::create(
     const Descriptor file{
         open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0600)};
     if (!file) {
-        return failure();
+        return notMade(path);
     }
     AtomicFile prepared{std::move(path), std::move(temporary)};
     if (!write(file.number(), bytes)) {

@@ -1,6 +1,7 @@
 #include "BrimloCore/Cleaner/AutoCleaner.h"
 #include "BrimloCore/Cleaner/Cleaner.h"
 #include "BrimloCore/Platform/Linux/TrashInfo.h"
+#include "BrimloCore/Support/AppConfig.h"
 #include "BrimloCoreTests/Cleaner/CleaningHome.h"
 #include "BrimloCoreTests/Cleaner/OwnMounts.h"
 #include "Support/Proof.h"
@@ -93,6 +94,17 @@ TEST_F(CleanerVolumesTest, UsesTheTrashAtTheTopOfTheVolume) {
             EXPECT_TRUE(fs::is_empty(at("volume/" + c.trash + "/info")));
             ASSERT_EQ(umount(at("volume").c_str()), 0);
         }
+    });
+}
+
+TEST_F(CleanerVolumesTest, TellsWhyAHomeTakesNoSettings) {
+    withOwnMounts([&] {
+        // Its one inode is that of the top.
+        ASSERT_MOUNTED(mountMemory("full", "nr_inodes=1"));
+        setenv("HOME", at("full").c_str(), 1);
+        EXPECT_EQ(
+            AppConfig::change([](AppConfig& config) { config.staleDays = 1; }).error().description,
+            "The setting could not be saved: No space left on device");
     });
 }
 
