@@ -89,6 +89,7 @@ FocusScope {
             id: selectionBar
 
             rows: result.rows
+            stays: map.visible
             Layout.fillWidth: true
         }
     }

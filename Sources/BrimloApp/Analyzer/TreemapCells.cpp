@@ -150,7 +150,7 @@ void TreemapCells::drawOne(QPainter& painter, const Cell& cell, double opacity) 
     }
     if (const QRectF inner = cell.drawn.adjusted(1, 1, -1, -1);
         cell.isSelected && !inner.isEmpty()) {
-        painter.setPen(QPen{Qt::white, kSelectionWidth});
+        painter.setPen(QPen{inkOn(fill, ground_), kSelectionWidth});
         painter.setBrush(Qt::NoBrush);
         painter.drawRoundedRect(inner, kRadius, kRadius);
     }

@@ -2,17 +2,19 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// The number and size of the selected rows of a list, and the actions on them. Slides in and out.
+// The number and size of the selected rows of a list, and the actions on them. Slides in and out,
+// unless it `stays` where its coming would resize what is selected.
 Item {
     id: bar
 
     required property var rows
-    readonly property bool presented: rows.selectedCount > 0
+    property bool stays: false
+    readonly property bool presented: stays || rows.selectedCount > 0
 
     implicitHeight: presented ? row.implicitHeight + 2 * Theme.snug + 1 : 0
     opacity: presented ? 1 : 0
     visible: opacity > 0
-    enabled: presented
+    enabled: rows.selectedCount > 0
     clip: true
 
     Divider {
@@ -31,11 +33,12 @@ Item {
         anchors.rightMargin: Theme.wide
 
         Label {
-            text: qsTr("%1 selected").arg(Format.count(bar.rows.selectedCount))
+            text: bar.enabled ? qsTr("%1 selected").arg(Format.count(bar.rows.selectedCount)) : qsTr("Nothing selected")
+            secondary: !bar.enabled
             font.weight: Font.DemiBold
         }
         Label {
-            text: Format.bytes(bar.rows.selectedSize)
+            text: bar.enabled ? Format.bytes(bar.rows.selectedSize) : ""
             secondary: true
             Layout.fillWidth: true
         }

@@ -246,8 +246,11 @@ TEST_F(AnalyzerViewTest, WorksByTheTreemapAsByTheList) {
     const QPointF inLarge = map().mapToScene({40, 40});
     QTest::mouseMove(&window(), inLarge.toPoint());
     await([&] { return sees("large · *"); }, "what is below the pointer");
+    const QSizeF size = map().size();
     clickAt(inLarge);
-    EXPECT_TRUE(sees("1 selected"));
+    waitToSee("1 selected");
+    finish();
+    EXPECT_EQ(map().size(), size);
     clickAt(inLarge, Qt::RightButton);
     choose("Review & Move to Trash…");
     waitToSee("Review before cleaning");
