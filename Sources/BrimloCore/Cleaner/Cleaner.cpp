@@ -23,8 +23,10 @@
 #include <string_view>
 #include <utility>
 
-// Undo and purge act on an item in the Trash only if the journal has an entry for it and
-// `TrashItem::find` confirms it, by its trashinfo file or its identity.
+// Undo and the purge of old items act on an item in the Trash only if the journal has an entry for
+// it and `TrashItem::find` confirms it, by its trashinfo file or its identity. What a person names
+// there may be of any program; it goes or comes back only while it has the identity that was
+// listed.
 
 namespace Brimlo {
 
