@@ -1,6 +1,7 @@
 """Carries out experiments on rules: use a program, clean what it left, use the program again, compare.
 
     experiment.py packages [NAME…]          the Debian packages that they need, one a line
+    experiment.py npm [NAME…]               those from npm's registry: experiment, then packages, a line
     experiment.py run OUTPUT BRIMLO NAME…   as root, where those are; writes the outcomes as JSON
 
 `tools/prove-rules` calls it. `run` changes the machine it is on: it makes and removes users, and ends
@@ -32,9 +33,10 @@ import tomllib
 TOP = pathlib.Path(__file__).resolve().parent.parent
 EXPERIMENTS = TOP / "Tests/Experiments"
 PACKS = TOP / "Sources/BrimloCore/RulePacks/Packs"
+FETCHED = pathlib.Path("/srv/npm")
 KEYS = {
-    "rules": list, "title": str, "packages": list, "use": str, "again": str, "back": str, "keep": list,
-    "serve": str, "running": str, "ready": str, "seconds": int, "quick": bool, "planted": dict,
+    "rules": list, "title": str, "packages": list, "npm": list, "use": str, "again": str, "back": str, "keep": list,
+    "serve": str, "running": str, "ready": str, "seconds": int, "age": int, "quick": bool, "planted": dict,
 }  # fmt: skip
 NEEDED = ("rules", "title", "packages", "use", "again", "keep")
 OWN = ("Library/Application Support/Brimlo", ".local/share/Trash")
@@ -62,6 +64,8 @@ def load(name):
     wrong = [key for key, value in found.items() if not isinstance(value, KEYS.get(key, ()))]
     if wrong or any(key not in found for key in NEEDED):
         sys.exit(f"prove-rules: {file.name}: keys are missing, unknown or of a wrong type: {', '.join(wrong)}")
+    if "npm" in found:
+        found["serve"] = f'python3 "$EXPERIMENTS/npm_registry.py" {FETCHED / name}'
     return {"name": name, "seconds": 120, **found}
 
 
@@ -102,6 +106,15 @@ def stand_in(experiment):
         class Handler(http.server.SimpleHTTPRequestHandler):
             def log_message(self, *_):
                 pass
+
+            def end_headers(self):
+                self.send_header("Cache-Control", "max-age=600")
+                super().end_headers()
+
+            def translate_path(self, path):
+                """What a script made as a page `x` stands at /x; its name may hold an escaped slash."""
+                page = pathlib.Path(folder, "pages", path.lstrip("/"))
+                return str(page) if page.is_file() else super().translate_path(path)
 
         server = http.server.ThreadingHTTPServer(("127.0.0.1", PORT), functools.partial(Handler, directory=folder))
         threading.Thread(target=server.serve_forever, daemon=True).start()
@@ -271,8 +284,14 @@ class Course:
             pack = {"pack": "planted", "version": 1, "rules": [experiment["planted"]]}
             (person.home / "planted.json").write_text(json.dumps(pack))
             person.must("the import", f"{person.brimlo} rules import planted.json; rm -f planted.json")
+        self.age()
         self.before = snapshot(person.home)
         self.kept = contents(self.before, experiment["keep"])
+
+    def age(self):
+        """For rows that take only what is old."""
+        if "age" in self.experiment:
+            self.person.must("the ageing", f"find . -exec touch -h -d '{self.experiment['age']} days ago' {{}} +")
 
     def places_of(self, rule):
         """What the rule offers when no other row of the experiment does."""
@@ -379,6 +398,7 @@ def outcome(experiment, brimlo, risks):
                         course.use_again(is_offline=False)
                     course.clean(sound)
                     course.use_again(is_offline)
+                    course.age()
                     if not course.offered(sound)[0]:
                         raise Broken("the place did not come back")
                 except Broken as reason:
@@ -393,6 +413,11 @@ def outcome(experiment, brimlo, risks):
 
 
 def version(experiment):
+    """The program and its version: the first package, from npm if any is."""
+    if "npm" in experiment:
+        module = experiment["npm"][0].rpartition("@")[0]
+        described = FETCHED / experiment["name"] / "node_modules" / module / "package.json"
+        return module + " " + json.loads(described.read_text(encoding="utf-8"))["version"]
     package = experiment["packages"][0]
     asked = ["dpkg-query", "--show", "--showformat=${Version}", package]
     return package + " " + subprocess.run(asked, capture_output=True, text=True, check=True).stdout
@@ -415,14 +440,18 @@ def run(output, brimlo, chosen):
                 "date": datetime.date.today().isoformat(), "offline": risks.get(rule) == "safe", "notes": notes, **row,
             })  # fmt: skip
             print(f"{rule}: {row['verdict']} {row['why']}", file=sys.stderr, flush=True)
+        pathlib.Path(output).write_text(json.dumps(told, indent=1), encoding="utf-8")
         print(f"-- {experiment['name']}: {time.monotonic() - start:.0f} s", file=sys.stderr, flush=True)
-    pathlib.Path(output).write_text(json.dumps(told, indent=1), encoding="utf-8")
 
 
 def main():
     match sys.argv[1:]:
         case ["packages", *chosen]:
             print(*sorted({package for name in chosen or names() for package in load(name)["packages"]}), sep="\n")
+        case ["npm", *chosen]:
+            for experiment in map(load, chosen or names()):
+                if "npm" in experiment:
+                    print(experiment["name"], *experiment["npm"])
         case ["quick"]:
             print(*(name for name in names() if load(name).get("quick")), sep="\n")
         case ["all"]:
