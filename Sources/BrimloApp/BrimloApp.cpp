@@ -72,9 +72,11 @@ int run() {
     }
     const AppWindow::SizeKeeper sizeKeeper{*window};
     Desktop::joinFrame(*window);
-    const auto meet = [&](const WindowRequest& asked) { asked.meet(model, *window); };
-    QObject::connect(&shared, &SharedWindow::asked, window, meet);
-    meet(*request);
+    QObject::connect(&shared, &SharedWindow::asked, window, [&](const WindowRequest& asked) {
+        asked.meet(model);
+        asked.raise(*window);
+    });
+    request->meet(model);
     updater.startAutomaticChecks();
     return QGuiApplication::exec();
 }

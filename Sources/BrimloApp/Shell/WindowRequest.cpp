@@ -73,7 +73,7 @@ QString WindowRequest::action() const {
     return found == kActions.end() ? QString{} : QString{found->first};
 }
 
-void WindowRequest::meet(AppModel& model, QWindow& window) const {
+void WindowRequest::meet(AppModel& model) const {
     if (!folder.isEmpty()) {
         model.setSection(Section::Analyzer);
         if (model.analyzer()->isScanning()) {
@@ -85,6 +85,9 @@ void WindowRequest::meet(AppModel& model, QWindow& window) const {
     } else if (section) {
         model.setSection(*section);
     }
+}
+
+void WindowRequest::raise(QWindow& window) const {
     if (!token.isEmpty()) {
         qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());  // Qt takes it from there.
     }

@@ -34,8 +34,10 @@ struct WindowRequest {
     /// The action of the section, empty if it has none.
     [[nodiscard]] QString action() const;
 
-    /// Does what is asked for.
-    void meet(AppModel& model, QWindow& window) const;
+    /// Goes to the folder or the screen.
+    void meet(AppModel& model) const;
+    /// Brings the window to the front.
+    void raise(QWindow& window) const;
 };
 
 }  // namespace Brimlo

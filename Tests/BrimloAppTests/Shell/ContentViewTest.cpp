@@ -296,10 +296,10 @@ TEST_F(ContentViewTest, ListsItsKeys) {
     for (const double scale : {1.0, 2.0}) {
         setTheme("fontScale", scale);
         key(Qt::Key_F1);
-        await([&] { return sees("Press the main button"); }, "the list");
+        await([&] { return sees("Ctrl+R, Rescan"); }, "the list");
         expectLaidOut();
         key(Qt::Key_Escape);
-        await([&] { return !sees("Press the main button"); }, "its end");
+        await([&] { return !sees("Ctrl+R, Rescan"); }, "its end");
     }
     key(Qt::Key_Question, Qt::ControlModifier);
     await([&] { return sees("Keyboard shortcuts"); }, "the list");

@@ -4,8 +4,6 @@
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloAppTests/Support/ModelTest.h"
 
-#include <QtGui/QWindow>
-
 namespace Brimlo {
 namespace {
 
@@ -33,12 +31,11 @@ TEST_F(WindowRequestTest, UnderstandsWordsAndOpensScreensOnly) {
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.words.join(' ').toStdString());
-        QWindow window;
         model().setSection(Section::Rules);
         const auto request = WindowRequest::ofWords(c.words);
         EXPECT_EQ(request ? QString{} : request.error(), c.fault);
         if (request) {
-            request->meet(model(), window);
+            request->meet(model());
         }
         EXPECT_EQ(model().section(), c.section);
         EXPECT_EQ(model().analyzer()->isScanning(), !c.root.isEmpty());
@@ -47,9 +44,7 @@ TEST_F(WindowRequestTest, UnderstandsWordsAndOpensScreensOnly) {
             finish();
         }
     }
-    QWindow window;
-    WindowRequest{.folder = QUrl::fromLocalFile(file), .section = {}, .token = {}}.meet(
-        model(), window);
+    WindowRequest{.folder = QUrl::fromLocalFile(file), .section = {}, .token = {}}.meet(model());
     EXPECT_FALSE(model().analyzer()->isScanning());
     EXPECT_EQ(model().banner()->text(), "What was to be opened is not a folder.");
 }
