@@ -52,7 +52,7 @@ Window {
             id: sidebar
 
             actions: actions
-            implicitWidth: Math.min(Theme.scaled(220), window.width * 0.25)
+            implicitWidth: Math.min(Theme.scaled(220), Math.max(window.width * 0.25, Theme.scaled(150)))
             T.SplitView.minimumWidth: 200
             T.SplitView.maximumWidth: Math.max(320, Theme.scaled(220))
         }
