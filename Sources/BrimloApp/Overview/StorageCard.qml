@@ -32,11 +32,8 @@ Card {
     padding: Theme.roomy
     visible: AppModel.machine.volume.isKnown
 
-    RowLayout {
-        spacing: Theme.tight
-        Layout.fillWidth: true
-
-        ColumnLayout {
+    LineEnds {
+        start: ColumnLayout {
             spacing: 2
 
             RowLayout {
@@ -73,10 +70,7 @@ Card {
                 }
             }
         }
-        Item {
-            Layout.fillWidth: true
-        }
-        RowLayout {
+        end: RowLayout {
             spacing: Theme.snug
             visible: AppModel.machine.trashBytes > 0
 
@@ -102,13 +96,9 @@ Card {
         Layout.fillWidth: true
         Layout.topMargin: Theme.tiny
     }
-    RowLayout {
-        spacing: Theme.tight
-        Layout.fillWidth: true
-
-        Flow {
+    LineEnds {
+        start: RowLayout {
             spacing: Theme.roomy
-            Layout.fillWidth: true
 
             Repeater {
                 model: card.shares
@@ -122,16 +112,18 @@ Card {
                 }
             }
         }
-        PlainButton {
-            text: qsTr("Why is it full?")
-            help: qsTr("Account for all that is taken, the largest first")
-            onClicked: AppModel.diskAccount.isOpen = true
-        }
-        PlainButton {
-            text: qsTr("Outside your files…")
-            help: qsTr("Measure what the system keeps: its journal, packages and the like")
-            onClicked: AppModel.machine.showsSystem = true
-        }
+        end: [
+            PlainButton {
+                text: qsTr("Why is it full?")
+                help: qsTr("Account for all that is taken, the largest first")
+                onClicked: AppModel.diskAccount.isOpen = true
+            },
+            PlainButton {
+                text: qsTr("Outside your files…")
+                help: qsTr("Measure what the system keeps: its journal, packages and the like")
+                onClicked: AppModel.machine.showsSystem = true
+            }
+        ]
     }
     RowLayout {
         spacing: Theme.tight

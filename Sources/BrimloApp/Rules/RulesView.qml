@@ -17,7 +17,7 @@ Screen {
             id: search
 
             placeholder: qsTr("Search rules")
-            Layout.preferredWidth: 200
+            Layout.preferredWidth: Theme.scaled(200)
             Keys.onDownPressed: list.forceActiveFocus()
         },
         ToolbarButton {

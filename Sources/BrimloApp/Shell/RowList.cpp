@@ -25,8 +25,9 @@ int RowList::rowBeginningWith(const QString& text, const int row) const {
                    ? name
                    : data(index(each), pathRole).toString().section('/', -1);
     };
-    for (int i = 0; i < count(); ++i) {
-        const int each = (std::max(row, 0) + i) % count();
+    const int rows = count();
+    for (int i = 0; i < rows; ++i) {
+        const int each = (std::max(row, 0) + i) % rows;
         if (nameOf(each).startsWith(text, Qt::CaseInsensitive)) {
             return each;
         }

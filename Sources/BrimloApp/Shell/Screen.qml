@@ -64,10 +64,16 @@ FocusScope {
                     Layout.alignment: Qt.AlignBaseline
                 }
             }
-            RowLayout {
+            // In two lines where large text leaves no room for one.
+            GridLayout {
                 id: controls
 
-                spacing: Theme.tight
+                readonly property var shown: Array.from(children).filter(child => child.visible)
+                readonly property real lineWidth: shown.reduce((sum, child) => sum + Math.max(child.implicitWidth, child.Layout.preferredWidth) + columnSpacing, 0)
+
+                columns: Math.max(1, Math.ceil(shown.length / (lineWidth <= screen.width - 2 * Theme.normal ? 1 : 2)))
+                columnSpacing: Theme.tight
+                rowSpacing: Theme.tiny
                 visible: children.length > 0
                 Layout.fillWidth: true
                 Layout.maximumWidth: implicitWidth

@@ -30,7 +30,7 @@ std::expected<WindowRequest, QString> WindowRequest::ofWords(const QStringList& 
         return WindowRequest{};
     }
     if (words.size() == 2 && words.first() == "--show") {
-        const WindowRequest request = ofAction(words.last());
+        WindowRequest request = ofAction(words.last());
         if (request.section) {
             return request;
         }

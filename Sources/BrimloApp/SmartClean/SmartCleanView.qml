@@ -37,8 +37,8 @@ Screen {
         AudiencePicker {
             Layout.fillWidth: true
             Layout.minimumWidth: 100
-            Layout.preferredWidth: 168
-            Layout.maximumWidth: 168
+            Layout.preferredWidth: Theme.scaled(168)
+            Layout.maximumWidth: Theme.scaled(168)
         },
         ToolbarButton {
             text: qsTr("Add rule")

@@ -252,7 +252,7 @@ std::expected<FileIdentity, Error> Cleaner::findToReturn(const JournalEntry& ent
 std::expected<std::string, Error> Cleaner::putBack(
     const std::string& trashPath, const FileIdentity& identity, const std::string& originalPath) {
     // The plan's spelling may end in a slash, or contain ".." after a folder that is gone now.
-    const std::string original = Path::standardized(originalPath);
+    std::string original = Path::standardized(originalPath);
     if (FileIdentity::of(original)) {
         return failure(kTargetExists, "Something already exists at " + originalPath);
     }

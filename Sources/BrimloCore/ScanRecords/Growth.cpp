@@ -133,6 +133,7 @@ Lacking lacking(
 
 std::vector<Growth::Folder> appeared(const ScanRecord& now, const Lacking& extra) {
     std::vector<Growth::Folder> folders;
+    folders.reserve(extra.parts.size());
     for (const auto& [folder, bytes, hidden] : extra.parts) {
         folders.push_back(
             {.kind = Growth::Kind::appeared,
@@ -148,6 +149,7 @@ std::vector<Growth::Folder> appeared(const ScanRecord& now, const Lacking& extra
 
 std::vector<Growth::Folder> vanished(const ScanRecord& before, const Lacking& missing) {
     std::vector<Growth::Folder> folders;
+    folders.reserve(missing.parts.size());
     for (const auto& [folder, bytes, hidden] : missing.parts) {
         folders.push_back(
             {.kind = Growth::Kind::vanished,

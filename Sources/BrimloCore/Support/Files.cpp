@@ -214,8 +214,8 @@ std::expected<std::string, Error> readFile(
     if (!opened) {
         return std::unexpected(opened.error());
     }
-    const auto& [file, status] = *opened;
-    const auto expected = static_cast<std::size_t>(status.st_size);
+    const Descriptor& file = opened->file;
+    const auto expected = static_cast<std::size_t>(opened->status.st_size);
     std::string bytes(std::min(expected, limit) + 1, '\0');
     std::size_t length = 0;
     while (length <= limit) {

@@ -274,7 +274,7 @@ TEST_F(ContentViewTest, OpensEachSectionByItsKeysInItsPlaceAndReadable) {
     model().analyzer()->setScanRoot("/usr");
     open();
     model().banner()->show("Restored 2 item(s).");
-    for (const double scale : {1.0, 1.5}) {
+    for (const double scale : {1.0, 1.5, 2.0}) {
         setTheme("fontScale", scale);
         for (const bool dark : {false, true}) {
             setTheme("dark", dark);

@@ -84,11 +84,18 @@ bool isWithin(const QRectF& part, const QRectF& whole) {
     return whole.adjusted(-1, -1, 1, 1).contains(part);
 }
 
-/// Whether it has scrolled partly out of sight.
+/// Whether it has scrolled partly out of sight, in a direction in which the view scrolls.
 bool isScrolled(const Piece& piece) {
     for (auto* up = piece.item->parentItem(); up != nullptr; up = up->parentItem()) {
-        if (up->inherits("QQuickFlickable") &&
-            !isWithin(piece.place, up->mapRectToScene(up->boundingRect()))) {
+        if (!up->inherits("QQuickFlickable")) {
+            continue;
+        }
+        QRectF view = up->mapRectToScene(up->boundingRect());
+        if (up->property("contentWidth").toDouble() <= up->width()) {
+            view.setLeft(std::min(view.left(), piece.place.left()));
+            view.setRight(std::max(view.right(), piece.place.right()));
+        }
+        if (!isWithin(piece.place, view)) {
             return true;
         }
     }
