@@ -37,7 +37,8 @@ std::string fitting(std::string_view text, int columns) {
     for (const std::string_view character : Text::characters(text)) {
         wchar_t wide = 0;
         std::mbstate_t state{};
-        std::mbrtowc(&wide, character.data(), character.size(), &state);
+        std::mbrtowc(
+            &wide, character.data(), character.size(), &state);  // NOLINT(*-mt-unsafe): own state
         used += std::max(wcwidth(wide), 0);
         if (used > columns) {
             break;

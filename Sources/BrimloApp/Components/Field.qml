@@ -28,6 +28,8 @@ T.TextField {
         visible: field.text === "" && field.preeditText === ""
         secondary: true
         font: field.font
+        fontSizeMode: Text.HorizontalFit
+        minimumPixelSize: 10
         verticalAlignment: Text.AlignVCenter
         anchors.fill: parent
         anchors.leftMargin: field.leftPadding

@@ -1,30 +1,30 @@
 import QtQuick
 import QtQuick.Layouts
 
-// Two parts at the ends of a line. With large text, the second goes below the first.
-GridLayout {
+// Two parts of a line, the second at its end. With large text, the second goes below the first.
+Item {
     id: line
 
     property alias start: first.data
     property alias end: second.data
+    readonly property bool fits: first.implicitWidth + first.spacing + second.implicitWidth <= width
 
-    columns: first.implicitWidth + columnSpacing + second.implicitWidth <= width ? 2 : 1
-    columnSpacing: Theme.tight
-    rowSpacing: Theme.tiny
+    implicitHeight: fits ? Math.max(first.implicitHeight, second.implicitHeight) : first.implicitHeight + Theme.tiny + second.implicitHeight
     Layout.fillWidth: true
-    Layout.minimumWidth: 0
 
     RowLayout {
         id: first
 
         spacing: Theme.tight
-        Layout.fillWidth: true
+        width: line.fits ? line.width - second.width - spacing : line.width
+        y: line.fits ? (line.height - height) / 2 : 0
     }
     RowLayout {
         id: second
 
         spacing: Theme.tight
-        Layout.fillWidth: true
-        Layout.maximumWidth: implicitWidth
+        width: Math.min(implicitWidth, line.width)
+        x: line.fits ? line.width - width : 0
+        y: line.fits ? (line.height - height) / 2 : line.height - height
     }
 }

@@ -43,6 +43,8 @@ T.ComboBox {
         }
         Label {
             text: picker.displayText
+            fontSizeMode: Text.HorizontalFit
+            minimumPixelSize: 10
             Layout.fillWidth: true
             Accessible.ignored: true
         }

@@ -20,7 +20,7 @@ T.Popup {
     padding: Theme.normal
     spacing: Theme.snug
     implicitWidth: column.implicitWidth + leftPadding + rightPadding
-    implicitHeight: column.implicitHeight + topPadding + bottomPadding
+    implicitHeight: Math.min(column.implicitHeight + topPadding + bottomPadding, frame.Window.height - 2 * margins)
     focus: true
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
     onPresentedChanged: presented ? open() : close()
@@ -41,11 +41,17 @@ T.Popup {
             property: "name"
             value: popover.label
         }
-        ColumnLayout {
-            id: column
-
+        ScrollArea {
             anchors.fill: parent
-            spacing: popover.spacing
+            clip: contentHeight > height
+            contentHeight: column.implicitHeight
+
+            ColumnLayout {
+                id: column
+
+                spacing: popover.spacing
+                width: parent.width
+            }
         }
     }
     background: PopupGround {}

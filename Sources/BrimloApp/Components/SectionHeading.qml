@@ -19,6 +19,7 @@ RowLayout {
             text: heading.text
             font.pixelSize: Theme.title
             font.weight: Font.DemiBold
+            wrapMode: Text.Wrap
             Accessible.role: Accessible.Heading
             Layout.fillWidth: true
         }

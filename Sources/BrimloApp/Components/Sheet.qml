@@ -41,7 +41,7 @@ T.Popup {
 
     parent: T.Overlay.overlay
     anchors.centerIn: parent
-    implicitWidth: Math.min(preferredWidth, (parent?.width ?? preferredWidth) - 2 * Theme.wide)
+    implicitWidth: Math.min(Theme.scaled(preferredWidth), (parent?.width ?? 10000) - 2 * Theme.wide)
     implicitHeight: Math.min(frame.implicitHeight + topPadding + bottomPadding, (parent?.height ?? 10000) - 2 * Theme.wide)
     padding: Theme.wide
     spacing: Theme.normal
@@ -111,6 +111,7 @@ T.Popup {
                         text: sheet.title
                         font.pixelSize: Theme.headline
                         font.weight: Font.DemiBold
+                        wrapMode: Text.Wrap
                         Layout.fillWidth: true
                         Accessible.role: Accessible.Heading
                     }
@@ -118,16 +119,38 @@ T.Popup {
                         text: sheet.subtitle
                         visible: text !== ""
                         secondary: true
+                        wrapMode: Text.Wrap
                         Layout.fillWidth: true
                     }
                 }
             }
-            ColumnLayout {
-                id: column
+            // Scrolls where a list in it can shrink no further.
+            ScrollArea {
+                id: area
 
-                spacing: sheet.spacing
+                // Without what its lists can give up.
+                property real leastHeight: 0
+
+                function measure() {
+                    const parts = Array.from(column.children).filter(part => part.visible);
+                    leastHeight = parts.reduce((sum, part) => sum + column.spacing + (part.Layout.fillHeight ? Math.max(0, part.Layout.minimumHeight) : part.implicitHeight), -column.spacing);
+                }
+
+                clip: contentHeight > height
+                contentHeight: Math.max(height, leastHeight)
+                implicitWidth: column.implicitWidth
+                implicitHeight: column.implicitHeight
                 Layout.fillWidth: true
                 Layout.fillHeight: true
+
+                ColumnLayout {
+                    id: column
+
+                    spacing: sheet.spacing
+                    width: area.width
+                    height: area.contentHeight
+                    onImplicitHeightChanged: Qt.callLater(area.measure)
+                }
             }
             RowLayout {
                 id: buttons

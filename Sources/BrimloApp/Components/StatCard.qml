@@ -12,8 +12,10 @@ Item {
     implicitWidth: column.implicitWidth + Theme.normal + Theme.snug
     implicitHeight: column.implicitHeight + 2 * Theme.snug
     Layout.fillWidth: true
+    Layout.fillHeight: true
+    Layout.minimumHeight: implicitHeight
     Layout.preferredWidth: 1
-    Layout.minimumWidth: implicitWidth
+    Layout.minimumWidth: 100
     Accessible.role: Accessible.StaticText
     Accessible.name: value + " " + label
 
@@ -35,6 +37,8 @@ Item {
             color: Theme.legible(stat.color, Theme.mixed(Theme.dark ? Theme.popup : Theme.card, stat.color, 0.1))
             font.pixelSize: Theme.headline
             font.weight: Font.DemiBold
+            fontSizeMode: Text.HorizontalFit
+            minimumPixelSize: Theme.body
             Layout.fillWidth: true
             Accessible.ignored: true
         }
@@ -42,6 +46,7 @@ Item {
             text: stat.label
             secondary: true
             font.pixelSize: Theme.small
+            wrapMode: Text.Wrap
             Layout.fillWidth: true
             Accessible.ignored: true
         }

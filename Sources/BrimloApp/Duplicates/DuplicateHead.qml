@@ -3,7 +3,7 @@ import QtQuick.Layouts
 import Brimlo
 
 // The header of a group of equal files: their sizes, and the two ways to reclaim space.
-RowLayout {
+LineEnds {
     id: head
 
     required property real copies
@@ -15,14 +15,13 @@ RowLayout {
     signal cloned
     signal trashed
 
-    spacing: Theme.tight
-
     // Wraps.
-    Flow {
+    start: Flow {
         id: words
 
         spacing: Theme.tight
         Layout.fillWidth: true
+        Layout.preferredWidth: copies.implicitWidth + each.implicitWidth + waste.implicitWidth + 2 * spacing
         Layout.rightMargin: Theme.tight
 
         Label {
@@ -40,6 +39,8 @@ RowLayout {
             Accessible.ignored: true
         }
         Label {
+            id: waste
+
             readonly property real room: words.width - copies.width - each.width - 2 * words.spacing
 
             text: qsTr("wastes %1").arg(Format.bytes(head.wasted))
@@ -50,22 +51,25 @@ RowLayout {
             Accessible.ignored: true
         }
     }
-    RowButton {
-        id: cloneButton
+    end: [
+        RowButton {
+            id: cloneButton
 
-        text: qsTr("Replace with clones")
-        symbol: "doc.on.doc"
-        enabled: AppModel.busy === "" && head.cloneRefusal === "" && head.wasted > 0
-        isCurrent: head.isCurrent
-        onClicked: head.cloned()
-    }
-    RowButton {
-        text: qsTr("Trash extras")
-        symbol: "trash"
-        enabled: !AppModel.cleanup.isCleaning && head.wasted > 0
-        isCurrent: head.isCurrent
-        onClicked: head.trashed()
-    }
+            text: qsTr("Replace with clones")
+            symbol: "doc.on.doc"
+            enabled: AppModel.busy === "" && head.cloneRefusal === "" && head.wasted > 0
+            isCurrent: head.isCurrent
+            onClicked: head.cloned()
+        },
+        RowButton {
+            text: qsTr("Trash extras")
+            symbol: "trash"
+            enabled: !AppModel.cleanup.isCleaning && head.wasted > 0
+            isCurrent: head.isCurrent
+            onClicked: head.trashed()
+        }
+    ]
+
     // A disabled button doesn't know of the pointer.
     HoverHandler {
         id: pointer

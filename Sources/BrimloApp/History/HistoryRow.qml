@@ -30,7 +30,7 @@ ListRow {
             toggled();
     }
 
-    implicitHeight: isBatch ? Math.max(56, words.implicitHeight + 18) : Theme.rowHeight
+    implicitHeight: isBatch ? Math.max(56, words.implicitHeight + 18) : Math.max(Theme.rowHeight, words.implicitHeight + 4)
     text: isBatch ? qsTr("%1, %2, %3, %4").arg(title).arg(when).arg(paths).arg(Format.bytes(size)) : qsTr("%1, %2, %3").arg(path).arg(chip.text).arg(Format.bytes(size))
     onClicked: toggled()
 
@@ -40,39 +40,46 @@ ListRow {
         opacity: row.isBatch ? 1 : 0
         color: Theme.secondaryText
     }
-    ColumnLayout {
+    GridLayout {
         id: words
 
-        spacing: 2
+        columns: row.width < Theme.scaled(520) ? 1 : 2
+        columnSpacing: row.spacing
+        rowSpacing: 2
         Layout.fillWidth: true
 
-        PathText {
-            path: row.isBatch ? row.title : row.path
-            font.weight: row.isBatch ? Font.DemiBold : Font.Normal
+        ColumnLayout {
+            spacing: 2
             Layout.fillWidth: true
-            Accessible.ignored: true
-        }
-        PathText {
-            path: row.paths
-            secondary: true
-            font.pixelSize: Theme.small
-            visible: row.isBatch
-            Layout.fillWidth: true
-            Accessible.ignored: true
-        }
-    }
-    Label {
-        text: row.when
-        secondary: true
-        visible: row.isBatch
-        Accessible.ignored: true
-    }
-    HistoryStateChip {
-        id: chip
 
-        entryState: row.model.state
-        visible: !row.isBatch
-        Accessible.ignored: true
+            PathText {
+                path: row.isBatch ? row.title : row.path
+                font.weight: row.isBatch ? Font.DemiBold : Font.Normal
+                Layout.fillWidth: true
+                Accessible.ignored: true
+            }
+            PathText {
+                path: row.paths
+                secondary: true
+                font.pixelSize: Theme.small
+                visible: row.isBatch
+                Layout.fillWidth: true
+                Accessible.ignored: true
+            }
+        }
+        Label {
+            text: row.when
+            secondary: true
+            visible: row.isBatch
+            Accessible.ignored: true
+        }
+        HistoryStateChip {
+            id: chip
+
+            entryState: row.model.state
+            visible: !row.isBatch
+            Accessible.ignored: true
+        }
     }
     SizeText {
         bytes: row.size

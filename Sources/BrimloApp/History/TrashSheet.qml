@@ -13,7 +13,7 @@ Sheet {
     subtitle: question.isMeasured ? qsTr("%1 · %2").arg(what).arg(Format.bytes(question.bytes)) : qsTr("Measuring…")
     symbol: "trash"
     symbolColor: Theme.review
-    preferredWidth: Theme.scaled(560)
+    preferredWidth: 560
     presented: question.isOpen
     onDismissed: question.answer(false)
     defaultButton: cancel

@@ -13,7 +13,7 @@ Sheet {
     title: qsTr("Why is it full?")
     subtitle: qsTr("All that is taken on the disk of your home folder. Nothing is changed.")
     symbol: "internaldrive"
-    preferredWidth: Theme.scaled(680)
+    preferredWidth: 680
     presented: account.isOpen
     onDismissed: account.isOpen = false
     defaultButton: done

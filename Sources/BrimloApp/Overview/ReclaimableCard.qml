@@ -42,19 +42,16 @@ Card {
                 value: Format.bytes(AppModel.smartClean.rows.safeBytes)
                 label: qsTr("safe to clear")
                 color: Theme.safe
-                Layout.minimumWidth: 100
             }
             StatCard {
                 value: Format.bytes(AppModel.smartClean.rows.rebuildBytes)
                 label: qsTr("rebuilds on demand")
                 color: Theme.rebuild
-                Layout.minimumWidth: 100
             }
             StatCard {
                 value: Format.count(AppModel.smartClean.rows.foundCount)
                 label: qsTr("suggestions")
                 color: Theme.info
-                Layout.minimumWidth: 100
             }
         }
         Row {

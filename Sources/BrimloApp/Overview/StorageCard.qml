@@ -151,6 +151,7 @@ Card {
         property string text
 
         spacing: 6
+        Layout.fillWidth: false
 
         Rectangle {
             implicitWidth: 9

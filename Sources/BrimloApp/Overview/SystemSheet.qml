@@ -13,7 +13,7 @@ Sheet {
     title: qsTr("Outside your files")
     subtitle: qsTr("Brimlo measures this and never removes it. Each part has a command of its owner.")
     symbol: "internaldrive"
-    preferredWidth: Theme.scaled(680)
+    preferredWidth: 680
     presented: machine.showsSystem
     onDismissed: machine.showsSystem = false
     defaultButton: done

@@ -55,17 +55,16 @@ Sheet {
     }
     RowLayout {
         spacing: Theme.snug
+        Layout.fillHeight: false
 
         StatCard {
             value: Format.bytes(sheet.review.freedNow)
             label: qsTr("Freed immediately")
-            Layout.minimumWidth: 0
             color: Theme.safe
         }
         StatCard {
             value: Format.bytes(sheet.review.freedAfterEmptying)
             label: qsTr("Freed after emptying Trash")
-            Layout.minimumWidth: 0
             color: Theme.info
         }
     }

@@ -13,6 +13,7 @@ ColumnLayout {
     property string symbol: "exclamationmark.triangle"
 
     spacing: Theme.tight
+    Layout.minimumHeight: implicitHeight - list.implicitHeight + Math.min(list.contentHeight, 80)
 
     Eyebrow {
         text: section.title

@@ -47,18 +47,17 @@ Sheet {
     RowLayout {
         spacing: Theme.snug
         Layout.fillWidth: true
+        Layout.fillHeight: false
 
         StatCard {
             value: Format.bytes(sheet.report.freedNow)
             label: qsTr("Freed now")
             color: Theme.safe
-            Layout.minimumWidth: 100
         }
         StatCard {
             value: Format.bytes(sheet.report.movedToTrash)
             label: qsTr("In Trash (frees when emptied)")
             color: Theme.info
-            Layout.minimumWidth: 100
         }
     }
     Notice {

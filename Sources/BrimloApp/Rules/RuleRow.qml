@@ -56,6 +56,7 @@ ListRow {
                 text: row.name
                 secondary: !row.isEnabled
                 font.weight: Font.Medium
+                wrapMode: Text.Wrap
                 Layout.maximumWidth: Math.max(120, row.width - 370)
             }
             RiskBadge {

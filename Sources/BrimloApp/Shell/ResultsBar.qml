@@ -15,18 +15,17 @@ Item {
 
     implicitHeight: row.implicitHeight + 2 * Theme.snug
 
-    RowLayout {
+    LineEnds {
         id: row
 
-        anchors.fill: parent
-        anchors.leftMargin: Theme.wide
-        anchors.rightMargin: Theme.wide
-        spacing: Theme.tight
-
+        x: Theme.wide
+        y: Theme.snug
+        width: bar.width - 2 * Theme.wide
         // Wraps.
-        Flow {
+        start: Flow {
             spacing: Theme.snug
             Layout.fillWidth: true
+            Layout.preferredWidth: words.implicitWidth + spacing + line.implicitWidth
 
             Label {
                 id: words
@@ -36,22 +35,26 @@ Item {
                 font.weight: Font.DemiBold
             }
             Label {
+                id: line
+
                 text: bar.line
                 secondary: true
                 height: words.height
                 verticalAlignment: Text.AlignVCenter
             }
         }
-        OutlineButton {
-            text: qsTr("Change folder…")
-            symbol: "folder"
-            onClicked: chooser.open()
-        }
-        OutlineButton {
-            text: qsTr("Search again")
-            symbol: "arrow.clockwise"
-            onClicked: bar.searchWanted()
-        }
+        end: [
+            OutlineButton {
+                text: qsTr("Change folder…")
+                symbol: "folder"
+                onClicked: chooser.open()
+            },
+            OutlineButton {
+                text: qsTr("Search again")
+                symbol: "arrow.clockwise"
+                onClicked: bar.searchWanted()
+            }
+        ]
     }
     FolderChooser {
         id: chooser

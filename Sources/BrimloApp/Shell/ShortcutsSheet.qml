@@ -35,7 +35,7 @@ Sheet {
 
     title: qsTr("Keyboard shortcuts")
     symbol: "info.circle"
-    preferredWidth: Theme.scaled(560)
+    preferredWidth: 560
     defaultButton: close
     footer: [
         Item {
@@ -68,7 +68,7 @@ Sheet {
 
             text: (heading !== "" ? heading + ": " : "") + modelData[1] + ", " + modelData[2]
             topPadding: heading !== "" && index > 0 ? Theme.snug : 2
-            bottomPadding: 2
+            bottomPadding: heading !== "" ? Theme.tight : 2
             onClicked: {
                 list.currentIndex = index;
                 list.forceActiveFocus(Qt.MouseFocusReason);
@@ -91,7 +91,7 @@ Sheet {
                     font.weight: Font.Medium
                     wrapMode: Text.Wrap
                     Accessible.ignored: true
-                    Layout.preferredWidth: Theme.scaled(180)
+                    Layout.preferredWidth: 180
                     Layout.alignment: Qt.AlignTop
                 }
                 Label {

@@ -49,6 +49,7 @@ SuggestionRow {
         Label {
             text: head.name
             font.weight: Font.DemiBold
+            wrapMode: Text.Wrap
             Layout.fillWidth: true
         }
         Label {

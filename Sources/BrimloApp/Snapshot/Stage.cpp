@@ -61,7 +61,7 @@ Stage::Stage()
         return;
     }
     // No picture may show a running animation.
-    QQmlExpression{qmlContext(window_), window_, "Theme.reduceMotion = true"}.evaluate();
+    evaluate("Theme.reduceMotion = true");
     window_->resize(window_->minimumSize());
     wait(kRest);
 }
@@ -101,12 +101,17 @@ void Stage::wait(std::chrono::milliseconds time) {
     loop.exec();
 }
 
-QImage Stage::picture(Look look, QSize size) {
+QQuickWindow& Stage::dress(Look look, QSize size, double textScale) {
     const bool isDark = look == Look::dark;
     QGuiApplication::setPalette(QPalette{isDark ? Qt::black : Qt::white});
+    evaluate(QStringLiteral("Theme.fontScale = %1").arg(textScale));
     window_->resize(size);
     wait(kRest);
-    return window_->grabWindow();
+    return *window_;
+}
+
+void Stage::evaluate(const QString& expression) {
+    QQmlExpression{qmlContext(window_), window_, expression}.evaluate();
 }
 
 }  // namespace Brimlo

@@ -7,7 +7,6 @@
 #include <QtCore/QSize>
 #include <QtCore/QString>
 #include <QtGui/QAccessible>
-#include <QtGui/QImage>
 #include <QtQml/QQmlApplicationEngine>
 
 #include <chrono>
@@ -40,10 +39,13 @@ public:
     static void wait(std::chrono::milliseconds time);
 
     enum class Look { light, dark };
-    /// A picture of the window in this look and size.
-    [[nodiscard]] QImage picture(Look look, QSize size);
+    /// Gives the window this look and size, and text of so many times the usual size.
+    QQuickWindow& dress(Look look, QSize size, double textScale = 1);
 
 private:
+    /// Runs JavaScript in the window.
+    void evaluate(const QString& expression);
+
     AppModel model_;
     Updater updater_;
     DesktopSettings desktopSettings_;

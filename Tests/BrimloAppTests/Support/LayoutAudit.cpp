@@ -2,6 +2,7 @@
 
 #include <QtGui/QImage>
 #include <QtQuick/QQuickItem>
+#include <QtTest/QTest>
 
 #include <algorithm>
 #include <cmath>
@@ -206,6 +207,20 @@ std::vector<std::string> faint(QQuickWindow& window) {
         }
     }
     return faults;
+}
+
+std::vector<std::string> lasting(
+    QQuickWindow& window, const std::function<std::vector<std::string>()>& faults) {
+    constexpr int kLongestMilliseconds = 10000;
+    std::vector<std::string> found;
+    static_cast<void>(QTest::qWaitFor(
+        [&] {
+            window.grabWindow();
+            found = faults();
+            return found.empty();
+        },
+        kLongestMilliseconds));
+    return found;
 }
 
 }  // namespace Brimlo::Testing::LayoutAudit

@@ -3,6 +3,7 @@
 #include <QtGui/QColor>
 #include <QtQuick/QQuickWindow>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -23,5 +24,9 @@ enum class Elision { ofPaths, ofAll };
 /// A line for each text in the picture of the window whose contrast to what it stands on is below
 /// 4.5 to 1. What is disabled, or covered by a sheet, is left out.
 [[nodiscard]] std::vector<std::string> faint(QQuickWindow& window);
+
+/// Those faults of a window that are still there after some seconds of drawing it.
+[[nodiscard]] std::vector<std::string> lasting(
+    QQuickWindow& window, const std::function<std::vector<std::string>()>& faults);
 
 }  // namespace Brimlo::Testing::LayoutAudit

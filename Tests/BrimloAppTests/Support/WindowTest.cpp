@@ -67,21 +67,6 @@ QAccessibleInterface* interfaceOf(QObject& item) {
     return QAccessible::queryAccessibleInterface(&item);
 }
 
-/// The faults of a window that are still there after some seconds of drawing it.
-std::vector<std::string> lasting(
-    QQuickWindow& window, const std::function<std::vector<std::string>()>& faults) {
-    constexpr int kLongestMilliseconds = 10000;
-    std::vector<std::string> found;
-    static_cast<void>(QTest::qWaitFor(
-        [&] {
-            window.grabWindow();
-            found = faults();
-            return found.empty();
-        },
-        kLongestMilliseconds));
-    return found;
-}
-
 }  // namespace
 
 /// Takes the place of the programs that open folders and links.
@@ -278,13 +263,14 @@ void WindowTest::waitToSee(const QString& name) {
 
 void WindowTest::expectLaidOut(const LayoutAudit::Elision elision) {
     EXPECT_THAT(
-        lasting(window(), [&] { return LayoutAudit::misplaced(window(), elision); }),
+        LayoutAudit::lasting(window(), [&] { return LayoutAudit::misplaced(window(), elision); }),
         testing::IsEmpty());
 }
 
 void WindowTest::expectReadable() {
     EXPECT_THAT(
-        lasting(window(), [&] { return LayoutAudit::faint(window()); }), testing::IsEmpty());
+        LayoutAudit::lasting(window(), [&] { return LayoutAudit::faint(window()); }),
+        testing::IsEmpty());
 }
 
 bool WindowTest::drop(const std::vector<std::string>& paths, const QPointF at) {
