@@ -77,8 +77,8 @@ FocusScope {
                 spacing: 5
 
                 Rectangle {
-                    width: 10
-                    height: 10
+                    width: Theme.scaled(10)
+                    height: width
                     radius: 3
                     color: FileKinds.color(parent.index)
                     anchors.verticalCenter: parent.verticalCenter

@@ -25,6 +25,7 @@ ColumnLayout {
             anchors.centerIn: parent
             symbol: empty.symbol
             size: 32
+            side: size
             color: Theme.secondaryText
         }
     }

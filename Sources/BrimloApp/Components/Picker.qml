@@ -22,7 +22,7 @@ T.ComboBox {
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: Theme.controlHeight
     leftPadding: 11
-    rightPadding: 28
+    rightPadding: indicator.width + 15
     displayText: chosen !== null && chosen !== undefined ? wordsOf(chosen) : currentText
     font.family: Theme.family
     font.pixelSize: Theme.body

@@ -4,8 +4,8 @@ import QtQuick
 Field {
     id: search
 
-    leftPadding: 31
-    rightPadding: 30
+    leftPadding: lens.x + lens.width + 7
+    rightPadding: Theme.scaled(16) + 14
     Accessible.searchEdit: true
     Keys.onEscapePressed: event => {
         event.accepted = text !== "";
@@ -18,6 +18,8 @@ Field {
         onActivated: search.forceActiveFocus(Qt.ShortcutFocusReason)
     }
     Icon {
+        id: lens
+
         symbol: "magnifyingglass"
         size: 15
         color: Theme.secondaryText

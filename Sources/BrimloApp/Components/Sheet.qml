@@ -149,7 +149,7 @@ T.Popup {
                     spacing: sheet.spacing
                     width: area.width
                     height: area.contentHeight
-                    onImplicitHeightChanged: Qt.callLater(area.measure)
+                    onImplicitHeightChanged: area.measure()
                 }
             }
             RowLayout {

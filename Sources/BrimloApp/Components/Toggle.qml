@@ -42,9 +42,9 @@ T.CheckBox {
             Accessible.ignored: true
         }
         Rectangle {
-            implicitWidth: 36
-            implicitHeight: 20
-            radius: 10
+            implicitWidth: Theme.scaled(36)
+            implicitHeight: Theme.scaled(20)
+            radius: height / 2
             opacity: toggle.enabled ? 1 : 0.45
             color: toggle.on ? Theme.accent : Theme.faded(Theme.text, 0.16)
             border.width: toggle.on ? 0 : 1
@@ -58,9 +58,9 @@ T.CheckBox {
             Rectangle {
                 x: toggle.on ? parent.width - width - 2 : 2
                 y: 2
-                width: 16
-                height: 16
-                radius: 8
+                width: parent.height - 4
+                height: width
+                radius: width / 2
                 color: toggle.on ? Theme.inkOnAccent : "#ffffff"
                 border.width: toggle.on ? 0 : 1
                 border.color: Theme.fieldBorder
@@ -73,7 +73,7 @@ T.CheckBox {
                 }
             }
             FocusRing {
-                radius: 13
+                radius: parent.radius + 3
                 shown: toggle.visualFocus
             }
         }

@@ -19,7 +19,9 @@ ListRow {
     required property var model  // `state` would clash with a property of Item.
 
     readonly property bool isBatch: kind === "batch"
+    readonly property bool isNarrow: width < Theme.scaled(520)
     readonly property string paths: otherCount > 0 ? qsTr("%1 and %2 more").arg(summary).arg(Format.count(otherCount)) : summary
+    readonly property string undoText: isBatch ? qsTr("Undo all") : qsTr("Undo")
     readonly property string when: Format.dateTime(date)
 
     signal toggled
@@ -43,7 +45,7 @@ ListRow {
     GridLayout {
         id: words
 
-        columns: row.width < Theme.scaled(520) ? 1 : 2
+        columns: row.isNarrow ? 1 : 2
         columnSpacing: row.spacing
         rowSpacing: 2
         Layout.fillWidth: true
@@ -87,14 +89,15 @@ ListRow {
         Accessible.ignored: true
     }
     Item {
-        implicitWidth: Math.max(undo.implicitWidth, Theme.scaled(104))
+        implicitWidth: row.isNarrow ? undo.implicitWidth : Math.max(undo.implicitWidth, Theme.scaled(104))
         implicitHeight: undo.implicitHeight
 
         OutlineButton {
             id: undo
 
             anchors.right: parent.right
-            text: row.isBatch ? qsTr("Undo all") : qsTr("Undo")
+            text: row.isNarrow ? "" : row.undoText
+            help: row.isNarrow ? row.undoText : ""
             symbol: "arrow.uturn.backward"
             visible: row.restorable
             enabled: AppModel.busy === ""

@@ -16,8 +16,8 @@ RowLayout {
     Layout.alignment: Qt.AlignTop
 
     Rectangle {
-        implicitWidth: 32
-        implicitHeight: 32
+        implicitWidth: Theme.scaled(32)
+        implicitHeight: implicitWidth
         radius: Theme.radius
         color: Theme.faded(point.color, 0.14)
         Layout.alignment: Qt.AlignTop

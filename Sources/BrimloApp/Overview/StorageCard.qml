@@ -154,8 +154,8 @@ Card {
         Layout.fillWidth: false
 
         Rectangle {
-            implicitWidth: 9
-            implicitHeight: 9
+            implicitWidth: Theme.scaled(9)
+            implicitHeight: implicitWidth
             radius: 3
             color: entry.color
             Accessible.ignored: true

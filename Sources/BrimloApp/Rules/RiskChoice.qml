@@ -109,11 +109,11 @@ ColumnLayout {
         property bool on: false
         property color ink: Theme.accentText
 
-        implicitWidth: 16
-        implicitHeight: 16
-        radius: 8
+        implicitWidth: Theme.scaled(16)
+        implicitHeight: implicitWidth
+        radius: height / 2
         color: "transparent"
-        border.width: on ? 5 : 1.5
+        border.width: on ? width * 0.3 : 1.5
         border.color: on ? ink : Theme.secondaryText
     }
 }

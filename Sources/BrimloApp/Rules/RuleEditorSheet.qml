@@ -71,8 +71,8 @@ Sheet {
         RulePreviewPane {
             preview: preview
             Layout.fillHeight: true
-            Layout.preferredWidth: 310
-            Layout.maximumWidth: 310
+            Layout.preferredWidth: Math.min(Theme.scaled(310), sheet.availableWidth * 0.42)
+            Layout.maximumWidth: Layout.preferredWidth
         }
     }
 }
