@@ -102,9 +102,10 @@ QString Format::count(double count) {
 }
 
 QString Format::percent(double share) {
-    const int whole = qRound(share * 100);
+    const double part = share > 0 ? std::min(share, 1.0) : 0;  // Also of what is no number.
+    const int whole = qRound(part * 100);
     const QLocale locale;
-    return share > 0 && whole == 0 ? u'<' + locale.toString(1) + locale.percent()
+    return part > 0 && whole == 0 ? u'<' + locale.toString(1) + locale.percent()
                                    : locale.toString(whole) + locale.percent();
 }
 

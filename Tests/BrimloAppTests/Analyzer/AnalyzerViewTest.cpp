@@ -131,6 +131,30 @@ TEST_F(AnalyzerViewTest, DrillsByDoubleClickAndComesBackByCrumbs) {
     EXPECT_EQ(shownFolder(), "tree");
 }
 
+TEST_F(AnalyzerViewTest, GoesByLettersIntoAFolderAndBackToIt) {
+    openScanned();
+    key(Qt::Key_Down);
+    for (const auto& [letters, name] : {std::pair{"st", "stays"}, std::pair{"L", "large"}}) {
+        type(letters);
+        await([&, name = name] { return focused().startsWith(name); }, name);
+        QTest::qWait(1200);  // Later letters begin anew.
+    }
+    for (const auto& [up, modifiers] :
+         {std::pair{Qt::Key_Up, Qt::AltModifier}, std::pair{Qt::Key_Backspace, Qt::NoModifier}}) {
+        key(Qt::Key_Right);
+        await([&] { return shownFolder() == "large"; }, "the folder");
+        key(up, modifiers);
+        await([&] { return shownFolder() == "tree"; }, "the folder above");
+        await([&] { return focused().startsWith("large"); }, "the folder one comes from");
+    }
+    model().analyzer()->drill(model().analyzer()->current()->children().front()->shared());
+    model().analyzer()->setAnalyzerMode(1);
+    await([&] { return find(QAccessible::Graphic, "Treemap") != nullptr; }, "the treemap");
+    clickAt(middle(map()));
+    key(Qt::Key_Up, Qt::AltModifier);
+    await([&] { return shownFolder() == "tree"; }, "the folder above the treemap's");
+}
+
 TEST_F(AnalyzerViewTest, ActsOnTheRowOrOnTheSelectionThatItIsIn) {
     openScanned();
     const std::tuple<std::vector<const char*>, const char*, const char*> cases[] = {

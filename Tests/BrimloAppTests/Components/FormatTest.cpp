@@ -18,6 +18,16 @@ TEST(FormatTest, WritesBytesOfAnyNumber) {
     EXPECT_EQ(Format::bytes(std::numeric_limits<double>::infinity()), Format::bytes(9.2e18));
 }
 
+TEST(FormatTest, WritesAShareOfAnyNumber) {
+    QLocale::setDefault(QLocale::c());
+    EXPECT_EQ(Format::percent(0), "0%");
+    EXPECT_EQ(Format::percent(1e-9), "<1%") << "there is something";
+    EXPECT_EQ(Format::percent(0.125), "13%");
+    EXPECT_EQ(Format::percent(1.5), "100%");
+    EXPECT_EQ(Format::percent(std::nan("")), "0%");
+    EXPECT_EQ(Format::percent(-std::numeric_limits<double>::infinity()), "0%");
+}
+
 TEST(FormatTest, KeepsAnyNameOnOneLineAndInOneDirection) {
     EXPECT_EQ(Format::oneLine(u"a\nb\rc\td\u2028e"_qs), u"a\uFFFDb\uFFFDc\uFFFDd\uFFFDe"_qs);
     EXPECT_EQ(Format::oneLine(u"x\u202Egpj.exe\u2067"_qs), u"x\uFFFDgpj.exe\uFFFD"_qs);
