@@ -125,9 +125,9 @@ void show(const CleanReport& report, const CleanPlan& plan, bool dryRun) {
                        " for good; " + Fmt::bytes(report.movedToTrashBytes) + " moved to the Trash."
                  : "Moved " + count + " to the Trash, " + Fmt::bytes(report.movedToTrashBytes) +
                        ". The space is free once the Trash is emptied.");
-    const CleanFigures gone = plan.without(report.stayed()).figures();
-    if (const std::string frees = freesWords(gone.bytes, gone.freed.bytes()); !frees.empty()) {
-        Console::line("In all it " + frees + ": the rest has other names that stay.");
+    const FreedSpace freed = plan.without(report.stayed()).figures().freed;
+    if (const std::string frees = freed.words(); !frees.empty()) {
+        Console::line("In all it " + frees + ": " + freed.reason() + ".");
     }
     if (!report.unrecorded.empty()) {
         Console::line(

@@ -43,6 +43,13 @@ void addIfPresent(Json::Object& object, std::string_view key, const std::optiona
     }
 }
 
+void addFreed(Json::Object& object, const FreedSpace& freed) {
+    object.emplace("freedBytes", freed.atLeast());
+    if (freed.atMost() > freed.atLeast()) {
+        object.emplace("freedAtMostBytes", freed.atMost());
+    }
+}
+
 Json::Object total(const Growth::Total& total) {
     return {
         {"size",      total.size     },
@@ -68,7 +75,7 @@ Json::Array items(const std::vector<SuggestionItem>& items) {
             object.emplace("detail", path(*item.detail));
         }
         addIfPresent(object, "subtitle", item.subtitle);
-        object.emplace("freedBytes", useOf(item).freedAlone());
+        addFreed(object, FreedSpace::alone(item));
         array.push_back(std::move(object));
     }
     return array;
@@ -88,7 +95,7 @@ Json::Object suggestion(const Suggestion& suggestion) {
     object.emplace("items", items(suggestion.items));
     object.emplace("preselectedPaths", paths(suggestion.preselectedPaths));
     object.emplace("totalSize", suggestion.totalSize());
-    object.emplace("freedBytes", FreedSpace::of(suggestion.items).bytes());
+    addFreed(object, FreedSpace::of(suggestion.items));
     return object;
 }
 
@@ -123,12 +130,13 @@ Json::Array items(const std::vector<CleanItem>& items) {
 }
 
 Json::Object plan(const CleanPlan& plan) {
-    return {
-        {"items",      items(plan.items())         },
-        {"dropped",    paths(plan.dropped())       },
-        {"totalBytes", plan.totalBytes()           },
-        {"freedBytes", plan.figures().freed.bytes()},
+    Json::Object object{
+        {"items",      items(plan.items())  },
+        {"dropped",    paths(plan.dropped())},
+        {"totalBytes", plan.totalBytes()    },
     };
+    addFreed(object, plan.figures().freed);
+    return object;
 }
 
 Json::Object report(const CleanReport& report) {

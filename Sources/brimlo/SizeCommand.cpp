@@ -50,9 +50,9 @@ ExitCode run(const std::vector<std::string>& paths, const Tool& tool) {
     for (const SuggestionItem& item : items) {
         Console::line(Console::size(item.size) + "  " + Console::shortPath(item.path));
     }
-    const CleanFigures all = together(items);
-    if (const std::string frees = freesWords(all.bytes, all.freed.bytes()); !frees.empty()) {
-        Console::line("Removing all of it " + frees + ": the rest has other names that stay.");
+    const FreedSpace freed = together(items).freed;
+    if (const std::string frees = freed.words(); !frees.empty()) {
+        Console::line("Removing all of it " + frees + ": " + freed.reason() + ".");
     }
     return exit;
 }

@@ -81,9 +81,9 @@ void show(const Suggestion& suggestion, const Arguments& arguments) {
         Console::size(suggestion.totalSize()) + "  " + Console::badge(suggestion.risk) + "  " +
         Console::bold(suggestion.name) + " · " + Text::printable(suggestion.group) +
         Console::dim("  " + suggestion.id));
-    const std::int64_t freed = FreedSpace::of(suggestion.items).bytes();
-    if (const std::string frees = freesWords(suggestion.totalSize(), freed); !frees.empty()) {
-        Console::line("    Alone it " + frees + ": the rest has other names that stay.");
+    const FreedSpace freed = FreedSpace::of(suggestion.items);
+    if (const std::string frees = freed.words(); !frees.empty()) {
+        Console::line("    Alone it " + frees + ": " + freed.reason() + ".");
     }
     Console::paragraph(suggestion.regenerates);
     if (arguments.why) {
@@ -124,9 +124,9 @@ void showAll(const std::vector<Suggestion>& suggestions, const Arguments& argume
     for (const Suggestion& suggestion : suggestions) {
         show(suggestion, arguments);
         for (const SuggestionItem& item : suggestion.items) {
-            total.add(useOf(item));
+            total.add(item);
             if (suggestion.preselectedPaths.contains(item.path)) {
-                preselected.add(useOf(item));
+                preselected.add(item);
             }
         }
     }
@@ -135,8 +135,8 @@ void showAll(const std::vector<Suggestion>& suggestions, const Arguments& argume
         return;
     }
     Console::line(
-        Console::bold(Fmt::bytes(total.bytes())) + " can be cleaned; " +
-        Console::bold(Fmt::bytes(preselected.bytes())) + " of it is preselected [x].");
+        Console::bold(Fmt::bytes(total.atLeast())) + " can be cleaned; " +
+        Console::bold(Fmt::bytes(preselected.atLeast())) + " of it is preselected [x].");
     Console::line("\"brimlo clean --preselected --dry-run\" shows what that would take.");
 }
 

@@ -22,7 +22,7 @@ struct PlanLine {
     std::string subtitle;  ///< Empty if the title is the path of no extra copy.
     std::string reason;    ///< Why it stays; else empty.
     std::int64_t size = 0;
-    SharedFiles shared;          ///< Of the item.
+    SharedFiles shared;          ///< What of the item may stay.
     std::int64_t itemCount = 0;  ///< Of a folder of many items; else 0.
     Fate fate = Fate::trash;
     bool expanded = false;    ///< Whether the items of the folder follow.

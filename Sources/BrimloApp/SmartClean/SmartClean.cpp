@@ -95,9 +95,10 @@ void SmartClean::show(std::vector<Suggestion> found) {
 void SmartClean::set(std::vector<Suggestion> suggestions, Paths selected) {
     const bool isOther = suggestions_ != suggestions;
     suggestions_ = std::move(suggestions);
-    freedOf_.clear();
+    freesOf_.clear();
     for (const Suggestion& suggestion : suggestions_) {
-        freedOf_.emplace(suggestion.id, FreedSpace::of(suggestion.items).bytes());
+        const FreedSpace freed = FreedSpace::of(suggestion.items);
+        freesOf_.emplace(suggestion.id, Frees{.words = freed.words(), .why = freed.reason()});
     }
     const bool isOtherChoice = selected_ != selected;
     selected_ = std::move(selected);
@@ -253,7 +254,7 @@ CleanFigures SmartClean::countTicked() {
 }
 
 QString SmartClean::planFrees() const {
-    return words(freesWords(figures_.bytes, figures_.freed.bytes()));
+    return words(figures_.freed.words());
 }
 
 QString SmartClean::planDestination() const {
@@ -315,9 +316,10 @@ std::int64_t SmartClean::ticked(const Suggestion& suggestion) const {
     return found == tickedOf_.end() ? 0 : found->second;
 }
 
-std::int64_t SmartClean::freed(const Suggestion& suggestion) const {
-    const auto found = freedOf_.find(suggestion.id);
-    return found == freedOf_.end() ? suggestion.totalSize() : found->second;
+const SmartClean::Frees& SmartClean::frees(const Suggestion& suggestion) const {
+    static const Frees all;
+    const auto found = freesOf_.find(suggestion.id);
+    return found == freesOf_.end() ? all : found->second;
 }
 
 void SmartClean::setPreviewRequested(bool requested) {

@@ -111,8 +111,12 @@ public:
     void toggle(const Suggestion& suggestion);
     /// How many items of a suggestion are ticked.
     [[nodiscard]] std::int64_t ticked(const Suggestion& suggestion) const;
-    /// The bytes that removing all its items, and nothing else, frees.
-    [[nodiscard]] std::int64_t freed(const Suggestion& suggestion) const;
+    /// What removing a suggestion's items, and nothing else, frees.
+    struct Frees {
+        std::string words;  ///< Of `FreedSpace`; empty where all of it is freed.
+        std::string why;    ///< Why not all is.
+    };
+    [[nodiscard]] const Frees& frees(const Suggestion& suggestion) const;
 
     /// The plan for all ticked items, visible or not. Built anew at each call, which takes its time
     /// for thousands of items.
@@ -122,7 +126,7 @@ public:
         const std::vector<Suggestion>& suggestions, const Paths& selected);
     [[nodiscard]] int planCount() const { return static_cast<int>(figures_.count); }
     [[nodiscard]] double planBytes() const { return static_cast<double>(figures_.bytes); }
-    /// "frees 3 MB" where the items take more; else empty.
+    /// What they free, by the words of `FreedSpace`; empty where it is all that they take.
     [[nodiscard]] QString planFrees() const;
     /// Where the items go, as `CleanFigures` words it.
     [[nodiscard]] QString planDestination() const;
@@ -165,7 +169,7 @@ private:
     /// Of the ticked items of each suggestion, by its id, and of all. No item lies in another one
     /// (`resolveOverlaps`), so they are those of the plan.
     std::unordered_map<std::string, std::int64_t> tickedOf_;
-    std::unordered_map<std::string, std::int64_t> freedOf_;
+    std::unordered_map<std::string, Frees> freesOf_;
     CleanFigures figures_;
     bool previewRequested_ = false;
     LeftAlone leftAlone_;

@@ -95,7 +95,7 @@ Line headOf(const Suggestion& suggestion, const SmartClean& source) {
     row.runningApps = joined(suggestion.runningApps);
     row.size = suggestion.totalSize();
     row.itemCount = static_cast<std::int64_t>(suggestion.items.size());
-    row.frees = freesWords(row.size, source.freed(suggestion));
+    row.frees = source.frees(suggestion).words;
     row.tick = tickOf(source.ticked(suggestion), suggestion.items.size());
     return row;
 }
@@ -117,12 +117,15 @@ Line moreOf(const Suggestion& suggestion, std::string folder, std::size_t count)
     return row;
 }
 
-Line detailsOf(const Suggestion& suggestion) {
+Line detailsOf(const Suggestion& suggestion, const SmartClean& source) {
     Line row{.kind = Kind::details, .id = suggestion.id, .path = {}, .folder = {}};
     row.risk = suggestion.risk;
     row.regenerates = suggestion.regenerates;
     row.officialCommand = suggestion.officialCommand.value_or("");
     row.reasons = reasons(suggestion);
+    if (const auto& [words, why] = source.frees(suggestion); !words.empty()) {
+        row.reasons.push_back({.label = "Space", .text = "alone it " + words + ": " + why});
+    }
     row.isDocker = std::ranges::any_of(
         suggestion.items, [](const SuggestionItem& item) { return isPseudoPath(item.path); });
     return row;
@@ -133,7 +136,7 @@ Line itemOf(
     Line row{.kind = Kind::item, .id = suggestion.id, .path = item.path, .folder = {}};
     row.isDocker = isPseudoPath(item.path);
     row.size = item.size;
-    row.frees = freesWords(item.size, useOf(item).freedAlone());
+    row.frees = FreedSpace::alone(item).words();
     row.tick = selected.contains(item.path) ? Tick::all : Tick::none;
     row.subtitle = item.subtitle.value_or("");
     row.detail = item.detail.value_or("");
@@ -237,11 +240,11 @@ double SuggestionRows::bytesAt(Risk risk) const {
     for (const Suggestion& suggestion : source_.suggestions()) {
         if (suggestion.risk == risk) {
             for (const SuggestionItem& item : suggestion.items) {
-                freed.add(useOf(item));
+                freed.add(item);
             }
         }
     }
-    return number(freed.bytes());
+    return number(freed.atLeast());
 }
 
 void SuggestionRows::toggle(int place) {
@@ -376,7 +379,7 @@ void SuggestionRows::append(const Suggestion& suggestion, std::vector<Line>& row
     if (!expand(rows.back())) {
         return;
     }
-    rows.push_back(detailsOf(suggestion));
+    rows.push_back(detailsOf(suggestion, source_));
     static_cast<void>(expand(rows.back()));
     std::size_t lines = 0;
     std::size_t listed = 0;

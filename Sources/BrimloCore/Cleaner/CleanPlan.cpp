@@ -54,7 +54,7 @@ std::string CleanFigures::amount() const {
     const std::string amount = finalCount == 0       ? Fmt::bytes(bytes)
                                : finalCount == count ? forGood
                                                      : Fmt::bytes(bytes) + " (" + forGood + ")";
-    const std::string frees = freesWords(bytes, freed.bytes());
+    const std::string frees = freed.words();
     return frees.empty() ? amount : amount + ", " + frees;
 }
 

@@ -22,7 +22,7 @@ struct CleanItem {
     std::optional<Risk> risk;           ///< That rule's rating.
     /// What Docker calls its object, or the name of the suggestion; absent for what a person chose.
     std::optional<std::string> title = std::nullopt;
-    SharedFiles shared = nullptr;  ///< What of it has names outside, as far as it is known.
+    SharedFiles shared = nullptr;  ///< What of it may stay when it goes, as far as that is known.
     /// The equal file that stays. The item goes only if the two are still equal then.
     std::optional<std::string> copyOf = std::nullopt;
 
@@ -47,13 +47,13 @@ struct CleanFigures {
     template <typename Item>
     void add(const Item& item) {
         step(item.path, item.size, 1);
-        freed.add(useOf(item));
+        freed.add(item);
     }
     /// Takes back an `add`.
     template <typename Item>
     void remove(const Item& item) {
         step(item.path, item.size, -1);
-        freed.remove(useOf(item));
+        freed.remove(item);
     }
 
     [[nodiscard]] std::int64_t trashBytes() const { return bytes - finalBytes; }

@@ -6,6 +6,7 @@
 #include "BrimloCore/Platform/FileIdentity.h"
 #include "BrimloCore/Platform/Fmt.h"
 #include "BrimloCore/Platform/Posix/Descriptor.h"
+#include "BrimloCore/Platform/UnsureBlocks.h"
 #include "BrimloCore/Support/Path.h"
 
 #include <algorithm>

@@ -3,11 +3,11 @@
 #include "BrimloCore/Cleaner/FileReader.h"
 #include "BrimloCore/DiskScanner/FolderPlace.h"
 #include "BrimloCore/Models/Bytes.h"
-#include "BrimloCore/Platform/CloneFile.h"
 #include "BrimloCore/Platform/DirectoryEntry.h"
 #include "BrimloCore/Platform/FileIdentity.h"
 #include "BrimloCore/Platform/Fmt.h"
 #include "BrimloCore/Platform/Trash.h"
+#include "BrimloCore/Platform/UnsureBlocks.h"
 #include "BrimloCore/Support/Path.h"
 
 #include <algorithm>

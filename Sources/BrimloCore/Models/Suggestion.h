@@ -12,10 +12,10 @@
 
 namespace Brimlo {
 
-struct SharedFile;
-/// The hard-linked files of a place that have names outside it; null if there are none. Shared by
-/// the copies of an item, since they can be many.
-using SharedFiles = std::shared_ptr<const std::vector<SharedFile>>;
+struct SharedSpace;
+/// The files of a place of which something may stay when the place goes: they have names outside it
+/// or share blocks. Null if there are none. Held by all copies of an item, since they can be many.
+using SharedFiles = std::shared_ptr<const SharedSpace>;
 
 /// One item that can be cleaned. Identified by `path`.
 struct SuggestionItem {
@@ -25,7 +25,7 @@ struct SuggestionItem {
         idleDays;                       ///< Days since the entry's or the project's last activity.
     std::optional<std::string> detail;  ///< For artifacts: the project's folder name.
     std::optional<std::string> subtitle;  ///< A line under the path.
-    SharedFiles shared = nullptr;         ///< What of it has names outside.
+    SharedFiles shared = nullptr;         ///< What of it may stay when it goes.
 
     bool operator==(const SuggestionItem&) const = default;
 };

@@ -3,11 +3,8 @@
 #include "BrimloCore/Models/Error.h"
 #include "BrimloCore/Platform/Posix/Descriptor.h"
 
-#include <cstdint>
 #include <expected>
-#include <optional>
 #include <string>
-#include <vector>
 
 /// Replacing a file by a clone of another one.
 namespace Brimlo::Platform {
@@ -28,21 +25,6 @@ namespace Brimlo::Platform {
 /// Exchanges two entries of a folder in one step.
 [[nodiscard]] std::expected<void, Error> exchange(
     int folder, const std::string& one, const std::string& other);
-
-/// An extent: a contiguous piece of a file on disk.
-struct Extent {
-    std::uint64_t offset = 0;    ///< In the file.
-    std::uint64_t position = 0;  ///< On the volume.
-    std::uint64_t length = 0;
-
-    bool operator==(const Extent&) const = default;
-    auto operator<=>(const Extent&) const = default;
-};
-
-/// The extents of an open file, if other files share every byte of it. Two files of one volume with
-/// the same extents are clones of each other. Nullopt when a part is not shared, when the system
-/// can't tell, and for a file without data on disk.
-[[nodiscard]] std::optional<std::vector<Extent>> sharedExtents(int file);
 
 /// Keeps others from writing to the open file `file` until it is closed or somebody has waited too
 /// long (on Linux 45 seconds). `file` is open for reading only.

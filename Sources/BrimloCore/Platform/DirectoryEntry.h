@@ -14,6 +14,7 @@ struct DirectoryEntry {
     const char* name = "";            ///< NUL-terminated; valid during the callback.
     bool isDirectory = false;         ///< False for a symlink to a directory.
     std::int64_t allocatedBytes = 0;  ///< Of entries other than directories, when requested.
+    std::int64_t length = 0;          ///< Likewise, holes included; 0 where the system tells less.
     std::uint32_t linkCount = 0;      ///< Likewise.
     std::uint64_t inode = 0;          ///< Likewise.
 };

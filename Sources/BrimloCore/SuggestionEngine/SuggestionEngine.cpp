@@ -404,12 +404,13 @@ std::vector<Target> targets(const CleanupRule& rule, const Safety::Gate& gate) {
             return;
         }
         const bool isFolder = status->kind == Platform::EntryStatus::Kind::directory;
+        SpaceUse use = isFolder ? SpaceUse{} : SpaceUse::of(path, *status);
         targets.push_back({
             .item =
                 {.path = std::move(path),
-                       .size = isFolder ? 0 : status->allocatedBytes,
+                       .size = use.bytes,
                        .idleDays = Dates::daysSince(modified, now),
-                       .shared = isFolder ? nullptr : SpaceUse::of(*status).shared},
+                       .shared = std::move(use.shared)},
             .isFolder = isFolder,
         });
     };

@@ -42,14 +42,16 @@ TEST_F(CleanPlanTest, TellsWhatGoesForGood) {
     const CleanItem file{.path = "/a", .size = 5'000'000, .ruleID = {}, .risk = {}};
     const CleanItem image{"docker:image:sha256:ab12", 2'000'000, {}, {}, "shop:3"};
     const CleanItem twin{"docker:image:sha256:cd34", 1'000'000, {}, {}, "shop:3"};
-    const auto linked = std::make_shared<const std::vector<SharedFile>>(
-        1,
-        SharedFile{
-            .identity = {1, 2},
-              .bytes = 2'000'000, .names = 2
+    const auto linked = std::make_shared<const SharedSpace>(
+        SharedSpace{.files = {{.identity = {1, 2}, .bytes = 2'000'000, .names = 2}}, .unsure = {}});
+    const auto cloned = std::make_shared<const SharedSpace>(SharedSpace{
+        .files = {},
+          .unsure = {.bytes = 2'000'000, .ranges = {{.start = 0, .end = 2'000'000}}}
     });
     const CleanItem one{"/one", 5'000'000, {}, {}, {}, linked};
     const CleanItem other{"/two", 2'000'000, {}, {}, {}, linked};
+    const CleanItem clone{"/three", 3'000'000, {}, {}, {}, cloned};
+    const CleanItem twinOfIt{"/clone", 2'000'000, {}, {}, {}, cloned};
     const CleanItem untagged{"docker:image:sha256:ef56", 0, {}, {}, "<untagged> ef56"};
     const struct {
         const char* name;
@@ -63,6 +65,13 @@ TEST_F(CleanPlanTest, TellsWhatGoesForGood) {
         {"both names of a file",
          {one, other},
          {"/one", "/two", "7 MB, frees 5 MB", "Goes to Trash first · undo anytime", ""}          },
+        {"two clones",
+         {clone, twinOfIt},
+         {"/three",
+          "/clone",
+          "5 MB, frees at least 1 MB",
+          "Goes to Trash first · undo anytime",
+          ""}                                                                                    },
         {"a name and an object",
          {one, image},
          {"/one",

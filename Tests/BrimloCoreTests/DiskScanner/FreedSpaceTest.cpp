@@ -4,7 +4,9 @@
 #include "Support/TempHome.h"
 
 #include <filesystem>
+#include <memory>
 #include <random>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -47,9 +49,10 @@ TEST_F(FreedSpaceTest, IsWhatGoesWithRandomSelections) {
         std::vector<std::string> chosen;
         for (const std::string& place : places) {
             const SpaceUse use = DiskScanner::spaceUse(at(place));
-            freed.add(use);
+            const SuggestionItem item{.path = {}, .size = use.bytes, .shared = use.shared};
+            freed.add(item);
             if (below(2) == 0) {
-                freed.remove(use);
+                freed.remove(item);
             } else {
                 chosen.push_back(at(place));
             }
@@ -58,8 +61,46 @@ TEST_F(FreedSpaceTest, IsWhatGoesWithRandomSelections) {
         for (const std::string& path : chosen) {
             fs::remove_all(path);
         }
-        EXPECT_EQ(before - DiskScanner::quickSize(at(tree)), freed.bytes())
+        EXPECT_EQ(before - DiskScanner::quickSize(at(tree)), freed.atLeast())
             << testing::PrintToString(chosen);
+    }
+}
+
+TEST_F(FreedSpaceTest, CountsBlocksThatSeveralShareAtMostOnce) {
+    constexpr std::uint64_t kVolume = 40;
+    std::mt19937 random{23};
+    FreedSpace freed;
+    std::vector<SuggestionItem> items;
+    for (int step = 0; step < 2000; ++step) {
+        const bool isAdded = items.empty() || random() % 40 > items.size();
+        if (isAdded) {
+            SharedSpace shared;
+            for (std::uint64_t start = random() % 9; start + 5 < kVolume; start += 6) {
+                const std::uint64_t end = start + 1 + random() % 5;
+                shared.unsure.ranges.push_back({random() % 2, start, end});
+                shared.unsure.bytes += static_cast<std::int64_t>(end - start);
+            }
+            items.push_back({.path = {}, .size = 400});
+            items.back().shared = std::make_shared<const SharedSpace>(shared);
+            freed.add(items.back());
+        } else {
+            std::swap(items.at(random() % items.size()), items.back());
+            freed.remove(items.back());
+            items.pop_back();
+        }
+        std::set<std::uint64_t> blocks;
+        std::int64_t sure = 0;
+        for (const SuggestionItem& item : items) {
+            sure += item.size - item.shared->unsure.bytes;
+            for (const auto& [device, start, end] : item.shared->unsure.ranges) {
+                for (std::uint64_t block = start; block < end; ++block) {
+                    blocks.insert(device * kVolume + block);
+                }
+            }
+        }
+        ASSERT_EQ(freed.atLeast(), sure) << step;
+        ASSERT_EQ(freed.atMost(), sure + std::ssize(blocks)) << step;
+        ASSERT_EQ(freed, FreedSpace::of(items)) << step;
     }
 }
 

@@ -9,13 +9,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
-#include <new>
-#include <span>
 #include <string_view>
 #include <vector>
 
 #include <fcntl.h>
-#include <linux/fiemap.h>
 #include <linux/fs.h>
 #include <linux/magic.h>
 #include <sys/ioctl.h>
@@ -99,34 +96,6 @@ std::expected<void, Error> exchange(int folder, const std::string& one, const st
         return failure(errno);
     }
     return {};
-}
-
-std::optional<std::vector<Extent>> sharedExtents(int file) {
-    // Extents without a position of their own on the volume.
-    constexpr std::uint32_t kNowhere = FIEMAP_EXTENT_UNKNOWN | FIEMAP_EXTENT_NOT_ALIGNED;
-    constexpr std::uint32_t kMost = 128;
-    constexpr std::size_t kBytes = sizeof(fiemap) + kMost * sizeof(fiemap_extent);
-    alignas(fiemap) std::array<std::byte, kBytes> answer{};
-    auto* const head = new (answer.data()) fiemap;
-    std::vector<Extent> result;
-    bool isLast = false;
-    while (!isLast) {
-        head->fm_start = result.empty() ? 0 : result.back().offset + result.back().length;
-        head->fm_length = FIEMAP_MAX_OFFSET - head->fm_start;
-        head->fm_flags = FIEMAP_FLAG_SYNC;
-        head->fm_extent_count = kMost;
-        if (ioctl(file, FS_IOC_FIEMAP, head) != 0 || head->fm_mapped_extents == 0) {
-            return std::nullopt;
-        }
-        for (const fiemap_extent& piece : std::span{head->fm_extents, head->fm_mapped_extents}) {
-            if ((piece.fe_flags & FIEMAP_EXTENT_SHARED) == 0 || (piece.fe_flags & kNowhere) != 0) {
-                return std::nullopt;
-            }
-            isLast = (piece.fe_flags & FIEMAP_EXTENT_LAST) != 0;
-            result.push_back({piece.fe_logical, piece.fe_physical, piece.fe_length});
-        }
-    }
-    return result;
 }
 
 std::expected<void, Error> holdWriters(int file) {

@@ -30,12 +30,13 @@ bool complete(int descriptor, DirectoryEntry& entry, unsigned char type, EntryDe
         return true;
     }
     struct statx status{};
-    const unsigned mask = STATX_TYPE | STATX_BLOCKS | STATX_NLINK | STATX_INO;
+    const unsigned mask = STATX_TYPE | STATX_BLOCKS | STATX_SIZE | STATX_NLINK | STATX_INO;
     if (statx(descriptor, entry.name, kStatFlags, mask, &status) != 0) {
         return false;
     }
     entry.isDirectory = S_ISDIR(status.stx_mode);
     entry.allocatedBytes = static_cast<std::int64_t>(status.stx_blocks) * kBlockBytes;
+    entry.length = static_cast<std::int64_t>(status.stx_size);
     entry.linkCount = status.stx_nlink;
     entry.inode = status.stx_ino;
     return true;

@@ -47,11 +47,6 @@ std::expected<void, Error> exchange(int folder, const std::string& one, const st
     return {};
 }
 
-// APFS has no call for shared blocks.
-std::optional<std::vector<Extent>> sharedExtents(int /*file*/) {
-    return std::nullopt;
-}
-
 std::expected<void, Error> holdWriters(int /*file*/) {
     return {};
 }
