@@ -25,8 +25,8 @@ struct SharedFile {
 
 /// What of a place may stay taken when the place goes.
 struct SharedSpace {
-    std::vector<SharedFile> files;
-    Platform::UnsureBlocks unsure;  ///< Of its other files. No two ranges touch.
+    std::vector<SharedFile> files = {};
+    Platform::UnsureBlocks unsure = {};  ///< Of its other files. No two ranges touch.
 };
 
 /// The space of a place: what it takes, and what of that may stay when only the place goes.
