@@ -88,8 +88,8 @@ enum class Asked { some, all };
 /// The fast walk of a place, where the file system can tell whether files share blocks.
 ///
 /// Asking takes longer than a status call. So the first walk asks the files that matter, and of the
-/// small ones every eighth. Where one file shares blocks, mostly all of the place do: a store, what
-/// was made from it, a snapshot, a compressed volume. There, a second walk asks all.
+/// small ones one in sixteen. Where one file shares blocks, mostly all of the place do: a store,
+/// what was made from it, a snapshot, a compressed volume. There, a second walk asks all.
 class PlaceWalk {
 public:
     explicit PlaceWalk(Asked asked)
@@ -111,7 +111,7 @@ public:
             }
             isFirst = false;
         }
-        return SpaceUse{.bytes = total_, .shared = std::move(parts_).shared()};
+        return SpaceUse{.size = total_, .shared = std::move(parts_).shared()};
     }
 
     /// Whether the walk ended because a file shares blocks.
@@ -177,8 +177,8 @@ private:
     }
 
     [[nodiscard]] bool isAsked(const Platform::DirectoryEntry& entry) {
-        constexpr std::int64_t kAlwaysFrom = 16'384;
-        constexpr int kOneOf = 8;
+        constexpr std::int64_t kAlwaysFrom = 65'536;
+        constexpr int kOneOf = 16;
         return asked_ == Asked::all || entry.allocatedBytes >= kAlwaysFrom ||
                smallFiles_++ % kOneOf == 0;
     }
@@ -249,7 +249,7 @@ SpaceUse DiskScanner::legacyQuickSize(const std::string& path) {
             }
         }
     }
-    return {.bytes = total, .shared = std::move(linked).shared()};
+    return {.size = total, .shared = std::move(linked).shared()};
 }
 
 }  // namespace Brimlo

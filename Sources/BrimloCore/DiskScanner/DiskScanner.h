@@ -45,7 +45,7 @@ public:
 
     /// The bytes of `spaceUse`.
     [[nodiscard]] static std::int64_t quickSize(const std::string& path) {
-        return spaceUse(path).bytes;
+        return spaceUse(path).size;
     }
 
     /// The fast walk of a directory; nullopt when the directory can't be read that way.

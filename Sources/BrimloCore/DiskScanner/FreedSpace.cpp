@@ -14,16 +14,16 @@ using Platform::BlockRange;
 using Platform::UnsureBlocks;
 
 SpaceUse SpaceUse::of(const std::string& path, const Platform::EntryStatus& status) {
-    SpaceUse use{.bytes = status.allocatedBytes};
+    SpaceUse use{.size = status.allocatedBytes};
     SharedSpace shared;
-    if (status.kind == Platform::EntryStatus::Kind::file && use.bytes > 0 &&
+    if (status.kind == Platform::EntryStatus::Kind::file && use.size > 0 &&
         Platform::blockSharing(path).isPossible) {
-        shared.unsure = Platform::unsureBlocks(AT_FDCWD, path.c_str(), use.bytes);
+        shared.unsure = Platform::unsureBlocks(AT_FDCWD, path.c_str(), use.size);
     }
     if (status.linkCount > 1) {
         shared.files.push_back(
             {.identity = status.identity,
-             .bytes = use.bytes,
+             .bytes = use.size,
              .names = status.linkCount,
              .unsure = std::exchange(shared.unsure, {})});
     }
@@ -34,7 +34,7 @@ SpaceUse SpaceUse::of(const std::string& path, const Platform::EntryStatus& stat
 }
 
 void FreedSpace::step(const SpaceUse& use, int sign) {
-    taken_ = Bytes::sum(taken_, sign * use.bytes);
+    taken_ = Bytes::sum(taken_, sign * use.size);
     if (!use.shared) {
         return;
     }

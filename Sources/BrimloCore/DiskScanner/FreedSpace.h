@@ -31,7 +31,7 @@ struct SharedSpace {
 
 /// The space of a place: what it takes, and what of that may stay when only the place goes.
 struct SpaceUse {
-    std::int64_t bytes = 0;  ///< Allocated; a file with several names counts once.
+    std::int64_t size = 0;  ///< Allocated bytes; a file with several names counts once.
     SharedFiles shared = nullptr;
 
     /// The space of a file, symlink or other entry with this status that is no folder.
@@ -63,12 +63,12 @@ public:
 
     template <typename Item>
     void add(const Item& item) {
-        step({.bytes = item.size, .shared = item.shared}, 1);
+        step({.size = item.size, .shared = item.shared}, 1);
     }
     /// Takes back an `add`.
     template <typename Item>
     void remove(const Item& item) {
-        step({.bytes = item.size, .shared = item.shared}, -1);
+        step({.size = item.size, .shared = item.shared}, -1);
     }
 
     [[nodiscard]] std::int64_t atLeast() const;

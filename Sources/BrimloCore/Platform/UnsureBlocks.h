@@ -42,7 +42,8 @@ struct BlockSharing {
 
 /// What may stay of the file `name`, in an open folder or an absolute path: blocks that other files
 /// or snapshots share, compressed ones, whose true size an ordinary user can't ask for, and all
-/// blocks of a file that can't be opened. None for what is no regular file. Takes about as long as
+/// blocks of a file that can't be opened. `name` has blocks, so it is a file or a symlink;
+/// a symlink shares none. Takes about as long as
 /// opening the file.
 [[nodiscard]] UnsureBlocks unsureBlocks(int folder, const char* name, std::int64_t allocatedBytes);
 

@@ -128,7 +128,7 @@ bool isMeant(const MatchConditions& conditions, const std::string& path) {
 
 void measure(SuggestionItem& item) {
     SpaceUse use = DiskScanner::spaceUse(item.path);
-    item.size = use.bytes;
+    item.size = use.size;
     item.shared = std::move(use.shared);
 }
 
@@ -408,7 +408,7 @@ std::vector<Target> targets(const CleanupRule& rule, const Safety::Gate& gate) {
         targets.push_back({
             .item =
                 {.path = std::move(path),
-                       .size = use.bytes,
+                       .size = use.size,
                        .idleDays = Dates::daysSince(modified, now),
                        .shared = std::move(use.shared)},
             .isFolder = isFolder,

@@ -49,10 +49,9 @@ TEST_F(FreedSpaceTest, IsWhatGoesWithRandomSelections) {
         std::vector<std::string> chosen;
         for (const std::string& place : places) {
             const SpaceUse use = DiskScanner::spaceUse(at(place));
-            const SuggestionItem item{.path = {}, .size = use.bytes, .shared = use.shared};
-            freed.add(item);
+            freed.add(use);
             if (below(2) == 0) {
-                freed.remove(item);
+                freed.remove(use);
             } else {
                 chosen.push_back(at(place));
             }

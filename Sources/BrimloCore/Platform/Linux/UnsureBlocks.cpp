@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstddef>
 #include <new>
 #include <optional>
@@ -113,13 +114,14 @@ BlockSharing blockSharing(const std::string& path) {
 }
 
 UnsureBlocks unsureBlocks(int folder, const char* name, std::int64_t allocatedBytes) {
-    struct stat status{};
-    if (fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) != 0 || !S_ISREG(status.st_mode)) {
-        return {};
-    }
     // Should a pipe or a device have taken the name meanwhile, opening it must not wait.
     const Descriptor file{
         openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC)};
+    struct stat status{};
+    if ((!file && errno == ELOOP) ||
+        (file && fstat(file.number(), &status) == 0 && !S_ISREG(status.st_mode))) {
+        return {};
+    }
     auto unsure = file ? unsureBlocks(file.number(), status.st_dev) : std::nullopt;
     if (!unsure) {
         return {.bytes = allocatedBytes, .unplaced = allocatedBytes};
