@@ -43,13 +43,6 @@ void addIfPresent(Json::Object& object, std::string_view key, const std::optiona
     }
 }
 
-void addFreed(Json::Object& object, const FreedSpace& freed) {
-    object.emplace("freedBytes", freed.atLeast());
-    if (freed.atMost() > freed.atLeast()) {
-        object.emplace("freedAtMostBytes", freed.atMost());
-    }
-}
-
 Json::Object total(const Growth::Total& total) {
     return {
         {"size",      total.size     },
@@ -61,6 +54,13 @@ Json::Object total(const Growth::Total& total) {
 
 Json::Value path(std::string_view path) {
     return Text::isValid(path) ? Json::Value(path) : Json::Value(Text::printable(path));
+}
+
+void addFreed(Json::Object& object, const FreedSpace& freed) {
+    object.emplace("freedBytes", freed.atLeast());
+    if (freed.atMost() > freed.atLeast()) {
+        object.emplace("freedAtMostBytes", freed.atMost());
+    }
 }
 
 Json::Array items(const std::vector<SuggestionItem>& items) {
@@ -167,11 +167,13 @@ Json::Object report(const UndoReport& report) {
 }
 
 Json::Object report(const TrashReport& report) {
-    return {
+    Json::Object object{
         {"bytes",    report.bytes          },
         {"removed",  report.removed        },
         {"failures", lines(report.failures)},
     };
+    addIfPresent(object, "freedBytes", report.freedBytes);
+    return object;
 }
 
 Json::Object trash(const TrashContents& contents) {
@@ -192,11 +194,13 @@ Json::Object trash(const TrashContents& contents) {
         }
         items.push_back(std::move(object));
     }
-    return {
+    Json::Object object{
         {"items",    std::move(items)        },
         {"bytes",    contents.bytes          },
         {"failures", lines(contents.failures)},
     };
+    addFreed(object, FreedSpace::of(contents.items));
+    return object;
 }
 
 Json::Value entry(const JournalEntry& entry) {

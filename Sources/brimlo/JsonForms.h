@@ -30,6 +30,8 @@ namespace Brimlo::JsonForms {
 [[nodiscard]] Json::Object suggestion(const Suggestion& suggestion);
 /// Why it is made: the label and the text of each reason.
 [[nodiscard]] Json::Array reasons(const Suggestion& suggestion);
+/// Adds "freedBytes", what is freed at least, and "freedAtMostBytes" where that is more.
+void addFreed(Json::Object& object, const FreedSpace& freed);
 [[nodiscard]] Json::Array items(const std::vector<SuggestionItem>& items);
 [[nodiscard]] Json::Array items(const std::vector<CleanItem>& items);
 [[nodiscard]] Json::Object plan(const CleanPlan& plan);

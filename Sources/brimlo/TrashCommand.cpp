@@ -20,13 +20,19 @@ namespace Brimlo {
 namespace {
 
 ExitCode size(const Tool& tool) {
-    const std::int64_t bytes = Cleaner::trashSize();
+    const SpaceUse use = Cleaner::trashUse();
+    const FreedSpace freed = FreedSpace::alone(use);
     if (tool.isJson()) {
-        print(Json::Object{
-            {"bytes", bytes}
-        });
-    } else {
-        Console::line(Fmt::bytes(bytes) + " in the Trash.");
+        Json::Object document{
+            {"bytes", use.size}
+        };
+        JsonForms::addFreed(document, freed);
+        print(document);
+        return ExitCode::done;
+    }
+    Console::line(Fmt::bytes(use.size) + " in the Trash.");
+    if (const std::string frees = freed.words(); !frees.empty()) {
+        Console::line("Emptying it " + frees + ": " + freed.reason() + ".");
     }
     return ExitCode::done;
 }
@@ -179,9 +185,10 @@ ExitCode empty(bool yes, const Tool& tool) {
     }
     if (!yes) {
         const TrashReport found = Cleaner::emptyTrash(true);
+        const std::string frees = found.frees();
         if (!Console::confirm(
                 "Delete " + Console::count(static_cast<std::size_t>(found.removed), "item") + ", " +
-                Fmt::bytes(found.bytes) +
+                Fmt::bytes(found.bytes) + (frees.empty() ? "" : ", which " + frees) +
                 ", for good, also what other programs put in the Trash?")) {
             Console::line("Nothing was deleted.");
             return ExitCode::done;

@@ -97,7 +97,7 @@ TEST_F(ToolUsageTest, AnswersWithOneDocumentOfTheTypesFields) {
         {{"config", "stale-days", "60"},             "{staleDays}"                                      },
         {{"config", "--never-suggest", "npm.cache"}, "{paths[],rules[]}"                                },
         {{"rules", "disable", "npm.cache"},          "{id,enabled}"                                     },
-        {{"trash", "empty", "--yes"},                "{bytes,removed,failures[]}"                       },
+        {{"trash", "empty", "--yes"},                "{bytes,removed,failures[],freedBytes}"            },
     };
     prepare();
     for (const auto& [arguments, fields] : cases) {

@@ -59,7 +59,7 @@ TEST_F(UndoCommandTest, ListsRestoresAndPurgesItemsOfTheTrash) {
     clean("own");
     EXPECT_EQ(
         shape(answer({"trash", "list"})),
-        "{items[{trashPath,originalPath,date,size,entryID}],bytes,failures[]}");
+        "{items[{trashPath,originalPath,date,size,entryID}],bytes,failures[],freedBytes}");
     const std::string lines = run({"trash", "list"}).out;
     EXPECT_TRUE(lines.contains("  Brimlo  own  ~/own\n")) << lines;
     EXPECT_TRUE(lines.contains("          second  ~/old\n")) << lines;

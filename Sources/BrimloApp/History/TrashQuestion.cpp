@@ -25,6 +25,7 @@ void TrashQuestion::ask(Subject subject) {
             state.isMeasured = true;
             state.count = found.removed;
             state.bytes = found.bytes;
+            state.frees = words(found.frees());
             question.show(state);
         });
 }

@@ -3,6 +3,7 @@
 #include "BrimloApp/Shell/AppModel.h"
 
 #include <QtCore/QObject>
+#include <QtCore/QString>
 #include <QtQml/qqmlregistration.h>
 
 #include <cstdint>
@@ -21,6 +22,7 @@ class TrashQuestion : public QObject {
     Q_PROPERTY(bool isMeasured READ isMeasured NOTIFY changed)
     Q_PROPERTY(double count READ count NOTIFY changed)
     Q_PROPERTY(double bytes READ bytes NOTIFY changed)
+    Q_PROPERTY(QString frees READ frees NOTIFY changed)
 
 public:
     /// What would be deleted: everything in the Trash, or only what Brimlo moved there.
@@ -40,6 +42,8 @@ public:
     /// Items that would be deleted.
     [[nodiscard]] double count() const { return static_cast<double>(state_.count); }
     [[nodiscard]] double bytes() const { return static_cast<double>(state_.bytes); }
+    /// What that frees, as `TrashReport` words it.
+    [[nodiscard]] QString frees() const { return state_.frees; }
 
 Q_SIGNALS:
     void changed();
@@ -51,6 +55,7 @@ private:
         bool isMeasured = false;
         std::int64_t count = 0;
         std::int64_t bytes = 0;
+        QString frees;
 
         bool operator==(const State&) const = default;
     };

@@ -10,7 +10,7 @@ Sheet {
     readonly property string what: question.count === 1 ? qsTr("1 item") : qsTr("%1 items").arg(Format.count(question.count))
 
     title: question.isAboutAll ? qsTr("Empty the Trash?") : qsTr("Delete Brimlo's items for good?")
-    subtitle: question.isMeasured ? qsTr("%1 · %2").arg(what).arg(Format.bytes(question.bytes)) : qsTr("Measuring…")
+    subtitle: question.isMeasured ? qsTr("%1 · %2").arg(what).arg(Format.bytes(question.bytes)) + (question.frees === "" ? "" : ", " + question.frees) : qsTr("Measuring…")
     symbol: "trash"
     symbolColor: Theme.review
     preferredWidth: 560

@@ -54,7 +54,7 @@ void Machine::measureTrash() {
     measuring_ = Measuring::runs;
     runInBackground(
         this,
-        [] { return Cleaner::trashSize(); },
+        [] { return Cleaner::trashUse().size; },
         [](Machine& machine, std::int64_t bytes) {
             const auto was = std::exchange(machine.measuring_, Measuring::none);
             if (was == Measuring::runsAndIsToFollow) {

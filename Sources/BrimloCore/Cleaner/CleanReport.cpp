@@ -16,12 +16,22 @@ std::string leftSentence(const std::vector<ItemProblem>& failures) {
                                   " item(s) could not be removed: " + failures.front().text() + ".";
 }
 
+/// "3 MB", or "at least 3 MB" where that is less than the bytes deleted.
+std::string freedWords(const TrashReport& report) {
+    const std::int64_t freed = report.freedBytes.value_or(report.bytes);
+    return (freed < report.bytes ? "at least " : "") + Fmt::bytes(freed);
+}
+
 }  // namespace
 
 bool CleanReport::canUndo() const {
     const auto unrecordedObjects =
         std::ranges::count_if(unrecorded, isPseudoPath, &ItemProblem::path);
     return std::ssize(journalIDs) > std::ssize(goneForGood) - unrecordedObjects;
+}
+
+std::string TrashReport::frees() const {
+    return freedBytes.value_or(bytes) < bytes ? "frees " + freedWords(*this) : std::string{};
 }
 
 std::string TrashReport::purgedSentence(bool dryRun) const {
@@ -35,12 +45,12 @@ std::string TrashReport::deletedSentence() const {
 
 std::string TrashReport::emptiedSentence() const {
     if (failures.empty()) {
-        return "Emptied Trash: freed " + Fmt::bytes(bytes) + ".";
+        return "Emptied Trash: freed " + freedWords(*this) + ".";
     }
     std::string text = "Could not empty Trash: " + failures.front().text() + ".";
     if (removed > 0) {
         text += " " + std::to_string(removed) + " other item(s) are gone, which freed " +
-                Fmt::bytes(bytes) + ".";
+                freedWords(*this) + ".";
     }
     return text;
 }

@@ -66,11 +66,16 @@ struct CleanReport {
 
 /// The result of deleting from the Trash for good, or of its dry run.
 struct TrashReport {
-    std::int64_t bytes = 0;             ///< Bytes of the items deleted.
+    std::int64_t bytes = 0;  ///< Bytes of the items deleted.
+    std::optional<std::int64_t> freedBytes =
+        std::nullopt;                   ///< What of them is free for sure, where that is known.
     std::int64_t removed = 0;           ///< Items that are gone.
     std::vector<ItemProblem> failures;  ///< Items still there, by their path in the Trash.
 
     bool operator==(const TrashReport&) const = default;
+
+    /// "frees at least 3 MB" where that is less than the bytes; else empty.
+    [[nodiscard]] std::string frees() const;
 
     /// The result of a purge: "Permanently removed 5 MB that Brimlo had moved to Trash.", followed
     /// by how many items are left and why.
@@ -79,7 +84,8 @@ struct TrashReport {
     /// The result of deleting chosen items: "Deleted 5 MB for good.", with what is left and why.
     [[nodiscard]] std::string deletedSentence() const;
 
-    /// The result of emptying: "Emptied Trash: freed 5 MB.", or why something is left.
+    /// The result of emptying: "Emptied Trash: freed 5 MB.", with "at least" where more may be
+    /// freed, or why something is left.
     [[nodiscard]] std::string emptiedSentence() const;
 };
 

@@ -285,12 +285,14 @@ std::expected<TrashContents, Error> Cleaner::trashContents() {
     std::set<std::string_view> folders;
     const Platform::TrashItem::Listing listing = Platform::TrashItem::list();
     for (const auto& [trashPath, identity, path, date] : listing.items) {
+        SpaceUse use = DiskScanner::spaceUse(trashPath);
         TrashContents::Item item{
             .trashPath = trashPath,
             .identity = identity,
             .originalPath = path,
             .date = std::nullopt,
-            .size = DiskScanner::quickSize(trashPath),
+            .size = use.size,
+            .shared = std::move(use.shared),
             .entryID = std::nullopt,
         };
         if (date) {
@@ -410,12 +412,12 @@ TrashReport Cleaner::purgeOwnTrash(std::int64_t olderThanDays, bool dryRun) {
     return report;
 }
 
-std::int64_t Cleaner::trashSize() {
-    return DiskScanner::quickSize(Platform::homeTrash());
+SpaceUse Cleaner::trashUse() {
+    return DiskScanner::spaceUse(Platform::homeTrash());
 }
 
 TrashReport Cleaner::emptyTrash(bool dryRun) {
-    TrashReport report;
+    TrashReport report{.freedBytes = 0};
     const std::string trash = Platform::homeTrash();
     const auto names = Folders::names(trash);
     if (!names) {
@@ -425,7 +427,9 @@ TrashReport Cleaner::emptyTrash(bool dryRun) {
         }
         return report;
     }
-    report.bytes = trashSize();
+    const SpaceUse before = trashUse();
+    report.bytes = before.size;
+    report.freedBytes = FreedSpace::alone(before).atLeast();
     if (dryRun) {
         report.removed = std::ssize(*names);
         return report;
@@ -444,7 +448,9 @@ TrashReport Cleaner::emptyTrash(bool dryRun) {
         }
     }
     if (!report.failures.empty()) {
-        report.bytes = std::max<std::int64_t>(0, report.bytes - trashSize());
+        const std::int64_t left = trashUse().size;
+        report.bytes = std::max<std::int64_t>(0, report.bytes - left);
+        report.freedBytes = std::max<std::int64_t>(0, *report.freedBytes - left);
     }
     return report;
 }

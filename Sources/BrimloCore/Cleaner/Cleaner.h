@@ -94,11 +94,12 @@ public:
     /// it finds gone.
     [[nodiscard]] TrashReport purgeOwnTrash(std::int64_t olderThanDays, bool dryRun);
 
-    /// The bytes in the home Trash.
-    [[nodiscard]] static std::int64_t trashSize();
+    /// What the home Trash takes.
+    [[nodiscard]] static SpaceUse trashUse();
 
     /// Deletes everything in the home Trash, whoever put it there. The bytes are those measured
-    /// before, minus those of what could not be deleted. A dry run deletes nothing.
+    /// before, minus those of what could not be deleted, and what of them is freed for sure. A dry
+    /// run deletes nothing.
     [[nodiscard]] static TrashReport emptyTrash(bool dryRun = false);
 
 private:

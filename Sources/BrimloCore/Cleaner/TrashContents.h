@@ -2,6 +2,7 @@
 
 #include "BrimloCore/Cleaner/CleanReport.h"
 #include "BrimloCore/Models/Error.h"
+#include "BrimloCore/Models/Suggestion.h"
 #include "BrimloCore/Platform/FileIdentity.h"
 #include "BrimloCore/Support/Uuid.h"
 
@@ -23,6 +24,7 @@ struct TrashContents {
         std::optional<std::string> originalPath;
         std::optional<std::chrono::sys_seconds> date;  ///< When it was moved there, if known.
         std::int64_t size = 0;                         ///< Allocated bytes.
+        SharedFiles shared = nullptr;                  ///< What of it may stay when it goes.
         std::optional<Uuid> entryID;  ///< Its entry of the journal, if Brimlo moved it.
 
         bool operator==(const Item&) const = default;

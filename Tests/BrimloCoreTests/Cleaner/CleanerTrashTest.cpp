@@ -1,4 +1,5 @@
 #include "BrimloCore/Cleaner/Cleaner.h"
+#include "BrimloCore/DiskScanner/DiskScanner.h"
 #include "BrimloCoreTests/Cleaner/Child.h"
 #include "BrimloCoreTests/Cleaner/CleaningHome.h"
 #include "Support/DeepFolder.h"
@@ -344,7 +345,7 @@ TEST_F(CleanerTrashTest, ClearsUpAfterAKilledProcess) {
 }
 
 TEST_F(CleanerTrashTest, EmptiesTheTrashOfAll) {
-    EXPECT_EQ(Cleaner::emptyTrash(), TrashReport{});
+    EXPECT_EQ(Cleaner::emptyTrash(), TrashReport{.freedBytes = 0});
     EXPECT_FALSE(exists(at(".local")));
 
     const JournalEntry own = trash(fill("work/own", 10'000));
@@ -354,10 +355,14 @@ TEST_F(CleanerTrashTest, EmptiesTheTrashOfAll) {
     write(".local/share/Trash/files/" + std::string(255, 'n'));
     write(".local/share/Trash/info/orphan.trashinfo");
     mkfifo(inTrash("pipe").c_str(), 0600);
-    const std::int64_t size = Cleaner::trashSize();
+    const std::int64_t size = Cleaner::trashUse().size;
     EXPECT_GE(size, 20'000);
+    fs::create_hard_link(inTrash("own"), at("kept/same"));
+    const std::int64_t stays = DiskScanner::quickSize(at("kept/same"));
     for (const bool dryRun : {true, false}) {
-        EXPECT_EQ(Cleaner::emptyTrash(dryRun), (TrashReport{.bytes = size, .removed = 5}));
+        EXPECT_EQ(
+            Cleaner::emptyTrash(dryRun),
+            (TrashReport{.bytes = size, .freedBytes = size - stays, .removed = 5}));
     }
     EXPECT_TRUE(fs::is_empty(at(".local/share/Trash/files")));
     EXPECT_FALSE(exists(noteOf("own")));

@@ -88,7 +88,7 @@ TEST_F(CleanerVolumesTest, UsesTheTrashAtTheTopOfTheVolume) {
             // Neither the purge nor the emptying leaves the home Trash.
             change(entry.id, [](JournalEntry& old) { old.date -= std::chrono::days{9}; });
             EXPECT_EQ(cleaner_.purgeOwnTrash(1, false), TrashReport{});
-            EXPECT_EQ(Cleaner::emptyTrash(), TrashReport{});
+            EXPECT_EQ(Cleaner::emptyTrash(), TrashReport{.freedBytes = 0});
             EXPECT_EQ(this->entry(entry.id).purgedFromTrash, false);
             EXPECT_EQ(undo(entry), path);
             EXPECT_TRUE(fs::is_empty(at("volume/" + c.trash + "/info")));
