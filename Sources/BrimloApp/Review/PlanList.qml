@@ -13,7 +13,7 @@ ScrollList {
 
     function heading(fate) {
         if (fate === "trash")
-            return qsTr("Goes to Trash · %1").arg(Format.bytes(review.freedAfterEmptying));
+            return qsTr("Goes to Trash · %1").arg(Format.bytes(review.trashBytes));
         if (fate === "forGood")
             return qsTr("Goes for good · %1").arg(Format.bytes(review.freedNow));
         return review.stayingCount === 1 ? qsTr("Would be refused and stays · 1 item") : qsTr("Would be refused and stays · %1 items").arg(Format.count(review.stayingCount));

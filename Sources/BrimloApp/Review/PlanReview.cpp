@@ -60,7 +60,7 @@ void PlanReview::openNodes(std::vector<std::shared_ptr<FileNode>> nodes) {
     std::erase_if(nodes, [](const auto& node) { return node->isAggregate; });
     if (!nodes.empty()) {
         CleanPlan plan = Cleanup::planFor(nodes);
-        open([plan = std::move(plan)](const auto&) { return plan; }, std::move(nodes));
+        open([plan = std::move(plan)](const auto&) { return plan.measured(); }, std::move(nodes));
     }
 }
 

@@ -33,6 +33,7 @@ class PlanReview : public Brimlo::RowList {
     // Of what is ticked.
     Q_PROPERTY(int itemCount READ itemCount NOTIFY figuresChanged)
     Q_PROPERTY(double freedNow READ freedNow NOTIFY figuresChanged)
+    Q_PROPERTY(double trashBytes READ trashBytes NOTIFY figuresChanged)
     Q_PROPERTY(double freedAfterEmptying READ freedAfterEmptying NOTIFY figuresChanged)
     Q_PROPERTY(QString amount READ amount NOTIFY figuresChanged)
     Q_PROPERTY(QString warning READ warning NOTIFY figuresChanged)
@@ -71,8 +72,10 @@ public:
     [[nodiscard]] int itemCount() const { return static_cast<int>(figures_.count); }
     /// Bytes that are free at once: those of Docker's objects.
     [[nodiscard]] double freedNow() const { return static_cast<double>(figures_.finalBytes); }
+    [[nodiscard]] double trashBytes() const { return static_cast<double>(figures_.trashBytes()); }
+    /// At least.
     [[nodiscard]] double freedAfterEmptying() const {
-        return static_cast<double>(figures_.trashBytes());
+        return static_cast<double>(figures_.freedFromTrash());
     }
     /// As `CleanFigures` words them.
     [[nodiscard]] QString amount() const;

@@ -56,7 +56,7 @@ Sheet {
         }
         StatCard {
             value: Format.bytes(sheet.report.movedToTrash)
-            label: qsTr("In Trash (frees when emptied)")
+            label: qsTr("In Trash")
             color: Theme.info
         }
     }

@@ -150,6 +150,27 @@ CleanFigures CleanPlan::figures() const {
     return figures;
 }
 
+CleanPlan CleanPlan::measured() const {
+    CleanPlan plan = *this;
+    const Safety::Gate gate;
+    std::vector<CleanItem*> meant;
+    std::vector<std::string> paths;
+    for (CleanItem& item : plan.items_) {
+        if (!item.ruleID && !isPseudoPath(item.path) && !gate.judge(item.path).refusal) {
+            meant.push_back(&item);
+            paths.push_back(item.path);
+        }
+    }
+    const std::vector<SuggestionItem> found = SuggestionEngine::size(paths);
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        if (found[i].shared) {
+            meant[i]->size = found[i].size;
+            meant[i]->shared = found[i].shared;
+        }
+    }
+    return plan;
+}
+
 CleanPlan CleanPlan::without(const std::set<std::string>& paths) const {
     CleanPlan rest = *this;
     std::erase_if(rest.items_, [&](const CleanItem& item) { return paths.contains(item.path); });

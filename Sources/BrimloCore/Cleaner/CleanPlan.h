@@ -57,6 +57,8 @@ struct CleanFigures {
     }
 
     [[nodiscard]] std::int64_t trashBytes() const { return bytes - finalBytes; }
+    /// What is free at least once the Trash is emptied, besides what goes for good.
+    [[nodiscard]] std::int64_t freedFromTrash() const { return freed.atLeast() - finalBytes; }
 
     /// "5 MB", "1.52 GB for good" or "5.2 GB (1.52 GB for good)", followed by ", frees 3 MB" where
     /// that is less.
@@ -108,6 +110,10 @@ public:
     [[nodiscard]] std::int64_t totalBytes() const;
 
     [[nodiscard]] CleanFigures figures() const;
+
+    /// The plan with what of its items may stay, for those that a person chose by hand. Measures in
+    /// parallel, except what the gate refuses. Blocks.
+    [[nodiscard]] CleanPlan measured() const;
 
     /// The plan without the items at these paths.
     [[nodiscard]] CleanPlan without(const std::set<std::string>& paths) const;

@@ -186,7 +186,7 @@ CleanPlan plan(const std::vector<DuplicateGroup>& groups, const CopyChoice& choi
             }
         }
     }
-    return CleanPlan{items};
+    return CleanPlan{items}.measured();
 }
 
 std::optional<std::string> cloneRefusal(const DuplicateGroup& group) {

@@ -26,7 +26,7 @@ struct CloneReport {
 /// Disposes of the extras of duplicate groups: all copies but those that a choice keeps.
 namespace DuplicateExtras {
 
-/// The plan to dispose of the extras. A copy that stays in one of the groups is never an item.
+/// The plan to dispose of the extras, measured. A copy that stays in one of the groups is never an item.
 /// Where all that should stay are gone by now, the next copy is kept, so that no plan takes the
 /// last one.
 [[nodiscard]] CleanPlan plan(

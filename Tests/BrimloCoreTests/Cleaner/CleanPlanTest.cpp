@@ -2,6 +2,8 @@
 
 #include "BrimloCoreTests/Cleaner/CleaningHome.h"
 
+#include <filesystem>
+
 namespace Brimlo {
 namespace {
 
@@ -109,6 +111,17 @@ TEST_F(CleanPlanTest, TellsWhatGoesForGood) {
         EXPECT_EQ(words, c.words);
         EXPECT_EQ(rest, CleanFigures{});
     }
+}
+
+TEST_F(CleanPlanTest, MeasuresWhatAPersonChose) {
+    const std::string file = fill("file", 9000);
+    std::filesystem::create_hard_link(file, at("name outside"));
+    const CleanPlan plan{
+        {{.path = file, .size = 9000, .ruleID = {}, .risk = {}}, {"docker:volume:v", 5, {}, {}}}
+    };
+    EXPECT_EQ(plan.figures().freed.atLeast(), 9005);
+    EXPECT_EQ(plan.measured().figures().freed.atLeast(), 5);
+    EXPECT_EQ(plan.measured().figures().freedFromTrash(), 0);
 }
 
 }  // namespace
