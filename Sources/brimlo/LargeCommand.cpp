@@ -1,3 +1,4 @@
+#include "BrimloCore/DiskScanner/DiskScanner.h"
 #include "BrimloCore/DiskScanner/FileKind.h"
 #include "BrimloCore/LargeFiles/LargeFiles.h"
 #include "BrimloCore/Models/Bytes.h"
@@ -31,11 +32,22 @@ struct Arguments {
     }
 };
 
+/// ", frees 3 MB" where not all is freed.
+std::string comma(const FreedSpace& freed) {
+    const std::string words = freed.words();
+    return words.empty() ? words : ", " + words;
+}
+
 void show(const std::vector<std::shared_ptr<FileNode>>& files, const Arguments& arguments) {
     std::int64_t total = 0;
+    FreedSpace freed;
     for (const auto& file : files) {
-        Console::line(Console::size(file->size) + "  " + Console::shortPath(file->path()));
+        const SpaceUse use = DiskScanner::spaceUse(file->path());
+        Console::line(
+            Console::size(file->size) + "  " + Console::shortPath(file->path()) +
+            Console::dim(comma(FreedSpace::alone(use))));
         total = Bytes::sum(total, file->size);
+        freed.add(use);
     }
     if (files.empty()) {
         const bool isAny = arguments.kinds.empty() && !arguments.olderThan;
@@ -44,7 +56,8 @@ void show(const std::vector<std::shared_ptr<FileNode>>& files, const Arguments& 
             " or more.");
     } else {
         Console::line(
-            Console::bold(Console::count(files.size(), "file") + ", " + Fmt::bytes(total)));
+            Console::bold(Console::count(files.size(), "file") + ", " + Fmt::bytes(total)) +
+            comma(freed));
     }
 }
 
@@ -69,7 +82,9 @@ ExitCode run(const Arguments& arguments, const Tool& tool) {
         Json::Array document;
         if (files) {
             std::ranges::transform(*files, std::back_inserter(document), [](const auto& file) {
-                return JsonForms::node(*file);
+                Json::Object object = JsonForms::node(*file);
+                JsonForms::addFreed(object, FreedSpace::alone(DiskScanner::spaceUse(file->path())));
+                return object;
             });
         }
         print(document);

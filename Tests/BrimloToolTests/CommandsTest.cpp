@@ -20,9 +20,12 @@ TEST_F(CommandsTest, ListsLargeFiles) {
     EXPECT_EQ(run({"large"}), (Outcome{0, "No file takes 52.4 MB or more.\n", ""}));
     EXPECT_EQ(
         shape(answer({"large", "a", "--min-size", "1"})),
-        "[{name,path,size,isDirectory,isAggregate,modified,fileCount}]");
+        "[{name,path,size,isDirectory,isAggregate,modified,fileCount,freedBytes}]");
     EXPECT_TRUE(run({"large", "a", "--limit", "1", "--min-size", "1"})
                     .out.ends_with("  ~/a/new\uFFFDline\uFFFD\n1 file, 3 MB\n"));
+    std::filesystem::create_hard_link(at("a/new\nline\xff"), at("outside"));
+    EXPECT_TRUE(run({"large", "a", "--min-size", "2500000"})
+                    .out.ends_with(", frees 0 bytes\n1 file, 3 MB, frees 0 bytes\n"));
     age(write("a/film.mkv", std::string(1'000'000, 'x')), 9);
     for (const std::string days : {"8", "10"}) {
         EXPECT_EQ(
