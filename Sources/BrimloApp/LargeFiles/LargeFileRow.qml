@@ -11,13 +11,14 @@ ListRow {
     required property string path
     required property real size
     required property real share
+    required property string frees
     required selected
 
     signal picked(int modifiers)
     signal revealed
     signal trashed
 
-    text: name + ", " + path + ", " + Format.bytes(size) + ", " + Format.percent(share)
+    text: name + ", " + path + ", " + Format.bytes(size) + (frees === "" ? "" : ", " + frees) + ", " + Format.percent(share)
     width: (list?.width ?? 0) - (list?.leftMargin ?? 0) - (list?.rightMargin ?? 0)
     topPadding: 7
     bottomPadding: 7
@@ -48,6 +49,12 @@ ListRow {
             Layout.fillWidth: true
             Accessible.ignored: true
         }
+    }
+    Label {
+        text: row.frees
+        secondary: true
+        visible: text !== ""
+        Accessible.ignored: true
     }
     SizeBar {
         share: row.share

@@ -3,6 +3,7 @@
 #include "BrimloApp/LargeFiles/LargeFileSearch.h"
 #include "BrimloApp/Review/PlanReview.h"
 #include "BrimloApp/Shell/Shown.h"
+#include "BrimloCore/DiskScanner/FreedSpace.h"
 #include "BrimloCore/Models/Bytes.h"
 
 #include <QtGui/QClipboard>
@@ -23,6 +24,7 @@ LargeFileRows::LargeFileRows(LargeFileSearch& search)
            {"path", [](const LargeFile& file) { return shown(file.path); }},
            {"size", [](const LargeFile& file) { return number(file.size); }},
            {"share", [](const LargeFile& file) { return file.share; }},
+           {"frees", [](const LargeFile& file) { return words(FreedSpace::alone(file).words()); }},
            {"selected", [this](const LargeFile& file) { return selection_.contains(file.id); }},
            }} {
     connect(&search, &LargeFileSearch::filesChanged, this, &LargeFileRows::refresh);
@@ -37,7 +39,8 @@ void LargeFileRows::refresh() {
             {.id = file->id(),
              .name = std::string{file->name()},
              .path = file->path(),
-             .size = file->size});
+             .size = file->size,
+             .shared = search_.sharedOf(file->path())});
         total = Bytes::sum(total, file->size);
     }
     Selection left;
@@ -121,6 +124,16 @@ double LargeFileRows::selectedSize() const {
         size = Bytes::sum(size, node->size);
     }
     return number(size);
+}
+
+QString LargeFileRows::selectedFrees() const {
+    FreedSpace freed;
+    for (int row = 0; const LargeFile* file = rows_.at(row); ++row) {
+        if (selection_.contains(file->id)) {
+            freed.add(*file);
+        }
+    }
+    return words(freed.words());
 }
 
 void LargeFileRows::setSelection(Selection selection) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "BrimloApp/Shell/Rows.h"
+#include "BrimloCore/Models/Suggestion.h"
 #include "BrimloCore/Support/Uuid.h"
 
 #include <QtQml/qqmlregistration.h>
@@ -22,7 +23,8 @@ struct LargeFile {
     std::string name;
     std::string path;
     std::int64_t size = 0;
-    double share = 0;  ///< Of all that is listed.
+    double share = 0;    ///< Of all that is listed.
+    SharedFiles shared;  ///< What of it may stay when it goes.
 
     bool operator==(const LargeFile&) const = default;
 
@@ -38,6 +40,7 @@ class LargeFileRows : public Brimlo::RowList {
     Q_PROPERTY(double totalBytes READ totalBytes NOTIFY totalBytesChanged)
     Q_PROPERTY(int selectedCount READ selectedCount NOTIFY selectionChanged)
     Q_PROPERTY(double selectedSize READ selectedSize NOTIFY selectionChanged)
+    Q_PROPERTY(QString selectedFrees READ selectedFrees NOTIFY selectionChanged)
 
 public:
     explicit LargeFileRows(LargeFileSearch& search);
@@ -60,6 +63,8 @@ public:
 
     [[nodiscard]] int selectedCount() const { return static_cast<int>(selection_.size()); }
     [[nodiscard]] double selectedSize() const;
+    /// What the selected files free, by the words of `FreedSpace`; empty where it is all of it.
+    [[nodiscard]] QString selectedFrees() const;
     /// Selects the rows from one to the other, in either order, and no others.
     Q_INVOKABLE void selectRange(int fromRow, int toRow);
     Q_INVOKABLE void toggleSelected(int row);

@@ -4,6 +4,7 @@
 #include "BrimloApp/Review/Cleanup.h"
 #include "BrimloApp/Review/PlanReview.h"
 #include "BrimloApp/Shell/Shown.h"
+#include "BrimloCore/DiskScanner/DiskScanner.h"
 
 #include <utility>
 
@@ -24,13 +25,26 @@ LargeFileSearch::~LargeFileSearch() = default;
 
 void LargeFileSearch::start(std::shared_ptr<ScanControl> control) {
     setFiles({});
+    struct Found {
+        Files files;
+        Shared shared;
+    };
     runInBackground(
         this,
         [root = root(), filter = choice_.filter(), control] {
-            return LargeFiles::find(root, kMostFiles, filter, *control).value_or(Files{});
+            Found found;
+            found.files = LargeFiles::find(root, kMostFiles, filter, *control).value_or(Files{});
+            for (const auto& file : found.files) {
+                const std::string path = file->path();
+                if (SpaceUse use = DiskScanner::spaceUse(path); use.shared) {
+                    found.shared.emplace(path, std::move(use.shared));
+                }
+            }
+            return found;
         },
-        [control](LargeFileSearch& search, Files found) {
-            search.setFiles(std::move(found));
+        [control](LargeFileSearch& search, Found found) {
+            search.shared_ = std::move(found.shared);
+            search.setFiles(std::move(found.files));
             search.removeFiles(std::exchange(search.wentMeanwhile_, {}));
             search.end(*control);
         });
@@ -76,6 +90,11 @@ void LargeFileSearch::setMinSize(double bytes) {
 
 void LargeFileSearch::setFiles(Files files) {
     assign(*this, files_, std::move(files), &LargeFileSearch::filesChanged);
+}
+
+SharedFiles LargeFileSearch::sharedOf(const std::string& path) const {
+    const auto found = shared_.find(path);
+    return found == shared_.end() ? nullptr : found->second;
 }
 
 void LargeFileSearch::trash(const std::shared_ptr<FileNode>& file) {

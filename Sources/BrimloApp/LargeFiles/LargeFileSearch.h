@@ -3,11 +3,13 @@
 #include "BrimloApp/Shell/FolderSearch.h"
 #include "BrimloCore/DiskScanner/FileNode.h"
 #include "BrimloCore/LargeFiles/LargeFiles.h"
+#include "BrimloCore/Models/Suggestion.h"
 
 #include <cstdint>
 #include <memory>
 #include <set>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace Brimlo {
@@ -44,6 +46,8 @@ public:
     /// The files found, the largest first.
     [[nodiscard]] const Files& files() const { return files_; }
     void setFiles(Files files);
+    /// What of a listed file may stay when it goes; null if nothing.
+    [[nodiscard]] SharedFiles sharedOf(const std::string& path) const;
 
     // Another value searches again if there was a search.
 
@@ -80,10 +84,12 @@ private:
     };
     void choose(Choice choice);
 
+    using Shared = std::unordered_map<std::string, SharedFiles>;  ///< By path; none is null.
     void start(std::shared_ptr<ScanControl> control) override;
     void removeFiles(const std::set<std::string>& paths);
 
     Files files_;
+    Shared shared_;
     Choice choice_;
     std::set<std::string> wentMeanwhile_;  ///< Paths deleted since the search began.
     const std::unique_ptr<PlanReview> review_;

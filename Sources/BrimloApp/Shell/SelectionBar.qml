@@ -2,8 +2,8 @@ import QtQuick
 import QtQuick.Layouts
 import Brimlo
 
-// The number and size of the selected rows of a list, and the actions on them. Slides in and out,
-// unless it `stays` where its coming would resize what is selected.
+// The number and size of the selected rows of a list, what they free where the list knows it, and the
+// actions on them. Slides in and out, unless it `stays` where its coming would resize what is selected.
 Item {
     id: bar
 
@@ -38,7 +38,7 @@ Item {
             font.weight: Font.DemiBold
         }
         Label {
-            text: bar.enabled ? Format.bytes(bar.rows.selectedSize) : ""
+            text: bar.enabled ? Format.bytes(bar.rows.selectedSize) + (bar.rows.selectedFrees ? ", " + bar.rows.selectedFrees : "") : ""
             secondary: true
             Layout.fillWidth: true
         }

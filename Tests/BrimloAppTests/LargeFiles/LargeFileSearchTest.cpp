@@ -1,6 +1,7 @@
 #include "BrimloApp/LargeFiles/LargeFileSearch.h"
 
 #include "BrimloApp/Duplicates/DuplicateSearch.h"
+#include "BrimloApp/LargeFiles/LargeFileRows.h"
 #include "BrimloApp/Review/Cleanup.h"
 #include "BrimloAppTests/Support/ModelTest.h"
 
@@ -43,9 +44,14 @@ TEST_F(LargeFileSearchTest, FindsLargeFilesAndTakesARowAwayWhenItsFileWent) {
 
     model().largeFiles()->setRoot(at("large"));
     fill("large/film", 60'000'000);
+    std::filesystem::create_hard_link(file, at("outside"));
     model().largeFiles()->find();
     finish();
     ASSERT_THAT(model().largeFiles()->files(), SizeIs(1));
+    LargeFileRows& rows = *model().largeFiles()->rows();
+    EXPECT_EQ(rows.selectedFrees(), "");
+    rows.toggleSelected(0);
+    EXPECT_EQ(rows.selectedFrees(), "frees 0 bytes");
     const Testing::Arrivals searches;
     {
         const Testing::HeldWork held;
