@@ -26,9 +26,9 @@ struct CloneReport {
 /// Disposes of the extras of duplicate groups: all copies but those that a choice keeps.
 namespace DuplicateExtras {
 
-/// The plan to dispose of the extras, measured. A copy that stays in one of the groups is never an item.
-/// Where all that should stay are gone by now, the next copy is kept, so that no plan takes the
-/// last one.
+/// The plan to dispose of the extras, measured. A copy that stays in one of the groups is never an
+/// item. Where all that should stay are gone by now, the next copy is kept, so that no plan takes
+/// the last one.
 [[nodiscard]] CleanPlan plan(
     const std::vector<DuplicateGroup>& groups, const CopyChoice& choice = CopyChoice{});
 

@@ -88,8 +88,9 @@ enum class Asked { some, all };
 /// The fast walk of a place, where the file system can tell whether files share blocks.
 ///
 /// Asking takes longer than a status call. So the first walk asks the files that matter, and of the
-/// small ones one in sixteen. Where one file shares blocks, mostly all of the place do: a store,
-/// what was made from it, a snapshot, a compressed volume. There, a second walk asks all.
+/// small ones the first few and one in 32. Where one file shares blocks, mostly all of the place
+/// do: a store, what was made from it, a snapshot, a compressed volume. There, a second walk asks
+/// all.
 class PlaceWalk {
 public:
     explicit PlaceWalk(Asked asked)
@@ -177,10 +178,11 @@ private:
     }
 
     [[nodiscard]] bool isAsked(const Platform::DirectoryEntry& entry) {
-        constexpr std::int64_t kAlwaysFrom = 65'536;
-        constexpr int kOneOf = 16;
+        constexpr std::int64_t kAlwaysFrom = 131'072;
+        constexpr int kFirst = 16;
+        constexpr int kOneOf = 32;
         return asked_ == Asked::all || entry.allocatedBytes >= kAlwaysFrom ||
-               smallFiles_++ % kOneOf == 0;
+               ++smallFiles_ <= kFirst || smallFiles_ % kOneOf == 0;
     }
 
     Asked asked_;
