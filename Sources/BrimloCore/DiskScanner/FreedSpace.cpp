@@ -102,7 +102,10 @@ std::string FreedSpace::words() const {
     if (atLeast() >= taken_) {
         return {};
     }
-    return (atMost() > atLeast() ? "frees at least " : "frees ") + Fmt::bytes(atLeast());
+    if (atMost() == atLeast()) {
+        return "frees " + Fmt::bytes(atLeast());
+    }
+    return atLeast() == 0 ? "may free nothing" : "frees at least " + Fmt::bytes(atLeast());
 }
 
 std::string FreedSpace::reason() const {

@@ -74,8 +74,8 @@ public:
     [[nodiscard]] std::int64_t atLeast() const;
     [[nodiscard]] std::int64_t atMost() const;
 
-    /// "frees 3 MB" where the set takes more than that, "frees at least 3 MB" where it may free
-    /// more; empty where all of it is freed.
+    /// "frees 3 MB" where the set takes more than that, "frees at least 3 MB" or "may free nothing"
+    /// where it may free more; empty where all of it is freed.
     [[nodiscard]] std::string words() const;
 
     /// Why, where `words` is not empty: "the rest has other names that stay", "the rest may share
