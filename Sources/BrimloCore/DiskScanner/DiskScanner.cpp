@@ -167,7 +167,7 @@ private:
 
     UnsureBlocks unsureBlocks(const Platform::DirectoryEntry& entry, const Folder& folder) {
         if (entry.length > 0 && entry.length <= folder.sharing.inlineLength) {
-            return {.bytes = entry.allocatedBytes, .unplaced = entry.allocatedBytes};
+            return {.bytes = entry.allocatedBytes, .unplaced = entry.allocatedBytes, .ranges = {}};
         }
         if (!isAsked(entry)) {
             return {};
@@ -181,8 +181,11 @@ private:
         constexpr std::int64_t kAlwaysFrom = 131'072;
         constexpr int kFirst = 16;
         constexpr int kOneOf = 32;
-        return asked_ == Asked::all || entry.allocatedBytes >= kAlwaysFrom ||
-               ++smallFiles_ <= kFirst || smallFiles_ % kOneOf == 0;
+        if (asked_ == Asked::all || entry.allocatedBytes >= kAlwaysFrom) {
+            return true;
+        }
+        ++smallFiles_;
+        return smallFiles_ <= kFirst || smallFiles_ % kOneOf == 0;
     }
 
     Asked asked_;

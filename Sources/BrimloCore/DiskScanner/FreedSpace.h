@@ -25,7 +25,7 @@ struct SharedFile {
 
 /// What of a place may stay taken when the place goes.
 struct SharedSpace {
-    std::vector<SharedFile> files = {};
+    std::vector<SharedFile> files;
     Platform::UnsureBlocks unsure = {};  ///< Of its other files. No two ranges touch.
 };
 

@@ -20,9 +20,9 @@ struct BlockRange {
 
 /// The allocated bytes of files that may stay taken when the files go.
 struct UnsureBlocks {
-    std::int64_t bytes = 0;     ///< All of them; a range that two files share counts twice.
-    std::int64_t unplaced = 0;  ///< Of these, what may be freed and has no known place.
-    std::vector<BlockRange> ranges = {};  ///< The places of the others.
+    std::int64_t bytes = 0;          ///< All of them; a range that two files share counts twice.
+    std::int64_t unplaced = 0;       ///< Of these, what may be freed and has no known place.
+    std::vector<BlockRange> ranges;  ///< The places of the others.
 
     bool operator==(const UnsureBlocks&) const = default;
 };

@@ -124,7 +124,7 @@ UnsureBlocks unsureBlocks(int folder, const char* name, std::int64_t allocatedBy
     }
     auto unsure = file ? unsureBlocks(file.number(), status.st_dev) : std::nullopt;
     if (!unsure) {
-        return {.bytes = allocatedBytes, .unplaced = allocatedBytes};
+        return {.bytes = allocatedBytes, .unplaced = allocatedBytes, .ranges = {}};
     }
     unsure->bytes = std::min(unsure->bytes, allocatedBytes);
     return *std::move(unsure);

@@ -50,7 +50,7 @@ UnsureBlocks unsureBlocks(int folder, const char* name, std::int64_t allocatedBy
     const std::int64_t shared =
         allocatedBytes -
         (isTold ? std::clamp<std::int64_t>(answer.privateBytes, 0, allocatedBytes) : 0);
-    return {.bytes = shared, .unplaced = shared};
+    return {.bytes = shared, .unplaced = shared, .ranges = {}};
 }
 
 std::optional<std::vector<Extent>> sharedExtents(int /*file*/) {
