@@ -44,6 +44,18 @@ void chooseDrawing() {
     }
 }
 
+/// Ends the program with a sentence where Qt would abort: no display answers.
+void endForWantOfDisplay(
+    QtMsgType type, const QMessageLogContext& /*where*/, const QString& /*text*/) {
+    if (type == QtFatalMsg) {
+        std::fputs(
+            "brimlo: There is no display to open a window on. \"brimlo\" does the same on a "
+            "terminal.\n",
+            stderr);
+        std::_Exit(EXIT_FAILURE);
+    }
+}
+
 constexpr int kWrongUsage = 2;
 
 /// Opens the window, unless another start of the application has it; returns when it is closed and
@@ -98,11 +110,9 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "brimlo: %s\n", reason->c_str());
         return EXIT_FAILURE;
     }
-    if (const std::string reason = Desktop::reasonNotToOpen(); !reason.empty()) {
-        std::fprintf(stderr, "brimlo: %s\n", reason.c_str());
-        return EXIT_FAILURE;
-    }
+    qInstallMessageHandler(endForWantOfDisplay);
     const QGuiApplication application{argc, argv};
+    qInstallMessageHandler(nullptr);
     introduce();
     if (isSnapshot) {
         return Snapshot::saveAll(QString::fromLocal8Bit(arguments[2]));

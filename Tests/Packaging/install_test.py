@@ -57,6 +57,24 @@ def opens_a_window(program, home):
     return FIRST_FRAME in said
 
 
+def says_that_no_display_answers(program, home):
+    """Whether it says so in one line, with a display that is not there and with none at all."""
+    surroundings = {
+        name: value for name, value in os.environ.items()
+        if name not in ("DISPLAY", "WAYLAND_DISPLAY", "WAYLAND_SOCKET", "QT_QPA_PLATFORM")
+    }
+    surroundings |= {"HOME": str(home), "XDG_RUNTIME_DIR": str(home)}
+    for display in ({}, {"DISPLAY": ":54321"}, {"WAYLAND_DISPLAY": "nowhere"}):
+        ended = subprocess.run(
+            [program], env=surroundings | display, check=False, stderr=subprocess.PIPE, text=True
+        )
+        if ended.returncode != 1 or not ended.stderr.startswith("brimlo: There is no display") \
+                or ended.stderr.count("\n") != 1:
+            print(f"{program} with {display or 'no display'} ended with {ended.returncode}: {ended.stderr}")
+            return False
+    return True
+
+
 def main():
     leave_machine()
     cmake, build = sys.argv[1:]
@@ -82,7 +100,8 @@ def main():
         if not version.startswith("brimlo "):
             print(f"the tool said: {version}")
             return 1
-        return 0 if opens_a_window(usr / "bin/brimlo-app", home) else 1
+        app = usr / "bin/brimlo-app"
+        return 0 if opens_a_window(app, home) and says_that_no_display_answers(app, home) else 1
 
 
 if __name__ == "__main__":

@@ -48,10 +48,6 @@ public:
         const std::function<void()>& failed,
         const OpenFolder& open = QDesktopServices::openUrl);
 
-    /// Why no window can be opened, in a sentence; empty if nothing speaks against it. Call it
-    /// before the application object is made, which ends the program without a display.
-    [[nodiscard]] static std::string reasonNotToOpen();
-
     /// Whether OpenGL would draw with the processor, which is slower than Qt's own software
     /// renderer. Asks the system's OpenGL; call it after the application object is made and before
     /// the first window.

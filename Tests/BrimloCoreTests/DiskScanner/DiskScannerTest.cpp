@@ -23,8 +23,8 @@ protected:
         SCOPED_TRACE(path);
         EXPECT_EQ(DiskScanner::quickSize(path), quick);
         const auto fast = DiskScanner::bulkSize(path);
-        EXPECT_EQ(fast ? std::optional{fast->bytes} : std::nullopt, bulk);
-        EXPECT_EQ(DiskScanner::legacyQuickSize(path).bytes, legacy);
+        EXPECT_EQ(fast ? std::optional{fast->size} : std::nullopt, bulk);
+        EXPECT_EQ(DiskScanner::legacyQuickSize(path).size, legacy);
     }
 };
 
@@ -41,7 +41,7 @@ TEST_F(DiskScannerTest, MeasuresWhatIsNoFolderAsItself) {
             path, Testing::allocatedBytes(path), std::nullopt, Testing::allocatedBytes(path));
     }
     EXPECT_EQ(DiskScanner::quickSize(toFolder), Testing::allocatedBytes(toFolder));
-    EXPECT_EQ(DiskScanner::legacyQuickSize(toFolder).bytes, Testing::allocatedBytes(toFolder));
+    EXPECT_EQ(DiskScanner::legacyQuickSize(toFolder).size, Testing::allocatedBytes(toFolder));
     expectSizes(at("missing"), 0, std::nullopt, 0);
 }
 

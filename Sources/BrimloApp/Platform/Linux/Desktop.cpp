@@ -117,15 +117,6 @@ void Desktop::reveal(
     });
 }
 
-std::string Desktop::reasonNotToOpen() {
-    const bool canOpen = std::ranges::any_of(
-        std::array{"DISPLAY", "WAYLAND_DISPLAY", "WAYLAND_SOCKET", "QT_QPA_PLATFORM"},
-        [](const char* name) { return !qEnvironmentVariableIsEmpty(name); });
-    return canOpen ? ""
-                   : "There is no display to open a window on. \"brimlo\" does the same on a "
-                     "terminal.";
-}
-
 bool Desktop::drawsInSoftware() {
     constexpr std::array kProcessors{"llvmpipe", "softpipe", "swrast", "swiftshader", "software"};
     if (!hasDevice()) {

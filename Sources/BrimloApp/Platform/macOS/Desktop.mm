@@ -43,10 +43,6 @@ void Desktop::reveal(
     }
 }
 
-std::string Desktop::reasonNotToOpen() {
-    return {};  // A session without a screen has none of the system's applications, either.
-}
-
 bool Desktop::drawsInSoftware() {
     // Qt draws with Metal, and every Mac with this system has a GPU for it.
     return false;
