@@ -106,7 +106,7 @@ QString Format::percent(double share) {
     const int whole = qRound(part * 100);
     const QLocale locale;
     return part > 0 && whole == 0 ? u'<' + locale.toString(1) + locale.percent()
-                                   : locale.toString(whole) + locale.percent();
+                                  : locale.toString(whole) + locale.percent();
 }
 
 QString Format::risk(const QString& word) {

@@ -148,9 +148,10 @@ TEST_F(AnalyzerViewTest, GoesByLettersIntoAFolderAndBackToIt) {
     QTest::qWait(1200);  // Later letters begin anew.
     type("L");
     expectCurrent("large");
-    for (const auto& [up, modifiers] :
-         {std::pair<int, Qt::KeyboardModifiers>{Qt::Key_Up, Qt::AltModifier},
-          std::pair<int, Qt::KeyboardModifiers>{Qt::Key_Backspace, Qt::NoModifier}}) {
+    for (const auto& [up, modifiers] : {
+             std::pair<int, Qt::KeyboardModifiers>{Qt::Key_Up,        Qt::AltModifier},
+             std::pair<int, Qt::KeyboardModifiers>{Qt::Key_Backspace, Qt::NoModifier }
+    }) {
         key(Qt::Key_Right);
         await([&] { return shownFolder() == "large"; }, "the folder");
         key(up, modifiers);
@@ -158,7 +159,7 @@ TEST_F(AnalyzerViewTest, GoesByLettersIntoAFolderAndBackToIt) {
         expectCurrent("large");
     }
     key(Qt::Key_Right);
-    press("Treemap");
+    click(QAccessible::RadioButton, "Treemap");
     await([&] { return find(QAccessible::Graphic, "Treemap") != nullptr; }, "the treemap");
     clickAt(middle(map()));
     key(Qt::Key_Up, Qt::AltModifier);
