@@ -53,11 +53,20 @@ ListRow {
             Layout.fillWidth: true
 
             Label {
+                id: title
+
                 text: row.name
                 secondary: !row.isEnabled
                 font.weight: Font.Medium
-                wrapMode: Text.Wrap
+                wrapMode: wide.advanceWidth > Layout.maximumWidth ? Text.Wrap : Text.NoWrap
                 Layout.maximumWidth: Math.max(120, row.width - 370)
+
+                TextMetrics {
+                    id: wide
+
+                    font: title.font
+                    text: row.name
+                }
             }
             RiskBadge {
                 risk: row.risk
