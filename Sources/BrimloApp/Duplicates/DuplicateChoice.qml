@@ -27,6 +27,8 @@ Flow {
             required property string modelData
 
             folder: modelData
+            text: qsTr("Keep all in %1").arg(name)
+            help: qsTr("Stop keeping every copy in %1").arg(Format.oneLine(folder))
             width: Math.min(implicitWidth, choice.width)
             onClicked: {
                 choice.released();
@@ -39,30 +41,5 @@ Flow {
         symbol: "trash"
         enabled: choice.search.rows.reclaimable > 0
         onClicked: choice.search.reviewExtras()
-    }
-
-    // A kept folder, which a press forgets.
-    component FolderChip: ButtonBase {
-        id: chip
-
-        property string folder
-
-        text: qsTr("Keep all in %1").arg(Format.oneLine(Places.name(folder)))
-        symbol: "xmark"
-        symbolSize: 12
-        help: qsTr("Stop keeping every copy in %1").arg(Format.oneLine(folder))
-
-        background: Rectangle {
-            radius: height / 2
-            color: chip.hovered ? Theme.subtle : Theme.selection
-            border.width: 1
-            border.color: Theme.border
-
-            FocusRing {
-                anchors.margins: -2
-                radius: parent.radius + 2
-                shown: chip.visualFocus
-            }
-        }
     }
 }

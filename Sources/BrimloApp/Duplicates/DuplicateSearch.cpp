@@ -6,6 +6,7 @@
 #include "BrimloApp/Review/PlanReview.h"
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloCore/Cleaner/DuplicateExtras.h"
+#include "BrimloCore/Support/Path.h"
 
 #include <algorithm>
 #include <iterator>
@@ -13,12 +14,6 @@
 #include <utility>
 
 namespace Brimlo {
-
-namespace {
-
-constexpr std::int64_t kLeastSize = 1'048'576;
-
-}  // namespace
 
 DuplicateSearch::DuplicateSearch(AppModel& app)
     : FolderSearch{app}
@@ -35,8 +30,8 @@ void DuplicateSearch::start(std::shared_ptr<ScanControl> control) {
     };
     runInBackground(
         this,
-        [root = root(), control] {
-            Found found{.groups = DuplicateFinder::find({root}, kLeastSize, control.get())};
+        [folders = folders(), minSize = minSize_, control] {
+            Found found{.groups = DuplicateFinder::find(folders, minSize, control.get())};
             for (const DuplicateGroup& group : found.groups) {
                 if (auto refusal = DuplicateExtras::cloneRefusal(group)) {
                     found.refusals.emplace(group.id, *std::move(refusal));
@@ -57,6 +52,48 @@ void DuplicateSearch::setGroups(Groups groups) {
         reasons_ = choice_.reasons(groups_);
         Q_EMIT groupsChanged();
     }
+}
+
+// ---- What is searched ----------------------------------------------------------------------
+
+std::vector<std::string> DuplicateSearch::folders() const {
+    std::vector<std::string> folders{root()};
+    folders.insert(folders.end(), otherFolders_.begin(), otherFolders_.end());
+    return folders;
+}
+
+QStringList DuplicateSearch::otherFolders() const {
+    QStringList folders;
+    for (const std::string& folder : otherFolders_) {
+        folders.append(fromPath(folder));
+    }
+    return folders;
+}
+
+void DuplicateSearch::addFolder(const QString& folder) {
+    const std::string path = Path::standardized(toPath(folder));
+    const auto holds = [&](const std::string& known) { return Path::below(known, path).has_value(); };
+    if (std::ranges::any_of(folders(), holds)) {
+        app().banner()->show(QStringLiteral("This folder is searched already."));
+        return;
+    }
+    otherFolders_.push_back(path);
+    Q_EMIT searchedChanged();
+}
+
+void DuplicateSearch::removeFolder(const QString& folder) {
+    if (std::erase(otherFolders_, toPath(folder)) > 0) {
+        Q_EMIT searchedChanged();
+    }
+}
+
+void DuplicateSearch::setMinSize(double bytes) {
+    constexpr double kMost = 9e18;
+    assign(
+        *this,
+        minSize_,
+        static_cast<std::int64_t>(std::clamp(bytes, 1.0, kMost)),
+        &DuplicateSearch::searchedChanged);
 }
 
 // ---- Which copy stays ----------------------------------------------------------------------

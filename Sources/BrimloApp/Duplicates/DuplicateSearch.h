@@ -9,6 +9,7 @@
 #include <QtCore/QStringList>
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -30,6 +31,9 @@ class DuplicateSearch : public Brimlo::FolderSearch {
 
     Q_PROPERTY(Brimlo::DuplicateRows* rows READ rows CONSTANT)
     Q_PROPERTY(Brimlo::PlanReview* review READ review CONSTANT)
+    // What is searched besides the root, and the length that counts.
+    Q_PROPERTY(QStringList otherFolders READ otherFolders NOTIFY searchedChanged)
+    Q_PROPERTY(double minSize READ minSize WRITE setMinSize NOTIFY searchedChanged)
     // Which copy of each group stays: the index of a rule, and the folders that lose none.
     Q_PROPERTY(int rule READ rule WRITE setRule NOTIFY choiceChanged)
     Q_PROPERTY(QStringList keptFolders READ keptFolders NOTIFY choiceChanged)
@@ -50,6 +54,14 @@ public:
     void setGroups(Groups groups);
     /// Why a group can't be replaced by clones; empty if it may.
     [[nodiscard]] std::string cloneRefusal(const Uuid& group) const;
+
+    [[nodiscard]] QStringList otherFolders() const;
+    /// Searches one more folder next time; one that is searched anyway adds nothing.
+    Q_INVOKABLE void addFolder(const QString& folder);
+    Q_INVOKABLE void removeFolder(const QString& folder);
+    /// The least length of the files compared, in bytes.
+    [[nodiscard]] double minSize() const { return static_cast<double>(minSize_); }
+    void setMinSize(double bytes);
 
     /// Why each copy stays, for each group in order; absent for an extra.
     [[nodiscard]] const std::vector<CopyChoice::Reasons>& reasons() const { return reasons_; }
@@ -77,16 +89,21 @@ public:
 
 Q_SIGNALS:
     void groupsChanged();
+    /// What the next search is about changed.
+    void searchedChanged();
     /// The choice of copies changed, and with it the reasons.
     void choiceChanged();
 
 private:
     void chooseAnew();
+    [[nodiscard]] std::vector<std::string> folders() const override;
     void start(std::shared_ptr<ScanControl> control) override;
     void remove(const Uuid& id);
 
     using Refusals = std::unordered_map<Uuid, std::string>;
 
+    std::vector<std::string> otherFolders_;
+    std::int64_t minSize_ = 1'048'576;
     Groups groups_;
     CopyChoice choice_;
     std::vector<CopyChoice::Reasons> reasons_;  ///< Of the groups.

@@ -56,6 +56,13 @@ Screen {
                 onSearchWanted: screen.search.find()
                 Layout.fillWidth: true
             }
+            DuplicateScope {
+                onChanged: screen.search.find()
+                Layout.fillWidth: true
+                Layout.leftMargin: Theme.wide
+                Layout.rightMargin: Theme.wide
+                Layout.bottomMargin: Theme.tight
+            }
             DuplicateChoice {
                 // The pressed chip is removed, so the focus returns to the list.
                 onReleased: list.forceActiveFocus()
@@ -123,7 +130,7 @@ Screen {
         symbol: searched ? "checkmark.circle" : "doc.on.doc"
         eyebrow: qsTr("Duplicates")
         title: searched ? qsTr("No duplicates found.") : qsTr("Find identical files.")
-        line: searched && AppModel.duplicates.unreadableCount > 0 ? qsTr("Nothing in what could be read is an exact copy of something else (files of 1 MB or more). %1 folders could not be.").arg(Format.count(AppModel.duplicates.unreadableCount)) : searched ? qsTr("Nothing in this folder is an exact copy of something else (files of 1 MB or more). Try another folder.") : qsTr("Brimlo compares files of 1 MB or more by their full contents, so only exact copies are listed. Then “Replace with clones” shares the disk space between copies, keeps every path working, and loses nothing.")
+        line: searched && AppModel.duplicates.unreadableCount > 0 ? qsTr("Nothing in what could be read is an exact copy of something else (%1). %2 folders could not be.").arg(scope.compared).arg(Format.count(AppModel.duplicates.unreadableCount)) : !searched ? qsTr("Brimlo compares %1 by their full contents, so only exact copies are listed. Then “Replace with clones” shares the disk space between copies, keeps every path working, and loses nothing.").arg(scope.compared) : AppModel.duplicates.otherFolders.length > 0 ? qsTr("Nothing in these folders is an exact copy of something else (%1). Try another folder.").arg(scope.compared) : qsTr("Nothing in this folder is an exact copy of something else (%1). Try another folder.").arg(scope.compared)
         actions: [
             SolidButton {
                 text: panel.searched ? qsTr("Search again") : qsTr("Find duplicates")
@@ -144,6 +151,12 @@ Screen {
             path: AppModel.duplicates.root
             onChosen: path => AppModel.duplicates.root = path
             Layout.fillWidth: true
+        }
+        DuplicateScope {
+            id: scope
+
+            Layout.fillWidth: true
+            Layout.topMargin: Theme.tight
         }
     }
 }

@@ -6,6 +6,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
+#include <algorithm>
 #include <utility>
 
 namespace Brimlo {
@@ -63,7 +64,7 @@ void FolderSearch::cancel() {
 }
 
 void FolderSearch::findAgainIf(const std::function<bool(const std::string& folder)>& isMeant) {
-    if ((state_.isSearching || state_.hasSearched) && isMeant(root_)) {
+    if ((state_.isSearching || state_.hasSearched) && std::ranges::any_of(folders(), isMeant)) {
         again_ = state_.isSearching;
         find();
     }

@@ -12,6 +12,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace Brimlo {
 
@@ -40,7 +41,7 @@ public:
     Q_INVOKABLE bool findInDropped(const QUrl& address);
     /// Cancels the search under way.
     Q_INVOKABLE void cancel();
-    /// Searches again if `isMeant` says so about the folder searched.
+    /// Searches again if `isMeant` says so about a folder searched.
     void findAgainIf(const std::function<bool(const std::string& folder)>& isMeant);
 
     /// The folder to search. Can't be changed during a search.
@@ -71,6 +72,8 @@ protected:
 
     [[nodiscard]] AppModel& app() const { return app_; }
 
+    /// All folders that are searched.
+    [[nodiscard]] virtual std::vector<std::string> folders() const { return {root_}; }
     /// Clears the list and searches in the background; calls `end` when the list holds the result.
     virtual void start(std::shared_ptr<ScanControl> control) = 0;
     void end(const ScanControl& control);

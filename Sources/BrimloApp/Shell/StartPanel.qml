@@ -37,6 +37,7 @@ ScrollPane {
                     anchors.centerIn: parent
                     symbol: pane.symbol
                     size: 32
+                    side: size
                     color: Theme.secondaryText
                 }
             }

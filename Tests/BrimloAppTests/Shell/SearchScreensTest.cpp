@@ -260,6 +260,36 @@ TEST_F(SearchScreensTest, TheCopyThatStaysIsChosenByRuleFolderAndHand) {
     EXPECT_TRUE(get(QAccessible::List, "Duplicates").hasActiveFocus());
 }
 
+TEST_F(SearchScreensTest, DuplicatesAreFoundInSeveralFoldersFromALeastLength) {
+    fill("one/a", 200'000);
+    fill("two/b", 200'000);
+    model().duplicates()->setRoot(at("one"));
+    open(Section::Duplicates);
+    press("Add folder…");
+    answerPanel(at("two"));
+    waitToSee("Also in two");
+    press("Find duplicates");
+    finish();
+    EXPECT_TRUE(
+        sees("Nothing in these folders is an exact copy of something else (files of 1 MB or *"));
+    tabTo(QAccessible::ComboBox, "Compare: files of 1 MB or more");
+    key(Qt::Key_Up);
+    waitToSee("Compare: files of 64 KB or more");
+    expectLaidOut();
+    press("Search again");
+    finish();
+    waitToSee(QString::fromStdString("Extra copy, " + at("two/b")));
+    expectLaidOut();
+    press("Add folder…");
+    answerPanel(at("two/../two"));
+    waitToSee("This folder is searched already.");
+    press("Also in two");
+    await([&] { return model().duplicates()->otherFolders().isEmpty(); }, "its end");
+    finish();
+    EXPECT_TRUE(
+        sees("Nothing in this folder is an exact copy of something else (files of 64 KB or *"));
+}
+
 TEST_F(SearchScreensTest, BothAreUsedByTheKeyboardAlone) {
     fill("tree/large", 55'000'000);
     makeCopies();
