@@ -38,6 +38,7 @@ struct Arguments {
     std::int64_t minSize = 1'048'576;
     std::string keep;
     std::vector<std::string> keepUnder;
+    bool folders = false;
     bool clone = false;
     bool trashExtras = false;
     bool dryRun = false;
@@ -47,6 +48,7 @@ struct Arguments {
 /// What a search found, and what stays of it.
 struct Found {
     Groups groups;
+    std::vector<EqualFolders> folders;
     CopyChoice choice;
     std::vector<CopyChoice::Reasons> reasons = choice.reasons(groups);  ///< Of each group.
 
@@ -110,7 +112,19 @@ std::int64_t show(const DuplicateGroup& group, const CopyChoice::Reasons& reason
     return wasted;
 }
 
+void show(const EqualFolders& set) {
+    Console::line(
+        Console::size(set.bytes) + "  " +
+        Console::bold(
+            Console::count(set.folders.size(), "equal folder") + " of " +
+            Console::count(static_cast<std::size_t>(set.files), "file")));
+    for (const std::string& folder : set.folders) {
+        Console::line("            " + Console::shortPath(folder));
+    }
+}
+
 void show(const Found& found, std::int64_t minSize, std::size_t unread) {
+    std::ranges::for_each(found.folders, [](const EqualFolders& set) { show(set); });
     std::int64_t wasted = 0;
     for (std::size_t i = 0; i < found.groups.size(); ++i) {
         wasted = Bytes::sum(wasted, show(found.groups[i], found.reasons[i]));
@@ -143,6 +157,21 @@ Json::Array forms(const Found& found) {
         document.push_back(JsonForms::duplicates(found.groups[i], found.reasons[i]));
     }
     return document;
+}
+
+void printForms(const Found& found, bool withFolders) {
+    if (!withFolders) {
+        print(forms(found));
+        return;
+    }
+    Json::Array folders;
+    for (const EqualFolders& set : found.folders) {
+        folders.push_back(JsonForms::equalFolders(set));
+    }
+    print(Json::Object{
+        {"groups",  forms(found)      },
+        {"folders", std::move(folders)},
+    });
 }
 
 CloneReport cloneExtras(const Found& found) {
@@ -213,13 +242,19 @@ ExitCode act(
     const Arguments& arguments,
     const Tool& tool) {
     ScanControl control;
-    const Found found{.groups = find(folders, arguments.minSize, control), .choice = choice};
+    const Groups groups = find(folders, arguments.minSize, control);
+    const bool tellsFolders = (arguments.folders || !tool.isJson()) && !Tool::wasInterrupted();
+    const Found found{
+        .groups = groups,
+        .folders = tellsFolders ? EqualFolders::among(groups, folders, arguments.minSize, &control)
+                                : std::vector<EqualFolders>{},
+        .choice = choice};
     if (!tool.isJson()) {
         show(found, arguments.minSize, control.inaccessible().size());
     }
     if (Tool::wasInterrupted()) {
         if (tool.isJson()) {
-            print(forms(found));
+            printForms(found, arguments.folders);
         }
         return ExitCode::interrupted;
     }
@@ -234,7 +269,7 @@ ExitCode act(
         return clone(found, arguments.yes, tool);
     }
     if (tool.isJson()) {
-        print(forms(found));
+        printForms(found, arguments.folders);
     } else if (arguments.clone) {
         Console::line(
             Console::count(found.extras(), "file") +
@@ -305,6 +340,10 @@ void addDuplicatesCommand(CLI::App& app, Tool& tool) {
         ->type_name("BYTES")
         ->check(wholeNumber());
     addKeepOptions(*command, *arguments);
+    command->add_flag(
+        "--folders",
+        arguments->folders,
+        "With --json: an object with the groups and equal folders");
     CLI::Option* clone = command->add_flag(
         "--clone", arguments->clone, "Replace the extra copies by clones of the one that stays");
     command

@@ -264,6 +264,14 @@ Json::Object duplicates(const DuplicateGroup& group, const CopyChoice::Reasons& 
     };
 }
 
+Json::Object equalFolders(const EqualFolders& set) {
+    return {
+        {"bytes", set.bytes         },
+        {"files", set.files         },
+        {"paths", paths(set.folders)},
+    };
+}
+
 Json::Array areas(const std::vector<UnreadableArea>& areas) {
     Json::Array array;
     for (const UnreadableArea& area : areas) {

@@ -4,6 +4,7 @@
 #include "BrimloCore/Cleaner/CleanReport.h"
 #include "BrimloCore/Cleaner/CopyChoice.h"
 #include "BrimloCore/Cleaner/DuplicateFinder.h"
+#include "BrimloCore/Cleaner/EqualFolders.h"
 #include "BrimloCore/Cleaner/TrashContents.h"
 #include "BrimloCore/DiskScanner/FileNode.h"
 #include "BrimloCore/DiskScanner/UnreadableFolders.h"
@@ -46,6 +47,7 @@ void addFreed(Json::Object& object, const FreedSpace& freed);
 /// `reasons` tell which of its copies stay.
 [[nodiscard]] Json::Object duplicates(
     const DuplicateGroup& group, const CopyChoice::Reasons& reasons);
+[[nodiscard]] Json::Object equalFolders(const EqualFolders& set);
 [[nodiscard]] Json::Array areas(const std::vector<UnreadableArea>& areas);
 [[nodiscard]] Json::Object docker(const DockerSnapshot& snapshot);
 [[nodiscard]] Json::Array systemParts(const std::vector<SystemPart>& parts);
