@@ -37,6 +37,18 @@ Flow {
         }
     }
     OutlineButton {
+        readonly property int sets: choice.search.equalFolders.length
+
+        text: sets === 1 ? qsTr("1 set of equal folders…") : qsTr("%1 sets of equal folders…").arg(Format.count(sets))
+        symbol: "folder"
+        visible: sets > 0
+        onClicked: folders.presented = true
+
+        EqualFoldersSheet {
+            id: folders
+        }
+    }
+    OutlineButton {
         text: qsTr("Review extras…")
         symbol: "trash"
         enabled: choice.search.rows.reclaimable > 0

@@ -26,12 +26,14 @@ void DuplicateSearch::start(std::shared_ptr<ScanControl> control) {
     setGroups({});
     struct Found {
         Groups groups;
+        std::vector<EqualFolders> folders;
         Refusals refusals;
     };
     runInBackground(
         this,
         [folders = folders(), minSize = minSize_, control] {
             Found found{.groups = DuplicateFinder::find(folders, minSize, control.get())};
+            found.folders = EqualFolders::among(found.groups, folders, minSize, control.get());
             for (const DuplicateGroup& group : found.groups) {
                 if (auto refusal = DuplicateExtras::cloneRefusal(group)) {
                     found.refusals.emplace(group.id, *std::move(refusal));
@@ -41,14 +43,15 @@ void DuplicateSearch::start(std::shared_ptr<ScanControl> control) {
         },
         [control](DuplicateSearch& search, Found found) {
             search.refusals_ = std::move(found.refusals);
-            search.setGroups(std::move(found.groups));
+            search.setGroups(std::move(found.groups), std::move(found.folders));
             search.end(*control);
         });
 }
 
-void DuplicateSearch::setGroups(Groups groups) {
+void DuplicateSearch::setGroups(Groups groups, std::vector<EqualFolders> folders) {
     if (groups_ != groups) {
         groups_ = std::move(groups);
+        equalFolders_ = std::move(folders);
         reasons_ = choice_.reasons(groups_);
         Q_EMIT groupsChanged();
     }
@@ -60,6 +63,22 @@ std::vector<std::string> DuplicateSearch::folders() const {
     std::vector<std::string> folders{root()};
     folders.insert(folders.end(), otherFolders_.begin(), otherFolders_.end());
     return folders;
+}
+
+QVariantList DuplicateSearch::equalFolders() const {
+    QVariantList sets;
+    for (const EqualFolders& set : equalFolders_) {
+        QStringList folders;
+        for (const std::string& folder : set.folders) {
+            folders.append(fromPath(folder));
+        }
+        sets.append(QVariantMap{
+            {"bytes",   number(set.bytes)},
+            {"files",   number(set.files)},
+            {"folders", folders          }
+        });
+    }
+    return sets;
 }
 
 QStringList DuplicateSearch::otherFolders() const {

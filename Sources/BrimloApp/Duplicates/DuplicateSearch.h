@@ -4,9 +4,12 @@
 #include "BrimloApp/Shell/Rows.h"
 #include "BrimloCore/Cleaner/CleanPlan.h"
 #include "BrimloCore/Cleaner/CopyChoice.h"
+#include "BrimloApp/Shell/Shown.h"
 #include "BrimloCore/Cleaner/DuplicateFinder.h"
+#include "BrimloCore/Cleaner/EqualFolders.h"
 
 #include <QtCore/QStringList>
+#include <QtCore/QVariantList>
 
 #include <cstddef>
 #include <cstdint>
@@ -34,6 +37,8 @@ class DuplicateSearch : public Brimlo::FolderSearch {
     // What is searched besides the root, and the length that counts.
     Q_PROPERTY(QStringList otherFolders READ otherFolders NOTIFY searchedChanged)
     Q_PROPERTY(double minSize READ minSize WRITE setMinSize NOTIFY searchedChanged)
+    // The sets of equal folders, the largest first: {bytes, files, folders}.
+    Q_PROPERTY(QVariantList equalFolders READ equalFolders NOTIFY groupsChanged)
     // Which copy of each group stays: the index of a rule, and the folders that lose none.
     Q_PROPERTY(int rule READ rule WRITE setRule NOTIFY choiceChanged)
     Q_PROPERTY(QStringList keptFolders READ keptFolders NOTIFY choiceChanged)
@@ -51,10 +56,12 @@ public:
     using FolderSearch::app;
     /// The most wasted bytes first.
     [[nodiscard]] const Groups& groups() const { return groups_; }
-    void setGroups(Groups groups);
+    /// `folders` are the equal ones among the groups.
+    void setGroups(Groups groups, std::vector<EqualFolders> folders = {});
     /// Why a group can't be replaced by clones; empty if it may.
     [[nodiscard]] std::string cloneRefusal(const Uuid& group) const;
 
+    [[nodiscard]] QVariantList equalFolders() const;
     [[nodiscard]] QStringList otherFolders() const;
     /// Searches one more folder next time; one that is searched anyway adds nothing.
     Q_INVOKABLE void addFolder(const QString& folder);
@@ -70,6 +77,7 @@ public:
     [[nodiscard]] QStringList keptFolders() const;
     /// Keeps every copy in a folder; shows a message when it is gone.
     void keepUnder(const std::string& folder);
+    Q_INVOKABLE void keepFolder(const QString& folder) { keepUnder(toPath(folder)); }
     /// Forgets a kept folder.
     Q_INVOKABLE void release(const QString& folder);
     /// Keeps this copy, by the places of its group and in it.
@@ -105,6 +113,7 @@ private:
     std::vector<std::string> otherFolders_;
     std::int64_t minSize_ = 1'048'576;
     Groups groups_;
+    std::vector<EqualFolders> equalFolders_;
     CopyChoice choice_;
     std::vector<CopyChoice::Reasons> reasons_;  ///< Of the groups.
     Refusals refusals_;                         ///< Of the groups without clones.

@@ -1,0 +1,98 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import Brimlo
+
+// The folders that are equal as a whole; all copies in one of them can be kept.
+Sheet {
+    id: sheet
+
+    readonly property DuplicateSearch search: AppModel.duplicates
+    readonly property var lines: search.equalFolders.reduce((lines, set) => lines.concat(set.folders.map((folder, index) => ({
+                            folder: folder,
+                            heading: index > 0 ? "" : qsTr("%1 equal folders, %2 file(s) and %3 each").arg(Format.count(set.folders.length)).arg(Format.count(set.files)).arg(Format.bytes(set.bytes))
+                        }))), [])
+
+    title: qsTr("Equal folders")
+    subtitle: qsTr("Everything in them is the same. Keep one, and its copies stay whatever else is chosen.")
+    symbol: "folder"
+    preferredWidth: 680
+    onDismissed: presented = false
+    defaultButton: done
+    footer: [
+        Item {
+            Layout.fillWidth: true
+        },
+        SolidButton {
+            id: done
+
+            text: qsTr("Done")
+            onClicked: sheet.dismissed()
+        }
+    ]
+
+    ScrollList {
+        id: list
+
+        label: sheet.title
+        model: sheet.lines
+        implicitHeight: contentHeight
+        Layout.fillWidth: true
+        Layout.fillHeight: true
+        Layout.minimumHeight: Math.min(contentHeight, 160)
+
+        delegate: ListRow {
+            id: row
+
+            required property int index
+            required property var modelData
+            readonly property bool isKept: sheet.search.keptFolders.includes(modelData.folder)
+
+            function toggle() {
+                if (isKept)
+                    sheet.search.release(modelData.folder);
+                else
+                    sheet.search.keepFolder(modelData.folder);
+            }
+
+            text: (modelData.heading !== "" ? modelData.heading + ": " : "") + modelData.folder
+            Accessible.checkable: true
+            Accessible.checked: isKept
+            onClicked: {
+                list.currentIndex = index;
+                list.forceActiveFocus(Qt.MouseFocusReason);
+            }
+
+            ColumnLayout {
+                spacing: 2
+                Layout.fillWidth: true
+
+                Label {
+                    text: row.modelData.heading
+                    visible: text !== ""
+                    font.weight: Font.DemiBold
+                    wrapMode: Text.Wrap
+                    Layout.fillWidth: true
+                    Layout.topMargin: row.index > 0 ? Theme.snug : 0
+                    Accessible.ignored: true
+                }
+                PathText {
+                    path: row.modelData.folder
+                    Layout.fillWidth: true
+                    Accessible.ignored: true
+                }
+            }
+            OutlineButton {
+                text: row.isKept ? qsTr("Kept") : qsTr("Keep")
+                symbol: row.isKept ? "checkmark" : ""
+                help: row.isKept ? qsTr("Stop keeping every copy in this folder") : qsTr("Keep every copy in this folder")
+                focusPolicy: Qt.NoFocus
+                Layout.alignment: Qt.AlignBottom
+                onClicked: row.toggle()
+            }
+        }
+        onOpened: (currentItem as ListRow)?.toggle()
+        Keys.onSpacePressed: (currentItem as ListRow)?.toggle()
+    }
+}
