@@ -48,6 +48,7 @@ struct Arguments {
 /// What a search found, and what stays of it.
 struct Found {
     Groups groups;
+    DuplicateFinder::LeftOut leftOut;
     std::vector<EqualFolders> folders;
     CopyChoice choice;
     std::vector<CopyChoice::Reasons> reasons = choice.reasons(groups);  ///< Of each group.
@@ -76,11 +77,15 @@ std::optional<CopyChoice> choiceOf(const Arguments& arguments) {
     return choice;
 }
 
-Groups find(const std::vector<std::string>& roots, std::int64_t minSize, ScanControl& control) {
+Groups find(
+    const std::vector<std::string>& roots,
+    std::int64_t minSize,
+    ScanControl& control,
+    DuplicateFinder::LeftOut& leftOut) {
     Console::Progress progress;
     progress.show("Looking for files of the same length…");
     bool isComparing = false;
-    Groups groups = DuplicateFinder::find(roots, minSize, &control, [&](const auto& reached) {
+    const auto tell = [&](const DuplicateFinder::Progress& reached) {
         // Before, no group can be finished, and Ctrl-C ends the program.
         if (!std::exchange(isComparing, true)) {
             Tool::noteInterrupts("the search stops here; what was found so far is listed");
@@ -89,7 +94,8 @@ Groups find(const std::vector<std::string>& roots, std::int64_t minSize, ScanCon
             control.cancel();
         }
         progress.show("Comparing " + reached.words() + "  " + Console::shortPath(reached.path));
-    });
+    };
+    Groups groups = DuplicateFinder::find(roots, minSize, &control, tell, &leftOut);
     Tool::endOnInterrupt();
     return groups;
 }
@@ -113,13 +119,18 @@ std::int64_t show(const DuplicateGroup& group, const CopyChoice::Reasons& reason
 }
 
 void show(const EqualFolders& set) {
+    const std::string files = Console::count(static_cast<std::size_t>(set.files), "file");
     Console::line(
         Console::size(set.bytes) + "  " +
         Console::bold(
-            Console::count(set.folders.size(), "equal folder") + " of " +
-            Console::count(static_cast<std::size_t>(set.files), "file")));
+            set.folders.size() > 1
+                ? Console::count(set.folders.size(), "equal folder") + " of " + files
+                : "folder of " + files + ", all of it in a larger one"));
     for (const std::string& folder : set.folders) {
         Console::line("            " + Console::shortPath(folder));
+    }
+    for (const std::string& folder : set.larger) {
+        Console::line("        in  " + Console::shortPath(folder) + Console::dim("  and more"));
     }
 }
 
@@ -139,6 +150,9 @@ void show(const Found& found, std::int64_t minSize, std::size_t unread) {
                   ".");
     if (isIncomplete) {
         Console::line("The search was interrupted, so there may be more. Nothing was changed.");
+    }
+    if (const std::string leftOut = found.leftOut.words(); !leftOut.empty()) {
+        Console::line(Console::dim(leftOut));
     }
     if (unread > 0) {
         Console::line(Console::dim(Console::count(unread, "folder") + " could not be read."));
@@ -169,8 +183,9 @@ void printForms(const Found& found, bool withFolders) {
         folders.push_back(JsonForms::equalFolders(set));
     }
     print(Json::Object{
-        {"groups",  forms(found)      },
-        {"folders", std::move(folders)},
+        {"groups",  forms(found)                     },
+        {"folders", std::move(folders)               },
+        {"leftOut", JsonForms::leftOut(found.leftOut)},
     });
 }
 
@@ -242,10 +257,12 @@ ExitCode act(
     const Arguments& arguments,
     const Tool& tool) {
     ScanControl control;
-    const Groups groups = find(folders, arguments.minSize, control);
+    DuplicateFinder::LeftOut leftOut;
+    const Groups groups = find(folders, arguments.minSize, control, leftOut);
     const bool tellsFolders = (arguments.folders || !tool.isJson()) && !Tool::wasInterrupted();
     const Found found{
         .groups = groups,
+        .leftOut = leftOut,
         .folders = tellsFolders ? EqualFolders::among(groups, folders, arguments.minSize, &control)
                                 : std::vector<EqualFolders>{},
         .choice = choice};
@@ -343,7 +360,7 @@ void addDuplicatesCommand(CLI::App& app, Tool& tool) {
     command->add_flag(
         "--folders",
         arguments->folders,
-        "With --json: an object with the groups and equal folders");
+        "With --json: an object with the groups, equal folders and what was left out");
     CLI::Option* clone = command->add_flag(
         "--clone", arguments->clone, "Replace the extra copies by clones of the one that stays");
     command

@@ -269,6 +269,15 @@ Json::Object equalFolders(const EqualFolders& set) {
         {"bytes", set.bytes         },
         {"files", set.files         },
         {"paths", paths(set.folders)},
+        {"in",    paths(set.larger) },
+    };
+}
+
+Json::Object leftOut(const DuplicateFinder::LeftOut& leftOut) {
+    return {
+        {"shortFiles", leftOut.shortFiles},
+        {"shortBytes", leftOut.shortBytes},
+        {"folders",    leftOut.folders   },
     };
 }
 

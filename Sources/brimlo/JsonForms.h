@@ -48,6 +48,7 @@ void addFreed(Json::Object& object, const FreedSpace& freed);
 [[nodiscard]] Json::Object duplicates(
     const DuplicateGroup& group, const CopyChoice::Reasons& reasons);
 [[nodiscard]] Json::Object equalFolders(const EqualFolders& set);
+[[nodiscard]] Json::Object leftOut(const DuplicateFinder::LeftOut& leftOut);
 [[nodiscard]] Json::Array areas(const std::vector<UnreadableArea>& areas);
 [[nodiscard]] Json::Object docker(const DockerSnapshot& snapshot);
 [[nodiscard]] Json::Array systemParts(const std::vector<SystemPart>& parts);

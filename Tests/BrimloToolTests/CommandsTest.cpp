@@ -116,7 +116,10 @@ TEST_F(CommandsTest, TrashesTheExtrasAndPutsThemBack) {
     EXPECT_EQ(report.at("movedToTrashBytes").as_int64(), 2'000'000);
     EXPECT_EQ(trashed(), std::vector<std::string>{"2"});
     // What lies in the Trash is no copy to rely on.
-    EXPECT_EQ(run({"duplicates"}).out, "No two files of 1 MB or more are equal.\n");
+    EXPECT_THAT(
+        run({"duplicates"}).out,
+        testing::StartsWith(
+            "No two files of 1 MB or more are equal.\nLeft out: 1 file shorter than 1 MB"));
     EXPECT_EQ(run({"undo", "--last"}).exitCode, 0);
     EXPECT_EQ(contentOf(at("a/2")), contentOf(at("a/1")));
 }

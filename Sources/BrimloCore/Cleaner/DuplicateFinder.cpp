@@ -87,7 +87,10 @@ private:
 
 /// Stage 1; nullopt when it was cancelled.
 std::optional<FilesBySize> filesBySize(
-    const std::vector<std::string>& roots, std::int64_t minSize, ScanControl* control) {
+    const std::vector<std::string>& roots,
+    std::int64_t minSize,
+    ScanControl* control,
+    LeftOut& leftOut) {
     struct Folder {
         std::string path;
         FolderPlace place;
@@ -123,17 +126,24 @@ std::optional<FilesBySize> filesBySize(
         const FolderPlace::Inside inside = folder.place.inside(open);
         const auto visit = [&](const Platform::DirectoryEntry& entry) {
             if (entry.isDirectory) {
-                if (!outside.contains(open->number(), entry.name)) {
+                if (outside.contains(open->number(), entry.name)) {
+                    ++leftOut.folders;
+                } else {
                     waiting.push_back(
                         {Path::join(folder.path, entry.name), inside.place(entry.name)});
                 }
                 return;
             }
             const auto status = Platform::entryStatus(open->number(), entry.name);
-            if (status && status->kind == Platform::EntryStatus::Kind::file &&
-                status->length >= minSize) {
+            if (!status || status->kind != Platform::EntryStatus::Kind::file) {
+                return;
+            }
+            if (status->length >= minSize) {
                 files[status->length].push_back(
                     {Path::join(folder.path, entry.name), status->identity});
+            } else if (status->length > 0) {
+                ++leftOut.shortFiles;
+                leftOut.shortBytes = Bytes::sum(leftOut.shortBytes, status->length);
             }
         };
         Platform::readDirectory(open->number(), Platform::EntryDetail::kind, visit);
@@ -373,12 +383,31 @@ std::string Progress::words() const {
     return left ? words + ", about " + std::to_string(left->count()) + " s left" : words;
 }
 
+std::string LeftOut::words() const {
+    std::string words;
+    if (shortFiles > 0) {
+        words = std::to_string(shortFiles) + (shortFiles == 1 ? " file" : " files") +
+                " shorter than " + Fmt::bytes(minSize) + " (" + Fmt::bytes(shortBytes) + " in all)";
+    }
+    if (folders > 0) {
+        words += words.empty() ? "" : " and ";
+        words += std::to_string(folders) + (folders == 1 ? " folder" : " folders") +
+                 " of applications or of a Trash";
+    }
+    return words.empty() ? words : "Left out: " + words + ".";
+}
+
 std::vector<DuplicateGroup> find(
     const std::vector<std::string>& roots,
     std::int64_t minSize,
     ScanControl* control,
-    const std::function<void(const Progress&)>& progress) {
-    auto files = filesBySize(roots, minSize, control);
+    const std::function<void(const Progress&)>& progress,
+    LeftOut* leftOut) {
+    LeftOut passedOver{.minSize = minSize};
+    auto files = filesBySize(roots, minSize, control, passedOver);
+    if (leftOut != nullptr) {
+        *leftOut = passedOver;
+    }
     if (!files) {
         return {};
     }

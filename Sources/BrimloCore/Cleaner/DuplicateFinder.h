@@ -49,6 +49,18 @@ struct Progress {
     [[nodiscard]] std::string words() const;
 };
 
+/// What a search passed over on purpose.
+struct LeftOut {
+    std::int64_t minSize = 0;
+    std::int64_t shortFiles = 0;  ///< Shorter than that; names, not files.
+    std::int64_t shortBytes = 0;
+    std::int64_t folders = 0;  ///< A Trash, "Library", photo libraries and apps.
+
+    /// "Left out: 1,200 files shorter than 1 MB (80 MB in all) and 3 folders of applications or
+    /// the Trash."; empty for nothing.
+    [[nodiscard]] std::string words() const;
+};
+
 /// The groups of equal files of at least `minSize` bytes below the folders `roots`, the most wasted
 /// bytes first, then by first path.
 ///
@@ -59,12 +71,14 @@ struct Progress {
 /// can't be read or change meanwhile are left out; `control`, which may be null, is told of
 /// unreadable folders. Cancelled, the result is what was finished by then, the longest files first.
 /// Blocks; one thread; reads whole files only when length, beginning and end agree, and compares
-/// all their bytes. `progress` is called before each part of a file, at most a megabyte.
+/// all their bytes. `progress` is called before each part of a file, at most a megabyte. `leftOut`
+/// may be null.
 [[nodiscard]] std::vector<DuplicateGroup> find(
     const std::vector<std::string>& roots,
     std::int64_t minSize,
     ScanControl* control = nullptr,
-    const std::function<void(const Progress&)>& progress = {});
+    const std::function<void(const Progress&)>& progress = {},
+    LeftOut* leftOut = nullptr);
 
 }  // namespace DuplicateFinder
 

