@@ -1,6 +1,8 @@
 #include "BrimloApp/Analyzer/Analyzer.h"
 #include "BrimloApp/Analyzer/NodeRows.h"
 #include "BrimloApp/Analyzer/TreemapItem.h"
+#include "BrimloApp/Duplicates/DuplicateRows.h"
+#include "BrimloApp/Duplicates/DuplicateSearch.h"
 #include "BrimloApp/SmartClean/SmartClean.h"
 #include "BrimloApp/SmartClean/SuggestionRows.h"
 #include "BrimloAppTests/Support/WindowTest.h"
@@ -36,6 +38,7 @@ constexpr int kItemsOfRule = 60;
 constexpr int kLargeRules = 20;
 constexpr int kItemsOfLargeRule = 1'000;
 constexpr int kCells = 5'000;
+constexpr int kGroups = 20'000;  // Of three equal files.
 
 /// What one frame, or another piece of work of the main thread, took in milliseconds.
 struct Frame {
@@ -213,6 +216,7 @@ protected:
     void suggestions();
     void ticks();
     void analyzer();
+    void duplicates();
     void treemap();
 
 private:
@@ -293,6 +297,48 @@ void WindowBench::analyzer() {
     scroll("NodeList", "analyzer");
 }
 
+// ---- Duplicates ---------------------------------------------------------------------------------
+
+void WindowBench::duplicates() {
+    constexpr int kRuns = 30;
+    std::vector<DuplicateGroup> groups;
+    for (int i = 0; i < kGroups; ++i) {
+        DuplicateGroup group{.size = 1'000'000 + 1'000 * (kGroups - i)};
+        for (const char* const folder : {"Archive", "Desktop", "Phone backup"}) {
+            group.copies.push_back(
+                {.path = "/home/somebody/" + std::string{folder} +
+                         "/2024/a picture of some length " + std::to_string(i) +
+                         (i % 2 == 0 ? ".jpg" : ".mov")});
+        }
+        groups.push_back(std::move(group));
+    }
+    DuplicateSearch& search = *model().duplicates();
+    model().setSection(Section::Duplicates);
+    search.show({.hasSearched = true});
+    search.setGroups(groups);
+    rest();
+    print("duplicates-rows", static_cast<double>(search.rows()->count()));
+    scroll("EntryList", "duplicates");
+
+    std::vector<Frame> kept;
+    std::vector<Frame> filtered;
+    std::vector<Frame> removed;
+    for (int i = 0; i < kRuns; ++i) {
+        kept.push_back(measured([&] { search.rows()->keep(2 + i % 2); }));
+        rest();
+        filtered.push_back(measured([&] { search.setQuery(i % 2 == 0 ? "7.jpg" : ""); }));
+        rest();
+        CleanItem item;
+        item.path = groups[static_cast<std::size_t>(i)].copies.back().path;
+        const CleanPlan gone{{item}};
+        removed.push_back(measured([&] { search.forget(gone); }));
+        rest();
+    }
+    print("duplicates-keep", kept);
+    print("duplicates-filter", filtered);
+    print("duplicates-gone", removed);
+}
+
 // ---- The treemap --------------------------------------------------------------------------------
 
 void WindowBench::treemap() {
@@ -349,6 +395,7 @@ TEST_F(WindowBench, Frames) {
     suggestions();
     ticks();
     analyzer();
+    duplicates();
     treemap();
 }
 

@@ -1,9 +1,15 @@
 #include "BrimloApp/Components/FileKinds.h"
 
 #include "BrimloApp/Shell/Shown.h"
+#include "BrimloCore/Platform/DirectoryEntry.h"
+#include "BrimloCore/Support/Path.h"
+
+#include <QtCore/QByteArray>
+#include <QtGui/QImageReader>
 
 #include <array>
 #include <cstddef>
+#include <string_view>
 
 namespace Brimlo {
 
@@ -44,6 +50,19 @@ QColor FileKinds::colorOf(FileKind kind) {
 
 int FileKinds::count() {
     return static_cast<int>(kAllFileKinds.size());
+}
+
+QUrl FileKinds::picture(const std::string& path) {
+    static const QList<QByteArray> kFormats = QImageReader::supportedImageFormats();
+    const std::string_view name = Path::name(path);
+    const auto format = QByteArray::fromStdString(std::string{name.substr(name.rfind('.') + 1)});
+    if (!kFormats.contains(format.toLower())) {
+        return {};
+    }
+    // Reading a pipe of that name would wait forever.
+    const auto status = Platform::entryStatus(path.c_str());
+    const bool isFile = status && status->kind == Platform::EntryStatus::Kind::file;
+    return isFile ? QUrl::fromLocalFile(fromPath(path)) : QUrl{};
 }
 
 QString FileKinds::label(int kind) {

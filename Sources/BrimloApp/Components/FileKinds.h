@@ -4,8 +4,11 @@
 
 #include <QtCore/QObject>
 #include <QtCore/QString>
+#include <QtCore/QUrl>
 #include <QtGui/QColor>
 #include <QtQml/qqmlregistration.h>
+
+#include <string>
 
 namespace Brimlo {
 
@@ -21,6 +24,9 @@ public:
     [[nodiscard]] static QColor colorOf(FileKind kind);
 
     [[nodiscard]] static int count();
+
+    /// The address of a regular file that holds a picture which can be decoded; empty for others.
+    [[nodiscard]] static QUrl picture(const std::string& path);
 
     /// The word for the legend; "Other" for an index out of range.
     Q_INVOKABLE [[nodiscard]] static QString label(int kind);

@@ -3,7 +3,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Brimlo
 
-// Which copy of each group stays: one chosen by a rule, and all in the kept folders.
+// Which groups are shown, and which copy of each stays: one chosen by a rule, and all in the kept
+// folders.
 Flow {
     id: choice
 
@@ -14,6 +15,34 @@ Flow {
 
     spacing: Theme.tight
 
+    SearchField {
+        id: field
+
+        placeholder: qsTr("Name, folder or *.jpg")
+        width: Math.min(Theme.scaled(220), choice.width)
+        onTextChanged: if (text !== choice.search.query)
+            pause.restart()
+    }
+    Timer {
+        id: pause
+
+        interval: 150
+        onTriggered: choice.search.query = field.text
+    }
+    Connections {
+        target: choice.search
+
+        function onFilterChanged() {
+            pause.stop();
+            field.text = choice.search.query;
+        }
+    }
+    Picker {
+        model: [...Array(FileKinds.count).keys()].map(kind => kind === 0 ? qsTr("All kinds") : FileKinds.label(kind))
+        help: qsTr("Which kind of file is shown")
+        currentIndex: choice.search.kind
+        onActivated: index => choice.search.kind = index
+    }
     Picker {
         model: [qsTr("Keep: first by name"), qsTr("Keep: newest"), qsTr("Keep: oldest"), qsTr("Keep: shortest path")]
         help: qsTr("Which copy of each group stays")
@@ -49,7 +78,7 @@ Flow {
         }
     }
     OutlineButton {
-        text: qsTr("Review extras…")
+        text: choice.search.rows.shownCount < choice.search.rows.groupCount ? qsTr("Review extras shown…") : qsTr("Review extras…")
         symbol: "trash"
         enabled: choice.search.rows.reclaimable > 0
         onClicked: choice.search.reviewExtras()

@@ -9,6 +9,7 @@ LineEnds {
     required property real copies
     required property real size
     required property real wasted
+    required property real share
     required property string cloneRefusal
     required property bool isCurrent
 
@@ -52,6 +53,11 @@ LineEnds {
         }
     }
     end: [
+        SizeBar {
+            share: head.share
+            visible: head.width > Theme.scaled(820)
+            Layout.rightMargin: Theme.tight
+        },
         RowButton {
             id: cloneButton
 

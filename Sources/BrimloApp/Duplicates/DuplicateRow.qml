@@ -11,6 +11,7 @@ ListRow {
     required property real copies
     required property real size
     required property real wasted
+    required property real share
     required property string cloneRefusal
     required property string path
     required property bool isKept
@@ -69,6 +70,7 @@ ListRow {
         copies: row.copies
         size: row.size
         wasted: row.wasted
+        share: row.share
         cloneRefusal: row.cloneRefusal
         isCurrent: row.ListView.isCurrentItem
         visible: row.isGroup

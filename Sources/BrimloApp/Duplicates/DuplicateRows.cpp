@@ -1,5 +1,6 @@
 #include "BrimloApp/Duplicates/DuplicateRows.h"
 
+#include "BrimloApp/Components/FileKinds.h"
 #include "BrimloApp/Duplicates/DuplicateSearch.h"
 #include "BrimloApp/Review/PlanReview.h"
 #include "BrimloApp/Shell/Shown.h"
@@ -10,6 +11,7 @@
 #include <QtGui/QClipboard>
 #include <QtGui/QGuiApplication>
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -53,6 +55,10 @@ DuplicateRows::DuplicateRows(DuplicateSearch& search)
            {"copies", [](const Line& line) { return number(line.copies); }},
            {"size", [](const Line& line) { return number(line.size); }},
            {"wasted", [this](const Line& line) { return number(wasted(line)); }},
+           {"share",
+            [this](const Line& line) {
+                return number(wasted(line)) / number(std::max<std::int64_t>(reclaimable_, 1));
+            }},
            {"cloneRefusal", [](const Line& line) { return words(line.cloneRefusal); }},
            {"path", [](const Line& line) { return shown(line.path); }},
            {"isKept", [this](const Line& line) { return reason(line).has_value(); }},
@@ -64,14 +70,20 @@ DuplicateRows::DuplicateRows(DuplicateSearch& search)
            {"isLast", [](const Line& line) { return line.isLast; }},
            }} {
     connect(&search, &DuplicateSearch::groupsChanged, this, &DuplicateRows::refresh);
+    connect(&search, &DuplicateSearch::filterChanged, this, &DuplicateRows::refresh);
     connect(&search, &DuplicateSearch::choiceChanged, this, &DuplicateRows::showChoice);
 }
 
 void DuplicateRows::refresh() {
     std::vector<Line> lines;
     const auto& groups = search_.groups();
-    for (std::size_t i = 0; i < groups.size(); ++i) {
-        append(lines, groups[i], i, search_.cloneRefusal(groups[i].id));
+    shownCount_ = 0;
+    for (std::size_t i = 0; const bool isShown : search_.areShown()) {
+        if (isShown) {
+            append(lines, groups[i], i, search_.cloneRefusal(groups[i].id));
+            ++shownCount_;
+        }
+        ++i;
     }
     groupCount_ = static_cast<int>(groups.size());
     rows_.set(std::move(lines));
@@ -133,6 +145,16 @@ void DuplicateRows::trash(int row) {
 const DuplicateLine* DuplicateRows::fileAt(int row) const {
     const Line* line = rows_.at(row);
     return line != nullptr && !line->isGroup() ? line : nullptr;
+}
+
+QString DuplicateRows::folder(int row) const {
+    const Line* file = fileAt(row);
+    return file == nullptr ? QString{} : fromPath(std::string{Path::parent(file->path)});
+}
+
+QUrl DuplicateRows::picture(int row) const {
+    const Line* file = fileAt(row);
+    return file == nullptr ? QUrl{} : FileKinds::picture(file->path);
 }
 
 void DuplicateRows::open(int row) {

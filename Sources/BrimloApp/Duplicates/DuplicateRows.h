@@ -4,6 +4,7 @@
 #include "BrimloCore/Cleaner/CopyChoice.h"
 #include "BrimloCore/Cleaner/DuplicateFinder.h"
 
+#include <QtCore/QUrl>
 #include <QtQml/qqmlregistration.h>
 
 #include <cstddef>
@@ -40,13 +41,16 @@ class DuplicateRows : public Brimlo::RowList {
     QML_UNCREATABLE("A part of the model")
 
     Q_PROPERTY(int groupCount READ groupCount NOTIFY figuresChanged)
+    Q_PROPERTY(int shownCount READ shownCount NOTIFY figuresChanged)
     Q_PROPERTY(double reclaimable READ reclaimable NOTIFY figuresChanged)
 
 public:
     explicit DuplicateRows(DuplicateSearch& search);
 
     [[nodiscard]] int groupCount() const { return groupCount_; }
-    /// The bytes wasted by the extras of all groups.
+    /// The groups that the filter leaves.
+    [[nodiscard]] int shownCount() const { return shownCount_; }
+    /// The bytes wasted by the extras of the groups that are shown.
     [[nodiscard]] double reclaimable() const;
 
     /// Replaces the files of a group with clones that share their blocks.
@@ -55,6 +59,10 @@ public:
     Q_INVOKABLE void trash(int row);
     /// Whether it is the row of a file; the actions below do nothing on other rows.
     Q_INVOKABLE [[nodiscard]] bool isFile(int row) const { return fileAt(row) != nullptr; }
+    /// The folder of a file; empty for other rows.
+    Q_INVOKABLE [[nodiscard]] QString folder(int row) const;
+    /// The address of a file that is a picture; empty for other rows.
+    Q_INVOKABLE [[nodiscard]] QUrl picture(int row) const;
     /// Opens a file with its application.
     Q_INVOKABLE void open(int row);
     /// Shows a file in the file manager.
@@ -86,6 +94,7 @@ private:
     DuplicateSearch& search_;
     Rows<DuplicateLine> rows_;
     int groupCount_ = 0;
+    int shownCount_ = 0;
     std::int64_t reclaimable_ = 0;
 };
 

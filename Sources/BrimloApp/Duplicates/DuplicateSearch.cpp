@@ -1,19 +1,33 @@
 #include "BrimloApp/Duplicates/DuplicateSearch.h"
 
+#include "BrimloApp/Components/FileKinds.h"
 #include "BrimloApp/Duplicates/DuplicateRows.h"
 #include "BrimloApp/Overview/Machine.h"
 #include "BrimloApp/Review/Cleanup.h"
 #include "BrimloApp/Review/PlanReview.h"
+#include "BrimloApp/Shell/Search.h"
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloCore/Cleaner/DuplicateExtras.h"
 #include "BrimloCore/Support/Path.h"
 
 #include <algorithm>
+#include <functional>
 #include <iterator>
 #include <set>
+#include <string_view>
 #include <utility>
 
 namespace Brimlo {
+
+namespace {
+
+QStringList fromPaths(const std::vector<std::string>& paths) {
+    QStringList texts;
+    std::ranges::transform(paths, std::back_inserter(texts), fromPath);
+    return texts;
+}
+
+}  // namespace
 
 DuplicateSearch::DuplicateSearch(AppModel& app)
     : FolderSearch{app}
@@ -28,11 +42,14 @@ void DuplicateSearch::start(std::shared_ptr<ScanControl> control) {
         Groups groups;
         std::vector<EqualFolders> folders;
         Refusals refusals;
+        DuplicateFinder::LeftOut leftOut;
     };
     runInBackground(
         this,
         [folders = folders(), minSize = minSize_, control] {
-            Found found{.groups = DuplicateFinder::find(folders, minSize, control.get())};
+            Found found;
+            found.groups =
+                DuplicateFinder::find(folders, minSize, control.get(), {}, &found.leftOut);
             found.folders = EqualFolders::among(found.groups, folders, minSize, control.get());
             for (const DuplicateGroup& group : found.groups) {
                 if (auto refusal = DuplicateExtras::cloneRefusal(group)) {
@@ -43,6 +60,7 @@ void DuplicateSearch::start(std::shared_ptr<ScanControl> control) {
         },
         [control](DuplicateSearch& search, Found found) {
             search.refusals_ = std::move(found.refusals);
+            search.leftOut_ = std::move(found.leftOut);
             search.setGroups(std::move(found.groups), std::move(found.folders));
             search.end(*control);
         });
@@ -68,30 +86,25 @@ std::vector<std::string> DuplicateSearch::folders() const {
 QVariantList DuplicateSearch::equalFolders() const {
     QVariantList sets;
     for (const EqualFolders& set : equalFolders_) {
-        QStringList folders;
-        for (const std::string& folder : set.folders) {
-            folders.append(fromPath(folder));
-        }
         sets.append(QVariantMap{
-            {"bytes",   number(set.bytes)},
-            {"files",   number(set.files)},
-            {"folders", folders          }
+            {"bytes",   number(set.bytes)     },
+            {"files",   number(set.files)     },
+            {"folders", fromPaths(set.folders)},
+            {"larger",  fromPaths(set.larger) }
         });
     }
     return sets;
 }
 
 QStringList DuplicateSearch::otherFolders() const {
-    QStringList folders;
-    for (const std::string& folder : otherFolders_) {
-        folders.append(fromPath(folder));
-    }
-    return folders;
+    return fromPaths(otherFolders_);
 }
 
 void DuplicateSearch::addFolder(const QString& folder) {
     const std::string path = Path::standardized(toPath(folder));
-    const auto holds = [&](const std::string& known) { return Path::below(known, path).has_value(); };
+    const auto holds = [&](const std::string& known) {
+        return Path::below(known, path).has_value();
+    };
     if (std::ranges::any_of(folders(), holds)) {
         app().banner()->show(QStringLiteral("This folder is searched already."));
         return;
@@ -115,6 +128,35 @@ void DuplicateSearch::setMinSize(double bytes) {
         &DuplicateSearch::searchedChanged);
 }
 
+// ---- What is shown -------------------------------------------------------------------------
+
+void DuplicateSearch::setQuery(const QString& query) {
+    assign(*this, query_, query, &DuplicateSearch::filterChanged);
+}
+
+void DuplicateSearch::setKind(int kind) {
+    assign(
+        *this, kind_, std::clamp(kind, 0, FileKinds::count() - 1), &DuplicateSearch::filterChanged);
+}
+
+std::vector<bool> DuplicateSearch::areShown() const {
+    const Search search{query_};
+    const FileKind kind = kAllFileKinds[static_cast<std::size_t>(kind_)];
+    const auto fits = [&](const DuplicateGroup::Copy& copy) {
+        return (kind == FileKind::folder || kindOfFile(Path::name(copy.path)) == kind) &&
+               search.findsPath(copy.path);
+    };
+    std::vector<bool> shown;
+    for (const DuplicateGroup& group : groups_) {
+        shown.push_back(std::ranges::any_of(group.copies, fits));
+    }
+    return shown;
+}
+
+QString DuplicateSearch::leftOut() const {
+    return words(leftOut_.words());
+}
+
 // ---- Which copy stays ----------------------------------------------------------------------
 
 void DuplicateSearch::chooseAnew() {
@@ -129,11 +171,7 @@ void DuplicateSearch::setRule(int rule) {
 }
 
 QStringList DuplicateSearch::keptFolders() const {
-    QStringList folders;
-    for (const std::string& folder : choice_.folders()) {
-        folders.append(fromPath(folder));
-    }
-    return folders;
+    return fromPaths(choice_.folders());
 }
 
 void DuplicateSearch::keepUnder(const std::string& folder) {
@@ -157,8 +195,16 @@ void DuplicateSearch::keep(std::size_t group, std::size_t copy) {
 }
 
 void DuplicateSearch::reviewExtras() {
-    review_->openPlan(
-        [groups = groups_, choice = choice_] { return DuplicateExtras::plan(groups, choice); });
+    Groups groups;
+    for (std::size_t i = 0; const bool isShown : areShown()) {
+        if (isShown) {
+            groups.push_back(groups_[i]);
+        }
+        ++i;
+    }
+    review_->openPlan([groups = std::move(groups), choice = choice_] {
+        return DuplicateExtras::plan(groups, choice);
+    });
 }
 
 // ---- Actions -------------------------------------------------------------------------------
@@ -197,13 +243,38 @@ void DuplicateSearch::forget(const CleanPlan& gone) {
         std::erase_if(group.copies, [&](const auto& copy) { return paths.contains(copy.path); });
     }
     std::erase_if(left, [](const DuplicateGroup& group) { return group.copies.size() < 2; });
-    setGroups(std::move(left));
+    setGroups(std::move(left), foldersWithout({paths.begin(), paths.end()}));
 }
 
 void DuplicateSearch::remove(const Uuid& id) {
     Groups left = groups_;
-    std::erase_if(left, [&](const DuplicateGroup& group) { return group.id == id; });
-    setGroups(std::move(left));
+    std::vector<std::string> changed;
+    std::erase_if(left, [&](const DuplicateGroup& group) {
+        if (group.id == id) {
+            changed = group.paths();
+        }
+        return group.id == id;
+    });
+    setGroups(std::move(left), foldersWithout(changed));
+}
+
+/// The sets of equal folders in which none of these files lies.
+std::vector<EqualFolders> DuplicateSearch::foldersWithout(
+    const std::vector<std::string>& changed) const {
+    std::set<std::string, std::less<>> touched;
+    for (const std::string& path : changed) {
+        std::string_view folder = Path::parent(path);
+        while (folder != "/" && touched.emplace(folder).second) {
+            folder = Path::parent(folder);
+        }
+    }
+    const auto isTouched = [&](const std::string& folder) { return touched.contains(folder); };
+    std::vector<EqualFolders> left = equalFolders_;
+    std::erase_if(left, [&](const EqualFolders& set) {
+        return std::ranges::any_of(set.folders, isTouched) ||
+               std::ranges::any_of(set.larger, isTouched);
+    });
+    return left;
 }
 
 }  // namespace Brimlo

@@ -2,9 +2,9 @@
 
 #include "BrimloApp/Shell/FolderSearch.h"
 #include "BrimloApp/Shell/Rows.h"
+#include "BrimloApp/Shell/Shown.h"
 #include "BrimloCore/Cleaner/CleanPlan.h"
 #include "BrimloCore/Cleaner/CopyChoice.h"
-#include "BrimloApp/Shell/Shown.h"
 #include "BrimloCore/Cleaner/DuplicateFinder.h"
 #include "BrimloCore/Cleaner/EqualFolders.h"
 
@@ -39,6 +39,11 @@ class DuplicateSearch : public Brimlo::FolderSearch {
     Q_PROPERTY(double minSize READ minSize WRITE setMinSize NOTIFY searchedChanged)
     // The sets of equal folders, the largest first: {bytes, files, folders}.
     Q_PROPERTY(QVariantList equalFolders READ equalFolders NOTIFY groupsChanged)
+    // Only groups with such a path or name, and of the kind with this index, are shown; 0 for all.
+    Q_PROPERTY(QString query READ query WRITE setQuery NOTIFY filterChanged)
+    Q_PROPERTY(int kind READ kind WRITE setKind NOTIFY filterChanged)
+    // What the last search left out; empty for nothing.
+    Q_PROPERTY(QString leftOut READ leftOut NOTIFY groupsChanged)
     // Which copy of each group stays: the index of a rule, and the folders that lose none.
     Q_PROPERTY(int rule READ rule WRITE setRule NOTIFY choiceChanged)
     Q_PROPERTY(QStringList keptFolders READ keptFolders NOTIFY choiceChanged)
@@ -58,6 +63,14 @@ public:
     [[nodiscard]] const Groups& groups() const { return groups_; }
     /// `folders` are the equal ones among the groups.
     void setGroups(Groups groups, std::vector<EqualFolders> folders = {});
+
+    [[nodiscard]] const QString& query() const { return query_; }
+    void setQuery(const QString& query);
+    [[nodiscard]] int kind() const { return kind_; }
+    void setKind(int kind);
+    /// Whether each group is shown.
+    [[nodiscard]] std::vector<bool> areShown() const;
+    [[nodiscard]] QString leftOut() const;
     /// Why a group can't be replaced by clones; empty if it may.
     [[nodiscard]] std::string cloneRefusal(const Uuid& group) const;
 
@@ -82,7 +95,7 @@ public:
     Q_INVOKABLE void release(const QString& folder);
     /// Keeps this copy, by the places of its group and in it.
     void keep(std::size_t group, std::size_t copy);
-    /// Opens the review of the extras of all groups.
+    /// Opens the review of the extras of all groups that are shown.
     Q_INVOKABLE void reviewExtras();
 
     /// Replaces the extras of a group with clones. Takes `busy`. The group is removed from the
@@ -99,6 +112,8 @@ Q_SIGNALS:
     void groupsChanged();
     /// What the next search is about changed.
     void searchedChanged();
+    /// What is shown of the groups changed.
+    void filterChanged();
     /// The choice of copies changed, and with it the reasons.
     void choiceChanged();
 
@@ -107,6 +122,8 @@ private:
     [[nodiscard]] std::vector<std::string> folders() const override;
     void start(std::shared_ptr<ScanControl> control) override;
     void remove(const Uuid& id);
+    [[nodiscard]] std::vector<EqualFolders> foldersWithout(
+        const std::vector<std::string>& changed) const;
 
     using Refusals = std::unordered_map<Uuid, std::string>;
 
@@ -114,6 +131,9 @@ private:
     std::int64_t minSize_ = 1'048'576;
     Groups groups_;
     std::vector<EqualFolders> equalFolders_;
+    DuplicateFinder::LeftOut leftOut_;
+    QString query_;
+    int kind_ = 0;
     CopyChoice choice_;
     std::vector<CopyChoice::Reasons> reasons_;  ///< Of the groups.
     Refusals refusals_;                         ///< Of the groups without clones.

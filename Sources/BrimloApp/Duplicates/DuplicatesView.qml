@@ -24,7 +24,7 @@ Screen {
     }
     SearchScreens {
         isBusy: screen.search.isSearching
-        hasResults: !screen.search.isSearching && screen.rows.count > 0
+        hasResults: !screen.search.isSearching && screen.rows.groupCount > 0
         Layout.fillWidth: true
         Layout.fillHeight: true
 
@@ -50,7 +50,7 @@ Screen {
 
             ResultsBar {
                 folder: screen.search.root
-                text: screen.rows.groupCount === 1 ? qsTr("1 group of identical files") : qsTr("%1 groups of identical files").arg(Format.count(screen.rows.groupCount))
+                text: screen.rows.shownCount < screen.rows.groupCount ? qsTr("%1 of %2 groups of identical files").arg(Format.count(screen.rows.shownCount)).arg(Format.count(screen.rows.groupCount)) : screen.rows.groupCount === 1 ? qsTr("1 group of identical files") : qsTr("%1 groups of identical files").arg(Format.count(screen.rows.groupCount))
                 line: (screen.search.hasSearched ? qsTr("%1 reclaimable") : qsTr("%1 reclaimable so far; the search was cancelled")).arg(Format.bytes(screen.rows.reclaimable))
                 onFolderChosen: path => screen.search.root = path
                 onSearchWanted: screen.search.find()
@@ -64,12 +64,32 @@ Screen {
                 Layout.bottomMargin: Theme.tight
             }
             DuplicateChoice {
+                id: choice
+
                 // The pressed chip is removed, so the focus returns to the list.
                 onReleased: list.forceActiveFocus()
                 Layout.fillWidth: true
                 Layout.leftMargin: Theme.wide
                 Layout.rightMargin: Theme.wide
                 Layout.bottomMargin: Theme.snug
+            }
+            Label {
+                text: screen.search.leftOut
+                secondary: true
+                font.pixelSize: Theme.small
+                visible: text !== ""
+                wrapMode: Text.Wrap
+                Layout.fillWidth: true
+                Layout.leftMargin: Theme.wide
+                Layout.rightMargin: Theme.wide
+                Layout.bottomMargin: Theme.tight
+            }
+            EmptyState {
+                symbol: "magnifyingglass"
+                title: qsTr("No group fits the filter.")
+                visible: screen.rows.shownCount === 0
+                Layout.fillWidth: true
+                Layout.fillHeight: true
             }
             // The groups of equal files, each a card made of several rows. Return shows a file in
             // the file manager, Space keeps it.
@@ -78,6 +98,7 @@ Screen {
 
                 label: qsTr("Duplicates")
                 rows: screen.rows
+                visible: screen.rows.shownCount > 0
                 roomBelow: Theme.snug
                 leftMargin: Theme.wide
                 rightMargin: Theme.wide
@@ -92,6 +113,11 @@ Screen {
                         text: qsTr("Keep This Copy")
                         symbol: "checkmark"
                         onTriggered: screen.rows.keep(list.currentIndex)
+                    },
+                    MenuEntry {
+                        text: qsTr("Show Only This Folder")
+                        symbol: "magnifyingglass"
+                        onTriggered: choice.search.query = screen.rows.folder(list.currentIndex) + "/"
                     },
                     MenuEntry {
                         text: qsTr("Keep Everything in This Folder")

@@ -9,13 +9,19 @@ Sheet {
     id: sheet
 
     readonly property DuplicateSearch search: AppModel.duplicates
-    readonly property var lines: search.equalFolders.reduce((lines, set) => lines.concat(set.folders.map((folder, index) => ({
+    readonly property var sets: search.equalFolders
+    readonly property var lines: sets.reduce((lines, set) => lines.concat(set.folders.concat(set.larger).map((folder, index) => ({
                             folder: folder,
-                            heading: index > 0 ? "" : qsTr("%1 equal folders, %2 file(s) and %3 each").arg(Format.count(set.folders.length)).arg(Format.count(set.files)).arg(Format.bytes(set.bytes))
+                            heading: index === 0 ? headingOf(set) : index === set.folders.length ? qsTr("and all of it is in a larger folder:") : ""
                         }))), [])
 
+    function headingOf(set) {
+        const files = set.files === 1 ? qsTr("1 file") : qsTr("%1 files").arg(Format.count(set.files));
+        return set.folders.length > 1 ? qsTr("%1 equal folders, each %2 and %3").arg(Format.count(set.folders.length)).arg(files).arg(Format.bytes(set.bytes)) : qsTr("A folder of %1 and %2").arg(files).arg(Format.bytes(set.bytes));
+    }
+
     title: qsTr("Equal folders")
-    subtitle: qsTr("Everything in them is the same. Keep one, and its copies stay whatever else is chosen.")
+    subtitle: qsTr("Keep one of each set: its copies stay whatever else is chosen, and those in the others are extras.")
     symbol: "folder"
     preferredWidth: 680
     onDismissed: presented = false

@@ -1,5 +1,6 @@
 #include "BrimloApp/LargeFiles/LargeFileRows.h"
 
+#include "BrimloApp/Components/FileKinds.h"
 #include "BrimloApp/LargeFiles/LargeFileSearch.h"
 #include "BrimloApp/Review/PlanReview.h"
 #include "BrimloApp/Shell/Shown.h"
@@ -75,6 +76,11 @@ void LargeFileRows::reveal(int row) {
     if (const LargeFile* chosen = rows_.at(row)) {
         search_.app().reveal({chosen->path});
     }
+}
+
+QUrl LargeFileRows::picture(int row) const {
+    const LargeFile* chosen = rows_.at(row);
+    return chosen == nullptr ? QUrl{} : FileKinds::picture(chosen->path);
 }
 
 void LargeFileRows::open(int row) {

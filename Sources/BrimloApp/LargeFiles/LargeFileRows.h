@@ -4,6 +4,7 @@
 #include "BrimloCore/Models/Suggestion.h"
 #include "BrimloCore/Support/Uuid.h"
 
+#include <QtCore/QUrl>
 #include <QtQml/qqmlregistration.h>
 
 #include <cstdint>
@@ -50,6 +51,8 @@ public:
     /// Moves a file to the Trash, and then removes its row.
     Q_INVOKABLE void trash(int row);
     Q_INVOKABLE [[nodiscard]] bool isFile(int row) const { return rows_.at(row) != nullptr; }
+    /// The address of a file that is a picture; empty for others.
+    Q_INVOKABLE [[nodiscard]] QUrl picture(int row) const;
     /// Opens a file with its application.
     Q_INVOKABLE void open(int row);
     /// Shows a file in the file manager.

@@ -5,7 +5,7 @@ import Brimlo
 ScrollList {
     id: list
 
-    // What `EntryMenu` needs, and `open` and `isFile` of a row.
+    // What `EntryMenu` needs, and `open`, `isFile` and `picture` of a row.
     required property var rows
 
     // Entries of a screen's own, below the others of the menu.
@@ -27,6 +27,13 @@ ScrollList {
         menu.show(row, item, at.x, at.y);
     }
 
+    // Shows the file of a row if it is a picture.
+    function showPicture(row) {
+        const address = rows.picture(row);
+        if (address.toString() !== "")
+            preview.show(address);
+    }
+
     model: rows
     onOpened: index => rows.reveal(index)
     Keys.onMenuPressed: showMenu(currentIndex)
@@ -36,6 +43,24 @@ ScrollList {
 
         rows: list.rows
         onOpenWanted: list.rows.open(row)
+        onAboutToShow: pictureEntry.enabled = list.rows.picture(row).toString() !== ""
+        Component.onCompleted: insertItem(1, pictureEntry)
+    }
+    MenuEntry {
+        id: pictureEntry
+
+        text: qsTr("Preview")
+        symbol: "eye"
+        shortcut: "Ctrl+Y"
+        onTriggered: list.showPicture(menu.row)
+    }
+    PicturePreview {
+        id: preview
+    }
+    Shortcut {
+        sequence: "Ctrl+Y"
+        enabled: list.activeFocus
+        onActivated: list.showPicture(list.currentIndex)
     }
     Shortcut {
         sequence: "Shift+F10"

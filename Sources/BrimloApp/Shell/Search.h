@@ -1,5 +1,7 @@
 #pragma once
 
+#include "BrimloCore/Support/Glob.h"
+#include "BrimloCore/Support/Path.h"
 #include "BrimloCore/Support/Text.h"
 
 #include <QtCore/QString>
@@ -9,7 +11,7 @@
 
 namespace Brimlo {
 
-/// A search in a list: part of a name or a group, ignoring letter case and surrounding spaces.
+/// A search in a list: part of a text, ignoring letter case and surrounding spaces.
 class Search {
 public:
     Search() = default;
@@ -20,6 +22,15 @@ public:
     [[nodiscard]] bool finds(std::string_view name, std::string_view group) const {
         return wanted_.empty() || Text::lowercased(name).contains(wanted_) ||
                Text::lowercased(group).contains(wanted_);
+    }
+
+    /// The same for a path, or for a name in it; with "*" or "?" it must match as a whole.
+    [[nodiscard]] bool findsPath(std::string_view path) const {
+        const std::string text = wanted_.empty() ? std::string{} : Text::lowercased(path);
+        return wanted_.find_first_of("*?") == std::string::npos
+                   ? text.contains(wanted_)
+                   : Glob::matches(text, wanted_) ||
+                         Glob::matches(std::string{Path::name(text)}, wanted_);
     }
 
 private:

@@ -15,6 +15,7 @@ Sheet {
         ["", actions.rescanKeys, qsTr("Rescan")],
         ["", actions.undoKeys, qsTr("Undo the last clean or change")],
         ["", "Ctrl+F", qsTr("Search in the screen")],
+        ["", "Ctrl+Y", qsTr("Preview a picture in a list of files")],
         ["", "Shift+F10", qsTr("Open the menu of a row")],
         ["", actions.shortcutKeys.join(", "), qsTr("Show this list")],
         ["", actions.quitKeys, qsTr("Quit")],

@@ -384,4 +384,17 @@ std::vector<DuplicateGroup> duplicates() {
     };
 }
 
+std::vector<EqualFolders> equalFolders() {
+    return {
+        {.bytes = 3'410 * kMB,
+         .files = 812,
+         .folders = {atHome("Downloads/Phone/Rome 2025"), atHome("Pictures/Rome 2025")},
+         .larger = {}                              },
+        {.bytes = 128 * kMB,
+         .files = 37,
+         .folders = {atHome("Documents/Old site")},
+         .larger = {atHome("Projects/thesis-site")}},
+    };
+}
+
 }  // namespace Brimlo::CannedData

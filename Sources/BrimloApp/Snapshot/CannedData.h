@@ -2,6 +2,7 @@
 
 #include "BrimloCore/Cleaner/CleanReport.h"
 #include "BrimloCore/Cleaner/DuplicateFinder.h"
+#include "BrimloCore/Cleaner/EqualFolders.h"
 #include "BrimloCore/DiskScanner/FileNode.h"
 #include "BrimloCore/DiskScanner/UnreadableFolders.h"
 #include "BrimloCore/Models/Suggestion.h"
@@ -28,6 +29,7 @@ namespace Brimlo::CannedData {
 /// Large files, the largest first.
 [[nodiscard]] std::vector<std::shared_ptr<FileNode>> largeFiles();
 [[nodiscard]] std::vector<DuplicateGroup> duplicates();
+[[nodiscard]] std::vector<EqualFolders> equalFolders();
 
 /// Some stores of this system with invented sizes, the largest first.
 [[nodiscard]] std::vector<SystemPart> systemParts();

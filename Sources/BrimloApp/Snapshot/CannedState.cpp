@@ -198,7 +198,7 @@ void findingDuplicates(AppModel& model) {
 
 void foundDuplicates(AppModel& model) {
     foundNoDuplicates(model);
-    model.duplicates()->setGroups(CannedData::duplicates());
+    model.duplicates()->setGroups(CannedData::duplicates(), CannedData::equalFolders());
 }
 
 void foundNoDuplicates(AppModel& model) {

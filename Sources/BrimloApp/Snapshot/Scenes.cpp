@@ -184,6 +184,9 @@ std::vector<Scene> analysisScenes() {
         showing("duplicates-start", Duplicates),
         showing("duplicates-searching", Duplicates, CannedState::findingDuplicates),
         showing("duplicates", Duplicates, CannedState::foundDuplicates),
+        then(
+            showing("duplicates-folders", Duplicates, CannedState::foundDuplicates),
+            press("2 sets of equal folders…")),
         showing("duplicates-none", Duplicates, CannedState::foundNoDuplicates),
     };
 }

@@ -3,6 +3,7 @@
 #include "BrimloAppTests/Support/WindowTest.h"
 #include "BrimloCore/Cleaner/DuplicateExtras.h"
 
+#include <QtGui/QImage>
 #include <gmock/gmock.h>
 
 #include <filesystem>
@@ -288,6 +289,58 @@ TEST_F(SearchScreensTest, DuplicatesAreFoundInSeveralFoldersFromALeastLength) {
     finish();
     EXPECT_TRUE(
         sees("Nothing in this folder is an exact copy of something else (files of 64 KB or *"));
+}
+
+TEST_F(SearchScreensTest, GroupsAreFilteredAndEqualFoldersKept) {
+    for (const char* const folder : {"tree/new/rome", "tree/old/rome"}) {
+        fill(std::string{folder} + "/film.mp4", 1'500'000);
+        QImage picture{900, 900, QImage::Format_RGB32};
+        picture.fill(Qt::darkGreen);
+        // Uncompressed, so that it is long enough.
+        ASSERT_TRUE(picture.save(QString::fromStdString(at(folder) + "/Forum.bmp")));
+        write(std::string{folder} + "/note", "short");
+    }
+    makeFolder("tree/Library");
+    model().duplicates()->setRoot(at("tree"));
+    open(Section::Duplicates);
+    press("Find duplicates");
+    finish();
+    EXPECT_TRUE(sees("2 groups of identical files"));
+    EXPECT_TRUE(sees("Left out: 2 files shorter than 1 MB (10 bytes in all) and 1 folder of *"));
+    expectLaidOut();
+
+    key(Qt::Key_F, Qt::ControlModifier);
+    type("*.BMP");
+    waitToSee("1 of 2 groups of identical files");
+    EXPECT_TRUE(sees("2.4 MB reclaimable"));
+    click(kRow, "Extra copy, *");
+    key(Qt::Key_Y, Qt::ControlModifier);
+    waitToSee("Forum.bmp");
+    await(
+        [&] { return get(QAccessible::Graphic, "Forum.bmp").property("status").toInt() == 1; },
+        "the picture");
+    press("Done");
+    press("Review extras shown…");
+    finish();
+    waitToSee("1 items · *");
+    press("Cancel");
+    key(Qt::Key_F, Qt::ControlModifier);
+    key(Qt::Key_Escape);
+    waitToSee("2 groups of identical files");
+
+    press("1 set of equal folders…");
+    waitToSee("2 equal folders, each 3 files and *");
+    expectLaidOut();
+    click(kRow, QString::fromStdString(at("tree/old")));
+    key(Qt::Key_Space);
+    press("Done");
+    EXPECT_TRUE(sees(QString::fromStdString("Kept, " + at("tree/old/rome/film.mp4"))));
+    EXPECT_TRUE(sees(QString::fromStdString("Extra copy, " + at("tree/new/rome/film.mp4"))));
+    click(kRow, "2 copies *");
+    press("Trash extras");
+    finish();
+    closeReport();
+    EXPECT_TRUE(model().duplicates()->equalFolders().isEmpty()) << "one has less in it now";
 }
 
 TEST_F(SearchScreensTest, BothAreUsedByTheKeyboardAlone) {
