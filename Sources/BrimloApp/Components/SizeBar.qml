@@ -2,45 +2,16 @@ import QtQuick
 import Brimlo
 
 // A share of a whole as a bar and in percent, for a column of rows.
-Item {
-    id: bar
-
-    property real share: 0
-
+ShareBar {
     readonly property string text: Format.percent(share)
 
-    implicitWidth: Theme.scaled(64) + Math.ceil(widest.advanceWidth) + Theme.tight
-    implicitHeight: percent.implicitHeight
-
-    TextMetrics {
-        id: widest
-
-        font: percent.font
-        text: Format.percent(1)
-    }
-    Rectangle {
-        width: Theme.scaled(64)
-        height: 4
-        radius: 2
-        color: Theme.subtle
-        anchors.verticalCenter: parent.verticalCenter
-
-        Rectangle {
-            width: Math.max(parent.height, parent.width * bar.share)
-            height: parent.height
-            radius: 2
-            color: Theme.info
-            visible: bar.share > 0
-        }
-    }
-    Label {
-        id: percent
-
-        text: bar.text
-        secondary: true
-        font.pixelSize: Theme.small
-        anchors.right: parent.right
-        anchors.verticalCenter: parent.verticalCenter
-        Accessible.ignored: true
-    }
+    barWidth: Theme.scaled(64)
+    color: Theme.info
+    groove: Theme.subtle
+    ink: Theme.secondaryText
+    font.family: Theme.family
+    font.pixelSize: Theme.small
+    // Wide enough for "100%".
+    implicitWidth: barWidth + Math.ceil(3.2 * Theme.small) + Theme.tight
+    implicitHeight: Math.ceil(1.4 * Theme.small)
 }
