@@ -25,11 +25,12 @@ namespace {
 
 using Groups = std::vector<DuplicateGroup>;
 
-constexpr std::array<std::pair<std::string_view, KeepReason>, 3> kRules{
+constexpr std::array<std::pair<std::string_view, KeepReason>, 4> kRules{
     {
      {"newest", KeepReason::newest},
      {"oldest", KeepReason::oldest},
      {"shortest", KeepReason::shortestPath},
+     {"tidiest", KeepReason::tidiestFolder},
      }
 };
 
@@ -329,7 +330,8 @@ void addKeepOptions(CLI::App& command, Arguments& arguments) {
         .add_option(
             "--keep",
             arguments.keep,
-            "Which copy stays: newest, oldest, or shortest (path); default: the first by name")
+            "Which copy stays: newest, oldest, shortest (path) or tidiest (folder); default: the "
+            "first by name")
         ->type_name("COPY")
         ->check(CLI::IsMember(ruleWords()));
     command

@@ -44,7 +44,7 @@ Flow {
         onActivated: index => choice.search.kind = index
     }
     Picker {
-        model: [qsTr("Keep: first by name"), qsTr("Keep: newest"), qsTr("Keep: oldest"), qsTr("Keep: shortest path")]
+        model: [qsTr("Keep: first by name"), qsTr("Keep: newest"), qsTr("Keep: oldest"), qsTr("Keep: shortest path"), qsTr("Keep: tidiest folder")]
         help: qsTr("Which copy of each group stays")
         currentIndex: choice.search.rule
         onActivated: index => choice.search.rule = index

@@ -60,7 +60,7 @@ void DuplicateSearch::start(std::shared_ptr<ScanControl> control) {
         },
         [control](DuplicateSearch& search, Found found) {
             search.refusals_ = std::move(found.refusals);
-            search.leftOut_ = std::move(found.leftOut);
+            search.leftOut_ = found.leftOut;
             search.setGroups(std::move(found.groups), std::move(found.folders));
             search.end(*control);
         });
@@ -165,7 +165,7 @@ void DuplicateSearch::chooseAnew() {
 }
 
 void DuplicateSearch::setRule(int rule) {
-    constexpr int kLast = static_cast<int>(KeepReason::shortestPath);
+    constexpr int kLast = static_cast<int>(KeepReason::tidiestFolder);
     choice_.setRule(static_cast<KeepReason>(std::clamp(rule, 0, kLast)));
     chooseAnew();
 }

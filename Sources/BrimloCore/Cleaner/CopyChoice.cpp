@@ -8,7 +8,9 @@
 #include <array>
 #include <cassert>
 #include <cstddef>
+#include <functional>
 #include <iterator>
+#include <set>
 #include <unordered_map>
 #include <utility>
 
@@ -24,16 +26,57 @@ struct Words {
 };
 
 /// In the order of the reasons.
-constexpr std::array<Words, 6> kWords{
+constexpr std::array<Words, 7> kWords{
     {
      {"firstByName", "first by name"},
      {"newest", "the newest"},
      {"oldest", "the oldest"},
      {"shortestPath", "the shortest path"},
+     {"tidiestFolder", "in the tidiest folder"},
      {"keptFolder", "in a kept folder"},
      {"byHand", "chosen by hand"},
      }
 };
+
+/// How many words of a path tell of a place where things only pass through, or of a copy.
+std::size_t signsOfCopies(std::string_view path) {
+    static const std::set<std::string, std::less<>> kSigns{
+        "backup",
+        "backups",
+        "copies",
+        "copy",
+        "desktop",
+        "download",
+        "downloads",
+        "duplicate",
+        "duplicates",
+        "imported",
+        "old",
+        "phone",
+        "recovered",
+        "temp",
+        "tmp",
+        "unsorted",
+        "untitled",
+        "usb"};
+    const auto isNumber = [](std::string_view word) {
+        return !word.empty() &&
+               std::ranges::all_of(word, [](char c) { return c >= '0' && c <= '9'; });
+    };
+    const std::string text = Text::lowercased(path);
+    std::size_t signs = 0;
+    for (std::size_t begin = 0; begin < text.size();) {
+        std::size_t end = text.find_first_of("/ _-.()", begin);
+        end = end == std::string::npos ? text.size() : end;
+        const std::string_view word = std::string_view{text}.substr(begin, end - begin);
+        // A second download or paste is called "name (1)".
+        const bool isCounted = isNumber(word) && begin > 0 && text[begin - 1] == '(' &&
+                               end < text.size() && text[end] == ')';
+        signs += kSigns.contains(word) || isCounted ? 1 : 0;
+        begin = end + 1;
+    }
+    return signs;
+}
 
 bool isFolder(const std::string& path) {
     const auto status = Platform::entryStatus(path.c_str());
@@ -133,11 +176,15 @@ CopyChoice::Reasons CopyChoice::reasonsIn(const DuplicateGroup& group, KeptPlace
 /// The place of the copy that the rule chooses; of several alike, the first by name.
 std::size_t CopyChoice::preferred(const std::vector<Copy>& copies) const {
     const auto length = [](const Copy& copy) { return Text::characterCount(copy.path); };
+    const auto untidiness = [&](const Copy& copy) {
+        return std::pair{signsOfCopies(copy.path), length(copy)};
+    };
     const auto found =
-        rule_ == KeepReason::newest         ? std::ranges::max_element(copies, {}, &Copy::written)
-        : rule_ == KeepReason::oldest       ? std::ranges::min_element(copies, {}, &Copy::written)
-        : rule_ == KeepReason::shortestPath ? std::ranges::min_element(copies, {}, length)
-                                            : copies.begin();
+        rule_ == KeepReason::newest          ? std::ranges::max_element(copies, {}, &Copy::written)
+        : rule_ == KeepReason::oldest        ? std::ranges::min_element(copies, {}, &Copy::written)
+        : rule_ == KeepReason::shortestPath  ? std::ranges::min_element(copies, {}, length)
+        : rule_ == KeepReason::tidiestFolder ? std::ranges::min_element(copies, {}, untidiness)
+                                             : copies.begin();
     return static_cast<std::size_t>(found - copies.begin());
 }
 

@@ -16,12 +16,15 @@
 
 namespace Brimlo {
 
-/// Why a copy stays. The first four are rules, which choose one copy of each group.
+/// Why a copy stays. The first five are rules, which choose one copy of each group.
 enum class KeepReason : std::uint8_t {
     firstByName,
     newest,  ///< By the time when its content changed, as is `oldest`.
     oldest,
     shortestPath,
+    /// With the fewest words in its path that tell of a passing place or a copy: "Downloads",
+    /// "backup", "(2)"; of several, the shortest path.
+    tidiestFolder,
     keptFolder,  ///< It lies below a folder that loses no copy.
     byHand,      ///< A person chose it.
 };
@@ -43,7 +46,7 @@ public:
     explicit CopyChoice(KeepReason rule = KeepReason::firstByName);
 
     [[nodiscard]] KeepReason rule() const { return rule_; }
-    /// One of the first four reasons.
+    /// One of the first five reasons.
     void setRule(KeepReason rule);
 
     /// The kept folders, in the order they were added, with all symlinks and ".." resolved.

@@ -51,6 +51,27 @@ protected:
     std::vector<DuplicateGroup> groups_;
 };
 
+TEST_F(CopyChoiceTest, TellsTheTidiestFolder) {
+    const std::pair<std::vector<std::string>, std::string> cases[] = {
+        {{"/h/Backups/a.jpg", "/h/Downloads/a.jpg", "/h/Pictures/Rome 2025/a.jpg"},
+         "/h/Pictures/Rome 2025/a.jpg"                                                                            },
+        {{"/h/Pictures/a (1).jpg", "/h/Pictures/of all years/a.jpg"},
+         "/h/Pictures/of all years/a.jpg"                                                                         },
+        {{"/h/Phone backup/2024/a", "/h/Desktop/a copy"},                           "/h/Desktop/a copy"           },
+        {{"/h/Golden templates/a (Rome)", "/h/old/a"},                              "/h/Golden templates/a (Rome)"},
+        {{"/h/long name/a", "/h/name/a"},                                           "/h/name/a"                   },
+    };
+    for (const auto& [paths, staying] : cases) {
+        DuplicateGroup group{.size = 1, .copies = {}};
+        for (const std::string& path : paths) {
+            group.copies.push_back({.path = path});
+        }
+        const auto reasons = CopyChoice{KeepReason::tidiestFolder}.reasons({group}).front();
+        const auto kept = std::ranges::find(reasons, KeepReason::tidiestFolder);
+        EXPECT_EQ(paths.at(static_cast<std::size_t>(kept - reasons.begin())), staying);
+    }
+}
+
 TEST_F(CopyChoiceTest, KeepsWhatTheRuleTheFolderAndTheHandSay) {
     using enum KeepReason;
     struct Case {
