@@ -126,7 +126,7 @@ std::vector<Suggestion> largeRun() {
             suggestion.preselectedPaths.insert(path);
             suggestion.items.push_back(
                 {.path = std::move(path),
-                 .size = 4096 * (kItemsOfLargeRule - item),
+                 .size = std::int64_t{4096} * (kItemsOfLargeRule - item),
                  .idleDays = {},
                  .detail = {},
                  .subtitle = {}});
@@ -400,12 +400,12 @@ TEST_F(WindowBench, Frames) {
 }
 
 TEST_F(WindowBench, Scan) {
-    const char* const folder = std::getenv("BRIMLO_SCANNED");
-    ASSERT_NE(folder, nullptr) << "names the folder to be scanned";
+    const QString folder = qEnvironmentVariable("BRIMLO_SCANNED");
+    ASSERT_FALSE(folder.isEmpty()) << "BRIMLO_SCANNED names the folder to be scanned";
     openScreen();
     model().setSection(Section::Analyzer);
     rest();
-    model().analyzer()->startScan(folder);
+    model().analyzer()->startScan(folder.toStdString());
     finish();
     rest();
     model().analyzer()->setAnalyzerMode(1);

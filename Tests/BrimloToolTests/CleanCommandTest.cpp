@@ -3,6 +3,8 @@
 #include "BrimloCoreTests/Cleaner/OwnMounts.h"
 #include "BrimloToolTests/ToolTest.h"
 
+#include <gmock/gmock.h>
+
 #include <array>
 #include <filesystem>
 

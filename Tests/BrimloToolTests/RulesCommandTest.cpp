@@ -1,5 +1,7 @@
 #include "BrimloToolTests/ToolTest.h"
 
+#include <gmock/gmock.h>
+
 namespace Brimlo::Testing {
 
 namespace {

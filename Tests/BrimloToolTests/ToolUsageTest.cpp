@@ -3,6 +3,8 @@
 #include "BrimloToolTests/ToolTest.h"
 #include "Support/Proof.h"
 
+#include <gmock/gmock.h>
+
 #include <algorithm>
 #include <filesystem>
 

@@ -4,6 +4,8 @@
 #include "BrimloCoreTests/Cleaner/CleaningHome.h"
 #include "BrimloCoreTests/Support/SampleRule.h"
 
+#include <gmock/gmock.h>
+
 #include <chrono>
 
 namespace Brimlo {

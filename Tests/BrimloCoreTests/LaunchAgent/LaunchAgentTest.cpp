@@ -2,6 +2,8 @@
 
 #include "Support/TempHome.h"
 
+#include <gmock/gmock.h>
+
 #include <cstdlib>
 #include <filesystem>
 #include <sstream>

@@ -6,6 +6,8 @@
 #include "BrimloCore/Platform/Volume.h"
 #include "Support/TempHome.h"
 
+#include <gmock/gmock.h>
+
 #include <cerrno>
 #include <cstdlib>
 #include <map>

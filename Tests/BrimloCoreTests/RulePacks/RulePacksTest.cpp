@@ -4,6 +4,8 @@
 #include "BrimloCoreTests/Support/SampleRule.h"
 #include "Support/TempHome.h"
 
+#include <gmock/gmock.h>
+
 #include <algorithm>
 #include <iterator>
 

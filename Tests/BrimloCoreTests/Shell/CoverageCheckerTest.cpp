@@ -3,6 +3,8 @@
 #include "BrimloCore/Shell/Shell.h"
 #include "Support/TempHome.h"
 
+#include <gmock/gmock.h>
+
 #include <cstdlib>
 #include <filesystem>
 

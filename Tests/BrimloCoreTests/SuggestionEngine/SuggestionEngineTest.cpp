@@ -7,6 +7,8 @@
 #include "BrimloCore/UserRules/UserRules.h"
 #include "Support/TempHome.h"
 
+#include <gmock/gmock.h>
+
 #include <algorithm>
 #include <chrono>
 #include <filesystem>

@@ -3,6 +3,8 @@
 #include "BrimloCoreTests/Support/Words.h"
 #include "Support/TempHome.h"
 
+#include <gmock/gmock.h>
+
 #include <algorithm>
 #include <utility>
 

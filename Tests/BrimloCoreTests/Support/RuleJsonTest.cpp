@@ -3,6 +3,8 @@
 #include "BrimloCoreTests/Support/SampleRule.h"
 #include "BrimloCoreTests/Support/Words.h"
 
+#include <gmock/gmock.h>
+
 #include <utility>
 
 namespace Brimlo {
