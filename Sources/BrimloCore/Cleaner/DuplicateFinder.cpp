@@ -151,18 +151,40 @@ std::optional<FilesBySize> filesBySize(
     return files;
 }
 
-/// Stage 2: one path for each file, and one for files that are clones of each other: the first met.
-/// Clones are on one volume; equal extents on different volumes are a coincidence.
-Paths firstNames(std::vector<File>& files, const ScanControl* control) {
+/// Stage 2, for the files of one length after the other.
+class FirstNames {
+public:
+    /// One path for each file, and one for files that are clones of each other: the first met.
+    [[nodiscard]] Paths of(std::vector<File>& files, const ScanControl* control);
+
+private:
+    /// The extents of a file, if they are a clone's. To ask for them takes as long as to read a
+    /// short file, so it is done only where a file system knows clones.
+    std::optional<std::vector<Platform::Extent>> extents(const File& file);
+
+    std::map<std::uint64_t, bool> haveClones_;  ///< By device.
+};
+
+std::optional<std::vector<Platform::Extent>> FirstNames::extents(const File& file) {
+    const auto [device, isNew] = haveClones_.try_emplace(file.identity.device);
+    if (isNew) {
+        device->second = Platform::blockSharing(file.path).isPossible;
+    }
+    return device->second ? Platform::sharedExtents(FileReader::open(file.path).number())
+                          : std::nullopt;
+}
+
+Paths FirstNames::of(std::vector<File>& files, const ScanControl* control) {
     std::unordered_set<Platform::FileIdentity> seen;
+    // Clones are on one volume; equal extents on different volumes are a coincidence.
     std::set<std::pair<std::uint64_t, std::vector<Platform::Extent>>> seenExtents;
     Paths paths;
     for (File& file : files) {
         if (isCancelled(control) || !seen.insert(file.identity).second) {
             continue;
         }
-        const auto extents = Platform::sharedExtents(FileReader::open(file.path).number());
-        if (!extents || seenExtents.emplace(file.identity.device, *extents).second) {
+        const auto shared = extents(file);
+        if (!shared || seenExtents.emplace(file.identity.device, *shared).second) {
             paths.push_back(std::move(file.path));
         }
     }
@@ -364,7 +386,7 @@ void Comparison::tell(const std::string& path) const {
     Progress progress{.path = path, .compared = compared_, .total = total_, .left = {}};
     const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start_;
     if (elapsed > std::chrono::seconds{1} && compared_ > 0) {
-        const double rest = static_cast<double>(total_ - compared_);
+        const auto rest = static_cast<double>(total_ - compared_);
         progress.left = std::chrono::ceil<std::chrono::seconds>(
             elapsed * (rest / static_cast<double>(compared_)));
     }
@@ -411,10 +433,11 @@ std::vector<DuplicateGroup> find(
     if (!files) {
         return {};
     }
+    FirstNames names;
     Comparison comparison{control, progress};
     for (auto& [size, sameSize] : *files) {
         if (sameSize.size() > 1 && size > 0) {
-            comparison.addLikely(firstNames(sameSize, control), size);
+            comparison.addLikely(names.of(sameSize, control), size);
         }
     }
     std::vector<DuplicateGroup> result = comparison.groups();
