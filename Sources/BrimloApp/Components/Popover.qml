@@ -11,6 +11,9 @@ T.Popup {
     property bool presented: false
     property string label
 
+    // The item that had focus before the popover opened, and gets it back.
+    property Item before: null
+
     signal dismissed
 
     parent: null
@@ -24,6 +27,8 @@ T.Popup {
     focus: true
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
     onPresentedChanged: presented ? open() : close()
+    onAboutToShow: before = frame.Window.activeFocusItem
+    onAboutToHide: before?.forceActiveFocus(Qt.PopupFocusReason)
     onClosed: if (presented)
         dismissed()
     Component.onCompleted: if (presented)

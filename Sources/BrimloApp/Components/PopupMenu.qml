@@ -10,6 +10,9 @@ T.Menu {
     // The width of the widest entry.
     property int entryWidth: 180
 
+    // The item that had focus before the menu opened, and gets it back.
+    property Item before: null
+
     function widen() {
         let most = 180;
         for (let i = 0; i < count; ++i)
@@ -22,7 +25,11 @@ T.Menu {
     margins: 8
     padding: 5
     modal: false
-    onAboutToShow: widen()
+    onAboutToShow: {
+        before = parent?.Window.activeFocusItem ?? null;
+        widen();
+    }
+    onAboutToHide: before?.forceActiveFocus(Qt.PopupFocusReason)
 
     delegate: MenuEntry {}
     contentItem: ListView {
