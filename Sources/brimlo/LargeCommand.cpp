@@ -20,13 +20,13 @@ struct Arguments {
     std::vector<std::string> kinds;
     std::optional<std::int64_t> olderThan;
 
-    [[nodiscard]] LargeFiles::Filter filter() const {
-        LargeFiles::Filter filter{.minSize = minSize};
+    [[nodiscard]] FileFilter filter() const {
+        FileFilter filter{.minSize = minSize};
         for (const std::string& word : kinds) {
             filter.kinds.insert(*fileKindFromRawValue(word));  // Checked by the parser.
         }
         if (olderThan) {
-            filter.before = LargeFiles::daysAgo(*olderThan);
+            filter.before = FileFilter::daysAgo(*olderThan);
         }
         return filter;
     }

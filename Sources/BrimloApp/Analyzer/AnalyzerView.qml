@@ -29,11 +29,9 @@ Screen {
             enabled: !AppModel.analyzer.isScanning
             onClicked: AppModel.analyzer.scan()
         },
-        SortMenu {},
-        ToolbarButton {
-            symbol: AppModel.analyzer.rows.ascending ? "arrow.up" : "arrow.down"
-            help: qsTr("Reverse order")
-            onClicked: AppModel.analyzer.rows.ascending = !AppModel.analyzer.rows.ascending
+        SortButtons {
+            order: AppModel.analyzer.rows.order
+            keys: ["Size", "Name", "Modified", "Items"]
         },
         SegmentedPicker {
             label: qsTr("View")

@@ -8,8 +8,9 @@ T.AbstractButton {
     id: cell
 
     required property string sortKey
+    readonly property RowOrder order: AppModel.analyzer.rows.order
     property bool flushRight: false
-    readonly property bool sorts: AppModel.analyzer.rows.sortKey === sortKey
+    readonly property bool sorts: order.key === sortKey
 
     text: sortKey
     implicitHeight: Theme.caption + 13
@@ -18,6 +19,7 @@ T.AbstractButton {
     focusPolicy: Qt.NoFocus
     Accessible.name: text
     Accessible.onPressAction: clicked()
+    onClicked: order.sortBy(sortKey)
 
     contentItem: RowLayout {
         id: line
@@ -33,7 +35,7 @@ T.AbstractButton {
             Accessible.ignored: true
         }
         Icon {
-            symbol: AppModel.analyzer.rows.ascending ? "chevron.up" : "chevron.down"
+            symbol: cell.order.ascending ? "chevron.up" : "chevron.down"
             visible: cell.sorts
             size: 11
         }

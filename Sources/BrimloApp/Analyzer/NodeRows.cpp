@@ -7,7 +7,6 @@
 #include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Platform/Fmt.h"
 
-#include <QtCore/QDateTime>
 #include <QtGui/QClipboard>
 #include <QtGui/QGuiApplication>
 
@@ -21,13 +20,18 @@ namespace Brimlo {
 
 namespace {
 
-constexpr QLatin1String kByGrowth{"Growth"};
+/// The words of the columns by which rows are sorted.
+QStringList sortKeys() {
+    QStringList keys;
+    for (const FileNode::SortKey key : FileNode::kAllSortKeys) {
+        keys.append(words(FileNode::rawValue(key)));
+    }
+    keys.append(QStringLiteral("Growth"));
+    return keys;
+}
 
 QVariant date(const NodeLine& row) {
-    if (row.isAggregate) {
-        return QDateTime{};
-    }
-    return QDateTime::fromSecsSinceEpoch(row.modified.time_since_epoch().count());
+    return row.isAggregate ? QDateTime{} : dateTime(row.modified);
 }
 
 /// What is worth telling; a scan does not list smaller folders.
@@ -89,22 +93,29 @@ NodeRows::NodeRows(AppModel& app, Analyzer& analyzer)
            {"canOpen", [](const NodeLine& row) { return row.canOpen; }},
            {"growth", [](const NodeLine& row) { return words(row.growth); }},
            {"selected", [this](const NodeLine& row) { return isSelected(row.id); }},
-           }} {
+           }}
+    , order_{sortKeys()} {
     connect(&analyzer, &Analyzer::currentChanged, this, &NodeRows::refresh);
     connect(&analyzer, &Analyzer::nodesWent, this, &NodeRows::refresh);
-    connect(this, &NodeRows::orderChanged, this, &NodeRows::refresh);
+    connect(&order_, &RowOrder::changed, this, &NodeRows::refresh);
+    connect(&choice_, &FileChoice::changed, this, [this] {
+        fade();
+        Q_EMIT fadedChanged();
+    });
     connect(analyzer.review(), &PlanReview::confirmed, this, &NodeRows::clearSelection);
 }
 
 void NodeRows::refresh() {
     using Order = FileNode::SortOrder;
     const auto& folder = analyzer_.current();
-    const Order order = ascending_ ? Order::ascending : Order::descending;
-    nodes_ = folder ? folder->sortedChildren(sortKey_.value_or(FileNode::SortKey::size), order)
-                    : Nodes{};
-    if (!sortKey_) {
-        sortByGrowth(nodes_, analyzer_, ascending_);
+    const Order order = order_.ascending() ? Order::ascending : Order::descending;
+    const auto key = FileNode::sortKeyFromRawValue(order_.key().toStdString());
+    nodes_ =
+        folder ? folder->sortedChildren(key.value_or(FileNode::SortKey::size), order) : Nodes{};
+    if (!key) {
+        sortByGrowth(nodes_, analyzer_, order_.ascending());
     }
+    fade();
     std::vector<NodeLine> lines;
     lines.reserve(nodes_.size());
     for (const auto& node : nodes_) {
@@ -115,6 +126,27 @@ void NodeRows::refresh() {
         Q_EMIT selectionChanged();
     }
     Q_EMIT nodesChanged();
+}
+
+void NodeRows::fade() {
+    faded_.clear();
+    if (!choice_.isActive()) {
+        return;
+    }
+    const FileFilter filter = choice_.filter();
+    for (const auto& node : nodes_) {
+        faded_.push_back(!filter.takesAnyOf(*node));
+    }
+}
+
+bool NodeRows::isFaded(int row) const {
+    const auto place = static_cast<std::size_t>(row);  // -1 becomes larger than any row.
+    return place < faded_.size() && faded_[place];
+}
+
+QString NodeRows::growth(int row) const {
+    const NodeLine* found = rows_.at(row);
+    return found != nullptr ? words(found->growth) : QString{};
 }
 
 double NodeRows::selectedSize() const {
@@ -135,21 +167,6 @@ int NodeRows::startRow() const {
         nodes_, analyzer_.cameFrom(), [](const auto& node) { return node.get(); });
     return found != nodes_.end() ? static_cast<int>(found - nodes_.begin())
                                  : (nodes_.empty() ? -1 : 0);
-}
-
-QString NodeRows::sortKey() const {
-    return sortKey_ ? words(FileNode::rawValue(*sortKey_)) : QString{kByGrowth};
-}
-
-void NodeRows::setSortKey(const QString& word) {
-    const auto key = FileNode::sortKeyFromRawValue(word.toStdString());
-    if (key || word == kByGrowth) {
-        assign(*this, sortKey_, key, &NodeRows::orderChanged);
-    }
-}
-
-void NodeRows::setAscending(bool ascending) {
-    assign(*this, ascending_, ascending, &NodeRows::orderChanged);
 }
 
 // ---- The selection -------------------------------------------------------------------------

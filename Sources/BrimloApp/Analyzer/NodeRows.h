@@ -1,5 +1,7 @@
 #pragma once
 
+#include "BrimloApp/Shell/FileChoice.h"
+#include "BrimloApp/Shell/RowOrder.h"
 #include "BrimloApp/Shell/Rows.h"
 #include "BrimloCore/DiskScanner/FileKind.h"
 #include "BrimloCore/DiskScanner/FileNode.h"
@@ -8,9 +10,9 @@
 
 #include <chrono>
 #include <memory>
-#include <optional>
 #include <string>
 #include <unordered_set>
+#include <vector>
 
 namespace Brimlo {
 
@@ -50,8 +52,8 @@ class NodeRows : public Brimlo::RowList {
     Q_PROPERTY(int selectedCount READ selectedCount NOTIFY selectionChanged)
     Q_PROPERTY(double selectedSize READ selectedSize NOTIFY selectionChanged)
 
-    Q_PROPERTY(QString sortKey READ sortKey WRITE setSortKey NOTIFY orderChanged)
-    Q_PROPERTY(bool ascending READ ascending WRITE setAscending NOTIFY orderChanged)
+    Q_PROPERTY(Brimlo::RowOrder* order READ order CONSTANT)
+    Q_PROPERTY(Brimlo::FileChoice* choice READ choice CONSTANT)
 
 public:
     using Nodes = std::vector<std::shared_ptr<FileNode>>;
@@ -64,12 +66,14 @@ public:
     [[nodiscard]] int selectedCount() const { return selectedCount_; }
     [[nodiscard]] double selectedSize() const;
 
-    /// The word of a `FileNode::SortKey`, or "Growth" for the growth since an earlier scan. Another
-    /// word changes nothing.
-    [[nodiscard]] QString sortKey() const;
-    void setSortKey(const QString& word);
-    [[nodiscard]] bool ascending() const { return ascending_; }
-    void setAscending(bool ascending);
+    /// By the word of a `FileNode::SortKey`, or by "Growth" since an earlier scan.
+    [[nodiscard]] RowOrder* order() { return &order_; }
+    /// Which files the treemap shows in full colour.
+    [[nodiscard]] FileChoice* choice() { return &choice_; }
+    /// Whether nothing in a row is among them.
+    [[nodiscard]] bool isFaded(int row) const;
+    /// "+3 MB" or "−3 MB" since the earlier scan; empty if less or unknown.
+    [[nodiscard]] QString growth(int row) const;
 
     /// Selects this row only.
     Q_INVOKABLE void select(int row);
@@ -104,12 +108,13 @@ Q_SIGNALS:
     /// `nodes`, their order or their sizes changed.
     void nodesChanged();
     void selectionChanged();
-    void orderChanged();
+    void fadedChanged();
 
 private:
     using Selection = std::unordered_set<Uuid>;
 
     void refresh();
+    void fade();
     /// The node of a row, or null.
     [[nodiscard]] std::shared_ptr<FileNode> nodeAt(int row) const;
     [[nodiscard]] Nodes selectedNodes() const;
@@ -121,8 +126,9 @@ private:
     Analyzer& analyzer_;
     Rows<NodeLine> rows_;
     Nodes nodes_;
-    std::optional<FileNode::SortKey> sortKey_ = FileNode::SortKey::size;  ///< Unset: by growth.
-    bool ascending_ = false;
+    RowOrder order_;
+    FileChoice choice_;
+    std::vector<bool> faded_;  ///< Of each row; empty while all files count.
     Selection selection_;
     int selectedCount_ = 0;
     std::int64_t selectedSize_ = 0;

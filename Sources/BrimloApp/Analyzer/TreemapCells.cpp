@@ -18,6 +18,7 @@ constexpr double kGap = 1.5;  // Around each cell.
 constexpr double kRadius = 3;
 constexpr double kSmallestRounded = 5 * kRadius;
 constexpr double kUsualOpacity = 0.92;
+constexpr double kFadedOpacity = 0.15;
 constexpr double kSelectionWidth = 2.5;
 
 // The smallest cell with labels, and the labels' offsets from its top left.
@@ -96,6 +97,7 @@ TreemapCells::TreemapCells(
             .ink = drawn,
             .color = colorOf(node),
             .isSelected = rows.isSelected(node.id()),
+            .isFaded = rows.isFaded(static_cast<int>(index)),
             .label = {}});
         if (drawn.width() > kLabelledWidth && drawn.height() > kLabelledHeight) {
             write(cell, node);
@@ -139,7 +141,7 @@ void TreemapCells::draw(
 
 void TreemapCells::drawOne(QPainter& painter, const Cell& cell, double opacity) const {
     QColor fill = cell.color;
-    fill.setAlphaF(fill.alphaF() * static_cast<float>(opacity));
+    fill.setAlphaF(fill.alphaF() * static_cast<float>(cell.isFaded ? kFadedOpacity : opacity));
     painter.setPen(Qt::NoPen);
     painter.setBrush(fill);
     // A rounded corner costs twice a plain one, and shows only where a side is longer than it.

@@ -31,6 +31,7 @@ public:
         QRectF ink;    ///< Everything drawn for the cell: a label may extend beyond it.
         QColor color;
         bool isSelected = false;
+        bool isFaded = false;
         std::optional<Label> label;  ///< None in a cell that is too small.
     };
 

@@ -63,6 +63,7 @@ void TreemapItem::setRows(NodeRows* rows) {
     if (rows != nullptr) {
         connect(rows, &NodeRows::nodesChanged, this, &TreemapItem::rearrange);
         connect(rows, &NodeRows::selectionChanged, this, &TreemapItem::repaint);
+        connect(rows, &NodeRows::fadedChanged, this, &TreemapItem::repaint);
         connect(rows, &QObject::destroyed, this, &TreemapItem::rearrange);
     }
     Q_EMIT rowsChanged();
@@ -135,9 +136,17 @@ QString TreemapItem::hoveredName() const {
     return node != nullptr ? shown(node->name()) : QString{};
 }
 
+QPointF TreemapItem::hoveredPlace() const {
+    return hovered_ ? cells().cells()[*hovered_].place.center() : QPointF{};
+}
+
 double TreemapItem::hoveredSize() const {
     const FileNode* node = hoveredNode();
     return node != nullptr ? static_cast<double>(node->size) : 0;
+}
+
+QString TreemapItem::hoveredGrowth() const {
+    return rows_ ? rows_->growth(hoveredRow()) : QString{};
 }
 
 void TreemapItem::updateHovered() {

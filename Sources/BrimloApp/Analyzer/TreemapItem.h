@@ -33,7 +33,10 @@ class TreemapItem : public QQuickPaintedItem {
     // Of the hovered entry: -1, empty and 0 if there is none.
     Q_PROPERTY(int hoveredRow READ hoveredRow NOTIFY hoveredChanged)
     Q_PROPERTY(QString hoveredName READ hoveredName NOTIFY hoveredChanged)
+    // The middle of the hovered cell.
+    Q_PROPERTY(QPointF hoveredPlace READ hoveredPlace NOTIFY hoveredChanged)
     Q_PROPERTY(double hoveredSize READ hoveredSize NOTIFY hoveredChanged)
+    Q_PROPERTY(QString hoveredGrowth READ hoveredGrowth NOTIFY hoveredChanged)
 
 public:
     explicit TreemapItem(QQuickItem* parent = nullptr);
@@ -46,7 +49,10 @@ public:
     void setGround(const QColor& color);
     [[nodiscard]] int hoveredRow() const;
     [[nodiscard]] QString hoveredName() const;
+    [[nodiscard]] QPointF hoveredPlace() const;
     [[nodiscard]] double hoveredSize() const;
+    /// Since an earlier scan, as in `NodeRows::growth`.
+    [[nodiscard]] QString hoveredGrowth() const;
 
     /// The cells at this moment.
     [[nodiscard]] const TreemapCells& cells() const;

@@ -10,6 +10,11 @@ FocusScope {
 
     required property NodeRows rows
 
+    function showMenu(at) {
+        if (map.hoveredRow >= 0)
+            menu.show(map.hoveredRow, map, at.x, at.y);
+    }
+
     ColumnLayout {
         anchors.fill: parent
         spacing: 0
@@ -28,11 +33,17 @@ FocusScope {
                 view.rows.clearSelection();
             }
             Keys.onDeletePressed: view.rows.review(hoveredRow)
+            Keys.onMenuPressed: view.showMenu(hoveredPlace)
 
             TapHandler {
                 acceptedButtons: Qt.RightButton
-                onPressedChanged: if (pressed && map.hoveredRow >= 0)
-                    menu.show(map.hoveredRow, map, point.position.x, point.position.y)
+                onPressedChanged: if (pressed)
+                    view.showMenu(point.position)
+            }
+            Shortcut {
+                sequence: "Shift+F10"
+                enabled: map.activeFocus
+                onActivated: view.showMenu(map.hoveredPlace)
             }
             NodeMenu {
                 id: menu
@@ -40,55 +51,20 @@ FocusScope {
                 rows: view.rows
             }
         }
-        RowLayout {
-            spacing: Theme.tight
+        PathText {
+            path: map.hoveredRow < 0 ? qsTr("Double-click to open a folder") : map.hoveredName + " · " + Format.bytes(map.hoveredSize) + (map.hoveredGrowth === "" ? "" : " · " + qsTr("%1 since %2").arg(map.hoveredGrowth).arg(Format.date(AppModel.analyzer.since)))
+            secondary: map.hoveredRow < 0
+            font.pixelSize: Theme.caption
             Layout.fillWidth: true
             Layout.leftMargin: Theme.snug
             Layout.rightMargin: Theme.snug
-            Layout.bottomMargin: Theme.snug
-
-            PathText {
-                path: map.hoveredRow < 0 ? qsTr("Double-click to open a folder") : map.hoveredName + " · " + Format.bytes(map.hoveredSize)
-                secondary: map.hoveredRow < 0
-                font.pixelSize: Theme.caption
-                Layout.fillWidth: true
-                Layout.minimumWidth: 150
-                Layout.preferredWidth: 150
-            }
-            FileKindLegend {
-                spacing: view.width < 900 ? 6 : Theme.snug
-                Layout.fillWidth: true
-                Layout.preferredWidth: Layout.maximumWidth
-                Layout.maximumWidth: Theme.scaled(550) + 7 * spacing
-            }
         }
-    }
-
-    // The legend of the colours. It wraps.
-    component FileKindLegend: Flow {
-        spacing: Theme.snug
-
-        Repeater {
-            model: FileKinds.count
-
-            Row {
-                required property int index
-
-                spacing: 5
-
-                Rectangle {
-                    width: Theme.scaled(10)
-                    height: width
-                    radius: 3
-                    color: FileKinds.color(parent.index)
-                    anchors.verticalCenter: parent.verticalCenter
-                }
-                Label {
-                    text: FileKinds.label(parent.index)
-                    secondary: true
-                    font.pixelSize: Theme.caption
-                }
-            }
+        FileFilters {
+            choice: view.rows.choice
+            isLegend: true
+            Layout.fillWidth: true
+            Layout.margins: Theme.snug
+            Layout.topMargin: Theme.tiny
         }
     }
 }

@@ -6,11 +6,11 @@
 #include "BrimloCore/Docker/DockerSnapshot.h"
 #include "BrimloCore/UserRules/UserRules.h"
 
-#include <QtCore/QDateTime>
 #include <QtCore/QStringList>
 
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <iterator>
 #include <utility>
 
@@ -22,6 +22,7 @@ using Line = HistoryLine;
 using Kind = Line::Kind;
 
 constexpr std::size_t kMostPaths = 2;
+constexpr QLatin1String kBySize{"Size"};
 
 QString word(Kind kind) {
     return kind == Kind::batch ? QStringLiteral("batch") : QStringLiteral("entry");
@@ -32,10 +33,6 @@ QString stateWordOf(const Line& row) {
     return row.kind == Kind::entry
                ? QString::fromUtf8(kWords.at(static_cast<std::size_t>(row.state)))
                : QString{};
-}
-
-QDateTime dateOf(const Line& row) {
-    return QDateTime::fromSecsSinceEpoch(row.date.time_since_epoch().count());
 }
 
 QString placeOf(const std::string& path) {
@@ -86,7 +83,7 @@ std::vector<Rows<Line>::Role> roles() {
     return {
         {"kind",       [](const Line& row) { return word(row.kind); }                 },
         {"title",      [](const Line& row) { return shown(row.title); }               },
-        {"date",       dateOf                                                         },
+        {"date",       [](const Line& row) { return dateTime(row.date); }             },
         {"summary",    summaryOf                                                      },
         {"otherCount", otherCountOf                                                   },
         {"restorable", [](const Line& row) { return row.restorable; }                 },
@@ -108,7 +105,9 @@ std::string HistoryLine::key() const {
 
 HistoryRows::HistoryRows(History& history)
     : history_{history}
-    , rows_{*this, roles()} {
+    , rows_{*this, roles()}
+    , order_{{QStringLiteral("Date"), kBySize}} {
+    connect(&order_, &RowOrder::changed, this, &HistoryRows::refresh);
     connect(&history, &History::journalChanged, this, &HistoryRows::refresh);
 }
 
@@ -140,19 +139,30 @@ void HistoryRows::undo(int place) {
 }
 
 void HistoryRows::refresh() {
-    std::vector<Line> lines;
+    struct Clean {
+        Line head;
+        const HistoryBatch* batch;
+    };
+    std::vector<Clean> cleans;  // Newest first.
     for (const HistoryBatch& batch : history_.batches()) {
-        append(batch, lines);
+        cleans.push_back({headOf(batch), &batch});
+    }
+    if (order_.key() == kBySize) {
+        std::ranges::stable_sort(
+            cleans, std::greater{}, [](const Clean& clean) { return clean.head.size; });
+    }
+    if (order_.ascending()) {
+        std::ranges::reverse(cleans);
+    }
+    std::vector<Line> lines;
+    for (Clean& clean : cleans) {
+        lines.push_back(std::move(clean.head));
+        if (expanded_.contains(clean.batch->id)) {
+            lines.back().expanded = true;
+            std::ranges::transform(clean.batch->items, std::back_inserter(lines), rowOf);
+        }
     }
     rows_.set(std::move(lines));
-}
-
-void HistoryRows::append(const HistoryBatch& batch, std::vector<Line>& rows) const {
-    rows.push_back(headOf(batch));
-    if (expanded_.contains(batch.id)) {
-        rows.back().expanded = true;
-        std::ranges::transform(batch.items, std::back_inserter(rows), rowOf);
-    }
 }
 
 }  // namespace Brimlo

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BrimloApp/Shell/RowOrder.h"
 #include "BrimloApp/Shell/Rows.h"
 #include "BrimloCore/Journal/JournalEntry.h"
 #include "BrimloCore/Support/Uuid.h"
@@ -39,14 +40,19 @@ struct HistoryLine {
     [[nodiscard]] std::string key() const;
 };
 
-/// The cleans, newest first, each followed by its items if expanded.
+/// The cleans, sorted, each followed by its items if expanded.
 class HistoryRows : public Brimlo::RowList {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("A part of the model")
 
+    Q_PROPERTY(Brimlo::RowOrder* order READ order CONSTANT)
+
 public:
     explicit HistoryRows(History& history);
+
+    /// By date or by size.
+    [[nodiscard]] RowOrder* order() { return &order_; }
 
     /// Expands or collapses a clean.
     Q_INVOKABLE void toggleExpanded(int place);
@@ -55,10 +61,10 @@ public:
 
 private:
     void refresh();
-    void append(const HistoryBatch& batch, std::vector<HistoryLine>& rows) const;
 
     History& history_;
     Rows<HistoryLine> rows_;
+    RowOrder order_;
     std::set<Uuid> expanded_;  ///< Ids of batches.
 };
 

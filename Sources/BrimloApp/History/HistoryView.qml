@@ -10,6 +10,13 @@ Screen {
     readonly property HistoryRows rows: AppModel.history.rows
 
     title: qsTr("History")
+    toolbar: [
+        SortButtons {
+            order: screen.rows.order
+            keys: ["Date", "Size"]
+            visible: screen.rows.count > 1
+        }
+    ]
 
     ColumnLayout {
         spacing: Theme.snug

@@ -10,15 +10,20 @@ ListRow {
     required property string name
     required property string path
     required property real size
+    required property date modified
     required property real share
     required property string frees
     required selected
+
+    property int dateWidth: 100
+    readonly property bool isWide: width > Theme.scaled(900)
+    readonly property bool isByDate: AppModel.largeFiles.rows.order.key === "Modified"
 
     signal picked(int modifiers)
     signal revealed
     signal trashed
 
-    text: name + ", " + path + ", " + Format.bytes(size) + (frees === "" ? "" : ", " + frees) + ", " + Format.percent(share)
+    text: name + ", " + path + ", " + Format.bytes(size) + (frees === "" ? "" : ", " + frees) + ", " + Format.percent(share) + ", " + Format.date(modified)
     width: (list?.width ?? 0) - (list?.leftMargin ?? 0) - (list?.rightMargin ?? 0)
     topPadding: 7
     bottomPadding: 7
@@ -58,7 +63,14 @@ ListRow {
     }
     SizeBar {
         share: row.share
-        visible: row.width > Theme.scaled(620)
+        visible: row.width > Theme.scaled(620) && (row.isWide || !row.isByDate)
+    }
+    Label {
+        text: Format.date(row.modified)
+        secondary: true
+        visible: row.isWide || row.isByDate
+        Layout.preferredWidth: row.dateWidth
+        Accessible.ignored: true
     }
     SizeText {
         bytes: row.size

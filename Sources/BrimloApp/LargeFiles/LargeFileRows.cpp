@@ -24,10 +24,15 @@ LargeFileRows::LargeFileRows(LargeFileSearch& search)
            {"name", [](const LargeFile& file) { return shown(file.name); }},
            {"path", [](const LargeFile& file) { return shown(file.path); }},
            {"size", [](const LargeFile& file) { return number(file.size); }},
+           {"modified", [](const LargeFile& file) { return dateTime(file.modified); }},
            {"share", [](const LargeFile& file) { return file.share; }},
            {"frees", [](const LargeFile& file) { return words(FreedSpace::alone(file).words()); }},
            {"selected", [this](const LargeFile& file) { return selection_.contains(file.id); }},
-           }} {
+           }}
+    , order_{{words(FileNode::rawValue(FileNode::SortKey::size)),
+              words(FileNode::rawValue(FileNode::SortKey::name)),
+              words(FileNode::rawValue(FileNode::SortKey::modified))}} {
+    connect(&order_, &RowOrder::changed, this, &LargeFileRows::refresh);
     connect(&search, &LargeFileSearch::filesChanged, this, &LargeFileRows::refresh);
     connect(search.review(), &PlanReview::confirmed, this, &LargeFileRows::clearSelection);
 }
@@ -35,12 +40,20 @@ LargeFileRows::LargeFileRows(LargeFileSearch& search)
 void LargeFileRows::refresh() {
     std::vector<LargeFile> rows;
     std::int64_t total = 0;
-    for (const auto& file : search_.files()) {
+    LargeFileSearch::Files files = search_.files();
+    // Sorted with the largest first, equal files are in the order in which they were found.
+    std::ranges::reverse(files);
+    FileNode::sort(
+        files,
+        FileNode::sortKeyFromRawValue(order_.key().toStdString()).value_or(FileNode::SortKey::size),
+        order_.ascending() ? FileNode::SortOrder::ascending : FileNode::SortOrder::descending);
+    for (const auto& file : files) {
         rows.push_back(
             {.id = file->id(),
              .name = std::string{file->name()},
              .path = file->path(),
              .size = file->size,
+             .modified = file->modified,
              .shared = search_.sharedOf(file->path())});
         total = Bytes::sum(total, file->size);
     }

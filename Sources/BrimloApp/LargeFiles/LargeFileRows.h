@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BrimloApp/Shell/RowOrder.h"
 #include "BrimloApp/Shell/Rows.h"
 #include "BrimloCore/Models/Suggestion.h"
 #include "BrimloCore/Support/Uuid.h"
@@ -7,6 +8,7 @@
 #include <QtCore/QUrl>
 #include <QtQml/qqmlregistration.h>
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -24,6 +26,7 @@ struct LargeFile {
     std::string name;
     std::string path;
     std::int64_t size = 0;
+    std::chrono::sys_seconds modified;
     double share = 0;    ///< Of all that is listed.
     SharedFiles shared;  ///< What of it may stay when it goes.
 
@@ -32,12 +35,13 @@ struct LargeFile {
     [[nodiscard]] const Uuid& key() const { return id; }
 };
 
-/// The largest files, the largest first, and which of them are selected.
+/// The largest files, sorted, and which of them are selected.
 class LargeFileRows : public Brimlo::RowList {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("A part of the model")
 
+    Q_PROPERTY(Brimlo::RowOrder* order READ order CONSTANT)
     Q_PROPERTY(double totalBytes READ totalBytes NOTIFY totalBytesChanged)
     Q_PROPERTY(int selectedCount READ selectedCount NOTIFY selectionChanged)
     Q_PROPERTY(double selectedSize READ selectedSize NOTIFY selectionChanged)
@@ -46,6 +50,8 @@ class LargeFileRows : public Brimlo::RowList {
 public:
     explicit LargeFileRows(LargeFileSearch& search);
 
+    /// By size, name or the time of the last change.
+    [[nodiscard]] RowOrder* order() { return &order_; }
     [[nodiscard]] double totalBytes() const;
 
     /// Moves a file to the Trash, and then removes its row.
@@ -86,6 +92,7 @@ private:
 
     LargeFileSearch& search_;
     Rows<LargeFile> rows_;
+    RowOrder order_;
     Selection selection_;  ///< Of rows that exist.
     std::int64_t totalBytes_ = 0;
 };

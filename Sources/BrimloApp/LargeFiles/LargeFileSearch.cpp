@@ -5,6 +5,7 @@
 #include "BrimloApp/Review/PlanReview.h"
 #include "BrimloApp/Shell/Shown.h"
 #include "BrimloCore/DiskScanner/DiskScanner.h"
+#include "BrimloCore/LargeFiles/LargeFiles.h"
 
 #include <utility>
 
@@ -19,7 +20,11 @@ constexpr std::size_t kMostFiles = 200;
 LargeFileSearch::LargeFileSearch(AppModel& app)
     : FolderSearch{app}
     , review_{std::make_unique<PlanReview>(app)}
-    , rows_{std::make_unique<LargeFileRows>(*this)} {}
+    , rows_{std::make_unique<LargeFileRows>(*this)} {
+    connect(&choice_, &FileChoice::changed, this, [this] {
+        findAgainIf([](const auto&) { return true; });
+    });
+}
 
 LargeFileSearch::~LargeFileSearch() = default;
 
@@ -48,44 +53,6 @@ void LargeFileSearch::start(std::shared_ptr<ScanControl> control) {
             search.removeFiles(std::exchange(search.wentMeanwhile_, {}));
             search.end(*control);
         });
-}
-
-LargeFiles::Filter LargeFileSearch::Choice::filter() const {
-    LargeFiles::Filter filter{.minSize = minSize};
-    for (const FileKind kind : kAllFileKinds) {
-        if (((kinds >> static_cast<int>(kind)) & 1) != 0) {
-            filter.kinds.insert(kind);
-        }
-    }
-    if (olderThan > 0) {
-        filter.before = LargeFiles::daysAgo(olderThan);
-    }
-    return filter;
-}
-
-void LargeFileSearch::choose(Choice choice) {
-    if (std::exchange(choice_, choice) != choice) {
-        Q_EMIT filterChanged();
-        findAgainIf([](const auto&) { return true; });
-    }
-}
-
-void LargeFileSearch::setKinds(int kinds) {
-    Choice choice = choice_;
-    choice.kinds = kinds;
-    choose(choice);
-}
-
-void LargeFileSearch::setOlderThan(int days) {
-    Choice choice = choice_;
-    choice.olderThan = days;
-    choose(choice);
-}
-
-void LargeFileSearch::setMinSize(double bytes) {
-    Choice choice = choice_;
-    choice.minSize = static_cast<std::int64_t>(bytes);
-    choose(choice);
 }
 
 void LargeFileSearch::setFiles(Files files) {

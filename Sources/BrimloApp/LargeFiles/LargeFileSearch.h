@@ -1,11 +1,10 @@
 #pragma once
 
+#include "BrimloApp/Shell/FileChoice.h"
 #include "BrimloApp/Shell/FolderSearch.h"
 #include "BrimloCore/DiskScanner/FileNode.h"
-#include "BrimloCore/LargeFiles/LargeFiles.h"
 #include "BrimloCore/Models/Suggestion.h"
 
-#include <cstdint>
 #include <memory>
 #include <set>
 #include <string>
@@ -27,10 +26,7 @@ class LargeFileSearch : public Brimlo::FolderSearch {
 
     Q_PROPERTY(Brimlo::LargeFileRows* rows READ rows CONSTANT)
     Q_PROPERTY(Brimlo::PlanReview* review READ review CONSTANT)
-    Q_PROPERTY(int kinds READ kinds WRITE setKinds NOTIFY filterChanged)
-    Q_PROPERTY(int olderThan READ olderThan WRITE setOlderThan NOTIFY filterChanged)
-    Q_PROPERTY(double minSize READ minSize WRITE setMinSize NOTIFY filterChanged)
-    Q_PROPERTY(bool isFiltered READ isFiltered NOTIFY filterChanged)
+    Q_PROPERTY(Brimlo::FileChoice* choice READ choice CONSTANT)
 
 public:
     using Files = std::vector<std::shared_ptr<FileNode>>;
@@ -49,18 +45,8 @@ public:
     /// What of a listed file may stay when it goes; null if nothing.
     [[nodiscard]] SharedFiles sharedOf(const std::string& path) const;
 
-    // Another value searches again if there was a search.
-
-    /// The kinds that count, a bit for each index of `FileKinds`; 0 for all kinds.
-    [[nodiscard]] int kinds() const { return choice_.kinds; }
-    void setKinds(int kinds);
-    /// Only files not modified for so many days; 0 for any age.
-    [[nodiscard]] int olderThan() const { return choice_.olderThan; }
-    void setOlderThan(int days);
-    /// Only files that take at least so many bytes.
-    [[nodiscard]] double minSize() const { return static_cast<double>(choice_.minSize); }
-    void setMinSize(double bytes);
-    [[nodiscard]] bool isFiltered() const { return choice_ != Choice{}; }
+    /// Which files are searched for. Another choice searches again if there was a search.
+    [[nodiscard]] FileChoice* choice() { return &choice_; }
 
     /// Moves a file to the Trash, and then removes it from the list.
     void trash(const std::shared_ptr<FileNode>& file);
@@ -69,28 +55,15 @@ public:
 
 Q_SIGNALS:
     void filesChanged();
-    void filterChanged();
 
 private:
-    /// What the user wants to find, as the window shows it.
-    struct Choice {
-        int kinds = 0;
-        int olderThan = 0;
-        std::int64_t minSize = 52'428'800;
-
-        bool operator==(const Choice&) const = default;
-
-        [[nodiscard]] LargeFiles::Filter filter() const;
-    };
-    void choose(Choice choice);
-
     using Shared = std::unordered_map<std::string, SharedFiles>;  ///< By path; none is null.
     void start(std::shared_ptr<ScanControl> control) override;
     void removeFiles(const std::set<std::string>& paths);
 
     Files files_;
     Shared shared_;
-    Choice choice_;
+    FileChoice choice_{52'428'800};
     std::set<std::string> wentMeanwhile_;  ///< Paths deleted since the search began.
     const std::unique_ptr<PlanReview> review_;
     const std::unique_ptr<LargeFileRows> rows_;

@@ -14,16 +14,26 @@ Screen {
     focus: true
     title: qsTr("Large Files")
     footerHeight: selectionBar.height
+    toolbar: [
+        SortButtons {
+            order: screen.rows.order
+            keys: ["Size", "Name", "Modified"]
+            visible: screen.rows.count > 0
+        }
+    ]
 
     FolderDrop {
         parent: screen
         invitation: qsTr("Drop the folder to search it")
         onFolderDropped: address => screen.search.findInDropped(address)
     }
-    LargeFileFilters {
+    FileFilters {
         id: filters
 
-        visible: screen.search.isSearching || screen.search.hasSearched || screen.search.isFiltered
+        choice: screen.search.choice
+        leastSize: 52428800
+        leastSizeText: qsTr("50 MB or more")
+        visible: screen.search.isSearching || screen.search.hasSearched || choice.isActive
         Layout.fillWidth: true
         Layout.topMargin: Theme.snug
         Layout.leftMargin: Theme.wide
@@ -73,6 +83,7 @@ Screen {
                 id: list
 
                 property int anchorRow: 0
+                readonly property int dateWidth: Math.ceil(widestDate.advanceWidth)
 
                 // The button that opened the question is removed with its row, so the focus returns
                 // to the list.
@@ -113,7 +124,16 @@ Screen {
                     onActivated: screen.rows.selectRange(0, list.count - 1)
                 }
 
+                TextMetrics {
+                    id: widestDate
+
+                    font.family: Theme.family
+                    font.pixelSize: Theme.body
+                    text: Format.widestDate(Theme.family, Theme.body)
+                }
+
                 delegate: LargeFileRow {
+                    dateWidth: list.dateWidth
                     onPicked: modifiers => {
                         list.forceActiveFocus(Qt.MouseFocusReason);
                         list.currentIndex = index;
@@ -138,7 +158,7 @@ Screen {
         id: panel
 
         readonly property bool searched: AppModel.largeFiles.hasSearched
-        readonly property string nothing: AppModel.largeFiles.isFiltered ? qsTr("No file fits the filters") : qsTr("Nothing 50 MB or larger")
+        readonly property string nothing: AppModel.largeFiles.choice.isActive ? qsTr("No file fits the filters") : qsTr("Nothing 50 MB or larger")
 
         symbol: searched ? "checkmark.circle" : "doc.text.magnifyingglass"
         eyebrow: qsTr("Large Files")

@@ -3,9 +3,11 @@
 #include "BrimloCore/Support/Text.h"
 
 #include <QtCore/QByteArray>
+#include <QtCore/QDateTime>
 #include <QtCore/QFile>
 #include <QtCore/QString>
 
+#include <chrono>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -37,6 +39,11 @@ void assign(Object& object, T& field, std::type_identity_t<T> value, void (Objec
 /// A count of bytes or files. QML has no 64-bit integers.
 [[nodiscard]] inline double number(std::int64_t count) {
     return static_cast<double>(count);
+}
+
+/// A moment, in local time.
+[[nodiscard]] inline QDateTime dateTime(std::chrono::sys_seconds moment) {
+    return QDateTime::fromSecsSinceEpoch(moment.time_since_epoch().count());
 }
 
 /// A path that QML hands back unchanged, and that path again.

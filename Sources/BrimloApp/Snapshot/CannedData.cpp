@@ -354,7 +354,10 @@ std::vector<std::shared_ptr<FileNode>> largeFiles() {
         if (file.megabytes >= kLarge) {
             const std::string path = atHome(file.path);
             FileNode& node = tree->add(
-                {.name = path, .size = file.megabytes * kMB, .fileCount = 1, .modified = kToday});
+                {.name = path,
+                 .size = file.megabytes * kMB,
+                 .fileCount = 1,
+                 .modified = kToday - std::chrono::days{file.daysAgo}});
             found.push_back(node.shared());
         }
     }

@@ -61,6 +61,11 @@ Nodes FileNode::sortedChildren(SortKey key, SortOrder order) const {
     for (FileNode* const child : children()) {
         nodes.push_back(child->shared());
     }
+    sort(nodes, key, order);
+    return nodes;
+}
+
+void FileNode::sort(Nodes& nodes, SortKey key, SortOrder order) {
     switch (key) {
         case SortKey::size:
             std::ranges::stable_sort(nodes, {}, [](const auto& node) { return node->size; });
@@ -78,7 +83,6 @@ Nodes FileNode::sortedChildren(SortKey key, SortOrder order) const {
     if (order == SortOrder::descending) {
         std::ranges::reverse(nodes);
     }
-    return nodes;
 }
 
 Uuid FileNode::id() const {

@@ -62,8 +62,10 @@ public:
     /// A pointer that keeps the tree.
     [[nodiscard]] std::shared_ptr<FileNode> shared();
 
-    /// The children in another order; the stored one is unchanged. A descending list is the
-    /// ascending one reversed, ties included. Names compare by the user's language, ignoring case.
+    /// Sorts nodes. A descending list is the ascending one reversed, ties included. Names compare
+    /// by the user's language, ignoring case.
+    static void sort(std::vector<std::shared_ptr<FileNode>>& nodes, SortKey key, SortOrder order);
+    /// The children in another order; the stored one is unchanged.
     [[nodiscard]] std::vector<std::shared_ptr<FileNode>> sortedChildren(
         SortKey key, SortOrder order) const;
 

@@ -29,7 +29,7 @@ using Files = std::vector<std::shared_ptr<FileNode>>;
 /// The largest files so far, in an order that doesn't depend on when each is met. Any thread.
 class TopList {
 public:
-    TopList(std::size_t limit, const Filter& filter)
+    TopList(std::size_t limit, const FileFilter& filter)
         : limit_{limit}
         , filter_{filter}
         , threshold_{filter.minSize} {}
@@ -37,8 +37,7 @@ public:
     /// Whether a file may enter the list. One of less than the threshold can't any more.
     [[nodiscard]] bool takes(std::string_view name, const EntryStatus& status) const {
         return status.allocatedBytes >= threshold() &&
-               (!filter_.before || status.modified < *filter_.before) &&
-               (filter_.kinds.empty() || filter_.kinds.contains(kindOfFile(name)));
+               filter_.takes(name, status.allocatedBytes, status.modified);
     }
 
     /// Adds a file that `takes` let through if it belongs to the largest. Another name of a file
@@ -99,7 +98,7 @@ private:
     }
 
     const std::size_t limit_;
-    const Filter& filter_;
+    const FileFilter& filter_;
     std::atomic<std::int64_t> threshold_;  ///< Only rises.
     std::mutex lock_;
     Sorted files_;                                                         // guarded by lock_
@@ -227,14 +226,8 @@ private:
 
 }  // namespace
 
-std::chrono::sys_seconds daysAgo(std::int64_t days) {
-    const auto now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
-    const std::int64_t most = std::chrono::floor<std::chrono::days>(now).time_since_epoch().count();
-    return now - std::chrono::days{std::min(days, most)};
-}
-
 std::optional<Files> find(
-    const std::string& root, std::size_t limit, const Filter& filter, ScanControl& control) {
+    const std::string& root, std::size_t limit, const FileFilter& filter, ScanControl& control) {
     assert(limit > 0);
     TopList top{limit, filter};
     if (!Path::isUsable(root) || !Walk{top, control}.run(Path::standardized(root))) {

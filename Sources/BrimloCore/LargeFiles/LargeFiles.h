@@ -1,32 +1,17 @@
 #pragma once
 
-#include "BrimloCore/DiskScanner/FileKind.h"
+#include "BrimloCore/DiskScanner/FileFilter.h"
 #include "BrimloCore/DiskScanner/FileNode.h"
 #include "BrimloCore/DiskScanner/ScanControl.h"
 
-#include <chrono>
 #include <cstddef>
-#include <cstdint>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
 /// The largest files below a folder, found without keeping a tree.
 namespace Brimlo::LargeFiles {
-
-/// Which files count. A file has to meet each condition.
-struct Filter {
-    std::int64_t minSize = 0;  ///< It takes at least so many bytes of the disk.
-    std::set<FileKind> kinds;  ///< It is of one of these kinds; of any kind if there are none.
-    std::optional<std::chrono::sys_seconds> before;  ///< It was last modified before this moment.
-
-    bool operator==(const Filter&) const = default;
-};
-
-/// The moment so many days before now, for `Filter::before`; in 1970 at the earliest.
-[[nodiscard]] std::chrono::sys_seconds daysAgo(std::int64_t days);
 
 /// The `limit` largest files below `root` that `filter` lets through, the largest first; nullopt
 /// when `root` is not a folder that can be read.
@@ -40,6 +25,6 @@ struct Filter {
 /// on another volume. Cancelled, it returns what was found so far. Uses several threads; blocks
 /// until all are done.
 [[nodiscard]] std::optional<std::vector<std::shared_ptr<FileNode>>> find(
-    const std::string& root, std::size_t limit, const Filter& filter, ScanControl& control);
+    const std::string& root, std::size_t limit, const FileFilter& filter, ScanControl& control);
 
 }  // namespace Brimlo::LargeFiles

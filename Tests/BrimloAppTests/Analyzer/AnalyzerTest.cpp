@@ -140,7 +140,7 @@ TEST_F(AnalyzerTest, TellsHowFoldersGrewSinceAnEarlierScan) {
 
     // Sorted by growth: those without any between the two, by size.
     NodeRows& rows = *model().analyzer()->rows();
-    rows.setSortKey("Growth");
+    rows.order()->setKey("Growth");
     const auto names = [&] {
         std::vector<std::string> found;
         for (const auto& node : rows.nodes()) {
@@ -150,10 +150,10 @@ TEST_F(AnalyzerTest, TellsHowFoldersGrewSinceAnEarlierScan) {
     };
     EXPECT_EQ(names().front(), "grown");
     EXPECT_EQ(names().back(), "shrunk");
-    rows.setAscending(true);
+    rows.order()->setAscending(true);
     EXPECT_EQ(names().front(), "shrunk");
-    rows.setSortKey("nonsense");
-    EXPECT_EQ(rows.sortKey(), "Growth");
+    rows.order()->setKey("nonsense");
+    EXPECT_EQ(rows.order()->key(), "Growth");
 }
 
 TEST_F(AnalyzerTest, TakesWhatWentOutOfTheTreeAndNoMore) {

@@ -106,14 +106,14 @@ TEST_F(AnalyzerViewTest, SortsByMenuColumnAndDirection) {
     openScanned();
     press("Sort by");
     choose("Items");
-    await([&] { return model().analyzer()->rows()->sortKey() == "Items"; }, "the order");
+    await([&] { return model().analyzer()->rows()->order()->key() == "Items"; }, "the order");
     press("Reverse order");
-    EXPECT_TRUE(model().analyzer()->rows()->ascending());
+    EXPECT_TRUE(model().analyzer()->rows()->order()->ascending());
     EXPECT_LT(row("empty, *").y(), row("large, *").y());
     press("Name");
-    EXPECT_EQ(model().analyzer()->rows()->sortKey(), "Name");
+    EXPECT_EQ(model().analyzer()->rows()->order()->key(), "Name");
     press("Name");
-    EXPECT_FALSE(model().analyzer()->rows()->ascending());
+    EXPECT_FALSE(model().analyzer()->rows()->order()->ascending());
 }
 
 TEST_F(AnalyzerViewTest, DrillsByDoubleClickAndComesBackByCrumbs) {
@@ -187,13 +187,17 @@ TEST_F(AnalyzerViewTest, ActsOnTheRowOrOnTheSelectionThatItIsIn) {
         EXPECT_TRUE(sees(items));
         press("Cancel");
         await([&] { return !sees("Review before cleaning"); }, "its end");
+        EXPECT_TRUE(focused().startsWith(QString{clicked}.chopped(1)))
+            << "the row has the keys again";
     }
     click(kRow, "small, *", Qt::RightButton);
     choose("Copy Path");
     await(
         [&] { return QGuiApplication::clipboard()->text().toStdString() == at("tree/small"); },
         "the path");
-    click(kRow, "small, *", Qt::RightButton);
+    EXPECT_TRUE(focused().startsWith("small, "));
+    click(kRow, "small, *");
+    key(Qt::Key_F10, Qt::ShiftModifier);
     choose("Reveal in Files");
     await([&] { return opened().size() == 1; }, "the file manager");
     click(kRow, "large, *", Qt::RightButton);
@@ -299,6 +303,15 @@ TEST_F(AnalyzerViewTest, WorksByTheTreemapAsByTheList) {
     write("tree/large/inner/data", std::string(400'000, 'a'));
     model().analyzer()->startScan(at("tree"));
     finish();
+    press("Video");
+    EXPECT_TRUE(model().analyzer()->rows()->isFaded(0));
+    press("Video");
+    clickAt(inLarge);
+    key(Qt::Key_F10, Qt::ShiftModifier);
+    choose("Open Folder");
+    await([&] { return shownFolder() == "large"; }, "the folder");
+    key(Qt::Key_Up, Qt::AltModifier);
+    await([&] { return shownFolder() == "tree"; }, "the folder around it");
     doubleClickAt(inLarge);
     EXPECT_EQ(shownFolder(), "large");
 }

@@ -10,6 +10,7 @@
 #include <QtTest/QTest>
 
 #include <algorithm>
+#include <chrono>
 
 namespace Brimlo {
 namespace {
@@ -131,6 +132,53 @@ TEST_F(TreemapItemTest, AnswersToPointerAndKeys) {
     restart();
     EXPECT_EQ(item.cells().cells().size(), 0U);
     EXPECT_EQ(item.hoveredRow(), -1);
+}
+
+TEST_F(TreemapItemTest, FadesWhatTheChoiceLeavesOut) {
+    using namespace std::chrono_literals;
+    const std::chrono::sys_seconds now =
+        std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
+    FileNode& deep = add(*root, "deep", 900);
+    deep.isDirectory = true;
+    FileNode& inner = add(deep, "inner", 800);
+    inner.isDirectory = true;
+    add(inner, "film.mkv", 800).modified = now - 240h;
+    add(*root, "old.mkv", 500).modified = now - 24h * 100;
+    add(*root, "notes.txt", 400).modified = now;
+    FileNode& merged = add(*root, "9 smaller items", 300);
+    merged.isAggregate = true;
+    merged.modified = now - 24h * 60;
+    setTree();
+    constexpr auto kVideo = 1 << static_cast<int>(FileKind::video);
+    const struct {
+        const char* name;
+        int kinds;
+        int olderThan;
+        double minSize;
+        std::vector<std::string> faded;
+    } cases[] = {
+        {"no condition", 0,      0,   0,   {}                                                 },
+        {"a kind",       kVideo, 0,   0,   {"notes.txt", "9 smaller items"}                   },
+        {"an age",       0,      30,  0,   {"deep", "notes.txt"}                              },
+        {"both",         kVideo, 30,  0,   {"deep", "notes.txt", "9 smaller items"}           },
+        {"a size",       0,      0,   600, {"old.mkv", "notes.txt", "9 smaller items"}        },
+        {"all",          kVideo, 200, 0,   {"deep", "old.mkv", "notes.txt", "9 smaller items"}},
+    };
+    const QImage plain = picture();
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        rows.choice()->setKinds(c.kinds);
+        rows.choice()->setOlderThan(c.olderThan);
+        rows.choice()->setMinSize(c.minSize);
+        std::vector<std::string> faded;
+        for (int row = 0; row < rows.count(); ++row) {
+            if (rows.isFaded(row)) {
+                faded.emplace_back(rows.nodes()[static_cast<std::size_t>(row)]->name());
+            }
+        }
+        EXPECT_EQ(faded, c.faded);
+        EXPECT_EQ(picture() == plain, c.faded.empty());
+    }
 }
 
 }  // namespace

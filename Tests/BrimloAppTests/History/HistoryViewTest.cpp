@@ -1,3 +1,5 @@
+#include "BrimloApp/History/History.h"
+#include "BrimloApp/History/HistoryRows.h"
 #include "BrimloApp/Review/Cleanup.h"
 #include "BrimloAppTests/Support/WindowTest.h"
 
@@ -92,6 +94,29 @@ TEST_F(HistoryViewTest, ListsWhatWentAndPutsItBack) {
     finish();
     EXPECT_TRUE(sees("three, *"));
     EXPECT_EQ(find(QAccessible::Button, "Undo all"), nullptr);
+}
+
+TEST_F(HistoryViewTest, SortsTheCleans) {
+    open(Section::History);
+    trash("docs/small");
+    trash("docs/one", "docs/other");
+    trash("docs/last");
+    const auto place = [&](const char* name) { return get(kRow, name).property("index").toInt(); };
+    EXPECT_EQ(place("last, *"), 0);
+    press("Sort by");
+    choose("Size");
+    await([&] { return model().history()->rows()->order()->key() == "Size"; }, "the order");
+    finish();
+    EXPECT_EQ(place("2 items, *"), 0);
+    press("Reverse order");
+    EXPECT_EQ(place("2 items, *"), 2);
+    // The items of a clean stay below it.
+    click(kRow, "2 items, *");
+    EXPECT_EQ(place("~/docs/other, *"), 3);
+    press("Sort by");
+    choose("Date");
+    await([&] { return model().history()->rows()->order()->key() == "Date"; }, "the order");
+    EXPECT_EQ(place("small, *"), 0);
 }
 
 TEST_F(HistoryViewTest, UndoesTheLastCleanAndListsWhatStayed) {

@@ -1,4 +1,5 @@
 #include "BrimloApp/Duplicates/DuplicateSearch.h"
+#include "BrimloApp/LargeFiles/LargeFileRows.h"
 #include "BrimloApp/LargeFiles/LargeFileSearch.h"
 #include "BrimloAppTests/Support/WindowTest.h"
 #include "BrimloCore/Cleaner/DuplicateExtras.h"
@@ -109,12 +110,29 @@ TEST_F(SearchScreensTest, ChipsFilterLargeFilesAndKeepTheFocus) {
     EXPECT_TRUE(shows({"film.mkv, *", "song.wav, *"}));
     expectLaidOut();
     press("Video");
-    model().largeFiles()->setMinSize(57e6);
+    model().largeFiles()->choice()->setMinSize(57e6);
     EXPECT_TRUE(shows({"No large files found."}));
     press("Audio");
     EXPECT_TRUE(shows({"disk.iso, *", "film.mkv, *"}));
-    model().largeFiles()->setOlderThan(30);
+    model().largeFiles()->choice()->setOlderThan(30);
     EXPECT_TRUE(shows({"disk.iso, *"}));
+    model().largeFiles()->choice()->setOlderThan(0);
+    finish();
+    const auto first = [&](const char* name) {
+        return get(QAccessible::ListItem, name).property("index").toInt() == 0;
+    };
+    for (const auto& [order, name] : {
+             std::pair{"Name",     "disk.iso, *"},
+             std::pair{"Modified", "film.mkv, *"},
+    }) {
+        press("Sort by");
+        choose(order);
+        await([&] { return model().largeFiles()->rows()->order()->key() == order; }, order);
+        EXPECT_EQ(first(name), order == QString{"Modified"});
+        press("Reverse order");
+        EXPECT_EQ(first(name), order == QString{"Name"});
+        press("Reverse order");
+    }
 }
 
 TEST_F(SearchScreensTest, DuplicatesShowsTheFirstStateThatHolds) {
@@ -211,7 +229,8 @@ TEST_F(SearchScreensTest, FilesHaveAMenuAndSeveralGoAtOnce) {
     model().setSection(Section::Duplicates);
     press("Find duplicates");
     finish();
-    click(kRow, "Kept, *", Qt::RightButton);
+    click(kRow, "Kept, *");
+    key(Qt::Key_F10, Qt::ShiftModifier);
     reviewed("1 items · *");
     EXPECT_FALSE(exists(at("tree/a")));
     EXPECT_EQ(

@@ -22,10 +22,7 @@ using Lines = std::vector<std::string>;
 
 /// The paths, checked to come with their sizes as far as these can be asked for.
 Lines pathsFound(
-    const std::string& root,
-    std::size_t limit,
-    const LargeFiles::Filter& filter,
-    ScanControl& control) {
+    const std::string& root, std::size_t limit, const FileFilter& filter, ScanControl& control) {
     Lines paths;
     const auto found = LargeFiles::find(root, limit, filter, control);
     for (const auto& node : found.value_or(std::vector<std::shared_ptr<FileNode>>{})) {
@@ -117,7 +114,7 @@ TEST_F(LargeFilesTest, TakesNothingButFilesAndTellsWhatItCannotOpen) {
 TEST_F(LargeFilesTest, FindsTheLargestOfThoseThatTheFilterLetsThrough) {
     struct Case {
         const char* name;
-        LargeFiles::Filter filter;
+        FileFilter filter;
         Lines found;
     };
     const auto big = [&](const char* name, int blocks) {
@@ -129,7 +126,7 @@ TEST_F(LargeFilesTest, FindsTheLargestOfThoseThatTheFilterLetsThrough) {
     const std::string plain = big("a/.mp4", 7);
     age(clip, 40);
     age(plain, 29);
-    const auto monthAgo = LargeFiles::daysAgo(30);
+    const auto monthAgo = FileFilter::daysAgo(30);
     const Case cases[] = {
         {"no condition",    {},                                                 {disk, film}},
         {"one kind",        {.kinds = {FileKind::video}},                       {film, clip}},
@@ -138,7 +135,7 @@ TEST_F(LargeFilesTest, FindsTheLargestOfThoseThatTheFilterLetsThrough) {
         {"an age",          {.before = monthAgo},                               {clip}      },
         {"size and kind",   {.minSize = 5 * 4'096, .kinds = {FileKind::video}}, {film}      },
         {"a kind, too new", {.kinds = {FileKind::archive}, .before = monthAgo}, {}          },
-        {"older than all",  {.before = LargeFiles::daysAgo(INT64_MAX)},         {}          },
+        {"older than all",  {.before = FileFilter::daysAgo(INT64_MAX)},         {}          },
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
