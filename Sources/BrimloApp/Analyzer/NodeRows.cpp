@@ -3,7 +3,9 @@
 #include "BrimloApp/Analyzer/Analyzer.h"
 #include "BrimloApp/Review/PlanReview.h"
 #include "BrimloApp/Rules/RuleBook.h"
+#include "BrimloApp/Shell/RunInBackground.h"
 #include "BrimloApp/Shell/Shown.h"
+#include "BrimloCore/DiskScanner/DiskScanner.h"
 #include "BrimloCore/Models/Bytes.h"
 #include "BrimloCore/Platform/Fmt.h"
 
@@ -103,6 +105,15 @@ NodeRows::NodeRows(AppModel& app, Analyzer& analyzer)
         Q_EMIT fadedChanged();
     });
     connect(analyzer.review(), &PlanReview::confirmed, this, &NodeRows::clearSelection);
+
+    constexpr int kRestMilliseconds = 250;
+    rest_.setSingleShot(true);
+    rest_.setInterval(kRestMilliseconds);
+    connect(&rest_, &QTimer::timeout, this, &NodeRows::measureSelected);
+    connect(this, &NodeRows::selectionChanged, this, [this] {
+        assign(*this, selectedFrees_, {}, &NodeRows::selectedFreesChanged);
+        rest_.start();
+    });
 }
 
 void NodeRows::refresh() {
@@ -116,6 +127,7 @@ void NodeRows::refresh() {
         sortByGrowth(nodes_, analyzer_, order_.ascending());
     }
     fade();
+    measured_.clear();
     std::vector<NodeLine> lines;
     lines.reserve(nodes_.size());
     for (const auto& node : nodes_) {
@@ -188,6 +200,39 @@ bool NodeRows::countSelected() {
     }
     const bool isOther = std::exchange(selectedCount_, count) != count;
     return std::exchange(selectedSize_, size) != size || isOther;
+}
+
+void NodeRows::measureSelected() {
+    std::vector<std::pair<Uuid, std::string>> lacking;
+    FreedSpace freed;
+    for (const auto& node : selectedNodes()) {
+        if (const auto known = measured_.find(node->id()); known != measured_.end()) {
+            freed.add(known->second);
+        } else if (!node->isAggregate) {
+            lacking.emplace_back(node->id(), node->path());
+        }
+    }
+    if (lacking.empty()) {
+        assign(*this, selectedFrees_, words(freed.words()), &NodeRows::selectedFreesChanged);
+        return;
+    }
+    if (std::exchange(isMeasuring_, true)) {
+        return;
+    }
+    runInBackground(
+        this,
+        [lacking = std::move(lacking)] {
+            std::unordered_map<Uuid, SpaceUse> found;
+            for (const auto& [id, path] : lacking) {
+                found.emplace(id, DiskScanner::spaceUse(path));
+            }
+            return found;
+        },
+        [](NodeRows& rows, std::unordered_map<Uuid, SpaceUse> found) {
+            rows.isMeasuring_ = false;
+            rows.measured_.merge(found);
+            rows.measureSelected();
+        });
 }
 
 void NodeRows::setSelection(Selection selection) {

@@ -5,12 +5,15 @@
 #include "BrimloApp/Shell/Rows.h"
 #include "BrimloCore/DiskScanner/FileKind.h"
 #include "BrimloCore/DiskScanner/FileNode.h"
+#include "BrimloCore/DiskScanner/FreedSpace.h"
 
+#include <QtCore/QTimer>
 #include <QtQml/qqmlregistration.h>
 
 #include <chrono>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -51,6 +54,7 @@ class NodeRows : public Brimlo::RowList {
     // Of the selected rows that are visible.
     Q_PROPERTY(int selectedCount READ selectedCount NOTIFY selectionChanged)
     Q_PROPERTY(double selectedSize READ selectedSize NOTIFY selectionChanged)
+    Q_PROPERTY(QString selectedFrees READ selectedFrees NOTIFY selectedFreesChanged)
 
     Q_PROPERTY(Brimlo::RowOrder* order READ order CONSTANT)
     Q_PROPERTY(Brimlo::FileChoice* choice READ choice CONSTANT)
@@ -65,6 +69,9 @@ public:
     [[nodiscard]] bool isSelected(const Uuid& id) const { return selection_.contains(id); }
     [[nodiscard]] int selectedCount() const { return selectedCount_; }
     [[nodiscard]] double selectedSize() const;
+    /// What the selection frees, by the words of `FreedSpace`; empty where that is all of it, and
+    /// until it is measured, in the background, once the selection rests.
+    [[nodiscard]] const QString& selectedFrees() const { return selectedFrees_; }
 
     /// By the word of a `FileNode::SortKey`, or by "Growth" since an earlier scan.
     [[nodiscard]] RowOrder* order() { return &order_; }
@@ -108,6 +115,7 @@ Q_SIGNALS:
     /// `nodes`, their order or their sizes changed.
     void nodesChanged();
     void selectionChanged();
+    void selectedFreesChanged();
     void fadedChanged();
 
 private:
@@ -119,6 +127,8 @@ private:
     [[nodiscard]] std::shared_ptr<FileNode> nodeAt(int row) const;
     [[nodiscard]] Nodes selectedNodes() const;
     void setSelection(Selection selection);
+    /// Measures what is selected and not yet measured, and then words what all of it frees.
+    void measureSelected();
     /// Recounts the selection; true if a figure changed.
     bool countSelected();
 
@@ -132,6 +142,10 @@ private:
     Selection selection_;
     int selectedCount_ = 0;
     std::int64_t selectedSize_ = 0;
+    QString selectedFrees_;
+    std::unordered_map<Uuid, SpaceUse> measured_;  ///< Since the rows changed last.
+    bool isMeasuring_ = false;
+    QTimer rest_;
 };
 
 }  // namespace Brimlo

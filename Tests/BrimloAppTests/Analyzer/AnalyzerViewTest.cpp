@@ -11,6 +11,8 @@
 #include <QtTest/QTest>
 #include <gmock/gmock.h>
 
+#include <filesystem>
+
 namespace Brimlo {
 namespace {
 
@@ -233,6 +235,20 @@ TEST_F(AnalyzerViewTest, TrashesWhatIsSelectedByTheKeyboardAlone) {
     EXPECT_FALSE(exists(at("tree/stays")));
     EXPECT_TRUE(exists(at("tree/large")));
     EXPECT_FALSE(sees("2 selected"));
+}
+
+TEST_F(AnalyzerViewTest, TellsWhatTheSelectionFrees) {
+    std::filesystem::create_hard_link(at("tree/small"), at("tree/large/other name"));
+    openScanned();
+    click(kRow, "small, *");
+    waitToSee("*, frees 0 bytes");
+    clickAt(row("stays, *"), Qt::LeftButton, Qt::ControlModifier);
+    waitToSee("*, frees 53 KB");
+    clickAt(row("large, *"), Qt::LeftButton, Qt::ControlModifier);
+    await([&] { return !sees("*, frees 53 KB"); }, "another selection");
+    QTest::qWait(500);  // A selection is measured once it rests.
+    finish();
+    EXPECT_FALSE(sees("*, frees *")) << "both names go";
 }
 
 TEST_F(AnalyzerViewTest, LeavesWhatIsUntickedInTheReview) {

@@ -133,7 +133,7 @@ TEST_F(LargeFilesTest, FindsTheLargestOfThoseThatTheFilterLetsThrough) {
         {"several kinds",   {.kinds = {FileKind::video, FileKind::archive}},    {disk, film}},
         {"no extension",    {.kinds = {FileKind::other}},                       {plain}     },
         {"an age",          {.before = monthAgo},                               {clip}      },
-        {"size and kind",   {.minSize = 5 * 4'096, .kinds = {FileKind::video}}, {film}      },
+        {"size and kind",   {.minSize = 20'480, .kinds = {FileKind::video}},    {film}      },
         {"a kind, too new", {.kinds = {FileKind::archive}, .before = monthAgo}, {}          },
         {"older than all",  {.before = FileFilter::daysAgo(INT64_MAX)},         {}          },
     };
