@@ -54,14 +54,14 @@ void Machine::measureTrash() {
     measuring_ = Measuring::runs;
     runInBackground(
         this,
-        [] { return Cleaner::trashUse().size; },
-        [](Machine& machine, std::int64_t bytes) {
+        [] { return Cleaner::trashUse(); },
+        [](Machine& machine, SpaceUse use) {
             const auto was = std::exchange(machine.measuring_, Measuring::none);
             if (was == Measuring::runsAndIsToFollow) {
                 machine.measureTrash();
                 return;  // This result may be older than the last request.
             }
-            machine.setTrashBytes(bytes);
+            machine.setTrash(std::move(use));
         });
 }
 
@@ -124,8 +124,16 @@ void Machine::setFullDiskAccess(bool hasAccess) {
     assign(*this, hasFullDiskAccess_, hasAccess, &Machine::hasFullDiskAccessChanged);
 }
 
-void Machine::setTrashBytes(std::int64_t bytes) {
-    assign(*this, trashBytes_, bytes, &Machine::trashBytesChanged);
+QString Machine::trashFrees() const {
+    return words(FreedSpace::alone(trash_).words());
+}
+
+void Machine::setTrash(SpaceUse use) {
+    const QString frees = trashFrees();
+    const std::int64_t before = std::exchange(trash_, std::move(use)).size;
+    if (trash_.size != before || trashFrees() != frees) {
+        Q_EMIT trashChanged();
+    }
 }
 
 }  // namespace Brimlo

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BrimloCore/DiskScanner/FreedSpace.h"
 #include "BrimloCore/Support/VolumeInfo.h"
 #include "BrimloCore/SystemSpace/SystemSpace.h"
 
@@ -7,7 +8,6 @@
 #include <QtCore/QVariantList>
 #include <QtQml/qqmlregistration.h>
 
-#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -50,7 +50,8 @@ class Machine : public QObject {
     QML_UNCREATABLE("A part of the model")
 
     Q_PROPERTY(Brimlo::VolumeFigures volume READ volumeFigures NOTIFY volumeChanged)
-    Q_PROPERTY(double trashBytes READ trashBytes NOTIFY trashBytesChanged)
+    Q_PROPERTY(double trashBytes READ trashBytes NOTIFY trashChanged)
+    Q_PROPERTY(QString trashFrees READ trashFrees NOTIFY trashChanged)
     Q_PROPERTY(bool hasFullDiskAccess READ hasFullDiskAccess NOTIFY hasFullDiskAccessChanged)
     // Whether the parts of the system are shown. They are measured whenever that begins.
     Q_PROPERTY(bool showsSystem READ showsSystem WRITE setShowsSystem NOTIFY systemChanged)
@@ -76,8 +77,10 @@ public:
     void setFullDiskAccess(bool hasAccess);
 
     /// The size of the Trash as last measured.
-    [[nodiscard]] double trashBytes() const { return static_cast<double>(trashBytes_); }
-    void setTrashBytes(std::int64_t bytes);
+    [[nodiscard]] double trashBytes() const { return static_cast<double>(trash_.size); }
+    /// What emptying it frees, by the words of `FreedSpace`; empty where that is all of it.
+    [[nodiscard]] QString trashFrees() const;
+    void setTrash(SpaceUse use);
     [[nodiscard]] bool isMeasuring() const { return measuring_ != Measuring::none; }
 
     [[nodiscard]] bool showsSystem() const { return showsSystem_; }
@@ -92,7 +95,7 @@ public:
 Q_SIGNALS:
     void volumeChanged();
     void hasFullDiskAccessChanged();
-    void trashBytesChanged();
+    void trashChanged();
     void systemChanged();
 
 private:
@@ -100,7 +103,7 @@ private:
 
     std::optional<VolumeInfo::Snapshot> volume_;
     bool hasFullDiskAccess_ = false;
-    std::int64_t trashBytes_ = 0;
+    SpaceUse trash_;
     enum class Measuring { none, runs, runsAndIsToFollow };
     Measuring measuring_ = Measuring::none;
 

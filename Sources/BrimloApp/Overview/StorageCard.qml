@@ -79,7 +79,7 @@ Card {
                 color: Theme.secondaryText
             }
             Label {
-                text: qsTr("%1 in Trash").arg(Format.bytes(AppModel.machine.trashBytes))
+                text: qsTr("%1 in Trash").arg(Format.bytes(AppModel.machine.trashBytes)) + (AppModel.machine.trashFrees === "" ? "" : ", " + AppModel.machine.trashFrees)
                 secondary: true
             }
             OutlineButton {

@@ -129,7 +129,7 @@ void measured(AppModel& model) {
     while (machine.isMeasuring() || !model.history()->isJournalRead()) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents);
     }
-    machine.setTrashBytes(3 * kGB);
+    machine.setTrash({.size = 3 * kGB});
 }
 
 void withoutAccess(AppModel& model) {

@@ -12,6 +12,8 @@
 #include <QtGui/QClipboard>
 #include <QtGui/QGuiApplication>
 
+#include <filesystem>
+
 namespace Brimlo {
 namespace {
 
@@ -147,6 +149,11 @@ TEST_F(ContentViewTest, ShowsTheTrashOnlyWhenThereIsSomethingInIt) {
     finish();
     const std::string size = Fmt::bytes(static_cast<std::int64_t>(model().machine()->trashBytes()));
     EXPECT_TRUE(sees(QString::fromStdString(size + " in Trash"))) << "showing it measures it";
+    std::filesystem::create_hard_link(at(".local/share/Trash/files/old"), at("elsewhere"));
+    model().machine()->refresh();
+    finish();
+    EXPECT_TRUE(sees(QString::fromStdString(size + " in Trash, frees *")));
+    std::filesystem::remove(at("elsewhere"));
     press("Empty Trash");
     waitToSee(QString::fromStdString("1 item · " + size));
     EXPECT_TRUE(sees("This deletes everything in the Trash, not only Brimlo's. *"));
